@@ -1,0 +1,25 @@
+#pragma once
+
+#include <MelkarCommon/api.h>
+#include <MelkarCommon/support/platform/cstring.h>
+
+/// Reads profile files; nothing is cached, every read goes to the file.
+class MELKAR_API CIniReader {
+public:
+    explicit CIniReader(CString path = CString()) : m_strFilePath(static_cast<CString&&>(path)) {}
+    CIniReader(const CIniReader&) = default;
+    CIniReader& operator=(const CIniReader&) = default;
+    virtual ~CIniReader() = default;
+
+    void SetFilePath(CString path) { m_strFilePath = path; }
+    CString GetFilePath() const { return m_strFilePath; }
+
+    /// The value, at most 9999 bytes, with a line feed for every "__YN__" in it; `fallback` (treated alike) if there is
+    /// no such key. An empty file name stands for the reader's own file.
+    CString ReadString(CString file, CString section, CString key, const char* fallback);
+    /// The key's integer, or `fallback` if there is no such key.
+    int ReadStringToInt(CString file, CString section, CString key, int fallback);
+
+protected:
+    CString m_strFilePath; ///< file of a read with an empty file name
+};

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <MelkarCommon/api.h>
+
+#include <string>
+#include <string_view>
+
+/// Byte string in UTF-8 or the machine's code page; copying copies the bytes, nothing throws but a
+/// lack of memory. Positions and lengths are bytes; those out of range are cut to what is there.
+class MELKAR_API CString {
+public:
+    CString() = default;
+    CString(const char* text) : m_text(text ? text : "") {} // NOLINT: implicit on purpose
+    CString(const char* text, int length);                  ///< at most `length` bytes, fewer at a NUL
+    explicit CString(std::string_view text) : m_text(text) {}
+
+    operator const char*() const { return m_text.c_str(); } // NOLINT: implicit on purpose
+    const char* GetString() const { return m_text.c_str(); }
+    std::string_view View() const { return m_text; }
+    int GetLength() const { return static_cast<int>(m_text.size()); }
+    bool IsEmpty() const { return m_text.empty(); }
+    void Empty() { m_text.clear(); }
+
+    /// Replaces the text by the formatted arguments; numbers are written as in the "C" locale,
+    /// whatever locale the host has set.
+    void Format(const char* format, ...) __attribute__((format(printf, 2, 3)));
+
+    CString Left(int count) const;
+    CString Right(int count) const;
+    CString Mid(int first) const;
+    CString Mid(int first, int count) const;
+    int Find(const char* what, int from = 0) const;  ///< position, or -1
+    int Find(char what, int from = 0) const;         ///< position, or -1
+    int Replace(const char* what, const char* with); ///< number of replacements; none for an empty `what`
+    CString& MakeLower();                            ///< ASCII letters only
+    int Compare(const char* other) const;            ///< by bytes: below 0, 0, above 0
+
+    CString& operator+=(const CString& tail);
+    CString& operator+=(const char* tail);
+    CString& operator+=(char tail);
+
+private:
+    std::string m_text;
+};
+
+MELKAR_API CString operator+(const CString& a, const CString& b);
+MELKAR_API CString operator+(const CString& a, const char* b);
+MELKAR_API CString operator+(const char* a, const CString& b);
+
+inline bool operator==(const CString& a, const CString& b) { return a.View() == b.View(); }
+inline bool operator==(const CString& a, const char* b) { return a.Compare(b) == 0; }
+inline bool operator==(const char* a, const CString& b) { return b.Compare(a) == 0; }
+inline bool operator!=(const CString& a, const CString& b) { return !(a == b); }
+inline bool operator!=(const CString& a, const char* b) { return !(a == b); }
+inline bool operator!=(const char* a, const CString& b) { return !(a == b); }
+inline bool operator<(const CString& a, const CString& b) { return a.View() < b.View(); }

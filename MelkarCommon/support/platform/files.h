@@ -1,0 +1,48 @@
+#pragma once
+
+#include <MelkarCommon/api.h>
+
+#include <cstddef>
+#include <string>
+
+/// @file
+/// Paths with backslashes and the reading of text files.
+
+namespace melkar {
+
+/// The path itself if it has no backslash or if such a file exists as it stands, else the path with
+/// slashes in place of the backslashes.
+MELKAR_API std::string ResolvePath(const char* path);
+
+/// Reads a text file line by line, linear in its size. CR LF counts as LF, a byte order mark at the
+/// start is dropped, a last line needs no line feed. Only regular files open: a directory, a pipe or a
+/// device counts as a file that can't be opened, so that no read ever waits.
+class MELKAR_API LineReader {
+public:
+    explicit LineReader(const char* path);
+    ~LineReader();
+    LineReader(const LineReader&) = delete;
+    LineReader& operator=(const LineReader&) = delete;
+
+    bool IsOpen() const { return m_file >= 0; }
+
+    /// The next line with its line feed, of at most `limit` characters: a longer line goes on as the
+    /// next one. The pointer is valid until the next call; null at the end of the file.
+    const char* Next(std::size_t limit);
+
+private:
+    bool Fill();
+
+    int m_file = -1;
+    bool m_atStart = true;
+    std::size_t m_position = 0;
+    std::size_t m_filled = 0;
+    std::string m_buffer;
+    std::string m_line;
+};
+
+/// The whole of a regular file with no translation, or an empty text if it can't be read; `found`
+/// (may be null) tells the two apart.
+MELKAR_API std::string ReadWholeFile(const char* path, bool* found);
+
+} // namespace melkar

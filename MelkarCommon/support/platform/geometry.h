@@ -1,0 +1,56 @@
+#pragma once
+
+#include <MelkarCommon/api.h>
+#include <MelkarCommon/support/platform/types.h>
+
+/// @file
+/// Points, rectangles and the rounding product-quotient.
+
+/// A point that can be made in place.
+class CPoint : public POINT {
+public:
+    constexpr CPoint() : POINT{0, 0} {}
+    constexpr CPoint(int px, int py) : POINT{px, py} {}
+    constexpr CPoint(const POINT& p) : POINT(p) {} // NOLINT: implicit on purpose, points mix freely
+
+    constexpr bool operator==(const POINT& p) const { return x == p.x && y == p.y; }
+};
+
+/// A rectangle that can be made in place; edges are public and may stand in any order.
+class CRect : public RECT {
+public:
+    constexpr CRect() : RECT{0, 0, 0, 0} {}
+    constexpr CRect(int l, int t, int r, int b) : RECT{l, t, r, b} {}
+    constexpr CRect(const RECT& r) : RECT(r) {} // NOLINT: implicit on purpose, rectangles mix freely
+
+    constexpr int Width() const { return right - left; }
+    constexpr int Height() const { return bottom - top; }
+    constexpr bool operator==(const RECT& r) const {
+        return left == r.left && top == r.top && right == r.right && bottom == r.bottom;
+    }
+
+    /// Moves each edge inwards by x and y; negative values grow the rectangle.
+    constexpr void DeflateRect(int x, int y) {
+        left += x;
+        top += y;
+        right -= x;
+        bottom -= y;
+    }
+    constexpr void OffsetRect(int dx, int dy) {
+        left += dx;
+        top += dy;
+        right += dx;
+        bottom += dy;
+    }
+    /// Left and top edges count as inside, right and bottom don't.
+    constexpr bool PtInRect(POINT p) const { return p.x >= left && p.x < right && p.y >= top && p.y < bottom; }
+};
+
+/// These return FALSE, and do nothing, for a null rectangle.
+MELKAR_API BOOL SetRect(RECT* rect, int left, int top, int right, int bottom);
+MELKAR_API BOOL CopyRect(RECT* to, const RECT* from);
+MELKAR_API BOOL OffsetRect(RECT* rect, int dx, int dy);
+
+/// number x numerator / denominator, the product in 64 bits, the quotient rounded to nearest, halves
+/// away from zero. @return -1 for a denominator of 0 and for a result beyond 32 bits.
+MELKAR_API int MulDiv(int number, int numerator, int denominator);

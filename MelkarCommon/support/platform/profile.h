@@ -1,0 +1,43 @@
+#pragma once
+
+#include <MelkarCommon/api.h>
+#include <MelkarCommon/support/platform/types.h>
+
+#include <string>
+#include <string_view>
+#include <unordered_map>
+
+/// @file
+/// Reads of profile files: sections in brackets, one "key = value" a line. Sections and keys match in
+/// any case; blanks around names and values are dropped, one pair of quotes around a value is removed,
+/// lines that begin with a semicolon are ignored, the first of equal sections and keys counts. CR LF,
+/// a byte order mark and a missing last line feed are ordinary.
+
+namespace melkar {
+
+/// One profile file as it stood when it was read: for many reads in one pass.
+class MELKAR_API ProfileSnapshot {
+public:
+    /// Reads the whole file; a missing or unreadable one gives an empty snapshot.
+    explicit ProfileSnapshot(const char* path);
+
+    /// The value as it stands in the file, null if there is no such key. Valid as long as the snapshot.
+    const std::string* Find(std::string_view section, std::string_view key) const;
+
+private:
+    std::unordered_map<std::string, std::string> m_values; ///< "section\nkey" in lower case to value
+};
+
+/// The integer that a profile value stands for: leading blanks, a sign, decimal digits; what follows
+/// is ignored, a value without digits is 0, one beyond 32 bits becomes the nearest bound. An empty
+/// value stands for `fallback`.
+MELKAR_API int ProfileInt(const std::string* value, int fallback);
+
+} // namespace melkar
+
+/// Copies the key's value, or `fallback` if there is none, into `buffer`, cut to `size` - 1 bytes and
+/// NUL-terminated. Each call reads the file. @return the number of bytes copied without the NUL.
+MELKAR_API DWORD GetPrivateProfileStringA(const char* section, const char* key, const char* fallback, char* buffer,
+                                          DWORD size, const char* path);
+/// The key's value as an integer, or `fallback` if there is no such key. Each call reads the file.
+MELKAR_API int GetPrivateProfileIntA(const char* section, const char* key, int fallback, const char* path);

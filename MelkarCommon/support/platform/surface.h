@@ -1,0 +1,56 @@
+#pragma once
+
+#include <MelkarCommon/api.h>
+#include <MelkarCommon/support/platform/types.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+/// @file
+/// What a host needs beside the drawing calls: surfaces to draw on, and what comes out of them. A new surface
+/// has a black pen of width 1, a white brush, a sans font of 12 pixels, black text, a white background colour
+/// and opaque mode. All are freed with `DeleteDC`. A size below 1 or above 32767, a dpi below 1 and a lack of
+/// memory give null.
+
+/// Pixels of its own, white at the start.
+MELKAR_API HDC CreateMemorySurface(int width, int height, int dpi = 96);
+
+/// Draws on the host's memory: 0xFFRRGGBB, top row first, `strideBytes` from row to row (a multiple of 4, at
+/// least 4 x width). The memory stays the host's and must outlive the surface.
+MELKAR_API HDC WrapPixels(void* pixels, int width, int height, int strideBytes, int dpi = 96);
+
+enum class PageFormat { Pdf, Svg };
+
+/// One page of width x height device units at `dpi` units per inch. The file appears under `path`, whole, when
+/// the surface is deleted; until then, and after a failure, nothing stands there that wasn't there before.
+/// Null, with a log line, if the file can't be made.
+MELKAR_API HDC CreatePageSurface(const char* path, PageFormat format, int width, int height, int dpi);
+
+/// Keeps what is drawn as a list of operations. Text is measured with a built-in font of fixed metrics (each
+/// character 3/5 of the em height wide, a line 5/4 of it high, rounded up), so that no machine's fonts change
+/// a record.
+MELKAR_API HDC CreateRecordingSurface(int width, int height, int dpi = 96);
+
+/// The pixels of a memory surface; `stride` in pixels.
+struct PixelView {
+    const std::uint32_t* pixels;
+    int width;
+    int height;
+    int stride;
+};
+
+/// Valid until the surface is deleted or another bitmap is selected into it. All zero for a surface without pixels.
+MELKAR_API PixelView GetPixels(HDC surface);
+
+/// Writes the pixels to a PNG file, under a temporary name first. @return 0, or -1 with a log line.
+MELKAR_API int WritePng(HDC surface, const char* path);
+
+/// One drawing operation a line, in the order of drawing; empty for a surface that records nothing.
+MELKAR_API std::string GetRecording(HDC surface);
+
+/// Surfaces, pens, brushes, fonts, bitmaps and regions alive in the process, stock objects left out.
+MELKAR_API std::size_t LiveObjectCount();
+
+/// What `SPI_GETWORKAREA` answers from now on, in the whole process; (0, 0, 1920, 1080) at the start.
+MELKAR_API void SetWorkArea(const RECT& area);

@@ -1,0 +1,96 @@
+#pragma once
+
+#include <MelkarCommon/support/platform/types.h>
+
+#include <cairo.h>
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// @file
+/// Internal. Turns bytes and a font into lines of placed glyphs, once for each distinct text, and keeps them in a
+/// bounded cache of the thread. Measuring and painting take the same entry.
+
+namespace melkar {
+
+/// What the text is for: it decides how advances are rounded and which metrics count.
+enum class TextMedium : std::uint8_t {
+    Pixels, ///< whole-pixel advances
+    Page,   ///< exact advances
+    Fixed,  ///< built-in metrics, no font of the machine: for recordings
+};
+
+/// A font as it is used: description, medium and measured height of a line. Opaque beyond that.
+class TextFace;
+
+/// The face of a description on this thread; made at the first call, kept until the thread ends or the bounded
+/// cache lets it go. Never null: what can't be made falls back to the default face.
+std::shared_ptr<TextFace> FindFace(const LOGFONTA& description, TextMedium medium);
+
+/// Glyphs of one scaled font in one direction, positions relative to the line's left end and baseline.
+struct GlyphRun {
+    std::shared_ptr<cairo_scaled_font_t> font;
+    std::vector<cairo_glyph_t> glyphs;
+    std::string utf8; ///< the run's characters, in the order of `clusters`
+    std::vector<cairo_text_cluster_t> clusters;
+    bool backward = false;
+};
+
+/// Coverage of a line's glyphs, 0 to 255 a pixel; placed at (left, top) from the line's top-left corner.
+struct CoverageMask {
+    int escapement = 0;
+    int left = 0;
+    int top = 0;
+    int width = 0;
+    int height = 0;
+    int stride = 0;
+    std::vector<std::uint8_t> coverage;
+};
+
+struct TextLine {
+    std::string utf8; ///< the characters of the line, without its line end
+    int width = 0;    ///< advance width in device units, rounded up
+    std::vector<GlyphRun> runs;
+    bool underline = false;
+    bool strikeOut = false;
+};
+
+/// Lines one below the other, each `lineHeight` high.
+struct TextLayout {
+    std::string font; ///< for records: "face size[ bold][ italic]"
+    int lineHeight = 0;
+    int ascent = 0;
+    int width = 0; ///< that of the widest line
+    std::vector<TextLine> lines;
+
+    int Height() const { return lineHeight * static_cast<int>(lines.size()); }
+};
+
+constexpr int kNoWrap = -1;
+
+/// The layout of a text. Lines break at CR LF and LF unless `singleLine` (then such characters count as blanks),
+/// and at `wrapWidth` device units unless it is `kNoWrap`; a line feed at the very end adds no line, an empty text
+/// has none. Bytes are decoded as valid UTF-8, else in the code page of the face's character set.
+std::shared_ptr<const TextLayout> LayOutText(const std::shared_ptr<TextFace>& face, std::string_view bytes,
+                                             bool singleLine, int wrapWidth);
+
+/// The coverage of a line turned by `escapement` tenths of a degree about its top-left corner, kept with the
+/// layout. Null if the line has no ink, or if it would take more than a few million pixels: then `ShowLine` on a
+/// cairo context has to do.
+const CoverageMask* LineMask(const TextLayout& layout, std::size_t line, int escapement);
+
+/// Shows a line with cairo at (x, y), its top-left corner, in the context's current source, with the text
+/// attached so that a page can be searched. Turns it by `escapement`.
+void ShowLine(cairo_t* cr, const TextLayout& layout, std::size_t line, double x, double y, int escapement);
+
+/// The longest head of `bytes` of at most `limit` bytes that cuts no character in two, in the reading that the
+/// whole of `bytes` has under `charset`.
+std::string_view CutBytes(std::string_view bytes, std::size_t limit, int charset);
+
+/// `bytes` as valid UTF-8; what can't be read becomes U+FFFD.
+std::string DecodeText(std::string_view bytes, int charset);
+
+} // namespace melkar

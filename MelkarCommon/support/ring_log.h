@@ -1,0 +1,24 @@
+#pragma once
+
+#include <MelkarCommon/api.h>
+
+/// @file
+/// The ring log: a file of fixed-length records that never grows beyond 12200132 bytes. Offsets: 0 the counter of
+/// the record last written (8 digits, CR LF); 10 + 122 x (k - 1) record k, 120 bytes padded with NUL, CR LF; behind
+/// the last record an end mark of 119 "=" and a NUL, CR LF. After record 100000 comes record 1. A line is cut into
+/// pieces of 120 bytes; only the first carries the time stamp.
+
+/// The log of all graphs, relative to the working directory of the process.
+inline constexpr const char* kLogFile = "..\\log\\graph.log";
+
+/// Writes a line "[date time]  text"; the text is cut to 3999 bytes. Processes and threads that write at once wait
+/// for each other, at most about a second. @return 0; 1 if the file can't be opened or made; 0, with
+/// nothing written, if its head can't be read.
+MELKAR_API int writeLog(const char* file, const char* format, ...) __attribute__((format(printf, 2, 3)));
+/// Writes "CODE = [code]".
+MELKAR_API int writeLogCode(const char* file, int code);
+
+namespace melkar {
+/// Writes one line to `kLogFile` as it is: text from files is never a format.
+MELKAR_API void LogText(const char* text);
+} // namespace melkar

@@ -3,6 +3,8 @@
 #include <MelkarCommon/api.h>
 #include <MelkarCommon/support/platform/cstring.h>
 
+#include <string>
+
 /// Reads profile files; nothing is cached, every read goes to the file.
 class MELKAR_API CIniReader {
 public:
@@ -23,3 +25,8 @@ public:
 protected:
     CString m_strFilePath; ///< file of a read with an empty file name
 };
+
+namespace melkar {
+/// What `ReadString` makes of a value as it stands in the file; null stands for a missing one.
+MELKAR_API CString ProfileText(const std::string* value, const char* fallback);
+} // namespace melkar

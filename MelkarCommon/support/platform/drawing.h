@@ -17,7 +17,8 @@
 /// A memory surface that suits `surface` (its dpi, and its kind: what is drawn on one that suits a page or
 /// a recording stays vector until it is copied there). It has no room until a bitmap is selected into it.
 MELKAR_API HDC CreateCompatibleDC(HDC surface);
-/// A black bitmap to select into a surface that suits `surface`. Null if a side is below 1 or above 32767.
+/// A black bitmap to select into a surface that suits `surface`. Null if a side is below 1
+/// or above 32767, or for more than 2^27 pixels.
 MELKAR_API HBITMAP CreateCompatibleBitmap(HDC surface, int width, int height);
 /// Frees any surface and finishes the file of a page surface. @return FALSE for null, and for a page
 /// whose file couldn't be written (then there is no file, and a log line).

@@ -10,8 +10,8 @@
 /// @file
 /// What a host needs beside the drawing calls: surfaces to draw on, and what comes out of them. A new surface
 /// has a black pen of width 1, a white brush, a sans font of 12 pixels, black text, a white background colour
-/// and opaque mode. All are freed with `DeleteDC`. A size below 1 or above 32767, a dpi below 1 and a lack of
-/// memory give null.
+/// and opaque mode. All are freed with `DeleteDC`. A side below 1 or above 32767, more
+/// than 2^27 pixels, a dpi below 1 and a lack of memory give null.
 
 /// Pixels of its own, white at the start.
 MELKAR_API HDC CreateMemorySurface(int width, int height, int dpi = 96);

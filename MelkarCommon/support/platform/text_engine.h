@@ -26,6 +26,9 @@ enum class TextMedium : std::uint8_t {
 /// A font as it is used: description, medium and measured height of a line. Opaque beyond that.
 class TextFace;
 
+/// Ready-made glyphs for figures. Opaque.
+class FigureSet;
+
 /// The face of a description on this thread; made at the first call, kept until the thread ends or the bounded
 /// cache lets it go. Never null: what can't be made falls back to the default face.
 std::shared_ptr<TextFace> FindFace(const LOGFONTA& description, TextMedium medium);
@@ -56,6 +59,7 @@ struct TextLine {
     std::vector<GlyphRun> runs;
     bool underline = false;
     bool strikeOut = false;
+    mutable std::shared_ptr<const CoverageMask> mask; ///< the one asked for last; see `LineMask`
 };
 
 /// Lines one below the other, each `lineHeight` high.
@@ -65,6 +69,7 @@ struct TextLayout {
     int ascent = 0;
     int width = 0; ///< that of the widest line
     std::vector<TextLine> lines;
+    std::shared_ptr<const FigureSet> figures; ///< what the line was put together from; mostly null
 
     int Height() const { return lineHeight * static_cast<int>(lines.size()); }
 };
@@ -78,7 +83,7 @@ std::shared_ptr<const TextLayout> LayOutText(const std::shared_ptr<TextFace>& fa
                                              bool singleLine, int wrapWidth);
 
 /// The coverage of a line turned by `escapement` tenths of a degree about its top-left corner, kept with the
-/// layout. Null if the line has no ink, or if it would take more than a few million pixels: then `ShowLine` on a
+/// layout until another escapement is asked for. Null if the line has no ink, or if it would take more than a few million pixels: then `ShowLine` on a
 /// cairo context has to do.
 const CoverageMask* LineMask(const TextLayout& layout, std::size_t line, int escapement);
 

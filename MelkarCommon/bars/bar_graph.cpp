@@ -1,0 +1,255 @@
+#include <MelkarCommon/bars/bar_graph.h>
+
+#include <MelkarCommon/bars/bar_layout.h>
+#include <MelkarCommon/bars/day_file.h>
+#include <MelkarCommon/bars/scale.h>
+#include <MelkarCommon/frame/key_table.h>
+#include <MelkarCommon/support/numbers.h>
+#include <MelkarCommon/support/platform/drawing.h>
+#include <MelkarCommon/support/ring_log.h>
+#include <MelkarCommon/support/scoped.h>
+#include <MelkarCommon/support/support.h>
+
+#include <algorithm>
+
+using melkar::BarSpan;
+using melkar::CsvRow;
+using melkar::KeySection;
+using melkar::Scale;
+using melkar::ScopedFont;
+using melkar::ScopedPen;
+
+namespace {
+
+char g_profile[] = "..\\conf\\graph.cnf";
+
+constexpr int kMostSeries = 10;
+constexpr int kTextBytes = 127; ///< fixed room of a date text and of the horizontal label while they are measured
+constexpr int kPolylineWidth = 4;
+
+} // namespace
+
+struct CBarGraph::KeyRows {
+    using G = CBarGraph;
+    using K = melkar::Keys<G>;
+    static constexpr KeySection Common = KeySection::Common;
+    static constexpr KeySection Own = KeySection::Own;
+    static constexpr melkar::KeyRow<G> rows[] = {
+        K::Color<&G::m_crBar>(Own, "BARSCOLOR_RGB", "bar below its target, or without one"),
+        K::Color<&G::m_crBar2>(Own, "BARSCOLOR2_RGB", "bar at or above its target"),
+        K::Text<&G::m_strVAxsLabel>(Own, "VAXSLABEL", "vertical axis label: the unit"),
+        K::Text<&G::m_strHAxsLabel>(Own, "HAXSLABEL", "horizontal axis label"),
+        K::Number<&G::m_nVAxsSize>(Own, "VAXSSIZE", 0, "kept; no painting uses it"),
+        K::Number<&G::m_nHAxsSize>(Own, "HAXSSIZE", 0, "kept; no painting uses it"),
+        K::Switch<&G::m_bPrintTarget>(Own, "IS_PRINTTARGET", "above 0: target legend and line"),
+        K::Switch<&G::m_bPrintAverage>(Own, "IS_PRINTAVERAGE", "above 0: average legend and line"),
+        K::Text<&G::m_strTargetLabel>(Own, "TARGETLABEL", "target legend"),
+        K::Color<&G::m_crTarget>(Own, "TARGETCOLOR_RGB", "target line"),
+        K::Number<&G::m_nTargetTop>(Own, "TargetTop", 0, "kept; no painting uses it"),
+        K::Number<&G::m_nTargetLeft>(Own, "TargetLeft", 0, "kept; no painting uses it"),
+        K::Text<&G::m_strAverageLabel>(Own, "AVERAGELABEL", "average legend"),
+        K::Color<&G::m_crAverage>(Own, "AVERAGECOLOR_RGB", "average line"),
+        K::Number<&G::m_nAverageTop>(Own, "AverageTop", 0, "kept; no painting uses it"),
+        K::Number<&G::m_nAverageLeft>(Own, "AverageLeft", 0, "kept; no painting uses it"),
+        K::Colors<&G::m_crSeries, &G::m_nSeriesCount>(Own, "BARSCOLOR%d_RGB", "stacked series, from the bottom"),
+        K::Color<&G::m_crBalloon>(Common, "BALLOONCOLOR_RGB", "balloon"),
+        K::Number<&G::m_nChartMax, &G::m_nDefChartMax>(Own, "CHARTMAX", 0, "top of the scale"),
+        K::Number<&G::m_nChartMin>(Own, "CHARTMIN", 0, "bottom of the scale"),
+        K::Number<&G::m_dChartInterval, &G::m_nDefChartInterval>(Own, "CHARTINTERVAL", 0, "step of the scale"),
+        K::Number<&G::m_nChartMaxBig, &G::m_nDefChartMaxBig>(Own, "CHARTMAX_BIG", 0, "top of the big scale"),
+        K::Number<&G::m_nChartIntervalBig, &G::m_nDefChartIntervalBig>(Own, "CHARTINTERVAL_BIG", 0,
+                                                                       "step of the big scale"),
+        K::Number<&G::m_nVMeasureSize>(Common, "VMEASURESIZE", 12, "scale labels, points"),
+        K::Number<&G::m_nVMeasureLabelSize, &G::m_nHMeasureLabelSize>(Common, "MEASURELABELSIZE", 12,
+                                                                      "axis labels, points"),
+        K::Number<&G::m_nHMeasureSize>(Common, "HMEASURESIZE", 12, "kept; no painting uses it"),
+        K::Number<&G::m_nDateSize>(Common, "DATESIZE", 12, "date strip, points"),
+    };
+};
+
+CBarGraph::CBarGraph(HWND window, HDC dc, const char* section, HDC shared, HDC second, HDC balloon)
+    : CGraph(window, dc, section, shared, second, balloon) {
+    CBarGraph::ReadIniFile(g_profile);
+}
+
+CBarGraph::~CBarGraph() { CBarGraph::ClearArrays(); }
+
+long CBarGraph::ReadIniFile(char* path) {
+    melkar::ReadKeys(KeyRows::rows, *this, path, m_strSection);
+    m_nBalloonSize = 20;
+    return 0;
+}
+
+melkar::ClassKeys CBarGraph::ProfileKeys() { return {"CBarGraph", melkar::InfoOf(KeyRows::rows)}; }
+
+long CBarGraph::ClearArrays() {
+    CGraph::ClearArrays();
+    m_oaBarRects.RemoveAll();
+    m_saTargets.RemoveAll();
+    return 0;
+}
+
+void CBarGraph::ForgetDays() {
+    m_oaBarRects.RemoveAll();
+    m_dwaStatus.RemoveAll();
+    m_saDates.RemoveAll();
+    m_saValues.RemoveAll();
+}
+
+long CBarGraph::ReadDataFile(char* path) {
+    melkar::LogText("CBarGraph::ReadDataFile");
+    return melkar::ReadGuarded([&] {
+        melkar::DayFile file(path);
+        if (!file.IsOpen())
+            return melkar::kNoFile;
+        ForgetDays();
+        file.Head(melkar::kRowLimit);
+        file.Head(melkar::kRowLimit);
+        while (const CsvRow* row = file.NextDay()) {
+            m_dwaStatus.Add(static_cast<DWORD>(row->IntField(0)));
+            m_saDates.Add(row->Field(1));
+            for (int series = 0; series < SeriesCount(); ++series)
+                m_saValues.Add(row->Field(2 + series));
+        }
+        return melkar::kReadOk;
+    });
+}
+
+int CBarGraph::SeriesCount() const { return std::clamp(m_nSeriesCount, 1, kMostSeries); }
+
+double CBarGraph::FigureOf(int day, int series) const {
+    return melkar::ToDouble(m_saValues[day * SeriesCount() + series]);
+}
+
+double CBarGraph::SumOf(int day) const {
+    double sum = 0;
+    for (int series = 0; series < SeriesCount(); ++series)
+        sum += FigureOf(day, series);
+    return sum;
+}
+
+Scale CBarGraph::LeftScale() const {
+    return {double(m_nChartMin), double(m_nChartMax), m_rcCanvas.top, m_rcCanvas.bottom};
+}
+
+int CBarGraph::GetGraphMeasure() {
+    for (int day = 0; day < Days(); ++day) {
+        if (SumOf(day) > m_nChartMax) {
+            m_nChartMax = m_nChartMaxBig;
+            m_dChartInterval = m_nChartIntervalBig;
+            break;
+        }
+    }
+    return 0;
+}
+
+int CBarGraph::ResetGraphMeasure() {
+    m_nChartMax = m_nDefChartMax;
+    m_dChartInterval = m_nDefChartInterval;
+    m_nChartMaxBig = m_nDefChartMaxBig;
+    m_nChartIntervalBig = m_nDefChartIntervalBig;
+    return 0;
+}
+
+void CBarGraph::SetCanvasRect() {
+    CGraph::SetCanvasRect();
+    if (!m_strHAxsLabel.IsEmpty()) {
+        const ScopedFont font(m_hMemDC, ChartFont(m_nVMeasureLabelSize));
+        const CString label = Limited(m_strHAxsLabel, kTextBytes);
+        m_rcCanvas.bottom -= 2 * MeasureText(label, DT_CALCRECT | DT_CENTER).Height();
+    }
+    if (Days() > 0) {
+        const ScopedFont font(m_hMemDC, ChartFont(m_nDateSize, m_nDateEscapement));
+        const CString caption = Limited("  " + m_saDates[Days() - 1] + "\n", kTextBytes);
+        const CRect size = MeasureText(caption, DT_CALCRECT | DT_CENTER);
+        const double extent = melkar::ExtentOf(size.Width(), size.Height(), m_nDateEscapement).down;
+        m_rcCanvas.bottom -= melkar::Truncate(extent * 1.05);
+    }
+}
+
+long CBarGraph::Draw(CRect area, char* path) {
+    ReadDataFile(path);
+    GetGraphMeasure();
+    if (const long failure = CGraph::Draw(area, path))
+        return failure;
+    try {
+        if (DrawNoRecordsMessage() == 0) {
+            DrawRectangle(m_hMemDC, m_rcCanvas, m_crCanvas, m_crCanvas, 1);
+            DrawCanvasMeasure();
+            DrawBarChart();
+            DrawCanvas();
+            DrawTargetAverage();
+            DrawValueOnBar();
+            DrawDate();
+            DrawVAxsLabel();
+            DrawHAxsLabel();
+            DrawSecExs();
+            DrawNoDataMessage();
+            DrawExcludeMessage();
+        }
+        BitBlt();
+        return 0;
+    } catch (...) {
+        return -999;
+    }
+}
+
+long CBarGraph::DrawBarChart() {
+    m_oaBarRects.RemoveAll();
+    if (m_nSeriesCount > 1)
+        DrawStackedBars();
+    else
+        DrawSingleBars();
+    DrawNoDataMessage();
+    DrawExcludeMessage();
+    return 0;
+}
+
+void CBarGraph::DrawStackedBars() {
+    const Scale scale = LeftScale();
+    for (int day = 0; day < Days(); ++day) {
+        const BarSpan span = melkar::BarOf(m_rcCanvas, day, Days());
+        int bottom = m_rcCanvas.bottom;
+        double sum = 0;
+        for (int series = 0; series < SeriesCount(); ++series) {
+            sum += FigureOf(day, series);
+            const CRect bar(span.left, melkar::FigureY(scale, sum), span.right, bottom);
+            m_oaBarRects.Add(bar);
+            DrawRectangle(m_hMemDC, bar, m_crSeries[series], m_crSeries[series], 1);
+            bottom = bar.top;
+        }
+    }
+}
+
+void CBarGraph::DrawSingleBars() {
+    const Scale scale = LeftScale();
+    for (int day = 0; day < Days(); ++day) {
+        const BarSpan span = melkar::BarOf(m_rcCanvas, day, Days());
+        const int top = melkar::FigureFromZeroY(scale, FigureOf(day, 0));
+        const CRect bar(span.left, top, span.right, m_bPolyline ? top : m_rcCanvas.bottom);
+        m_oaBarRects.Add(bar);
+        if (m_bPolyline) {
+            DrawPolyline(day);
+        } else {
+            const COLORREF color = BarColorOf(day);
+            DrawRectangle(m_hMemDC, bar, color, color, 1);
+        }
+    }
+}
+
+/// The stroke from the day before to this day.
+void CBarGraph::DrawPolyline(int day) {
+    if (day == 0)
+        return;
+    const auto peak = [this](int of) {
+        const RECT& bar = *m_oaBarRects[of];
+        return CPoint((bar.left + bar.right) / 2, bar.top);
+    };
+    const ScopedPen pen(m_hMemDC, PS_SOLID, kPolylineWidth, m_crPen);
+    DrawLine(m_hMemDC, peak(day - 1), peak(day), nullptr);
+}
+
+COLORREF CBarGraph::BarColorOf(int day) const {
+    const bool reached = day < m_saTargets.GetSize() && FigureOf(day, 0) >= melkar::ToDouble(m_saTargets[day]);
+    return reached ? m_crBar2 : m_crBar;
+}

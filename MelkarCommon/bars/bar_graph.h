@@ -1,0 +1,161 @@
+#pragma once
+
+#include <MelkarCommon/api.h>
+#include <MelkarCommon/frame/graph.h>
+
+namespace melkar {
+struct Scale;
+class DayFile;
+class CsvRow;
+} // namespace melkar
+
+/// One bar per day, or a stack of up to ten series per day, on a scale from the profile.
+///
+/// Data file: two head rows, then per day: status, date text, one figure per series. A single series measures its bars
+/// from 0, stacked ones from the bottom of the scale. After `Draw` the bar rectangles stay in `m_oaBarRects`, on which
+/// clicks and hovering work.
+class MELKAR_API CBarGraph : public CGraph {
+public:
+    /// Arguments as for `CGraph`.
+    CBarGraph(HWND window, HDC dc, const char* section, HDC shared, HDC second, HDC balloon);
+    ~CBarGraph() override;
+
+    using CGraph::OnClick;
+    using CGraph::OnMouseMove;
+
+    long ClearArrays() override;
+    /// @return 0; 101 with everything kept if the file can't be opened; 103 after an exception.
+    long ReadDataFile(char* path) override;
+    long ReadIniFile(char* path) override;
+    /// Reads the file anew (the former figures stay if it can't be opened) and draws.
+    /// @return 0, 201 without a device context, -999 after an exception while drawing.
+    long Draw(CRect area, char* path) override;
+    void SetCanvasRect() override;
+
+    // Steps of the draw cycle; a derived class changes one by overriding it.
+    virtual long DrawBarChart();       ///< the bars, and their rectangles. @return 0
+    virtual long DrawCanvas();         ///< frame of the canvas. @return 0
+    virtual long DrawCanvasMeasure();  ///< scale lines and labels. @return 0
+    virtual void DrawTargetAverage();  ///< the overlays that are switched on
+    virtual void DrawTarget();         ///< target legend and line
+    virtual void CalcTargetRect();     ///< places `m_rcTarget`
+    virtual void DrawAverage();        ///< average legend and line
+    virtual long DrawValueOnBar();     ///< figures. @return 0
+    virtual long DrawDate();           ///< date strip. @return 0
+    virtual long DrawDateDailyCoach(); ///< date strip by calendar, for a derived class. @return 0
+
+    // Mouse, between draws; points are in the coordinates of the shared surface.
+    virtual long OnClick(int x, int y);       ///< tests as below. @return 0
+    virtual long OnClick(CPoint point);       ///< @return day under the point, or -1
+    virtual long OnMouseMove(long x, long y); ///< as below. @return 0
+    /// Brings the clean picture back and paints a balloon beside the pointer if a bar is under it.
+    /// @return the bar's index in `m_oaBarRects`, or -1
+    virtual long OnMouseMove(CPoint point);
+
+    virtual void DrawSecExs();       ///< nothing here: extras of a derived class
+    virtual long DrawVAxsLabel();    ///< vertical axis label. @return 0
+    virtual long DrawHAxsLabel();    ///< horizontal axis label. @return 0
+    virtual int ResetGraphMeasure(); ///< back to the scale of the profile. @return 0
+    virtual int GetGraphMeasure();   ///< takes the big scale if a day lies above the top. @return 0
+
+    void SetPrintTarget(int print) { m_bPrintTarget = print; }
+    void SetPrintAverage(int print) { m_bPrintAverage = print; }
+    unsigned long GetBarColor() const { return m_crBar; }
+    unsigned long GetBarColor2() const { return m_crBar2; }
+    void SetBarColor2(unsigned long color) { m_crBar2 = static_cast<COLORREF>(color); }
+    static melkar::ClassKeys ProfileKeys();
+
+protected:
+    /// Series per day, within 1 to 10 whatever `m_nSeriesCount` says.
+    int SeriesCount() const;
+    double FigureOf(int day, int series) const;
+    double SumOf(int day) const; ///< of all series
+    melkar::Scale LeftScale() const;
+    /// Forgets days, figures and bars; not the targets.
+    void ForgetDays();
+    /// Four rows of the surface's pen from y - 2 to y + 1; a dash or dot pattern lines up.
+    void DrawThickLine(int fromX, int toX, int y);
+    /// The target's line over each day that has a figure and a target on the scale.
+    void DrawTargetLine();
+    /// The average's line across the canvas, if it lies on the scale.
+    void DrawAverageLine();
+    CString AverageText() const;               ///< label, average and unit
+    void DrawTick(int x, int bottom, int top); ///< of the date strip, upwards from `bottom`
+
+    int m_nDefChartMax = 0;
+    int m_nDefChartInterval = 0;
+    int m_nDefChartMaxBig = 0;
+    int m_nDefChartIntervalBig = 0;
+    int m_nChartMax = 0;         ///< top of the scale in use
+    int m_nChartMin = 0;         ///< bottom of the scale
+    double m_dChartInterval = 0; ///< step of the scale in use
+    int m_nChartMaxBig = 0;
+    int m_nChartIntervalBig = 0;
+    int m_nSeriesCount = 1; ///< at most 10
+    int m_bPolyline = 0;    ///< a single series is painted as a line
+    COLORREF m_crSeries[10] = {};
+
+public:
+    /// Bar rectangles of the last painting, index day x series count + series.
+    CObArray m_oaBarRects;
+
+protected:
+    COLORREF m_crBar = 0;   ///< below its target, or without one
+    COLORREF m_crBar2 = 0;  ///< at or above its target
+    CString m_strVAxsLabel; ///< the unit
+    CString m_strHAxsLabel;
+    int m_nVAxsSize = 0;
+    int m_nHAxsSize = 0;
+    CString m_strTargetLabel;
+
+public:
+    CStringArray m_saTargets; ///< target per day; a day without an entry has none
+
+protected:
+    COLORREF m_crTarget = 0;
+    int m_nTargetLeft = 0;
+    int m_nTargetTop = 0;
+    CString m_strAverageLabel;
+    CString m_strAverage;
+    COLORREF m_crAverage = 0;
+    int m_nAverageLeft = 0;
+    int m_nAverageTop = 0;
+    CRect m_rcTarget; ///< box of the target legend
+    int m_bPrintTarget = 0;
+    int m_bPrintAverage = 0;
+    int m_bValueOnBar = 1;
+    int m_bDateStrip = 1;
+    int m_nDateEscapement = 0; ///< tenths of a degree
+    CString m_strHeaderField0;
+    CString m_strHeaderField1;
+
+public:
+    int m_nFirstWeekday = 0; ///< weekday number of the first day, for the strip by calendar
+
+protected:
+    int m_nDecimals = 0; ///< of scale labels and figures
+    int m_nScaleFlag = 0;
+    int m_bValueTransparent = 0; ///< 0: figures stand on the canvas colour
+    int m_nVMeasureSize = 0;
+    int m_nVMeasureLabelSize = 0;
+    int m_nHMeasureSize = 0;
+    int m_nHMeasureLabelSize = 0;
+    int m_nDateSize = 0;
+    int m_nBalloonSize = 20;
+    COLORREF m_crBalloon = 0;
+
+private:
+    struct KeyRows;
+    void DrawStackedBars();
+    void DrawSingleBars();
+    void DrawPolyline(int day);
+    COLORREF BarColorOf(int day) const;
+    CString FigureText(int day) const;
+    void DrawFigure(const CString& figure, const RECT& bar);
+    int HitTest(CPoint point, int enabled) const;
+    void DrawBalloon(CPoint pointer, int bar);
+    void DrawTurnedCaption(int day, const CString& caption);
+    void DrawCentredCaption(int day, const CString& caption, int zeroHeight);
+    CString PeriodCaption(int day) const;
+    bool IsCaptionedByCalendar(int day) const;
+};

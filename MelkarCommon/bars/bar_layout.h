@@ -1,0 +1,50 @@
+#pragma once
+
+#include <MelkarCommon/support/platform/arrays.h>
+#include <MelkarCommon/support/platform/geometry.h>
+
+#include <cstdint>
+
+/// @file
+/// Where days and bars stand on the canvas. Device units; divisions truncate towards zero.
+///
+///   L                                   R
+///   |   +---+       +---+               |     slot of a day: an Nth of the canvas
+///   |   |   |       |   |       +---+   |     bar: half a slot wide, in its middle
+///   |   | d0|       | d1|       | d2|   |     all series of a day share left and right
+///   +-------------+-------------+-------+  B
+
+namespace melkar {
+
+/// Left and right of a day's bar.
+struct BarSpan {
+    int left;
+    int right;
+
+    int Middle() const { return (left + right) / 2; }
+};
+
+/// The left edge of a day's slot; of the day behind the last one, the right edge of the canvas.
+inline int SlotLeft(const CRect& canvas, int day, int days) {
+    return canvas.left + static_cast<int>(std::int64_t{canvas.Width()} * day / days);
+}
+
+/// `days` is at least 1.
+inline BarSpan BarOf(const CRect& canvas, int day, int days) {
+    const int width = static_cast<int>(canvas.Width() / (std::int64_t{2} * days));
+    const int left = static_cast<int>(std::int64_t{canvas.Width()} * day / days) + width / 2 + canvas.left;
+    return {left, left + width};
+}
+
+/// Index of the bar under a point: the first whose right edge isn't left of it and whose top isn't below it, since a
+/// stack grows upwards; -1 in the gaps, above the bars and from `bottom` down.
+int BarAt(const CObArray& bars, int x, int y, int bottom);
+
+/// How far a text of this size reaches across and down when it is turned by an angle in tenths of a degree.
+struct TurnedExtent {
+    double across;
+    double down;
+};
+TurnedExtent ExtentOf(int width, int height, int escapement);
+
+} // namespace melkar

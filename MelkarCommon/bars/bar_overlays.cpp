@@ -1,0 +1,84 @@
+// Target and average lines over the bars, each with a legend.
+
+#include <MelkarCommon/bars/bar_graph.h>
+#include <MelkarCommon/bars/bar_layout.h>
+#include <MelkarCommon/bars/scale.h>
+#include <MelkarCommon/support/numbers.h>
+#include <MelkarCommon/support/platform/drawing.h>
+#include <MelkarCommon/support/scoped.h>
+#include <MelkarCommon/support/support.h>
+
+using melkar::Scale;
+using melkar::ScopedFont;
+using melkar::ScopedPen;
+
+namespace {
+
+constexpr int kSampleWidth = 60;   ///< line sample of a legend
+constexpr int kAverageIndent = 65; ///< from the left end of the sample to the text
+constexpr int kLegendBytes = 127;
+
+int MiddleOf(const CRect& box) { return (box.top + box.bottom) / 2; }
+
+} // namespace
+
+void CBarGraph::DrawThickLine(int fromX, int toX, int y) {
+    for (int row = y - 2; row <= y + 1; ++row)
+        DrawLine(m_hMemDC, CPoint(fromX, row), CPoint(toX, row), nullptr);
+}
+
+void CBarGraph::DrawTargetAverage() {
+    SetBkMode(m_hMemDC, TRANSPARENT);
+    const ScopedFont font(m_hMemDC, ChartFont(m_nTargetSize));
+    if (m_bPrintAverage)
+        DrawAverage();
+    if (m_bPrintTarget)
+        DrawTarget();
+}
+
+void CBarGraph::CalcTargetRect() {
+    m_rcTarget = MeasureText(m_strTargetLabel, DT_CALCRECT | DT_SINGLELINE);
+    m_rcTarget.OffsetRect(m_rcCanvas.right - m_rcTarget.right, m_rcTitle.bottom - m_rcTarget.bottom);
+}
+
+void CBarGraph::DrawTarget() {
+    CalcTargetRect();
+    const ScopedPen pen(m_hMemDC, PS_DOT, 1, m_crTarget);
+    PaintText(m_strTargetLabel, m_rcTarget, DT_BOTTOM | DT_RIGHT);
+    DrawThickLine(m_rcTarget.left, m_rcTarget.left - kSampleWidth, MiddleOf(m_rcTarget));
+    DrawTargetLine();
+}
+
+void CBarGraph::DrawTargetLine() {
+    const Scale scale = LeftScale();
+    for (int day = 0; day < Days() && day < m_saTargets.GetSize(); ++day) {
+        const double target = melkar::ToDouble(m_saTargets[day]);
+        if (m_saValues[day * SeriesCount()].IsEmpty() || !melkar::LiesOn(scale, target))
+            continue;
+        DrawThickLine(melkar::SlotLeft(m_rcCanvas, day, Days()), melkar::SlotLeft(m_rcCanvas, day + 1, Days()),
+                      melkar::TargetY(scale, target));
+    }
+}
+
+CString CBarGraph::AverageText() const {
+    CString text;
+    text.Format("  %s: %s %s", m_strAverageLabel.GetString(), m_strAverage.GetString(), m_strVAxsLabel.GetString());
+    return Limited(text, kLegendBytes);
+}
+
+void CBarGraph::DrawAverage() {
+    const ScopedPen pen(m_hMemDC, PS_DASH, 1, m_crAverage);
+    const CString text = AverageText();
+    CRect box = MeasureText(text, DT_CALCRECT | DT_SINGLELINE);
+    DrawThickLine(box.left, box.left + kSampleWidth, MiddleOf(box));
+    DrawAverageLine();
+    box.OffsetRect(kAverageIndent, 0);
+    PaintText(text, box, DT_BOTTOM | DT_RIGHT);
+}
+
+void CBarGraph::DrawAverageLine() {
+    const Scale scale = LeftScale();
+    const double average = melkar::ToDouble(m_strAverage);
+    if (melkar::LiesOn(scale, average))
+        DrawThickLine(m_rcCanvas.left, m_rcCanvas.right, melkar::AverageY(scale, average));
+}

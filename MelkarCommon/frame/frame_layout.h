@@ -1,0 +1,30 @@
+#pragma once
+
+#include <MelkarCommon/support/platform/geometry.h>
+
+/// @file
+/// Where the frame's parts stand. Device units; divisions truncate towards zero.
+///
+///   graph.left                                  graph.right
+///    |#  Title                                       |     # side bar, one pixel wide
+///    |#        +----------------------------------+  |     title space: title height x space / 2
+///    |#  scale |             canvas               |  |     scale: room for the labels left of the canvas
+///    |#        +----------------------------------+  |     right margin: width / 50
+///    |#                                              |     bottom margin: height / 20
+
+namespace melkar {
+
+constexpr CRect SideBarOf(const CRect& graph) { return {graph.left, graph.top, graph.left + 1, graph.bottom}; }
+
+/// Where the title begins; its right and bottom come from its text.
+constexpr CRect TitleStart(const CRect& graph, const CRect& sideBar) {
+    return {sideBar.right + 1, graph.top + 1, graph.left + 30, graph.bottom - 1};
+}
+
+/// @param titleSpace room above the canvas in half title heights @param scaleRoom width of the scale labels
+constexpr CRect CanvasOf(const CRect& graph, const CRect& sideBar, int titleHeight, int titleSpace, int scaleRoom) {
+    return {sideBar.right + scaleRoom, graph.top + titleHeight * titleSpace / 2, graph.right - graph.Width() / 50,
+            graph.bottom - graph.Height() / 20};
+}
+
+} // namespace melkar

@@ -1,0 +1,264 @@
+#include <MelkarCommon/frame/graph.h>
+
+#include <MelkarCommon/frame/frame_layout.h>
+#include <MelkarCommon/frame/key_table.h>
+#include <MelkarCommon/support/platform/drawing.h>
+#include <MelkarCommon/support/platform/text_engine.h>
+#include <MelkarCommon/support/ring_log.h>
+#include <MelkarCommon/support/scoped.h>
+#include <MelkarCommon/support/support.h>
+
+#include <algorithm>
+
+using melkar::KeySection;
+using melkar::ScopedFont;
+
+namespace {
+
+char g_profile[] = "..\\conf\\graph.cnf";
+
+constexpr DWORD kPitchAndFamily = 0x31;
+constexpr int kTitleBytes = 255;
+constexpr int kMessageBytes = 511;
+constexpr int kMostPoints = 20000;       ///< text sizes beyond it are as good as this one
+constexpr int kMostCoordinate = 1 << 24; ///< beyond it, sums and products of a layout could leave an int
+
+bool MakesSense(const CRect& area) {
+    const auto fits = [](int edge) { return edge >= -kMostCoordinate && edge <= kMostCoordinate; };
+    return fits(area.left) && fits(area.top) && fits(area.right) && fits(area.bottom);
+}
+
+} // namespace
+
+struct CGraph::KeyRows {
+    using K = melkar::Keys<CGraph>;
+    static constexpr KeySection Common = KeySection::Common;
+    static constexpr KeySection Own = KeySection::Own;
+    static constexpr melkar::KeyRow<CGraph> rows[] = {
+        K::Number<&CGraph::m_nLang>(Common, "LANG", 0, "language number"),
+        K::Text<&CGraph::m_strLocale>(Common, "LOCALE", "locale of dates, such as ja_JP.UTF-8"),
+        K::Color<&CGraph::m_crCanvas>(Common, "CANVASCOLOR_RGB", "background of the canvas"),
+        K::Color<&CGraph::m_crBase>(Common, "BASECOLOR_RGB", "background of the whole graph"),
+        K::Color<&CGraph::m_crPen>(Common, "PENCOLOR_RGB", "lines and frames"),
+        K::Color<&CGraph::m_crSideBar>(Own, "SIDEBARCOLOR_RGB", "kept; no graph paints with it"),
+        K::Text<&CText::m_strText>(Own, "TITLELABEL", "title"),
+        K::Color<&CText::m_crColor>(Own, "TITLECOLOR_RGB", "title; in the background's colour it keeps its room only"),
+        K::Number<&CText::m_nSize>(Own, "TITLESIZE", 0, "title, points"),
+        K::Text<&CGraph::m_strFont, &CText::m_strFontName>(Common, "FONT", "face of all texts"),
+        K::Number<&CGraph::m_nCharset, &CText::m_dwCharSet>(Common, "CHARSET", 0,
+                                                            "character set of texts that aren't UTF-8"),
+        K::Text<&CGraph::m_strDateFormatType>(Common, "GRAPH_DATE_FORMAT_TYPE",
+                                              "key of the date format in section SYSTEM of config.cnf"),
+        K::Text<&CGraph::m_strDateFormatSpan>(Common, "GRAPH_DATE_FORMAT_SPAN", "between the two dates of a period"),
+        K::Color<&CGraph::m_crExclude>(Common, "EXCLUDE_COLOR_RGB", "excluded message"),
+        K::Color<&CGraph::m_crNoData>(Common, "NODATA_COLOR_RGB", "no-data message"),
+        K::Color<&CGraph::m_crNoRecords>(Common, "NORECORDS_COLOR_RGB", "no-records message"),
+        K::Message<&CGraph::m_strNoRecordsMessage>(Common, "NORECORDS_MESSAGE", "shown if no day has records"),
+        K::Message<&CGraph::m_strNoDataMessage>(Common, "NODATA_MESSAGE", "shown if no day has data"),
+        K::Message<&CGraph::m_strExcludeMessage>(Common, "EXCLUDE_MESSAGE", "shown if every day is excluded"),
+        K::Number<&CGraph::m_nValueSize>(Common, "VALUESIZE", 14, "figures on the bars, points"),
+        K::Number<&CGraph::m_nTargetSize>(Common, "TARGETSIZE", 10, "legends, points"),
+        K::Number<&CGraph::m_bCoach>(Common, "COACH", 0, "1: every second scale label is left out"),
+    };
+};
+
+CGraph::CGraph(HWND window, HDC dc, const char* section, HDC shared, HDC second, HDC balloon)
+    : m_hWnd(window), m_hDC(dc), m_Ini(g_profile), m_strSection(section),
+      m_Title("Title", 20, 0, "", 0, 0, 0, 0, 0, 0, 1, 0, 0, 0, 0), m_hGMemDC(shared), m_hGMemDCCir(second),
+      m_hGMemDCBalloon(balloon) {
+    CGraph::ReadIniFile(g_profile);
+}
+
+CGraph::~CGraph() { FreeSurface(); }
+
+long CGraph::ClearArrays() {
+    m_saValues.RemoveAll();
+    m_saDates.RemoveAll();
+    m_dwaStatus.RemoveAll();
+    m_saDateEnds.RemoveAll();
+    return 0;
+}
+
+long CGraph::ReadDataFile(char*) { return 0; }
+
+long CGraph::ReadIniFile(char* path) {
+    melkar::ReadKeys(KeyRows::rows, *this, path, m_strSection);
+    m_Title.m_nWeight = FW_BOLD;
+    return 0;
+}
+
+melkar::ClassKeys CGraph::ProfileKeys() { return {"CGraph", melkar::InfoOf(KeyRows::rows)}; }
+
+long CGraph::Draw(CRect area, char*) {
+    if (!m_hDC)
+        return 201;
+    if (!MakesSense(area)) {
+        melkar::LogText("CGraph::Draw: rectangle beyond all bounds");
+        return -999;
+    }
+    try {
+        PrepareSurface(area);
+        DrawRectangle(m_hMemDC, m_rcGraph, m_crBase, m_crBase, 0);
+        DrawSideBar();
+        DrawTitle();
+        SetCanvasRect();
+        JudgeStatuses();
+        DrawNoRecordsMessage();
+        DrawNoDataMessage();
+        DrawExcludeMessage();
+        BitBlt();
+        return 0;
+    } catch (...) {
+        return -999;
+    }
+}
+
+long CGraph::Redraw() { return 0; }
+long CGraph::OnClick() { return 0; }
+long CGraph::OnMouseMove() { return 0; }
+
+long CGraph::Initialize(HWND window, HDC dc, HDC shared, HDC second, HDC balloon) {
+    m_hWnd = window;
+    m_hDC = dc;
+    if (shared)
+        m_hGMemDC = shared;
+    if (second)
+        m_hGMemDCCir = second;
+    if (balloon)
+        m_hGMemDCBalloon = balloon;
+    return 0;
+}
+
+/// Each cycle works on a fresh surface; under direct output on the device context itself.
+void CGraph::PrepareSurface(const CRect& area) {
+    FreeSurface();
+    m_rcGraph = area;
+    m_hMemDC = CreateCompatibleDC(m_hDC);
+    m_ownsMemDC = !m_bDirectOutput;
+    if (m_bDirectOutput)
+        return;
+    m_nOriginX = area.left;
+    m_nOriginY = area.top;
+    m_rcGraph.OffsetRect(-area.left, -area.top);
+    m_hBitmap = CreateCompatibleBitmap(m_hDC, m_rcGraph.Width(), m_rcGraph.Height());
+    m_hOldBitmap = static_cast<HBITMAP>(SelectObject(m_hMemDC, m_hBitmap));
+}
+
+void CGraph::FreeSurface() {
+    if (m_ownsMemDC) {
+        SelectObject(m_hMemDC, m_hOldBitmap);
+        DeleteObject(m_hBitmap);
+        DeleteDC(m_hMemDC);
+    }
+    m_hMemDC = nullptr;
+    m_hBitmap = m_hOldBitmap = nullptr;
+    m_ownsMemDC = false;
+}
+
+void CGraph::JudgeStatuses() {
+    const int days = m_dwaStatus.GetSize();
+    m_bNoRecords = 1;
+    m_bExclude = m_bNoData = days > 0;
+    for (int day = 0; day < days; ++day) {
+        const DWORD status = m_dwaStatus[day];
+        if (status != 4)
+            m_bNoRecords = 0;
+        if (status != 1 && status != 2 && status != 3)
+            m_bExclude = 0;
+        if (status != 2 && status != 3)
+            m_bNoData = 0;
+    }
+}
+
+void CGraph::SetSideBar() { m_rcSideBar = melkar::SideBarOf(m_rcGraph); }
+
+void CGraph::DrawSideBar() { SetSideBar(); }
+
+void CGraph::SetTitleRect() { m_rcTitle = melkar::TitleStart(m_rcGraph, m_rcSideBar); }
+
+void CGraph::DrawTitle() {
+    SetTitleRect();
+    const CString title = Limited(m_Title.m_strText, kTitleBytes);
+    const ScopedFont font(m_hMemDC, PlainFont(m_Title.m_nSize, FW_BOLD, m_Title.m_strFontName));
+    SetBkMode(m_hMemDC, m_Title.m_nBkMode);
+    SetTextColor(m_hMemDC, m_Title.m_crColor);
+    m_rcTitle = MeasureText(title, DT_CALCRECT | DT_SINGLELINE, m_rcTitle);
+    if (m_Title.m_crColor != m_crBase)
+        PaintText(title, m_rcTitle, DT_SINGLELINE);
+    SetTextColor(m_hMemDC, 0);
+}
+
+void CGraph::SetCanvasRect() {
+    const int scaleRoom = MeasureText("99999 999", DT_CALCRECT).Width();
+    m_rcCanvas = melkar::CanvasOf(m_rcGraph, m_rcSideBar, m_rcTitle.Height(), m_nTitleSpace, scaleRoom);
+}
+
+CString CGraph::FormatDate(int day) { return ::FormatDateEx(m_saDates.GetAt(day), m_strDateFormatType, m_strLocale); }
+
+long CGraph::DrawNoRecordsMessage() {
+    if (!m_bNoRecords)
+        return 0;
+    SetBkMode(m_hMemDC, TRANSPARENT);
+    PaintMessage(m_strNoRecordsMessage, m_crNoRecords);
+    SetBkMode(m_hMemDC, OPAQUE);
+    return -1;
+}
+
+long CGraph::DrawNoDataMessage() {
+    if (m_bNoData)
+        PaintMessage(m_strNoDataMessage, m_crNoData);
+    return 0;
+}
+
+long CGraph::DrawExcludeMessage() {
+    if (m_bExclude && !m_bNoData && !m_bNoRecords)
+        PaintMessage(m_strExcludeMessage, m_crExclude);
+    return 0;
+}
+
+/// Centred across the graph, its lines as a block in the middle of the height.
+void CGraph::PaintMessage(const CString& message, COLORREF color) {
+    const CString text = Limited(message, kMessageBytes);
+    const ScopedFont font(m_hMemDC, PlainFont(m_nMessageSize, FW_NORMAL, m_strFont));
+    SetTextColor(m_hMemDC, color);
+    const int height = MeasureText(text, DT_CALCRECT | DT_CENTER | DT_VCENTER).Height();
+    CRect box = m_rcGraph;
+    box.OffsetRect(0, m_rcGraph.Height() / 2 - height / 2);
+    PaintText(text, box, DT_CENTER | DT_VCENTER);
+    SetTextColor(m_hMemDC, 0);
+}
+
+void CGraph::BitBlt() {
+    if (m_bDirectOutput)
+        return;
+    ::BitBlt(m_nViewMode == 1 ? m_hGMemDCCir : m_hGMemDC, m_nOriginX, m_nOriginY, m_rcGraph.Width(), m_rcGraph.Height(),
+             m_hMemDC, 0, 0, SRCCOPY);
+}
+
+HDC CGraph::CreateCompatibleDC(HDC surface) { return m_bDirectOutput ? surface : ::CreateCompatibleDC(surface); }
+
+HFONT CGraph::ChartFontFor(HDC surface, int size, int escapement) const {
+    const int height = ChartMulDiv(std::min(size, kMostPoints), GetDeviceCaps(surface, LOGPIXELSY), 72);
+    return CreateFontA(-height, 0, escapement, 0, FW_NORMAL, 0, 0, 0, static_cast<DWORD>(m_nCharset), 0, 0,
+                       PROOF_QUALITY, kPitchAndFamily, m_strFont);
+}
+
+/// Titles and messages keep a size of 0 as it is.
+HFONT CGraph::PlainFont(int size, int weight, const CString& face) const {
+    const int height = MulDiv(std::clamp(size, -kMostPoints, kMostPoints), GetDeviceCaps(m_hMemDC, LOGPIXELSY), 72);
+    return CreateFontA(-height, 0, 0, 0, weight, 0, 0, 0, static_cast<DWORD>(m_nCharset), 0, 0, PROOF_QUALITY,
+                       kPitchAndFamily, face);
+}
+
+CRect CGraph::MeasureText(const CString& text, UINT format, CRect box) const {
+    DrawTextExA(m_hMemDC, const_cast<char*>(text.GetString()), text.GetLength(), &box, format, nullptr);
+    return box;
+}
+
+void CGraph::PaintText(const CString& text, CRect box, UINT format) const {
+    DrawTextExA(m_hMemDC, const_cast<char*>(text.GetString()), text.GetLength(), &box, format, nullptr);
+}
+
+CString CGraph::Limited(const CString& text, int bytes) const {
+    return CString(melkar::CutBytes(text.View(), static_cast<std::size_t>(bytes), m_nCharset));
+}

@@ -1,0 +1,163 @@
+#pragma once
+
+#include <MelkarCommon/api.h>
+#include <MelkarCommon/support/ini_reader.h>
+#include <MelkarCommon/support/platform/arrays.h>
+#include <MelkarCommon/support/platform/cstring.h>
+#include <MelkarCommon/support/platform/geometry.h>
+#include <MelkarCommon/support/platform/types.h>
+#include <MelkarCommon/support/text.h>
+
+namespace melkar {
+template <class Graph> struct KeyRow;
+template <class Graph> struct Keys;
+struct ClassKeys;
+namespace detail {
+template <auto Member, class Graph> auto& Of(Graph& graph);
+}
+} // namespace melkar
+
+/// The frame of every graph: its surfaces and profile, the first half of a draw cycle (working surface, background,
+/// title, canvas, day statuses and their messages), and copying the picture out.
+///
+/// A graph is made once per view and drawn any number of times. It works on a surface of its own and copies the
+/// finished picture to the shared surface at the place that `Draw` was given; with direct output it paints straight
+/// onto the device context instead. One thread at a time may use a graph and its surfaces.
+///
+/// Results of graph operations: 0 success; 101 the data file can't be opened; 102 no day rows in it; 103 an exception
+/// while reading; 201 no device context; -999 an exception while drawing; -1 a message was painted and nothing more
+/// is to be drawn.
+class MELKAR_API CGraph {
+public:
+    /// Reads the graph's keys from "..\conf\graph.cnf".
+    /// @param window stored only; may be null
+    /// @param dc device context that the graph suits; the caller's, like the three surfaces, all of which must outlive
+    ///        the graph
+    /// @param section the graph's own section of the profile
+    /// @param shared receives the picture @param second receives it while `m_nViewMode` is 1
+    /// @param balloon holds a clean copy of the picture, which the caller keeps up to date
+    CGraph(HWND window, HDC dc, const char* section, HDC shared, HDC second, HDC balloon);
+    virtual ~CGraph();
+    CGraph(const CGraph&) = delete;
+    CGraph& operator=(const CGraph&) = delete;
+
+    virtual long ClearArrays();            ///< forgets the data. @return 0
+    virtual long ReadDataFile(char* path); ///< nothing here. @return 0
+    virtual long ReadIniFile(char* path);  ///< reads this class's keys. @return 0
+    /// First half of a draw cycle on `area` (device units); the path isn't used here.
+    /// @return 0, 201 without a device context, -999 for a rectangle beyond +-2^24 and after an exception.
+    virtual long Draw(CRect area, char* path);
+    virtual long Redraw();      ///< nothing here. @return 0
+    virtual long OnClick();     ///< nothing here. @return 0
+    virtual long OnMouseMove(); ///< nothing here. @return 0
+    /// Binds the graph to another window and device context, and to those surfaces that aren't null. @return 0
+    virtual long Initialize(HWND window, HDC dc, HDC shared, HDC second, HDC balloon);
+    virtual void SetCanvasRect();        ///< lays out `m_rcCanvas`; side bar and title are set
+    virtual void DrawSideBar();          ///< lays out the side bar; paints nothing
+    virtual void SetSideBar();           ///< a strip one pixel wide at the left
+    virtual void SetTitleRect();         ///< where the title begins
+    virtual void DrawTitle();            ///< paints the title and fits `m_rcTitle` to it
+    virtual CString FormatDate(int day); ///< date text of that day
+    virtual long DrawNoRecordsMessage(); ///< @return -1 if it was painted, else 0
+    virtual long DrawNoDataMessage();    ///< @return 0
+    virtual long DrawExcludeMessage();   ///< @return 0
+
+    /// Copies the picture to the shared surface; nothing under direct output.
+    void BitBlt();
+    /// A new memory surface that suits `surface` and that the caller deletes; under direct output `surface` itself.
+    HDC CreateCompatibleDC(HDC surface);
+    /// 1: paint straight onto the device context, in its coordinates. To be set before `Draw`.
+    void SetDirectOutput(int direct) { m_bDirectOutput = direct; }
+    int GetDirectOutput() const { return m_bDirectOutput; }
+    HDC GetGMemDC() const { return m_hGMemDC; }
+    HDC GetGMemDCCir() const { return m_hGMemDCCir; }
+    HDC GetGMemDCBalloon() const { return m_hGMemDCBalloon; }
+    static int GetViewMode(int mode) { return mode % 100; }
+    static melkar::ClassKeys ProfileKeys();
+
+protected:
+    /// A font of `size` points (11 if it is 0 or negative) in the graph's face and character set, for the working
+    /// surface. The caller owns it.
+    HFONT ChartFont(int size, int escapement = 0) const { return ChartFontFor(m_hMemDC, size, escapement); }
+    HFONT ChartFontFor(HDC surface, int size, int escapement = 0) const;
+    /// The size of a text on the working surface in its font, from `box`'s left and top on.
+    CRect MeasureText(const CString& text, UINT format, CRect box = CRect()) const;
+    void PaintText(const CString& text, CRect box, UINT format) const;
+    /// The head of a text that fits a fixed room of `bytes`, cutting no character in two.
+    CString Limited(const CString& text, int bytes) const;
+    int Days() const { return m_saDates.GetSize(); }
+
+    CString m_strNoRecordsMessage;
+    COLORREF m_crNoRecords = 0;
+    CString m_strNoDataMessage;
+    COLORREF m_crNoData = 0;
+    CString m_strExcludeMessage;
+    COLORREF m_crExclude = 0;
+    int m_bNoRecords = 0; ///< every day has status 4
+    int m_bExclude = 0;   ///< every day has status 1, 2 or 3
+    int m_bNoData = 0;    ///< every day has status 2 or 3
+    HWND m_hWnd = nullptr;
+    HDC m_hDC = nullptr;
+    HDC m_hMemDC = nullptr;         ///< working surface: all painting goes here
+    HBITMAP m_hBitmap = nullptr;    ///< bitmap of the working surface
+    HBITMAP m_hOldBitmap = nullptr; ///< what the working surface held before
+    CString m_strLocale;            ///< locale of dates
+    CString m_strDateFormatType;    ///< key of the date format in the date profile
+    CString m_strDateFormatSpan;    ///< stands between the two dates of a period
+    CString m_strFont;              ///< face of all chart fonts
+    int m_nCharset = 0;             ///< character set of all chart fonts
+
+public:
+    int m_nViewMode = 0; ///< 1 sends the picture to the second shared surface
+
+protected:
+    int m_nLang = 0;
+    CIniReader m_Ini; ///< bound to "..\conf\graph.cnf"
+    CString m_strSection;
+    CRect m_rcGraph; ///< the whole graph; at (0, 0) on a working surface of its own
+    CRect m_rcTitle;
+    CRect m_rcCanvas; ///< the plot area
+    CRect m_rcSideBar;
+    int m_nOriginX = 0; ///< where the picture lands on the shared surface
+    int m_nOriginY = 0;
+    COLORREF m_crBase = 0;
+    COLORREF m_crCanvas = 0;
+    COLORREF m_crPen = 0;
+    COLORREF m_crSideBar = 0;
+    CText m_Title;
+
+public:
+    CStringArray m_saValues;   ///< figures as text, in the order that the class sets
+    CStringArray m_saDates;    ///< one date text per day; its size is the number of days
+    CStringArray m_saDateEnds; ///< last day of a slot that spans a period; for the caller or a derived class to fill
+    int m_bClickEnabled = 1;   ///< 1: clicks are tested
+    int m_bHoverEnabled = 1;   ///< 1: mouse moves are tested
+
+protected:
+    int m_nTargetSize = 0; ///< points: legends of target and average
+    int m_nValueSize = 0;  ///< points: figures on the bars
+
+public:
+    CDWordArray m_dwaStatus; ///< per day: 0 figures, 1 excluded, 2 and 3 no data, 4 no records
+
+protected:
+    int m_nTitleSpace = 3;   ///< room above the canvas in half title heights
+    int m_nMessageSize = 32; ///< points: status messages
+    int m_bCoach = 0;        ///< lighter axis labelling
+    int m_bDirectOutput = 0;
+    HDC m_hGMemDC = nullptr;
+    HDC m_hGMemDCCir = nullptr;
+    HDC m_hGMemDCBalloon = nullptr;
+
+private:
+    template <auto Member, class Graph> friend auto& melkar::detail::Of(Graph& graph);
+    struct KeyRows;
+
+    void PrepareSurface(const CRect& area);
+    void FreeSurface();
+    void JudgeStatuses();
+    void PaintMessage(const CString& message, COLORREF color);
+    HFONT PlainFont(int size, int weight, const CString& face) const;
+
+    bool m_ownsMemDC = false; ///< the working surface is the graph's, not the caller's
+};

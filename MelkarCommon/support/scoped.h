@@ -1,0 +1,46 @@
+#pragma once
+
+#include <MelkarCommon/support/platform/drawing.h>
+#include <MelkarCommon/support/platform/types.h>
+
+/// @file
+/// Drawing tools for one scope: selected at the beginning, put back and deleted at the end, whatever happens in
+/// between.
+
+namespace melkar {
+
+/// Selects an object that it owns from now on; null selects nothing.
+class ScopedObject {
+public:
+    ScopedObject(HDC surface, HGDIOBJ object)
+        : m_surface(surface), m_object(object), m_former(SelectObject(surface, object)) {}
+    ~ScopedObject() {
+        SelectObject(m_surface, m_former);
+        DeleteObject(m_object);
+    }
+    ScopedObject(const ScopedObject&) = delete;
+    ScopedObject& operator=(const ScopedObject&) = delete;
+
+private:
+    HDC m_surface;
+    HGDIOBJ m_object;
+    HGDIOBJ m_former;
+};
+
+class ScopedFont : public ScopedObject {
+public:
+    ScopedFont(HDC surface, HFONT font) : ScopedObject(surface, font) {}
+};
+
+class ScopedPen : public ScopedObject {
+public:
+    ScopedPen(HDC surface, int style, int width, COLORREF color)
+        : ScopedObject(surface, CreatePen(style, width, color)) {}
+};
+
+class ScopedBrush : public ScopedObject {
+public:
+    ScopedBrush(HDC surface, COLORREF color) : ScopedObject(surface, CreateSolidBrush(color)) {}
+};
+
+} // namespace melkar

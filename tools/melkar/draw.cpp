@@ -1,0 +1,138 @@
+#include "draw.h"
+
+#include <MelkarCommon/support/platform/drawing.h>
+#include <MelkarCommon/support/platform/surface.h>
+
+#include <cstdio>
+#include <filesystem>
+#include <iostream>
+
+namespace melkar::tool {
+namespace {
+
+struct DeleteSurface {
+    void operator()(HDC surface) const { DeleteDC(surface); }
+};
+using Surface = std::unique_ptr<HDC__, DeleteSurface>;
+
+/// The library's codes in words.
+struct CodeText {
+    long code;
+    const char* text;
+};
+constexpr CodeText kCodeTexts[] = {
+    {101, "the data file can't be opened"},
+    {103, "the data file couldn't be read"},
+    {201, "there is no surface to draw on"},
+    {-999, "drawing broke off"},
+};
+
+const char* TextOf(long code) {
+    for (const CodeText& known : kCodeTexts) {
+        if (known.code == code)
+            return known.text;
+    }
+    return "drawing failed";
+}
+
+int FailWith(long code, const std::string& what) {
+    std::cerr << "melkar: " << code << ": " << TextOf(code) << ": " << what << '\n';
+    return 1;
+}
+
+int Fail(const char* sentence, const std::string& what) {
+    std::cerr << "melkar: " << sentence << ": " << what << '\n';
+    return 1;
+}
+
+void PrintClick(Chart& chart, CPoint point) {
+    const long day = chart.Click(point);
+    if (day < 0)
+        std::cout << "no day\n";
+    else
+        std::cout << "day " << day << ' ' << chart.DateOf(day) << '\n';
+}
+
+long DrawWhole(Chart& chart, Request& request) {
+    const CRect area(0, 0, request.size.width, request.size.height);
+    const long result = chart.Graph().Draw(area, request.data.data());
+    if (result == 0 && request.click)
+        PrintClick(chart, *request.click);
+    return result;
+}
+
+/// As a host with a window does it: the picture lands on the shared surface, a clean copy lies on the balloon surface.
+int DrawPixels(Chart& chart, Request& request) {
+    const auto [width, height] = request.size;
+    const Surface shared(CreateMemorySurface(width, height, request.dpi));
+    const Surface second(CreateMemorySurface(width, height, request.dpi));
+    const Surface balloon(CreateMemorySurface(width, height, request.dpi));
+    chart.Graph().Initialize(nullptr, shared.get(), shared.get(), second.get(), balloon.get());
+    if (const long code = DrawWhole(chart, request); code != 0)
+        return FailWith(code, request.data);
+    BitBlt(balloon.get(), 0, 0, width, height, shared.get(), 0, 0, SRCCOPY);
+    if (request.hover)
+        chart.Hover(*request.hover);
+    if (request.output == Output::Png && WritePng(shared.get(), request.out.c_str()) != 0)
+        return Fail("the picture can't be written", request.out);
+    return 0;
+}
+
+/// Draws straight onto the surface, as onto a printer's page.
+long DrawDirect(Chart& chart, Request& request, HDC surface) {
+    chart.Graph().Initialize(nullptr, surface, surface, nullptr, nullptr);
+    chart.Graph().SetDirectOutput(1);
+    return DrawWhole(chart, request);
+}
+
+/// The page goes to a file beside the wanted one first, so that a failure leaves a former picture alone and a page
+/// that couldn't be finished is noticed.
+int DrawPage(Chart& chart, Request& request) {
+    const std::string part = request.out + ".part";
+    const PageFormat format = request.output == Output::Pdf ? PageFormat::Pdf : PageFormat::Svg;
+    std::error_code ignored;
+    std::filesystem::remove(part, ignored);
+    Surface page(CreatePageSurface(part.c_str(), format, request.size.width, request.size.height, request.dpi));
+    if (!page)
+        return Fail("the picture can't be written", request.out);
+    const long code = DrawDirect(chart, request, page.get());
+    page.reset();
+    if (code != 0) {
+        std::filesystem::remove(part, ignored);
+        return FailWith(code, request.data);
+    }
+    if (std::rename(part.c_str(), request.out.c_str()) != 0)
+        return Fail("the picture can't be written", request.out);
+    return 0;
+}
+
+int DrawRecord(Chart& chart, Request& request) {
+    const Surface record(CreateRecordingSurface(request.size.width, request.size.height, request.dpi));
+    if (const long code = DrawDirect(chart, request, record.get()); code != 0)
+        return FailWith(code, request.data);
+    std::cout << GetRecording(record.get());
+    return 0;
+}
+
+} // namespace
+
+int Draw(Request request) {
+    const auto chart = request.kind->make(request.chart);
+    // A graph draws its former days if the file is missing and doesn't tell; so the file is tried first. One without
+    // day rows (102 in some classes) is a picture with a message.
+    constexpr long kNoDayRows = 102;
+    if (const long code = chart->Graph().ReadDataFile(request.data.data()); code != 0 && code != kNoDayRows)
+        return FailWith(code, request.data);
+
+    int exitCode = 0;
+    if (request.output == Output::Svg || request.output == Output::Pdf)
+        exitCode = DrawPage(*chart, request);
+    else if (request.output == Output::Record)
+        exitCode = DrawRecord(*chart, request);
+    else
+        exitCode = DrawPixels(*chart, request);
+    std::cout.flush();
+    return exitCode == 0 && !std::cout ? Fail("the output can't be written", "standard output") : exitCode;
+}
+
+} // namespace melkar::tool

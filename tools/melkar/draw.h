@@ -1,0 +1,30 @@
+#pragma once
+
+#include "geometry.h"
+#include "kinds.h"
+
+#include <optional>
+#include <string>
+
+namespace melkar::tool {
+
+enum class Output { None, Png, Svg, Pdf, Record };
+
+/// One picture, with all arguments checked and all paths absolute.
+struct Request {
+    const Kind* kind = nullptr;
+    ChartOptions chart;
+    std::string data;
+    std::string out;
+    Output output = Output::None;
+    Size size{900, 500};
+    int dpi = 96;
+    std::optional<CPoint> hover; ///< the balloon of this point goes into the picture; pixels only
+    std::optional<CPoint> click; ///< the day at this point is printed
+};
+
+/// Draws and writes. The process's current directory must be the host's: the library finds its profile from there.
+/// @return 0, or 1 after a message on the error stream
+int Draw(Request request);
+
+} // namespace melkar::tool

@@ -1,0 +1,178 @@
+// melkar: draws one chart from a profile and a data file. Exit codes: 0 drawn, 1 failed, 2 wrong usage.
+
+#include "draw.h"
+
+#include <CLI/CLI.hpp>
+
+#include <cctype>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+
+namespace {
+
+using namespace melkar::tool;
+namespace fs = std::filesystem;
+
+constexpr int kUsageError = 2;
+constexpr int kMaxSeries = 10;
+constexpr int kMaxDpi = 4800;
+
+/// The arguments as they were typed.
+struct Arguments {
+    std::string kind;
+    std::string base = ".";
+    std::string data;
+    std::string out;
+    std::string size = "900x500";
+    std::string hover;
+    std::string click;
+    int dpi = 96;
+    bool record = false;
+    bool noFigures = false;
+    ChartOptions chart;
+};
+
+/// A sentence for the error stream.
+struct UsageError {
+    std::string sentence;
+};
+
+std::string KindList() {
+    std::string list = "Kinds:\n";
+    for (const Kind& kind : Kinds())
+        list += "  " + std::string(kind.name) + std::string(14 - std::string_view(kind.name).size(), ' ') +
+                kind.description + "\n";
+    return list;
+}
+
+void AddDrawOptions(CLI::App& draw, Arguments& arguments) {
+    draw.footer(KindList());
+    draw.option_defaults()->take_last();
+    draw.add_option("KIND", arguments.kind, "What to draw; the list stands below")->required();
+    draw.add_option("--section", arguments.chart.section, "Section of the profile")->required();
+    draw.add_option("--data", arguments.data, "Data file")->required();
+    draw.add_option(
+        "--base", arguments.base,
+        "Directory that plays the current directory of the host: the profile is ..\\conf\\graph.cnf from here");
+    draw.add_option("--size", arguments.size, "Width x height in device units, such as 900x500");
+    draw.add_option("--dpi", arguments.dpi, "Device units per inch")->check(CLI::Range(1, kMaxDpi));
+    draw.add_option("--series", arguments.chart.series, "Figures per day")->check(CLI::Range(1, kMaxSeries));
+    draw.add_option("--target", arguments.chart.target, "Target of every day")->check(CLI::Number);
+    draw.add_flag("--no-figures", arguments.noFigures, "No figures above the bars");
+    draw.add_option("--hover", arguments.hover, "X,Y: paint the balloon of this point into the picture (.png only)");
+    draw.add_option("--click", arguments.click, "X,Y: print the day at this point");
+    draw.add_flag("--record", arguments.record, "Print the drawing operations instead of writing a file");
+    draw.add_option("-o", arguments.out, "Picture to write: .png, .svg or .pdf");
+}
+
+Output OutputOf(const Arguments& arguments) {
+    if (arguments.record && !arguments.out.empty())
+        throw UsageError{"--record prints to the standard output and takes no -o"};
+    if (arguments.record)
+        return Output::Record;
+    if (arguments.out.empty()) {
+        if (arguments.click.empty())
+            throw UsageError{"nothing to do: give -o, --record or --click"};
+        return Output::None;
+    }
+    const std::string suffix = fs::path(arguments.out).extension().string();
+    if (suffix == ".png")
+        return Output::Png;
+    if (suffix == ".svg")
+        return Output::Svg;
+    if (suffix == ".pdf")
+        return Output::Pdf;
+    throw UsageError{"the picture's name must end in .png, .svg or .pdf: " + arguments.out};
+}
+
+std::optional<CPoint> PointOf(const std::string& text, const char* option) {
+    if (text.empty())
+        return std::nullopt;
+    const auto point = ParsePoint(text);
+    if (!point)
+        throw UsageError{std::string(option) + " takes two whole numbers, as in 120,300: " + text};
+    return point;
+}
+
+bool SameName(std::string_view a, std::string_view b) {
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                      [](unsigned char x, unsigned char y) { return std::tolower(x) == std::tolower(y); });
+}
+
+/// Sections match in any case, as the library reads them.
+bool HasSection(std::istream& profile, std::string_view section) {
+    for (std::string line; std::getline(profile, line);) {
+        const auto open = line.find('[');
+        const auto close = line.find(']');
+        if (open != std::string::npos && close != std::string::npos && open < close &&
+            line.find_first_not_of(" \t\xEF\xBB\xBF") == open &&
+            SameName(std::string_view(line).substr(open + 1, close - open - 1), section))
+            return true;
+    }
+    return false;
+}
+
+void EnterBase(const Arguments& arguments) {
+    std::error_code error;
+    fs::current_path(arguments.base, error);
+    if (error)
+        throw UsageError{"the base directory can't be entered: " + arguments.base};
+    std::ifstream profile("../conf/graph.cnf");
+    if (!profile)
+        throw UsageError{"there is no profile ../conf/graph.cnf from the base directory: " + arguments.base};
+    if (!HasSection(profile, arguments.chart.section))
+        throw UsageError{"the profile has no section: " + arguments.chart.section};
+}
+
+Request RequestOf(const Arguments& arguments) {
+    Request request;
+    request.kind = FindKind(arguments.kind);
+    if (request.kind == nullptr)
+        throw UsageError{"unknown kind: " + arguments.kind + " (melkar draw --help lists them)"};
+    const auto size = ParseSize(arguments.size);
+    if (!size)
+        throw UsageError{"--size takes width x height from 1 to 32767, as in 900x500: " + arguments.size};
+    request.size = *size;
+    request.output = OutputOf(arguments);
+    request.hover = PointOf(arguments.hover, "--hover");
+    request.click = PointOf(arguments.click, "--click");
+    if (request.hover && request.output != Output::Png)
+        throw UsageError{"--hover needs a picture of pixels: -o NAME.png"};
+    request.chart = arguments.chart;
+    request.chart.figures = !arguments.noFigures;
+    request.dpi = arguments.dpi;
+    request.data = fs::absolute(arguments.data).string();
+    request.out = fs::absolute(arguments.out.empty() ? "." : arguments.out).string();
+    return request;
+}
+
+int RunDraw(const Arguments& arguments) {
+    Request request = RequestOf(arguments);
+    EnterBase(arguments); // from here on relative paths mean something else
+    return Draw(std::move(request));
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    CLI::App app{"Draws health charts from a profile and a data file"};
+    app.require_subcommand(1);
+    Arguments arguments;
+    CLI::App* draw = app.add_subcommand("draw", "Draw one chart into a picture");
+    AddDrawOptions(*draw, arguments);
+    try {
+        app.parse(argc, argv);
+        return RunDraw(arguments);
+    } catch (const CLI::CallForHelp& help) {
+        return app.exit(help);
+    } catch (const CLI::ParseError& error) {
+        std::cerr << "melkar: " << error.what() << '\n';
+    } catch (const UsageError& error) {
+        std::cerr << "melkar: " << error.sentence << '\n';
+    } catch (const std::exception& error) {
+        std::cerr << "melkar: " << error.what() << '\n';
+        return 1;
+    }
+    return kUsageError;
+}

@@ -1,0 +1,72 @@
+#!/usr/bin/env bash
+# melkar_command.sh MELKAR SAMPLES: exit codes, messages and outputs of the command, one case a line.
+set -euo pipefail
+
+melkar=$1
+samples=$2
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+
+# The cases run in a copy, so that the ring log grows there.
+cp -r "$samples/app" "$samples/data" "$work"
+cd "$work"
+printf 'head\nhead\n' >no-days.csv
+echo former >kept.svg
+
+failures=0
+fail() {
+    echo "FAILED: $1: $2"
+    failures=$((failures + 1))
+}
+
+# expect WHY EXIT-CODE PATTERN ARGUMENT...: a bar chart of the sample week; the pattern stands in what is printed.
+expect() {
+    local why=$1 code=$2 pattern=$3 actual=0 printed
+    shift 3
+    printed=$("$melkar" draw bar --base app/bin --section BAR_WEEK --size 900x500 "$@" 2>&1) || actual=$?
+    [[ $actual -eq $code ]] || fail "$why" "exit code $actual, not $code: $printed"
+    grep -qE -- "$pattern" <<<"$printed" || fail "$why" "no '$pattern' in: $printed"
+}
+
+# expect_file WHY MAGIC FILE: the file begins with these bytes.
+expect_file() {
+    [[ $(head -c "${#2}" "$3" | tr -d '\0') == "$2" ]] || fail "$1" "$3 doesn't begin with $2"
+}
+
+week=(--data data/bar-week.csv)
+expect "pixels"                     0 '^$' "${week[@]}" -o a.png
+expect "page, portable"             0 '^$' "${week[@]}" -o a.pdf
+expect "page, scalable"             0 '^$' "${week[@]}" -o a.svg
+expect_file "pixels" $'\x89PNG' a.png
+expect_file "page, portable" '%PDF' a.pdf
+expect_file "page, scalable" '<?xml' a.svg
+expect "a balloon changes it"       0 '^$' "${week[@]}" --hover 480,420 -o b.png
+! cmp -s a.png b.png || fail "a balloon changes it" "the pictures are equal"
+expect "a balloon beside the bars"  0 '^$' "${week[@]}" --hover 480,20 -o c.png
+cmp -s a.png c.png || fail "a balloon beside the bars" "the pictures differ"
+
+expect "the record names a title"   0 'Steps this week' "${week[@]}" --record
+expect "no days: the message"       0 'No records yet' --data no-days.csv --record
+expect "a click on the third day"   0 '^day 2 Wed 5$' "${week[@]}" --click 373,420
+expect "a click above a bar"        0 '^no day$' "${week[@]}" --click 373,60
+expect "a click outside"            0 '^no day$' "${week[@]}" --click=-5,9999
+
+expect "no data file"               1 '^melkar: 101: .*missing.csv' --data missing.csv -o kept.svg
+expect_file "no data file" 'former' kept.svg
+expect "no directory for a page"    1 '^melkar: .*nowhere' "${week[@]}" -o nowhere/a.svg
+expect "no directory for pixels"    1 '^melkar: .*nowhere' "${week[@]}" -o nowhere/a.png
+[[ -z $(find . -name '*.part') ]] || fail "failed pages" "a part is left behind"
+
+expect "no output"                  2 'nothing to do' "${week[@]}"
+expect "unknown suffix"             2 'must end in' "${week[@]}" -o a.bmp
+expect "no size"                    2 '--size' "${week[@]}" --size 900 -o a.png
+expect "size of nothing"            2 '--size' "${week[@]}" --size 0x500 -o a.png
+expect "size beyond a surface"      2 '--size' "${week[@]}" --size 32768x1 -o a.png
+expect "point of words"             2 '--hover' "${week[@]}" --hover 1,b -o a.png
+expect "balloon on a page"          2 '--hover' "${week[@]}" --hover 1,1 -o a.pdf
+expect "no such section"            2 'no section: OTHER' "${week[@]}" --section OTHER -o a.png
+expect "no such base"               2 'nowhere' "${week[@]}" --base nowhere -o a.png
+expect "base without a profile"     2 'no profile' "${week[@]}" --base / -o a.png
+expect "too many series"            2 '--series' "${week[@]}" --series 11 -o a.png
+
+[[ $failures -eq 0 ]] && echo "all cases passed"

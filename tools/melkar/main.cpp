@@ -4,10 +4,13 @@
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <cctype>
 #include <filesystem>
 #include <fstream>
+#include <iomanip>
 #include <iostream>
+#include <sstream>
 
 namespace {
 
@@ -39,11 +42,11 @@ struct UsageError {
 };
 
 std::string KindList() {
-    std::string list = "Kinds:\n";
+    std::ostringstream list;
+    list << "Kinds:\n" << std::left;
     for (const Kind& kind : Kinds())
-        list += "  " + std::string(kind.name) + std::string(14 - std::string_view(kind.name).size(), ' ') +
-                kind.description + "\n";
-    return list;
+        list << "  " << std::setw(14) << kind.name << kind.description << '\n';
+    return list.str();
 }
 
 void AddDrawOptions(CLI::App& draw, Arguments& arguments) {
@@ -153,9 +156,7 @@ int RunDraw(const Arguments& arguments) {
     return Draw(std::move(request));
 }
 
-} // namespace
-
-int main(int argc, char** argv) {
+int Run(int argc, char** argv) {
     CLI::App app{"Draws health charts from a profile and a data file"};
     app.require_subcommand(1);
     Arguments arguments;
@@ -163,16 +164,25 @@ int main(int argc, char** argv) {
     AddDrawOptions(*draw, arguments);
     try {
         app.parse(argc, argv);
-        return RunDraw(arguments);
     } catch (const CLI::CallForHelp& help) {
         return app.exit(help);
+    }
+    return RunDraw(arguments);
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    try {
+        return Run(argc, argv);
     } catch (const CLI::ParseError& error) {
         std::cerr << "melkar: " << error.what() << '\n';
+        return kUsageError;
     } catch (const UsageError& error) {
         std::cerr << "melkar: " << error.sentence << '\n';
+        return kUsageError;
     } catch (const std::exception& error) {
         std::cerr << "melkar: " << error.what() << '\n';
         return 1;
     }
-    return kUsageError;
 }

@@ -5,6 +5,7 @@
 #include <MelkarCommon/bars/bar_graph.h>
 
 #include <concepts>
+#include <utility>
 
 namespace melkar::tool {
 

@@ -26,19 +26,26 @@ long CBarGraph::DrawCanvasMeasure() {
     if (!(m_dChartInterval > 0))
         m_dChartInterval = kFallbackInterval;
 
-    const Scale scale = LeftScale();
-    const int labelHeight = MeasureText("0", DT_CALCRECT).Height();
-    const melkar::ScaleWalk walk = melkar::WalkScale(scale, m_dChartInterval, labelHeight);
-    for (int line = 0; line < walk.count; ++line) {
-        const CString label = melkar::ScaleLabel(walk.At(line), m_nDecimals);
-        const int y = melkar::ScaleLineY(scale, walk.At(line));
-        CRect box = MeasureText(label, DT_CALCRECT);
-        box.OffsetRect(m_rcCanvas.left - kLabelGap - box.right, y - box.Height() / 2);
-        if (!m_bCoach || line % 2 != 0)
-            PaintText(label, box, DT_RIGHT);
-        DrawLine(m_hMemDC, CPoint(m_rcCanvas.left, y), CPoint(m_rcCanvas.right, y), nullptr);
+    for (const melkar::ScaleStep& step : ScaleSteps(LeftScale(), m_dChartInterval, m_nDecimals)) {
+        CRect box = step.box;
+        box.OffsetRect(m_rcCanvas.left - kLabelGap - box.right, step.y - box.Height() / 2);
+        if (!m_bCoach || !step.even)
+            PaintText(step.label, box, DT_RIGHT);
+        DrawLine(m_hMemDC, CPoint(m_rcCanvas.left, step.y), CPoint(m_rcCanvas.right, step.y), nullptr);
     }
     return 0;
+}
+
+std::vector<melkar::ScaleStep> CBarGraph::ScaleSteps(const Scale& scale, double interval, int decimals) const {
+    const int labelHeight = MeasureText("0", DT_CALCRECT).Height();
+    const melkar::ScaleWalk walk = melkar::WalkScale(scale, interval, labelHeight);
+    std::vector<melkar::ScaleStep> steps;
+    for (int i = 0; i < walk.count; ++i) {
+        const double value = walk.At(i);
+        const CString label = melkar::ScaleLabel(value, decimals);
+        steps.push_back({label, MeasureText(label, DT_CALCRECT), melkar::ScaleLineY(scale, value), i % 2 == 0});
+    }
+    return steps;
 }
 
 long CBarGraph::DrawCanvas() {

@@ -26,6 +26,8 @@ char g_profile[] = "..\\conf\\graph.cnf";
 constexpr int kMostSeries = 10;
 constexpr int kTextBytes = 127; ///< fixed room of a date text and of the horizontal label while they are measured
 constexpr int kPolylineWidth = 4;
+constexpr int kRepairedMax = 10000; ///< top of a scale that a data file left at 0 or below
+constexpr int kNoScaleCode = 340;   ///< what the log says of it
 
 } // namespace
 
@@ -96,6 +98,24 @@ void CBarGraph::ForgetDays() {
     m_saValues.RemoveAll();
 }
 
+bool CBarGraph::AddDay(const CsvRow& row) {
+    m_dwaStatus.Add(static_cast<DWORD>(row.IntField(0)));
+    m_saDates.Add(row.Field(1));
+    return row.IntField(0) == 0;
+}
+
+void CBarGraph::TakeHeaderFields(const CsvRow& row) {
+    m_strHeaderField0 = row.Field(0);
+    m_strHeaderField1 = row.Field(1);
+}
+
+void CBarGraph::RepairChartMax() {
+    if (m_nChartMax > 0)
+        return;
+    m_nChartMax = kRepairedMax;
+    writeLogCode(kLogFile, kNoScaleCode);
+}
+
 long CBarGraph::ReadDataFile(char* path) {
     melkar::LogText("CBarGraph::ReadDataFile");
     return melkar::ReadGuarded([&] {
@@ -105,13 +125,12 @@ long CBarGraph::ReadDataFile(char* path) {
         ForgetDays();
         file.Head(melkar::kRowLimit);
         file.Head(melkar::kRowLimit);
-        while (const CsvRow* row = file.NextDay()) {
-            m_dwaStatus.Add(static_cast<DWORD>(row->IntField(0)));
-            m_saDates.Add(row->Field(1));
+        melkar::ReadDays(file, [this](const CsvRow& row) {
+            AddDay(row);
             for (int series = 0; series < SeriesCount(); ++series)
-                m_saValues.Add(row->Field(2 + series));
-        }
-        return melkar::kReadOk;
+                m_saValues.Add(row.Field(2 + series));
+        });
+        return melkar::kReadOk; // a file without days is no failure here
     });
 }
 

@@ -3,9 +3,11 @@
 #include <MelkarCommon/api.h>
 #include <MelkarCommon/frame/graph.h>
 
+#include <vector>
+
 namespace melkar {
 struct Scale;
-class DayFile;
+struct ScaleStep;
 class CsvRow;
 } // namespace melkar
 
@@ -71,10 +73,19 @@ protected:
     double FigureOf(int day, int series) const;
     double SumOf(int day) const; ///< of all series
     melkar::Scale LeftScale() const;
-    /// Forgets days, figures and bars; not the targets.
-    void ForgetDays();
+
+    // For data readers.
+    void ForgetDays();                      ///< days, figures and bars; not the targets
+    bool AddDay(const melkar::CsvRow& row); ///< status and date. @return whether the day has figures (status 0)
+    void TakeHeaderFields(const melkar::CsvRow& row);
+    void RepairChartMax(); ///< 10000, and a log line, in place of a top of the scale of 0 or less
+
+    // For painters.
+    /// The steps of a scale with their labels measured in the surface's font.
+    std::vector<melkar::ScaleStep> ScaleSteps(const melkar::Scale& scale, double interval, int decimals) const;
     /// Four rows of the surface's pen from y - 2 to y + 1; a dash or dot pattern lines up.
     void DrawThickLine(int fromX, int toX, int y);
+    void DrawLegendLine(const CRect& text); ///< the sample of a line legend, left of its text
     /// The target's line over each day that has a figure and a target on the scale.
     void DrawTargetLine();
     /// The average's line across the canvas, if it lies on the scale.

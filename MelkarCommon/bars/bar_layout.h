@@ -36,6 +36,16 @@ inline BarSpan BarOf(const CRect& canvas, int day, int days) {
     return {left, left + width};
 }
 
+/// What a line series keeps of a day: a twentieth of the canvas wide around the slot's middle, without height at `y`.
+inline CRect LineBoxOf(const CRect& canvas, int day, int days, int y) {
+    const int width = canvas.Width() / 20;
+    const int left = static_cast<int>(canvas.Width() / (std::int64_t{2} * days) +
+                                      std::int64_t{canvas.Width()} * day / days - width / 2 + canvas.left);
+    return {left, y, left + width, y};
+}
+inline CPoint DotOf(const CRect& box) { return {(box.left + box.right) / 2, box.top}; }
+inline int DotRadius(const CRect& box) { return box.Width() / 10; }
+
 /// Index of the bar under a point: the first whose right edge isn't left of it and whose top isn't below it, since a
 /// stack grows upwards; -1 in the gaps, above the bars and from `bottom` down.
 int BarAt(const CObArray& bars, int x, int y, int bottom);

@@ -27,6 +27,10 @@ void CBarGraph::DrawThickLine(int fromX, int toX, int y) {
         DrawLine(m_hMemDC, CPoint(fromX, row), CPoint(toX, row), nullptr);
 }
 
+void CBarGraph::DrawLegendLine(const CRect& text) {
+    DrawThickLine(text.left, text.left - kSampleWidth, MiddleOf(text));
+}
+
 void CBarGraph::DrawTargetAverage() {
     SetBkMode(m_hMemDC, TRANSPARENT);
     const ScopedFont font(m_hMemDC, ChartFont(m_nTargetSize));
@@ -45,7 +49,7 @@ void CBarGraph::DrawTarget() {
     CalcTargetRect();
     const ScopedPen pen(m_hMemDC, PS_DOT, 1, m_crTarget);
     PaintText(m_strTargetLabel, m_rcTarget, DT_BOTTOM | DT_RIGHT);
-    DrawThickLine(m_rcTarget.left, m_rcTarget.left - kSampleWidth, MiddleOf(m_rcTarget));
+    DrawLegendLine(m_rcTarget);
     DrawTargetLine();
 }
 

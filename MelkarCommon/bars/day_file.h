@@ -42,6 +42,16 @@ private:
     CsvRow m_row;
 };
 
+/// Hands each of the remaining day rows to `take`. @return 0, or 102 if there was none.
+template <class Take> long ReadDays(DayFile& file, Take take) {
+    long result = kNoDays;
+    while (const CsvRow* row = file.NextDay()) {
+        take(*row);
+        result = kReadOk;
+    }
+    return result;
+}
+
 /// Runs a reader; whatever it throws becomes 103.
 template <class Reader> long ReadGuarded(Reader reader) {
     try {

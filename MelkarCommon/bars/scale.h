@@ -1,6 +1,7 @@
 #pragma once
 
 #include <MelkarCommon/support/platform/cstring.h>
+#include <MelkarCommon/support/platform/geometry.h>
 
 /// @file
 /// Scales: where a value stands between the bottom and the top of a canvas, and the walk of the scale lines. All y are
@@ -54,6 +55,14 @@ struct ScaleWalk {
 /// Every `interval` (above 0) from the bottom while not above the top. Where there would be more lines than pixel rows,
 /// only a round multiple of the interval gets a line, so that labels of `labelHeight` have room.
 ScaleWalk WalkScale(const Scale& scale, double interval, int labelHeight);
+
+/// One step of a scale, ready to be placed.
+struct ScaleStep {
+    CString label;
+    CRect box; ///< the label's size, its top-left corner at (0, 0)
+    int y;     ///< of the line
+    bool even; ///< the first step and every second one after it: has no label in coach mode
+};
 
 /// A whole value without decimals, any other with `decimals` of them.
 CString ScaleLabel(double value, int decimals);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <MelkarCommon/api.h>
 #include <MelkarCommon/support/ini_reader.h>
 #include <MelkarCommon/support/platform/cstring.h>
 #include <MelkarCommon/support/platform/profile.h>
@@ -46,7 +47,7 @@ struct ClassKeys {
 constexpr int kMostColors = 10; ///< a numbered row of colours ends here
 
 /// One reading of a profile, as seen by one graph.
-class KeyReader {
+class MELKAR_API KeyReader {
 public:
     KeyReader(const char* path, const char* ownSection) : m_file(path), m_own(ownSection) {}
 

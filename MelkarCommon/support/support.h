@@ -37,6 +37,11 @@ MELKAR_API CString FormatDate(CString date, CString format, CString locale);
 /// most 99 bytes of it count.
 MELKAR_API CString FormatDateEx(CString date, CString key, CString locale);
 
+namespace melkar {
+/// The format that `FormatDateEx` would use: for many dates in one go.
+MELKAR_API CString DateFormat(const char* key);
+} // namespace melkar
+
 /// `MulDiv`, with 11 in place of a size that is 0 or negative.
 MELKAR_API int ChartMulDiv(int size, int numerator, int denominator);
 

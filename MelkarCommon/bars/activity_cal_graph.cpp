@@ -1,0 +1,61 @@
+#include <MelkarCommon/bars/activity_cal_graph.h>
+
+#include <MelkarCommon/bars/day_file.h>
+#include <MelkarCommon/support/platform/desktop.h>
+#include <MelkarCommon/support/ring_log.h>
+#include <MelkarCommon/support/support.h>
+
+using melkar::CsvRow;
+
+namespace {
+
+constexpr int kSmallDesktop = 820; ///< pixels
+constexpr int kSmallerDates = 3;   ///< points
+
+} // namespace
+
+CActivityCalGraph::CActivityCalGraph(HWND window, HDC dc, const char* section, HDC shared, HDC second, HDC balloon)
+    : CExpenditureGraph(window, dc, section, shared, second, balloon) {
+    m_nSeriesCount = 1;
+    m_bPrintTarget = 1;
+    m_bLines = 0;
+    m_nLineCount = 0;
+    m_bClickEnabled = 0;
+    RECT desktop{};
+    if (SystemParametersInfoA(SPI_GETWORKAREA, 0, &desktop, 0) && desktop.right - desktop.left <= kSmallDesktop)
+        m_nDateSize -= kSmallerDates;
+}
+
+long CActivityCalGraph::ReadDataFile(char* path) {
+    melkar::LogText("CActivityCalGraph::ReadDataFile");
+    ResetGraphMeasure();
+    return melkar::ReadGuarded([&] {
+        melkar::DayFile file(path);
+        if (!file.IsOpen())
+            return melkar::kNoFile;
+        ForgetPeriod();
+        file.Head();
+        TakeHeaderFields(file.Head());
+        m_strAverageIntake = "0";
+        RepairChartMax();
+        m_strAverage = file.Head().Field(2);
+
+        const CString format = melkar::DateFormat(m_strDateFormatType); // one look at the date profile for all days
+        const auto dateText = [&](const CString& day) { return ::FormatDate(day, format, m_strLocale); };
+        const long result = melkar::ReadDays(file, [&](const CsvRow& row) {
+            const bool hasFigures = AddDay(row);
+            const CString first = row.Field(1);
+            const CString last = row.Field(2);
+            const bool isOneDay = first == last;
+            m_saDates.SetAt(Days() - 1,
+                            isOneDay ? dateText(first) : " " + dateText(first) + m_strDateFormatSpan + dateText(last));
+            m_saTargets.Add(row.Field(9));
+            m_saValues.Add(hasFigures ? row.Field(11) : CString());
+        });
+        if (result == melkar::kReadOk)
+            GetGraphMeasure();
+        return result;
+    });
+}
+
+void CActivityCalGraph::DrawSecExs() {}

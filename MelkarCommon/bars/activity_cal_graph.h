@@ -1,0 +1,19 @@
+#pragma once
+
+#include <MelkarCommon/bars/expenditure_graph.h>
+
+/// Activity calories: one bar per day or per period, with a target for each, no lines and no intake band.
+///
+/// Data file: row 0 skipped; row 1: header fields in columns 0 and 1; row 2: average in column 2; then per slot status,
+/// first and last day (YYYYMMDD), target in column 9, figure in column 11, which counts only with status 0. The scale
+/// starts from the profile at each read and may go to the big one.
+class MELKAR_API CActivityCalGraph : public CExpenditureGraph {
+public:
+    /// Arguments as for `CGraph`. On a desktop whose work area is 820 pixels wide or less the dates are 3 points
+    /// smaller.
+    CActivityCalGraph(HWND window, HDC dc, const char* section, HDC shared, HDC second, HDC balloon);
+
+    /// @return 0; 101 with everything kept but the scale; 102; 103.
+    long ReadDataFile(char* path) override;
+    void DrawSecExs() override; ///< nothing
+};

@@ -1,0 +1,147 @@
+#include <MelkarCommon/bars/expenditure_graph.h>
+
+#include <MelkarCommon/bars/day_file.h>
+#include <MelkarCommon/bars/scale.h>
+#include <MelkarCommon/frame/key_table.h>
+#include <MelkarCommon/support/numbers.h>
+#include <MelkarCommon/support/platform/drawing.h>
+#include <MelkarCommon/support/ring_log.h>
+#include <MelkarCommon/support/scoped.h>
+#include <MelkarCommon/support/support.h>
+
+#include <cstdint>
+
+using melkar::CsvRow;
+using melkar::KeySection;
+using melkar::ScopedFont;
+
+namespace {
+
+char g_profile[] = "..\\conf\\graph.cnf";
+
+constexpr double kInterval = 500.0;
+constexpr int kLegendGap = 80; ///< from the second entry to the target's text, with room for the line sample
+constexpr int kSampleGap = 3;  ///< from a colour sample to its text
+
+} // namespace
+
+struct CExpenditureGraph::KeyRows {
+    using G = CExpenditureGraph;
+    using K = melkar::Keys<G>;
+    static constexpr KeySection Own = KeySection::Own;
+    static constexpr melkar::KeyRow<G> rows[] = {
+        K::Text<&G::m_strEx1Label>(Own, "EX1_LABEL", "legend of both parts"),
+        K::Text<&G::m_strEx2Label>(Own, "EX2_LABEL", "legend of the second part"),
+        K::Text<&G::m_strAverageIntakeLabel>(Own, "AVERAGE_INTAKE_LABEL", "label of the intake band"),
+        K::Color<&G::m_crIntake>(Own, "INTAKECOLOR_RGB", "intake band"),
+    };
+};
+
+CExpenditureGraph::CExpenditureGraph(HWND window, HDC dc, const char* section, HDC shared, HDC second, HDC balloon)
+    : CLineGraph(window, dc, section, shared, second, balloon) {
+    m_nSeriesCount = 2;
+    m_nDecimals = 0;
+    m_nScaleFlag = 1;
+    CExpenditureGraph::ReadIniFile(g_profile); // again the bars' keys: now for two series
+}
+
+long CExpenditureGraph::ReadIniFile(char* path) {
+    CBarGraph::ReadIniFile(path);
+    melkar::ReadKeys(KeyRows::rows, *this, path, m_strSection);
+    return 0;
+}
+
+melkar::ClassKeys CExpenditureGraph::ProfileKeys() { return {"CExpenditureGraph", melkar::InfoOf(KeyRows::rows)}; }
+
+void CExpenditureGraph::ForgetPeriod() {
+    ForgetDays();
+    m_saTargets.RemoveAll();
+}
+
+long CExpenditureGraph::ReadDataFile(char* path) {
+    melkar::LogText("CExpenditureGraph::ReadDataFile");
+    return melkar::ReadGuarded([&] {
+        melkar::DayFile file(path);
+        if (!file.IsOpen())
+            return melkar::kNoFile;
+        ForgetPeriod();
+        file.Head();
+        const CsvRow& header = file.Head();
+        TakeHeaderFields(header);
+        m_strAverageIntake = header.Field(2);
+        m_strAverage = "";
+        m_nChartMin = 0;
+        m_dChartInterval = kInterval;
+        m_nChartMax = header.IntField(4);
+        m_nHeaderField5 = header.IntField(5);
+        RepairChartMax();
+        return melkar::ReadDays(file, [this](const CsvRow& row) {
+            const bool hasFigures = AddDay(row);
+            const double rest = double(row.IntField(2)) - row.IntField(3);
+            m_saValues.Add(hasFigures ? row.Field(3) : CString());
+            m_saValues.Add(hasFigures ? melkar::FormatFixed(rest, 0) : CString());
+        });
+    });
+}
+
+long CExpenditureGraph::Draw(CRect area, char* path) {
+    ReadDataFile(path);
+    if (const long failure = CGraph::Draw(area, path))
+        return failure;
+    try {
+        DrawRectangle(m_hMemDC, m_rcCanvas, m_crCanvas, m_crCanvas, 1);
+        DrawAverageIntake();
+        DrawCanvasMeasure();
+        DrawBarChart();
+        DrawCanvas();
+        DrawTargetAverage();
+        DrawValueOnBar();
+        DrawDate();
+        DrawVAxsLabel();
+        DrawHAxsLabel();
+        DrawSecExs();
+        BitBlt();
+        return 0;
+    } catch (...) {
+        return -999;
+    }
+}
+
+long CExpenditureGraph::DrawAverageIntake() {
+    const melkar::Scale scale = LeftScale();
+    const double intake = melkar::ToDouble(m_strAverageIntake);
+    if (!melkar::LiesOn(scale, intake))
+        return 0;
+    const int height = m_nChartMax == 0 ? 0 : melkar::Truncate(scale.Height() * intake) / m_nChartMax;
+    m_rcIntake = CRect(m_rcCanvas.left, m_rcCanvas.bottom - height, m_rcCanvas.right, m_rcCanvas.bottom);
+    DrawRectangle(m_hMemDC, m_rcIntake, m_crIntake, m_crIntake, 1);
+
+    // In the right margin, from the band's top down; it wraps there.
+    const ScopedFont font(m_hMemDC, ChartFont(m_nIntakeSize));
+    const CRect margin(m_rcCanvas.right, m_rcIntake.top, m_rcGraph.right, m_rcIntake.top);
+    const CRect box = MeasureText(m_strAverageIntakeLabel, DT_EDITCONTROL | DT_CALCRECT | DT_WORDBREAK, margin);
+    PaintText(m_strAverageIntakeLabel, box, DT_EDITCONTROL | DT_WORDBREAK);
+    return 0;
+}
+
+void CExpenditureGraph::DrawSecExs() {
+    const ScopedFont font(m_hMemDC, ChartFont(m_nTargetSize));
+    if (!m_bPrintTarget) // nothing has placed the box that this row goes by
+        CalcTargetRect();
+    const CRect start(0, m_rcTarget.top, 0, 0);
+    m_rcEx1 = MeasureText(m_strEx1Label, DT_CALCRECT, start);
+    m_rcEx2 = MeasureText(m_strEx2Label, DT_CALCRECT, start);
+    m_rcEx2.OffsetRect(m_rcTarget.left - kLegendGap - m_rcEx2.right, 0);
+    m_rcEx1.OffsetRect(m_rcEx2.left - 2 * m_rcEx2.Height() - m_rcEx1.right, 0);
+    PaintText(m_strEx1Label, m_rcEx1, DT_RIGHT);
+    PaintText(m_strEx2Label, m_rcEx2, DT_RIGHT);
+
+    // A square as high as its text; `place` 0 stands beside the text, 1 left of that.
+    const auto drawSample = [this](const CRect& text, int place, COLORREF color) {
+        const int right = text.left - kSampleGap - place * text.Height();
+        DrawRectangle(m_hMemDC, CRect(right - text.Height(), text.top, right, text.bottom), color, color, 1);
+    };
+    drawSample(m_rcEx1, 0, m_crSeries[1]);
+    drawSample(m_rcEx2, 0, m_crSeries[1]);
+    drawSample(m_rcEx1, 1, m_crSeries[0]);
+}

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <MelkarCommon/bars/line_graph.h>
+
+/// Daily energy expenditure: stacked bars of two series over a band that marks the average intake, with a two-entry
+/// legend above the canvas.
+///
+/// Data file: row 0 skipped; row 1: header fields in columns 0 and 1, average intake in 2, top of the scale in 4, a
+/// number in 5; then per day status, date caption, total in column 2 and its first part in column 3, which count only
+/// with status 0. The scale comes from the file and is never replaced by the big one.
+class MELKAR_API CExpenditureGraph : public CLineGraph {
+public:
+    /// Arguments as for `CGraph`.
+    CExpenditureGraph(HWND window, HDC dc, const char* section, HDC shared, HDC second, HDC balloon);
+
+    /// @return 0; 101 with everything kept; 102 with the header taken; 103.
+    long ReadDataFile(char* path) override;
+    long ReadIniFile(char* path) override;
+    /// A cycle of its own: it goes on without records, and paints the band first.
+    /// @return 0, 201 without a device context, -999 after an exception while drawing.
+    long Draw(CRect area, char* path) override;
+    void DrawSecExs() override;       ///< the legend of the two parts, left of the target's
+    virtual long DrawAverageIntake(); ///< band and label. @return 0
+    static melkar::ClassKeys ProfileKeys();
+
+protected:
+    void ForgetPeriod(); ///< days, figures, bars and targets
+
+    CRect m_rcEx1; ///< legend of the whole
+    CRect m_rcEx2; ///< legend of the second part
+    CString m_strEx1Label;
+    CString m_strEx2Label;
+    CString m_strAverageIntakeLabel;
+    COLORREF m_crIntake = 0;
+    CString m_strAverageIntake;
+    CRect m_rcIntake; ///< the band of the last drawing
+    int m_nHeaderField5 = 0;
+    int m_nIntakeSize = 10; ///< points
+
+private:
+    struct KeyRows;
+};

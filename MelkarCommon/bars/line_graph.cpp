@@ -1,0 +1,154 @@
+#include <MelkarCommon/bars/line_graph.h>
+
+#include <MelkarCommon/bars/bar_layout.h>
+#include <MelkarCommon/bars/scale.h>
+#include <MelkarCommon/frame/key_table.h>
+#include <MelkarCommon/support/numbers.h>
+#include <MelkarCommon/support/platform/drawing.h>
+#include <MelkarCommon/support/scoped.h>
+#include <MelkarCommon/support/support.h>
+
+#include <algorithm>
+
+using melkar::KeySection;
+using melkar::Scale;
+using melkar::ScopedBrush;
+using melkar::ScopedFont;
+using melkar::ScopedPen;
+
+namespace {
+
+char g_profile[] = "..\\conf\\graph.cnf";
+
+constexpr int kMostLines = 10;
+constexpr int kLabelGap = 5; ///< between the canvas and a label of the right scale
+constexpr double kFallbackInterval = 10.0;
+
+} // namespace
+
+struct CLineGraph::KeyRows {
+    using G = CLineGraph;
+    using K = melkar::Keys<G>;
+    static constexpr KeySection Own = KeySection::Own;
+    static constexpr melkar::KeyRow<G> rows[] = {
+        K::Text<&G::m_strVLineAxsLabel>(Own, "VLINEAXSLABEL", "label of the right scale"),
+        K::Number<&G::m_nVLineAxsSize>(Own, "VLineAXSSIZE", 0, "kept; no painting uses it"),
+        K::Colors<&G::m_crLine, &G::m_nLineCount>(Own, "LINESCOLOR%d_RGB", "dots and strokes of a line"),
+        K::Colors<&G::m_crLineTarget, &G::m_nLineCount>(Own, "LINES_TARGETCOLOR%d_RGB", "kept; no painting uses it"),
+        K::Number<&G::m_dChartLineMax, &G::m_nDefLineMax>(Own, "CHARTLINEMAX", 0, "top of the right scale"),
+        K::Number<&G::m_dChartLineMin>(Own, "CHARTLINEMIN", 0, "bottom of the right scale"),
+        K::Number<&G::m_dChartLineInterval, &G::m_nDefLineInterval>(Own, "CHARTLINEINTERVAL", 0,
+                                                                    "step of the right scale"),
+        K::Number<&G::m_nChartLineMaxBig, &G::m_nDefLineMaxBig>(Own, "CHARTLINEMAX_BIG", 0, "kept; nothing selects it"),
+        K::Number<&G::m_nChartLineIntervalBig, &G::m_nDefLineIntervalBig>(Own, "CHARTLINEINTERVAL_BIG", 0,
+                                                                          "kept; nothing selects it"),
+    };
+};
+
+CLineGraph::CLineGraph(HWND window, HDC dc, const char* section, HDC shared, HDC second, HDC balloon)
+    : CBarGraph(window, dc, section, shared, second, balloon) {
+    CLineGraph::ReadIniFile(g_profile);
+}
+
+CLineGraph::~CLineGraph() { CLineGraph::ClearArrays(); }
+
+long CLineGraph::ReadIniFile(char* path) {
+    melkar::ReadKeys(KeyRows::rows, *this, path, m_strSection);
+    return 0;
+}
+
+melkar::ClassKeys CLineGraph::ProfileKeys() { return {"CLineGraph", melkar::InfoOf(KeyRows::rows)}; }
+
+long CLineGraph::ClearArrays() {
+    CBarGraph::ClearArrays();
+    m_saLineValues.RemoveAll();
+    m_oaLineRects.RemoveAll();
+    return 0;
+}
+
+int CLineGraph::ResetGraphMeasure() {
+    CBarGraph::ResetGraphMeasure();
+    m_dChartLineMax = m_nDefLineMax;
+    m_dChartLineInterval = m_nDefLineInterval;
+    m_nChartLineMaxBig = m_nDefLineMaxBig;
+    m_nChartLineIntervalBig = m_nDefLineIntervalBig;
+    return 0;
+}
+
+/// The right margin is as wide as the left one.
+void CLineGraph::SetCanvasRect() {
+    CBarGraph::SetCanvasRect();
+    m_rcCanvas.right = m_rcGraph.right - (m_rcCanvas.left - m_rcGraph.left);
+}
+
+int CLineGraph::LineCount() const { return std::clamp(m_nLineCount, 0, kMostLines); }
+
+Scale CLineGraph::RightScale() const { return {m_dChartLineMin, m_dChartLineMax, m_rcCanvas.top, m_rcCanvas.bottom}; }
+
+long CLineGraph::DrawBarChart() {
+    CBarGraph::DrawBarChart();
+    if (!m_bLines)
+        return 0;
+    m_oaLineRects.RemoveAll();
+    const Scale scale = RightScale();
+    for (int day = 0; day < Days(); ++day) {
+        for (int line = 0; line < LineCount(); ++line) {
+            const double value = melkar::ToDouble(m_saLineValues[day * LineCount() + line]);
+            m_oaLineRects.Add(melkar::LineBoxOf(m_rcCanvas, day, Days(), melkar::FigureY(scale, value)));
+            DrawDot(day, line);
+        }
+    }
+    return 0;
+}
+
+bool CLineGraph::HasDot(int day, int line) const {
+    return m_dwaStatus[day] == 0 && !m_saLineValues[day * LineCount() + line].IsEmpty();
+}
+
+/// A day's dot, and the stroke to the dot of the day before.
+void CLineGraph::DrawDot(int day, int line) {
+    if (!HasDot(day, line))
+        return;
+    const ScopedPen pen(m_hMemDC, PS_SOLID, 1, m_crLine[line]);
+    const ScopedBrush brush(m_hMemDC, m_crLine[line]);
+    const CRect box = *m_oaLineRects[day * LineCount() + line];
+    const CPoint dot = melkar::DotOf(box);
+    const int radius = melkar::DotRadius(box);
+    Pie(m_hMemDC, dot.x - radius, dot.y - radius, dot.x + radius, dot.y + radius, dot.x - radius, dot.y - radius,
+        dot.x - radius, dot.y - radius);
+    if (day > 0 && HasDot(day - 1, line))
+        DrawLine(m_hMemDC, dot, melkar::DotOf(*m_oaLineRects[(day - 1) * LineCount() + line]), nullptr);
+}
+
+long CLineGraph::DrawCanvasMeasure() {
+    CBarGraph::DrawCanvasMeasure();
+    if (!m_bLines || !m_bLineMeasure)
+        return 0;
+    if (!(m_dChartLineInterval > 0))
+        m_dChartLineInterval = kFallbackInterval;
+    {
+        const ScopedFont font(m_hMemDC, ChartFont(m_nVMeasureSize));
+        SetBkMode(m_hMemDC, TRANSPARENT);
+        for (const melkar::ScaleStep& step : ScaleSteps(RightScale(), m_dChartLineInterval, m_nLineDecimals)) {
+            CRect box = step.box;
+            box.OffsetRect(m_rcCanvas.right + kLabelGap, step.y - box.Height() / 2);
+            if (!m_bCoach || !step.even)
+                PaintText(step.label, box, DT_LEFT);
+        }
+    }
+    DrawVLineAxsLabel();
+    return 0;
+}
+
+long CLineGraph::DrawVLineAxsLabel() {
+    if (m_bLines)
+        DrawDownwardLabel(m_strVLineAxsLabel, 0.1, 5.0);
+    return 0;
+}
+
+void CLineGraph::DrawDownwardLabel(const CString& text, double share, double gap) {
+    const ScopedFont font(m_hMemDC, ChartFont(m_nVMeasureLabelSize, 2700));
+    const CRect size = MeasureText(text, DT_CALCRECT | DT_BOTTOM);
+    TextOutA(m_hMemDC, melkar::Truncate(m_rcGraph.right - size.Height() * share - gap),
+             (m_rcCanvas.bottom + m_rcCanvas.top - size.Width()) / 2, text, text.GetLength());
+}

@@ -1,0 +1,66 @@
+#pragma once
+
+#include <MelkarCommon/bars/bar_graph.h>
+
+/// Line series over the bars, on a scale of their own at the right: a dot for each day and line, and a stroke to the
+/// dot of the day before. A day whose status isn't 0 breaks the line on both sides.
+///
+/// No reader fills `m_saLineValues`; the application or a derived class does. A day without an entry, or with an empty
+/// one, has neither dot nor stroke.
+class MELKAR_API CLineGraph : public CBarGraph {
+public:
+    /// Arguments as for `CGraph`.
+    CLineGraph(HWND window, HDC dc, const char* section, HDC shared, HDC second, HDC balloon);
+    ~CLineGraph() override;
+
+    long ClearArrays() override;
+    long ReadIniFile(char* path) override;
+    void SetCanvasRect() override;
+    long DrawBarChart() override;
+    long DrawCanvasMeasure() override;
+    int ResetGraphMeasure() override; ///< both scales; the bottom of the right one stays
+    virtual long DrawVLineAxsLabel(); ///< label of the right scale, reading downwards. @return 0
+    static melkar::ClassKeys ProfileKeys();
+
+protected:
+    int LineCount() const; ///< lines per day, within 0 to 10 whatever `m_nLineCount` says
+    /// A text turned to read downwards, centred along the canvas, `gap` pixels and `share` of its height left of the
+    /// graph's right edge.
+    void DrawDownwardLabel(const CString& text, double share, double gap);
+
+    int m_bLines = 1; ///< 0 turns every line feature off
+
+public:
+    int m_nLineCount = 1; ///< lines per day
+    /// Values as text, index day x line count + line.
+    CStringArray m_saLineValues;
+
+protected:
+    COLORREF m_crLine[10] = {};
+    COLORREF m_crLineTarget[10] = {};
+    int m_nDefLineMax = 0;
+    int m_nDefLineInterval = 0;
+    int m_nDefLineMaxBig = 0;
+    int m_nDefLineIntervalBig = 0;
+
+public:
+    /// One rectangle per day and line from the last drawing; its y is the value's, its middle the dot's.
+    CObArray m_oaLineRects;
+
+protected:
+    int m_bLineMeasure = 1; ///< 0 turns the right scale off
+    CString m_strVLineAxsLabel;
+    int m_nVLineAxsSize = 0;
+    double m_dChartLineMax = 0;
+    double m_dChartLineMin = 0;
+    double m_dChartLineInterval = 0;
+    int m_nLineDecimals = 0;
+    int m_nChartLineMaxBig = 0;
+    int m_nChartLineIntervalBig = 0;
+
+private:
+    struct KeyRows;
+    melkar::Scale RightScale() const;
+    bool HasDot(int day, int line) const;
+    void DrawDot(int day, int line);
+};

@@ -1,0 +1,197 @@
+#include <MelkarCommon/bars/simulation.h>
+
+#include <MelkarCommon/bars/day_file.h>
+#include <MelkarCommon/frame/key_table.h>
+#include <MelkarCommon/support/numbers.h>
+#include <MelkarCommon/support/platform/drawing.h>
+#include <MelkarCommon/support/ring_log.h>
+#include <MelkarCommon/support/scoped.h>
+#include <MelkarCommon/support/support.h>
+
+#include <string>
+
+using melkar::CsvRow;
+using melkar::KeySection;
+using melkar::ScopedFont;
+using melkar::ScopedPen;
+using melkar::ToDouble;
+using melkar::Truncate;
+
+namespace {
+
+char g_profile[] = "..\\conf\\graph.cnf";
+
+constexpr int kScaleGap = 2; ///< between the canvas and a label of the right scale
+
+} // namespace
+
+struct CSimulation::KeyRows {
+    using G = CSimulation;
+    using K = melkar::Keys<G>;
+    static constexpr KeySection Own = KeySection::Own;
+    static constexpr melkar::KeyRow<G> rows[] = {
+        K::Color<&G::m_crOverweight>(Own, "OVERWEIGHTCOLOR_RGB", "weight above its target"),
+        K::Color<&G::m_crUnderweight>(Own, "UNDERWEIGHTCOLOR_RGB", "weight at or below its target"),
+        K::Color<&G::m_crTargetWeight>(Own, "TARGETWEIGHTCOLOR_RGB", "target weight line"),
+        K::Text<&G::m_strWeightLabel>(Own, "WEIGHTSTRING", "legend of the weights, label of the right scale"),
+        K::Text<&G::m_strTargetWeightLabel>(Own, "TARGETWEIGHTSTRING", "legend of the target weight"),
+    };
+};
+
+CSimulation::CSimulation(HWND window, HDC dc, const char* section, HDC shared, HDC second, HDC balloon)
+    : CActivityCalGraph(window, dc, section, shared, second, balloon) {
+    m_bLines = 0;
+    m_nLineCount = 0;
+    m_bValueTransparent = 1;
+    CSimulation::ReadIniFile(g_profile);
+}
+
+long CSimulation::ReadIniFile(char* path) {
+    melkar::ReadKeys(KeyRows::rows, *this, path, m_strSection);
+    return 0;
+}
+
+melkar::ClassKeys CSimulation::ProfileKeys() { return {"CSimulation", melkar::InfoOf(KeyRows::rows)}; }
+
+long CSimulation::ReadWeightDataFile(char* path) {
+    melkar::LogText("CSimulation::ReadWeightDataFile");
+    return melkar::ReadGuarded([&] {
+        melkar::DayFile file(path);
+        if (!file.IsOpen())
+            return melkar::kNoFile;
+        m_saTargetWeights.RemoveAll();
+        m_saWeights.RemoveAll();
+        m_saWeightDates.RemoveAll();
+        file.Head();
+        const CsvRow& header = file.Head();
+        m_strWeightStart = header.Field(0);
+        m_strWeightField2 = header.Field(2);
+        if (!SetWeightScale(header.IntField(1), header.IntField(3)))
+            return melkar::kReadFailed;
+        return melkar::ReadDays(file, [this](const CsvRow& row) {
+            m_saWeightDates.Add(row.Field(0));
+            m_saWeights.Add(row.Field(1));
+            m_saTargetWeights.Add(row.Field(2));
+        });
+    });
+}
+
+/// As many steps as the left scale has. @return false, with the scale as it was, if that has none.
+bool CSimulation::SetWeightScale(int highest, int lowest) {
+    if (!(m_dChartInterval > 0))
+        return false;
+    const int steps = Truncate((double(m_nChartMax) - m_nChartMin) / m_dChartInterval);
+    const auto scale = melkar::WeightScaleFor(highest, lowest, steps);
+    if (!scale)
+        return false;
+    m_nWeightMax = scale->max;
+    m_nWeightMin = scale->min;
+    m_nWeightInterval = scale->interval;
+    return true;
+}
+
+long CSimulation::Draw(CRect area, char* path) {
+    ReadDataFile(path);
+    std::string plan = std::string(path ? path : "") + ".sim";
+    ReadWeightDataFile(plan.data());
+    if (const long failure = CGraph::Draw(area, path))
+        return failure;
+    try {
+        DrawRectangle(m_hMemDC, m_rcCanvas, m_crCanvas, m_crCanvas, 1);
+        DrawCanvasMeasure();
+        DrawBarChart();
+        DrawWeightValue();
+        DrawCanvas();
+        DrawValueOnBar();
+        DrawDate();
+        DrawVAxsLabel();
+        DrawHAxsLabel();
+        DrawSecExs();
+        BitBlt();
+        return 0;
+    } catch (...) {
+        return -999;
+    }
+}
+
+long CSimulation::DrawWeightValue() {
+    const ScopedPen pen(m_hMemDC, PS_SOLID, 1, m_crTargetWeight);
+    for (int row = 0; row < m_saWeights.GetSize(); ++row) {
+        if (row > 0 && m_saWeightDates[row - 1].Compare(m_strWeightStart) > 0)
+            DrawTargetStroke(row);
+        if (!m_saWeights[row].IsEmpty())
+            DrawWeightSquare(row);
+    }
+    return 0;
+}
+
+/// Three pixels thick, from this row's target to that of the row before.
+void CSimulation::DrawTargetStroke(int row) {
+    const auto pointOf = [this](int of, int shift) {
+        const double target = ToDouble(m_saTargetWeights[of]);
+        return CPoint(melkar::WeightX(m_rcCanvas, of, m_saWeights.GetSize()),
+                      melkar::TargetWeightY(m_rcCanvas, PlanScale(), target) + shift);
+    };
+    for (int shift = -2; shift <= 0; ++shift)
+        DrawLine(m_hMemDC, pointOf(row, shift), pointOf(row - 1, shift), nullptr);
+}
+
+void CSimulation::DrawWeightSquare(int row) {
+    const double weight = ToDouble(m_saWeights[row]);
+    if (!(weight >= m_nWeightMin))
+        return;
+    const int half = m_rcCanvas.Width() / 100;
+    const int x = melkar::WeightX(m_rcCanvas, row, m_saWeights.GetSize());
+    const int y = melkar::WeightY(m_rcCanvas, PlanScale(), weight);
+    const bool isAbove = Truncate(ToDouble(m_saTargetWeights[row])) < weight;
+    const COLORREF color = isAbove ? m_crOverweight : m_crUnderweight;
+    DrawRectangle(m_hMemDC, CRect(x - half, y - half, x + half, y + half), color, color, 1);
+}
+
+long CSimulation::DrawCanvas() {
+    CBarGraph::DrawCanvas();
+    SetBkMode(m_hMemDC, TRANSPARENT);
+    {
+        const ScopedFont font(m_hMemDC, ChartFont(m_nVMeasureLabelSize));
+        const melkar::Scale scale{double(m_nWeightMin), double(m_nWeightMax), m_rcCanvas.top, m_rcCanvas.bottom};
+        for (const melkar::ScaleStep& step : ScaleSteps(scale, m_nWeightInterval, 0)) {
+            CRect box = step.box;
+            box.OffsetRect(m_rcCanvas.right + kScaleGap, step.y - box.Height() / 2);
+            PaintText(step.label, box, DT_LEFT);
+        }
+    }
+    DrawDownwardLabel(m_strWeightLabel, 0.2, 0.0);
+    return 0;
+}
+
+/// A legend text whose right edge stands at `right`, a little above the canvas. @return its box.
+CRect CSimulation::DrawLegendText(const CString& text, int right) {
+    CRect box = MeasureText(text, DT_CALCRECT);
+    box.OffsetRect(right - box.right, Truncate(m_rcCanvas.top - box.Height() * 1.2));
+    PaintText(text, box, DT_LEFT);
+    return box;
+}
+
+/// A colour sample beside a legend text. @return its left edge.
+int CSimulation::DrawLegendSample(const CRect& text, COLORREF color) {
+    const int left = Truncate(text.left - 1.5 * text.Height());
+    DrawRectangle(m_hMemDC, CRect(left, text.top, Truncate(text.left - 0.5 * text.Height()), text.bottom), color, color,
+                  1);
+    return left;
+}
+
+void CSimulation::DrawSecExs() {
+    const ScopedFont font(m_hMemDC, ChartFont(m_nTargetSize));
+    const CRect target = DrawLegendText(m_strTargetWeightLabel, m_rcCanvas.right);
+    const int height = target.Height();
+    const int lineLeft = Truncate(target.left - 2.5 * height);
+    {
+        const ScopedPen pen(m_hMemDC, PS_SOLID, 1, m_crTargetWeight);
+        DrawThickLine(lineLeft, Truncate(target.left - 0.5 * height), (target.top + target.bottom) / 2);
+    }
+    const auto heightOf = [this](const CString& text) { return MeasureText(text, DT_CALCRECT).Height(); };
+    const CRect weight = DrawLegendText(m_strWeightLabel, lineLeft - heightOf(m_strWeightLabel));
+    const int weightLeft = DrawLegendSample(weight, m_crOverweight);
+    const CRect calories = DrawLegendText(m_strVAxsLabel, weightLeft - heightOf(m_strVAxsLabel));
+    DrawLegendSample(calories, m_crBar);
+}

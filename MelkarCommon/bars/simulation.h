@@ -1,0 +1,51 @@
+#pragma once
+
+#include <MelkarCommon/bars/activity_cal_graph.h>
+#include <MelkarCommon/bars/weight_layout.h>
+
+/// The weight plan over the activity calories: a thick line for the target weight of each day and a square for each
+/// weight measured, on a second scale at the right that shares the left one's grid lines.
+///
+/// The plan lies beside the data file, ".sim" behind its path: row 0 skipped; row 1: start date in column 0, highest
+/// and lowest weight to show in 1 and 3; then per slot date, measured weight (may be empty) and target weight.
+class MELKAR_API CSimulation : public CActivityCalGraph {
+public:
+    /// Arguments as for `CGraph`.
+    CSimulation(HWND window, HDC dc, const char* section, HDC shared, HDC second, HDC balloon);
+
+    long ReadIniFile(char* path) override;
+    /// @return 0, 201 without a device context, -999 after an exception while drawing.
+    long Draw(CRect area, char* path) override;
+    long DrawCanvas() override; ///< frame and right scale. @return 0
+    void DrawSecExs() override; ///< the three legend entries above the canvas
+    /// Reads the plan; the scale of the data file must stand already, since its number of steps is taken over.
+    /// @return 0; 101 with everything kept; 102 without rows; 103 after an exception and for a left scale without a
+    /// step.
+    virtual long ReadWeightDataFile(char* path);
+    long DrawWeightValue(); ///< line and squares. @return 0
+    static melkar::ClassKeys ProfileKeys();
+
+protected:
+    CString m_strWeightLabel; ///< legend of the squares, label of the right scale
+    CString m_strTargetWeightLabel;
+    CStringArray m_saTargetWeights;
+    CStringArray m_saWeights; ///< empty for a day without a measurement
+    CStringArray m_saWeightDates;
+    int m_nWeightInterval = 0;
+    CString m_strWeightStart;
+    CString m_strWeightField2;
+    int m_nWeightMax = 0;
+    int m_nWeightMin = 0;
+    COLORREF m_crOverweight = 0;
+    COLORREF m_crUnderweight = 0;
+    COLORREF m_crTargetWeight = 0;
+
+private:
+    struct KeyRows;
+    bool SetWeightScale(int highest, int lowest);
+    melkar::WeightScale PlanScale() const { return {m_nWeightMax, m_nWeightMin, m_nWeightInterval}; }
+    void DrawTargetStroke(int row);
+    void DrawWeightSquare(int row);
+    CRect DrawLegendText(const CString& text, int right);
+    int DrawLegendSample(const CRect& text, COLORREF color);
+};

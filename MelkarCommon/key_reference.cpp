@@ -1,0 +1,66 @@
+#include <MelkarCommon/key_reference.h>
+
+#include <MelkarCommon/bars/bar_graph.h>
+#include <MelkarCommon/bars/expenditure_graph.h>
+#include <MelkarCommon/bars/line_graph.h>
+#include <MelkarCommon/bars/simulation.h>
+#include <MelkarCommon/frame/graph.h>
+
+namespace melkar {
+
+namespace {
+
+const char* TypeName(KeyType type) {
+    switch (type) {
+    case KeyType::Text:
+        return "text";
+    case KeyType::Message:
+        return "text; ` __n__ ` breaks the line";
+    case KeyType::Number:
+        return "number";
+    case KeyType::Switch:
+        return "0 or 1";
+    case KeyType::Color:
+        return "red,green,blue";
+    }
+    return "";
+}
+
+std::string Fallback(const KeyInfo& key) {
+    switch (key.type) {
+    case KeyType::Number:
+    case KeyType::Switch:
+        return std::to_string(key.fallback);
+    case KeyType::Color:
+        return "black";
+    default:
+        return "empty";
+    }
+}
+
+std::string Row(const KeyInfo& key) {
+    return std::string("| ") + (key.section == KeySection::Common ? "COMMON" : "own") + " | `" + key.name + "` | " +
+           TypeName(key.type) + " | " + Fallback(key) + " | " + key.meaning + " |\n";
+}
+
+} // namespace
+
+std::vector<ClassKeys> AllProfileKeys() {
+    return {CGraph::ProfileKeys(), CBarGraph::ProfileKeys(), CLineGraph::ProfileKeys(),
+            CExpenditureGraph::ProfileKeys(), CSimulation::ProfileKeys()};
+}
+
+std::string KeyReference() {
+    std::string page = "# Profile keys\n\n"
+                       "The keys of `graph.cnf`, class by class; a class also reads those of its base classes. \"own\" "
+                       "is the section that the graph was made with. `%d` counts from 0.\n";
+    for (const ClassKeys& one : AllProfileKeys()) {
+        page += std::string("\n## ") + one.className + "\n\n| Section | Key | Value | Default | Meaning |\n" +
+                "|---|---|---|---|---|\n";
+        for (const KeyInfo& key : one.keys)
+            page += Row(key);
+    }
+    return page;
+}
+
+} // namespace melkar

@@ -83,8 +83,8 @@ std::shared_ptr<const TextLayout> LayOutText(const std::shared_ptr<TextFace>& fa
                                              bool singleLine, int wrapWidth);
 
 /// The coverage of a line turned by `escapement` tenths of a degree about its top-left corner, kept with the
-/// layout until another escapement is asked for. Null if the line has no ink, or if it would take more than a few million pixels: then `ShowLine` on a
-/// cairo context has to do.
+/// layout until another escapement is asked for. Null if the line has no ink, or if it would take more than a few
+/// million pixels: then `ShowLine` on a cairo context has to do.
 const CoverageMask* LineMask(const TextLayout& layout, std::size_t line, int escapement);
 
 /// Shows a line with cairo at (x, y), its top-left corner, in the context's current source, with the text

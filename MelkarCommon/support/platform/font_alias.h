@@ -1,0 +1,13 @@
+#pragma once
+
+#include <string>
+
+/// @file
+/// Internal. Names of fonts that this kind of machine rarely has.
+
+namespace melkar {
+
+/// The families to try for a name, best first, separated by commas; the name itself always comes first.
+std::string FamiliesFor(const std::string& name);
+
+} // namespace melkar

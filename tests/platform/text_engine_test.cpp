@@ -1,0 +1,443 @@
+#include <MelkarCommon/support/platform/figure_text.h>
+#include <MelkarCommon/support/platform/text_face.h>
+#include <MelkarCommon/support/platform/text_parts.h>
+
+#include <gtest/gtest.h>
+
+#include <climits>
+#include <cmath>
+#include <random>
+#include <thread>
+
+namespace melkar {
+namespace {
+
+LOGFONTA Describe(std::string_view face, int height, int weight = FW_NORMAL) {
+    LOGFONTA font{};
+    font.lfHeight = height;
+    font.lfWeight = weight;
+    font.lfCharSet = DEFAULT_CHARSET;
+    face.copy(font.lfFaceName, LF_FACESIZE - 1);
+    return font;
+}
+
+std::shared_ptr<TextFace> Face(TextMedium medium, int height = -12) {
+    return FindFace(Describe("DejaVu Sans", height), medium);
+}
+
+std::vector<std::string> LinesOf(const TextLayout& layout) {
+    std::vector<std::string> lines;
+    for (const TextLine& line : layout.lines)
+        lines.push_back(line.utf8);
+    return lines;
+}
+
+TEST(TextFace, HeightIsEmOrCell) {
+    struct Case {
+        const char* why;
+        int height;
+        double em;
+        int lineHeight;
+        int ascent;
+    };
+    const Case cases[] = {
+        {"em", -10, 10, 13, 10},
+        {"a whole sum isn't rounded up", -20, 20, 25, 20},
+        {"cell", 25, 20, 25, 20},
+        {"cell that is no whole em", 14, 11.2, 14, 11},
+        {"zero: the default", 0, 12, 15, 12},
+        {"too large em", INT_MIN, 8000, 10000, 8000},
+        {"too large cell", INT_MAX, 6400, 8000, 6400},
+        {"smallest cell", 1, 1, 1, 1},
+    };
+    for (const Case& c : cases) {
+        const FaceSize size = SizeFace(c.height, 1.0, 0.25);
+        EXPECT_DOUBLE_EQ(size.em, c.em) << c.why;
+        EXPECT_EQ(size.lineHeight, c.lineHeight) << c.why;
+        EXPECT_EQ(size.ascent, c.ascent) << c.why;
+    }
+}
+
+TEST(TextFace, IsKeptByWhatCountsForLayout) {
+    LOGFONTA font = Describe("DejaVu Sans", -12);
+    const auto face = FindFace(font, TextMedium::Pixels);
+    EXPECT_NE(FindFace(font, TextMedium::Page), face);
+    font.lfEscapement = 900;
+    EXPECT_EQ(FindFace(font, TextMedium::Pixels), face);
+    font.lfHeight = -13;
+    EXPECT_NE(FindFace(font, TextMedium::Pixels), face);
+}
+
+TEST(TextFace, NameForRecordsIsTheOneAskedFor) {
+    LOGFONTA font = Describe("\x82\x6C\x82\x72 \x83\x53\x83\x56\x83\x62\x83\x4E", 25, FW_BOLD);
+    font.lfCharSet = 128;
+    font.lfItalic = 1;
+    EXPECT_EQ(FindFace(font, TextMedium::Fixed)->name, "ＭＳ ゴシック 20 bold italic");
+    EXPECT_EQ(FindFace(Describe("", -9), TextMedium::Fixed)->name, "sans 9");
+}
+
+// Built-in metrics at em 10: 6 a character.
+TEST(TextLayout, BreaksIntoLines) {
+    struct Case {
+        const char* why;
+        const char* text;
+        bool singleLine;
+        int wrap;
+        std::vector<std::string> lines;
+        int width;
+    };
+    const Case cases[] = {
+        {"empty text has no lines", "", false, kNoWrap, {}, 0},
+        {"a line end alone is one empty line", "\n", false, kNoWrap, {""}, 0},
+        {"a line end at the end adds no line", "ab\r\n", false, kNoWrap, {"ab"}, 12},
+        {"both kinds, and an empty line", "a\r\n\nbcd", false, kNoWrap, {"a", "", "bcd"}, 18},
+        {"a carriage return alone is a blank", "a\rb\r", false, kNoWrap, {"a b "}, 24},
+        {"single line: a line end is one blank", "a\r\nb\n", true, kNoWrap, {"a b "}, 24},
+        {"other separators are blanks", "a\u2028b\u2029c\u0085d\te\x01", false, kNoWrap, {"a b c d e "}, 60},
+        {"ampersand and percent are characters", "&a %s", false, kNoWrap, {"&a %s"}, 30},
+        {"fits exactly", "ab cd", false, 30, {"ab cd"}, 30},
+        {"one less", "ab cd", false, 29, {"ab", "cd"}, 12},
+        {"blanks at a wrap don't count", "ab   cd", false, 12, {"ab", "cd"}, 12},
+        {"leading blanks do, and stay", "  ab cd", false, 12, {"  ab", "cd"}, 24},
+        {"trailing blanks stay", "ab cd  ", false, 18, {"ab", "cd  "}, 24},
+        {"no width: each word by itself", "a bcd e", false, 0, {"a", "bcd", "e"}, 18},
+        {"less than none: the same", "a bcd", false, INT_MIN, {"a", "bcd"}, 18},
+        {"characters, not bytes", "体重 体重", false, 12, {"体重", "体重"}, 12},
+        {"only blanks", "   ", false, 6, {"   "}, 18},
+        {"each paragraph wraps by itself", "a b\nc d", false, 6, {"a", "b", "c", "d"}, 6},
+    };
+    const auto face = Face(TextMedium::Fixed, -10);
+    for (const Case& c : cases) {
+        const auto layout = LayOutText(face, c.text, c.singleLine, c.wrap);
+        EXPECT_EQ(LinesOf(*layout), c.lines) << c.why;
+        EXPECT_EQ(layout->width, c.width) << c.why;
+        EXPECT_EQ(layout->Height(), 13 * static_cast<int>(c.lines.size())) << c.why;
+    }
+}
+
+int WidthOf(const std::shared_ptr<TextFace>& face, std::string_view text) {
+    return LayOutText(face, text, true, kNoWrap)->width;
+}
+
+// With a real font: a width is given as that of another text.
+TEST(TextLayout, WrapsShapedText) {
+    struct Case {
+        const char* why;
+        const char* text;
+        const char* asWideAs;
+        std::vector<std::string> lines;
+    };
+    const Case cases[] = {
+        {"fits exactly", "The quick fox", "The quick", {"The quick", "fox"}},
+        {"blanks at a wrap don't count", "The   fox", "The", {"The", "fox"}},
+        {"leading blanks stay with their word", "  fox jumps", "f", {"  fox", "jumps"}},
+        {"no width", "a b", "", {"a", "b"}},
+        {"Han and kana break anywhere", "漢字かな文", "漢字", {"漢字", "かな", "文"}},
+        {"but not before a full stop", "漢字。文", "漢字", {"漢", "字。", "文"}},
+        {"right to left", "שלום עולם", "שלום", {"שלום", "עולם"}},
+        {"figures that don't fit", "12 34", "12", {"12", "34"}},
+        {"an empty line between", "a\n\nb", "a", {"a", "", "b"}},
+    };
+    for (const TextMedium medium : {TextMedium::Pixels, TextMedium::Page})
+        for (const Case& c : cases) {
+            const auto face = Face(medium);
+            const int width = WidthOf(face, c.asWideAs);
+            const auto layout = LayOutText(face, c.text, false, width);
+            EXPECT_EQ(LinesOf(*layout), c.lines) << c.why;
+            for (const TextLine& line : layout->lines)
+                EXPECT_EQ(line.width, WidthOf(face, line.utf8)) << c.why << ": " << line.utf8;
+        }
+}
+
+TEST(TextLayout, RightToLeftLineStartsAtItsLeftEnd) {
+    const auto face = Face(TextMedium::Page);
+    const auto wrapped = LayOutText(face, "שלום   עולם", false, 0);
+    const auto alone = LayOutText(face, "שלום", false, kNoWrap);
+    ASSERT_EQ(wrapped->lines[0].runs.size(), 1U);
+    const GlyphRun& run = wrapped->lines[0].runs[0];
+    EXPECT_TRUE(run.backward);
+    EXPECT_EQ(run.glyphs.back().x, alone->lines[0].runs[0].glyphs.back().x);
+}
+
+TEST(TextLayout, MediumDecidesTheAdvances) {
+    const auto pixels = LayOutText(Face(TextMedium::Pixels), "mmmmmmmmmm", true, kNoWrap);
+    for (const cairo_glyph_t& glyph : pixels->lines[0].runs[0].glyphs)
+        EXPECT_EQ(glyph.x, std::round(glyph.x));
+    // The font's m is 1995 of 2048 units wide.
+    const auto page = LayOutText(Face(TextMedium::Page), "mmmmmmmmmm", true, kNoWrap);
+    EXPECT_NEAR(page->lines[0].runs[0].glyphs[9].x, 9 * 12 * 1995 / 2048.0, 0.05);
+    EXPECT_EQ(page->width, 117);
+}
+
+TEST(TextLayout, LineHeightIsThatOfTheSelectedFont) {
+    for (const int height : {-12, -20, 14, 25}) {
+        const auto face = Face(TextMedium::Pixels, height);
+        const auto latin = LayOutText(face, "x", true, kNoWrap);
+        const auto fallback = LayOutText(face, "漢字\U00020000", true, kNoWrap);
+        EXPECT_EQ(fallback->Height(), latin->Height());
+        // Ascent 1901 and descent 483 of 2048 units.
+        EXPECT_EQ(latin->Height(), height > 0 ? height : static_cast<int>(std::ceil(-height * 2384 / 2048.0)));
+    }
+}
+
+const char* const kTexts[] = {
+    "Office Wave 12,345",      "歩数 12,345 カロリー",       "שלום 123 abc עולם",       "مرحبا بالعالم لا 45",
+    "e\u0301x\u0323\u0301 %&", "\U0001F600\U00020000\u200B", "\u202Eabc\u202C \u2067x", "क्षत्रिय हिन्दी",
+};
+
+TEST(TextLayout, ClustersCoverEveryCharacterAndGlyph) {
+    for (const char* text : kTexts)
+        for (const int wrap : {kNoWrap, 0})
+            for (const TextLine& line : LayOutText(Face(TextMedium::Page), text, false, wrap)->lines)
+                for (const GlyphRun& run : line.runs) {
+                    int bytes = 0;
+                    int glyphs = 0;
+                    for (const cairo_text_cluster_t& cluster : run.clusters) {
+                        bytes += cluster.num_bytes;
+                        glyphs += cluster.num_glyphs;
+                    }
+                    EXPECT_EQ(bytes, static_cast<int>(run.utf8.size())) << text;
+                    EXPECT_EQ(glyphs, static_cast<int>(run.glyphs.size())) << text;
+                }
+}
+
+TEST(TextLayout, StandsWhatMakesNoSense) {
+    std::string every;
+    for (int c = 1; c < 256; ++c)
+        every += static_cast<char>(c);
+    const std::string texts[] = {every,
+                                 std::string(60000, 'm'),
+                                 std::string(20000, ' '),
+                                 std::string(300000, '\n'),
+                                 std::string(20000, '\x91'),
+                                 std::string("a\0b", 3)};
+    for (const auto& face : {Face(TextMedium::Pixels), Face(TextMedium::Pixels, INT_MIN), Face(TextMedium::Fixed, 1)})
+        for (const std::string& text : texts)
+            for (const int wrap : {kNoWrap, 50, INT_MAX}) {
+                const auto layout = LayOutText(face, text, false, wrap);
+                EXPECT_GT(layout->Height(), 0);
+                EXPECT_GE(layout->width, 0);
+                EXPECT_LE(layout->Height(), 1 << 24);
+            }
+}
+
+TEST(TextCache, FindsTheSameTextOnly) {
+    const auto face = Face(TextMedium::Pixels);
+    const auto layout = LayOutText(face, "some text", false, 50);
+    EXPECT_EQ(LayOutText(face, "some text", false, 50), layout);
+    EXPECT_NE(LayOutText(face, "some text", true, 50), layout);
+    EXPECT_NE(LayOutText(face, "some text", false, 51), layout);
+    EXPECT_NE(LayOutText(Face(TextMedium::Pixels, -13), "some text", false, 50), layout);
+    EXPECT_EQ(LayOutText(face, "some text", false, 50), layout);
+}
+
+TEST(TextCache, IsBounded) {
+    const auto face = Face(TextMedium::Fixed);
+    const std::weak_ptr<const TextLayout> first = LayOutText(face, "first", true, kNoWrap);
+    const std::weak_ptr<const TextLayout> used = LayOutText(face, "used", true, kNoWrap);
+    for (int i = 0; i < 1100; ++i) {
+        LayOutText(face, "text " + std::to_string(i), true, kNoWrap);
+        LayOutText(face, "used", true, kNoWrap);
+    }
+    EXPECT_TRUE(first.expired());
+    EXPECT_FALSE(used.expired());
+    // Masks of about 300 kB each.
+    for (int i = 0; i < 60; ++i)
+        LineMask(*LayOutText(Face(TextMedium::Pixels, -200), "Wide text " + std::to_string(i), true, kNoWrap), 0, 0);
+    EXPECT_GT(MaskBytes(), 4 << 20);
+    EXPECT_LT(MaskBytes(), 9 << 20);
+}
+
+std::uint8_t CoverageAt(const CoverageMask& mask, int x, int y) {
+    const int column = x - mask.left;
+    const int row = y - mask.top;
+    if (column < 0 || row < 0 || column >= mask.width || row >= mask.height)
+        return 0;
+    return mask.coverage[static_cast<std::size_t>(row * mask.stride + column)];
+}
+
+TEST(LineMask, CoversAllRunsOfALine) {
+    for (const char* text : {"Office Wave", "12 歩数 カロリー", "שלום 123 abc עולם", "مرحبا بالعالم لا 45"}) {
+        const auto layout = LayOutText(Face(TextMedium::Pixels, -20), text, true, kNoWrap);
+        const CoverageMask* mask = LineMask(*layout, 0, 0);
+        ASSERT_NE(mask, nullptr) << text;
+        EXPECT_NEAR(mask->left, 0, 4) << text;
+        EXPECT_NEAR(mask->left + mask->width, layout->width, 4) << text;
+    }
+}
+
+TEST(LineMask, TurnsCounterClockwiseAboutTheCorner) {
+    const auto layout = LayOutText(Face(TextMedium::Pixels), "Steps", true, kNoWrap);
+    const CoverageMask upright = *LineMask(*layout, 0, 0);
+    EXPECT_GT(upright.width, 25);
+    struct Case {
+        int escapement;
+        int xx, xy, x0, yx, yy, y0; ///< where pixel (x, y) goes
+    };
+    for (const Case& c : {Case{900, 0, 1, 0, -1, 0, -1}, Case{1800, -1, 0, -1, 0, -1, -1},
+                          Case{-900, 0, -1, -1, 1, 0, 0}, Case{3600, 1, 0, 0, 0, 1, 0}}) {
+        const CoverageMask* turned = LineMask(*layout, 0, c.escapement);
+        ASSERT_EQ(turned->coverage.size(), upright.coverage.size());
+        for (int y = 0; y < layout->lineHeight; ++y)
+            for (int x = 0; x < layout->width; ++x)
+                ASSERT_EQ(CoverageAt(*turned, c.xx * x + c.xy * y + c.x0, c.yx * x + c.yy * y + c.y0),
+                          CoverageAt(upright, x, y))
+                    << c.escapement;
+    }
+    // At 30 degrees the far end is half the width higher and the ink as dark as before.
+    const CoverageMask* slanted = LineMask(*layout, 0, 300);
+    EXPECT_NEAR(slanted->top, -layout->width / 2.0, 6);
+    const auto ink = [](const CoverageMask& mask) {
+        double sum = 0;
+        for (const std::uint8_t c : mask.coverage)
+            sum += c;
+        return sum;
+    };
+    EXPECT_NEAR(ink(*slanted) / ink(upright), 1, 0.1);
+}
+
+TEST(LineMask, RulesTheLine) {
+    LOGFONTA font = Describe("DejaVu Sans", -12);
+    font.lfUnderline = 1;
+    font.lfStrikeOut = 1;
+    const auto layout = LayOutText(FindFace(font, TextMedium::Pixels), "    ", true, kNoWrap);
+    const CoverageMask* mask = LineMask(*layout, 0, 0);
+    ASSERT_NE(mask, nullptr);
+    EXPECT_EQ(mask->width, layout->width);
+    for (int x = 0; x < layout->width; ++x) {
+        EXPECT_EQ(CoverageAt(*mask, x, layout->ascent + 1), 255);
+        EXPECT_EQ(CoverageAt(*mask, x, layout->ascent), 0);
+        EXPECT_EQ(CoverageAt(*mask, x, layout->ascent - 3), 255);
+    }
+}
+
+TEST(LineMask, IsNullWithoutInkOrWithTooMuch) {
+    const auto blank = LayOutText(Face(TextMedium::Pixels), "   ", true, kNoWrap);
+    EXPECT_EQ(LineMask(*blank, 0, 0), nullptr);
+    EXPECT_EQ(LineMask(*blank, 1, 0), nullptr);
+    EXPECT_EQ(LineMask(*LayOutText(Face(TextMedium::Fixed), "abc", true, kNoWrap), 0, 0), nullptr);
+    const auto huge = LayOutText(Face(TextMedium::Pixels, -8000), "W", true, kNoWrap);
+    EXPECT_EQ(LineMask(*huge, 0, 0), nullptr);
+    EXPECT_EQ(LineMask(*huge, 0, 300), nullptr);
+}
+
+TEST(ShowLine, AgreesWithTheMask) {
+    for (const char* text : kTexts) {
+        const auto layout = LayOutText(Face(TextMedium::Pixels, -20), text, true, kNoWrap);
+        const CoverageMask* mask = LineMask(*layout, 0, 0);
+        cairo_surface_t* surface = cairo_image_surface_create(CAIRO_FORMAT_A8, 300, 60);
+        cairo_t* cr = cairo_create(surface);
+        ShowLine(cr, *layout, 0, 10, 20, 0);
+        EXPECT_EQ(cairo_status(cr), CAIRO_STATUS_SUCCESS) << text;
+        cairo_surface_flush(surface);
+        const unsigned char* data = cairo_image_surface_get_data(surface);
+        const int stride = cairo_image_surface_get_stride(surface);
+        int different = 0;
+        for (int y = 0; y < 60; ++y)
+            for (int x = 0; x < 300; ++x)
+                different += data[y * stride + x] != CoverageAt(*mask, x - 10, y - 20) ? 1 : 0;
+        EXPECT_EQ(different, 0) << text;
+        cairo_destroy(cr);
+        cairo_surface_destroy(surface);
+    }
+}
+
+std::string RandomFigure(std::mt19937& random) {
+    std::string text;
+    for (std::size_t length = 1 + random() % 10; length > 0; --length)
+        text += FigureSet::kCharacters[random() % FigureSet::kCharacters.size()];
+    return text;
+}
+
+void ExpectSameLine(const TextLayout& a, const TextLayout& b, const std::string& text) {
+    EXPECT_EQ(a.width, b.width) << text;
+    EXPECT_EQ(a.lineHeight, b.lineHeight) << text;
+    EXPECT_EQ(LinesOf(a), LinesOf(b));
+    ASSERT_EQ(b.lines[0].runs.size(), 1U);
+    const GlyphRun& run = a.lines[0].runs[0];
+    const GlyphRun& other = b.lines[0].runs[0];
+    EXPECT_EQ(run.font, other.font);
+    EXPECT_EQ(run.utf8, other.utf8);
+    ASSERT_EQ(run.clusters.size(), other.clusters.size());
+    ASSERT_EQ(run.glyphs.size(), other.glyphs.size());
+    for (std::size_t i = 0; i < run.glyphs.size(); ++i) {
+        EXPECT_EQ(run.glyphs[i].index, other.glyphs[i].index) << text;
+        EXPECT_EQ(run.glyphs[i].x, other.glyphs[i].x) << text;
+        EXPECT_EQ(run.glyphs[i].y, other.glyphs[i].y) << text;
+        EXPECT_EQ(run.clusters[i].num_bytes, other.clusters[i].num_bytes) << text;
+        EXPECT_EQ(run.clusters[i].num_glyphs, other.clusters[i].num_glyphs) << text;
+    }
+}
+
+void ExpectSameMask(const TextLayout& a, const TextLayout& b, int escapement, const std::string& text) {
+    const CoverageMask* mask = LineMask(a, 0, escapement);
+    const CoverageMask* other = LineMask(b, 0, escapement);
+    ASSERT_EQ(mask == nullptr, other == nullptr) << text;
+    if (mask == nullptr)
+        return;
+    EXPECT_EQ(mask->left, other->left) << text;
+    EXPECT_EQ(mask->top, other->top) << text;
+    EXPECT_EQ(mask->width, other->width) << text;
+    EXPECT_EQ(mask->coverage, other->coverage) << text;
+}
+
+TEST(Figures, AreExactlyAsIfShaped) {
+    std::mt19937 random(7);
+    for (const auto& [name, weight] : {std::pair{"DejaVu Sans", 400}, {"DejaVu Sans", 700}, {"IPAGothic", 400}})
+        for (int height = 9; height <= 40; ++height)
+            for (const int sign : {-1, 1}) {
+                const auto face = FindFace(Describe(name, sign * height, weight), TextMedium::Pixels);
+                for (int i = 0; i < 20; ++i) {
+                    const std::string text = RandomFigure(random);
+                    const auto figure = LayOutText(face, text, i % 2 == 0, kNoWrap);
+                    const TextLayout shaped = LayOutAnew(*face, text, i % 2 == 0, kNoWrap);
+                    ASSERT_NE(figure->figures, nullptr) << name << " " << height;
+                    ExpectSameLine(*figure, shaped, text);
+                    for (const int escapement : {0, 900, 300})
+                        ExpectSameMask(*figure, shaped, escapement, text);
+                }
+            }
+}
+
+TEST(Figures, AreShapedIfGlyphsDependOnTheirNeighbours) {
+    // With exact advances a glyph's whole-pixel width says nothing of where the next one stands.
+    TextFace face(Describe("DejaVu Sans", -12), TextMedium::Pixels);
+    TextFace exact(Describe("DejaVu Sans", -12), TextMedium::Page);
+    std::swap(face.shaper, exact.shaper);
+    EXPECT_EQ(FiguresOf(face), nullptr);
+    std::swap(face.shaper, exact.shaper);
+    face.figuresTried = false;
+    EXPECT_NE(FiguresOf(face), nullptr);
+}
+
+TEST(Figures, AreShapedWhereReadyMadeGlyphsWontDo) {
+    LOGFONTA underlined = Describe("DejaVu Sans", -12);
+    underlined.lfUnderline = 1;
+    EXPECT_EQ(LayOutText(Face(TextMedium::Page), "12", true, kNoWrap)->figures, nullptr);
+    EXPECT_EQ(LayOutText(Face(TextMedium::Pixels, -100), "12", true, kNoWrap)->figures, nullptr);
+    EXPECT_EQ(LayOutText(FindFace(underlined, TextMedium::Pixels), "12", true, kNoWrap)->figures, nullptr);
+    EXPECT_EQ(LayOutText(Face(TextMedium::Pixels), "12 34", false, 20)->lines.size(), 2U);
+    EXPECT_FALSE(IsFigure(""));
+    EXPECT_FALSE(IsFigure("12a"));
+    EXPECT_FALSE(IsFigure("1\n2"));
+    EXPECT_FALSE(IsFigure(std::string(65, '1')));
+}
+
+TEST(TextEngine, ThreadsDontMeet) {
+    const auto work = [](int& width) {
+        for (int i = 0; i < 50; ++i) {
+            const auto layout = LayOutText(Face(TextMedium::Pixels), "歩数 " + std::to_string(i), true, kNoWrap);
+            LineMask(*layout, 0, i % 2 * 300);
+            width += layout->width;
+        }
+    };
+    int here = 0;
+    int there = 0;
+    std::thread other(work, std::ref(there));
+    work(here);
+    other.join();
+    EXPECT_EQ(here, there);
+}
+
+} // namespace
+} // namespace melkar

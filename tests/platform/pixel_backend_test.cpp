@@ -294,6 +294,32 @@ TEST(PixelShapes, CoverWhatTheirEdgesEnclose) {
     EXPECT_NEAR(ink, std::acos(-1.0) * 10 * 5, 1);
 }
 
+TEST(PixelShapes, FollowTheClip) {
+    Canvas canvas(30, 30);
+    for (const RECT clip : {RECT{0, 0, 3, 3}, RECT{10, 10, 14, 12}, RECT{8, 8, 8, 8}}) {
+        canvas.backend->SetClip(clip);
+        canvas.backend->FillShape(Ellipse(15, 15, 40, 40), kBlack);
+    }
+    EXPECT_EQ(canvas.Inked(), 9 + 8);
+    EXPECT_EQ(canvas.Row(11), "..........####................");
+}
+
+TEST(PixelShapes, WideDashesDontMoveWithTheClip) {
+    Stroke stroke = Dashed(7, 5, 2, true);
+    stroke.width = 3;
+    Canvas whole(60, 60);
+    whole.backend->StrokeLine({-30, -20}, {90, 70}, stroke);
+    Canvas part(60, 60);
+    part.backend->SetClip({20, 10, 40, 40});
+    part.backend->StrokeLine({-30, -20}, {90, 70}, stroke);
+    EXPECT_GT(part.Inked(), 40);
+    for (int y = 10; y < 40; ++y)
+        for (int x = 20; x < 40; ++x)
+            EXPECT_NEAR(static_cast<int>(part.At(x, y) >> 16 & 0xFFU), static_cast<int>(whole.At(x, y) >> 16 & 0xFFU),
+                        8)
+                << x << "," << y; // rasterised from another corner, in steps of 1/256 pixel
+}
+
 TEST(PixelShapes, WindingFillsWhatEvenOddLeavesOpen) {
     const std::vector<POINT> twice{{5, 5},   {25, 5},  {25, 25}, {5, 25},  {5, 5},
                                    {10, 10}, {20, 10}, {20, 20}, {10, 20}, {10, 10}};
@@ -408,6 +434,9 @@ TEST(PixelBlit, MasksTakeTheNearestAndPicturesBlend) {
     EXPECT_EQ(smooth.At(3, 0), 0xFF606060U) << "centre at 0.375 of the way: 255 * 0.375 = 95.6";
 
     std::uint32_t fine[] = {kBlack, kWhite, kWhite, kWhite};
+    Canvas coarse(2, 1, kBlack);
+    coarse.backend->Blit({0, 0, 2, 1}, {fine, 4, 1, 4}, {0, 0, 4, 1}, SRCPAINT);
+    EXPECT_EQ(coarse.Row(0), "..") << "the centres lie on the second and the fourth";
     Canvas average(1, 1, kRed);
     average.backend->Blit({0, 0, 1, 1}, {fine, 4, 1, 4}, {0, 0, 4, 1}, SRCCOPY);
     EXPECT_EQ(average.At(0, 0), 0xFFBFBFBFU) << "three quarters of 255 = 191";
@@ -509,17 +538,6 @@ TEST(PixelBackend, HostileCoordinatesEndAtOnce) {
                 }
     EXPECT_TRUE(canvas.GuardIsClean());
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(60)); // a walk along one takes minutes
-}
-
-TEST(PixelBackend, SurfaceWithoutPixels) {
-    const auto backend = MakePixelBackend({});
-    backend->SetClip({0, 0, 9, 9});
-    backend->FillRect({0, 0, 9, 9}, kRed);
-    backend->StrokeLine({0, 0}, {9, 5}, Pen());
-    backend->FillShape(Ellipse(3, 3, 2, 2), kRed);
-    std::uint32_t pixel = kRed;
-    backend->Blit({0, 0, 1, 1}, {&pixel, 1, 1, 1}, {0, 0, 1, 1}, SRCCOPY);
-    SUCCEED();
 }
 
 TEST(PixelPool, GivesWarmMemoryAndRefusesNonsense) {

@@ -25,6 +25,18 @@ std::shared_ptr<TextFace> Face(TextMedium medium, int height = -12) {
     return FindFace(Describe("DejaVu Sans", height), medium);
 }
 
+/// The family that the machine gives for a name.
+std::string FamilyFor(std::string_view name) {
+    const auto face = FindFace(Describe(name, -12), TextMedium::Pixels);
+    PangoContext* context = pango_layout_get_context(face->shaper.get());
+    PangoFont* font = pango_context_load_font(context, pango_context_get_font_description(context));
+    PangoFontDescription* found = pango_font_describe(font);
+    std::string family = pango_font_description_get_family(found);
+    pango_font_description_free(found);
+    g_object_unref(font);
+    return family;
+}
+
 std::vector<std::string> LinesOf(const TextLayout& layout) {
     std::vector<std::string> lines;
     for (const TextLine& line : layout.lines)
@@ -56,6 +68,29 @@ TEST(TextFace, HeightIsEmOrCell) {
         EXPECT_EQ(size.lineHeight, c.lineHeight) << c.why;
         EXPECT_EQ(size.ascent, c.ascent) << c.why;
     }
+}
+
+TEST(TextFace, TakesWhatTheMachineHas) {
+    struct Case {
+        const char* name;
+        const char* family;
+    };
+    const Case cases[] = {
+        {"IPAGothic", "IPAGothic"},
+        {"MS Gothic", "IPAGothic"},
+        {"ＭＳ Ｐゴシック", "IPAPGothic"},
+        {"meiryo", "IPAPGothic"},
+        {"MS PMincho", "IPAPMincho"},
+        {"Tahoma", "DejaVu Sans"},
+        {"times new roman", "DejaVu Serif"},
+        {"Courier New", "DejaVu Sans Mono"},
+        {"", "DejaVu Sans"},
+        {"No Such Face", "DejaVu Sans"},
+        {",", "DejaVu Sans"},
+        {"\xFF\x01", "DejaVu Sans"},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(FamilyFor(c.name), c.family) << c.name;
 }
 
 TEST(TextFace, IsKeptByWhatCountsForLayout) {

@@ -2,6 +2,13 @@
 
 #include "tool_graph.h"
 
+#include <MelkarCommon/bars/activity_cal_graph.h>
+#include <MelkarCommon/bars/bar_graph.h>
+#include <MelkarCommon/bars/expenditure_graph.h>
+#include <MelkarCommon/bars/line_graph.h>
+#include <MelkarCommon/bars/simulation.h>
+#include <MelkarCommon/bars/step_graph.h>
+
 namespace melkar::tool {
 namespace {
 
@@ -11,6 +18,11 @@ template <class G> std::unique_ptr<Chart> Make(const ChartOptions& options) {
 
 constexpr Kind kKinds[] = {
     {"bar", "a bar for each day, or a stack of bars", Make<CBarGraph>},
+    {"line", "bars and a line on a scale of its own", Make<CLineGraph>},
+    {"steps", "steps, with scale and average from the data file", Make<CStepGraph>},
+    {"expenditure", "energy in two parts over the band of the average intake", Make<CExpenditureGraph>},
+    {"activity", "activity calories of days or periods", Make<CActivityCalGraph>},
+    {"simulation", "measured and planned weight over activity calories", Make<CSimulation>},
 };
 
 } // namespace

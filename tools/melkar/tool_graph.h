@@ -2,14 +2,17 @@
 
 #include "kinds.h"
 
-#include <MelkarCommon/bars/bar_graph.h>
+#include <MelkarCommon/bars/line_graph.h>
+#include <MelkarCommon/support/fields.h>
 
 #include <concepts>
+#include <fstream>
+#include <string>
 #include <utility>
 
 namespace melkar::tool {
 
-/// A graph with what a host adds by deriving from it: more series, a target, figures switched off.
+/// A graph with what a host adds by deriving from it: more series, a target, line values, figures switched off.
 template <class G> class ToolGraph final : public G, public Chart {
 public:
     explicit ToolGraph(ChartOptions options)
@@ -22,12 +25,15 @@ public:
         }
     }
 
-    /// Adds the target to the days just read, since most data files carry none.
     long ReadDataFile(char* path) override {
         const long result = G::ReadDataFile(path);
         if constexpr (kHasBars) {
-            for (int day = 0; !m_options.target.empty() && day < this->m_saDates.GetSize(); ++day)
-                this->m_saTargets.SetAtGrow(day, m_options.target.c_str());
+            if (!m_options.target.empty())
+                SetTargets();
+        }
+        if constexpr (std::same_as<G, CLineGraph>) {
+            if (result == 0)
+                ReadLines(path);
         }
         return result;
     }
@@ -53,6 +59,25 @@ public:
 
 private:
     static constexpr bool kHasBars = std::derived_from<G, CBarGraph>;
+
+    /// One target for the days just read, since most data files carry none.
+    void SetTargets() {
+        for (int day = 0; day < this->m_saDates.GetSize(); ++day)
+            this->m_saTargets.SetAtGrow(day, m_options.target.c_str());
+    }
+
+    /// The line values of a day stand behind its series; the library leaves them to the host.
+    void ReadLines(const char* path) {
+        constexpr int kHeadRows = 2;
+        const int first = 2 + this->m_nSeriesCount;
+        std::ifstream file(path);
+        std::string row;
+        this->m_saLineValues.RemoveAll();
+        for (int i = -kHeadRows; std::getline(file, row); ++i) {
+            for (int line = 0; i >= 0 && line < this->m_nLineCount; ++line)
+                this->m_saLineValues.Add(getCSV(row.c_str(), first + line));
+        }
+    }
 
     /// The colours of the series are keys of the profile, one for each series: they are read anew for the new number.
     void RaiseSeries() {

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <string>
-#include <thread>
 
 namespace melkar {
 namespace {
@@ -84,12 +83,6 @@ const CutCase kCut[] = {
 TEST(TextDecode, CutsNoCharacterInTwo) {
     for (const CutCase& c : kCut)
         EXPECT_EQ(CutBytes(c.bytes, c.limit, c.charset).size(), c.length) << c.why;
-}
-
-TEST(TextDecode, ThreadsHaveTheirOwnConverters) {
-    std::string text;
-    std::thread([&] { text = DecodeText("\x91\xCC", 128); }).join();
-    EXPECT_EQ(text, DecodeText("\x91\xCC", 128));
 }
 
 } // namespace

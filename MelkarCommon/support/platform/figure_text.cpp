@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <climits>
-#include <cmath>
 
 namespace melkar {
 namespace {
@@ -43,12 +42,17 @@ std::string AllPairs() {
     return pairs;
 }
 
-/// Adds coverage, as cairo does where glyphs touch.
-void AddCoverage(const CoverageMask& from, int x, CoverageMask& to) {
-    for (int row = 0; row < from.height; ++row) {
-        const std::uint8_t* source = from.coverage.data() + row * from.stride;
-        std::uint8_t* target = to.coverage.data() + (from.top + row - to.top) * to.stride + (x + from.left - to.left);
-        for (int column = 0; column < from.width; ++column)
+/// Adds a glyph to the mask of a text; only where glyphs reach into each other is there something to add to.
+void AddCoverage(const CoverageMask& glyph, int x, int inkedTo, CoverageMask& mask) {
+    const bool alone = x + glyph.left >= inkedTo;
+    const std::uint8_t* source = glyph.coverage.data();
+    std::uint8_t* target = mask.coverage.data() + (glyph.top - mask.top) * mask.stride + (x + glyph.left - mask.left);
+    for (int row = 0; row < glyph.height; ++row, source += glyph.stride, target += mask.stride) {
+        if (alone) {
+            std::copy_n(source, glyph.width, target);
+            continue;
+        }
+        for (int column = 0; column < glyph.width; ++column)
             target[column] = static_cast<std::uint8_t>(std::min(target[column] + source[column], 0xFF));
     }
 }
@@ -109,8 +113,13 @@ CoverageMask FigureSet::Mask(std::string_view text) const {
     CoverageMask mask{0, left, top, right - left, bottom - top, right - left, {}};
     mask.coverage.resize(static_cast<std::size_t>(mask.stride) * static_cast<std::size_t>(mask.height));
     x = 0;
+    int inkedTo = INT_MIN;
     for (const char c : text) {
-        AddCoverage(Of(c).mask, x, mask);
+        const CoverageMask& glyph = Of(c).mask;
+        if (glyph.width > 0) {
+            AddCoverage(glyph, x, inkedTo, mask);
+            inkedTo = std::max(inkedTo, x + glyph.left + glyph.width);
+        }
         x += Of(c).advance;
     }
     return mask;

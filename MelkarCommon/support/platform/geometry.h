@@ -3,8 +3,20 @@
 #include <MelkarCommon/api.h>
 #include <MelkarCommon/support/platform/types.h>
 
+#include <algorithm>
+#include <cstdint>
+
 /// @file
 /// Points, rectangles and the rounding product-quotient.
+
+namespace melkar {
+/// The value, or the nearest bound beyond 32 bits: edges far off the surface stay far off.
+constexpr int NearestInt(std::int64_t value) {
+    return static_cast<int>(std::clamp<std::int64_t>(value, INT32_MIN, INT32_MAX));
+}
+constexpr int AddEdge(int edge, int distance) { return NearestInt(static_cast<std::int64_t>(edge) + distance); }
+constexpr int SubtractEdge(int edge, int distance) { return NearestInt(static_cast<std::int64_t>(edge) - distance); }
+} // namespace melkar
 
 /// A point that can be made in place.
 class CPoint : public POINT {
@@ -23,24 +35,24 @@ public:
     constexpr CRect(int l, int t, int r, int b) : RECT{l, t, r, b} {}
     constexpr CRect(const RECT& r) : RECT(r) {} // NOLINT: implicit on purpose, rectangles mix freely
 
-    constexpr int Width() const { return right - left; }
-    constexpr int Height() const { return bottom - top; }
+    constexpr int Width() const { return melkar::SubtractEdge(right, left); }
+    constexpr int Height() const { return melkar::SubtractEdge(bottom, top); }
     constexpr bool operator==(const RECT& r) const {
         return left == r.left && top == r.top && right == r.right && bottom == r.bottom;
     }
 
     /// Moves each edge inwards by x and y; negative values grow the rectangle.
     constexpr void DeflateRect(int x, int y) {
-        left += x;
-        top += y;
-        right -= x;
-        bottom -= y;
+        left = melkar::AddEdge(left, x);
+        top = melkar::AddEdge(top, y);
+        right = melkar::SubtractEdge(right, x);
+        bottom = melkar::SubtractEdge(bottom, y);
     }
     constexpr void OffsetRect(int dx, int dy) {
-        left += dx;
-        top += dy;
-        right += dx;
-        bottom += dy;
+        left = melkar::AddEdge(left, dx);
+        top = melkar::AddEdge(top, dy);
+        right = melkar::AddEdge(right, dx);
+        bottom = melkar::AddEdge(bottom, dy);
     }
     /// Left and top edges count as inside, right and bottom don't.
     constexpr bool PtInRect(POINT p) const { return p.x >= left && p.x < right && p.y >= top && p.y < bottom; }

@@ -3,6 +3,7 @@
 #include <MelkarCommon/api.h>
 
 #include <cstddef>
+#include <memory>
 #include <string>
 
 /// @file
@@ -32,17 +33,18 @@ public:
 
 private:
     bool Fill();
+    void JoinCrLf();
 
     int m_file = -1;
     bool m_atStart = true;
     std::size_t m_position = 0;
     std::size_t m_filled = 0;
-    std::string m_buffer;
+    std::unique_ptr<char[]> m_buffer; ///< one block
     std::string m_line;
 };
 
-/// The whole of a regular file with no translation, or an empty text if it can't be read; `found`
-/// (may be null) tells the two apart.
+/// The whole of a regular file with no translation, or an empty text if it can't be read or has more than
+/// 256 MiB; `found` (may be null) tells that from an empty file.
 MELKAR_API std::string ReadWholeFile(const char* path, bool* found);
 
 } // namespace melkar

@@ -3,9 +3,11 @@
 #include <MelkarCommon/api.h>
 #include <MelkarCommon/support/platform/types.h>
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <vector>
 
 /// @file
 /// Reads of profile files: sections in brackets, one "key = value" a line. Sections and keys match in
@@ -15,17 +17,32 @@
 
 namespace melkar {
 
-/// One profile file as it stood when it was read: for many reads in one pass.
+/// One profile file as it stood when it was read: for many reads in one pass. A section is taken apart
+/// when it is first asked for a key, so a snapshot serves one thread at a time.
 class MELKAR_API ProfileSnapshot {
 public:
     /// Reads the whole file; a missing or unreadable one gives an empty snapshot.
     explicit ProfileSnapshot(const char* path);
+    ProfileSnapshot(const ProfileSnapshot&) = delete;
+    ProfileSnapshot& operator=(const ProfileSnapshot&) = delete;
 
     /// The value as it stands in the file, null if there is no such key. Valid as long as the snapshot.
     const std::string* Find(std::string_view section, std::string_view key) const;
 
 private:
-    std::unordered_map<std::string, std::string> m_values; ///< "section\nkey" in lower case to value
+    struct Entry {
+        std::string_view key;
+        std::string value;
+    };
+    struct Section {
+        void Split();
+
+        std::string_view unsplit; ///< its lines, until it is first asked for a key
+        std::vector<Entry> entries;
+    };
+
+    std::string m_text;                                          ///< keys and sections point into it
+    mutable std::unordered_map<std::string, Section> m_sections; ///< by name in lower case
 };
 
 /// The integer that a profile value stands for: leading blanks, a sign, decimal digits; what follows

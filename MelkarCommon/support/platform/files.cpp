@@ -1,0 +1,140 @@
+#include <MelkarCommon/support/platform/files.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <new>
+#include <string_view>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace melkar {
+namespace {
+
+constexpr std::size_t kBlock = 64U * 1024U;
+constexpr std::size_t kLargestWhole = 256U * 1024U * 1024U; // nothing that we read whole comes near it
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+
+/// A descriptor of a regular file, or -1. Opening never waits, as it would for a pipe without a writer.
+int OpenRegular(const char* path, std::size_t* size) {
+    const int file = open(ResolvePath(path).c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY);
+    if (file < 0)
+        return -1;
+    struct stat status {};
+    if (fstat(file, &status) != 0 || !S_ISREG(status.st_mode)) {
+        close(file);
+        return -1;
+    }
+    if (size)
+        *size = static_cast<std::size_t>(status.st_size);
+    return file;
+}
+
+/// Reads until `size` bytes are there or the file ends; an error counts as its end.
+std::size_t ReadUpTo(int file, char* to, std::size_t size) {
+    std::size_t done = 0;
+    while (done < size) {
+        const ssize_t count = read(file, to + done, size - done);
+        if (count > 0)
+            done += static_cast<std::size_t>(count);
+        else if (count == 0 || errno != EINTR)
+            break;
+    }
+    return done;
+}
+
+std::string ReadAll(int file, std::size_t expected) {
+    std::string text;
+    std::size_t filled = 0;
+    std::size_t room = expected + 1; // one more byte, to see the end in the same read
+    while (room <= kLargestWhole) {
+        text.resize(room);
+        filled += ReadUpTo(file, text.data() + filled, room - filled);
+        if (filled < room)
+            break;
+        room += kBlock + room / 2; // it grew meanwhile
+    }
+    text.resize(filled);
+    return text;
+}
+
+} // namespace
+
+std::string ResolvePath(const char* path) {
+    std::string resolved = path ? path : "";
+    if (resolved.find('\\') == std::string::npos || access(resolved.c_str(), F_OK) == 0)
+        return resolved;
+    std::replace(resolved.begin(), resolved.end(), '\\', '/');
+    return resolved;
+}
+
+LineReader::LineReader(const char* path) : m_file(OpenRegular(path, nullptr)) {}
+
+LineReader::~LineReader() {
+    if (m_file >= 0)
+        close(m_file);
+}
+
+bool LineReader::Fill() {
+    if (m_file < 0)
+        return false;
+    if (!m_buffer)
+        m_buffer = std::make_unique_for_overwrite<char[]>(kBlock);
+    m_filled = ReadUpTo(m_file, m_buffer.get(), kBlock);
+    m_position = 0;
+    if (m_atStart && std::string_view(m_buffer.get(), m_filled).starts_with(kByteOrderMark))
+        m_position = kByteOrderMark.size();
+    m_atStart = false;
+    return m_position < m_filled;
+}
+
+const char* LineReader::Next(std::size_t limit) {
+    m_line.clear();
+    limit = std::max<std::size_t>(limit, 1);
+    while (m_line.size() < limit && (m_position < m_filled || Fill())) {
+        const char* from = m_buffer.get() + m_position;
+        const std::size_t room = std::min(m_filled - m_position, limit - m_line.size());
+        const auto* feed = static_cast<const char*>(std::memchr(from, '\n', room));
+        const std::size_t taken = feed ? static_cast<std::size_t>(feed - from) + 1 : room;
+        m_line.append(from, taken);
+        m_position += taken;
+        if (feed)
+            break;
+    }
+    JoinCrLf();
+    return m_line.empty() ? nullptr : m_line.c_str();
+}
+
+/// Makes CR LF at the end of the line one line feed, also where the limit or a block parts them.
+void LineReader::JoinCrLf() {
+    if (m_line.ends_with("\r\n")) {
+        m_line.resize(m_line.size() - 1);
+    } else if (m_line.ends_with('\r') && (m_position < m_filled || Fill()) && m_buffer[m_position] == '\n') {
+        ++m_position;
+    } else {
+        return;
+    }
+    m_line.back() = '\n';
+}
+
+std::string ReadWholeFile(const char* path, bool* found) {
+    std::string text;
+    std::size_t size = 0;
+    const int file = OpenRegular(path, &size);
+    bool isRead = file >= 0 && size < kLargestWhole;
+    if (isRead) {
+        try {
+            text = ReadAll(file, size);
+        } catch (const std::bad_alloc&) {
+            isRead = false;
+        }
+    }
+    if (file >= 0)
+        close(file);
+    if (found)
+        *found = isRead;
+    return text;
+}
+
+} // namespace melkar

@@ -32,6 +32,8 @@ public:
     int IntField(int index) const;  ///< through `atoi`
 
 private:
+    const char* Start(int index) const;
+
     std::vector<const char*> m_starts;
 };
 

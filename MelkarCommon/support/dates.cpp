@@ -1,0 +1,45 @@
+#include <MelkarCommon/support/numbers.h>
+#include <MelkarCommon/support/platform/datetime.h>
+#include <MelkarCommon/support/platform/profile.h>
+#include <MelkarCommon/support/support.h>
+
+#include <clocale>
+#include <cstring>
+
+namespace {
+
+constexpr int kDateLength = 8; // YYYYMMDD
+constexpr char kConfigFile[] = "..\\conf\\config.cnf";
+
+/// Callers are promised a process in the "C" locale after a date in a named one. It is set only if it is anything
+/// else, so that threads that format dates at once don't write it.
+void PutProcessLocaleBack() {
+    const char* current = std::setlocale(LC_ALL, nullptr);
+    if (!current || std::strcmp(current, "C") != 0)
+        std::setlocale(LC_ALL, "C");
+}
+
+} // namespace
+
+CString FormatDate(CString date, CString format, CString locale) {
+    if (date.GetLength() < kDateLength)
+        return date;
+    COleDateTime day;
+    day.SetDateTime(melkar::ToInt(date.Left(4)), melkar::ToInt(date.Mid(4, 2)), melkar::ToInt(date.Mid(6, 2)), 0, 0, 0);
+    const melkar::ScopedFormatLocale language(locale);
+    if (!locale.IsEmpty())
+        PutProcessLocaleBack();
+    return day.IsValid() ? day.Format(format) : date;
+}
+
+namespace melkar {
+CString DateFormat(const char* key) {
+    char format[100];
+    GetPrivateProfileStringA("SYSTEM", key, "%m/%d/%Y", format, sizeof format, kConfigFile);
+    return format;
+}
+} // namespace melkar
+
+CString FormatDateEx(CString date, CString key, CString locale) {
+    return FormatDate(date, melkar::DateFormat(key), locale);
+}

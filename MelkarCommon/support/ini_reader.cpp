@@ -1,0 +1,34 @@
+#include <MelkarCommon/support/ini_reader.h>
+
+#include <MelkarCommon/support/platform/profile.h>
+
+#include <string_view>
+
+namespace {
+
+constexpr std::size_t kValueRoom = 10000; // bytes of a value, with its NUL
+
+CString WithLineFeeds(CString value) {
+    value.Replace("__YN__", "\n");
+    return value;
+}
+
+} // namespace
+
+CString CIniReader::ReadString(CString file, CString section, CString key, const char* fallback) {
+    char buffer[kValueRoom];
+    GetPrivateProfileStringA(section, key, fallback, buffer, sizeof buffer, file.IsEmpty() ? m_strFilePath : file);
+    return WithLineFeeds(buffer);
+}
+
+int CIniReader::ReadStringToInt(CString file, CString section, CString key, int fallback) {
+    return GetPrivateProfileIntA(section, key, fallback, file.IsEmpty() ? m_strFilePath : file);
+}
+
+namespace melkar {
+CString ProfileText(const std::string* value, const char* fallback) {
+    if (!value)
+        return WithLineFeeds(fallback);
+    return WithLineFeeds(CString(std::string_view(*value).substr(0, kValueRoom - 1)));
+}
+} // namespace melkar

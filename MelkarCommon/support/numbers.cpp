@@ -1,0 +1,59 @@
+#include <MelkarCommon/support/numbers.h>
+
+#include <MelkarCommon/support/platform/ascii.h>
+#include <MelkarCommon/support/platform/locales.h>
+#include <MelkarCommon/support/support.h>
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <cstdlib>
+#include <limits>
+#include <string_view>
+
+namespace melkar {
+
+double ToDouble(const char* text) {
+    std::string_view digits = TrimBlanks(text ? text : "");
+    if (digits.starts_with('+') && !digits.starts_with("+-"))
+        digits.remove_prefix(1);
+    double value = 0;
+    const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value);
+    const bool isHexadecimal = error == std::errc() && (*end == 'x' || *end == 'X');
+    // Too large, too small and hexadecimal figures are rare enough for the slow way.
+    if (error == std::errc::result_out_of_range || isHexadecimal)
+        return strtod_l(text, nullptr, CLocale());
+    return value;
+}
+
+int ToInt(const char* text) { return ParseInt(text ? text : ""); }
+
+int Truncate(double value) {
+    if (std::isnan(value))
+        return 0;
+    constexpr double kLeast = std::numeric_limits<int>::min();
+    constexpr double kMost = std::numeric_limits<int>::max();
+    return static_cast<int>(std::clamp(value, kLeast, kMost));
+}
+
+CString FormatFixed(double value, int decimals) {
+    constexpr int kMostDecimals = 30;
+    char text[std::numeric_limits<double>::max_exponent10 + kMostDecimals + 8]; // sign, digits, point, decimals
+    const auto [end, error] = std::to_chars(std::begin(text), std::end(text), value, std::chars_format::fixed,
+                                            std::clamp(decimals, 0, kMostDecimals));
+    return error == std::errc() ? CString(std::string_view(text, static_cast<std::size_t>(end - text))) : CString();
+}
+
+} // namespace melkar
+
+CString getDecimalNumber(const char* number, int decimals) {
+    const double value = melkar::ToDouble(number);
+    if (decimals >= 1)
+        return melkar::FormatFixed(value, decimals);
+    return CString(std::to_string(melkar::Truncate(value)).c_str());
+}
+
+int ChartMulDiv(int size, int numerator, int denominator) {
+    constexpr int kStandIn = 11;
+    return MulDiv(size > 0 ? size : kStandIn, numerator, denominator);
+}

@@ -1,0 +1,193 @@
+#include <MelkarCommon/support/ring_log.h>
+
+#include <MelkarCommon/support/platform/ascii.h>
+#include <MelkarCommon/support/platform/datetime.h>
+#include <MelkarCommon/support/platform/files.h>
+#include <MelkarCommon/support/platform/locales.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <chrono>
+#include <cstdarg>
+#include <cstdio>
+#include <cstring>
+#include <fcntl.h>
+#include <string>
+#include <string_view>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <thread>
+#include <unistd.h>
+
+namespace {
+
+constexpr std::size_t kTextRoom = 4000; // with its NUL
+constexpr std::size_t kPiece = 120;
+constexpr off_t kRecord = 122; // a piece and CR LF
+constexpr off_t kHead = 10;    // the counter and CR LF
+constexpr std::size_t kCounterDigits = 8;
+constexpr int kLastRecord = 100000;
+constexpr auto kLongestWait = std::chrono::seconds(1);
+
+bool WriteAt(int file, off_t offset, std::string_view bytes) {
+    while (!bytes.empty()) {
+        const ssize_t count = pwrite(file, bytes.data(), bytes.size(), offset);
+        if (count < 0 && errno == EINTR)
+            continue;
+        if (count <= 0)
+            return false;
+        bytes.remove_prefix(static_cast<std::size_t>(count));
+        offset += count;
+    }
+    return true;
+}
+
+/// The head of a file whose last record is `counter`.
+bool WriteHead(int file, int counter) {
+    char head[kHead + 1];
+    std::snprintf(head, sizeof head, "%08u\r\n", static_cast<unsigned>(counter) % 100'000'000U);
+    return WriteAt(file, 0, std::string_view(head, kHead));
+}
+
+/// Makes the log with a counter of 0. The file gets its name only once its head is there: after a kill, and beside
+/// another process that does the same, there is either no log or one that can be read.
+void MakeLog(const std::string& path) {
+    const std::string unnamed = path + '.' + std::to_string(gettid()) + ".new";
+    const int file = open(unnamed.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
+    if (file < 0)
+        return;
+    const bool isWhole = WriteHead(file, 0);
+    close(file);
+    const bool isNamed = isWhole && (link(unnamed.c_str(), path.c_str()) == 0 || errno == EEXIST);
+    if (isWhole && !isNamed && rename(unnamed.c_str(), path.c_str()) == 0)
+        return; // a file system without links
+    unlink(unnamed.c_str());
+}
+
+/// Waits for the lock, at most `kLongestWait`. A file system that knows no locks counts as locked.
+bool Lock(int file) {
+    const auto deadline = std::chrono::steady_clock::now() + kLongestWait;
+    while (flock(file, LOCK_EX | LOCK_NB) != 0) {
+        if (errno != EWOULDBLOCK && errno != EINTR)
+            return true;
+        if (std::chrono::steady_clock::now() >= deadline)
+            return false;
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+    return true;
+}
+
+bool IsRegular(int file) {
+    struct stat status {};
+    return fstat(file, &status) == 0 && S_ISREG(status.st_mode);
+}
+
+/// The log, open and locked until it is destroyed.
+class OpenLog {
+public:
+    explicit OpenLog(const std::string& path) {
+        constexpr int kFlags = O_RDWR | O_NONBLOCK | O_CLOEXEC | O_NOCTTY;
+        m_file = open(path.c_str(), kFlags);
+        if (m_file < 0 && errno == ENOENT) {
+            MakeLog(path);
+            m_file = open(path.c_str(), kFlags);
+        }
+        if (m_file >= 0 && !(IsRegular(m_file) && Lock(m_file)))
+            Close();
+    }
+    ~OpenLog() { Close(); }
+    OpenLog(const OpenLog&) = delete;
+    OpenLog& operator=(const OpenLog&) = delete;
+
+    bool IsOpen() const { return m_file >= 0; }
+    int File() const { return m_file; }
+
+private:
+    void Close() {
+        if (m_file >= 0)
+            close(m_file);
+        m_file = -1;
+    }
+
+    int m_file = -1;
+};
+
+/// The number of the record last written, whatever stands in the head; -1 if the head can't be read.
+int LastRecord(int file) {
+    char digits[kCounterDigits];
+    if (pread(file, digits, sizeof digits, 0) != static_cast<ssize_t>(sizeof digits))
+        return -1;
+    return std::clamp(melkar::ParseInt(std::string_view(digits, sizeof digits)), 0, kLastRecord);
+}
+
+/// The record, and the end mark behind it. @return false once a write fails.
+bool WriteRecord(int file, int record, std::string_view text) {
+    char piece[kPiece] = {};
+    std::memcpy(piece, text.data(), std::min(text.size(), kPiece));
+    char endMark[kPiece] = {};
+    std::memset(endMark, '=', kPiece - 1);
+
+    const off_t offset = kHead + kRecord * (record - 1);
+    const auto lineEnd = static_cast<off_t>(kPiece);
+    return WriteAt(file, offset, {piece, kPiece}) && WriteAt(file, offset + lineEnd, "\r\n") &&
+           WriteAt(file, offset + kRecord, {endMark, kPiece}) && WriteAt(file, offset + kRecord + lineEnd, "\r\n");
+}
+
+/// @return false if the log can't be opened.
+bool WritePiece(const std::string& path, std::string_view text) {
+    const OpenLog log(path);
+    if (!log.IsOpen())
+        return false;
+    const int last = LastRecord(log.File());
+    if (last < 0)
+        return true;
+    const int record = last < kLastRecord ? last + 1 : 1;
+    // On a full disk the counter goes back: else it ran ahead of the records until there is room again.
+    if (WriteHead(log.File(), record) && !WriteRecord(log.File(), record, text))
+        WriteHead(log.File(), last);
+    return true;
+}
+
+/// "[2026/01/31 23:59:59]  "
+std::string TimeStamp() {
+    SYSTEMTIME now{};
+    GetLocalTime(&now);
+    char stamp[64];
+    std::snprintf(stamp, sizeof stamp, "[%04u/%02u/%02u %02u:%02u:%02u]  ", now.wYear, now.wMonth, now.wDay, now.wHour,
+                  now.wMinute, now.wSecond);
+    return stamp;
+}
+
+/// A line whose length is a multiple of 120 ends in an empty piece.
+int WriteLine(const char* file, const char* text) {
+    const std::string path = melkar::ResolvePath(file);
+    const std::string line = TimeStamp() + text;
+    for (std::size_t offset = 0; offset <= line.size(); offset += kPiece)
+        if (!WritePiece(path, std::string_view(line).substr(offset)))
+            return 1;
+    return 0;
+}
+
+} // namespace
+
+int writeLog(const char* file, const char* format, ...) {
+    if (!file)
+        return 1;
+    char text[kTextRoom] = "";
+    if (format) {
+        const melkar::ScopedCLocale numbers;
+        std::va_list arguments;
+        va_start(arguments, format);
+        const int length = std::vsnprintf(text, sizeof text, format, arguments);
+        va_end(arguments);
+        if (length < 0) // arguments that can't be formatted: the bare format tells more than nothing
+            *std::copy_n(format, strnlen(format, sizeof text - 1), text) = '\0';
+    }
+    return WriteLine(file, text);
+}
+
+int writeLogCode(const char* file, int code) { return writeLog(file, "CODE = [%d]", code); }
+
+namespace melkar {
+void LogText(const char* text) { writeLog(kLogFile, "%s", text ? text : ""); }
+} // namespace melkar

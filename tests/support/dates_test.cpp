@@ -1,0 +1,143 @@
+#include "temp_workdir.h"
+
+#include <MelkarCommon/support/platform/datetime.h>
+#include <MelkarCommon/support/platform/desktop.h>
+#include <MelkarCommon/support/platform/surface.h>
+#include <MelkarCommon/support/support.h>
+
+#include <gtest/gtest.h>
+
+#include <clocale>
+#include <locale.h>
+
+namespace {
+
+bool HasLocale(const char* name) {
+    const locale_t locale = newlocale(LC_ALL_MASK, name, nullptr);
+    if (locale)
+        freelocale(locale);
+    return locale != nullptr;
+}
+
+/// Puts the locale of the process back to "C" behind a test that changes it.
+struct Dates : testing::Test {
+    void TearDown() override { std::setlocale(LC_ALL, "C"); }
+    static std::string ProcessLocale() { return std::setlocale(LC_ALL, nullptr); }
+};
+
+TEST_F(Dates, Formatting) {
+    struct Case {
+        const char* why;
+        const char* date;
+        const char* format;
+        const char* text;
+    };
+    const Case kCases[] = {
+        {"a day", "20081231", "%m/%d/%Y", "12/31/2008"},
+        {"with a time behind it", "20081231235959", "%m/%d/%Y", "12/31/2008"},
+        {"the day of the week and of the year", "20080229", "%a %j %U", "Fri 060 08"},
+        {"too short", "2008", "%Y", "2008"},
+        {"no such month", "20081399", "%Y", "20081399"},
+        {"no leap year", "20090229", "%Y", "20090229"},
+        {"the 31st of a short month", "20080431", "%Y", "20080431"},
+        {"letters", "ABCDEFGH", "%Y", "ABCDEFGH"},
+        {"negative month", "2008-1-1", "%Y", "2008-1-1"},
+        {"first year", "01000101", "%d.%m.", "01.01."},
+        {"before the first year", "00990101", "%d.%m.", "00990101"},
+        {"empty format", "20081231", "", ""},
+        {"a format that yields nothing", "20081231", "%Z", ""},
+        {"other bytes pass", "20081231", "%Y\xE5\xB9\xB4\xFF", "2008\xE5\xB9\xB4\xFF"},
+    };
+    for (const Case& c : kCases)
+        for (const char* locale : {"", "C", "no_SUCH"})
+            EXPECT_EQ(FormatDate(c.date, c.format, locale), c.text) << c.why << ", locale " << locale;
+}
+
+TEST_F(Dates, LongFormats) {
+    const std::string tenThousand(10000, '-');
+    EXPECT_EQ(FormatDate("20081231", (tenThousand + "%d").c_str(), ""), (tenThousand + "31").c_str());
+    EXPECT_EQ(FormatDate("20081231", "%65536d", "").GetLength(), 65536);
+    EXPECT_EQ(FormatDate("20081231", "%65537d", ""), "");
+    EXPECT_EQ(FormatDate("20081231", "%99999999999d", ""), "");
+}
+
+TEST_F(Dates, InALocale) {
+    if (!HasLocale("ja_JP.UTF-8") || !HasLocale("de_DE.UTF-8"))
+        GTEST_SKIP() << "no Japanese and German locales";
+    for (const char* name : {"ja_JP.UTF-8", "ja_JP"})
+        EXPECT_EQ(FormatDate("20081231", "%b%d(%a)", name), "12\xE6\x9C\x88"
+                                                            "31(\xE6\xB0\xB4)")
+            << name;
+    EXPECT_EQ(FormatDate("20081231", "%a", "de_DE@euro"), "Mi");
+    EXPECT_EQ(FormatDate("20081231", "%a", ""), "Wed"); // nothing stays behind
+
+    const melkar::ScopedFormatLocale german("de_DE");
+    EXPECT_EQ(FormatDate("20081231", "%a", ""), "Mi");
+    for (int i = 0; i < 40; ++i) // more than are kept at a time
+        FormatDate("20081231", "%a", ("xx_" + std::to_string(i)).c_str());
+    EXPECT_EQ(FormatDate("20081231", "%a", ""), "Mi");
+}
+
+TEST_F(Dates, ProcessLocaleIsCAfterwards) {
+    if (!HasLocale("de_DE.UTF-8"))
+        GTEST_SKIP() << "no German locale";
+    std::setlocale(LC_ALL, "de_DE.UTF-8");
+    FormatDate("2008", "%Y", "C");
+    EXPECT_EQ(ProcessLocale(), "de_DE.UTF-8"); // too short a date touches nothing
+    EXPECT_EQ(FormatDate("20081231", "%a", ""), "Wed");
+    EXPECT_EQ(ProcessLocale(), "de_DE.UTF-8");
+    FormatDate("20081231", "%Y", "ja_JP");
+    EXPECT_EQ(ProcessLocale(), "C");
+}
+
+TEST_F(Dates, FormatFromTheProfile) {
+    const TempWorkdir work;
+    EXPECT_EQ(FormatDateEx("20081231", "SHORT", ""), "12/31/2008");
+    work.Write("conf/config.cnf", "[SYSTEM]\nSHORT=%d.%m.\nLONG=" + std::string(98, '-') + "%d\n");
+    EXPECT_EQ(FormatDateEx("20081231", "SHORT", ""), "31.12.");
+    EXPECT_EQ(FormatDateEx("20081231", "OTHER", ""), "12/31/2008");
+    EXPECT_EQ(FormatDateEx("20081231", "LONG", ""), (std::string(98, '-') + "%").c_str()); // cut to 99 bytes
+}
+
+TEST_F(Dates, Moments) {
+    COleDateTime moment;
+    EXPECT_EQ(moment.GetDayOfWeek(), 0);
+    EXPECT_EQ(moment.SetDateTime(2008, 12, 31, 23, 59, 59), 0);
+    EXPECT_EQ(moment.GetDayOfWeek(), 4);
+    EXPECT_EQ(moment.Format("%H:%M:%S"), "23:59:59");
+    EXPECT_EQ(moment.SetDateTime(2008, 12, 31, 24, 0, 0), 1);
+    EXPECT_EQ(moment.Format("%H"), "");
+    EXPECT_EQ(moment.SetDateTime(2008, 257, 1, 0, 0, 0), 1); // 1 in the low byte
+    EXPECT_EQ(moment.SetDateTime(2147483647, 1, 1, 0, 0, 0), 1);
+    moment = SYSTEMTIME{2024, 2, 4, 29, 1, 2, 3, 0};
+    EXPECT_EQ(moment.Format("%Y%m%d %H%M%S"), "20240229 010203");
+}
+
+TEST(Desktop, DayNames) {
+    EXPECT_EQ(melkar::AbbreviatedDayNames("no_SUCH"),
+              (melkar::DayNames{"Mon", "Tue", "Wed", "Thu", "Fri", "Sat", "Sun"}));
+    const melkar::DayNames names = melkar::AbbreviatedDayNames("");
+    const int size = static_cast<int>(names[6].size()) + 1;
+    char buffer[100];
+    constexpr DWORD kSunday = LOCALE_NOUSEROVERRIDE | LOCALE_SABBREVDAYNAME7;
+    EXPECT_EQ(GetLocaleInfoA(LOCALE_USER_DEFAULT, kSunday, buffer, 100), size);
+    EXPECT_EQ(buffer, names[6]);
+    EXPECT_EQ(GetLocaleInfoA(LOCALE_USER_DEFAULT, kSunday, nullptr, 0), size);
+    EXPECT_EQ(GetLocaleInfoA(LOCALE_USER_DEFAULT, kSunday, buffer, size - 1), 0);
+    EXPECT_EQ(GetLocaleInfoA(LOCALE_USER_DEFAULT, kSunday, nullptr, 100), 0);
+    EXPECT_EQ(GetLocaleInfoA(LOCALE_USER_DEFAULT, LOCALE_SABBREVDAYNAME7 + 1, buffer, 100), 0);
+}
+
+TEST(Desktop, WorkArea) {
+    CRect area;
+    EXPECT_TRUE(SystemParametersInfoA(SPI_GETWORKAREA, 0, &area, 0));
+    EXPECT_EQ(area, CRect(0, 0, 1920, 1080));
+    SetWorkArea(CRect(-10, 0, 800, 600));
+    EXPECT_TRUE(SystemParametersInfoA(SPI_GETWORKAREA, 0, &area, 0));
+    EXPECT_EQ(area, CRect(-10, 0, 800, 600));
+    EXPECT_FALSE(SystemParametersInfoA(SPI_GETWORKAREA, 0, nullptr, 0));
+    EXPECT_FALSE(SystemParametersInfoA(SPI_GETWORKAREA + 1, 0, &area, 0));
+    SetWorkArea(CRect(0, 0, 1920, 1080));
+}
+
+} // namespace

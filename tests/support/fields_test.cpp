@@ -1,0 +1,136 @@
+#include "temp_workdir.h"
+
+#include <MelkarCommon/support/fields.h>
+#include <MelkarCommon/support/platform/files.h>
+
+#include <gtest/gtest.h>
+
+#include <sys/stat.h>
+#include <vector>
+
+namespace {
+
+using melkar::CsvRow;
+using melkar::LineReader;
+using namespace std::string_literals;
+
+TEST(Fields, BothReadersGiveTheSame) {
+    const std::string longest(1279, 'x');
+    const std::string cut = longest + "y,\"" + longest + "y\",z";
+    struct Case {
+        const char* why;
+        const char* line;
+        int index;
+        std::string field;
+    };
+    const Case kCases[] = {
+        {"plain", "4,20081231,12.5\n", 1, "20081231"},
+        {"last, without its line feed", "4,20081231,12.5\n", 2, "12.5"},
+        {"behind the last", "4,20081231,12.5\n", 3, ""},
+        {"before the first", "4,20081231", -1, ""},
+        {"no line", nullptr, 0, ""},
+        {"empty line", "", 0, ""},
+        {"empty field at the end", "a,", 1, ""},
+        {"quoted with a comma", "\"a,b\",c", 0, "a,b"},
+        {"begins inside of quotes", "\"a,b\",c", 1, "b\""},
+        {"a quote inside stays", "\"a\"b\",c", 0, "a\"b"},
+        {"two quotes at the end: the first stays", "\"a\"\"", 0, "a\""},
+        {"empty quotes", "\"\",b", 0, ""},
+        {"quotes that never close", "\"a,b", 0, "a,b"},
+        {"a quote that isn't the first character", "a\"b\",c", 0, "a\"b\""},
+        {"a line feed ends a plain field", "a\nb,c", 0, "a"},
+        {"a line feed inside of quotes", "\"a\nb\",c", 0, "a\nb"},
+        {"longer than a field can be", cut.c_str(), 0, longest},
+        {"longer than a quoted field can be", cut.c_str(), 1, longest},
+        {"behind the long ones", cut.c_str(), 2, "z"},
+    };
+    CsvRow row;
+    for (const Case& c : kCases) {
+        row.Split(c.line);
+        EXPECT_EQ(getCSV(c.line, c.index), c.field.c_str()) << c.why;
+        EXPECT_EQ(row.Field(c.index), c.field.c_str()) << c.why;
+    }
+}
+
+TEST(Fields, WholeNumbersOfARow) {
+    const CsvRow row("12, -7x,\"5\",,abc,99999999999,\n8");
+    const int kValues[] = {12, -7, 5, 0, 0, 2147483647, 0, 0};
+    for (int i = 0; i < 8; ++i)
+        EXPECT_EQ(row.IntField(i), kValues[i]) << i;
+}
+
+TEST(Fields, Replacement) {
+    EXPECT_EQ(getCSV("a__b__,c", 0, "__", "\n"), "a\nb\n");
+    EXPECT_EQ(getCSV("aa,c", 0, "a", "aa"), "aaaa");
+    EXPECT_EQ(getCSV("aa,c", 0, "", "x"), "aa");
+    EXPECT_EQ(getCSV("aa,c", 0, "a", nullptr), "aa");
+}
+
+TEST(Fields, OfAFile) {
+    const TempWorkdir work;
+    work.Write("conf/data.csv", std::string(9999, 'x') + "y,1\r\n2,3");
+    EXPECT_EQ(getCSVEx("..\\conf\\data.csv", 0, 0), std::string(1279, 'x').c_str());
+    EXPECT_EQ(getCSVEx("../conf/data.csv", 1, 0), "y"); // the rest of a line that is too long
+    EXPECT_EQ(getCSVEx("../conf/data.csv", 2, 1), "3");
+    EXPECT_EQ(getCSVEx("../conf/data.csv", 3, 0), "");
+    EXPECT_EQ(getCSVEx("../conf/none.csv", 0, 0), "");
+    EXPECT_EQ(getCSVEx(nullptr, 0, 0), "");
+}
+
+std::vector<std::string> Lines(const std::string& path, std::size_t limit) {
+    std::vector<std::string> lines;
+    LineReader reader(path.c_str());
+    while (const char* line = reader.Next(limit))
+        lines.emplace_back(line);
+    return lines;
+}
+
+TEST(Lines, OfAFile) {
+    const std::string block(65535, 'b'); // one byte short of a block
+    struct Case {
+        const char* why;
+        std::string bytes;
+        std::size_t limit;
+        std::vector<std::string> lines;
+    };
+    const Case kCases[] = {
+        {"empty", "", 9, {}},
+        {"a mark alone", "\xEF\xBB\xBF", 9, {}},
+        {"mark, CR LF, no last line feed",
+         "\xEF\xBB\xBF"
+         "a\r\nb",
+         9,
+         {"a\n", "b"}},
+        {"blank lines", "\n\r\n\n", 9, {"\n", "\n", "\n"}},
+        {"a carriage return of its own", "a\rb\r", 9, {"a\rb\r"}},
+        {"longer than the limit", "abcdefg\nh\n", 3, {"abc", "def", "g\n", "h\n"}},
+        {"CR LF parted by the limit", "abcd\r\ne\n", 5, {"abcd\n", "e\n"}},
+        {"CR LF behind the limit", "abcd\r\ne\n", 4, {"abcd", "\n", "e\n"}},
+        {"CR LF parted by the blocks", block + "\r\nc", 99999, {block + "\n", "c"}},
+        {"CR at the end of a block, no LF", block + "\rc", 99999, {block + "\rc"}},
+        {"a NUL hides the rest of its line only", "a\0b\nc\n"s, 9, {"a", "c\n"}},
+    };
+    const TempWorkdir work;
+    for (const Case& c : kCases)
+        EXPECT_EQ(Lines(work.Write("conf/lines", c.bytes), c.limit), c.lines) << c.why;
+}
+
+TEST(Lines, OnlyRegularFilesOpen) {
+    const TempWorkdir work;
+    mkfifo("pipe", 0600); // opening it for reading would wait
+    for (const char* path : {"pipe", "..", "/dev/zero", "none", "", static_cast<const char*>(nullptr)}) {
+        bool found = true;
+        EXPECT_FALSE(LineReader(path).IsOpen());
+        EXPECT_EQ(melkar::ReadWholeFile(path, &found), "");
+        EXPECT_FALSE(found);
+    }
+}
+
+TEST(Paths, BackslashesOnlyIfNoSuchFileStands) {
+    const TempWorkdir work;
+    EXPECT_EQ(melkar::ResolvePath("..\\conf\\graph.cnf"), "../conf/graph.cnf");
+    work.Write("bin/odd\\name", "");
+    EXPECT_EQ(melkar::ResolvePath("odd\\name"), "odd\\name");
+}
+
+} // namespace

@@ -1,0 +1,151 @@
+#include "temp_workdir.h"
+
+#include <MelkarCommon/support/ini_reader.h>
+#include <MelkarCommon/support/platform/profile.h>
+#include <MelkarCommon/support/support.h>
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+
+namespace {
+
+using melkar::ProfileSnapshot;
+
+constexpr char kProfile[] = "\xEF\xBB\xBF"
+                            "EARLY=no section\r\n"
+                            "[ Steps ]  ; behind the bracket\r\n"
+                            "; COMMENT=1\r\n"
+                            "  ;INDENTED=1\r\n"
+                            "max = 42 \r\n"
+                            "MAX=43\r\n"
+                            "two words=\t both \t words \r\n"
+                            "DOUBLE=\" kept \"\r\n"
+                            "SINGLE='a'\r\n"
+                            "NESTED=\"'a'\"\r\n"
+                            "UNEVEN=\"a'\r\n"
+                            "ONE=\"\r\n"
+                            "EMPTY=\r\n"
+                            "EQUALS=a=b;c\r\n"
+                            "no equals sign\r\n"
+                            "= no key\r\n"
+                            "BYTES=\x93\xFA\r\n"
+                            "[Other]\n"
+                            "OTHER_KEY=o\n"
+                            "[STEPS]\n"
+                            "LATE=second section of the name\n"
+                            "[Open\n"
+                            "LAST=end";
+
+TEST(Profile, SnapshotAndSingleReadsAgree) {
+    struct Case {
+        const char* section;
+        const char* key;
+        const char* value; ///< null if there is none
+    };
+    const Case kCases[] = {
+        {"Steps", "EARLY", nullptr},
+        {"", "EARLY", nullptr},
+        {"STEPS", "Max", "42"},
+        {"steps", "two Words", "both \t words"},
+        {" Steps ", " max ", "42"},
+        {"Steps", "; COMMENT", nullptr},
+        {"Steps", ";INDENTED", nullptr},
+        {"Steps", "DOUBLE", " kept "},
+        {"Steps", "SINGLE", "a"},
+        {"Steps", "NESTED", "'a'"},
+        {"Steps", "UNEVEN", "\"a'"},
+        {"Steps", "ONE", "\""},
+        {"Steps", "EMPTY", ""},
+        {"Steps", "EQUALS", "a=b;c"},
+        {"Steps", "no equals sign", nullptr},
+        {"Steps", "", nullptr},
+        {"Steps", "BYTES", "\x93\xFA"},
+        {"Steps", "OTHER_KEY", nullptr},
+        {"Other", "OTHER_KEY", "o"},
+        {"Steps", "LATE", nullptr},
+        {"open", "last", "end"},
+        {"Nowhere", "max", nullptr},
+    };
+    const TempWorkdir work;
+    const std::string path = work.Write("conf/p.cnf", kProfile);
+    const ProfileSnapshot snapshot(path.c_str());
+    for (const Case& c : kCases) {
+        const std::string* found = snapshot.Find(c.section, c.key);
+        EXPECT_EQ(found ? found->c_str() : "(none)", std::string(c.value ? c.value : "(none)")) << c.key;
+        char buffer[64];
+        const DWORD length = GetPrivateProfileStringA(c.section, c.key, "(none)", buffer, sizeof buffer, path.c_str());
+        EXPECT_EQ(std::string(buffer, length), c.value ? c.value : "(none)") << c.key;
+    }
+}
+
+TEST(Profile, ReadsAreCutToTheBuffer) {
+    const TempWorkdir work;
+    const std::string path = work.Write("conf/p.cnf", "[A]\nk=12345\n");
+    char buffer[8];
+    std::memset(buffer, '#', sizeof buffer);
+    EXPECT_EQ(GetPrivateProfileStringA("A", "k", "", buffer, 4, path.c_str()), 3U);
+    EXPECT_EQ(std::string(buffer, 5), std::string("123\0#", 5));
+    EXPECT_EQ(GetPrivateProfileStringA("A", "x", "fallback", buffer, 4, path.c_str()), 3U);
+    EXPECT_STREQ(buffer, "fal");
+    EXPECT_EQ(GetPrivateProfileStringA("A", "k", "", nullptr, 4, path.c_str()), 0U);
+    EXPECT_EQ(GetPrivateProfileStringA("A", "k", "", buffer, 0, path.c_str()), 0U);
+    EXPECT_EQ(GetPrivateProfileStringA(nullptr, nullptr, nullptr, buffer, 4, nullptr), 0U);
+    EXPECT_STREQ(buffer, "");
+}
+
+TEST(Profile, WholeNumbers) {
+    const TempWorkdir work;
+    const std::string path =
+        work.Write("conf/p.cnf", "[A]\nplain=-12px\nquoted=\" +7\"\nwords=many\nempty=\nhuge=-99999999999\n");
+    const auto read = [&](const char* key) { return GetPrivateProfileIntA("A", key, 5, path.c_str()); };
+    EXPECT_EQ(read("plain"), -12);
+    EXPECT_EQ(read("quoted"), 7);
+    EXPECT_EQ(read("words"), 0);
+    EXPECT_EQ(read("empty"), 5);
+    EXPECT_EQ(read("none"), 5);
+    EXPECT_EQ(read("huge"), -2147483647 - 1);
+    EXPECT_EQ(GetPrivateProfileIntA("A", "plain", 5, "no such file"), 5);
+}
+
+TEST(Profile, ReaderChoosesTheFileAndBreaksLines) {
+    const TempWorkdir work;
+    work.Write("conf/own.cnf", "[A]\nk=a__YN__b\nlong=" + std::string(10001, 'x') + "\n");
+    work.Write("conf/other.cnf", "[A]\nk=other\nn=3\n");
+    CIniReader reader("..\\conf\\own.cnf");
+    EXPECT_EQ(reader.ReadString("", "A", "k", ""), "a\nb");
+    EXPECT_EQ(reader.ReadString("..\\conf\\other.cnf", "A", "k", ""), "other");
+    EXPECT_EQ(reader.ReadString("", "A", "none", "x__YN__y"), "x\ny");
+    EXPECT_EQ(reader.ReadString("", "A", "none", nullptr), "");
+    EXPECT_EQ(reader.ReadString("", "A", "long", "").GetLength(), 9999);
+    EXPECT_EQ(reader.ReadStringToInt("", "A", "n", 9), 9);
+    EXPECT_EQ(reader.ReadStringToInt("../conf/other.cnf", "A", "n", 9), 3);
+    work.Write("conf/own.cnf", "[A]\nk=new\n"); // nothing is kept from one read to the next
+    EXPECT_EQ(reader.ReadString("", "A", "k", ""), "new");
+}
+
+TEST(Profile, ColoursAndPoints) {
+    const TempWorkdir work;
+    const std::string path =
+        work.Write("conf/p.cnf", "[A]\nc=255, 0,128\ntwo=1,2\nbig=300,0,0\nless=-1,0,0\nfour=1,2,3,4\n"
+                                 "words=a,b,c\ns_R=300\ns_B=2\np= 3 , -4\none=3\n");
+    const auto color = [&](const char* key) { return GetRGBEx(path.c_str(), "A", key, 0x123456); };
+    EXPECT_EQ(color("c"), 0x8000FFUL);
+    EXPECT_EQ(color("two"), 0x123456UL);
+    EXPECT_EQ(color("none"), 0x123456UL);
+    EXPECT_EQ(color("big"), 44UL);
+    EXPECT_EQ(color("less"), 255UL);
+    EXPECT_EQ(color("four"), 0x030201UL);
+    EXPECT_EQ(color("words"), 0UL);
+    EXPECT_EQ(color(nullptr), 0x123456UL);
+    EXPECT_EQ(GetRGB(path.c_str(), "A", "s"), 0x02002CUL);
+    EXPECT_EQ(GetRGB(path.c_str(), "A", nullptr), 0UL);
+
+    EXPECT_EQ(CPoint(GetPOINT(path.c_str(), "A", "p")), CPoint(3, -4));
+    EXPECT_EQ(CPoint(GetPOINT(path.c_str(), "A", "one")), CPoint(0, 0));
+    EXPECT_EQ(CPoint(GetPOINT(nullptr, "A", "p")), CPoint(0, 0));
+    EXPECT_EQ(melkar::ParseColor(("1,2," + std::string(1019, ' ') + "7").c_str(), 9),
+              RGB(1, 2, 0)); // the 7 is byte 1024
+}
+
+} // namespace

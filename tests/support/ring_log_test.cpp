@@ -1,0 +1,209 @@
+#include "temp_workdir.h"
+
+#include <MelkarCommon/support/ring_log.h>
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <csignal>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <thread>
+#include <unistd.h>
+
+namespace {
+
+using namespace std::string_literals;
+
+constexpr std::size_t kRecord = 122;
+const std::string kEndMark = std::string(119, '=') + "\0\r\n"s;
+constexpr std::size_t kStampLength = 23; // "[2026/01/31 23:59:59]  "
+
+/// Record `number` of the log's bytes, with its CR LF.
+std::string Record(const std::string& log, std::size_t number) {
+    const std::size_t offset = 10 + kRecord * (number - 1);
+    return offset < log.size() ? log.substr(offset, kRecord) : "";
+}
+
+std::string Padded(std::string text) {
+    text.resize(120, '\0');
+    return text + "\r\n";
+}
+
+struct RingLog : testing::Test {
+    TempWorkdir work;
+    std::string Log() const { return work.Read("log/graph.log"); }
+    void SetLog(const std::string& bytes) const { work.Write("log/graph.log", bytes); }
+};
+
+TEST_F(RingLog, FirstLineMakesTheFile) {
+    EXPECT_EQ(writeLogCode(kLogFile, 340), 0);
+    const std::string log = Log();
+    ASSERT_EQ(log.size(), 10 + 2 * kRecord);
+    EXPECT_EQ(log.substr(0, 10), "00000001\r\n");
+    EXPECT_EQ(Record(log, 1).substr(kStampLength), Padded("CODE = [340]").substr(0, 120 - kStampLength) + "\r\n");
+    EXPECT_EQ(Record(log, 1)[0], '[');
+    EXPECT_EQ(Record(log, 1).substr(20, 3), "]  ");
+    EXPECT_EQ(Record(log, 2), kEndMark);
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(work.Path("log")), {}), 1); // nothing else is left
+}
+
+TEST_F(RingLog, LongLinesTakeSeveralRecords) {
+    struct Case {
+        const char* why;
+        std::size_t length; ///< of the whole line
+        std::size_t records;
+    };
+    const Case kCases[] = {
+        {"one record", 119, 1},
+        {"exactly full: an empty one follows", 120, 2},
+        {"one byte more", 121, 2},
+        {"two full ones", 240, 3},
+        {"longer than a text can be: cut", kStampLength + 9000, (kStampLength + 3999) / 120 + 1},
+    };
+    for (const Case& c : kCases) {
+        SetLog("00000000\r\n");
+        EXPECT_EQ(writeLog(kLogFile, "%s", std::string(c.length - kStampLength, 'x').c_str()), 0) << c.why;
+        const std::string log = Log();
+        EXPECT_EQ(std::stoul(log.substr(0, 8)), c.records) << c.why;
+        EXPECT_EQ(Record(log, c.records + 1), kEndMark) << c.why;
+        const std::size_t cut = std::min(c.length, kStampLength + 3999);
+        EXPECT_EQ(Record(log, c.records),
+                  Padded(c.records == 1 ? log.substr(10, c.length) : std::string(cut % 120, 'x')))
+            << c.why;
+    }
+}
+
+TEST_F(RingLog, GoesOnFromAnyHead) {
+    struct Case {
+        const char* head;
+        const char* next;
+        std::size_t record;
+    };
+    const Case kCases[] = {
+        {"00000041\r\n", "00000042\r\n", 42}, {"00099999\r\n", "00100000\r\n", 100000},
+        {"00100000\r\n", "00000001\r\n", 1},  {"99999999\r\n", "00000001\r\n", 1},
+        {"-0000005\r\n", "00000001\r\n", 1},  {"garbage!\r\n", "00000001\r\n", 1},
+        {"00000007", "00000008\r\n", 8},
+    };
+    for (const Case& c : kCases) {
+        SetLog(c.head);
+        EXPECT_EQ(writeLog(kLogFile, "here"), 0);
+        const std::string log = Log();
+        EXPECT_EQ(log.substr(0, 10), c.next) << c.head;
+        EXPECT_EQ(Record(log, c.record).substr(kStampLength, 4), "here") << c.head;
+        EXPECT_EQ(Record(log, c.record + 1), kEndMark) << c.head;
+        EXPECT_LE(log.size(), 12200132U);
+    }
+}
+
+TEST_F(RingLog, WhatCantBeWritten) {
+    SetLog("1234567");
+    EXPECT_EQ(writeLog(kLogFile, "x"), 0);
+    EXPECT_EQ(Log(), "1234567");
+    EXPECT_EQ(writeLog("..\\nowhere\\graph.log", "x"), 1);
+    EXPECT_EQ(writeLog("..\\log", "x"), 1);
+    EXPECT_EQ(writeLog("/dev/null", "x"), 1);
+    EXPECT_EQ(writeLog(nullptr, "x"), 1);
+}
+
+TEST_F(RingLog, ArgumentsThatCantBeFormatted) {
+    EXPECT_EQ(writeLog(kLogFile, "wide %ls", L"\x3042"), 0); // no such character in the "C" locale
+    EXPECT_EQ(Record(Log(), 1).substr(kStampLength, 9), "wide %ls\0"s);
+    melkar::LogText("100%s %n");
+    EXPECT_EQ(Record(Log(), 2).substr(kStampLength, 9), "100%s %n\0"s);
+}
+
+TEST_F(RingLog, GivesUpOnALockThatIsNeverFreed) {
+    SetLog("00000000\r\n");
+    const int holder = open(work.Path("log/graph.log").c_str(), O_RDONLY);
+    ASSERT_EQ(flock(holder, LOCK_EX), 0);
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_EQ(writeLog(kLogFile, "x"), 1);
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
+    EXPECT_EQ(Log(), "00000000\r\n");
+
+    std::thread late([holder] {
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        close(holder);
+    });
+    EXPECT_EQ(writeLog(kLogFile, "x"), 0);
+    late.join();
+}
+
+/// Runs `work` in another process. To be called while there are no other threads: a fork copies the locks they hold.
+template <class Work> pid_t Start(Work run) {
+    const pid_t child = fork();
+    if (child == 0)
+        _exit(run());
+    return child;
+}
+
+/// The exit status of a process that ends by itself; minus the signal that ended it.
+int StatusOf(pid_t child) {
+    int status = 0;
+    waitpid(child, &status, 0);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
+}
+
+TEST_F(RingLog, NoRoomForARecord) {
+    writeLog(kLogFile, "first");
+    const std::string before = Log();
+    const auto writeWithoutRoom = [&] {
+        signal(SIGXFSZ, SIG_IGN); // the limit then fails a write as a full disk does: part of it first
+        const rlimit limit{before.size() + 50, before.size() + 50};
+        setrlimit(RLIMIT_FSIZE, &limit);
+        return writeLog(kLogFile, "second") + 2 * writeLog(kLogFile, "third");
+    };
+    EXPECT_EQ(StatusOf(Start(writeWithoutRoom)), 0);
+    EXPECT_EQ(Log().substr(0, 10), "00000001\r\n");
+    EXPECT_EQ(writeLog(kLogFile, "fourth"), 0);
+    EXPECT_EQ(Record(Log(), 1), Record(before, 1));
+    EXPECT_EQ(Record(Log(), 2).substr(kStampLength, 6), "fourth");
+    EXPECT_EQ(Record(Log(), 3), kEndMark);
+}
+
+TEST_F(RingLog, TwoProcessesLoseNothing) {
+    constexpr int kLines = 200;
+    const auto writeMany = [] {
+        int failed = 0;
+        for (int i = 0; i < kLines; ++i)
+            failed |= writeLog(kLogFile, "line %03d", i);
+        return failed;
+    };
+    const pid_t other = Start(writeMany);
+    EXPECT_EQ(writeMany(), 0);
+    EXPECT_EQ(StatusOf(other), 0);
+    const std::string log = Log();
+    EXPECT_EQ(log.substr(0, 8), "00000400");
+    std::vector<int> seen(kLines);
+    for (std::size_t record = 1; record <= 2 * kLines; ++record)
+        ++seen.at(std::stoul(Record(log, record).substr(kStampLength + 5, 3)));
+    EXPECT_EQ(seen, std::vector<int>(kLines, 2));
+    EXPECT_EQ(Record(log, 401), kEndMark);
+}
+
+TEST_F(RingLog, GoesOnAfterAKill) {
+    for (int round = 0; round < 20; ++round) {
+        std::filesystem::remove(work.Path("log/graph.log"));
+        const pid_t child = Start([] {
+            while (writeLog(kLogFile, "line") == 0) {
+            }
+            return 1;
+        });
+        std::this_thread::sleep_for(std::chrono::microseconds(200 + 317 * round));
+        kill(child, SIGKILL);
+        ASSERT_EQ(StatusOf(child), -SIGKILL);
+        const std::string killed = Log();
+        const std::size_t last = killed.empty() ? 0 : std::stoul(killed.substr(0, 8));
+        ASSERT_EQ(writeLog(kLogFile, "after"), 0);
+        const std::string log = Log();
+        ASSERT_EQ(Record(log, last + 1).substr(kStampLength, 6), "after\0"s);
+        ASSERT_EQ(Record(log, last + 2), kEndMark);
+        ASSERT_EQ(log.size(), 10 + kRecord * (last + 2));
+    }
+}
+
+} // namespace

@@ -1,0 +1,175 @@
+#include <MelkarCommon/support/numbers.h>
+#include <MelkarCommon/support/support.h>
+
+#include <gtest/gtest.h>
+
+#include <climits>
+#include <clocale>
+#include <cmath>
+#include <cstdlib>
+#include <limits>
+
+namespace {
+
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+
+TEST(Numbers, AsInTheCLocale) {
+    const char* const kTexts[] = {"12.5",
+                                  "12,5",
+                                  " \n-3.25e2kg",
+                                  "+7",
+                                  "+-7",
+                                  "-+7",
+                                  "--7",
+                                  ".5",
+                                  "5.",
+                                  "-.5e-1",
+                                  "e5",
+                                  "1e",
+                                  "1e+",
+                                  "",
+                                  "-",
+                                  "inf",
+                                  "-INFINITY",
+                                  "1e999",
+                                  "-1e999",
+                                  "1e-999",
+                                  "4e-320",
+                                  "0x1F",
+                                  "-0x1p-2",
+                                  "0x",
+                                  "0xg",
+                                  "+0x10",
+                                  "1x5",
+                                  "abc",
+                                  "9007199254740993",
+                                  "0.1"};
+    for (const char* text : kTexts)
+        EXPECT_EQ(melkar::ToDouble(text), std::atof(text)) << text;
+    EXPECT_TRUE(std::isnan(melkar::ToDouble("nan")));
+    EXPECT_EQ(melkar::ToDouble(nullptr), 0);
+}
+
+TEST(Numbers, WhateverTheLocaleOfTheHost) {
+    if (!std::setlocale(LC_ALL, "de_DE.UTF-8"))
+        GTEST_SKIP() << "no German locale";
+    CString text;
+    text.Format("%.1f", 0.5);
+    EXPECT_EQ(text, "0.5");
+    EXPECT_EQ(melkar::ToDouble("0x1.8"), 1.5); // the slow way, too
+    EXPECT_EQ(melkar::ToDouble("1.5"), 1.5);
+    EXPECT_EQ(melkar::FormatFixed(1.5, 1), "1.5");
+    std::setlocale(LC_ALL, "C");
+}
+
+TEST(Numbers, WholeOnes) {
+    EXPECT_EQ(melkar::ToInt("  -12abc"), -12);
+    EXPECT_EQ(melkar::ToInt("- 1"), 0);
+    EXPECT_EQ(melkar::ToInt("2147483648"), INT_MAX);
+    EXPECT_EQ(melkar::ToInt("-2147483648"), INT_MIN);
+    EXPECT_EQ(melkar::ToInt(std::string(5000, '9').insert(0, "-").c_str()), INT_MIN);
+    EXPECT_EQ(melkar::ToInt(nullptr), 0);
+    EXPECT_EQ(melkar::Truncate(-0.9), 0);
+    EXPECT_EQ(melkar::Truncate(NAN), 0);
+    EXPECT_EQ(melkar::Truncate(kInfinity), INT_MAX);
+    EXPECT_EQ(melkar::Truncate(-1e30), INT_MIN);
+}
+
+TEST(Numbers, Decimals) {
+    struct Case {
+        const char* number;
+        int decimals;
+        const char* text;
+    };
+    const Case kCases[] = {
+        {"12.55", 0, "12"},
+        {"-0.9", 0, "0"},
+        {"-1.9", -3, "-1"},
+        {"0.125", 2, "0.12"},
+        {"2.675", 2, "2.67"},
+        {"-0.001", 2, "-0.00"},
+        {"1e10", 0, "2147483647"},
+        {"inf", 1, "inf"},
+        {"", 1, "0.0"},
+        {nullptr, 0, "0"},
+        {"1", 999, "1.000000000000000000000000000000"},
+    };
+    for (const Case& c : kCases)
+        EXPECT_EQ(getDecimalNumber(c.number, c.decimals), c.text);
+    EXPECT_EQ(melkar::FormatFixed(-1e308, 30).GetLength(), 1 + 309 + 1 + 30);
+}
+
+TEST(Numbers, ProductQuotients) {
+    struct Case {
+        int number, numerator, denominator, result;
+    };
+    const Case kCases[] = {
+        {5, 1, 2, 3},         {-5, 1, 2, -3},
+        {5, -1, -2, 3},       {5, 1, -2, -3},
+        {4, 1, 3, 1},         {7, 0, 3, 0},
+        {1, 1, 0, -1},        {INT_MAX, INT_MAX, INT_MAX, INT_MAX},
+        {INT_MAX, 2, 1, -1},  {INT_MIN, 1, 1, INT_MIN},
+        {INT_MIN, 1, -1, -1}, {INT_MIN, INT_MIN, INT_MIN, INT_MIN},
+    };
+    for (const Case& c : kCases)
+        EXPECT_EQ(MulDiv(c.number, c.numerator, c.denominator), c.result) << c.number << " " << c.numerator;
+    EXPECT_EQ(ChartMulDiv(0, 96, 72), 15);
+    EXPECT_EQ(ChartMulDiv(-4, 96, 72), 15);
+    EXPECT_EQ(ChartMulDiv(9, 96, 72), 12);
+}
+
+TEST(Rectangles, FarOffEdgesStayFarOff) {
+    CRect rect(INT_MIN, 0, INT_MAX, 10);
+    EXPECT_EQ(rect.Width(), INT_MAX);
+    EXPECT_TRUE(OffsetRect(&rect, 5, -5));
+    EXPECT_EQ(rect, CRect(INT_MIN + 5, -5, INT_MAX, 5));
+    rect.DeflateRect(-1, INT_MIN);
+    EXPECT_EQ(rect, CRect(INT_MIN + 4, INT_MIN, INT_MAX, INT_MAX));
+    EXPECT_FALSE(OffsetRect(nullptr, 1, 1));
+    EXPECT_FALSE(CopyRect(&rect, nullptr));
+    EXPECT_FALSE(SetRect(nullptr, 1, 2, 3, 4));
+}
+
+TEST(ByteString, PartsAreCutToWhatIsThere) {
+    const CString text("abcdef");
+    EXPECT_EQ(text.Left(2), "ab");
+    EXPECT_EQ(text.Left(-1), "");
+    EXPECT_EQ(text.Left(99), "abcdef");
+    EXPECT_EQ(text.Right(2), "ef");
+    EXPECT_EQ(text.Right(99), "abcdef");
+    EXPECT_EQ(text.Mid(4), "ef");
+    EXPECT_EQ(text.Mid(7), "");
+    EXPECT_EQ(text.Mid(-3, 2), "ab");
+    EXPECT_EQ(text.Mid(4, INT_MAX), "ef");
+    EXPECT_EQ(CString("abc", 2), "ab");
+    EXPECT_EQ(CString("abc", 99), "abc");
+    EXPECT_EQ(CString("abc", -1), "");
+    EXPECT_EQ(text.Find("cd"), 2);
+    EXPECT_EQ(text.Find('a', 1), -1);
+    EXPECT_EQ(text.Find("a", 99), -1);
+    EXPECT_EQ(text.Find(nullptr), -1);
+}
+
+TEST(ByteString, ArgumentsMayBeItsOwnText) {
+    CString text("ab");
+    text += text;
+    text += static_cast<const char*>(text);
+    EXPECT_EQ(text, "abababab");
+    EXPECT_EQ(text.Replace("ab", text), 4);
+    EXPECT_EQ(text.GetLength(), 32);
+    text.Format("<%s>", text.GetString());
+    EXPECT_EQ(text.GetLength(), 34);
+    text.Format("%f", 1e308);
+    EXPECT_EQ(text.GetLength(), 309 + 7);
+    EXPECT_EQ(text.Replace("", "x"), 0);
+}
+
+TEST(ByteString, ComparesBytes) {
+    EXPECT_GT(CString("\xE9").Compare("z"), 0);
+    EXPECT_LT(CString("ab").Compare("abc"), 0);
+    EXPECT_EQ(CString().Compare(nullptr), 0);
+    CString text("A\xC3\x84Z");
+    EXPECT_EQ(text.MakeLower(), "a\xC3\x84z");
+}
+
+} // namespace

@@ -189,28 +189,29 @@ void CBarGraph::SetCanvasRect() {
 long CBarGraph::Draw(CRect area, char* path) {
     ReadDataFile(path);
     GetGraphMeasure();
-    if (const long failure = CGraph::Draw(area, path))
-        return failure;
-    try {
-        if (DrawNoRecordsMessage() == 0) {
-            DrawRectangle(m_hMemDC, m_rcCanvas, m_crCanvas, m_crCanvas, 1);
-            DrawCanvasMeasure();
-            DrawBarChart();
-            DrawCanvas();
-            DrawTargetAverage();
-            DrawValueOnBar();
-            DrawDate();
-            DrawVAxsLabel();
-            DrawHAxsLabel();
-            DrawSecExs();
-            DrawNoDataMessage();
-            DrawExcludeMessage();
-        }
+    return DrawGuarded([&] {
+        if (const long failure = DrawFrame(area))
+            return failure;
+        if (DrawNoRecordsMessage() == 0)
+            DrawContent();
         BitBlt();
-        return 0;
-    } catch (...) {
-        return -999;
-    }
+        return 0L;
+    });
+}
+
+void CBarGraph::DrawContent() {
+    DrawRectangle(m_hMemDC, m_rcCanvas, m_crCanvas, m_crCanvas, 1);
+    DrawCanvasMeasure();
+    DrawBarChart();
+    DrawCanvas();
+    DrawTargetAverage();
+    DrawValueOnBar();
+    DrawDate();
+    DrawVAxsLabel();
+    DrawHAxsLabel();
+    DrawSecExs();
+    DrawNoDataMessage();
+    DrawExcludeMessage();
 }
 
 long CBarGraph::DrawBarChart() {

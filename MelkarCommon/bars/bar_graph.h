@@ -54,7 +54,7 @@ public:
     /// @return the bar's index in `m_oaBarRects`, or -1
     virtual long OnMouseMove(CPoint point);
 
-    virtual void DrawSecExs() {}      ///< nothing here: extras of a derived class
+    virtual void DrawSecExs() {}     ///< nothing here: extras of a derived class
     virtual long DrawVAxsLabel();    ///< vertical axis label. @return 0
     virtual long DrawHAxsLabel();    ///< horizontal axis label. @return 0
     virtual int ResetGraphMeasure(); ///< back to the scale of the profile. @return 0
@@ -157,6 +157,7 @@ protected:
 
 private:
     struct KeyRows;
+    void DrawContent();
     void DrawStackedBars();
     void DrawSingleBars();
     void DrawPolyline(int day);

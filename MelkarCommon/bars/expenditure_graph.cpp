@@ -86,9 +86,9 @@ long CExpenditureGraph::ReadDataFile(char* path) {
 
 long CExpenditureGraph::Draw(CRect area, char* path) {
     ReadDataFile(path);
-    if (const long failure = CGraph::Draw(area, path))
-        return failure;
-    try {
+    return DrawGuarded([&] {
+        if (const long failure = DrawFrame(area))
+            return failure;
         DrawRectangle(m_hMemDC, m_rcCanvas, m_crCanvas, m_crCanvas, 1);
         DrawAverageIntake();
         DrawCanvasMeasure();
@@ -101,10 +101,8 @@ long CExpenditureGraph::Draw(CRect area, char* path) {
         DrawHAxsLabel();
         DrawSecExs();
         BitBlt();
-        return 0;
-    } catch (...) {
-        return -999;
-    }
+        return 0L;
+    });
 }
 
 long CExpenditureGraph::DrawAverageIntake() {

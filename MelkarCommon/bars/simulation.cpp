@@ -94,9 +94,9 @@ long CSimulation::Draw(CRect area, char* path) {
     ReadDataFile(path);
     std::string plan = std::string(path ? path : "") + ".sim";
     ReadWeightDataFile(plan.data());
-    if (const long failure = CGraph::Draw(area, path))
-        return failure;
-    try {
+    return DrawGuarded([&] {
+        if (const long failure = DrawFrame(area))
+            return failure;
         DrawRectangle(m_hMemDC, m_rcCanvas, m_crCanvas, m_crCanvas, 1);
         DrawCanvasMeasure();
         DrawBarChart();
@@ -108,10 +108,8 @@ long CSimulation::Draw(CRect area, char* path) {
         DrawHAxsLabel();
         DrawSecExs();
         BitBlt();
-        return 0;
-    } catch (...) {
-        return -999;
-    }
+        return 0L;
+    });
 }
 
 long CSimulation::DrawWeightValue() {

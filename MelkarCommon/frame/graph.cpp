@@ -90,27 +90,31 @@ long CGraph::ReadIniFile(char* path) {
 melkar::ClassKeys CGraph::ProfileKeys() { return {"CGraph", melkar::InfoOf(KeyRows::rows)}; }
 
 long CGraph::Draw(CRect area, char*) {
+    return DrawGuarded([&] {
+        const long result = DrawFrame(area);
+        if (result == 0)
+            BitBlt();
+        return result;
+    });
+}
+
+long CGraph::DrawFrame(const CRect& area) {
     if (!m_hDC)
         return 201;
     if (!MakesSense(area)) {
         melkar::LogText("CGraph::Draw: rectangle beyond all bounds");
-        return -999;
+        return kDrawFailed;
     }
-    try {
-        PrepareSurface(area);
-        DrawRectangle(m_hMemDC, m_rcGraph, m_crBase, m_crBase, 0);
-        DrawSideBar();
-        DrawTitle();
-        SetCanvasRect();
-        JudgeStatuses();
-        DrawNoRecordsMessage();
-        DrawNoDataMessage();
-        DrawExcludeMessage();
-        BitBlt();
-        return 0;
-    } catch (...) {
-        return -999;
-    }
+    PrepareSurface(area);
+    DrawRectangle(m_hMemDC, m_rcGraph, m_crBase, m_crBase, 0);
+    DrawSideBar();
+    DrawTitle();
+    SetCanvasRect();
+    JudgeStatuses();
+    DrawNoRecordsMessage();
+    DrawNoDataMessage();
+    DrawExcludeMessage();
+    return 0;
 }
 
 long CGraph::Redraw() { return 0; }

@@ -76,6 +76,19 @@ public:
     static melkar::ClassKeys ProfileKeys();
 
 protected:
+    static constexpr long kDrawFailed = -999;
+
+    /// The first half of a cycle without the copy at its end, which a derived `Draw` makes once, when it is through.
+    /// @return 0, 201 or -999 as `Draw`; throws what the steps throw
+    long DrawFrame(const CRect& area);
+    /// Runs a draw cycle; whatever it throws becomes -999.
+    template <class Cycle> static long DrawGuarded(Cycle cycle) {
+        try {
+            return cycle();
+        } catch (...) {
+            return kDrawFailed;
+        }
+    }
     /// A font of `size` points (11 if it is 0 or negative) in the graph's face and character set, for the working
     /// surface. The caller owns it.
     HFONT ChartFont(int size, int escapement = 0) const { return ChartFontFor(m_hMemDC, size, escapement); }

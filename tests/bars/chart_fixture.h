@@ -1,0 +1,108 @@
+#pragma once
+
+#include <MelkarCommon/bars/bar_graph.h>
+#include <MelkarCommon/support/platform/drawing.h>
+#include <MelkarCommon/support/platform/surface.h>
+#include <support/temp_workdir.h>
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// @file
+/// Charts of the bar family on surfaces whose text has fixed metrics, so that every coordinate can be computed:
+/// a character is 3/5 of the em height wide, a line 5/4 of it high, both rounded up. At 96 dpi 15 points are 20
+/// pixels, 12 x 25 a character; 30 points are 24 x 50; the 12 pixels of a new surface's font are 8 x 15.
+///
+/// A chart in `kArea` has its title from 51 to 101 and its canvas at (173, 125) to (1073, 425), 900 x 300:
+///   left    100 + 1 (side bar) + 72 (nine characters of the surface's font)
+///   top     50 + 50 (title) x 3 / 2
+///   right   1092 - 992 / 50
+///   bottom  524 - 474 / 20 - 2 x 25 (horizontal label) - trunc(25 x 1.05) (dates)
+
+constexpr CRect kArea(100, 50, 1092, 524);
+
+/// Section STEPS: scale 0 to 1000 by 250, big scale 0 to 5000 by 1000. Colours are all different.
+constexpr std::string_view kCommonProfile = "[COMMON]\n"
+                                            "FONT=Fixed\nCANVASCOLOR_RGB=250,250,250\nBASECOLOR_RGB=200,200,200\n"
+                                            "PENCOLOR_RGB=1,2,3\nBALLOONCOLOR_RGB=255,255,128\n"
+                                            "NORECORDS_COLOR_RGB=4,0,0\nNORECORDS_MESSAGE=no __n__ records\n"
+                                            "NODATA_COLOR_RGB=2,0,0\nNODATA_MESSAGE=no data\n"
+                                            "EXCLUDE_COLOR_RGB=9,0,0\nEXCLUDE_MESSAGE=excluded\n"
+                                            "VALUESIZE=15\nTARGETSIZE=15\nVMEASURESIZE=15\nMEASURELABELSIZE=15\n"
+                                            "HMEASURESIZE=15\nDATESIZE=15\n";
+constexpr std::string_view kOwnProfile = "[STEPS]\n"
+                                         "TITLELABEL=Steps\nTITLESIZE=30\nTITLECOLOR_RGB=0,0,99\n"
+                                         "VAXSLABEL=steps\nHAXSLABEL=Day\nBARSCOLOR_RGB=0,128,0\n"
+                                         "BARSCOLOR2_RGB=0,255,0\nTARGETLABEL=goal\nTARGETCOLOR_RGB=255,0,0\n"
+                                         "AVERAGELABEL=mean\nAVERAGECOLOR_RGB=0,0,255\nBARSCOLOR0_RGB=10,0,0\n"
+                                         "BARSCOLOR1_RGB=20,0,0\nCHARTMAX=1000\nCHARTINTERVAL=250\n"
+                                         "CHARTMAX_BIG=5000\nCHARTINTERVAL_BIG=1000\n";
+
+/// A graph of the bar family whose members a test can see and set.
+template <class Graph> class Open : public Graph {
+public:
+    using Graph::Graph;
+    using Graph::m_bCoach, Graph::m_bDateStrip, Graph::m_bNoRecords, Graph::m_bPolyline, Graph::m_bPrintAverage;
+    using Graph::m_bPrintTarget, Graph::m_bValueOnBar, Graph::m_bValueTransparent, Graph::m_crSeries;
+    using Graph::m_dChartInterval, Graph::m_hMemDC, Graph::m_nChartMax, Graph::m_nChartMaxBig, Graph::m_nChartMin;
+    using Graph::m_nDateEscapement, Graph::m_nDecimals, Graph::m_nOriginX, Graph::m_nOriginY, Graph::m_nSeriesCount;
+    using Graph::m_rcCanvas, Graph::m_rcGraph, Graph::m_rcTarget, Graph::m_rcTitle, Graph::m_strAverage;
+    using Graph::m_strHeaderField0, Graph::m_strHeaderField1, Graph::m_strVAxsLabel;
+};
+
+/// The lines of a record that begin with `prefix` and end with `suffix`.
+inline std::vector<std::string> LinesWith(const std::vector<std::string>& lines, std::string_view prefix,
+                                          std::string_view suffix = "") {
+    std::vector<std::string> found;
+    for (const std::string& line : lines)
+        if (line.starts_with(prefix) && line.ends_with(suffix))
+            found.push_back(line);
+    return found;
+}
+
+/// A host's directory with the profile, and a surface that records.
+class ChartTest : public testing::Test {
+protected:
+    ChartTest() { WriteProfile(""); }
+    ~ChartTest() override { DeleteDC(m_record); }
+
+    /// The profile above with lines of the graph's own section added, which count before the profile's.
+    void WriteProfile(std::string_view own) {
+        std::string profile(kCommonProfile);
+        profile.append("[STEPS]\n").append(own).append("\n").append(kOwnProfile.substr(kOwnProfile.find('\n') + 1));
+        m_files.Write("conf/graph.cnf", profile);
+    }
+
+    /// A graph that paints straight onto the recording surface.
+    template <class Graph> Open<Graph> Make() {
+        return Open<Graph>(nullptr, m_record, "STEPS", nullptr, nullptr, nullptr);
+    }
+
+    /// Draws a data file onto a new record. @return its lines
+    std::vector<std::string> DrawRecorded(CGraph& graph, std::string_view data, CRect area = kArea) {
+        DeleteDC(m_record);
+        m_record = CreateRecordingSurface(1200, 600);
+        graph.Initialize(nullptr, m_record, nullptr, nullptr, nullptr);
+        graph.SetDirectOutput(1);
+        EXPECT_EQ(graph.Draw(area, DataFile(data).data()), 0);
+        return Lines();
+    }
+
+    /// What the recording surface holds.
+    std::vector<std::string> Lines() const {
+        std::vector<std::string> lines;
+        std::istringstream record(GetRecording(m_record));
+        for (std::string line; std::getline(record, line);)
+            lines.push_back(line);
+        return lines;
+    }
+
+    std::string DataFile(std::string_view data) const { return m_files.Write("bin/days.csv", data); }
+
+    TempWorkdir m_files;
+    HDC m_record = CreateRecordingSurface(1200, 600);
+};

@@ -59,6 +59,23 @@ struct PixelBuffer {
     int stride = 0;
 };
 
+/// Rows of a picture that were filled over their whole width but aren't written yet: most of them are about to be
+/// covered by a second fill (a canvas on its ground), and writing each pixel once is what a redraw is measured by.
+struct PendingFill {
+    Color color = 0;
+    int top = 0;
+    int bottom = 0; ///< the same as `top` if nothing is pending
+
+    bool Any() const { return top < bottom; }
+};
+
+/// True if the operation is known and the source is a rectangle within the picture: anything else draws nothing.
+constexpr bool CanBlit(const PixelBuffer& pixels, const RECT& source, DWORD operation) {
+    const bool known = operation == SRCCOPY || operation == SRCPAINT || operation == SRCAND;
+    return known && pixels.pixels != nullptr && source.left >= 0 && source.top >= 0 && source.left < source.right &&
+           source.top < source.bottom && source.right <= pixels.width && source.bottom <= pixels.height;
+}
+
 class Backend {
 public:
     Backend() = default;
@@ -66,6 +83,8 @@ public:
     Backend(const Backend&) = delete;
     Backend& operator=(const Backend&) = delete;
 
+    /// Makes the picture's memory show everything that was drawn.
+    virtual void Flush() {}
     /// Nothing outside of `clip` changes from now on; the whole surface at the start.
     virtual void SetClip(const RECT& clip) = 0;
     /// left <= right and top <= bottom, or nothing is filled.
@@ -88,8 +107,9 @@ public:
 struct RecordedOp {
     enum class Verb : std::uint8_t { FillRect, FillShape, StrokeShape, StrokeLine, Text, Blit, Copy };
     Verb verb = Verb::FillRect;
-    RECT rect{};   ///< fill; text clip; blit and copy target
+    RECT rect{};   ///< fill; blit and copy target
     RECT source{}; ///< blit and copy
+    RECT clip{};   ///< nothing beyond it is drawn; empty: no clip
     POINT from{};  ///< line; text position
     POINT to{};    ///< line
     Shape shape{};
@@ -102,8 +122,9 @@ struct RecordedOp {
     std::shared_ptr<std::vector<std::uint32_t>> pixels; ///< blit: copy of the source rectangle, tightly packed
 };
 
-/// Draws on a picture in memory that someone else owns and that outlives the backend.
-std::unique_ptr<Backend> MakePixelBackend(const PixelBuffer& pixels);
+/// Draws on a picture in memory that someone else owns and that outlives the backend. With `pending`, which lives as
+/// long as the picture, wide fills may wait there; `Flush` comes before anyone looks at the memory.
+std::unique_ptr<Backend> MakePixelBackend(const PixelBuffer& pixels, PendingFill* pending = nullptr);
 
 /// Keeps the verbs in `ops`, which someone else owns and which outlives the backend.
 std::unique_ptr<Backend> MakeRecordingBackend(std::vector<RecordedOp>& ops, int width, int height);

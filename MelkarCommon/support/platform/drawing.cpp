@@ -38,7 +38,7 @@ RECT Grown(const RECT& r, int by) {
 void Fill(HDC surface, const RECT& rect, COLORREF color) {
     if (IsEmpty(rect))
         return;
-    if (Backend* backend = surface->Ready(&rect))
+    if (Backend* backend = surface->Ready())
         backend->FillRect(rect, ToColor(color));
 }
 
@@ -117,10 +117,10 @@ BOOL CopyPixels(HDC to, HDC from, Copy copy, DWORD operation) {
     CutSpan(copy.source.top, copy.source.bottom, copy.target.top, copy.target.bottom, picture.height);
     if (IsEmpty(copy.source) || IsEmpty(copy.target))
         return FALSE;
-    from->Ready();
-    Backend* backend = to->Ready(operation == SRCCOPY ? &copy.target : nullptr);
+    Backend* backend = to->Ready();
     if (!backend)
         return FALSE;
+    from->ShownPixels();
     backend->Blit(copy.target, picture, copy.source, operation);
     return TRUE;
 }

@@ -182,7 +182,8 @@ int GetObjectA(HGDIOBJ handle, int size, void* out) {
     }
     if (const Bitmap* bitmap = BitmapFrom(handle); bitmap && size >= static_cast<int>(sizeof(BITMAP))) {
         const PixelBuffer& picture = bitmap->pixels;
-        const BITMAP description{0, picture.width, picture.height, picture.stride * 4, 1, 32, picture.pixels};
+        void* const memory = bitmap->isExposed ? picture.pixels : nullptr; // what waits to be written isn't there yet
+        const BITMAP description{0, picture.width, picture.height, picture.stride * 4, 1, 32, memory};
         std::memcpy(out, &description, sizeof description);
         return sizeof(BITMAP);
     }

@@ -58,7 +58,8 @@ struct Bitmap : GdiObject {
     const bool ownsPixels = false;
     const TextMedium medium = TextMedium::Pixels;
     std::vector<RecordedOp> ops;
-    bool untouched = false; ///< fresh: reads as black, though its memory isn't cleared yet
+    PendingFill pending;   ///< what its memory does not show yet; a picture made to suit a surface waits to be black
+    bool isExposed = true; ///< its memory was handed out: every fill is written at once
 };
 
 struct Region : GdiObject {

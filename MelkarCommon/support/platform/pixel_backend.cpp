@@ -1,6 +1,7 @@
 #include <MelkarCommon/support/platform/backend.h>
 #include <MelkarCommon/support/platform/pixel_blit.h>
 #include <MelkarCommon/support/platform/pixel_lines.h>
+#include <MelkarCommon/support/platform/pixel_pending.h>
 #include <MelkarCommon/support/platform/pixel_shapes.h>
 #include <MelkarCommon/support/platform/pixel_spans.h>
 
@@ -14,15 +15,18 @@ namespace {
 /// made when it is first needed.
 class PixelBackend final : public Backend {
 public:
-    explicit PixelBackend(const PixelBuffer& pixels) : m_buffer(pixels), m_clip(Whole()) {}
+    PixelBackend(const PixelBuffer& pixels, PendingFill* pending)
+        : m_buffer(pixels), m_clip(Whole()), m_ground(m_buffer, pending) {}
     ~PixelBackend() override { DropContext(); }
+
+    void Flush() override { m_ground.WriteAll(); }
 
     void SetClip(const RECT& clip) override {
         m_clip = ClipBox(ToBox(clip), Whole());
         m_contextClipped = false;
     }
 
-    void FillRect(const RECT& rect, Color color) override { FillRows(m_buffer, ClipBox(ToBox(rect), m_clip), color); }
+    void FillRect(const RECT& rect, Color color) override { m_ground.Fill(ClipBox(ToBox(rect), m_clip), color); }
 
     void FillShape(const Shape& shape, Color color) override {
         OnContext([&](cairo_t* cr) { FillShapeOn(cr, m_clip, shape, color); });
@@ -37,6 +41,7 @@ public:
                    Color color, const RECT& clip) override;
 
     void Blit(const RECT& target, const PixelBuffer& pixels, const RECT& source, DWORD operation) override {
+        m_ground.WriteAll();
         BlitPixels(m_buffer, m_clip, target, pixels, source, operation);
     }
 
@@ -54,6 +59,7 @@ private:
 
     PixelBuffer m_buffer;
     RECT m_clip;
+    PixelGround m_ground;
     cairo_t* m_context = nullptr;
     bool m_contextClipped = false; ///< the context's clip is `m_clip`
 };
@@ -93,6 +99,7 @@ template <class Draw> void PixelBackend::OnContext(const Draw& draw) {
     cairo_t* cr = Context();
     if (cr == nullptr)
         return;
+    m_ground.WriteAll();
     cairo_surface_t* surface = cairo_get_target(cr);
     cairo_surface_mark_dirty(surface);
     draw(cr);
@@ -102,6 +109,7 @@ template <class Draw> void PixelBackend::OnContext(const Draw& draw) {
 void PixelBackend::StrokeLine(POINT from, POINT to, const Stroke& stroke) {
     if (IsEmptyRect(m_clip))
         return;
+    m_ground.WriteDownTo(std::int64_t{std::max(from.y, to.y)} + WholeWidth(stroke.width));
     if (from.x == to.x || from.y == to.y)
         StrokeAxisLine(m_buffer, m_clip, from, to, stroke);
     else if (WholeWidth(stroke.width) == 1)
@@ -115,6 +123,7 @@ void PixelBackend::PaintText(const std::shared_ptr<const TextLayout>& layout, st
     const RECT visible = ClipBox(ToBox(clip), m_clip);
     if (layout == nullptr || line >= layout->lines.size() || IsEmptyRect(visible))
         return;
+    m_ground.WriteDownTo(visible.bottom);
     if (const CoverageMask* mask = LineMask(*layout, line, escapement))
         BlendMask(m_buffer, visible, *mask, std::int64_t{at.x} + mask->left, std::int64_t{at.y} + mask->top, color);
     else if (!layout->lines[line].runs.empty())
@@ -139,6 +148,8 @@ void PixelBackend::PaintHugeText(const TextLayout& layout, std::size_t line, POI
 
 } // namespace
 
-std::unique_ptr<Backend> MakePixelBackend(const PixelBuffer& pixels) { return std::make_unique<PixelBackend>(pixels); }
+std::unique_ptr<Backend> MakePixelBackend(const PixelBuffer& pixels, PendingFill* pending) {
+    return std::make_unique<PixelBackend>(pixels, pending);
+}
 
 } // namespace melkar

@@ -15,9 +15,9 @@ struct HDC__ {
 
     /// Draws on `picture` from now on. @return the former one, null if this one is selected elsewhere.
     melkar::Bitmap* Take(melkar::Bitmap& picture);
-    /// The backend, ready to draw; null for a surface without room. `covering` (may be null) is a rectangle about to
-    /// be filled whole: if it covers the picture, a fresh picture needs no clearing first.
-    melkar::Backend* Ready(const RECT* covering = nullptr);
+    melkar::Backend* Ready() const { return backend.get(); } ///< null for a surface without room
+    /// The picture with everything on it that was drawn; null without pixels.
+    const melkar::PixelBuffer* ShownPixels();
     const std::shared_ptr<melkar::TextFace>& Face();
 
     const melkar::TextMedium medium;

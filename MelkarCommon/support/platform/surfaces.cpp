@@ -62,7 +62,7 @@ Bitmap* HDC__::Take(Bitmap& picture) {
     if (picture.IsRecord())
         drawing = MakeRecordingBackend(picture.ops, picture.pixels.width, picture.pixels.height);
     else if (picture.pixels.pixels)
-        drawing = MakePixelBackend(picture.pixels);
+        drawing = MakePixelBackend(picture.pixels, picture.isExposed ? nullptr : &picture.pending);
     Bitmap* former = bitmap;
     if (former && former->owner == Owner::Caller)
         --former->selections;
@@ -74,15 +74,11 @@ Bitmap* HDC__::Take(Bitmap& picture) {
     return former;
 }
 
-Backend* HDC__::Ready(const RECT* covering) {
-    if (bitmap && bitmap->untouched) {
-        bitmap->untouched = false;
-        const bool covered = covering && covering->left <= 0 && covering->top <= 0 && covering->right >= bounds.right &&
-                             covering->bottom >= bounds.bottom;
-        if (!covered)
-            Clear(bitmap->pixels, ToColor(RGB(0, 0, 0)));
-    }
-    return backend.get();
+const PixelBuffer* HDC__::ShownPixels() {
+    if (!bitmap || !bitmap->pixels.pixels)
+        return nullptr;
+    backend->Flush();
+    return &bitmap->pixels;
 }
 
 const std::shared_ptr<TextFace>& HDC__::Face() {
@@ -156,7 +152,8 @@ HBITMAP CreateCompatibleBitmap(HDC surface, int width, int height) {
         if (!picture.pixels)
             return nullptr;
         auto* bitmap = new Bitmap(picture, true, Owner::Caller);
-        bitmap->untouched = true;
+        bitmap->pending = {ToColor(RGB(0, 0, 0)), 0, height};
+        bitmap->isExposed = false;
         return HandleOf<HBITMAP>(bitmap);
     });
 }
@@ -170,17 +167,19 @@ BOOL DeleteDC(HDC surface) {
 }
 
 PixelView GetPixels(HDC surface) {
-    if (!surface || !surface->bitmap || !surface->bitmap->pixels.pixels)
+    const PixelBuffer* picture = surface ? surface->ShownPixels() : nullptr;
+    if (!picture)
         return {nullptr, 0, 0, 0};
-    surface->Ready();
-    const PixelBuffer& picture = surface->bitmap->pixels;
-    return {picture.pixels, picture.width, picture.height, picture.stride};
+    if (!surface->bitmap->isExposed) {
+        surface->bitmap->isExposed = true;
+        surface->backend = MakePixelBackend(*picture);
+    }
+    return {picture->pixels, picture->width, picture->height, picture->stride};
 }
 
 int WritePng(HDC surface, const char* path) {
-    if (GetPixels(surface).pixels == nullptr)
-        return WritePngFile(PixelBuffer{}, path);
-    return WritePngFile(surface->bitmap->pixels, path);
+    const PixelBuffer* picture = surface ? surface->ShownPixels() : nullptr;
+    return WritePngFile(picture ? *picture : PixelBuffer{}, path);
 }
 
 std::string GetRecording(HDC surface) {

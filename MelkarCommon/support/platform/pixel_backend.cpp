@@ -11,6 +11,19 @@ namespace melkar {
 
 namespace {
 
+/// The line drawn last, if nothing else was drawn since.
+struct LastLine {
+    POINT from{0, 0};
+    POINT to{0, 0};
+    Color color = 0;
+    bool isSolid = false; ///< only solid lines close up
+
+    Neighbour NextTo(POINT nextFrom, POINT nextTo, const Stroke& stroke) const {
+        const bool matches = isSolid && stroke.IsSolid() && stroke.color == color;
+        return matches ? NeighbourOf(from, to, nextFrom, nextTo) : Neighbour::None;
+    }
+};
+
 /// Rectangles, thin lines, text masks and copies go straight to the pixels; the rest through a cairo context that is
 /// made when it is first needed.
 class PixelBackend final : public Backend {
@@ -26,7 +39,10 @@ public:
         m_contextClipped = false;
     }
 
-    void FillRect(const RECT& rect, Color color) override { m_ground.Fill(ClipBox(ToBox(rect), m_clip), color); }
+    void FillRect(const RECT& rect, Color color) override {
+        m_lastLine = {};
+        m_ground.Fill(ClipBox(ToBox(rect), m_clip), color);
+    }
 
     void FillShape(const Shape& shape, Color color) override {
         OnContext([&](cairo_t* cr) { FillShapeOn(cr, m_clip, shape, color); });
@@ -41,6 +57,7 @@ public:
                    Color color, const RECT& clip) override;
 
     void Blit(const RECT& target, const PixelBuffer& pixels, const RECT& source, DWORD operation) override {
+        m_lastLine = {};
         m_ground.WriteAll();
         BlitPixels(m_buffer, m_clip, target, pixels, source, operation);
     }
@@ -60,6 +77,7 @@ private:
     PixelBuffer m_buffer;
     RECT m_clip;
     PixelGround m_ground;
+    LastLine m_lastLine;
     cairo_t* m_context = nullptr;
     bool m_contextClipped = false; ///< the context's clip is `m_clip`
 };
@@ -99,6 +117,7 @@ template <class Draw> void PixelBackend::OnContext(const Draw& draw) {
     cairo_t* cr = Context();
     if (cr == nullptr)
         return;
+    m_lastLine = {};
     m_ground.WriteAll();
     cairo_surface_t* surface = cairo_get_target(cr);
     cairo_surface_mark_dirty(surface);
@@ -113,9 +132,10 @@ void PixelBackend::StrokeLine(POINT from, POINT to, const Stroke& stroke) {
     if (from.x == to.x || from.y == to.y)
         StrokeAxisLine(m_buffer, m_clip, from, to, stroke);
     else if (WholeWidth(stroke.width) == 1)
-        StrokeThinLine(m_buffer, m_clip, from, to, stroke);
+        StrokeThinLine(m_buffer, m_clip, from, to, stroke, m_lastLine.NextTo(from, to, stroke));
     else
         OnContext([&](cairo_t* cr) { StrokeWideLineOn(cr, m_clip, from, to, stroke); });
+    m_lastLine = {from, to, stroke.color, stroke.IsSolid()};
 }
 
 void PixelBackend::PaintText(const std::shared_ptr<const TextLayout>& layout, std::size_t line, POINT at,
@@ -123,6 +143,7 @@ void PixelBackend::PaintText(const std::shared_ptr<const TextLayout>& layout, st
     const RECT visible = ClipBox(ToBox(clip), m_clip);
     if (layout == nullptr || line >= layout->lines.size() || IsEmptyRect(visible))
         return;
+    m_lastLine = {};
     m_ground.WriteDownTo(visible.bottom);
     if (const CoverageMask* mask = LineMask(*layout, line, escapement))
         BlendMask(m_buffer, visible, *mask, std::int64_t{at.x} + mask->left, std::int64_t{at.y} + mask->top, color);

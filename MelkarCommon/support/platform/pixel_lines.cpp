@@ -102,7 +102,8 @@ public:
         m_start = static_cast<std::int64_t>(kOne * (walk.minor - m_low) + risen) + kHalfWeight;
     }
 
-    void Draw(const Steps& steps, Color color) const {
+    void Draw(const Steps& steps, Color color, Neighbour neighbour) const {
+        constexpr std::uint32_t kWhole = 256;
         const std::ptrdiff_t alongMajor = m_steep ? m_buffer.stride : 1;
         const std::ptrdiff_t alongMinor = m_steep ? 1 : m_buffer.stride;
         const std::int64_t skipped = steps.begin - m_first;
@@ -111,9 +112,10 @@ public:
         for (std::int64_t i = steps.begin; i < steps.end; ++i) {
             const std::int64_t row = position >> 32;
             const auto weight = static_cast<std::uint32_t>(position >> 24) & 0xFFU;
-            Touch(row, offset + row * alongMinor, color, 256U - weight);
+            Touch(row, offset + row * alongMinor, color, neighbour == Neighbour::Before ? kWhole : kWhole - weight);
             if (weight != 0)
-                Touch(row + 1, offset + (row + 1) * alongMinor, color, weight);
+                Touch(row + 1, offset + (row + 1) * alongMinor, color,
+                      neighbour == Neighbour::Behind ? kWhole : weight);
             position += m_slope;
             offset += m_direction * alongMajor;
         }
@@ -182,7 +184,20 @@ void StrokeAxisLine(const PixelBuffer& buffer, const RECT& clip, POINT from, POI
     });
 }
 
-void StrokeThinLine(const PixelBuffer& buffer, const RECT& clip, POINT from, POINT to, const Stroke& stroke) {
+Neighbour NeighbourOf(POINT formerFrom, POINT formerTo, POINT from, POINT to) {
+    const std::int64_t dx = std::int64_t{from.x} - formerFrom.x;
+    const std::int64_t dy = std::int64_t{from.y} - formerFrom.y;
+    const bool isShifted = std::int64_t{to.x} - formerTo.x == dx && std::int64_t{to.y} - formerTo.y == dy;
+    const bool isSteep = PlanWalk(from, to).steep;
+    const std::int64_t along = isSteep ? dy : dx;
+    const std::int64_t across = isSteep ? dx : dy;
+    if (!isShifted || along != 0 || (across != 1 && across != -1))
+        return Neighbour::None;
+    return across == 1 ? Neighbour::Before : Neighbour::Behind;
+}
+
+void StrokeThinLine(const PixelBuffer& buffer, const RECT& clip, POINT from, POINT to, const Stroke& stroke,
+                    Neighbour neighbour) {
     const Walk walk = PlanWalk(from, to);
     if (walk.rise == 0)
         return;
@@ -192,7 +207,7 @@ void StrokeThinLine(const PixelBuffer& buffer, const RECT& clip, POINT from, POI
     const auto length = static_cast<double>(walk.length);
     const double unit = std::hypot(length, static_cast<double>(walk.rise)) / length;
     const Walker walker(buffer, clip, walk, steps.begin);
-    ForEachRun(stroke, unit, steps, [&](const Steps& run, Color color) { walker.Draw(run, color); });
+    ForEachRun(stroke, unit, steps, [&](const Steps& run, Color color) { walker.Draw(run, color, neighbour); });
 }
 
 } // namespace melkar

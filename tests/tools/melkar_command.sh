@@ -4,6 +4,7 @@ set -euo pipefail
 
 melkar=$1
 samples=$2
+docs=$samples/../docs
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 
@@ -56,6 +57,8 @@ expect_file "no data file" 'former' kept.svg
 expect "no directory for a page"    1 '^melkar: .*nowhere' "${week[@]}" -o nowhere/a.svg
 expect "no directory for pixels"    1 '^melkar: .*nowhere' "${week[@]}" -o nowhere/a.png
 [[ -z $(find . -name '*.part') ]] || fail "failed pages" "a part is left behind"
+
+diff <("$melkar" keys) "$docs/profile-keys.md" || fail "the key reference" "docs/profile-keys.md isn't what melkar keys prints"
 
 expect "no output"                  2 'nothing to do' "${week[@]}"
 expect "unknown suffix"             2 'must end in' "${week[@]}" -o a.bmp

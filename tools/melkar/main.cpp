@@ -2,6 +2,8 @@
 
 #include "draw.h"
 
+#include <MelkarCommon/key_reference.h>
+
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
@@ -54,7 +56,7 @@ void AddDrawOptions(CLI::App& draw, Arguments& arguments) {
     draw.option_defaults()->take_last();
     draw.add_option("KIND", arguments.kind, "What to draw; the list stands below")->required();
     draw.add_option("--section", arguments.chart.section, "Section of the profile")->required();
-    draw.add_option("--data", arguments.data, "Data file")->required();
+    draw.add_option("--data", arguments.data, "Data file");
     draw.add_option(
         "--base", arguments.base,
         "Directory that plays the current directory of the host: the profile is ..\\conf\\graph.cnf from here");
@@ -133,6 +135,8 @@ Request RequestOf(const Arguments& arguments) {
     request.kind = FindKind(arguments.kind);
     if (request.kind == nullptr)
         throw UsageError{"unknown kind: " + arguments.kind + " (melkar draw --help lists them)"};
+    if (arguments.data.empty())
+        throw UsageError{"this kind draws a data file: --data FILE"};
     const auto size = ParseSize(arguments.size);
     if (!size)
         throw UsageError{"--size takes width x height from 1 to 32767, as in 900x500: " + arguments.size};
@@ -162,10 +166,15 @@ int Run(int argc, char** argv) {
     Arguments arguments;
     CLI::App* draw = app.add_subcommand("draw", "Draw one chart into a picture");
     AddDrawOptions(*draw, arguments);
+    const CLI::App* keys = app.add_subcommand("keys", "Print the keys of a profile as a Markdown page");
     try {
         app.parse(argc, argv);
     } catch (const CLI::CallForHelp& help) {
         return app.exit(help);
+    }
+    if (keys->parsed()) {
+        std::cout << melkar::KeyReference();
+        return 0;
     }
     return RunDraw(arguments);
 }

@@ -1,0 +1,310 @@
+#include "support/temp_workdir.h"
+
+#include <MelkarCommon/support/platform/backend.h>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <climits>
+#include <cmath>
+#include <csignal>
+#include <cstdio>
+#include <functional>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace melkar {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::Not;
+
+using Draw = std::function<void(Backend&)>;
+
+/// What stands between the first `head` and the next `tail`; empty if there is none.
+std::string Between(const std::string& text, const std::string& head, const std::string& tail) {
+    const std::size_t start = text.find(head);
+    if (start == std::string::npos)
+        return "";
+    const std::size_t from = start + head.size();
+    return text.substr(from, text.find(tail, from) - from);
+}
+
+int CountOf(const std::string& text, const std::string& word) {
+    int count = 0;
+    for (std::size_t at = text.find(word); at != std::string::npos; at = text.find(word, at + 1))
+        ++count;
+    return count;
+}
+
+/// One page of 400 x 300 units, in a directory of its own.
+struct Page : testing::Test {
+    std::string DrawFile(PageFormat format, int dpi, const Draw& draw) const {
+        const auto page = MakePageBackend(work.Path("page").c_str(), format, 400, 300, dpi);
+        draw(*page);
+        EXPECT_TRUE(page->Finish());
+        return work.Read("page");
+    }
+
+    /// The filled and stroked paths of an SVG page at 96 dpi: corners or ends alone, and the pattern.
+    std::vector<std::string> Paths(const Draw& draw) const {
+        const std::string svg = DrawFile(PageFormat::Svg, 96, draw);
+        std::vector<std::string> paths;
+        for (std::size_t at = svg.find("<path "); at != std::string::npos; at = svg.find("<path ", at + 1)) {
+            const std::string element = svg.substr(at, svg.find("/>", at) - at);
+            const std::string line = Between(element, " d=\"", "\"");
+            const std::string dash = Between(element, "dasharray:", ";");
+            const std::string phase = Between(element, "dashoffset:", ";");
+            paths.push_back(line.substr(0, std::min(line.find(" Z"), line.find_last_not_of(' ') + 1)) +
+                            (dash.empty() ? "" : " dash " + dash) + (phase.empty() ? "" : " from " + phase));
+        }
+        return paths;
+    }
+
+    std::vector<std::string> Files() const {
+        std::vector<std::string> names;
+        for (const auto& entry : std::filesystem::recursive_directory_iterator(work.Path("")))
+            if (entry.is_regular_file() && entry.path().filename() != "graph.log")
+                names.push_back(entry.path().filename());
+        return names;
+    }
+
+    TempWorkdir work;
+};
+
+std::string OutputOf(const std::string& command) {
+    std::string output;
+    std::FILE* pipe = popen((command + " 2>/dev/null").c_str(), "r");
+    char block[4096];
+    while (std::size_t count = std::fread(block, 1, sizeof block, pipe))
+        output.append(block, count);
+    pclose(pipe);
+    return output;
+}
+
+Stroke Width(double width) {
+    Stroke stroke;
+    stroke.width = width;
+    return stroke;
+}
+
+TEST_F(Page, LinesCoverTheAreaOfTheirPixels) {
+    struct Case {
+        const char* why;
+        POINT from;
+        POINT to;
+        double width;
+        const char* path;
+    };
+    const Case cases[] = {
+        {"row", {10, 20}, {30, 20}, 1, "M 10 20 L 30 20 L 30 21 L 10 21"},
+        {"to the left: the first pixel, not the last", {30, 20}, {10, 20}, 1, "M 11 20 L 31 20 L 31 21 L 11 21"},
+        {"up", {10, 30}, {10, 20}, 1, "M 10 21 L 11 21 L 11 31 L 10 31"},
+        {"even width", {10, 20}, {30, 20}, 2, "M 10 19 L 30 19 L 30 21 L 10 21"},
+        {"odd width", {10, 20}, {10, 30}, 3, "M 9 20 L 12 20 L 12 30 L 9 30"},
+        {"broken width", {10, 20}, {30, 20}, 2.5, "M 10 19.25 L 30 19.25 L 30 21.75 L 10 21.75"},
+        {"thin: half a point, 2/3, in 256ths",
+         {10, 20},
+         {30, 20},
+         0.1,
+         "M 10 20.167969 L 30 20.167969 L 30 20.835938 L 10 20.835938"},
+        {"far beyond the page", {INT_MIN, 20}, {INT_MAX, 20}, 1, "M 0 20 L 400 20 L 400 21 L 0 21"},
+        {"sloped", {10, 20}, {30, 25}, 2, "M 10.5 20.5 L 30.5 25.5"},
+    };
+    for (const Case& c : cases)
+        EXPECT_THAT(Paths([&](Backend& b) { b.StrokeLine(c.from, c.to, Width(c.width)); }), ElementsAre(c.path))
+            << c.why;
+    EXPECT_THAT(Paths([](Backend& b) {
+                    b.StrokeLine({5, 5}, {5, 5}, Width(1));
+                    b.StrokeLine({0, 300}, {9, 300}, Width(1));
+                    b.StrokeLine({-9, 5}, {0, 5}, Width(1));
+                }),
+                ElementsAre());
+}
+
+TEST_F(Page, Patterns) {
+    Stroke stroke = Width(1);
+    stroke.on = 18;
+    stroke.off = 6;
+    stroke.phase = 20;
+    EXPECT_THAT(Paths([&](Backend& b) {
+                    b.StrokeLine({10, 20}, {90, 20}, stroke);
+                }),
+                ElementsAre("M 10 20.5 L 90 20.5 dash 18,6 from 20"));
+    EXPECT_THAT(Paths([&](Backend& b) {
+                    b.StrokeLine({-30, 20}, {90, 20}, stroke);
+                }), // 50 gone at the page's edge
+                ElementsAre("M 0 20.5 L 90 20.5 dash 18,6 from 2"));
+    stroke.gaps = true;
+    EXPECT_THAT(Paths([&](Backend& b) {
+                    b.StrokeLine({90, 20}, {10, 20}, stroke);
+                }),
+                ElementsAre("M 11 20 L 91 20 L 91 21 L 11 21", "M 91 20.5 L 11 20.5 dash 18,6 from 20"));
+    stroke.off = NAN;
+    EXPECT_THAT(Paths([&](Backend& b) {
+                    b.StrokeLine({10, 20}, {90, 20}, stroke);
+                }),
+                ElementsAre("M 10 20 L 90 20 L 90 21 L 10 21"));
+}
+
+TEST_F(Page, FillsStayInTheClip) {
+    const auto fill = [](Backend& b) {
+        b.SetClip({50, 60, 1000, 1000});
+        b.FillRect({10, 10, 100, 100}, 0xFF0000FFU);
+        b.FillRect({10, 10, 50, 100}, 0xFF0000FFU);
+        b.SetClip({0, 0, 400, 300});
+        b.FillRect({INT_MIN, INT_MIN, INT_MAX, 7}, 0xFF0000FFU);
+    };
+    EXPECT_THAT(Paths(fill), ElementsAre("M 50 60 L 100 60 L 100 100 L 50 100", "M 0 0 L 400 0 L 400 7 L 0 7"));
+}
+
+TEST_F(Page, SizeFollowsDpi) {
+    const Draw nothing = [](Backend&) {};
+    EXPECT_THAT(DrawFile(PageFormat::Svg, 96, nothing), HasSubstr("width=\"400px\" height=\"300px\""));
+    EXPECT_THAT(DrawFile(PageFormat::Svg, 192, nothing), HasSubstr("width=\"200px\" height=\"150px\""));
+    EXPECT_THAT(DrawFile(PageFormat::Pdf, 96, nothing), HasSubstr("/MediaBox [ 0 0 300 225 ]"));
+    EXPECT_THAT(DrawFile(PageFormat::Pdf, 288, nothing), HasSubstr("/MediaBox [ 0 0 100 75 ]"));
+}
+
+TEST_F(Page, DateFromEnvironment) {
+    setenv("SOURCE_DATE_EPOCH", "1000000000", 1);
+    const Draw nothing = [](Backend&) {};
+    const std::string page = DrawFile(PageFormat::Pdf, 96, nothing);
+    EXPECT_THAT(page, HasSubstr("20010909014640"));
+    EXPECT_EQ(page, DrawFile(PageFormat::Pdf, 96, nothing));
+    for (const char* bad : {"", "soon", "1e9", "9999999999999999999999"}) {
+        setenv("SOURCE_DATE_EPOCH", bad, 1);
+        EXPECT_THAT(DrawFile(PageFormat::Pdf, 96, nothing), HasSubstr("/CreationDate (D:20")) << bad;
+    }
+    unsetenv("SOURCE_DATE_EPOCH");
+}
+
+TEST_F(Page, TextIsFoundWhereItStands) {
+    if (OutputOf("command -v pdftotext").empty())
+        GTEST_SKIP() << "no pdftotext";
+    LOGFONTA font{};
+    font.lfHeight = -32;
+    font.lfCharSet = DEFAULT_CHARSET;
+    const auto layout = LayOutText(FindFace(font, TextMedium::Page), "Schritte", true, kNoWrap);
+    for (const int dpi : {96, 192}) {
+        DrawFile(PageFormat::Pdf, dpi, [&](Backend& b) {
+            b.PaintText(layout, 0, {80, 120}, 0, 0xFF000000U, {0, 0, 400, 300});
+        });
+        const std::string found = OutputOf("pdftotext -bbox '" + work.Path("page") + "' -");
+        const std::size_t end = found.find("\">Schritte<");
+        ASSERT_NE(end, std::string::npos) << found;
+        const std::string word = found.substr(found.rfind("<word", end), end);
+        const auto edge = [&](const char* name) { return std::stod(Between(word, name, "\"")); };
+        const double points = 72.0 / dpi;
+        EXPECT_NEAR(edge("xMin=\""), 80 * points, 0.5);
+        EXPECT_NEAR(edge("xMax=\""), (80 + layout->width) * points, 1);
+        EXPECT_NEAR(edge("yMin=\""), 120 * points, layout->lineHeight * points / 4);
+        EXPECT_NEAR(edge("yMax=\""), (120 + layout->lineHeight) * points, layout->lineHeight * points / 4);
+    }
+}
+
+TEST_F(Page, TextIsClipped) {
+    const auto layout = LayOutText(FindFace(LOGFONTA{}, TextMedium::Page), "a", true, kNoWrap);
+    const std::string svg = DrawFile(PageFormat::Svg, 96, [&](Backend& b) {
+        b.SetClip({0, 0, 50, 300});
+        b.PaintText(layout, 0, {10, 10}, 0, 0xFF000000U, {12, 0, 90, 15}); // cuts the letter
+        b.PaintText(layout, 0, {10, 10}, 0, 0xFF000000U, {50, 0, 90, 15}); // nothing of it shows
+    });
+    EXPECT_THAT(Between(svg, "<clipPath", "</clipPath>"), HasSubstr("M 12 ")); // its right side may be tighter
+    EXPECT_EQ(CountOf(svg, "<use "), 1);
+}
+
+TEST_F(Page, MaskedCopiesStayOnePicture) {
+    std::vector<std::uint32_t> pixels{0xFFFFFFFFU, 0xFF000000U, 0xFFFF0000U, 0xFF804020U};
+    const PixelBuffer picture{pixels.data(), 2, 2, 2};
+    const std::string svg = DrawFile(PageFormat::Svg, 96, [&](Backend& b) {
+        b.FillRect({0, 0, 50, 50}, 0xFF0000FFU);
+        for (const DWORD operation : {SRCCOPY, SRCAND, SRCPAINT})
+            b.Blit({10, 10, 30, 30}, picture, {0, 0, 2, 2}, operation);
+        b.Blit({10, 10, 30, 30}, picture, {0, 0, 2, 3}, SRCCOPY); // reaches beyond the picture
+        b.Blit({10, 10, 30, 30}, picture, {0, 0, 2, 2}, 0x42);    // no operation that we know
+        pixels.assign(4, 0);                                      // the page doesn't look at it any more
+    });
+    EXPECT_THAT(svg, HasSubstr("M 0 0 L 50 0 L 50 50 L 0 50")); // the page is still made of shapes
+    EXPECT_EQ(CountOf(svg, "<image "), 3);
+}
+
+TEST_F(Page, StrangeShapesAndTexts) {
+    DrawFile(PageFormat::Pdf, 1, [](Backend& b) {
+        Shape shape;
+        shape.points = {{INT_MIN, INT_MIN}, {INT_MAX, INT_MIN}, {0, INT_MAX}};
+        b.FillShape(shape, 0);
+        b.StrokeShape(shape, Width(HUGE_VAL));
+        shape.kind = Shape::Kind::Ellipse;
+        shape.radius = {1e300, NAN};
+        b.FillShape(shape, 0);
+        b.StrokeLine({INT_MIN, INT_MAX}, {INT_MAX, INT_MIN}, Width(NAN));
+        b.StrokeLine({0, 0}, {0, INT_MAX}, Width(HUGE_VAL));
+        LOGFONTA font{};
+        const auto layout = LayOutText(FindFace(font, TextMedium::Page), "a", true, kNoWrap);
+        b.PaintText(layout, 0, {INT_MIN, INT_MAX}, INT_MIN, 0, {INT_MIN, INT_MIN, INT_MAX, INT_MAX});
+        b.PaintText(layout, 7, {0, 0}, 0, 0, {0, 0, 400, 300});
+        b.PaintText(nullptr, 0, {0, 0}, 0, 0, {0, 0, 400, 300});
+        std::uint32_t pixel = 0xFF00FF00U;
+        b.Blit({INT_MIN, INT_MIN, INT_MAX, INT_MAX}, {&pixel, 1, 1, 1}, {0, 0, 1, 1}, SRCPAINT);
+        b.SetClip({10, 10, 10, 10});
+        b.StrokeLine({0, 0}, {99, 99}, Width(3));
+        b.FillShape(shape, 0);
+    });
+}
+
+TEST_F(Page, FileAppearsWhole) {
+    work.Write("page", "former");
+    auto page = MakePageBackend(work.Path("page").c_str(), PageFormat::Pdf, 400, 300, 96);
+    page->FillRect({0, 0, 9, 9}, 0);
+    EXPECT_EQ(work.Read("page"), "former");
+    page.reset();
+    EXPECT_EQ(work.Read("page"), "former");
+    EXPECT_THAT(Files(), ElementsAre("page")); // the other one went with its page
+
+    page = MakePageBackend(work.Path("conf\\page").c_str(), PageFormat::Svg, 400, 300, 96);
+    EXPECT_TRUE(page->Finish());
+    EXPECT_THAT(work.Read("conf/page"), HasSubstr("</svg>"));
+    EXPECT_THAT(work.Read("log/graph.log"), Not(HasSubstr("not written")));
+}
+
+TEST_F(Page, FailureLeavesNoFile) {
+    EXPECT_EQ(MakePageBackend(work.Path("no/page").c_str(), PageFormat::Pdf, 400, 300, 96), nullptr);
+    EXPECT_EQ(MakePageBackend(nullptr, PageFormat::Pdf, 400, 300, 96), nullptr);
+    EXPECT_EQ(MakePageBackend("", PageFormat::Svg, 400, 300, 96), nullptr);
+    EXPECT_EQ(MakePageBackend(work.Path("page").c_str(), PageFormat::Pdf, 400, 300, 0), nullptr);
+    EXPECT_FALSE(MakePageBackend(work.Path("conf").c_str(), PageFormat::Pdf, 400, 300, 96)->Finish()); // a directory
+    EXPECT_THAT(Files(), ElementsAre());
+    const std::string log = work.Read("log/graph.log");
+    EXPECT_THAT(log, HasSubstr("PDF file [" + work.Path("no/page") + "]"));
+    EXPECT_THAT(log, HasSubstr("PDF file [" + work.Path("conf") + "]"));
+}
+
+/// Draws more than one block of a file with room for one; in a process of its own, whose limit can't be lifted again.
+int DrawOnFullDisk(const std::string& path, PageFormat format) {
+    std::signal(SIGXFSZ, SIG_IGN);
+    const auto page = MakePageBackend(path.c_str(), format, 400, 300, 96);
+    const rlimit limit{4096, 4096};
+    setrlimit(RLIMIT_FSIZE, &limit);
+    for (int i = 0; i < 20000; ++i)
+        page->StrokeLine({i % 400, 0}, {i * 7 % 400, 299}, Width(1));
+    return page->Finish() ? 1 : 0;
+}
+
+TEST_F(Page, FullDisk) {
+    for (const PageFormat format : {PageFormat::Pdf, PageFormat::Svg}) {
+        const pid_t child = fork();
+        if (child == 0) {
+            chdir(work.Path("conf").c_str()) == 0 ? _exit(DrawOnFullDisk(work.Path("page"), format)) : _exit(2);
+        }
+        int status = -1;
+        waitpid(child, &status, 0);
+        EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << status;
+        EXPECT_THAT(Files(), ElementsAre());
+    }
+}
+
+} // namespace
+} // namespace melkar

@@ -9,8 +9,8 @@
 namespace melkar {
 namespace {
 
-constexpr std::size_t kMaxLength = 64; // bytes; longer texts are rare enough to be shaped
-constexpr double kMaxEm = 64;          // pixels; larger glyphs would take too much memory
+constexpr std::size_t kMaxLength = 24; // bytes; longer texts are rare enough to be shaped
+constexpr double kMaxEm = 48;          // pixels; larger glyphs would take too much memory
 constexpr std::uint8_t kNone = 0xFF;
 
 constexpr auto kIndex = [] {
@@ -75,21 +75,21 @@ int FigureSet::Width(std::string_view text) const {
     return width;
 }
 
-TextLine FigureSet::Line(std::string_view text, int width) const {
-    TextLine line;
+void FigureSet::SetLine(TextLine& line, std::string_view text, int width) const {
     line.utf8 = text;
     line.width = width;
-    GlyphRun& run = line.runs.emplace_back();
+    line.mask.reset();
+    line.runs.resize(1);
+    GlyphRun& run = line.runs[0];
     run.font = font_;
     run.utf8 = text;
     run.clusters.assign(text.size(), {1, 1});
-    run.glyphs.reserve(text.size());
+    run.glyphs.clear();
     int x = 0;
     for (const char c : text) {
         run.glyphs.push_back({Of(c).index, static_cast<double>(x), 0.0});
         x += Of(c).advance;
     }
-    return line;
 }
 
 CoverageMask FigureSet::Mask(std::string_view text) const {
@@ -153,9 +153,23 @@ bool FigureSet::IsAdditive(TextFace& face) const {
     return true;
 }
 
-std::shared_ptr<const FigureSet> FiguresOf(TextFace& face) {
+std::shared_ptr<const TextLayout> FigureCache::Find(const TextFace& face, std::string_view text, int width) {
+    std::shared_ptr<TextLayout>& slot = slots_[std::hash<std::string_view>{}(text) % kSlots];
+    if (slot && slot->lines[0].utf8 == text)
+        return slot;
+    if (!slot || slot.use_count() > 1) { // someone still looks at the former figure
+        slot = std::make_shared<TextLayout>(StartLayout(face));
+        slot->lines.resize(1);
+        slot->figures = figures_;
+    }
+    figures_->SetLine(slot->lines[0], text, width);
+    slot->width = width;
+    return slot;
+}
+
+FigureCache* FiguresOf(TextFace& face) {
     if (face.figuresTried)
-        return face.figures;
+        return face.figures.get();
     face.figuresTried = true;
     const bool worthIt = face.medium == TextMedium::Pixels && face.shaper && face.size.em <= kMaxEm &&
                          !face.underline && !face.strikeOut;
@@ -163,8 +177,8 @@ std::shared_ptr<const FigureSet> FiguresOf(TextFace& face) {
         return nullptr;
     const auto figures = std::make_shared<FigureSet>();
     if (figures->Take(face) && figures->IsAdditive(face))
-        face.figures = figures;
-    return face.figures;
+        face.figures = std::make_shared<FigureCache>(figures);
+    return face.figures.get();
 }
 
 } // namespace melkar

@@ -13,7 +13,7 @@
 
 namespace melkar {
 
-class FigureSet;
+class FigureCache;
 
 struct Unref {
     void operator()(void* object) const { g_object_unref(object); }
@@ -46,7 +46,7 @@ public:
     /// Shapes paragraphs, one after the other; null if there are no glyphs: fixed medium, or a machine without fonts.
     ObjectPtr<PangoLayout> shaper;
 
-    std::shared_ptr<const FigureSet> figures; ///< null until tried, and if figures can't be put together
+    std::shared_ptr<FigureCache> figures; ///< null until tried, and if figures can't be put together
     bool figuresTried = false;
     bool unknownReported = false;
 

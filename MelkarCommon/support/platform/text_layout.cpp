@@ -116,20 +116,16 @@ void FinishLayout(TextLayout& layout) {
 }
 
 /// Figures from ready-made glyphs if that gives what shaping would; null if not.
-std::shared_ptr<TextLayout> LayOutFigure(TextFace& face, std::string_view bytes, int wrapWidth) {
+std::shared_ptr<const TextLayout> LayOutFigure(TextFace& face, std::string_view bytes, int wrapWidth) {
     if (!IsFigure(bytes))
         return nullptr;
-    std::shared_ptr<const FigureSet> figures = FiguresOf(face);
+    FigureCache* figures = FiguresOf(face);
     if (figures == nullptr)
         return nullptr;
-    const int width = figures->Width(bytes);
+    const int width = figures->Figures().Width(bytes);
     if (wrapWidth != kNoWrap && width > wrapWidth)
         return nullptr;
-    auto layout = std::make_shared<TextLayout>(StartLayout(face));
-    layout->lines.push_back(figures->Line(bytes, width));
-    layout->width = width;
-    layout->figures = std::move(figures);
-    return layout;
+    return figures->Find(face, bytes, width);
 }
 
 } // namespace
@@ -194,12 +190,12 @@ std::shared_ptr<const TextLayout> LayOutText(const std::shared_ptr<TextFace>& fa
     assert(face != nullptr);
     static thread_local LayoutCache cache;
     const int wrap = wrapWidth == kNoWrap ? kNoWrap : std::max(wrapWidth, 0);
+    if (auto figure = LayOutFigure(*face, bytes, wrap))
+        return figure;
     const LayoutKey key{face->id, wrap, singleLine, bytes};
     if (auto found = cache.Find(key))
         return found;
-    std::shared_ptr<const TextLayout> layout = LayOutFigure(*face, bytes, wrap);
-    if (layout == nullptr)
-        layout = std::make_shared<TextLayout>(LayOutAnew(*face, bytes, singleLine, wrap));
+    const auto layout = std::make_shared<const TextLayout>(LayOutAnew(*face, bytes, singleLine, wrap));
     cache.Add(key, layout);
     return layout;
 }

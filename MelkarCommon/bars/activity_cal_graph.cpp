@@ -28,8 +28,8 @@ CActivityCalGraph::CActivityCalGraph(HWND window, HDC dc, const char* section, H
 
 long CActivityCalGraph::ReadDataFile(char* path) {
     melkar::LogText("CActivityCalGraph::ReadDataFile");
-    ResetGraphMeasure();
     return melkar::ReadGuarded([&] {
+        ResetGraphMeasure();
         melkar::DayFile file(path);
         if (!file.IsOpen())
             return melkar::kNoFile;

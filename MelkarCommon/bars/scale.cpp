@@ -10,6 +10,8 @@ namespace melkar {
 
 namespace {
 
+constexpr double kFar = 1 << 26; ///< off any surface; sums with it stay within an int
+
 /// The smallest of 1, 2, 5, 10, 20, 50 ... that is not below `least`.
 double RoundFactor(double least) {
     const double decade = std::pow(10.0, std::floor(std::log10(std::max(1.0, least))));
@@ -17,10 +19,6 @@ double RoundFactor(double least) {
         if (digit * decade >= least)
             return digit * decade;
     return 10 * decade;
-}
-
-int Within(const Scale& scale, double y) {
-    return std::isnan(y) ? scale.bottom : Truncate(std::clamp<double>(y, scale.top, std::max(scale.top, scale.bottom)));
 }
 
 } // namespace
@@ -32,10 +30,12 @@ int ScaleLineY(const Scale& scale, double value) {
 }
 
 int FigureY(const Scale& scale, double value) {
-    if (!(value >= scale.min) || !scale.HasRange())
+    if (!(value >= scale.min))
         return scale.bottom;
     if (value > scale.max)
         return scale.top;
+    if (!scale.HasRange())
+        return scale.bottom;
     return scale.bottom - Truncate((value - scale.min) / (scale.max - scale.min) * scale.Height());
 }
 
@@ -44,8 +44,9 @@ int FigureFromZeroY(const Scale& scale, double value) {
         return scale.bottom;
     if (value > scale.max)
         return scale.top;
-    // A negative figure on a scale that begins below 0, and a top of 0, must not lead out of the canvas.
-    return Within(scale, scale.bottom - std::trunc(value / scale.max * scale.Height()));
+    if (!(scale.max > 0))
+        return scale.bottom; // nothing to measure by
+    return Truncate(std::clamp(scale.bottom - std::trunc(value / scale.max * scale.Height()), -kFar, kFar));
 }
 
 int TargetY(const Scale& scale, double value) {

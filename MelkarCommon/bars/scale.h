@@ -5,8 +5,8 @@
 
 /// @file
 /// Scales: where a value stands between the bottom and the top of a canvas, and the walk of the scale lines. All y are
-/// device units, growing downwards. A scale without range, and what is no number, stand at the bottom; nothing leaves
-/// the canvas unless a function says so.
+/// device units, growing downwards. On a scale without range its one value stands at the bottom, as does what is no
+/// number; nothing leaves the canvas unless a function says so.
 
 namespace melkar {
 
@@ -29,7 +29,8 @@ int ScaleLineY(const Scale& scale, double value);
 int FigureY(const Scale& scale, double value);
 
 /// y of a figure measured from 0, whatever the bottom of the scale: bottom - trunc(v / max x height). Below the
-/// scale it is the bottom, above it the top.
+/// scale it is the bottom, above it the top. A negative figure on a scale that begins below 0 leaves the canvas
+/// downwards.
 int FigureFromZeroY(const Scale& scale, double value);
 
 /// y of a target: trunc(bottom - (v - min) x height / (max - min)), one pixel higher than a figure's where the product

@@ -24,9 +24,12 @@ public:
 
     /// The next head row; a row of empty fields if there is none. Valid until the next row.
     const CsvRow& Head(std::size_t limit = kHeadLimit) {
-        m_row.Split(m_lines.Next(limit));
+        const char* line = m_lines.Next(limit);
+        m_hasRow = line != nullptr;
+        m_row.Split(line);
         return m_row;
     }
+    bool HasHead() const { return m_hasRow; } ///< whether the head row last asked for is there
 
     /// The next day row, null behind the last one. Valid until the next row.
     const CsvRow* NextDay() {
@@ -40,6 +43,7 @@ public:
 private:
     LineReader m_lines;
     CsvRow m_row;
+    bool m_hasRow = false;
 };
 
 /// Hands each of the remaining day rows to `take`. @return 0, or 102 if there was none.

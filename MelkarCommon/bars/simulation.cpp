@@ -64,6 +64,8 @@ long CSimulation::ReadWeightDataFile(char* path) {
         m_saWeightDates.RemoveAll();
         file.Head();
         const CsvRow& header = file.Head();
+        if (!file.HasHead())
+            return melkar::kNoDays; // an empty file says nothing of the scale
         m_strWeightStart = header.Field(0);
         m_strWeightField2 = header.Field(2);
         if (!SetWeightScale(header.IntField(1), header.IntField(3)))
@@ -152,10 +154,11 @@ long CSimulation::DrawCanvas() {
     {
         const ScopedFont font(m_hMemDC, ChartFont(m_nVMeasureLabelSize));
         const melkar::Scale scale{double(m_nWeightMin), double(m_nWeightMax), m_rcCanvas.top, m_rcCanvas.bottom};
-        for (const melkar::ScaleStep& step : ScaleSteps(scale, m_nWeightInterval, 0)) {
-            CRect box = step.box;
-            box.OffsetRect(m_rcCanvas.right + kScaleGap, step.y - box.Height() / 2);
-            PaintText(step.label, box, DT_LEFT);
+        const std::vector<melkar::ScaleStep> steps = ScaleSteps(scale, m_nWeightInterval, 0);
+        for (auto step = steps.rbegin(); step != steps.rend(); ++step) { // from the top down
+            CRect box = step->box;
+            box.OffsetRect(m_rcCanvas.right + kScaleGap, step->y - box.Height() / 2);
+            PaintText(step->label, box, DT_LEFT);
         }
     }
     DrawDownwardLabel(m_strWeightLabel, 0.2, 0.0);

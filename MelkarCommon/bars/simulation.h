@@ -19,8 +19,8 @@ public:
     long DrawCanvas() override; ///< frame and right scale. @return 0
     void DrawSecExs() override; ///< the three legend entries above the canvas
     /// Reads the plan; the scale of the data file must stand already, since its number of steps is taken over.
-    /// @return 0; 101 with everything kept; 102 without rows; 103 after an exception and for a left scale without a
-    /// step.
+    /// @return 0; 101 with everything kept; 102 without rows, and with the scale kept if the header is missing too; 103
+    /// after an exception and for a left scale without a step.
     virtual long ReadWeightDataFile(char* path);
     long DrawWeightValue(); ///< line and squares. @return 0
     static melkar::ClassKeys ProfileKeys();

@@ -24,6 +24,8 @@
 ///   bottom  524 - 474 / 20 - 2 x 25 (horizontal label) - trunc(25 x 1.05) (dates)
 
 constexpr CRect kArea(100, 50, 1092, 524);
+/// Charts whose right margin is as wide as the left one have the same canvas in this one.
+constexpr CRect kWideArea(100, 50, 1146, 524);
 
 /// Section STEPS: scale 0 to 1000 by 250, big scale 0 to 5000 by 1000. Colours are all different.
 constexpr std::string_view kCommonProfile = "[COMMON]\n"
@@ -62,6 +64,26 @@ inline std::vector<std::string> LinesWith(const std::vector<std::string>& lines,
         if (line.starts_with(prefix) && line.ends_with(suffix))
             found.push_back(line);
     return found;
+}
+
+/// The end points of the lines in a record whose pen begins with `pen`, such as "#0000FF w1 dash".
+inline std::vector<std::string> StrokesWith(const std::vector<std::string>& lines, const std::string& pen) {
+    std::vector<std::string> strokes;
+    for (const std::string& line : LinesWith(lines, "line "))
+        if (const std::size_t end = line.find(pen); end != std::string::npos)
+            strokes.push_back(line.substr(5, end - 6));
+    return strokes;
+}
+
+/// A thick line around `y`, as `StrokesWith` tells it.
+inline std::vector<std::string> FourRows(int from, int to, int y) {
+    std::vector<std::string> rows;
+    for (int row = y - 2; row <= y + 1; ++row) {
+        std::ostringstream text;
+        text << from << ',' << row << ' ' << to << ',' << row;
+        rows.push_back(text.str());
+    }
+    return rows;
 }
 
 /// A host's directory with the profile, and a surface that records.

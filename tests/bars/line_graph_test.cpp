@@ -1,0 +1,199 @@
+#include "chart_fixture.h"
+
+#include <MelkarCommon/bars/line_graph.h>
+#include <MelkarCommon/bars/scale.h>
+
+#include <gmock/gmock.h>
+
+#include <cmath>
+
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::StartsWith;
+
+class OpenLine : public Open<CLineGraph> {
+public:
+    using Open<CLineGraph>::Open;
+    using CLineGraph::m_bLineMeasure, CLineGraph::m_bLines, CLineGraph::m_crLine, CLineGraph::m_dChartLineInterval;
+    using CLineGraph::m_dChartLineMax, CLineGraph::m_dChartLineMin, CLineGraph::m_nChartLineMaxBig;
+
+    void SetLines(const std::vector<const char*>& values) {
+        m_saLineValues.RemoveAll();
+        for (const char* value : values)
+            m_saLineValues.Add(value);
+    }
+};
+
+constexpr std::string_view kFourDays = "head\nhead\n0,1/1,1\n0,1/2,1\n0,1/3,1\n0,1/4,1\n";
+
+// In kWideArea a box is 45 wide; of four days the dots stand at x = 285, 510, 735 and 960, with a radius of 4.
+class LineGraph : public ChartTest {
+protected:
+    LineGraph() { Profile("CHARTLINEMIN=60\nCHARTLINEMAX=80\nCHARTLINEINTERVAL=5"); }
+
+    void Profile(const std::string& scale) {
+        WriteProfile("LINESCOLOR0_RGB=7,0,0\nVLINEAXSLABEL=kg\nCHARTLINEMAX_BIG=200\n" + scale);
+    }
+    OpenLine MakeLine() { return {nullptr, m_record, "STEPS", nullptr, nullptr, nullptr}; }
+    /// y of each day's value, drawn on the scale of the profile.
+    std::vector<int> Heights(const std::vector<const char*>& values) {
+        OpenLine graph = MakeLine();
+        graph.SetLines(values);
+        DrawRecorded(graph, kFourDays, kWideArea);
+        std::vector<int> tops;
+        for (int i = 0; i < graph.m_oaLineRects.GetSize(); ++i)
+            tops.push_back(graph.m_oaLineRects[i]->top);
+        return tops;
+    }
+};
+
+TEST_F(LineGraph, CanvasHasEqualMargins) {
+    OpenLine graph = MakeLine();
+    DrawRecorded(graph, kFourDays, kWideArea);
+    EXPECT_EQ(graph.m_rcCanvas, CRect(173, 125, 1073, 425));
+}
+
+TEST_F(LineGraph, PlacesValuesOnTheRightScale) {
+    EXPECT_THAT(Heights({"60", "80", "67.3", "59"}), ElementsAre(425, 125, 425 - 109, 425));
+    EXPECT_THAT(Heights({"81", "nan", "inf", "-inf"}), ElementsAre(125, 425, 125, 425));
+    Profile("CHARTLINEMIN=70\nCHARTLINEMAX=70");
+    EXPECT_THAT(Heights({"69", "70", "71", "x"}), ElementsAre(425, 425, 125, 425)) << "no range: on the clamps";
+}
+
+TEST_F(LineGraph, BoxesAreCentredOnTheSlots) {
+    OpenLine graph = MakeLine();
+    graph.SetLines({"60", "80"});
+    DrawRecorded(graph, kFourDays, kWideArea);
+    ASSERT_EQ(graph.m_oaLineRects.GetSize(), 4) << "days without an entry have a box, too";
+    EXPECT_EQ(CRect(*graph.m_oaLineRects[1]), CRect(488, 125, 533, 125));
+    DrawRecorded(graph, "head\nhead\n0,1/1,1\n", kWideArea);
+    ASSERT_EQ(graph.m_oaLineRects.GetSize(), 1);
+    EXPECT_EQ(CRect(*graph.m_oaLineRects[0]), CRect(601, 425, 646, 425)) << "one day stands in the middle";
+}
+
+TEST_F(LineGraph, DotsAndStrokesNeedStatusAndEntry) {
+    const std::string dots[] = {"ellipse 285,425 4x4 fill #070000", "ellipse 510,125 4x4 fill #070000",
+                                "ellipse 735,275 4x4 fill #070000", "ellipse 960,425 4x4 fill #070000"};
+    const std::string strokes[] = {"line 510,125 285,425 #070000 w1", "line 735,275 510,125 #070000 w1",
+                                   "line 960,425 735,275 #070000 w1"};
+    const struct Case {
+        const char* why;
+        const char* statuses;
+        int entries;
+        std::vector<int> dots;
+        std::vector<int> strokes;
+    } cases[] = {
+        {"all", "0000", 4, {0, 1, 2, 3}, {0, 1, 2}},
+        {"another status breaks on both sides", "0010", 4, {0, 1, 3}, {0}},
+        {"any status but 0", "1234", 4, {}, {}},
+        {"no entries at all", "0000", 0, {}, {}},
+        {"entries for the first days only", "0000", 2, {0, 1}, {0}},
+    };
+    for (const Case& c : cases) {
+        OpenLine graph = MakeLine();
+        const char* values[] = {"60", "80", "70", "60"};
+        graph.SetLines({values, values + c.entries});
+        std::string file = "head\nhead\n";
+        for (int day = 0; day < 4; ++day)
+            file.append({c.statuses[day]}).append(",date,1\n");
+        const auto lines = DrawRecorded(graph, file, kWideArea);
+        std::vector<std::string> expectedDots;
+        std::vector<std::string> expectedStrokes;
+        for (const int dot : c.dots)
+            expectedDots.push_back(dots[dot]);
+        for (const int stroke : c.strokes)
+            expectedStrokes.push_back(strokes[stroke]);
+        EXPECT_EQ(LinesWith(lines, "ellipse", "fill #070000"), expectedDots) << c.why;
+        EXPECT_EQ(LinesWith(lines, "line", "#070000 w1"), expectedStrokes) << c.why;
+    }
+}
+
+TEST_F(LineGraph, SeveralLinesTakeTurnsInTheArray) {
+    OpenLine graph = MakeLine();
+    graph.m_nLineCount = 2;
+    graph.m_crLine[1] = 0x000008; // the second line's colour wasn't in the profile of one line
+    graph.SetLines({"60", "80", "70", "60"});
+    const auto lines = DrawRecorded(graph, "head\nhead\n0,1/1,1\n0,1/2,1\n", kWideArea);
+    EXPECT_THAT(LinesWith(lines, "line", "#070000 w1"), ElementsAre("line 848,275 398,425 #070000 w1"));
+    EXPECT_THAT(LinesWith(lines, "line", "#080000 w1"), ElementsAre("line 848,425 398,125 #080000 w1"));
+}
+
+TEST_F(LineGraph, ScaleAtTheRight) {
+    const struct Case {
+        const char* why;
+        const char* scale;
+        int coach;
+        std::vector<std::string> labels;
+    } cases[] = {
+        {"five pixels right of the canvas, centred on its height",
+         "CHARTLINEMIN=60\nCHARTLINEMAX=80\nCHARTLINEINTERVAL=5",
+         0,
+         {"text \"60\" 1078,413", "text \"65\" 1078,338", "text \"70\" 1078,263", "text \"75\" 1078,188",
+          "text \"80\" 1078,113"}},
+        {"coach mode leaves the bottom and every second label out",
+         "CHARTLINEMIN=60\nCHARTLINEMAX=80\nCHARTLINEINTERVAL=5",
+         1,
+         {"text \"65\" 1078,338", "text \"75\" 1078,188"}},
+        {"no interval: steps of 10",
+         "CHARTLINEMIN=60\nCHARTLINEMAX=79",
+         0,
+         {"text \"60\" 1078,413", "text \"70\" 1078,256"}}, // 10 x 300 / 19 = 157
+        {"no range: one label", "CHARTLINEMIN=60\nCHARTLINEMAX=60\nCHARTLINEINTERVAL=5", 0, {"text \"60\" 1078,413"}},
+        {"upside down: none", "CHARTLINEMIN=60\nCHARTLINEMAX=50\nCHARTLINEINTERVAL=5", 0, {}},
+    };
+    for (const Case& c : cases) {
+        Profile(c.scale);
+        OpenLine graph = MakeLine();
+        graph.m_bCoach = c.coach;
+        std::vector<std::string> found;
+        for (const std::string& line : DrawRecorded(graph, kFourDays, kWideArea))
+            if (line.find("\" 1078,") != std::string::npos)
+                found.push_back(line.substr(0, line.find(" 24x25")));
+        EXPECT_EQ(found, c.labels) << c.why;
+    }
+}
+
+TEST_F(LineGraph, LabelReadsDownwards) {
+    OpenLine graph = MakeLine();
+    const auto label = [&] { return LinesWith(DrawRecorded(graph, kFourDays, kWideArea), "text \"kg\""); };
+    // x = trunc(1146 - 25 x 0.1 - 5), y = (425 + 125 - 24) / 2
+    EXPECT_THAT(label(), ElementsAre(StartsWith("text \"kg\" 1138,263 24x25 ")));
+    EXPECT_THAT(label().front(), testing::EndsWith("angle 2700"));
+    graph.m_bLineMeasure = 0;
+    EXPECT_THAT(label(), IsEmpty()) << "no right scale, no label";
+}
+
+TEST_F(LineGraph, LinesOffPaintsBarsOnly) {
+    OpenLine graph = MakeLine();
+    graph.m_bLines = 0;
+    graph.SetLines({"60", "70", "80", "60"});
+    const auto lines = DrawRecorded(graph, kFourDays, kWideArea);
+    EXPECT_THAT(LinesWith(lines, "ellipse"), IsEmpty());
+    EXPECT_THAT(LinesWith(lines, "text \"65\""), IsEmpty());
+    EXPECT_EQ(graph.m_oaBarRects.GetSize(), 4);
+}
+
+TEST_F(LineGraph, ResetRestoresAllButTheBottom) {
+    OpenLine graph = MakeLine();
+    graph.m_dChartLineMax = graph.m_dChartLineMin = graph.m_dChartLineInterval = 1;
+    graph.m_nChartLineMaxBig = graph.m_nChartMax = 1;
+    EXPECT_EQ(graph.ResetGraphMeasure(), 0);
+    EXPECT_EQ(graph.m_dChartLineMax, 80);
+    EXPECT_EQ(graph.m_dChartLineInterval, 5);
+    EXPECT_EQ(graph.m_nChartLineMaxBig, 200);
+    EXPECT_EQ(graph.m_nChartMax, 1000) << "the left scale, too";
+    EXPECT_EQ(graph.m_dChartLineMin, 1);
+}
+
+TEST_F(LineGraph, ClearArraysForgetsLines) {
+    OpenLine graph = MakeLine();
+    graph.SetLines({"60", "70"});
+    DrawRecorded(graph, kFourDays, kWideArea);
+    EXPECT_EQ(graph.m_saLineValues.GetSize(), 2) << "reading leaves the host's values alone";
+    EXPECT_EQ(graph.ClearArrays(), 0);
+    EXPECT_EQ(graph.m_saLineValues.GetSize() + graph.m_oaLineRects.GetSize() + graph.m_saDates.GetSize(), 0);
+}
+
+} // namespace

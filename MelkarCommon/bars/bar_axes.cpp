@@ -72,10 +72,10 @@ long CBarGraph::DrawHAxsLabel() {
 
 /// The figure of a day: cut to a whole number without decimals, else rounded to them.
 CString CBarGraph::FigureText(int day) const {
-    const double sum = SumOf(day);
+    const CString sum = melkar::FormatFixed(SumOf(day), 6); // so that 0.1 + 0.2 + 0.7 is 1
     if (m_nDecimals > 0)
-        return getDecimalNumber(melkar::FormatFixed(sum, 6), m_nDecimals);
-    return melkar::FormatFixed(melkar::Truncate(sum), 0);
+        return getDecimalNumber(sum, m_nDecimals);
+    return melkar::FormatFixed(melkar::ToInt(sum), 0);
 }
 
 /// Above the bar on the canvas colour, or inside it where it wouldn't fit above.

@@ -187,9 +187,9 @@ void CBarGraph::SetCanvasRect() {
 }
 
 long CBarGraph::Draw(CRect area, char* path) {
-    ReadDataFile(path);
-    GetGraphMeasure();
     return DrawGuarded([&] {
+        ReadDataFile(path);
+        GetGraphMeasure();
         if (const long failure = DrawFrame(area))
             return failure;
         if (DrawNoRecordsMessage() == 0)

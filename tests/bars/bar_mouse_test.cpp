@@ -1,0 +1,106 @@
+#include "chart_fixture.h"
+
+#include <gmock/gmock.h>
+
+namespace {
+
+using testing::ElementsAre;
+using testing::EndsWith;
+using testing::HasSubstr;
+
+/// Two days of two series, drawn at (100, 50) onto a shared surface that records. Bars 285 to 510 and 735 to 960;
+/// with a scale of 0 to 1000 on 300 pixels the first day's tops are at 350 and 275, the second's at 425 and 125.
+class BarMouse : public ChartTest {
+protected:
+    BarMouse() {
+        m_graph.m_nSeriesCount = 2;
+        m_graph.Draw(kArea, DataFile("a\nb\n0,1/1,250,250\n0,1/2,0,1000\n").data());
+        ::BitBlt(m_balloon, 0, 0, 1200, 600, m_shared, 0, 0, SRCCOPY);
+    }
+    ~BarMouse() override {
+        DeleteDC(m_shared);
+        DeleteDC(m_balloon);
+    }
+    std::string Recorded(CPoint point, long expected) {
+        const std::size_t before = GetRecording(m_shared).size();
+        EXPECT_EQ(m_graph.OnMouseMove(point), expected);
+        return GetRecording(m_shared).substr(before);
+    }
+
+    HDC m_shared = CreateRecordingSurface(1200, 600);
+    HDC m_balloon = CreateRecordingSurface(1200, 600);
+    Open<CBarGraph> m_graph{nullptr, m_shared, "STEPS", m_shared, nullptr, m_balloon};
+};
+
+TEST_F(BarMouse, Clicks) {
+    struct Case {
+        const char* why;
+        CPoint point;
+        long day, bar;
+    };
+    const Case kCases[] = {
+        {"left edge of the first bar", {285, 400}, 0, 0},
+        {"gap on its left", {284, 400}, -1, -1},
+        {"right edge", {510, 350}, 0, 0},
+        {"second series", {400, 349}, 0, 1},
+        {"above the stack", {400, 274}, -1, -1},
+        {"second series of the second day, over one of no height", {800, 424}, 1, 3},
+        {"bottom of the canvas", {800, 425}, -1, -1},
+        {"right of all bars", {961, 400}, -1, -1},
+        {"far out", {-2147483647 - 1, 2147483647}, -1, -1},
+    };
+    for (const Case& c : kCases) {
+        EXPECT_EQ(m_graph.OnClick(c.point), c.day) << c.why;
+        EXPECT_EQ(m_graph.OnMouseMove(c.point), c.bar) << c.why;
+    }
+    m_graph.m_bClickEnabled = 2;
+    EXPECT_EQ(m_graph.OnClick(CPoint(400, 400)), -1);
+    EXPECT_EQ(m_graph.OnMouseMove(CPoint(400, 400)), 0);
+}
+
+/// Above the pointer, its text 3 right of it: 36 wide and two lines of 34 high (20 points are 27 pixels, 17 a
+/// character).
+TEST_F(BarMouse, Balloon) {
+    const std::string clean = Recorded(CPoint(200, 400), -1); // a gap: only the picture comes back
+    EXPECT_THAT(clean, HasSubstr("copy 100,50 992x474 from 100,50\n"));
+    const std::string record = Recorded(CPoint(400, 300), 1);
+    ASSERT_EQ(record.substr(0, clean.size()), clean);
+    // width 3 x 17 = 51, height 68; top 303 - 68 - 6 = 229
+    EXPECT_EQ(record.substr(clean.size()), "fill 400,226 57x1 #010203\n"
+                                           "fill 400,299 57x1 #010203\n"
+                                           "fill 400,227 1x72 #010203\n"
+                                           "fill 456,227 1x72 #010203\n"
+                                           "fill 401,227 55x72 #FFFF80\n"
+                                           "text \"1/1\" 403,229 51x34 \"Fixed 27\" #000000\n"
+                                           "text \"250\" 403,263 51x34 \"Fixed 27\" #000000\n");
+    m_graph.m_bHoverEnabled = 0;
+    EXPECT_EQ(Recorded(CPoint(400, 300), -1), clean);
+}
+
+TEST_F(BarMouse, NothingToHit) {
+    m_graph.Draw(kArea, DataFile("a\nb\n").data());
+    EXPECT_EQ(m_graph.OnClick(CPoint(400, 400)), -1);
+    EXPECT_THAT(Recorded(CPoint(400, 400), -1), HasSubstr("copy 100,50 "));
+}
+
+/// The forms without and with a point are one operation to a caller, whatever a derived class overrides.
+TEST_F(BarMouse, Overloads) {
+    struct Counting : CBarGraph {
+        using CBarGraph::CBarGraph;
+        using CBarGraph::OnClick;
+        using CBarGraph::OnMouseMove;
+        long OnClick(CPoint point) override { return m_last = point.x * 10 + point.y; }
+        long OnMouseMove(CPoint point) override { return m_last = point.x * 10 - point.y; }
+        long m_last = 0;
+    };
+    Counting graph(nullptr, nullptr, "STEPS", nullptr, nullptr, nullptr);
+    CBarGraph& base = graph;
+    EXPECT_EQ(base.OnClick() + base.OnMouseMove(), 0);
+    EXPECT_EQ(base.OnClick(3, 4), 0);
+    EXPECT_EQ(graph.m_last, 34);
+    EXPECT_EQ(base.OnMouseMove(3L, 4L), 0);
+    EXPECT_EQ(graph.m_last, 26);
+    EXPECT_EQ(base.OnClick(CPoint(1, 1)), 11);
+}
+
+} // namespace

@@ -215,6 +215,25 @@ TEST(PixelLines, SlopedStepsWeighOnePixelEach) {
     }
 }
 
+TEST(PixelLines, SlopedLinesSideBySideHaveNoSeam) {
+    // Three lines one pixel apart, in either order, shallow and steep: whatever isn't an edge is the whole colour.
+    for (const bool isSteep : {false, true})
+        for (const int direction : {1, -1}) {
+            Canvas canvas(60, 60);
+            for (int i = 0; i < 3; ++i) {
+                const int shift = 20 + (direction > 0 ? i : 2 - i);
+                const POINT from{isSteep ? shift : 5, isSteep ? 5 : shift};
+                const POINT to{isSteep ? shift + 17 : 55, isSteep ? 55 : shift + 17};
+                canvas.backend->StrokeLine(from, to, Stroke{kBlack});
+            }
+            for (int step = 6; step < 54; ++step) {
+                const std::string line = isSteep ? canvas.Row(step) : canvas.Column(step);
+                EXPECT_NE(line.find("##"), std::string::npos) << "step " << step;
+                EXPECT_EQ(line.find("#?#"), std::string::npos) << "step " << step;
+            }
+        }
+}
+
 TEST(PixelLines, SlopedPositionIsExact) {
     Canvas canvas(30, 12);
     canvas.backend->StrokeLine({0, 0}, {30, 10}, Pen()); // a third of a pixel a step

@@ -111,10 +111,14 @@ void CutSpan(int& from, int& to, int& targetFrom, int& targetTo, int limit) {
     to = cutTo;
 }
 
-BOOL CopyPixels(HDC to, HDC from, Copy copy, DWORD operation) {
-    const PixelBuffer& picture = from->bitmap->pixels;
+void CutToPicture(Copy& copy, const PixelBuffer& picture) {
     CutSpan(copy.source.left, copy.source.right, copy.target.left, copy.target.right, picture.width);
     CutSpan(copy.source.top, copy.source.bottom, copy.target.top, copy.target.bottom, picture.height);
+}
+
+BOOL CopyPixels(HDC to, HDC from, Copy copy, DWORD operation) {
+    const PixelBuffer& picture = from->bitmap->pixels;
+    CutToPicture(copy, picture);
     if (IsEmpty(copy.source) || IsEmpty(copy.target))
         return FALSE;
     Backend* backend = to->Ready();
@@ -126,9 +130,10 @@ BOOL CopyPixels(HDC to, HDC from, Copy copy, DWORD operation) {
 }
 
 /// Plays what was recorded on `from` again on `to`, at the copy's place.
-BOOL CopyRecord(HDC to, HDC from, const Copy& copy, DWORD operation) {
+BOOL CopyRecord(HDC to, HDC from, Copy copy, DWORD operation) {
+    CutToPicture(copy, from->bitmap->pixels);
     Backend* backend = to->Ready();
-    if (!backend || operation != SRCCOPY)
+    if (!backend || operation != SRCCOPY || IsEmpty(copy.source))
         return FALSE;
     const std::vector<RecordedOp> ops = from->bitmap->ops; // a copy: `to` may be the same surface
     if (to->bitmap && to->bitmap->IsRecord()) {

@@ -1,5 +1,6 @@
 #include <MelkarCommon/support/platform/files.h>
 #include <MelkarCommon/support/platform/image_file.h>
+#include <MelkarCommon/support/platform/new_file.h>
 #include <MelkarCommon/support/platform/pixel_blit.h>
 #include <MelkarCommon/support/platform/pixel_spans.h>
 #include <MelkarCommon/support/ring_log.h>
@@ -7,13 +8,9 @@
 #include <cairo.h>
 #include <gdk-pixbuf/gdk-pixbuf.h>
 
-#include <atomic>
 #include <cerrno>
-#include <cstdio>
 #include <cstring>
-#include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 namespace melkar {
 
@@ -75,56 +72,22 @@ PixelBuffer Resize(const PixelBuffer& picture, int width, int height) {
     return scaled.pixels != nullptr ? scaled : PixelBuffer{};
 }
 
-/// A name beside `path` that no other thread or process uses.
-std::string TemporaryName(const std::string& path) {
-    static std::atomic<unsigned> s_count{0};
-    return path + "." + std::to_string(getpid()) + "." + std::to_string(s_count.fetch_add(1)) + ".tmp";
-}
-
 cairo_status_t WriteBytes(void* file, const unsigned char* bytes, unsigned int count) {
-    const bool whole = std::fwrite(bytes, 1, count, static_cast<std::FILE*>(file)) == count;
-    return whole ? CAIRO_STATUS_SUCCESS : CAIRO_STATUS_WRITE_ERROR;
+    return static_cast<NewFile*>(file)->Write(bytes, count) ? CAIRO_STATUS_SUCCESS : CAIRO_STATUS_WRITE_ERROR;
 }
 
-bool WritePicture(const PixelBuffer& pixels, std::FILE* file) {
+/// @return 0 or the error number.
+int WritePicture(const PixelBuffer& pixels, const std::string& path) {
+    const std::unique_ptr<NewFile> file = NewFile::Create(path);
+    if (file == nullptr)
+        return errno;
     cairo_surface_t* surface = cairo_image_surface_create_for_data(
         reinterpret_cast<unsigned char*>(pixels.pixels), CAIRO_FORMAT_RGB24, pixels.width, pixels.height,
         pixels.stride * static_cast<int>(sizeof(std::uint32_t)));
-    const bool written = cairo_surface_write_to_png_stream(surface, WriteBytes, file) == CAIRO_STATUS_SUCCESS;
+    if (cairo_surface_write_to_png_stream(surface, WriteBytes, file.get()) != CAIRO_STATUS_SUCCESS)
+        file->Abandon();
     cairo_surface_destroy(surface);
-    return written;
-}
-
-/// Writes a new file; removes it again on failure. @return 0 or the error number.
-int WriteNewFile(const PixelBuffer& pixels, const std::string& name) {
-    const int descriptor = open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-    if (descriptor < 0)
-        return errno;
-    std::FILE* file = fdopen(descriptor, "wb");
-    if (file == nullptr) {
-        close(descriptor);
-        unlink(name.c_str());
-        return ENOMEM;
-    }
-    errno = 0;
-    const bool written = WritePicture(pixels, file);
-    const bool closed = std::fclose(file) == 0;
-    if (written && closed)
-        return 0;
-    const int error = errno;
-    unlink(name.c_str());
-    return error != 0 ? error : EIO;
-}
-
-int WriteAndRename(const PixelBuffer& pixels, const std::string& path) {
-    const std::string temporary = TemporaryName(path);
-    if (const int error = WriteNewFile(pixels, temporary))
-        return error;
-    if (std::rename(temporary.c_str(), path.c_str()) == 0)
-        return 0;
-    const int error = errno;
-    unlink(temporary.c_str());
-    return error;
+    return file->Commit();
 }
 
 } // namespace
@@ -145,7 +108,7 @@ PixelBuffer LoadImageFile(const char* path, int width, int height) {
 
 int WritePngFile(const PixelBuffer& pixels, const char* path) {
     const bool sensible = path != nullptr && pixels.pixels != nullptr && pixels.width > 0 && pixels.height > 0;
-    const int error = sensible ? WriteAndRename(pixels, ResolvePath(path)) : EINVAL;
+    const int error = sensible ? WritePicture(pixels, ResolvePath(path)) : EINVAL;
     if (error == 0)
         return 0;
     LogText(

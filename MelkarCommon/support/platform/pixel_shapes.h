@@ -5,7 +5,7 @@
 #include <cairo.h>
 
 /// @file
-/// Internal. What is drawn on the pixels by a general rasteriser: filled and outlined shapes, wide sloped lines. The
+/// Internal. What is drawn on pixels and pages by a general rasteriser: filled and outlined shapes, wide sloped lines. The
 /// context's clip is set already; `clip` says what it is.
 
 namespace melkar {

@@ -1,0 +1,256 @@
+// The drawing calls: objects and their owners, modes, what a rectangle covers, text in boxes, copies between surfaces.
+
+#include <MelkarCommon/support/platform/drawing.h>
+#include <MelkarCommon/support/platform/surface.h>
+#include <MelkarCommon/support/scoped.h>
+#include <MelkarCommon/support/support.h>
+
+#include <gtest/gtest.h>
+
+#include <climits>
+#include <string>
+
+namespace {
+
+using melkar::ScopedFont;
+using melkar::ScopedPen;
+
+constexpr COLORREF kRed = RGB(255, 0, 0);
+constexpr std::uint32_t kRedPixel = 0xFFFF0000U;
+constexpr std::uint32_t kWhitePixel = 0xFFFFFFFFU;
+
+struct Surface {
+    explicit Surface(HDC dc) : handle(dc) {}
+    ~Surface() { DeleteDC(handle); }
+    Surface(const Surface&) = delete;
+    Surface& operator=(const Surface&) = delete;
+    std::uint32_t At(int x, int y) const {
+        const PixelView view = GetPixels(handle);
+        return view.pixels[y * view.stride + x];
+    }
+    HDC handle;
+};
+
+HFONT FontOf(int height, int escapement = 0) {
+    return CreateFontA(height, 0, escapement, 0, FW_NORMAL, 0, 0, 0, 0, 0, 0, 2, 0x31, "DejaVu Sans");
+}
+
+CRect Measured(HDC surface, std::string text, UINT format, CRect box = CRect()) {
+    DrawTextExA(surface, text.data(), -1, &box, format | DT_CALCRECT, nullptr);
+    return box;
+}
+
+TEST(DrawingObjects, ComeBackAndAreCounted) {
+    const std::size_t before = LiveObjectCount();
+    {
+        const Surface surface(CreateMemorySurface(10, 10));
+        HPEN pen = CreatePen(PS_SOLID, 1, kRed);
+        EXPECT_EQ(SelectObject(surface.handle, pen), GetStockObject(BLACK_PEN));
+        EXPECT_FALSE(DeleteObject(pen)) << "selected";
+        EXPECT_EQ(LiveObjectCount(), before + 2);
+        SelectObject(surface.handle, GetStockObject(BLACK_PEN));
+        EXPECT_TRUE(DeleteObject(pen));
+        EXPECT_FALSE(DeleteObject(GetStockObject(WHITE_BRUSH)));
+        HBITMAP bitmap = CreateCompatibleBitmap(surface.handle, 4, 4);
+        const Surface one(CreateCompatibleDC(surface.handle));
+        const Surface other(CreateCompatibleDC(surface.handle));
+        const HGDIOBJ former = SelectObject(one.handle, bitmap);
+        EXPECT_NE(former, nullptr);
+        EXPECT_EQ(SelectObject(other.handle, bitmap), nullptr) << "selected elsewhere";
+        SelectObject(one.handle, former);
+        EXPECT_TRUE(DeleteObject(bitmap));
+    }
+    EXPECT_EQ(LiveObjectCount(), before);
+}
+
+TEST(DrawingObjects, NothingComesOfNothing) {
+    EXPECT_EQ(CreateMemorySurface(0, 10), nullptr);
+    EXPECT_EQ(CreateMemorySurface(32767, 32767), nullptr) << "four gigabytes";
+    EXPECT_EQ(CreateCompatibleBitmap(nullptr, -1, 5), nullptr);
+    std::uint32_t pixel = 0;
+    EXPECT_EQ(WrapPixels(&pixel, 1, 1, 3), nullptr);
+    EXPECT_EQ(CreatePolygonRgn(nullptr, 3, ALTERNATE), nullptr);
+    EXPECT_FALSE(DeleteDC(nullptr));
+    EXPECT_FALSE(LineTo(nullptr, 1, 1));
+    EXPECT_EQ(DrawTextExA(nullptr, nullptr, -1, nullptr, 0, nullptr), 0);
+    EXPECT_FALSE(BitBlt(nullptr, 0, 0, 1, 1, nullptr, 0, 0, SRCCOPY));
+    const Surface empty(CreateCompatibleDC(nullptr));
+    EXPECT_FALSE(Rectangle(empty.handle, 0, 0, 0, 5));
+    EXPECT_EQ(GetPixels(empty.handle).pixels, nullptr);
+    EXPECT_EQ(GetDeviceCaps(nullptr, LOGPIXELSY), 96);
+}
+
+TEST(DrawingRectangles, CoverLeftToRightLessOne) {
+    struct Case {
+        const char* why;
+        int style, width;
+        RECT given;
+        RECT frame; ///< outermost red pixels, right and bottom excluded
+        RECT inside;
+    };
+    const Case cases[] = {
+        {"inside frame", PS_INSIDEFRAME, 1, {3, 4, 8, 9}, {3, 4, 8, 9}, {4, 5, 7, 8}},
+        {"edges the wrong way round", PS_INSIDEFRAME, 1, {8, 9, 3, 4}, {3, 4, 8, 9}, {4, 5, 7, 8}},
+        {"width 0 is one pixel", PS_INSIDEFRAME, 0, {3, 4, 8, 9}, {3, 4, 8, 9}, {4, 5, 7, 8}},
+        {"thick inside frame stays inside", PS_INSIDEFRAME, 2, {3, 4, 9, 10}, {3, 4, 9, 10}, {5, 6, 7, 8}},
+        {"thick solid frame reaches out", PS_SOLID, 2, {3, 4, 9, 10}, {2, 3, 10, 11}, {4, 5, 8, 9}},
+        {"all frame", PS_INSIDEFRAME, 3, {3, 4, 7, 8}, {3, 4, 7, 8}, {0, 0, 0, 0}},
+    };
+    for (const Case& c : cases) {
+        const Surface surface(CreateMemorySurface(14, 14));
+        const ScopedPen pen(surface.handle, c.style, c.width, kRed);
+        const melkar::ScopedBrush blue(surface.handle, RGB(0, 0, 255));
+        Rectangle(surface.handle, c.given.left, c.given.top, c.given.right, c.given.bottom);
+        for (int y = 0; y < 14; ++y)
+            for (int x = 0; x < 14; ++x) {
+                const std::uint32_t expected = CRect(c.inside).PtInRect({x, y})  ? 0xFF0000FFU
+                                               : CRect(c.frame).PtInRect({x, y}) ? kRedPixel
+                                                                                 : kWhitePixel;
+                ASSERT_EQ(surface.At(x, y), expected) << c.why << " at " << x << "," << y;
+            }
+    }
+}
+
+TEST(DrawingRectangles, RefusedOnesMakeNoPen) {
+    const Surface surface(CreateRecordingSurface(20, 20));
+    for (const RECT refused : {RECT{5, 5, 5, 9}, RECT{5, 5, 9, 5}, RECT{-9, 0, -1, 5}, RECT{0, -1, 5, 5}})
+        EXPECT_EQ(DrawRectangle(surface.handle, refused, 0, 0, 1), -1);
+    EXPECT_EQ(GetRecording(surface.handle), "");
+}
+
+TEST(DrawingLines, PatternsAndWidthsFollowTheDpi) {
+    struct Case {
+        int dpi, style, width;
+        const char* line;
+    };
+    const Case cases[] = {
+        {96, PS_DOT, 1, "line 0,5 60,5 #FF0000 w1 dot 3,3 gaps #FFFFFF"},
+        {96, PS_DASH, 0, "line 0,5 60,5 #FF0000 w1 dash 18,6 gaps #FFFFFF"},
+        {192, PS_DOT, 1, "line 0,5 60,5 #FF0000 w2 dot 6,6 gaps #FFFFFF"},
+        {192, PS_SOLID, 0, "line 0,5 60,5 #FF0000 w1"},
+    };
+    for (const Case& c : cases) {
+        const Surface surface(CreateRecordingSurface(60, 10, c.dpi));
+        const ScopedPen pen(surface.handle, c.style, c.width, kRed);
+        MoveToEx(surface.handle, 0, 5, nullptr);
+        LineTo(surface.handle, 60, 5);
+        EXPECT_EQ(GetRecording(surface.handle), std::string(c.line) + "\n");
+    }
+}
+
+TEST(DrawingText, IsMeasuredFromLeftAndTop) {
+    // Fixed metrics of a recording: a character of a 10 pixel font is 6 wide, a line 13 high.
+    struct Case {
+        const char* why;
+        const char* text;
+        UINT format;
+        RECT box;
+        int right, bottom;
+    };
+    const Case cases[] = {
+        {"one line", "abc", 0, {7, 9, 7, 9}, 25, 22},
+        {"CR LF and LF break", "ab\r\nabcd\na", 0, {0, 0, 0, 0}, 24, 39},
+        {"a last line feed adds no line", "ab\n", 0, {0, 0, 0, 0}, 12, 13},
+        {"single line", "a\nb", DT_SINGLELINE, {0, 0, 0, 0}, 18, 13},
+        {"wraps at the width", "ab cd ef", DT_WORDBREAK, {10, 0, 42, 0}, 40, 26},
+        {"a wider word stays whole", "ab abcdefgh", DT_WORDBREAK, {0, 0, 20, 0}, 48, 26},
+        {"placement changes nothing", "ab", DT_RIGHT | DT_BOTTOM | DT_SINGLELINE, {5, 6, 99, 99}, 17, 19},
+        {"ampersands are characters", "a&b", 0, {0, 0, 0, 0}, 18, 13},
+        {"no text", "", 0, {5, 6, 50, 60}, 5, 6},
+    };
+    const Surface surface(CreateRecordingSurface(100, 100));
+    const ScopedFont font(surface.handle, FontOf(-10, 900)); // measuring ignores the escapement
+    for (const Case& c : cases)
+        EXPECT_EQ(Measured(surface.handle, c.text, c.format, c.box), CRect(c.box.left, c.box.top, c.right, c.bottom))
+            << c.why;
+}
+
+TEST(DrawingText, IsPlacedInItsBox) {
+    struct Case {
+        const char* why;
+        UINT format;
+        const char* place;
+    };
+    const Case cases[] = {
+        {"left", 0, "10,20"},
+        {"centre and right", DT_CENTER, "29,20"},
+        {"right", DT_RIGHT, "48,20"},
+        {"bottom without single line doesn't count", DT_BOTTOM | DT_VCENTER, "10,20"},
+        {"bottom", DT_BOTTOM | DT_SINGLELINE, "10,37"},
+        {"middle", DT_VCENTER | DT_SINGLELINE, "10,28"},
+    };
+    for (const Case& c : cases) {
+        const Surface surface(CreateRecordingSurface(100, 100));
+        const ScopedFont font(surface.handle, FontOf(-10));
+        SetBkMode(surface.handle, TRANSPARENT);
+        RECT box{10, 20, 60, 50};
+        char text[] = "ab";
+        EXPECT_EQ(DrawTextExA(surface.handle, text, -1, &box, c.format, nullptr), 13);
+        EXPECT_EQ(GetRecording(surface.handle).find(std::string("text \"ab\" ") + c.place + " 12x13"), 0U) << c.why;
+    }
+}
+
+TEST(DrawingText, StandsOnItsBackgroundInOpaqueMode) {
+    const Surface surface(CreateRecordingSurface(100, 100));
+    const ScopedFont font(surface.handle, FontOf(-10));
+    SetBkColor(surface.handle, kRed);
+    TextOutA(surface.handle, 4, 5, "abc", 2); // two bytes of it
+    EXPECT_EQ(GetRecording(surface.handle).find("fill 4,5 12x13 #FF0000\ntext \"ab\" 4,5 12x13"), 0U);
+}
+
+TEST(DrawingCopies, WaitingFillsShowWhereverTheyAreLookedAt) {
+    // A working surface writes its wide fills late; every way of looking at it sees them.
+    const Surface screen(CreateMemorySurface(40, 30));
+    const Surface work(CreateCompatibleDC(screen.handle));
+    HBITMAP bitmap = CreateCompatibleBitmap(screen.handle, 40, 30);
+    const HGDIOBJ former = SelectObject(work.handle, bitmap);
+    DrawRectangle(work.handle, RECT{0, 0, 40, 30}, RGB(0, 255, 0), RGB(0, 255, 0), 0);
+    DrawRectangle(work.handle, RECT{10, 8, 30, 20}, kRed, kRed, 1);
+    BitBlt(screen.handle, 0, 0, 40, 30, work.handle, 0, 0, SRCCOPY);
+    const auto check = [](const Surface& surface) {
+        for (int y = 0; y < 30; ++y)
+            for (int x = 0; x < 40; ++x)
+                ASSERT_EQ(surface.At(x, y), CRect(10, 8, 30, 20).PtInRect({x, y}) ? kRedPixel : 0xFF00FF00U)
+                    << x << "," << y;
+    };
+    check(screen);
+    check(work);
+    const PixelView seen = GetPixels(work.handle);
+    DrawRectangle(work.handle, RECT{0, 0, 40, 30}, kRed, kRed, 0);
+    EXPECT_EQ(seen.pixels[29 * seen.stride + 39], kRedPixel) << "memory that was handed out is written at once";
+    SelectObject(work.handle, former);
+    DeleteObject(bitmap);
+    HBITMAP fresh = CreateCompatibleBitmap(screen.handle, 3, 3);
+    SelectObject(work.handle, fresh);
+    BitBlt(screen.handle, 0, 0, 3, 3, work.handle, 0, 0, SRCCOPY);
+    EXPECT_EQ(screen.At(1, 1), 0xFF000000U) << "a fresh picture is black";
+    SelectObject(work.handle, former);
+    DeleteObject(fresh);
+}
+
+TEST(DrawingCopies, OutsideOfTheSourceNothingIsCopied) {
+    const Surface from(CreateMemorySurface(10, 10));
+    const Surface to(CreateMemorySurface(20, 20));
+    DrawRectangle(from.handle, RECT{0, 0, 10, 10}, kRed, kRed, 0);
+    EXPECT_TRUE(BitBlt(to.handle, 5, 5, 10, 10, from.handle, -4, 6, SRCCOPY)); // 6 x 4 pixels are there
+    EXPECT_EQ(to.At(8, 5), kWhitePixel);
+    EXPECT_EQ(to.At(9, 5), kRedPixel);
+    EXPECT_EQ(to.At(14, 8), kRedPixel);
+    EXPECT_EQ(to.At(14, 9), kWhitePixel);
+    EXPECT_FALSE(BitBlt(to.handle, 0, 0, 5, 5, from.handle, INT_MAX, INT_MIN, SRCCOPY));
+    EXPECT_FALSE(BitBlt(to.handle, 0, 0, -5, 5, from.handle, 0, 0, SRCCOPY));
+}
+
+TEST(DrawingCopies, RecordsAreDrawnAgainWhereTheyAreCopied) {
+    const Surface page(CreateRecordingSurface(100, 100));
+    const Surface work(CreateCompatibleDC(page.handle));
+    HBITMAP bitmap = CreateCompatibleBitmap(page.handle, 50, 50);
+    const HGDIOBJ former = SelectObject(work.handle, bitmap);
+    DrawRectangle(work.handle, RECT{5, 6, 15, 26}, kRed, kRed, 1);
+    BitBlt(page.handle, 30, 40, 50, 50, work.handle, 0, 0, SRCCOPY);
+    EXPECT_EQ(GetRecording(page.handle), "copy 30,40 50x50 from 0,0\nfill 35,46 10x20 #FF0000\n");
+    SelectObject(work.handle, former);
+    DeleteObject(bitmap);
+}
+
+} // namespace

@@ -123,11 +123,12 @@ TEST_F(FrameTest, Failures) {
 TEST_F(FrameTest, Surfaces) {
     const HDC first = CreateRecordingSurface(1200, 600);
     const HDC second = CreateRecordingSurface(1200, 600);
-    Frame graph(nullptr, m_record, "STEPS", nullptr, nullptr, nullptr);
+    Frame graph(nullptr, m_record, "STEPS", nullptr, nullptr, first);
     graph.Initialize(nullptr, m_record, first, second, nullptr);
     graph.Initialize(nullptr, m_record, nullptr, nullptr, nullptr); // null keeps the former ones
     EXPECT_EQ(graph.GetGMemDC(), first);
     EXPECT_EQ(graph.GetGMemDCCir(), second);
+    EXPECT_EQ(graph.GetGMemDCBalloon(), first);
     graph.m_nViewMode = 1;
     graph.Draw(kArea, nullptr);
     EXPECT_EQ(GetRecording(first), "");

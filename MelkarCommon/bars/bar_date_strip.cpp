@@ -65,7 +65,7 @@ long CBarGraph::DrawDate() {
 
 /// One date if the slot is a single day, else both, one behind the other.
 CString CBarGraph::PeriodCaption(int day) const {
-    const CString first = ::FormatDateEx(m_saDates[day], m_strDateFormatType, m_strLocale);
+    CString first = ::FormatDateEx(m_saDates[day], m_strDateFormatType, m_strLocale);
     if (m_saDateEnds[day] == m_saDates[day])
         return first;
     return first + ::FormatDateEx(m_saDateEnds[day], m_strDateFormatType, m_strLocale);

@@ -46,7 +46,7 @@ CExpenditureGraph::CExpenditureGraph(HWND window, HDC dc, const char* section, H
 }
 
 long CExpenditureGraph::ReadIniFile(char* path) {
-    CBarGraph::ReadIniFile(path);
+    CBarGraph::ReadIniFile(path); // NOLINT(bugprone-parent-virtual-call): the line keys are not read again
     melkar::ReadKeys(KeyRows::rows, *this, path, m_strSection);
     return 0;
 }

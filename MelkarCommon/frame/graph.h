@@ -13,7 +13,7 @@ template <class Graph> struct KeyRow;
 template <class Graph> struct Keys;
 struct ClassKeys;
 namespace detail {
-template <auto Member, class Graph> auto& Of(Graph& graph);
+template <auto Member, class Graph> auto& Of(Graph& graph); // NOLINT(readability-redundant-declaration): a friend
 }
 } // namespace melkar
 

@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr std::size_t kLongestFormatted = 64U * 1024U;
+constexpr std::size_t kLongestFormatted = std::size_t{64} * 1024;
 
 /// The locale objects of this thread. Opening one costs far more than a date; unknown names are kept as "C".
 class LocaleCache {

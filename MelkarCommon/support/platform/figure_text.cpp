@@ -46,7 +46,8 @@ std::string AllPairs() {
 void AddCoverage(const CoverageMask& glyph, int x, int inkedTo, CoverageMask& mask) {
     const bool alone = x + glyph.left >= inkedTo;
     const std::uint8_t* source = glyph.coverage.data();
-    std::uint8_t* target = mask.coverage.data() + (glyph.top - mask.top) * mask.stride + (x + glyph.left - mask.left);
+    std::uint8_t* target =
+        mask.coverage.data() + std::ptrdiff_t{glyph.top - mask.top} * mask.stride + (x + glyph.left - mask.left);
     for (int row = 0; row < glyph.height; ++row, source += glyph.stride, target += mask.stride) {
         if (alone) {
             std::copy_n(source, glyph.width, target);

@@ -12,8 +12,8 @@
 namespace melkar {
 namespace {
 
-constexpr std::size_t kBlock = 64U * 1024U;
-constexpr std::size_t kLargestWhole = 256U * 1024U * 1024U; // nothing that we read whole comes near it
+constexpr std::size_t kBlock = std::size_t{64} * 1024;
+constexpr std::size_t kLargestWhole = std::size_t{256} * 1024 * 1024; // nothing that we read whole comes near it
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 /// A descriptor of a regular file, or -1. Opening never waits, as it would for a pipe without a writer.

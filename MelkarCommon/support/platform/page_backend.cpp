@@ -237,18 +237,18 @@ void PageBackend::FillRect(const RECT& rect, Color color) {
     cairo_fill(m_cr);
 }
 
-void PageBackend::StrokeLine(POINT from, POINT to, const Stroke& asked) {
+void PageBackend::StrokeLine(POINT from, POINT to, const Stroke& stroke) {
     if (IsEmptyRect(m_clip))
         return;
-    const Stroke stroke = OnPaper(asked);
+    const Stroke printed = OnPaper(stroke);
     if (from.x != to.x && from.y != to.y) {
-        StrokeWideLineOn(m_cr, m_clip, from, to, stroke);
+        StrokeWideLineOn(m_cr, m_clip, from, to, printed);
         return;
     }
-    const Band whole = BandOf(from, to, stroke.width);
+    const Band whole = BandOf(from, to, printed.width);
     const Band band = CutBand(whole, m_clip);
     if (band.Length() > 0)
-        StrokeBand(band, stroke, stroke.phase + std::abs(band.start - whole.start));
+        StrokeBand(band, printed, printed.phase + std::abs(band.start - whole.start));
 }
 
 void PageBackend::StrokeBand(const Band& band, const Stroke& stroke, double phase) {

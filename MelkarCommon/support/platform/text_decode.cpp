@@ -114,6 +114,7 @@ public:
     }
 
 private:
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): what iconv_open gives on failure
     static inline const iconv_t kNone = reinterpret_cast<iconv_t>(-1);
     std::array<iconv_t, kCodePages.size()> open_;
 };

@@ -195,7 +195,7 @@ std::shared_ptr<const TextLayout> LayOutText(const std::shared_ptr<TextFace>& fa
     const LayoutKey key{face->id, wrap, singleLine, bytes};
     if (auto found = cache.Find(key))
         return found;
-    const auto layout = std::make_shared<const TextLayout>(LayOutAnew(*face, bytes, singleLine, wrap));
+    std::shared_ptr<const TextLayout> layout = std::make_shared<TextLayout>(LayOutAnew(*face, bytes, singleLine, wrap));
     cache.Add(key, layout);
     return layout;
 }

@@ -86,6 +86,19 @@ inline std::vector<std::string> FourRows(int from, int to, int y) {
     return rows;
 }
 
+/// The texts in a record that begin at `x`, each with its top: "60@413".
+inline std::string TextsAt(const std::vector<std::string>& lines, int x) {
+    std::string found;
+    const std::string at = "\" " + std::to_string(x) + ",";
+    for (const std::string& line : LinesWith(lines, "text \""))
+        if (const std::size_t end = line.find(at); end != std::string::npos) {
+            const std::size_t top = end + at.size();
+            found.append(found.empty() ? "" : " ").append(line, 6, end - 6).append("@");
+            found.append(line, top, line.find(' ', top) - top);
+        }
+    return found;
+}
+
 /// A host's directory with the profile, and a surface that records.
 class ChartTest : public testing::Test {
 protected:

@@ -16,7 +16,7 @@ using testing::StartsWith;
 class OpenLine : public Open<CLineGraph> {
 public:
     using Open<CLineGraph>::Open;
-    using CLineGraph::m_bLineMeasure, CLineGraph::m_bLines, CLineGraph::m_crLine, CLineGraph::m_dChartLineInterval;
+    using CLineGraph::m_bLineMeasure, CLineGraph::m_crLine, CLineGraph::m_dChartLineInterval;
     using CLineGraph::m_dChartLineMax, CLineGraph::m_dChartLineMin, CLineGraph::m_nChartLineMaxBig;
 
     void SetLines(const std::vector<const char*>& values) {
@@ -49,12 +49,6 @@ protected:
     }
 };
 
-TEST_F(LineGraph, CanvasHasEqualMargins) {
-    OpenLine graph = MakeLine();
-    DrawRecorded(graph, kFourDays, kWideArea);
-    EXPECT_EQ(graph.m_rcCanvas, CRect(173, 125, 1073, 425));
-}
-
 TEST_F(LineGraph, PlacesValuesOnTheRightScale) {
     EXPECT_THAT(Heights({"60", "80", "67.3", "59"}), ElementsAre(425, 125, 425 - 109, 425));
     EXPECT_THAT(Heights({"81", "nan", "inf", "-inf"}), ElementsAre(125, 425, 125, 425));
@@ -66,6 +60,8 @@ TEST_F(LineGraph, BoxesAreCentredOnTheSlots) {
     OpenLine graph = MakeLine();
     graph.SetLines({"60", "80"});
     DrawRecorded(graph, kFourDays, kWideArea);
+    EXPECT_EQ(graph.m_rcCanvas, CRect(173, 125, 1073, 425)) << "the right margin is as wide as the left one";
+    EXPECT_EQ(graph.m_saLineValues.GetSize(), 2) << "reading leaves the host's values alone";
     ASSERT_EQ(graph.m_oaLineRects.GetSize(), 4) << "days without an entry have a box, too";
     EXPECT_EQ(CRect(*graph.m_oaLineRects[1]), CRect(488, 125, 533, 125));
     DrawRecorded(graph, "head\nhead\n0,1/1,1\n", kWideArea);
@@ -74,39 +70,34 @@ TEST_F(LineGraph, BoxesAreCentredOnTheSlots) {
 }
 
 TEST_F(LineGraph, DotsAndStrokesNeedStatusAndEntry) {
-    const std::string dots[] = {"ellipse 285,425 4x4 fill #070000", "ellipse 510,125 4x4 fill #070000",
-                                "ellipse 735,275 4x4 fill #070000", "ellipse 960,425 4x4 fill #070000"};
-    const std::string strokes[] = {"line 510,125 285,425 #070000 w1", "line 735,275 510,125 #070000 w1",
-                                   "line 960,425 735,275 #070000 w1"};
     const struct Case {
         const char* why;
         const char* statuses;
-        int entries;
-        std::vector<int> dots;
-        std::vector<int> strokes;
+        std::vector<const char*> values;
+        const char* dots;
+        const char* strokes; ///< the day at whose dot one begins
     } cases[] = {
-        {"all", "0000", 4, {0, 1, 2, 3}, {0, 1, 2}},
-        {"another status breaks on both sides", "0010", 4, {0, 1, 3}, {0}},
-        {"any status but 0", "1234", 4, {}, {}},
-        {"no entries at all", "0000", 0, {}, {}},
-        {"entries for the first days only", "0000", 2, {0, 1}, {0}},
+        {"all", "0000", {"60", "80", "70", "60"}, "0123", "123"},
+        {"another status breaks on both sides", "0010", {"60", "80", "70", "60"}, "013", "1"},
+        {"any status but 0", "1234", {"60", "80", "70", "60"}, "", ""},
+        {"no entries at all", "0000", {}, "", ""},
+        {"entries for the first days only", "0000", {"60", "80"}, "01", "1"},
+    };
+    const auto daysOf = [](const std::vector<std::string>& lines, std::string_view verb) {
+        std::string days;
+        for (const std::string& line : lines)
+            days += std::to_string((std::stoi(line.substr(verb.size())) - 285) / 225);
+        return days;
     };
     for (const Case& c : cases) {
         OpenLine graph = MakeLine();
-        const char* values[] = {"60", "80", "70", "60"};
-        graph.SetLines({values, values + c.entries});
+        graph.SetLines(c.values);
         std::string file = "head\nhead\n";
         for (int day = 0; day < 4; ++day)
             file.append({c.statuses[day]}).append(",date,1\n");
         const auto lines = DrawRecorded(graph, file, kWideArea);
-        std::vector<std::string> expectedDots;
-        std::vector<std::string> expectedStrokes;
-        for (const int dot : c.dots)
-            expectedDots.push_back(dots[dot]);
-        for (const int stroke : c.strokes)
-            expectedStrokes.push_back(strokes[stroke]);
-        EXPECT_EQ(LinesWith(lines, "ellipse", "fill #070000"), expectedDots) << c.why;
-        EXPECT_EQ(LinesWith(lines, "line", "#070000 w1"), expectedStrokes) << c.why;
+        EXPECT_EQ(daysOf(LinesWith(lines, "ellipse ", " 4x4 fill #070000"), "ellipse "), c.dots) << c.why;
+        EXPECT_EQ(daysOf(LinesWith(lines, "line ", "#070000 w1"), "line "), c.strokes) << c.why;
     }
 }
 
@@ -125,33 +116,24 @@ TEST_F(LineGraph, ScaleAtTheRight) {
         const char* why;
         const char* scale;
         int coach;
-        std::vector<std::string> labels;
+        const char* labels;
     } cases[] = {
-        {"five pixels right of the canvas, centred on its height",
-         "CHARTLINEMIN=60\nCHARTLINEMAX=80\nCHARTLINEINTERVAL=5",
-         0,
-         {"text \"60\" 1078,413", "text \"65\" 1078,338", "text \"70\" 1078,263", "text \"75\" 1078,188",
-          "text \"80\" 1078,113"}},
-        {"coach mode leaves the bottom and every second label out",
-         "CHARTLINEMIN=60\nCHARTLINEMAX=80\nCHARTLINEINTERVAL=5",
-         1,
-         {"text \"65\" 1078,338", "text \"75\" 1078,188"}},
-        {"no interval: steps of 10",
-         "CHARTLINEMIN=60\nCHARTLINEMAX=79",
-         0,
-         {"text \"60\" 1078,413", "text \"70\" 1078,256"}}, // 10 x 300 / 19 = 157
-        {"no range: one label", "CHARTLINEMIN=60\nCHARTLINEMAX=60\nCHARTLINEINTERVAL=5", 0, {"text \"60\" 1078,413"}},
-        {"upside down: none", "CHARTLINEMIN=60\nCHARTLINEMAX=50\nCHARTLINEINTERVAL=5", 0, {}},
+        {"five pixels right of the canvas, centred on its height", "MIN=60 MAX=80 INTERVAL=5", 0,
+         "60@413 65@338 70@263 75@188 80@113"},
+        {"coach mode leaves the bottom and every second label out", "MIN=60 MAX=80 INTERVAL=5", 1, "65@338 75@188"},
+        {"no interval: steps of 10; 10 x 300 / 19 is 157", "MIN=60 MAX=79", 0, "60@413 70@256"},
+        {"no range: one label", "MIN=60 MAX=60 INTERVAL=5", 0, "60@413"},
+        {"upside down: none", "MIN=60 MAX=50 INTERVAL=5", 0, ""},
     };
     for (const Case& c : cases) {
-        Profile(c.scale);
+        std::istringstream words(c.scale);
+        std::string scale;
+        for (std::string word; words >> word;)
+            scale += "CHARTLINE" + word + "\n";
+        Profile(scale);
         OpenLine graph = MakeLine();
         graph.m_bCoach = c.coach;
-        std::vector<std::string> found;
-        for (const std::string& line : DrawRecorded(graph, kFourDays, kWideArea))
-            if (line.find("\" 1078,") != std::string::npos)
-                found.push_back(line.substr(0, line.find(" 24x25")));
-        EXPECT_EQ(found, c.labels) << c.why;
+        EXPECT_EQ(TextsAt(DrawRecorded(graph, kFourDays, kWideArea), 1078), c.labels) << c.why;
     }
 }
 
@@ -165,16 +147,6 @@ TEST_F(LineGraph, LabelReadsDownwards) {
     EXPECT_THAT(label(), IsEmpty()) << "no right scale, no label";
 }
 
-TEST_F(LineGraph, LinesOffPaintsBarsOnly) {
-    OpenLine graph = MakeLine();
-    graph.m_bLines = 0;
-    graph.SetLines({"60", "70", "80", "60"});
-    const auto lines = DrawRecorded(graph, kFourDays, kWideArea);
-    EXPECT_THAT(LinesWith(lines, "ellipse"), IsEmpty());
-    EXPECT_THAT(LinesWith(lines, "text \"65\""), IsEmpty());
-    EXPECT_EQ(graph.m_oaBarRects.GetSize(), 4);
-}
-
 TEST_F(LineGraph, ResetRestoresAllButTheBottom) {
     OpenLine graph = MakeLine();
     graph.m_dChartLineMax = graph.m_dChartLineMin = graph.m_dChartLineInterval = 1;
@@ -185,15 +157,6 @@ TEST_F(LineGraph, ResetRestoresAllButTheBottom) {
     EXPECT_EQ(graph.m_nChartLineMaxBig, 200);
     EXPECT_EQ(graph.m_nChartMax, 1000) << "the left scale, too";
     EXPECT_EQ(graph.m_dChartLineMin, 1);
-}
-
-TEST_F(LineGraph, ClearArraysForgetsLines) {
-    OpenLine graph = MakeLine();
-    graph.SetLines({"60", "70"});
-    DrawRecorded(graph, kFourDays, kWideArea);
-    EXPECT_EQ(graph.m_saLineValues.GetSize(), 2) << "reading leaves the host's values alone";
-    EXPECT_EQ(graph.ClearArrays(), 0);
-    EXPECT_EQ(graph.m_saLineValues.GetSize() + graph.m_oaLineRects.GetSize() + graph.m_saDates.GetSize(), 0);
 }
 
 } // namespace

@@ -104,12 +104,10 @@ const std::string kPlan = kPlanHead + "20250301,70,70\n20250302,69.5,69\n2025030
 
 class Simulation : public ChartTest {
 protected:
-    Simulation() { SetProfile(""); }
-
-    void SetProfile(const std::string& more) {
-        WriteProfile(more + "OVERWEIGHTCOLOR_RGB=40,0,0\nUNDERWEIGHTCOLOR_RGB=41,0,0\nTARGETWEIGHTCOLOR_RGB=42,0,0\n"
-                            "WEIGHTSTRING=kg\nTARGETWEIGHTSTRING=plan\nIS_PRINTTARGET=1\nIS_PRINTAVERAGE=1\n"
-                            "AVERAGE_INTAKE_LABEL=intake\nEX1_LABEL=total\n");
+    Simulation() {
+        WriteProfile("OVERWEIGHTCOLOR_RGB=40,0,0\nUNDERWEIGHTCOLOR_RGB=41,0,0\nTARGETWEIGHTCOLOR_RGB=42,0,0\n"
+                     "WEIGHTSTRING=kg\nTARGETWEIGHTSTRING=plan\nIS_PRINTTARGET=1\nIS_PRINTAVERAGE=1\n"
+                     "AVERAGE_INTAKE_LABEL=intake\nEX1_LABEL=total\n");
     }
     OpenSimulation MakeSimulation() { return {nullptr, m_record, "STEPS", nullptr, nullptr, nullptr}; }
     void WritePlan(const std::string& plan) { m_files.Write("bin/days.csv.sim", plan); }
@@ -140,25 +138,22 @@ TEST_F(Simulation, CodesOfThePlan) {
     const struct Case {
         const char* why;
         const char* plan; // null: no file
-        const char* profile;
+        double interval;
         long code;
         int rows;
         int max;
     } cases[] = {
-        {"no file: everything stays", nullptr, "", 101, 4, 72},
-        {"empty file: the scale stays", "", "", 102, 0, 72},
-        {"head only: its scale", "skipped\n,80,,60\n", "", 102, 0, 82},
-        {"a left scale without a step", "skipped\n,80,,60\nd,70,70\n", "CHARTINTERVAL=1001\n", 103, 0, 72},
-        {"a left scale without an interval", "skipped\n,80,,60\nd,70,70\n", "CHARTINTERVAL=0\n", 103, 0, 72},
-        {"short rows", "skipped\n,80,,60\nd\n\n", "", 0, 2, 82},
+        {"no file: everything stays", nullptr, 250, 101, 4, 72},
+        {"empty file: the scale stays", "", 250, 102, 0, 72},
+        {"head only: its scale", "skipped\n,80,,60\n", 250, 102, 0, 82},
+        {"a left scale without a step", "skipped\n,80,,60\nd,70,70\n", 1001, 103, 0, 72},
+        {"a left scale without an interval", "skipped\n,80,,60\nd,70,70\n", 0, 103, 0, 72},
+        {"short rows", "skipped\n,80,,60\nd\n\n", 250, 0, 2, 82},
     };
     for (const Case& c : cases) {
-        SetProfile("");
         OpenSimulation graph = MakeSimulation();
         ASSERT_EQ(ReadPlan(graph, kPlan), 0);
-        SetProfile(c.profile);
-        const OpenSimulation other = MakeSimulation();
-        graph.m_dChartInterval = other.m_dChartInterval;
+        graph.m_dChartInterval = c.interval;
         char missing[] = "no-such.sim";
         EXPECT_EQ(c.plan ? ReadPlan(graph, c.plan) : graph.ReadWeightDataFile(missing), c.code) << c.why;
         EXPECT_EQ(graph.m_saWeights.GetSize(), c.rows) << c.why;
@@ -201,12 +196,7 @@ TEST_F(Simulation, TargetLineBeginsBehindTheStart) {
 
 TEST_F(Simulation, RightScaleSharesTheGridFromTheTopDown) {
     OpenSimulation graph = MakeSimulation();
-    std::vector<std::string> labels;
-    for (const std::string& line : DrawPlan(graph, kPlan))
-        if (line.find("\" 1075,") != std::string::npos)
-            labels.push_back(line.substr(0, line.find(" 24x25")));
-    EXPECT_THAT(labels, ElementsAre("text \"72\" 1075,113", "text \"68\" 1075,188", "text \"64\" 1075,263",
-                                    "text \"60\" 1075,338", "text \"56\" 1075,413"));
+    EXPECT_EQ(TextsAt(DrawPlan(graph, kPlan), 1075), "72@113 68@188 64@263 60@338 56@413");
 }
 
 TEST_F(Simulation, LegendStandsInARowAboveTheCanvas) {

@@ -62,18 +62,18 @@ using CDWordArray = melkar::GrowingArray<DWORD>;
 class CObEntry {
 public:
     CObEntry() = default;
-    explicit CObEntry(const RECT* rect) : m_rect(rect) {}
+    explicit CObEntry(RECT* rect) : m_rect(rect) {}
 
-    operator const int*() const { return m_rect ? &m_rect->left : nullptr; } // NOLINT: implicit on purpose
-    operator const RECT*() const { return m_rect; }                          // NOLINT: implicit on purpose
-    const RECT* operator->() const { return m_rect; }
-    const RECT& operator*() const { return *m_rect; }
-    int operator[](int edge) const { return (&m_rect->left)[edge]; }
+    operator int*() const { return m_rect ? &m_rect->left : nullptr; } // NOLINT: implicit on purpose
+    operator RECT*() const { return m_rect; }                          // NOLINT: implicit on purpose
+    RECT* operator->() const { return m_rect; }
+    RECT& operator*() const { return *m_rect; }
+    int& operator[](int edge) const { return (&m_rect->left)[edge]; }
     bool operator==(std::nullptr_t) const { return m_rect == nullptr; }
     explicit operator bool() const { return m_rect != nullptr; }
 
 private:
-    const RECT* m_rect = nullptr;
+    RECT* m_rect = nullptr;
 };
 
 /// Array of rectangles that lie on the heap and belong to the array; a set copies the rectangle in.
@@ -81,7 +81,10 @@ private:
 class CObArray {
 public:
     int GetSize() const { return m_rects.GetSize(); }
-    CObEntry GetAt(int index) const { return index >= 0 && index < GetSize() ? CObEntry(&m_rects[index]) : CObEntry(); }
+    /// As of an array of pointers: the pointer is handed out as it is, from a constant array too.
+    CObEntry GetAt(int index) const {
+        return index >= 0 && index < GetSize() ? CObEntry(const_cast<RECT*>(&m_rects[index])) : CObEntry();
+    }
     CObEntry operator[](int index) const { return GetAt(index); }
     void SetAt(int index, const RECT& rect) { m_rects.SetAt(index, rect); }
     void SetAtGrow(int index, const RECT& rect) { m_rects.SetAtGrow(index, rect); }

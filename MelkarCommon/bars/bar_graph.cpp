@@ -21,8 +21,6 @@ using melkar::ScopedPen;
 
 namespace {
 
-char g_profile[] = "..\\conf\\graph.cnf";
-
 constexpr int kMostSeries = 10;
 constexpr int kTextBytes = 127; ///< fixed room of a date text and of the horizontal label while they are measured
 constexpr int kPolylineWidth = 4;
@@ -71,7 +69,7 @@ struct CBarGraph::KeyRows {
 
 CBarGraph::CBarGraph(HWND window, HDC dc, const char* section, HDC shared, HDC second, HDC balloon)
     : CGraph(window, dc, section, shared, second, balloon) {
-    CBarGraph::ReadIniFile(g_profile);
+    CBarGraph::ReadIniFile(GraphProfile());
 }
 
 CBarGraph::~CBarGraph() { CBarGraph::ClearArrays(); }

@@ -17,8 +17,6 @@ using melkar::ScopedFont;
 
 namespace {
 
-char g_profile[] = "..\\conf\\graph.cnf";
-
 constexpr double kInterval = 500.0;
 constexpr int kLegendGap = 80; ///< from the second entry to the target's text, with room for the line sample
 constexpr int kSampleGap = 3;  ///< from a colour sample to its text
@@ -42,7 +40,7 @@ CExpenditureGraph::CExpenditureGraph(HWND window, HDC dc, const char* section, H
     m_nSeriesCount = 2;
     m_nDecimals = 0;
     m_nScaleFlag = 1;
-    CExpenditureGraph::ReadIniFile(g_profile); // again the bars' keys: now for two series
+    CExpenditureGraph::ReadIniFile(GraphProfile()); // again the bars' keys: now for two series
 }
 
 long CExpenditureGraph::ReadIniFile(char* path) {

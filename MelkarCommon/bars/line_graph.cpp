@@ -18,8 +18,6 @@ using melkar::ScopedPen;
 
 namespace {
 
-char g_profile[] = "..\\conf\\graph.cnf";
-
 constexpr int kMostLines = 10;
 constexpr int kLabelGap = 5; ///< between the canvas and a label of the right scale
 constexpr double kFallbackInterval = 10.0;
@@ -47,7 +45,7 @@ struct CLineGraph::KeyRows {
 
 CLineGraph::CLineGraph(HWND window, HDC dc, const char* section, HDC shared, HDC second, HDC balloon)
     : CBarGraph(window, dc, section, shared, second, balloon) {
-    CLineGraph::ReadIniFile(g_profile);
+    CLineGraph::ReadIniFile(GraphProfile());
 }
 
 CLineGraph::~CLineGraph() { CLineGraph::ClearArrays(); }

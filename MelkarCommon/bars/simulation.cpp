@@ -19,8 +19,6 @@ using melkar::Truncate;
 
 namespace {
 
-char g_profile[] = "..\\conf\\graph.cnf";
-
 constexpr int kScaleGap = 2; ///< between the canvas and a label of the right scale
 
 } // namespace
@@ -43,7 +41,7 @@ CSimulation::CSimulation(HWND window, HDC dc, const char* section, HDC shared, H
     m_bLines = 0;
     m_nLineCount = 0;
     m_bValueTransparent = 1;
-    CSimulation::ReadIniFile(g_profile);
+    CSimulation::ReadIniFile(GraphProfile());
 }
 
 long CSimulation::ReadIniFile(char* path) {

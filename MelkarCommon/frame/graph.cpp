@@ -15,8 +15,6 @@ using melkar::ScopedFont;
 
 namespace {
 
-char g_profile[] = "..\\conf\\graph.cnf";
-
 constexpr DWORD kPitchAndFamily = 0x31;
 constexpr int kTitleBytes = 255;
 constexpr int kMessageBytes = 511;
@@ -63,10 +61,16 @@ struct CGraph::KeyRows {
 };
 
 CGraph::CGraph(HWND window, HDC dc, const char* section, HDC shared, HDC second, HDC balloon)
-    : m_hWnd(window), m_hDC(dc), m_Ini(g_profile), m_strSection(section),
+    : m_hWnd(window), m_hDC(dc), m_Ini(GraphProfile()), m_strSection(section),
       m_Title("Title", 20, 0, "", 0, 0, 0, 0, 0, 0, 1, 0, 0, 0, 0), m_hGMemDC(shared), m_hGMemDCCir(second),
       m_hGMemDCBalloon(balloon) {
-    CGraph::ReadIniFile(g_profile);
+    CGraph::ReadIniFile(GraphProfile());
+}
+
+/// Not constant only because `ReadIniFile` takes such a pointer; nobody writes to it.
+char* CGraph::GraphProfile() {
+    static char path[] = "..\\conf\\graph.cnf";
+    return path;
 }
 
 CGraph::~CGraph() { FreeSurface(); }

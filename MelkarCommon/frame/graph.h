@@ -78,6 +78,7 @@ public:
 protected:
     static constexpr long kDrawFailed = -999;
 
+    static char* GraphProfile(); ///< "..\conf\graph.cnf", from which every constructor reads
     /// The first half of a cycle without the copy at its end, which a derived `Draw` makes once, when it is through.
     /// @return 0, 201 or -999 as `Draw`; throws what the steps throw
     long DrawFrame(const CRect& area);

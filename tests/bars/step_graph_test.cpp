@@ -70,22 +70,16 @@ TEST_F(StepGraph, MissingFileKeepsAllAndOneWithoutDaysForgetsAll) {
 }
 
 TEST_F(StepGraph, LongRowsGoOnAsFurtherOnes) {
-    const std::string day = "0,1/1,,,5\n";
-    const struct Case {
-        const char* why;
-        std::string file;
-        int days;
-    } cases[] = {
-        {"head row of 1278", std::string(1277, 'x') + "\nA\n" + day, 1},
-        {"head row of 1279: its end is row 1", std::string(1278, 'x') + "\nA\n" + day, 2},
-        {"day row of 1279", "\nA\n" + std::string(1278, '0') + "\n", 1},
-        {"day row of 1280", "\nA\n" + std::string(1279, '0') + "\n", 2},
-    };
-    for (const Case& c : cases) {
+    const auto daysIn = [this](const std::string& file) {
         auto graph = Make<CStepGraph>();
-        EXPECT_EQ(Read(graph, c.file), 0) << c.why;
-        EXPECT_EQ(graph.m_saDates.GetSize(), c.days) << c.why;
-    }
+        EXPECT_EQ(Read(graph, file), 0);
+        return graph.m_saDates.GetSize();
+    };
+    const std::string day = "0,1/1,,,5\n";
+    EXPECT_EQ(daysIn(std::string(1277, 'x') + "\nA\n" + day), 1) << "head row of 1278";
+    EXPECT_EQ(daysIn(std::string(1278, 'x') + "\nA\n" + day), 2) << "head row of 1279: its end is row 1";
+    EXPECT_EQ(daysIn("\nA\n" + std::string(1278, '0') + "\n"), 1) << "day row of 1279";
+    EXPECT_EQ(daysIn("\nA\n" + std::string(1279, '0') + "\n"), 2) << "day row of 1280";
 }
 
 TEST_F(StepGraph, ScaleOfTheFileYieldsToTheBigOne) {

@@ -73,7 +73,8 @@ CString CBarGraph::AverageText() const {
 void CBarGraph::DrawAverage() {
     const ScopedPen pen(m_hMemDC, PS_DASH, 1, m_crAverage);
     const CString text = AverageText();
-    CRect box = MeasureText(text, DT_CALCRECT | DT_SINGLELINE);
+    // In the graph's corner, which on a page of its caller's is not that of the surface.
+    CRect box = MeasureText(text, DT_CALCRECT | DT_SINGLELINE, CRect(m_rcGraph.left, m_rcGraph.top, 0, 0));
     DrawThickLine(box.left, box.left + kSampleWidth, MiddleOf(box));
     DrawAverageLine();
     box.OffsetRect(kAverageIndent, 0);

@@ -83,8 +83,8 @@ long CExpenditureGraph::ReadDataFile(char* path) {
 }
 
 long CExpenditureGraph::Draw(CRect area, char* path) {
-    ReadDataFile(path);
     return DrawGuarded([&] {
+        ReadDataFile(path);
         if (const long failure = DrawFrame(area))
             return failure;
         DrawRectangle(m_hMemDC, m_rcCanvas, m_crCanvas, m_crCanvas, 1);

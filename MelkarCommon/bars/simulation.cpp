@@ -91,10 +91,10 @@ bool CSimulation::SetWeightScale(int highest, int lowest) {
 }
 
 long CSimulation::Draw(CRect area, char* path) {
-    ReadDataFile(path);
-    std::string plan = std::string(path ? path : "") + ".sim";
-    ReadWeightDataFile(plan.data());
     return DrawGuarded([&] {
+        ReadDataFile(path);
+        std::string plan = std::string(path ? path : "") + ".sim";
+        ReadWeightDataFile(plan.data());
         if (const long failure = DrawFrame(area))
             return failure;
         DrawRectangle(m_hMemDC, m_rcCanvas, m_crCanvas, m_crCanvas, 1);

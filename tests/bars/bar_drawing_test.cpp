@@ -50,12 +50,12 @@ TEST_F(BarDrawing, WholeChart) {
             // frame
             "line 173,125 1073,125 #010203 w1", "line 1073,125 1073,425 #010203 w1", "line 1073,425 173,425 #010203 w1",
             "line 173,425 173,125 #010203 w1",
-            // average
-            "line 0,10 60,10 #0000FF w1 dash 18,6", "line 0,11 60,11 #0000FF w1 dash 18,6",
-            "line 0,12 60,12 #0000FF w1 dash 18,6", "line 0,13 60,13 #0000FF w1 dash 18,6",
+            // average: its legend in the graph's corner, 100 and 50 from that of the surface
+            "line 100,60 160,60 #0000FF w1 dash 18,6", "line 100,61 160,61 #0000FF w1 dash 18,6",
+            "line 100,62 160,62 #0000FF w1 dash 18,6", "line 100,63 160,63 #0000FF w1 dash 18,6",
             "line 173,273 1073,273 #0000FF w1 dash 18,6", "line 173,274 1073,274 #0000FF w1 dash 18,6",
             "line 173,275 1073,275 #0000FF w1 dash 18,6", "line 173,276 1073,276 #0000FF w1 dash 18,6",
-            "text \"  mean: 503.9 steps\" 65,0 228x25 \"Fixed 20\" #000000",
+            "text \"  mean: 503.9 steps\" 165,50 228x25 \"Fixed 20\" #000000",
             // target: none on the second day (above the scale) and on the third (no figure)
             "text \"goal\" 1025,76 48x25 \"Fixed 20\" #000000", "line 1025,86 965,86 #FF0000 w1 dot 3,3",
             "line 1025,87 965,87 #FF0000 w1 dot 3,3", "line 1025,88 965,88 #FF0000 w1 dot 3,3",

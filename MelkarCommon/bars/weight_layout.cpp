@@ -24,7 +24,7 @@ std::optional<WeightScale> WeightScaleFor(int highest, int lowest, int steps) {
     const double range = max - min;
     if (range > steps && steps < 1)
         return std::nullopt;
-    const int interval = range <= steps ? 1 : Truncate(range / steps) + 1;
+    const int interval = range <= steps ? 1 : Truncate(std::floor(range / steps) + 1);
     return WeightScale{Truncate(max), Truncate(max - double(interval) * steps), interval};
 }
 

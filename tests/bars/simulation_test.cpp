@@ -187,6 +187,7 @@ TEST_F(Simulation, TargetLineBeginsBehindTheStart) {
     EXPECT_THAT(plan(kPlanHead + "20250303,,60\n20250304,,\n"),
                 ElementsAre("848,1473 398,348", "848,1474 398,349", "848,1475 398,350"))
         << "no target counts as 0, however far below: 56 x 300 / 16 = 1050";
+    EXPECT_EQ(plan("skipped\n,2147483647,,-2147483648\nb,1e300,-1e300\nc,inf,nan\n").size(), 3U) << "no overflow";
 }
 
 TEST_F(Simulation, ScaleAtTheRightAndLegendAbove) {

@@ -5,8 +5,8 @@
 #include <cairo.h>
 
 /// @file
-/// Internal. What is drawn on pixels and pages by a general rasteriser: filled and outlined shapes, wide sloped lines. The
-/// context's clip is set already; `clip` says what it is.
+/// Internal. What is drawn on pixels and pages by a general rasteriser: filled and outlined shapes, wide sloped lines.
+/// The context's clip is set already; `clip` says what it is.
 
 namespace melkar {
 

@@ -243,7 +243,7 @@ void CGraph::BitBlt() {
              m_hMemDC, 0, 0, SRCCOPY);
 }
 
-HDC CGraph::CreateCompatibleDC(HDC surface) { return m_bDirectOutput ? surface : ::CreateCompatibleDC(surface); }
+HDC CGraph::CreateCompatibleDC(HDC surface) const { return m_bDirectOutput ? surface : ::CreateCompatibleDC(surface); }
 
 HFONT CGraph::ChartFontFor(HDC surface, int size, int escapement) const {
     const int height = ChartMulDiv(std::min(size, kMostPoints), GetDeviceCaps(surface, LOGPIXELSY), 72);

@@ -65,7 +65,7 @@ public:
     /// Copies the picture to the shared surface; nothing under direct output.
     void BitBlt();
     /// A new memory surface that suits `surface` and that the caller deletes; under direct output `surface` itself.
-    HDC CreateCompatibleDC(HDC surface);
+    HDC CreateCompatibleDC(HDC surface) const;
     /// 1: paint straight onto the device context, in its coordinates. To be set before `Draw`.
     void SetDirectOutput(int direct) { m_bDirectOutput = direct; }
     int GetDirectOutput() const { return m_bDirectOutput; }

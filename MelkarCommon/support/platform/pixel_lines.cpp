@@ -147,7 +147,7 @@ private:
 
 int WholeWidth(double width) {
     constexpr double kWidest = 65536;
-    return width > 1 ? static_cast<int>(std::min(width, kWidest) + 0.5) : 1;
+    return width > 1 ? static_cast<int>(std::lround(std::min(width, kWidest))) : 1;
 }
 
 bool HasPattern(const Stroke& stroke) {

@@ -17,7 +17,7 @@ struct HDC__ {
     melkar::Bitmap* Take(melkar::Bitmap& picture);
     melkar::Backend* Ready() const { return backend.get(); } ///< null for a surface without room
     /// The picture with everything on it that was drawn; null without pixels.
-    const melkar::PixelBuffer* ShownPixels();
+    const melkar::PixelBuffer* ShownPixels() const;
     const std::shared_ptr<melkar::TextFace>& Face();
 
     const melkar::TextMedium medium;

@@ -74,7 +74,7 @@ Bitmap* HDC__::Take(Bitmap& picture) {
     return former;
 }
 
-const PixelBuffer* HDC__::ShownPixels() {
+const PixelBuffer* HDC__::ShownPixels() const {
     if (!bitmap || !bitmap->pixels.pixels)
         return nullptr;
     backend->Flush();

@@ -44,7 +44,7 @@ struct Box {
 
 cairo_matrix_t TurnMatrix(int escapement) {
     cairo_matrix_t matrix;
-    cairo_matrix_init_rotate(&matrix, -escapement * std::numbers::pi / (kFullTurn / 2));
+    cairo_matrix_init_rotate(&matrix, -escapement * 2 * std::numbers::pi / kFullTurn);
     return matrix;
 }
 
@@ -174,7 +174,9 @@ CoverageMask TurnQuarter(const CoverageMask& mask) {
     turned.coverage.reserve(mask.coverage.size());
     for (int x = mask.width - 1; x >= 0; --x)
         for (int y = 0; y < mask.height; ++y)
-            turned.coverage.push_back(mask.coverage[static_cast<std::size_t>(y * mask.stride + x)]);
+            turned.coverage.push_back(
+                mask.coverage[static_cast<std::size_t>(y) * static_cast<std::size_t>(mask.stride) +
+                              static_cast<std::size_t>(x)]);
     return turned;
 }
 
@@ -267,6 +269,18 @@ void ShowLine(cairo_t* cr, const TextLayout& layout, std::size_t line, double x,
     }
     cairo_translate(cr, 0, -layout.ascent);
     FillRules(cr, layout, text);
+    cairo_restore(cr);
+}
+
+void FillLine(cairo_t* cr, const TextLayout& layout, std::size_t line, double x, double y, int escapement) {
+    if (line >= layout.lines.size())
+        return;
+    const cairo_matrix_t turn = TurnMatrix(NormalTurn(escapement));
+    cairo_save(cr);
+    cairo_translate(cr, x, y);
+    cairo_transform(cr, &turn);
+    DrawGlyphs(cr, layout, layout.lines[line], true);
+    FillRules(cr, layout, layout.lines[line]);
     cairo_restore(cr);
 }
 

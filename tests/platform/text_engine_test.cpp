@@ -81,7 +81,6 @@ TEST(TextFace, TakesWhatTheMachineHas) {
         {"MS Gothic", "IPAGothic"},
         {"ＭＳ Ｐゴシック", "IPAPGothic"},
         {"meiryo", "IPAPGothic"},
-        {"MS PMincho", "IPAPMincho"},
         {"Tahoma", "DejaVu Sans"},
         {"times new roman", "DejaVu Serif"},
         {"Courier New", "DejaVu Sans Mono"},

@@ -21,9 +21,9 @@ CActivityCalGraph::CActivityCalGraph(HWND window, HDC dc, const char* section, H
     m_bLines = 0;
     m_nLineCount = 0;
     m_bClickEnabled = 0;
-    RECT desktop{};
-    if (SystemParametersInfoA(SPI_GETWORKAREA, 0, &desktop, 0) && desktop.right - desktop.left <= kSmallDesktop)
-        m_nDateSize -= kSmallerDates;
+    CRect desktop; // like the size from the profile it may hold anything: differences end at the edge of an int
+    if (SystemParametersInfoA(SPI_GETWORKAREA, 0, &desktop, 0) && desktop.Width() <= kSmallDesktop)
+        m_nDateSize = melkar::SubtractEdge(m_nDateSize, kSmallerDates);
 }
 
 long CActivityCalGraph::ReadDataFile(char* path) {

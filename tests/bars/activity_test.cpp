@@ -4,6 +4,7 @@
 
 #include <gmock/gmock.h>
 
+#include <climits>
 #include <stdexcept>
 
 namespace {
@@ -132,6 +133,10 @@ TEST_F(ActivityCal, SmallDesktopsHaveSmallerDates) {
         SetWorkArea({0, 0, 1920, 1080});
         EXPECT_EQ(graph.m_nDateSize, c.size) << c.desktop.right - c.desktop.left;
     }
+    SetWorkArea({INT_MAX, 0, INT_MIN, 600});
+    m_files.Write("conf/graph.cnf", "[COMMON]\nDATESIZE=-2147483648\n");
+    EXPECT_EQ(MakeActivity().m_nDateSize, INT_MIN) << "no overflow at either difference";
+    SetWorkArea({0, 0, 1920, 1080});
 }
 
 } // namespace

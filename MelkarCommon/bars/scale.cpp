@@ -11,6 +11,7 @@ namespace melkar {
 namespace {
 
 constexpr double kFar = 1 << 26; ///< off any surface; sums with it stay within an int
+constexpr int kMostRows = 32767; ///< of any surface, however high a canvas is laid out
 
 /// The smallest of 1, 2, 5, 10, 20, 50 ... that is not below `least`.
 double RoundFactor(double least) {
@@ -66,7 +67,7 @@ int AverageY(const Scale& scale, double value) {
 ScaleWalk WalkScale(const Scale& scale, double interval, int labelHeight) {
     if (!(scale.max >= scale.min) || !(interval > 0))
         return {scale.min, interval, 0};
-    const double rows = std::max(1, scale.Height());
+    const double rows = std::clamp(scale.Height(), 1, kMostRows);
     const double lines = std::floor((scale.max - scale.min) / interval);
     if (lines > rows)
         interval *= RoundFactor(lines * std::max(1, labelHeight) / rows);

@@ -100,6 +100,8 @@ TEST(ScaleTest, WalkIsBoundedByThePixels) {
     const melkar::ScaleWalk walk = melkar::WalkScale({0, 2e9, 100, 400}, 1, 20);
     EXPECT_EQ(walk.step, 2e8);
     EXPECT_EQ(walk.count, 11);
+    // Of a canvas far higher than any surface no more than 32767 rows count.
+    EXPECT_LE(melkar::WalkScale({0, 2147483647.0, -(1 << 24), 1 << 24}, 1, 1).count, 32768);
     for (const double interval : {1e-300, 5e-324, 0.0, -1.0, kNan})
         for (const int height : {-5, 0, 1, 300})
             EXPECT_LE(melkar::WalkScale({-2147483648.0, 2147483647.0, 100, 100 + height}, interval, 0).count, 302);

@@ -248,7 +248,10 @@ TEST(DrawingCopies, RecordsAreDrawnAgainWhereTheyAreCopied) {
     const HGDIOBJ former = SelectObject(work.handle, bitmap);
     DrawRectangle(work.handle, RECT{5, 6, 15, 26}, kRed, kRed, 1);
     BitBlt(page.handle, 30, 40, 50, 50, work.handle, 0, 0, SRCCOPY);
-    EXPECT_EQ(GetRecording(page.handle), "copy 30,40 50x50 from 0,0\nfill 35,46 10x20 #FF0000\n");
+    const std::string record = "copy 30,40 50x50 from 0,0\nfill 35,46 10x20 #FF0000\n";
+    EXPECT_EQ(GetRecording(page.handle), record);
+    BitBlt(page.handle, 0, 0, 100, 100, page.handle, 0, 0, SRCCOPY);
+    EXPECT_EQ(GetRecording(page.handle), record) << "onto itself in place: must not double";
     SelectObject(work.handle, former);
     DeleteObject(bitmap);
 }

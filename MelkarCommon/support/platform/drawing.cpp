@@ -17,6 +17,7 @@ constexpr double kDashOff = 6;
 constexpr double kDot = 3;
 
 constexpr double kScreenDpi = 96;
+constexpr std::size_t kMostOps = 1 << 20; ///< of a record; one of a graph has some hundreds
 constexpr double kHalfPointsPerInch = 144;
 
 bool IsPatterned(const Pen& pen) { return pen.style == PS_DASH || pen.style == PS_DOT; }
@@ -129,14 +130,20 @@ BOOL CopyPixels(HDC to, HDC from, Copy copy, DWORD operation) {
     return TRUE;
 }
 
-/// Plays what was recorded on `from` again on `to`, at the copy's place.
+/// Plays what was recorded on `from` again on `to`, at the copy's place. Onto itself or to and fro between two, a
+/// record would double with each copy: in place it is left as it is, elsewhere the copy ends at `kMostOps`.
 BOOL CopyRecord(HDC to, HDC from, Copy copy, DWORD operation) {
     CutToPicture(copy, from->bitmap->pixels);
     Backend* backend = to->Ready();
     if (!backend || operation != SRCCOPY || IsEmpty(copy.source))
         return FALSE;
+    if (to == from && copy.target.left == copy.source.left && copy.target.top == copy.source.top)
+        return TRUE;
+    const bool isRecord = to->bitmap && to->bitmap->IsRecord();
+    if (isRecord && from->bitmap->ops.size() + to->bitmap->ops.size() > kMostOps)
+        return FALSE;
     const std::vector<RecordedOp> ops = from->bitmap->ops; // a copy: `to` may be the same surface
-    if (to->bitmap && to->bitmap->IsRecord()) {
+    if (isRecord) {
         RecordedOp mark;
         mark.verb = RecordedOp::Verb::Copy;
         mark.rect = copy.target;

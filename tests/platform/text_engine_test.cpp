@@ -4,11 +4,14 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <climits>
 #include <cmath>
+#include <fstream>
 #include <random>
 #include <sstream>
 #include <thread>
+#include <unistd.h>
 
 namespace melkar {
 namespace {
@@ -354,6 +357,28 @@ TEST(LineMask, IsNullWithoutInkOrWithTooMuch) {
     const auto huge = LayOutText(Face(TextMedium::Pixels, -8000), "W", true, kNoWrap);
     EXPECT_EQ(LineMask(*huge, 0, 0), nullptr);
     EXPECT_EQ(LineMask(*huge, 0, 300), nullptr);
+}
+
+/// Memory that the process holds, KiB.
+long ResidentKib() {
+    long size = 0;
+    long resident = 0;
+    std::ifstream("/proc/self/statm") >> size >> resident;
+    return resident * sysconf(_SC_PAGESIZE) / 1024;
+}
+
+TEST(FillLine, KeepsNoHugeGlyphs) {
+    const auto layout = LayOutText(Face(TextMedium::Pixels, -3000), "abcdefghijklmnopqrstuvwxyz", true, kNoWrap);
+    cairo_surface_t* surface = cairo_image_surface_create(CAIRO_FORMAT_A8, 900, 500);
+    cairo_t* cr = cairo_create(surface);
+    const long before = ResidentKib();
+    FillLine(cr, *layout, 0, 0, -2000, 0);
+    EXPECT_LT(ResidentKib() - before, 50 * 1024) << "26 glyphs of several megabytes each";
+    cairo_surface_flush(surface);
+    const unsigned char* data = cairo_image_surface_get_data(surface);
+    EXPECT_NE(std::count(data, data + 900 * 500, 0xFF), 0) << "something is drawn";
+    cairo_destroy(cr);
+    cairo_surface_destroy(surface);
 }
 
 TEST(ShowLine, AgreesWithTheMask) {

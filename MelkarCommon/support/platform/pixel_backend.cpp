@@ -162,7 +162,7 @@ void PixelBackend::PaintHugeText(const TextLayout& layout, std::size_t line, POI
         cairo_rectangle(cr, visible.left, visible.top, visible.right - visible.left, visible.bottom - visible.top);
         cairo_clip(cr);
         SetSourceColor(cr, color);
-        ShowLine(cr, layout, line, at.x, at.y, escapement);
+        FillLine(cr, layout, line, at.x, at.y, escapement);
         cairo_restore(cr);
     });
 }

@@ -84,12 +84,16 @@ std::shared_ptr<const TextLayout> LayOutText(const std::shared_ptr<TextFace>& fa
 
 /// The coverage of a line turned by `escapement` tenths of a degree about its top-left corner, kept with the
 /// layout until another escapement is asked for. Null if the line has no ink, or if it would take more than a few
-/// million pixels: then `ShowLine` on a cairo context has to do.
+/// million pixels: then `FillLine` on a cairo context has to do.
 const CoverageMask* LineMask(const TextLayout& layout, std::size_t line, int escapement);
 
 /// Shows a line with cairo at (x, y), its top-left corner, in the context's current source, with the text
 /// attached so that a page can be searched. Turns it by `escapement`.
 void ShowLine(cairo_t* cr, const TextLayout& layout, std::size_t line, double x, double y, int escapement);
+
+/// The same for pixels that a line covers in part only: by its outlines, of which no more is computed than the clip
+/// shows. As glyphs each would be drawn whole and kept, which takes seconds and gigabytes at the largest sizes.
+void FillLine(cairo_t* cr, const TextLayout& layout, std::size_t line, double x, double y, int escapement);
 
 /// The longest head of `bytes` of at most `limit` bytes that cuts no character in two, in the reading that the
 /// whole of `bytes` has under `charset`.

@@ -15,7 +15,6 @@
 #include <string>
 #include <string_view>
 #include <sys/file.h>
-#include <sys/stat.h>
 #include <thread>
 #include <unistd.h>
 
@@ -77,11 +76,6 @@ bool Lock(int file) {
     return true;
 }
 
-bool IsRegular(int file) {
-    struct stat status {};
-    return fstat(file, &status) == 0 && S_ISREG(status.st_mode);
-}
-
 /// The log, open and locked until it is destroyed.
 class OpenLog {
 public:
@@ -92,7 +86,7 @@ public:
             MakeLog(path);
             m_file = open(path.c_str(), kFlags);
         }
-        if (m_file >= 0 && !(IsRegular(m_file) && Lock(m_file)))
+        if (m_file >= 0 && !Lock(m_file))
             Close();
     }
     ~OpenLog() { Close(); }

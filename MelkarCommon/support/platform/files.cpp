@@ -31,7 +31,8 @@ int OpenRegular(const char* path, std::size_t* size) {
     return file;
 }
 
-/// Reads until `size` bytes are there or the file ends; an error counts as its end.
+/// Reads until `size` bytes are there or the file ends; an error counts as its end. Whoever asks for no more than the
+/// file's size spares the call that would only tell of its end.
 std::size_t ReadUpTo(int file, char* to, std::size_t size) {
     std::size_t done = 0;
     while (done < size) {
@@ -44,21 +45,6 @@ std::size_t ReadUpTo(int file, char* to, std::size_t size) {
     return done;
 }
 
-std::string ReadAll(int file, std::size_t expected) {
-    std::string text;
-    std::size_t filled = 0;
-    std::size_t room = expected + 1; // one more byte, to see the end in the same read
-    while (room <= kLargestWhole) {
-        text.resize(room);
-        filled += ReadUpTo(file, text.data() + filled, room - filled);
-        if (filled < room)
-            break;
-        room += kBlock + room / 2; // it grew meanwhile
-    }
-    text.resize(filled);
-    return text;
-}
-
 } // namespace
 
 std::string ResolvePath(const char* path) {
@@ -69,7 +55,7 @@ std::string ResolvePath(const char* path) {
     return resolved;
 }
 
-LineReader::LineReader(const char* path) : m_file(OpenRegular(path, nullptr)) {}
+LineReader::LineReader(const char* path) : m_file(OpenRegular(path, &m_left)) {}
 
 LineReader::~LineReader() {
     if (m_file >= 0)
@@ -77,11 +63,13 @@ LineReader::~LineReader() {
 }
 
 bool LineReader::Fill() {
-    if (m_file < 0)
+    if (m_file < 0 || m_left == 0)
         return false;
     if (!m_buffer)
         m_buffer = std::make_unique_for_overwrite<char[]>(kBlock);
-    m_filled = ReadUpTo(m_file, m_buffer.get(), kBlock);
+    const std::size_t wanted = std::min(kBlock, m_left);
+    m_filled = ReadUpTo(m_file, m_buffer.get(), wanted);
+    m_left = m_filled == wanted ? m_left - wanted : 0;
     m_position = 0;
     if (m_atStart && std::string_view(m_buffer.get(), m_filled).starts_with(kByteOrderMark))
         m_position = kByteOrderMark.size();
@@ -125,7 +113,8 @@ std::string ReadWholeFile(const char* path, bool* found) {
     bool isRead = file >= 0 && size < kLargestWhole;
     if (isRead) {
         try {
-            text = ReadAll(file, size);
+            text.resize(size);
+            text.resize(ReadUpTo(file, text.data(), size));
         } catch (const std::bad_alloc&) {
             isRead = false;
         }

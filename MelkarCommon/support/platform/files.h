@@ -35,6 +35,7 @@ private:
     bool Fill();
     void JoinCrLf();
 
+    std::size_t m_left = 0; ///< bytes of the file, as long as it was when it was opened, that aren't read yet
     int m_file = -1;
     bool m_atStart = true;
     std::size_t m_position = 0;

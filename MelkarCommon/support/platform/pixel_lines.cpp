@@ -96,10 +96,10 @@ public:
         : m_buffer(buffer), m_first(first), m_major(walk.up ? walk.major + first : walk.major - first),
           m_direction(walk.up ? 1 : -1), m_steep(walk.steep), m_low(walk.steep ? clip.left : clip.top),
           m_rows((walk.steep ? clip.right : clip.bottom) - m_low) {
-        constexpr Wide kOne = Wide{1} << 32;
-        m_slope = static_cast<std::int64_t>(kOne * walk.rise / walk.length);
-        const Wide risen = kOne * first * walk.rise / walk.length;
-        m_start = static_cast<std::int64_t>(kOne * (walk.minor - m_low) + risen) + kHalfWeight;
+        // Divisions of 128 bits take longer than drawing a short line; on any picture 64 will do.
+        constexpr std::int64_t kShort = 1 << 15;
+        const bool isShort = walk.length < kShort && std::abs(walk.minor - m_low) < kShort;
+        isShort ? Start<std::int64_t>(walk) : Start<Wide>(walk);
     }
 
     void Draw(const Steps& steps, Color color, Neighbour neighbour) const {
@@ -122,6 +122,14 @@ public:
     }
 
 private:
+    /// Sets slope and first position, computed in `Number`.
+    template <class Number> void Start(const Walk& walk) {
+        constexpr Number kOne = Number{1} << 32;
+        m_slope = static_cast<std::int64_t>(kOne * walk.rise / walk.length);
+        const Number risen = kOne * m_first * walk.rise / walk.length;
+        m_start = static_cast<std::int64_t>(kOne * (walk.minor - m_low) + risen) + kHalfWeight;
+    }
+
     /// Added once, so that cutting a position to 256ths rounds it: a third of a pixel, three times, is a whole one.
     static constexpr std::int64_t kHalfWeight = std::int64_t{1} << 23;
 

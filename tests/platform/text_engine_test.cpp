@@ -80,16 +80,11 @@ TEST(TextFace, TakesWhatTheMachineHas) {
         const char* family;
     };
     const Case cases[] = {
-        {"IPAGothic", "IPAGothic"},
-        {"MS Gothic", "IPAGothic"},
-        {"ＭＳ Ｐゴシック", "IPAPGothic"},
-        {"meiryo", "IPAPGothic"},
-        {"Tahoma", "DejaVu Sans"},
-        {"times new roman", "DejaVu Serif"},
-        {"Courier New", "DejaVu Sans Mono"},
-        {"", "DejaVu Sans"},
-        {"No Such Face", "DejaVu Sans"},
-        {",", "DejaVu Sans"},
+        {"IPAGothic", "IPAGothic"},          {"MS Gothic", "IPAGothic"},
+        {"ＭＳ Ｐゴシック", "IPAPGothic"},   {"meiryo", "IPAPGothic"},
+        {"Tahoma", "DejaVu Sans"},           {"times new roman", "DejaVu Serif"},
+        {"Courier New", "DejaVu Sans Mono"}, {"", "DejaVu Sans"},
+        {"No Such Face", "DejaVu Sans"},     {",", "DejaVu Sans"},
         {"\xFF\x01", "DejaVu Sans"},
     };
     for (const Case& c : cases)

@@ -89,20 +89,6 @@ TEST_F(ActivityCal, RepairsTheTopOfTheProfile) {
     EXPECT_THAT(m_files.Read("log/graph.log"), HasSubstr("CODE = [340]"));
 }
 
-TEST_F(ActivityCal, ExceptionsBecomeACode) {
-    class Failing : public OpenActivity {
-    public:
-        using OpenActivity::OpenActivity;
-        int ResetGraphMeasure() override { return m_inReset ? throw std::runtime_error("reset") : 0; }
-        int GetGraphMeasure() override { throw std::runtime_error("measure"); }
-        bool m_inReset = false;
-    };
-    Failing graph(nullptr, m_record, "STEPS", nullptr, nullptr, nullptr);
-    EXPECT_EQ(Read(graph, Row("0,a,a", "", "9")), 103);
-    graph.m_inReset = true;
-    EXPECT_EQ(Read(graph, Row("0,a,a", "", "9")), 103);
-}
-
 TEST_F(ActivityCal, PrintsTargetsButNoBandAndNoLegend) {
     WriteProfile("IS_PRINTTARGET=0\nAVERAGE_INTAKE_LABEL=intake\nINTAKECOLOR_RGB=30,0,0\nEX1_LABEL=total\n"
                  "CHARTLINEMAX=80\nLINESCOLOR0_RGB=7,0,0");

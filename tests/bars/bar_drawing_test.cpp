@@ -314,39 +314,4 @@ TEST_F(BarDrawing, CopiedAsPaintedDirectly) {
     EXPECT_EQ(LiveObjectCount(), before);
 }
 
-TEST_F(BarDrawing, NoExceptionLeavesIt) {
-    struct Failing : Open<CBarGraph> {
-        using Open::Open;
-        int GetGraphMeasure() override { throw 1; }
-    } graph(nullptr, m_record, "STEPS", nullptr, nullptr, nullptr);
-    EXPECT_EQ(graph.Draw(kArea, DataFile(Days(1)).data()), -999);
-}
-
-TEST_F(BarDrawing, Pixels) {
-    const HDC shared = CreateMemorySurface(800, 500);
-    Open<CBarGraph> graph(nullptr, shared, "STEPS", shared, nullptr, nullptr);
-    graph.m_saTargets.Add("900");
-    graph.m_saTargets.Add("900");
-    graph.SetPrintTarget(1);
-    ASSERT_EQ(graph.Draw(CRect(40, 30, 640, 430), DataFile(Days(2)).data()), 0);
-    const PixelView view = GetPixels(shared);
-    const auto at = [&](int x, int y) { return view.pixels[y * view.stride + x] & 0xFFFFFFU; };
-    const CRect canvas = graph.m_rcCanvas; // on the working surface
-    EXPECT_EQ(at(39, 200), 0xFFFFFFU) << "outside";
-    EXPECT_EQ(at(40, 30), 0xC8C8C8U) << "background";
-    EXPECT_EQ(at(639, 429), 0xC8C8C8U);
-    EXPECT_EQ(at(40 + canvas.left + canvas.Width() / 4, 30 + canvas.bottom - 9), 0x008000U) << "bar";
-    const int figureTop = graph.m_oaBarRects[0]->top - 2; // the scale line behind the figure is covered
-    EXPECT_EQ(at(40 + canvas.left + 3, 30 + figureTop), 0xFAFAFAU) << "canvas";
-    const int y = 30 + canvas.bottom - (9 * canvas.Height() + 9) / 10;
-    int dots = 0;
-    for (int x = 40 + canvas.left + 1; x < 40 + canvas.right; ++x) {
-        dots += at(x, y) == 0xFF0000U;
-        for (const int row : {-2, -1, 1})
-            EXPECT_EQ(at(x, y + row) == 0xFF0000U, at(x, y) == 0xFF0000U) << x << "," << row;
-    }
-    EXPECT_NEAR(dots, canvas.Width() / 2, 4);
-    DeleteDC(shared);
-}
-
 } // namespace

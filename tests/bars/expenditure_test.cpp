@@ -77,20 +77,6 @@ TEST_F(Expenditure, TakesTheHeader) {
     EXPECT_EQ(graph.m_strAverageIntake, "1800.5");
 }
 
-// Two days: the bars are 225 wide, at 285 and 735.
-TEST_F(Expenditure, StacksTheParts) {
-    OpenExpenditure graph = MakeExpenditure();
-    const auto lines = DrawRecorded(graph, Head("0", "4000") + "0,a,2000,500\n0,b,300,500\n", kWideArea);
-    EXPECT_THAT(LinesWith(lines, "fill 285,"),
-                ElementsAre("fill 285,388 225x37 #0A0000", "fill 285,275 225x113 #140000"));
-    EXPECT_THAT(LinesWith(lines, "fill 735,"),
-                ElementsAre("fill 735,388 225x37 #0A0000", "fill 735,388 225x15 #140000"))
-        << "a negative rest lies upside down on the first part";
-    DrawRecorded(graph, Head("0", "4000") + "0,a,9000,500\n", kWideArea);
-    EXPECT_EQ(graph.m_nChartMax, 4000) << "the file's scale never yields to the big one";
-    EXPECT_EQ(graph.m_oaBarRects[1]->top, 125);
-}
-
 TEST_F(Expenditure, ClickGivesTheDayAndHoverTheBar) {
     OpenExpenditure graph = MakeExpenditure();
     DrawRecorded(graph, Head("0", "4000") + "0,a,2000,500\n0,b,2000,500\n", kWideArea);
@@ -133,19 +119,6 @@ TEST_F(Expenditure, BandOfTheAverageIntake) {
         EXPECT_EQ(LinesWith(lines, "fill", "#1E0000"), c.band) << c.why;
         EXPECT_EQ(TextsAt(lines, 1073), c.label) << c.why;
     }
-}
-
-TEST_F(Expenditure, BandLiesUnderScaleAndBars) {
-    OpenExpenditure graph = MakeExpenditure();
-    const auto lines = DrawRecorded(graph, Head("1000", "4000") + "0,a,2000,500\n", kWideArea);
-    const auto firstOf = [&](const std::string& part) {
-        return std::find_if(lines.begin(), lines.end(), [&](const auto& line) { return line.find(part) != line.npos; });
-    };
-    const auto canvas = firstOf("#FAFAFA");
-    const auto band = firstOf("#1E0000");
-    const auto scale = firstOf("text \"500\"");
-    const auto bars = firstOf("#0A0000");
-    EXPECT_TRUE(canvas < band && band < scale && scale < bars && bars < lines.end());
 }
 
 // "goal" ends at 1073 and is 48 wide; "act" ends 80 left of it, "total" two heights left of that.

@@ -56,19 +56,6 @@ TEST_F(LineGraph, PlacesValuesOnTheRightScale) {
     EXPECT_THAT(Heights({"69", "70", "71", "x"}), ElementsAre(425, 425, 125, 425)) << "no range: on the clamps";
 }
 
-TEST_F(LineGraph, BoxesAreCentredOnTheSlots) {
-    OpenLine graph = MakeLine();
-    graph.SetLines({"60", "80"});
-    DrawRecorded(graph, kFourDays, kWideArea);
-    EXPECT_EQ(graph.m_rcCanvas, CRect(173, 125, 1073, 425)) << "the right margin is as wide as the left one";
-    EXPECT_EQ(graph.m_saLineValues.GetSize(), 2) << "reading leaves the host's values alone";
-    ASSERT_EQ(graph.m_oaLineRects.GetSize(), 4) << "days without an entry have a box, too";
-    EXPECT_EQ(CRect(*graph.m_oaLineRects[1]), CRect(488, 125, 533, 125));
-    DrawRecorded(graph, "head\nhead\n0,1/1,1\n", kWideArea);
-    ASSERT_EQ(graph.m_oaLineRects.GetSize(), 1);
-    EXPECT_EQ(CRect(*graph.m_oaLineRects[0]), CRect(601, 425, 646, 425)) << "one day stands in the middle";
-}
-
 TEST_F(LineGraph, DotsAndStrokesNeedStatusAndEntry) {
     const struct Case {
         const char* why;
@@ -99,16 +86,6 @@ TEST_F(LineGraph, DotsAndStrokesNeedStatusAndEntry) {
         EXPECT_EQ(daysOf(LinesWith(lines, "ellipse ", " 4x4 fill #070000"), "ellipse "), c.dots) << c.why;
         EXPECT_EQ(daysOf(LinesWith(lines, "line ", "#070000 w1"), "line "), c.strokes) << c.why;
     }
-}
-
-TEST_F(LineGraph, SeveralLinesTakeTurnsInTheArray) {
-    OpenLine graph = MakeLine();
-    graph.m_nLineCount = 2;
-    graph.m_crLine[1] = 0x000008; // the second line's colour wasn't in the profile of one line
-    graph.SetLines({"60", "80", "70", "60"});
-    const auto lines = DrawRecorded(graph, "head\nhead\n0,1/1,1\n0,1/2,1\n", kWideArea);
-    EXPECT_THAT(LinesWith(lines, "line", "#070000 w1"), ElementsAre("line 848,275 398,425 #070000 w1"));
-    EXPECT_THAT(LinesWith(lines, "line", "#080000 w1"), ElementsAre("line 848,425 398,125 #080000 w1"));
 }
 
 TEST_F(LineGraph, ScaleAtTheRight) {

@@ -78,12 +78,6 @@ TEST(WeightLayout, WeightIsCutToWholeKilogramsAndKeptOnTheCanvas) {
         EXPECT_EQ(melkar::WeightY(kCanvas, kScale, c.weight), c.y) << c.why;
 }
 
-TEST(WeightLayout, RowsStandInTheMiddleOfTheirSlots) {
-    EXPECT_EQ(melkar::WeightX(kCanvas, 0, 1), 623);
-    EXPECT_EQ(melkar::WeightX(kCanvas, 0, 7), 173 + 64); // 900 / 14
-    EXPECT_EQ(melkar::WeightX(kCanvas, 6, 7), 173 + 835);
-}
-
 class OpenSimulation : public Open<CSimulation> {
 public:
     using Open<CSimulation>::Open;

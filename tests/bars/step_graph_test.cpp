@@ -69,19 +69,6 @@ TEST_F(StepGraph, MissingFileKeepsAllAndOneWithoutDaysForgetsAll) {
     EXPECT_EQ(Read(graph, ""), 102);
 }
 
-TEST_F(StepGraph, LongRowsGoOnAsFurtherOnes) {
-    const auto daysIn = [this](const std::string& file) {
-        auto graph = Make<CStepGraph>();
-        EXPECT_EQ(Read(graph, file), 0);
-        return graph.m_saDates.GetSize();
-    };
-    const std::string day = "0,1/1,,,5\n";
-    EXPECT_EQ(daysIn(std::string(1277, 'x') + "\nA\n" + day), 1) << "head row of 1278";
-    EXPECT_EQ(daysIn(std::string(1278, 'x') + "\nA\n" + day), 2) << "head row of 1279: its end is row 1";
-    EXPECT_EQ(daysIn("\nA\n" + std::string(1278, '0') + "\n"), 1) << "day row of 1279";
-    EXPECT_EQ(daysIn("\nA\n" + std::string(1279, '0') + "\n"), 2) << "day row of 1280";
-}
-
 TEST_F(StepGraph, ScaleOfTheFileYieldsToTheBigOne) {
     auto graph = Make<CStepGraph>();
     DrawRecorded(graph, Head("2000") + "0,1/1,,,2000\n", kWideArea);
@@ -150,16 +137,6 @@ TEST_F(StepGraph, TargetLineOnlyWhereDayAndTargetAre) {
     // 425 - 501 x 300 / 1000 is 274.7, cut to 274; slots are 180 wide.
     EXPECT_EQ(StrokesWith(lines, "#FF0000 w1 dash"),
               Joined(FourRows(989, 929, 88), Joined(FourRows(173, 353, 274), FourRows(713, 893, 425))));
-}
-
-TEST_F(StepGraph, RepeatsItsMessageAndStopsWithoutRecords) {
-    auto graph = Make<CStepGraph>();
-    const auto noData = DrawRecorded(graph, Head("1000") + "2,a\n3,b\n", kWideArea);
-    EXPECT_EQ(LinesWith(noData, "text \"no data\"").size(), 3U) << "frame, bars, end of the cycle";
-    const auto noRecords = DrawRecorded(graph, Head("1000") + "4,a\n4,b\n", kWideArea);
-    EXPECT_EQ(LinesWith(noRecords, "text \"no\"").size() + LinesWith(noRecords, "text \"records\"").size(), 4U)
-        << "frame, and the cycle's judge";
-    EXPECT_THAT(LinesWith(noRecords, "fill", "#FAFAFA"), IsEmpty());
 }
 
 } // namespace

@@ -59,14 +59,6 @@ TEST_F(FrameTest, Messages) {
     }
 }
 
-/// Two lines of 43 x 1.25 = 54 (32 points are 43 pixels, 26 a character), the block in the middle of the height.
-TEST_F(FrameTest, MessageIsCentred) {
-    auto graph = Make();
-    EXPECT_THAT(LinesWith(DrawRecorded(graph, ""), "text \"", "#040000"),
-                ElementsAre("text \"no\" 570,233 52x54 \"Fixed 43\" #040000",
-                            "text \"records\" 505,287 182x54 \"Fixed 43\" #040000"));
-}
-
 TEST_F(FrameTest, Layout) {
     struct Case {
         const char* why;

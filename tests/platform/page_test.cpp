@@ -32,13 +32,6 @@ std::string Between(const std::string& text, const std::string& head, const std:
     return text.substr(from, text.find(tail, from) - from);
 }
 
-int CountOf(const std::string& text, const std::string& word) {
-    int count = 0;
-    for (std::size_t at = text.find(word); at != std::string::npos; at = text.find(word, at + 1))
-        ++count;
-    return count;
-}
-
 /// One page of 400 x 300 units, in a directory of its own.
 struct Page : testing::Test {
     std::string DrawFile(PageFormat format, int dpi, const Draw& draw) const {
@@ -124,63 +117,6 @@ TEST_F(Page, LinesCoverTheAreaOfTheirPixels) {
                 ElementsAre());
 }
 
-TEST_F(Page, Patterns) {
-    Stroke stroke = Width(1);
-    stroke.on = 18;
-    stroke.off = 6;
-    stroke.phase = 20;
-    EXPECT_THAT(Paths([&](Backend& b) {
-                    b.StrokeLine({10, 20}, {90, 20}, stroke);
-                }),
-                ElementsAre("M 10 20.5 L 90 20.5 dash 18,6 from 20"));
-    EXPECT_THAT(Paths([&](Backend& b) {
-                    b.StrokeLine({-30, 20}, {90, 20}, stroke);
-                }), // 50 gone at the page's edge
-                ElementsAre("M 0 20.5 L 90 20.5 dash 18,6 from 2"));
-    stroke.gaps = true;
-    EXPECT_THAT(Paths([&](Backend& b) {
-                    b.StrokeLine({90, 20}, {10, 20}, stroke);
-                }),
-                ElementsAre("M 11 20 L 91 20 L 91 21 L 11 21", "M 91 20.5 L 11 20.5 dash 18,6 from 20"));
-    stroke.off = NAN;
-    EXPECT_THAT(Paths([&](Backend& b) {
-                    b.StrokeLine({10, 20}, {90, 20}, stroke);
-                }),
-                ElementsAre("M 10 20 L 90 20 L 90 21 L 10 21"));
-}
-
-TEST_F(Page, FillsStayInTheClip) {
-    const auto fill = [](Backend& b) {
-        b.SetClip({50, 60, 1000, 1000});
-        b.FillRect({10, 10, 100, 100}, 0xFF0000FFU);
-        b.FillRect({10, 10, 50, 100}, 0xFF0000FFU);
-        b.SetClip({0, 0, 400, 300});
-        b.FillRect({INT_MIN, INT_MIN, INT_MAX, 7}, 0xFF0000FFU);
-    };
-    EXPECT_THAT(Paths(fill), ElementsAre("M 50 60 L 100 60 L 100 100 L 50 100", "M 0 0 L 400 0 L 400 7 L 0 7"));
-}
-
-TEST_F(Page, SizeFollowsDpi) {
-    const Draw nothing = [](Backend&) {};
-    EXPECT_THAT(DrawFile(PageFormat::Svg, 96, nothing), HasSubstr("width=\"400px\" height=\"300px\""));
-    EXPECT_THAT(DrawFile(PageFormat::Svg, 192, nothing), HasSubstr("width=\"200px\" height=\"150px\""));
-    EXPECT_THAT(DrawFile(PageFormat::Pdf, 96, nothing), HasSubstr("/MediaBox [ 0 0 300 225 ]"));
-    EXPECT_THAT(DrawFile(PageFormat::Pdf, 288, nothing), HasSubstr("/MediaBox [ 0 0 100 75 ]"));
-}
-
-TEST_F(Page, DateFromEnvironment) {
-    setenv("SOURCE_DATE_EPOCH", "1000000000", 1);
-    const Draw nothing = [](Backend&) {};
-    const std::string page = DrawFile(PageFormat::Pdf, 96, nothing);
-    EXPECT_THAT(page, HasSubstr("20010909014640"));
-    EXPECT_EQ(page, DrawFile(PageFormat::Pdf, 96, nothing));
-    for (const char* bad : {"", "soon", "1e9", "9999999999999999999999"}) {
-        setenv("SOURCE_DATE_EPOCH", bad, 1);
-        EXPECT_THAT(DrawFile(PageFormat::Pdf, 96, nothing), HasSubstr("/CreationDate (D:20")) << bad;
-    }
-    unsetenv("SOURCE_DATE_EPOCH");
-}
-
 TEST_F(Page, TextIsFoundWhereItStands) {
     if (OutputOf("command -v pdftotext").empty())
         GTEST_SKIP() << "no pdftotext";
@@ -203,56 +139,6 @@ TEST_F(Page, TextIsFoundWhereItStands) {
         EXPECT_NEAR(edge("yMin=\""), 120 * points, layout->lineHeight * points / 4);
         EXPECT_NEAR(edge("yMax=\""), (120 + layout->lineHeight) * points, layout->lineHeight * points / 4);
     }
-}
-
-TEST_F(Page, TextIsClipped) {
-    const auto layout = LayOutText(FindFace(LOGFONTA{}, TextMedium::Page), "a", true, kNoWrap);
-    const std::string svg = DrawFile(PageFormat::Svg, 96, [&](Backend& b) {
-        b.SetClip({0, 0, 50, 300});
-        b.PaintText(layout, 0, {10, 10}, 0, 0xFF000000U, {12, 0, 90, 15}); // cuts the letter
-        b.PaintText(layout, 0, {10, 10}, 0, 0xFF000000U, {50, 0, 90, 15}); // nothing of it shows
-    });
-    EXPECT_THAT(Between(svg, "<clipPath", "</clipPath>"), HasSubstr("M 12 ")); // its right side may be tighter
-    EXPECT_EQ(CountOf(svg, "<use "), 1);
-}
-
-TEST_F(Page, MaskedCopiesStayOnePicture) {
-    std::vector<std::uint32_t> pixels{0xFFFFFFFFU, 0xFF000000U, 0xFFFF0000U, 0xFF804020U};
-    const PixelBuffer picture{pixels.data(), 2, 2, 2};
-    const std::string svg = DrawFile(PageFormat::Svg, 96, [&](Backend& b) {
-        b.FillRect({0, 0, 50, 50}, 0xFF0000FFU);
-        for (const DWORD operation : {SRCCOPY, SRCAND, SRCPAINT})
-            b.Blit({10, 10, 30, 30}, picture, {0, 0, 2, 2}, operation);
-        b.Blit({10, 10, 30, 30}, picture, {0, 0, 2, 3}, SRCCOPY); // reaches beyond the picture
-        b.Blit({10, 10, 30, 30}, picture, {0, 0, 2, 2}, 0x42);    // no operation that we know
-        pixels.assign(4, 0);                                      // the page doesn't look at it any more
-    });
-    EXPECT_THAT(svg, HasSubstr("M 0 0 L 50 0 L 50 50 L 0 50")); // the page is still made of shapes
-    EXPECT_EQ(CountOf(svg, "<image "), 3);
-}
-
-TEST_F(Page, StrangeShapesAndTexts) {
-    DrawFile(PageFormat::Pdf, 1, [](Backend& b) {
-        Shape shape;
-        shape.points = {{INT_MIN, INT_MIN}, {INT_MAX, INT_MIN}, {0, INT_MAX}};
-        b.FillShape(shape, 0);
-        b.StrokeShape(shape, Width(HUGE_VAL));
-        shape.kind = Shape::Kind::Ellipse;
-        shape.radius = {1e300, NAN};
-        b.FillShape(shape, 0);
-        b.StrokeLine({INT_MIN, INT_MAX}, {INT_MAX, INT_MIN}, Width(NAN));
-        b.StrokeLine({0, 0}, {0, INT_MAX}, Width(HUGE_VAL));
-        LOGFONTA font{};
-        const auto layout = LayOutText(FindFace(font, TextMedium::Page), "a", true, kNoWrap);
-        b.PaintText(layout, 0, {INT_MIN, INT_MAX}, INT_MIN, 0, {INT_MIN, INT_MIN, INT_MAX, INT_MAX});
-        b.PaintText(layout, 7, {0, 0}, 0, 0, {0, 0, 400, 300});
-        b.PaintText(nullptr, 0, {0, 0}, 0, 0, {0, 0, 400, 300});
-        std::uint32_t pixel = 0xFF00FF00U;
-        b.Blit({INT_MIN, INT_MIN, INT_MAX, INT_MAX}, {&pixel, 1, 1, 1}, {0, 0, 1, 1}, SRCPAINT);
-        b.SetClip({10, 10, 10, 10});
-        b.StrokeLine({0, 0}, {99, 99}, Width(3));
-        b.FillShape(shape, 0);
-    });
 }
 
 TEST_F(Page, FileAppearsWhole) {

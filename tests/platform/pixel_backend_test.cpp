@@ -143,22 +143,6 @@ TEST(PixelLines, LevelLinesFromEndToEnd) {
     }
 }
 
-TEST(PixelLines, WidthCoversWholeRows) {
-    struct Case {
-        double width;
-        const char* column;
-    };
-    const Case cases[] = {
-        {0, "....#...."}, {1, "....#...."},   {2, "...##...."},     {3, "...###..."},
-        {4, "..####..."}, {2.6, "...###..."}, {1e300, "#########"}, {kNan, "....#...."},
-    };
-    for (const Case& c : cases) {
-        Canvas canvas(3, 9);
-        canvas.backend->StrokeLine({0, 4}, {3, 4}, Pen(c.width));
-        EXPECT_EQ(canvas.Column(1), c.column) << c.width;
-    }
-}
-
 TEST(PixelLines, FourRowsMakeOneThickPattern) {
     Canvas canvas(12, 4);
     for (int y = 0; y < 4; ++y)
@@ -234,61 +218,6 @@ TEST(PixelLines, SlopedLinesSideBySideHaveNoSeam) {
         }
 }
 
-TEST(PixelLines, SlopedPositionIsExact) {
-    Canvas canvas(30, 12);
-    canvas.backend->StrokeLine({0, 0}, {30, 10}, Pen()); // a third of a pixel a step
-    for (int x = 0; x < 30; x += 3)
-        EXPECT_EQ(canvas.At(x, x / 3), kBlack) << x;
-    EXPECT_NEAR(static_cast<int>(canvas.At(1, 0) & 0xFFU), 85, 1); // a third lies in the next row
-    EXPECT_NEAR(static_cast<int>(canvas.At(1, 1) & 0xFFU), 170, 1);
-
-    Canvas cut(30, 12);
-    cut.backend->SetClip({10, 3, 25, 7});
-    cut.backend->StrokeLine({0, 0}, {30, 10}, Pen());
-    for (int y = 0; y < 12; ++y)
-        for (int x = 0; x < 30; ++x)
-            EXPECT_EQ(cut.At(x, y), x >= 10 && x < 25 && y >= 3 && y < 7 ? canvas.At(x, y) : kWhite) << x << "," << y;
-}
-
-TEST(PixelLines, SlopedPatternCountsTheDistance) {
-    Canvas canvas(20, 20);
-    canvas.backend->StrokeLine({0, 0}, {20, 20}, Dashed(4, 4, 0, true)); // 4 pixels are 2.83 diagonal steps
-    std::string diagonal;
-    for (int i = 0; i < 20; ++i)
-        diagonal += canvas.Row(i)[static_cast<std::size_t>(i)];
-    EXPECT_EQ(diagonal, "###rrr###rrr###rr###"); // steps 0, 5.7, 11.3, 17 begin a dash
-}
-
-TEST(PixelFill, RectanglesAreClipped) {
-    struct Case {
-        const char* why;
-        RECT clip, rect, filled;
-    };
-    const RECT whole{0, 0, 10, 8};
-    const Case cases[] = {
-        {"inside", whole, {2, 3, 5, 6}, {2, 3, 5, 6}},
-        {"full width", whole, {0, 2, 10, 4}, {0, 2, 10, 4}},
-        {"hostile", whole, {INT_MIN, INT_MIN, INT_MAX, INT_MAX}, whole},
-        {"empty", whole, {5, 3, 5, 6}, {}},
-        {"edges reversed", whole, {5, 6, 2, 3}, {}},
-        {"clip cuts", {4, 1, 7, 5}, {0, 0, 10, 8}, {4, 1, 7, 5}},
-        {"clip beyond the surface", {-9, -9, 99, 4}, {0, 0, 99, 99}, {0, 0, 10, 4}},
-        {"empty clip", {4, 4, 4, 4}, {0, 0, 10, 8}, {}},
-        {"clip outside", {20, 20, 30, 30}, {0, 0, 99, 99}, {}},
-    };
-    for (const Case& c : cases) {
-        Canvas canvas(10, 8);
-        canvas.backend->SetClip(c.clip);
-        canvas.backend->FillRect(c.rect, kBlue);
-        for (int y = 0; y < 8; ++y)
-            for (int x = 0; x < 10; ++x) {
-                const bool in = x >= c.filled.left && x < c.filled.right && y >= c.filled.top && y < c.filled.bottom;
-                EXPECT_EQ(canvas.At(x, y), in ? kBlue : kWhite) << c.why << " " << x << "," << y;
-            }
-        EXPECT_TRUE(canvas.GuardIsClean()) << c.why;
-    }
-}
-
 TEST(PixelShapes, CoverWhatTheirEdgesEnclose) {
     Canvas canvas(40, 40);
     canvas.backend->FillShape(Polygon({{10, 10}, {30, 10}, {30, 20}, {10, 20}}), kBlack);
@@ -311,75 +240,6 @@ TEST(PixelShapes, CoverWhatTheirEdgesEnclose) {
     for (const int sum : Darkness(disc, false))
         ink += sum / 255.0;
     EXPECT_NEAR(ink, std::acos(-1.0) * 10 * 5, 1);
-}
-
-TEST(PixelShapes, FollowTheClip) {
-    Canvas canvas(30, 30);
-    for (const RECT clip : {RECT{0, 0, 3, 3}, RECT{10, 10, 14, 12}, RECT{8, 8, 8, 8}}) {
-        canvas.backend->SetClip(clip);
-        canvas.backend->FillShape(Ellipse(15, 15, 40, 40), kBlack);
-    }
-    EXPECT_EQ(canvas.Inked(), 9 + 8);
-    EXPECT_EQ(canvas.Row(11), "..........####................");
-}
-
-TEST(PixelShapes, WideDashesDontMoveWithTheClip) {
-    Stroke stroke = Dashed(7, 5, 2, true);
-    stroke.width = 3;
-    Canvas whole(60, 60);
-    whole.backend->StrokeLine({-30, -20}, {90, 70}, stroke);
-    Canvas part(60, 60);
-    part.backend->SetClip({20, 10, 40, 40});
-    part.backend->StrokeLine({-30, -20}, {90, 70}, stroke);
-    EXPECT_GT(part.Inked(), 40);
-    for (int y = 10; y < 40; ++y)
-        for (int x = 20; x < 40; ++x)
-            EXPECT_NEAR(static_cast<int>(part.At(x, y) >> 16 & 0xFFU), static_cast<int>(whole.At(x, y) >> 16 & 0xFFU),
-                        8)
-                << x << "," << y; // rasterised from another corner, in steps of 1/256 pixel
-}
-
-TEST(PixelShapes, WindingFillsWhatEvenOddLeavesOpen) {
-    const std::vector<POINT> twice{{5, 5},   {25, 5},  {25, 25}, {5, 25},  {5, 5},
-                                   {10, 10}, {20, 10}, {20, 20}, {10, 20}, {10, 10}};
-    Canvas evenOdd(30, 30);
-    evenOdd.backend->FillShape(Polygon(twice), kBlack);
-    EXPECT_EQ(evenOdd.At(15, 15), kWhite);
-    Canvas winding(30, 30);
-    winding.backend->FillShape(Polygon(twice, true), kBlack);
-    EXPECT_EQ(winding.At(15, 15), kBlack);
-}
-
-TEST(PixelShapes, WithoutAnAreaDrawNothing) {
-    const Shape shapes[] = {Polygon({}),
-                            Polygon({{1, 1}, {9, 9}}),
-                            Ellipse(5, 5, 0, 3),
-                            Ellipse(5, 5, 3, -1),
-                            Ellipse(5, 5, kNan, 3),
-                            Ellipse(kNan, 5, 3, 3),
-                            Ellipse(5, 5, 1e-300, 3),
-                            Ellipse(HUGE_VAL, 5, 3, 3),
-                            Slice(5, 5, 3, kNan, 1),
-                            Slice(5, 5, 3, 0, 0),
-                            Slice(5, 5, 3, 0, kNan)};
-    Canvas canvas(10, 10);
-    for (const Shape& shape : shapes) {
-        canvas.backend->FillShape(shape, kBlack);
-        canvas.backend->StrokeShape(shape, Pen());
-        EXPECT_EQ(canvas.Inked(), 0) << &shape - shapes;
-    }
-    canvas.backend->FillShape(Ellipse(5, 5, 3, 3), kBlack);
-    EXPECT_GT(canvas.Inked(), 20) << "still draws afterwards";
-}
-
-TEST(PixelShapes, FarCornersKeepTheSlope) {
-    Canvas canvas(100, 100);
-    constexpr int kFar = 2000000000; // the edge is y = x / 2
-    canvas.backend->FillShape(Polygon({{-kFar, -kFar / 2}, {kFar, kFar / 2}, {-kFar, kFar / 2}}), kBlack);
-    EXPECT_EQ(canvas.At(80, 38), kWhite);
-    EXPECT_EQ(canvas.At(80, 42), kBlack);
-    EXPECT_EQ(canvas.At(10, 3), kWhite);
-    EXPECT_EQ(canvas.At(10, 7), kBlack);
 }
 
 /// Pixels that name their place.
@@ -461,23 +321,6 @@ TEST(PixelBlit, MasksTakeTheNearestAndPicturesBlend) {
     EXPECT_EQ(average.At(0, 0), 0xFFBFBFBFU) << "three quarters of 255 = 191";
 }
 
-TEST(PixelBlit, ClippedTargetsSampleTheSame) {
-    Canvas source(23, 17);
-    Number(source);
-    for (const RECT target : {RECT{-7, -5, 60, 40}, RECT{3, 2, 14, 9}, RECT{-100000, -9000, 90000, 8000}}) {
-        for (const DWORD operation : {SRCCOPY, SRCAND}) {
-            Canvas whole(48, 32);
-            whole.backend->Blit(target, source.buffer, {1, 1, 22, 16}, operation);
-            Canvas part(48, 32);
-            part.backend->SetClip({6, 5, 11, 8});
-            part.backend->Blit(target, source.buffer, {1, 1, 22, 16}, operation);
-            for (int y = 5; y < 8; ++y)
-                for (int x = 6; x < 11; ++x)
-                    ASSERT_EQ(part.At(x, y), whole.At(x, y)) << target.left << " " << x << "," << y;
-        }
-    }
-}
-
 TEST(PixelText, MaskBlendsRoundedAndClipped) {
     CoverageMask mask;
     mask.width = 6;
@@ -494,45 +337,6 @@ TEST(PixelText, MaskBlendsRoundedAndClipped) {
     BlendMask(canvas.buffer, {0, 0, 8, 4}, mask, -3, 2, kBlack);
     EXPECT_EQ(canvas.Row(3), "###.....") << "cut at the left";
     BlendMask(canvas.buffer, {0, 0, 8, 4}, mask, std::int64_t{INT_MAX} + 5, INT_MIN, kBlack);
-    EXPECT_TRUE(canvas.GuardIsClean());
-}
-
-TEST(PixelText, EveryBlendIsExact) {
-    for (unsigned under = 0; under < 256; under += 5)
-        for (unsigned coverage = 0; coverage < 256; ++coverage) {
-            Canvas canvas(1, 1, kBlack | under * 0x10101U);
-            CoverageMask mask;
-            mask.width = mask.height = mask.stride = 1;
-            mask.coverage = {static_cast<std::uint8_t>(coverage)};
-            BlendMask(canvas.buffer, {0, 0, 1, 1}, mask, 0, 0, 0xFFC80A96U);
-            const auto mix = [&](double ink) {
-                return std::lround((ink * coverage + under * (255.0 - coverage)) / 255);
-            };
-            const Color expected = kBlack | static_cast<Color>(mix(200) << 16 | mix(10) << 8 | mix(150));
-            ASSERT_EQ(canvas.At(0, 0), expected) << under << " under " << coverage;
-        }
-}
-
-TEST(PixelBackend, AlphaStaysFull) {
-    Canvas canvas(60, 60);
-    std::mt19937 random(7);
-    const auto any = [&](int low, int high) { return std::uniform_int_distribution<int>(low, high)(random); };
-    const auto point = [&] { return POINT{any(-10, 70), any(-10, 70)}; };
-    const auto color = [&] { return kBlack | static_cast<Color>(any(0, 0xFFFFFF)); };
-    for (int i = 0; i < 400; ++i) {
-        Stroke stroke = i % 2 != 0 ? Dashed(any(1, 9), any(1, 9), any(0, 9), i % 3 == 0) : Pen();
-        stroke.width = any(1, 4);
-        stroke.color = color();
-        canvas.backend->SetClip({any(-5, 20), any(-5, 20), any(30, 65), any(30, 65)});
-        canvas.backend->StrokeLine(point(), point(), stroke);
-        canvas.backend->FillShape(Polygon({point(), point(), point(), point()}), color());
-        canvas.backend->StrokeShape(Ellipse(any(0, 60), any(0, 60), any(1, 20), any(1, 20)), stroke);
-        canvas.backend->FillShape(Slice(any(0, 60), any(0, 60), any(1, 20), any(0, 6), any(1, 6)), color());
-        canvas.backend->Blit({any(0, 9), any(0, 9), any(20, 50), any(20, 50)}, canvas.buffer, {3, 4, 27, 31}, SRCCOPY);
-        for (int y = 0; y < 60; ++y)
-            for (int x = 0; x < 60; ++x)
-                ASSERT_EQ(canvas.At(x, y) >> 24U, 0xFFU) << "round " << i;
-    }
     EXPECT_TRUE(canvas.GuardIsClean());
 }
 
@@ -604,40 +408,6 @@ TEST_F(ImageFile, WritesAndReadsBack) {
     ASSERT_NE(scaled.pixels, nullptr);
     EXPECT_EQ(scaled.width * 100 + scaled.height, 1405) << "a side of 0 stays as it is";
     GivePixelsBack(scaled.pixels, scaled.width, scaled.height);
-}
-
-/// A bitmap file of two pixels side by side.
-std::string TwoPixelBitmap(char bitsPerPixel, const std::string& pixels) {
-    std::string file("BM\0\0\0\0\0\0\0\0\66\0\0\0\50\0\0\0\2\0\0\0\1\0\0\0\1\0", 28);
-    file[2] = static_cast<char>(54 + pixels.size());
-    file += bitsPerPixel;
-    return file + std::string(25, '\0') + pixels;
-}
-
-TEST_F(ImageFile, ReadsBitmapsWithAndWithoutAFourthByte) {
-    const std::string files[] = {TwoPixelBitmap(24, std::string("\x10\x20\x30\x40\x50\x60\0\0", 8)),
-                                 TwoPixelBitmap(32, std::string("\x10\x20\x30\0\x40\x50\x60\0", 8))};
-    for (const std::string& file : files) {
-        std::ofstream(Path("a.bmp"), std::ios::binary) << file;
-        const PixelBuffer read = LoadImageFile(Path("a.bmp").c_str(), 0, 0);
-        ASSERT_NE(read.pixels, nullptr);
-        EXPECT_EQ(read.pixels[0], 0xFF302010U) << "blue comes first; a fourth byte of 0 isn't transparent";
-        EXPECT_EQ(read.pixels[1], 0xFF605040U);
-        GivePixelsBack(read.pixels, read.width, read.height);
-    }
-}
-
-TEST_F(ImageFile, FailuresLeaveNothing) {
-    Canvas canvas(3, 3);
-    EXPECT_EQ(WritePngFile(canvas.buffer, Path("missing/a.png").c_str()), -1);
-    EXPECT_EQ(WritePngFile(canvas.buffer, m_folder.c_str()), -1) << "a folder stands there";
-    EXPECT_EQ(WritePngFile({}, Path("a.png").c_str()), -1);
-    EXPECT_EQ(WritePngFile(canvas.buffer, nullptr), -1);
-    EXPECT_EQ(Files(), 0U);
-    std::ofstream(Path("text.png")) << "no picture";
-    for (const std::string& path : {Path("text.png"), Path("missing.png"), m_folder.string(), std::string()})
-        EXPECT_EQ(LoadImageFile(path.c_str(), 0, 0).pixels, nullptr) << path;
-    EXPECT_EQ(LoadImageFile(nullptr, 0, 0).pixels, nullptr);
 }
 
 } // namespace

@@ -174,100 +174,6 @@ TEST(Recording, Texts) {
     EXPECT_TRUE(Record([](Backend& b) { b.PaintText(Text("a"), 1, {0, 0}, 0, kBlue, kAll); }).empty());
 }
 
-TEST(Recording, NarrowClip) {
-    struct Case {
-        const char* why;
-        Draw draw;
-        const char* line;
-    };
-    Picture picture;
-    const Case cases[] = {
-        {"fill cut",
-         [](Backend& b) {
-             b.FillRect({0, 0, 12, 99}, kBlue);
-         },
-         "fill 10,10 2x20 #4A90D9\n"},
-        {"fill beside",
-         [](Backend& b) {
-             b.FillRect({0, 0, 10, 99}, kBlue);
-         },
-         ""},
-        {"line through",
-         [](Backend& b) {
-             b.StrokeLine({0, 12}, {99, 12}, Width(1));
-         },
-         "line 0,12 99,12 #000000 w1 clip 10,10 30,30\n"},
-        {"line within",
-         [](Backend& b) {
-             b.StrokeLine({10, 12}, {30, 12}, Width(1));
-         },
-         "line 10,12 30,12 #000000 w1\n"},
-        {"line to the left, within",
-         [](Backend& b) {
-             b.StrokeLine({29, 12}, {9, 12}, Width(1));
-         },
-         "line 29,12 9,12 #000000 w1\n"},
-        {"line in the row below",
-         [](Backend& b) {
-             b.StrokeLine({10, 30}, {30, 30}, Width(1));
-         },
-         ""},
-        {"its upper half reaches in",
-         [](Backend& b) {
-             b.StrokeLine({10, 30}, {30, 30}, Width(2));
-         },
-         "line 10,30 30,30 #000000 w2 clip 10,10 30,30\n"},
-        {"line that ends where the clip begins",
-         [](Backend& b) {
-             b.StrokeLine({0, 12}, {10, 12}, Width(1));
-         },
-         ""},
-        {"shape over the edge", [](Backend& b) { b.FillShape(Triangle(false), kBlue); },
-         "polygon 1,2 30,4 -5,60 fill #4A90D9 clip 10,10 30,30\n"},
-        {"shape beside", [](Backend& b) { b.FillShape(Round(Shape::Kind::Ellipse), kBlue); }, ""},
-        {"shape whose outline reaches in", [](Backend& b) { b.StrokeShape(Round(Shape::Kind::Ellipse), Width(2)); },
-         "ellipse 50,40.5 20x10.25 stroke #000000 w2 clip 10,10 30,30\n"},
-        {"text clip intersected",
-         [](Backend& b) {
-             b.PaintText(Text("a"), 0, {0, 20}, 0, kBlue, {0, 0, 20, 99});
-         },
-         "text \"a\" 0,20 40x15 \"Sans 12 bold\" #4A90D9 clip 10,10 20,30\n"},
-        {"text beside",
-         [](Backend& b) {
-             b.PaintText(Text("a", 10), 0, {0, 20}, 0, kBlue, kAll);
-         },
-         ""},
-        {"copy cut",
-         [&](Backend& b) {
-             b.Blit({28, 9, 32, 12}, picture.Buffer(), {0, 0, 4, 3}, SRCCOPY);
-         },
-         "image 28,10 2x2 from 2x2\n"},
-        {"scaled copy kept",
-         [&](Backend& b) {
-             b.Blit({28, 9, 36, 12}, picture.Buffer(), {0, 0, 4, 3}, SRCCOPY);
-         },
-         "image 28,9 8x3 from 4x3 clip 10,10 30,30\n"},
-    };
-    for (const Case& c : cases) {
-        const auto ops = Record([&](Backend& b) {
-            b.SetClip({10, 10, 30, 30});
-            c.draw(b);
-        });
-        EXPECT_EQ(FormatRecording(ops), c.line) << c.why;
-    }
-}
-
-TEST(Recording, CopiesKeepTheirPixels) {
-    Picture picture;
-    const auto ops = Record([&](Backend& b) {
-        b.SetClip({0, 0, 99, 80});
-        b.Blit({-1, 5, 2, 8}, picture.Buffer(), {1, 0, 4, 3}, SRCCOPY);
-    });
-    picture.pixels.assign(12, 99);
-    ASSERT_EQ(ops.size(), 1U);
-    EXPECT_EQ(*ops[0].pixels, (std::vector<std::uint32_t>{2, 3, 6, 7, 10, 11}));
-}
-
 TEST(Recording, Replay) {
     Picture picture;
     const auto ops = Record([&](Backend& b) {
@@ -296,36 +202,6 @@ TEST(Recording, Replay) {
     Replay(played, *MakeRecordingBackend(again, 200, 100), {100, 0, 200, 100}, 0, 0, {0, 0, 200, 100});
     EXPECT_EQ(FormatRecording(again), "ellipse 35,23.5 20x10.25 fill #4A90D9 clip 5,3 45,23\n");
     EXPECT_EQ(FormatRecording({mark}), "copy 0,0 0x0 from 0,0\n");
-}
-
-TEST(Recording, ReplayFarOff) {
-    const auto ops = Record([](Backend& b) {
-        b.FillRect(kAll, kBlue);
-        b.StrokeLine({INT_MIN, 5}, {INT_MAX, 5}, Width(1e9));
-        b.FillShape(Triangle(false), kBlue);
-        b.PaintText(Text("a", INT_MAX), 0, {INT_MAX, INT_MIN}, INT_MIN, kBlue, kAll);
-    });
-    struct Case {
-        const char* why;
-        RECT source;
-        int x;
-        int y;
-        const char* record;
-    };
-    const Case cases[] = {
-        {"all of it, where it was", kAll, INT_MIN, INT_MIN,
-         "fill -2147483648,-2147483648 4294967295x4294967295 #4A90D9\n"},
-        {"lands beyond every surface", {0, 0, 10, 10}, INT_MAX, INT_MAX, ""},
-        {"comes from the far end", {INT_MAX - 3, 0, INT_MAX, 9}, 0, 0, "fill 0,0 3x9 #4A90D9\n"},
-        {"source in the wrong order", {10, 10, 0, 0}, 0, 0, ""},
-    };
-    for (const Case& c : cases) {
-        std::vector<RecordedOp> played;
-        const auto to = MakeRecordingBackend(played, 9, 9);
-        Replay(ops, *to, c.source, c.x, c.y, {0, 0, 9, 9});
-        const std::string record = FormatRecording(played);
-        EXPECT_EQ(record.substr(0, record.find('\n') + 1), c.record) << c.why;
-    }
 }
 
 } // namespace

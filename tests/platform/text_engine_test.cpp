@@ -91,24 +91,6 @@ TEST(TextFace, TakesWhatTheMachineHas) {
         EXPECT_EQ(FamilyFor(c.name), c.family) << c.name;
 }
 
-TEST(TextFace, IsKeptByWhatCountsForLayout) {
-    LOGFONTA font = Describe("DejaVu Sans", -12);
-    const auto face = FindFace(font, TextMedium::Pixels);
-    EXPECT_NE(FindFace(font, TextMedium::Page), face);
-    font.lfEscapement = 900;
-    EXPECT_EQ(FindFace(font, TextMedium::Pixels), face);
-    font.lfHeight = -13;
-    EXPECT_NE(FindFace(font, TextMedium::Pixels), face);
-}
-
-TEST(TextFace, NameForRecordsIsTheOneAskedFor) {
-    LOGFONTA font = Describe("\x82\x6C\x82\x72 \x83\x53\x83\x56\x83\x62\x83\x4E", 25, FW_BOLD);
-    font.lfCharSet = 128;
-    font.lfItalic = 1;
-    EXPECT_EQ(FindFace(font, TextMedium::Fixed)->name, "ＭＳ ゴシック 20 bold italic");
-    EXPECT_EQ(FindFace(Describe("", -9), TextMedium::Fixed)->name, "sans 9");
-}
-
 // Built-in metrics at em 10: 6 a character.
 TEST(TextLayout, BreaksIntoLines) {
     struct Case {
@@ -192,16 +174,6 @@ TEST(TextLayout, RightToLeftLineStartsAtItsLeftEnd) {
     EXPECT_EQ(run.glyphs.back().x, alone->lines[0].runs[0].glyphs.back().x);
 }
 
-TEST(TextLayout, MediumDecidesTheAdvances) {
-    const auto pixels = LayOutText(Face(TextMedium::Pixels), "mmmmmmmmmm", true, kNoWrap);
-    for (const cairo_glyph_t& glyph : pixels->lines[0].runs[0].glyphs)
-        EXPECT_EQ(glyph.x, std::round(glyph.x));
-    // The font's m is 1995 of 2048 units wide.
-    const auto page = LayOutText(Face(TextMedium::Page), "mmmmmmmmmm", true, kNoWrap);
-    EXPECT_NEAR(page->lines[0].runs[0].glyphs[9].x, 9 * 12 * 1995 / 2048.0, 0.05);
-    EXPECT_EQ(page->width, 117);
-}
-
 TEST(TextLayout, LineHeightIsThatOfTheSelectedFont) {
     for (const int height : {-12, -20, 14, 25}) {
         const auto face = Face(TextMedium::Pixels, height);
@@ -217,22 +189,6 @@ const char* const kTexts[] = {
     "Office Wave 12,345",      "歩数 12,345 カロリー",       "שלום 123 abc עולם",       "مرحبا بالعالم لا 45",
     "e\u0301x\u0323\u0301 %&", "\U0001F600\U00020000\u200B", "\u202Eabc\u202C \u2067x", "क्षत्रिय हिन्दी",
 };
-
-TEST(TextLayout, ClustersCoverEveryCharacterAndGlyph) {
-    for (const char* text : kTexts)
-        for (const int wrap : {kNoWrap, 0})
-            for (const TextLine& line : LayOutText(Face(TextMedium::Page), text, false, wrap)->lines)
-                for (const GlyphRun& run : line.runs) {
-                    int bytes = 0;
-                    int glyphs = 0;
-                    for (const cairo_text_cluster_t& cluster : run.clusters) {
-                        bytes += cluster.num_bytes;
-                        glyphs += cluster.num_glyphs;
-                    }
-                    EXPECT_EQ(bytes, static_cast<int>(run.utf8.size())) << text;
-                    EXPECT_EQ(glyphs, static_cast<int>(run.glyphs.size())) << text;
-                }
-}
 
 TEST(TextLayout, StandsWhatMakesNoSense) {
     std::string every;
@@ -264,39 +220,12 @@ TEST(TextCache, FindsTheSameTextOnly) {
     EXPECT_EQ(LayOutText(face, "some text", false, 50), layout);
 }
 
-TEST(TextCache, IsBounded) {
-    const auto face = Face(TextMedium::Fixed);
-    const std::weak_ptr<const TextLayout> first = LayOutText(face, "first", true, kNoWrap);
-    const std::weak_ptr<const TextLayout> used = LayOutText(face, "used", true, kNoWrap);
-    for (int i = 0; i < 1100; ++i) {
-        LayOutText(face, "text " + std::to_string(i), true, kNoWrap);
-        LayOutText(face, "used", true, kNoWrap);
-    }
-    EXPECT_TRUE(first.expired());
-    EXPECT_FALSE(used.expired());
-    // Masks of about 300 kB each.
-    for (int i = 0; i < 60; ++i)
-        LineMask(*LayOutText(Face(TextMedium::Pixels, -200), "Wide text " + std::to_string(i), true, kNoWrap), 0, 0);
-    EXPECT_GT(MaskBytes(), 4 << 20);
-    EXPECT_LT(MaskBytes(), 9 << 20);
-}
-
 std::uint8_t CoverageAt(const CoverageMask& mask, int x, int y) {
     const int column = x - mask.left;
     const int row = y - mask.top;
     if (column < 0 || row < 0 || column >= mask.width || row >= mask.height)
         return 0;
     return mask.coverage[static_cast<std::size_t>(row * mask.stride + column)];
-}
-
-TEST(LineMask, CoversAllRunsOfALine) {
-    for (const char* text : {"Office Wave", "12 歩数 カロリー", "שלום 123 abc עולם", "مرحبا بالعالم لا 45"}) {
-        const auto layout = LayOutText(Face(TextMedium::Pixels, -20), text, true, kNoWrap);
-        const CoverageMask* mask = LineMask(*layout, 0, 0);
-        ASSERT_NE(mask, nullptr) << text;
-        EXPECT_NEAR(mask->left, 0, 4) << text;
-        EXPECT_NEAR(mask->left + mask->width, layout->width, 4) << text;
-    }
 }
 
 TEST(LineMask, TurnsCounterClockwiseAboutTheCorner) {
@@ -329,31 +258,6 @@ TEST(LineMask, TurnsCounterClockwiseAboutTheCorner) {
     EXPECT_NEAR(ink(*slanted) / ink(upright), 1, 0.1);
 }
 
-TEST(LineMask, RulesTheLine) {
-    LOGFONTA font = Describe("DejaVu Sans", -12);
-    font.lfUnderline = 1;
-    font.lfStrikeOut = 1;
-    const auto layout = LayOutText(FindFace(font, TextMedium::Pixels), "    ", true, kNoWrap);
-    const CoverageMask* mask = LineMask(*layout, 0, 0);
-    ASSERT_NE(mask, nullptr);
-    EXPECT_EQ(mask->width, layout->width);
-    for (int x = 0; x < layout->width; ++x) {
-        EXPECT_EQ(CoverageAt(*mask, x, layout->ascent + 1), 255);
-        EXPECT_EQ(CoverageAt(*mask, x, layout->ascent), 0);
-        EXPECT_EQ(CoverageAt(*mask, x, layout->ascent - 3), 255);
-    }
-}
-
-TEST(LineMask, IsNullWithoutInkOrWithTooMuch) {
-    const auto blank = LayOutText(Face(TextMedium::Pixels), "   ", true, kNoWrap);
-    EXPECT_EQ(LineMask(*blank, 0, 0), nullptr);
-    EXPECT_EQ(LineMask(*blank, 1, 0), nullptr);
-    EXPECT_EQ(LineMask(*LayOutText(Face(TextMedium::Fixed), "abc", true, kNoWrap), 0, 0), nullptr);
-    const auto huge = LayOutText(Face(TextMedium::Pixels, -8000), "W", true, kNoWrap);
-    EXPECT_EQ(LineMask(*huge, 0, 0), nullptr);
-    EXPECT_EQ(LineMask(*huge, 0, 300), nullptr);
-}
-
 /// Memory that the process holds, KiB.
 long ResidentKib() {
     long size = 0;
@@ -374,27 +278,6 @@ TEST(FillLine, KeepsNoHugeGlyphs) {
     EXPECT_NE(std::count(data, data + 900 * 500, 0xFF), 0) << "something is drawn";
     cairo_destroy(cr);
     cairo_surface_destroy(surface);
-}
-
-TEST(ShowLine, AgreesWithTheMask) {
-    for (const char* text : kTexts) {
-        const auto layout = LayOutText(Face(TextMedium::Pixels, -20), text, true, kNoWrap);
-        const CoverageMask* mask = LineMask(*layout, 0, 0);
-        cairo_surface_t* surface = cairo_image_surface_create(CAIRO_FORMAT_A8, 300, 60);
-        cairo_t* cr = cairo_create(surface);
-        ShowLine(cr, *layout, 0, 10, 20, 0);
-        EXPECT_EQ(cairo_status(cr), CAIRO_STATUS_SUCCESS) << text;
-        cairo_surface_flush(surface);
-        const unsigned char* data = cairo_image_surface_get_data(surface);
-        const int stride = cairo_image_surface_get_stride(surface);
-        int different = 0;
-        for (int y = 0; y < 60; ++y)
-            for (int x = 0; x < 300; ++x)
-                different += data[y * stride + x] != CoverageAt(*mask, x - 10, y - 20) ? 1 : 0;
-        EXPECT_EQ(different, 0) << text;
-        cairo_destroy(cr);
-        cairo_surface_destroy(surface);
-    }
 }
 
 std::string RandomFigure(std::mt19937& random) {
@@ -460,19 +343,6 @@ TEST(Figures, AreShapedIfGlyphsDependOnTheirNeighbours) {
     std::swap(face.shaper, exact.shaper);
     face.figuresTried = false;
     EXPECT_NE(FiguresOf(face), nullptr);
-}
-
-TEST(Figures, AreShapedWhereReadyMadeGlyphsWontDo) {
-    LOGFONTA underlined = Describe("DejaVu Sans", -12);
-    underlined.lfUnderline = 1;
-    EXPECT_EQ(LayOutText(Face(TextMedium::Page), "12", true, kNoWrap)->figures, nullptr);
-    EXPECT_EQ(LayOutText(Face(TextMedium::Pixels, -100), "12", true, kNoWrap)->figures, nullptr);
-    EXPECT_EQ(LayOutText(FindFace(underlined, TextMedium::Pixels), "12", true, kNoWrap)->figures, nullptr);
-    EXPECT_EQ(LayOutText(Face(TextMedium::Pixels), "12 34", false, 20)->lines.size(), 2U);
-    EXPECT_FALSE(IsFigure(""));
-    EXPECT_FALSE(IsFigure("12a"));
-    EXPECT_FALSE(IsFigure("1\n2"));
-    EXPECT_FALSE(IsFigure(std::string(65, '1')));
 }
 
 TEST(TextEngine, ThreadsDontMeet) {

@@ -99,20 +99,6 @@ TEST_F(Dates, FormatFromTheProfile) {
     EXPECT_EQ(FormatDateEx("20081231", "LONG", ""), (std::string(98, '-') + "%").c_str()); // cut to 99 bytes
 }
 
-TEST_F(Dates, Moments) {
-    COleDateTime moment;
-    EXPECT_EQ(moment.GetDayOfWeek(), 0);
-    EXPECT_EQ(moment.SetDateTime(2008, 12, 31, 23, 59, 59), 0);
-    EXPECT_EQ(moment.GetDayOfWeek(), 4);
-    EXPECT_EQ(moment.Format("%H:%M:%S"), "23:59:59");
-    EXPECT_EQ(moment.SetDateTime(2008, 12, 31, 24, 0, 0), 1);
-    EXPECT_EQ(moment.Format("%H"), "");
-    EXPECT_EQ(moment.SetDateTime(2008, 257, 1, 0, 0, 0), 1); // 1 in the low byte
-    EXPECT_EQ(moment.SetDateTime(2147483647, 1, 1, 0, 0, 0), 1);
-    moment = SYSTEMTIME{2024, 2, 4, 29, 1, 2, 3, 0};
-    EXPECT_EQ(moment.Format("%Y%m%d %H%M%S"), "20240229 010203");
-}
-
 TEST(Desktop, DayNames) {
     EXPECT_EQ(melkar::AbbreviatedDayNames("no_SUCH"),
               (melkar::DayNames{"Mon", "Tue", "Wed", "Thu", "Fri", "Sat", "Sun"}));
@@ -126,18 +112,6 @@ TEST(Desktop, DayNames) {
     EXPECT_EQ(GetLocaleInfoA(LOCALE_USER_DEFAULT, kSunday, buffer, size - 1), 0);
     EXPECT_EQ(GetLocaleInfoA(LOCALE_USER_DEFAULT, kSunday, nullptr, 100), 0);
     EXPECT_EQ(GetLocaleInfoA(LOCALE_USER_DEFAULT, LOCALE_SABBREVDAYNAME7 + 1, buffer, 100), 0);
-}
-
-TEST(Desktop, WorkArea) {
-    CRect area;
-    EXPECT_TRUE(SystemParametersInfoA(SPI_GETWORKAREA, 0, &area, 0));
-    EXPECT_EQ(area, CRect(0, 0, 1920, 1080));
-    SetWorkArea(CRect(-10, 0, 800, 600));
-    EXPECT_TRUE(SystemParametersInfoA(SPI_GETWORKAREA, 0, &area, 0));
-    EXPECT_EQ(area, CRect(-10, 0, 800, 600));
-    EXPECT_FALSE(SystemParametersInfoA(SPI_GETWORKAREA, 0, nullptr, 0));
-    EXPECT_FALSE(SystemParametersInfoA(SPI_GETWORKAREA + 1, 0, &area, 0));
-    SetWorkArea(CRect(0, 0, 1920, 1080));
 }
 
 } // namespace

@@ -52,20 +52,6 @@ TEST(Fields, BothReadersGiveTheSame) {
     }
 }
 
-TEST(Fields, WholeNumbersOfARow) {
-    const CsvRow row("12, -7x,\"5\",,abc,99999999999,\n8");
-    const int kValues[] = {12, -7, 5, 0, 0, 2147483647, 0, 0};
-    for (int i = 0; i < 8; ++i)
-        EXPECT_EQ(row.IntField(i), kValues[i]) << i;
-}
-
-TEST(Fields, Replacement) {
-    EXPECT_EQ(getCSV("a__b__,c", 0, "__", "\n"), "a\nb\n");
-    EXPECT_EQ(getCSV("aa,c", 0, "a", "aa"), "aaaa");
-    EXPECT_EQ(getCSV("aa,c", 0, "", "x"), "aa");
-    EXPECT_EQ(getCSV("aa,c", 0, "a", nullptr), "aa");
-}
-
 TEST(Fields, OfAFile) {
     const TempWorkdir work;
     work.Write("conf/data.csv", std::string(9999, 'x') + "y,1\r\n2,3");

@@ -94,20 +94,6 @@ TEST(Profile, ReadsAreCutToTheBuffer) {
     EXPECT_STREQ(buffer, "");
 }
 
-TEST(Profile, WholeNumbers) {
-    const TempWorkdir work;
-    const std::string path =
-        work.Write("conf/p.cnf", "[A]\nplain=-12px\nquoted=\" +7\"\nwords=many\nempty=\nhuge=-99999999999\n");
-    const auto read = [&](const char* key) { return GetPrivateProfileIntA("A", key, 5, path.c_str()); };
-    EXPECT_EQ(read("plain"), -12);
-    EXPECT_EQ(read("quoted"), 7);
-    EXPECT_EQ(read("words"), 0);
-    EXPECT_EQ(read("empty"), 5);
-    EXPECT_EQ(read("none"), 5);
-    EXPECT_EQ(read("huge"), -2147483647 - 1);
-    EXPECT_EQ(GetPrivateProfileIntA("A", "plain", 5, "no such file"), 5);
-}
-
 TEST(Profile, ReaderChoosesTheFileAndBreaksLines) {
     const TempWorkdir work;
     work.Write("conf/own.cnf", "[A]\nk=a__YN__b\nlong=" + std::string(10001, 'x') + "\n");

@@ -109,30 +109,6 @@ TEST_F(RingLog, WhatCantBeWritten) {
     EXPECT_EQ(writeLog(nullptr, "x"), 1);
 }
 
-TEST_F(RingLog, ArgumentsThatCantBeFormatted) {
-    EXPECT_EQ(writeLog(kLogFile, "wide %ls", L"\x3042"), 0); // no such character in the "C" locale
-    EXPECT_EQ(Record(Log(), 1).substr(kStampLength, 9), "wide %ls\0"s);
-    melkar::LogText("100%s %n");
-    EXPECT_EQ(Record(Log(), 2).substr(kStampLength, 9), "100%s %n\0"s);
-}
-
-TEST_F(RingLog, GivesUpOnALockThatIsNeverFreed) {
-    SetLog("00000000\r\n");
-    const int holder = open(work.Path("log/graph.log").c_str(), O_RDONLY);
-    ASSERT_EQ(flock(holder, LOCK_EX), 0);
-    const auto start = std::chrono::steady_clock::now();
-    EXPECT_EQ(writeLog(kLogFile, "x"), 1);
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
-    EXPECT_EQ(Log(), "00000000\r\n");
-
-    std::thread late([holder] {
-        std::this_thread::sleep_for(std::chrono::milliseconds(50));
-        close(holder);
-    });
-    EXPECT_EQ(writeLog(kLogFile, "x"), 0);
-    late.join();
-}
-
 /// Runs `work` in another process. To be called while there are no other threads: a fork copies the locks they hold.
 template <class Work> pid_t Start(Work run) {
     const pid_t child = fork();

@@ -47,8 +47,6 @@ TEST_F(ActivityCal, ReadsDaysAndSpans) {
         {"one day", "0,20250301,20250301", "03/01", "250"},
         {"a span begins with a blank", "0,20250301,20250307", " 03/01~03/07", "250"},
         {"alike as dates but not as texts", "0,20250301,202503010", " 03/01~03/01", "250"},
-        {"texts that are no dates stay", "0,2025,2026", " 2025~2026", "250"},
-        {"another status: no figure, but a target", "1,20250301,20250301", "03/01", ""},
     };
     for (const Case& c : cases) {
         OpenActivity graph = MakeActivity();
@@ -79,14 +77,6 @@ TEST_F(ActivityCal, ScaleStartsFromTheProfileAtEachRead) {
     EXPECT_EQ(graph.m_saValues[0], "1001");
     EXPECT_EQ(Read(graph, ""), 102);
     EXPECT_THAT(m_files.Read("log/graph.log"), Not(HasSubstr("CODE = [340]")));
-}
-
-TEST_F(ActivityCal, RepairsTheTopOfTheProfile) {
-    WriteProfile("CHARTMAX=0");
-    OpenActivity graph = MakeActivity();
-    EXPECT_EQ(Read(graph, Row("0,a,a", "", "9")), 0);
-    EXPECT_EQ(graph.m_nChartMax, 10000);
-    EXPECT_THAT(m_files.Read("log/graph.log"), HasSubstr("CODE = [340]"));
 }
 
 TEST_F(ActivityCal, PrintsTargetsButNoBandAndNoLegend) {

@@ -295,23 +295,4 @@ TEST_F(BarDrawing, StandsAnything) {
     }
 }
 
-/// Painted on a surface of its own and copied, a chart has the same operations at the same places.
-TEST_F(BarDrawing, CopiedAsPaintedDirectly) {
-    const std::size_t before = LiveObjectCount();
-    {
-        auto graph = Make<CBarGraph>();
-        const auto direct = DrawRecorded(graph, Days(3));
-        const HDC shared = CreateRecordingSurface(1200, 600);
-        graph.Initialize(nullptr, m_record, shared, nullptr, nullptr);
-        graph.SetDirectOutput(0);
-        graph.Draw(CRect(0, 0, 200, 100), DataFile(Days(3)).data()); // another size before: nothing of it may stay
-        graph.Draw(kArea, DataFile(Days(3)).data());
-        EXPECT_EQ(graph.m_rcCanvas, CRect(73, 75, 973, 375));
-        const std::string copied = GetRecording(shared);
-        EXPECT_THAT(copied, testing::EndsWith("copy 100,50 992x474 from 0,0\n" + Joined(direct)));
-        DeleteDC(shared);
-    }
-    EXPECT_EQ(LiveObjectCount(), before);
-}
-
 } // namespace

@@ -77,28 +77,6 @@ TEST_F(Expenditure, TakesTheHeader) {
     EXPECT_EQ(graph.m_strAverageIntake, "1800.5");
 }
 
-TEST_F(Expenditure, ClickGivesTheDayAndHoverTheBar) {
-    OpenExpenditure graph = MakeExpenditure();
-    DrawRecorded(graph, Head("0", "4000") + "0,a,2000,500\n0,b,2000,500\n", kWideArea);
-    const struct Case {
-        const char* why;
-        CPoint at;
-        long day;
-        long bar;
-    } cases[] = {
-        {"first part", {300, 400}, 0, 0},
-        {"second part", {300, 300}, 0, 1},
-        {"above the stack", {300, 274}, -1, -1},
-        {"second day's rest", {800, 300}, 1, 3},
-        {"gap", {600, 400}, -1, -1},
-        {"date strip", {300, 425}, -1, -1},
-    };
-    for (const Case& c : cases) {
-        EXPECT_EQ(graph.OnClick(c.at), c.day) << c.why;
-        EXPECT_EQ(graph.OnMouseMove(c.at), c.bar) << c.why;
-    }
-}
-
 // The label's font has 13 pixels: 8 x 17 a character. Beside the canvas are 73 pixels, so that it wraps.
 TEST_F(Expenditure, BandOfTheAverageIntake) {
     const struct Case {

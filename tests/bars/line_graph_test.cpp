@@ -99,8 +99,6 @@ TEST_F(LineGraph, ScaleAtTheRight) {
          "60@413 65@338 70@263 75@188 80@113"},
         {"coach mode leaves the bottom and every second label out", "MIN=60 MAX=80 INTERVAL=5", 1, "65@338 75@188"},
         {"no interval: steps of 10; 10 x 300 / 19 is 157", "MIN=60 MAX=79", 0, "60@413 70@256"},
-        {"no range: one label", "MIN=60 MAX=60 INTERVAL=5", 0, "60@413"},
-        {"upside down: none", "MIN=60 MAX=50 INTERVAL=5", 0, ""},
     };
     for (const Case& c : cases) {
         std::istringstream words(c.scale);
@@ -112,28 +110,6 @@ TEST_F(LineGraph, ScaleAtTheRight) {
         graph.m_bCoach = c.coach;
         EXPECT_EQ(TextsAt(DrawRecorded(graph, kFourDays, kWideArea), 1078), c.labels) << c.why;
     }
-}
-
-TEST_F(LineGraph, LabelReadsDownwards) {
-    OpenLine graph = MakeLine();
-    const auto label = [&] { return LinesWith(DrawRecorded(graph, kFourDays, kWideArea), "text \"kg\""); };
-    // x = trunc(1146 - 25 x 0.1 - 5), y = (425 + 125 - 24) / 2
-    EXPECT_THAT(label(), ElementsAre(StartsWith("text \"kg\" 1138,263 24x25 ")));
-    EXPECT_THAT(label().front(), testing::EndsWith("angle 2700"));
-    graph.m_bLineMeasure = 0;
-    EXPECT_THAT(label(), IsEmpty()) << "no right scale, no label";
-}
-
-TEST_F(LineGraph, ResetRestoresAllButTheBottom) {
-    OpenLine graph = MakeLine();
-    graph.m_dChartLineMax = graph.m_dChartLineMin = graph.m_dChartLineInterval = 1;
-    graph.m_nChartLineMaxBig = graph.m_nChartMax = 1;
-    EXPECT_EQ(graph.ResetGraphMeasure(), 0);
-    EXPECT_EQ(graph.m_dChartLineMax, 80);
-    EXPECT_EQ(graph.m_dChartLineInterval, 5);
-    EXPECT_EQ(graph.m_nChartLineMaxBig, 200);
-    EXPECT_EQ(graph.m_nChartMax, 1000) << "the left scale, too";
-    EXPECT_EQ(graph.m_dChartLineMin, 1);
 }
 
 } // namespace

@@ -67,17 +67,6 @@ TEST(WeightLayout, TargetIsCutTowardsZeroAndMayLeaveTheCanvas) {
     EXPECT_EQ(melkar::TargetWeightY(kCanvas, {12, 12, 1}, 12), 425) << "no range: no division by it";
 }
 
-TEST(WeightLayout, WeightIsCutToWholeKilogramsAndKeptOnTheCanvas) {
-    const struct Case {
-        const char* why;
-        double weight;
-        int y;
-    } cases[] = {
-        {"cut", 60.9, 365}, {"bottom", 57, 425}, {"top", 72.9, 125}, {"above", 90, 125}, {"inf", INFINITY, 125}};
-    for (const Case& c : cases)
-        EXPECT_EQ(melkar::WeightY(kCanvas, kScale, c.weight), c.y) << c.why;
-}
-
 class OpenSimulation : public Open<CSimulation> {
 public:
     using Open<CSimulation>::Open;
@@ -137,7 +126,6 @@ TEST_F(Simulation, CodesOfThePlan) {
         {"head only: its scale", "skipped\n,80,,60\n", 250, 102, 0, 82},
         {"a left scale without a step", "skipped\n,80,,60\nd,70,70\n", 1001, 103, 0, 72},
         {"a left scale without an interval", "skipped\n,80,,60\nd,70,70\n", 0, 103, 0, 72},
-        {"short rows", "skipped\n,80,,60\nd\n\n", 250, 0, 2, 82},
     };
     for (const Case& c : cases) {
         OpenSimulation graph = MakeSimulation();

@@ -69,17 +69,6 @@ TEST_F(StepGraph, MissingFileKeepsAllAndOneWithoutDaysForgetsAll) {
     EXPECT_EQ(Read(graph, ""), 102);
 }
 
-TEST_F(StepGraph, ScaleOfTheFileYieldsToTheBigOne) {
-    auto graph = Make<CStepGraph>();
-    DrawRecorded(graph, Head("2000") + "0,1/1,,,2000\n", kWideArea);
-    EXPECT_EQ(graph.m_nChartMax, 2000);
-    DrawRecorded(graph, Head("2000") + "0,1/1,,,2001\n", kWideArea);
-    EXPECT_EQ(graph.m_nChartMax, 5000);
-    EXPECT_EQ(graph.m_dChartInterval, 1000);
-    DrawRecorded(graph, Head("2000") + "0,1/1,,,9\n", kWideArea);
-    EXPECT_EQ(graph.m_nChartMax, 2000) << "each file sets the scale anew";
-}
-
 std::vector<std::string> Joined(std::vector<std::string> rows, const std::vector<std::string>& more) {
     rows.insert(rows.end(), more.begin(), more.end());
     return rows;

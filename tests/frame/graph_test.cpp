@@ -36,14 +36,11 @@ TEST_F(FrameTest, Messages) {
     };
     const Case kCases[] = {
         {"no day", {}, "4"},
-        {"no records", {4, 4}, "4"},
         {"no data", {2, 3, 2}, "2"},
-        {"excluded", {1}, "9"},
         {"one excluded", {2, 1, 3}, "9"},
         {"no records and others", {4, 1, 2}, ""},
         {"a day with figures", {2, 0, 2}, ""},
         {"an unknown status is a day with figures", {1, 7}, ""},
-        {"a negative one, too", {DWORD(-1), 4}, ""},
     };
     auto graph = Make();
     for (const Case& c : kCases) { // one graph: a former judgement must not last
@@ -68,7 +65,6 @@ TEST_F(FrameTest, Layout) {
     };
     const Case kCases[] = {
         {"a chart's place", kArea, 3, CRect(173, 125, 1073, 501)}, // 524 - 474 / 20
-        {"half a title more", kArea, 4, CRect(173, 150, 1073, 501)},
         {"no margins below 50 and 20", CRect(0, 0, 49, 19), 3, CRect(73, 75, 49, 19)},
         {"with 50 and 20 one pixel", CRect(0, 0, 50, 20), 3, CRect(73, 75, 49, 19)},
     };

@@ -39,10 +39,7 @@ protected:
 
 TEST_F(ActivityCal, ReadsDaysAndSpans) {
     const struct Case {
-        const char* why;
-        const char* head;
-        const char* caption;
-        const char* figure;
+        const char *why, *head, *caption, *figure;
     } cases[] = {
         {"one day", "0,20250301,20250301", "03/01", "250"},
         {"a span begins with a blank", "0,20250301,20250307", " 03/01~03/07", "250"},

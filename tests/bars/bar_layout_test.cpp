@@ -5,13 +5,10 @@
 namespace {
 
 TEST(BarLayout, BarsAndSlots) {
-    struct Case {
+    const struct Case {
         const char* why;
-        int left, right, day, days;
-        int slot, barLeft, barRight;
-    };
-    const Case kCases[] = {
-        {"one day", 100, 200, 0, 1, 100, 125, 175},
+        int left, right, day, days, slot, barLeft, barRight;
+    } kCases[] = {
         {"divisions truncate each by itself", 173, 1073, 3, 7, 558, 590, 654},
         {"the slot behind the last day ends the canvas", 173, 1073, 7, 7, 1073, 1105, 1169},
         {"narrower than two pixels a day", 0, 13, 6, 7, 11, 11, 11},

@@ -78,9 +78,7 @@ std::vector<std::string> Joined(std::vector<std::string> rows, const std::vector
 // (973, 101), its middle at 88.
 TEST_F(StepGraph, AverageStandsAtTheRightAndIsCutBeforeItIsScaled) {
     const struct Case {
-        const char* why;
-        const char* top;
-        const char* average;
+        const char *why, *top, *average;
         int y; // 0: no line
     } cases[] = {
         {"inside", "1000", "500", 275},

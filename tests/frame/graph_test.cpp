@@ -29,12 +29,11 @@ protected:
 };
 
 TEST_F(FrameTest, Messages) {
-    struct Case {
+    const struct Case {
         const char* why;
         std::vector<DWORD> statuses;
         const char* painted; ///< '4' no records, '2' no data, '9' excluded: the red of the message's colour
-    };
-    const Case kCases[] = {
+    } kCases[] = {
         {"no day", {}, "4"},
         {"no data", {2, 3, 2}, "2"},
         {"one excluded", {2, 1, 3}, "9"},
@@ -57,13 +56,12 @@ TEST_F(FrameTest, Messages) {
 }
 
 TEST_F(FrameTest, Layout) {
-    struct Case {
+    const struct Case {
         const char* why;
         CRect area;
         int titleSpace;
         CRect canvas;
-    };
-    const Case kCases[] = {
+    } kCases[] = {
         {"a chart's place", kArea, 3, CRect(173, 125, 1073, 501)}, // 524 - 474 / 20
         {"no margins below 50 and 20", CRect(0, 0, 49, 19), 3, CRect(73, 75, 49, 19)},
         {"with 50 and 20 one pixel", CRect(0, 0, 50, 20), 3, CRect(73, 75, 49, 19)},

@@ -91,7 +91,6 @@ TEST(DrawingRectangles, CoverLeftToRightLessOne) {
     const Case cases[] = {
         {"inside frame", PS_INSIDEFRAME, 1, {3, 4, 8, 9}, {3, 4, 8, 9}, {4, 5, 7, 8}},
         {"edges the wrong way round", PS_INSIDEFRAME, 1, {8, 9, 3, 4}, {3, 4, 8, 9}, {4, 5, 7, 8}},
-        {"width 0 is one pixel", PS_INSIDEFRAME, 0, {3, 4, 8, 9}, {3, 4, 8, 9}, {4, 5, 7, 8}},
         {"thick inside frame stays inside", PS_INSIDEFRAME, 2, {3, 4, 9, 10}, {3, 4, 9, 10}, {5, 6, 7, 8}},
         {"thick solid frame reaches out", PS_SOLID, 2, {3, 4, 9, 10}, {2, 3, 10, 11}, {4, 5, 8, 9}},
         {"all frame", PS_INSIDEFRAME, 3, {3, 4, 7, 8}, {3, 4, 7, 8}, {0, 0, 0, 0}},
@@ -154,8 +153,6 @@ TEST(DrawingText, IsMeasuredFromLeftAndTop) {
         {"single line", "a\nb", DT_SINGLELINE, {0, 0, 0, 0}, 18, 13},
         {"wraps at the width", "ab cd ef", DT_WORDBREAK, {10, 0, 42, 0}, 40, 26},
         {"a wider word stays whole", "ab abcdefgh", DT_WORDBREAK, {0, 0, 20, 0}, 48, 26},
-        {"placement changes nothing", "ab", DT_RIGHT | DT_BOTTOM | DT_SINGLELINE, {5, 6, 99, 99}, 17, 19},
-        {"ampersands are characters", "a&b", 0, {0, 0, 0, 0}, 18, 13},
         {"no text", "", 0, {5, 6, 50, 60}, 5, 6},
     };
     const Surface surface(CreateRecordingSurface(100, 100));
@@ -173,7 +170,6 @@ TEST(DrawingText, IsPlacedInItsBox) {
     };
     const Case cases[] = {
         {"left", 0, "10,20"},
-        {"centre and right", DT_CENTER, "29,20"},
         {"right", DT_RIGHT, "48,20"},
         {"bottom without single line doesn't count", DT_BOTTOM | DT_VCENTER, "10,20"},
         {"bottom", DT_BOTTOM | DT_SINGLELINE, "10,37"},

@@ -72,106 +72,38 @@ std::vector<RecordedOp> Record(const Draw& draw) {
     return ops;
 }
 
-TEST(Recording, Lines) {
-    struct Case {
-        Draw draw;
-        const char* line;
-    };
+TEST(Recording, OneLineForEachThingDrawn) {
     Picture picture;
-    const Case cases[] = {
-        {[](Backend& b) {
-             b.FillRect({81, 56, 101, 399}, kBlue);
-         },
-         "fill 81,56 20x343 #4A90D9\n"},
-        {[](Backend& b) {
-             b.FillRect({5, 5, 5, 9}, kBlue);
-         },
-         ""},
-        {[](Backend& b) { b.FillRect(kAll, kBlue); }, "fill -2147483648,-2147483648 4294967295x4294967295 #4A90D9\n"},
-        {[](Backend& b) {
-             b.StrokeLine({60, 39}, {8, 39}, Width(1));
-         },
-         "line 60,39 8,39 #000000 w1\n"},
-        {[](Backend& b) {
-             b.StrokeLine({0, 0}, {9, 9}, Width(1.0626));
-         },
-         "line 0,0 9,9 #000000 w1.063\n"},
-        {[](Backend& b) {
-             b.StrokeLine({0, 0}, {9, 9}, Width(NAN));
-         },
-         "line 0,0 9,9 #000000 wnan\n"},
-        {[](Backend& b) {
-             b.StrokeLine({0, 0}, {9, 9}, Dashes(18, 6, 0, true));
-         },
-         "line 0,0 9,9 #000000 w1 dash 18,6 gaps #FFFFFF\n"},
-        {[](Backend& b) {
-             b.StrokeLine({0, 0}, {9, 9}, Dashes(3, 3, std::sqrt(2), false));
-         },
-         "line 0,0 9,9 #000000 w1 dot 3,3 phase 1.414\n"},
-        {[](Backend& b) { b.FillShape(Round(Shape::Kind::Ellipse), kBlue); },
-         "ellipse 50,40.5 20x10.25 fill #4A90D9\n"},
-        {[](Backend& b) { b.StrokeShape(Round(Shape::Kind::Slice), Width(3)); },
-         "slice 50,40.5 20x10.25 from 90 sweep 180 stroke #000000 w3\n"},
-        {[](Backend& b) { b.FillShape(Triangle(false), kBlue); }, "polygon 1,2 30,4 -5,60 fill #4A90D9\n"},
-        {[](Backend& b) { b.FillShape(Triangle(true), kBlue); }, "polygon 1,2 30,4 -5,60 winding fill #4A90D9\n"},
-        {[&](Backend& b) {
-             b.Blit({0, 0, 8, 3}, picture.Buffer(), {1, 0, 4, 3}, SRCCOPY);
-         },
-         "image 0,0 8x3 from 3x3\n"},
-        {[&](Backend& b) {
-             b.Blit({0, 0, 4, 3}, picture.Buffer(), {0, 0, 4, 3}, SRCAND);
-         },
-         "image 0,0 4x3 from 4x3 and\n"},
-        {[&](Backend& b) {
-             b.Blit({0, 0, 4, 3}, picture.Buffer(), {0, 0, 4, 3}, SRCPAINT);
-         },
-         "image 0,0 4x3 from 4x3 or\n"},
-        {[&](Backend& b) {
-             b.Blit({0, 0, 4, 3}, picture.Buffer(), {1, 0, 5, 3}, SRCCOPY);
-         },
-         ""}, // beyond the picture
-    };
-    for (const Case& c : cases)
-        EXPECT_EQ(FormatRecording(Record(c.draw)), c.line);
-}
-
-TEST(Recording, Texts) {
-    struct Case {
-        const char* why;
-        const char* text;
-        int escapement;
-        RECT clip;
-        const char* line;
-    };
-    const Case cases[] = {
-        {"plain", "Steps", 0, kAll, R"(text "Steps" 12,20 40x15 "Sans 12 bold" #4A90D9)"},
-        {"clip that just holds it", "a", 0, {12, 20, 52, 35}, R"(text "a" 12,20 40x15 "Sans 12 bold" #4A90D9)"},
-        {"clip that cuts its last column",
-         "a",
-         0,
-         {12, 20, 51, 35},
-         R"(text "a" 12,20 40x15 "Sans 12 bold" #4A90D9 clip 12,20 51,35)"},
-        {"upwards: from -20 to 20",
-         "a",
-         900,
-         {12, -20, 27, 20},
-         R"(text "a" 12,20 40x15 "Sans 12 bold" #4A90D9 angle 900)"},
-        {"upwards, cut",
-         "a",
-         900,
-         {12, -19, 27, 20},
-         R"(text "a" 12,20 40x15 "Sans 12 bold" #4A90D9 angle 900 clip 12,-19 27,20)"},
-        {"escapes", "\"\\\n\r\t\x01\x7F\xC3\xA4", 0, kAll,
-         R"(text "\"\\\n\r\t\x01\x7Fä" 12,20 40x15 "Sans 12 bold" #4A90D9)"},
-    };
-    for (const Case& c : cases) {
-        const auto ops = Record([&](Backend& b) {
-            b.PaintText(Text(c.text), 0, {12, 20}, c.escapement, kBlue, c.clip);
-        });
-        EXPECT_EQ(FormatRecording(ops), std::string(c.line) + "\n") << c.why;
-    }
-    EXPECT_TRUE(Record([](Backend& b) { b.PaintText(Text("a"), 0, {0, 0}, 0, kBlue, {5, 5, 5, 9}); }).empty());
-    EXPECT_TRUE(Record([](Backend& b) { b.PaintText(Text("a"), 1, {0, 0}, 0, kBlue, kAll); }).empty());
+    const auto ops = Record([&](Backend& b) {
+        b.FillRect({81, 56, 101, 399}, kBlue);
+        b.FillRect({5, 5, 5, 9}, kBlue); // empty
+        b.FillRect(kAll, kBlue);
+        b.StrokeLine({60, 39}, {8, 39}, Width(1.0626));
+        b.StrokeLine({0, 0}, {9, 9}, Width(NAN));
+        b.StrokeLine({0, 0}, {9, 9}, Dashes(18, 6, 0, true));
+        b.StrokeLine({0, 0}, {9, 9}, Dashes(3, 3, std::sqrt(2), false));
+        b.StrokeShape(Round(Shape::Kind::Slice), Width(3));
+        b.FillShape(Triangle(true), kBlue);
+        b.Blit({0, 0, 8, 3}, picture.Buffer(), {1, 0, 4, 3}, SRCCOPY);
+        b.Blit({0, 0, 4, 3}, picture.Buffer(), {0, 0, 4, 3}, SRCAND);
+        b.Blit({0, 0, 4, 3}, picture.Buffer(), {1, 0, 5, 3}, SRCCOPY);                    // beyond the picture
+        b.PaintText(Text("\"\\\n\x01\xC3\xA4"), 0, {12, 20}, 0, kBlue, {12, 20, 52, 35}); // the clip just holds it
+        b.PaintText(Text("a"), 0, {12, 20}, 900, kBlue, {12, -19, 27, 20}); // upwards, cut: from -20 to 20
+        b.PaintText(Text("a"), 1, {0, 0}, 0, kBlue, kAll);                  // no such line
+    });
+    EXPECT_EQ(FormatRecording(ops), R"(fill 81,56 20x343 #4A90D9
+fill -2147483648,-2147483648 4294967295x4294967295 #4A90D9
+line 60,39 8,39 #000000 w1.063
+line 0,0 9,9 #000000 wnan
+line 0,0 9,9 #000000 w1 dash 18,6 gaps #FFFFFF
+line 0,0 9,9 #000000 w1 dot 3,3 phase 1.414
+slice 50,40.5 20x10.25 from 90 sweep 180 stroke #000000 w3
+polygon 1,2 30,4 -5,60 winding fill #4A90D9
+image 0,0 8x3 from 3x3
+image 0,0 4x3 from 4x3 and
+text "\"\\\n\x01ä" 12,20 40x15 "Sans 12 bold" #4A90D9
+text "a" 12,20 40x15 "Sans 12 bold" #4A90D9 angle 900 clip 12,-19 27,20
+)");
 }
 
 TEST(Recording, Replay) {

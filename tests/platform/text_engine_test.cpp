@@ -58,12 +58,10 @@ TEST(TextFace, HeightIsEmOrCell) {
     };
     const Case cases[] = {
         {"em", -10, 10, 13, 10},
-        {"a whole sum isn't rounded up", -20, 20, 25, 20},
         {"cell", 25, 20, 25, 20},
         {"cell that is no whole em", 14, 11.2, 14, 11},
         {"zero: the default", 0, 12, 15, 12},
         {"too large em", INT_MIN, 8000, 10000, 8000},
-        {"too large cell", INT_MAX, 6400, 8000, 6400},
         {"smallest cell", 1, 1, 1, 1},
     };
     for (const Case& c : cases) {
@@ -80,12 +78,9 @@ TEST(TextFace, TakesWhatTheMachineHas) {
         const char* family;
     };
     const Case cases[] = {
-        {"IPAGothic", "IPAGothic"},          {"MS Gothic", "IPAGothic"},
-        {"ＭＳ Ｐゴシック", "IPAPGothic"},   {"meiryo", "IPAPGothic"},
-        {"Tahoma", "DejaVu Sans"},           {"times new roman", "DejaVu Serif"},
-        {"Courier New", "DejaVu Sans Mono"}, {"", "DejaVu Sans"},
-        {"No Such Face", "DejaVu Sans"},     {",", "DejaVu Sans"},
-        {"\xFF\x01", "DejaVu Sans"},
+        {"MS Gothic", "IPAGothic"}, {"ＭＳ Ｐゴシック", "IPAPGothic"},
+        {"Tahoma", "DejaVu Sans"},  {"Courier New", "DejaVu Sans Mono"},
+        {"", "DejaVu Sans"},        {"\xFF\x01", "DejaVu Sans"},
     };
     for (const Case& c : cases)
         EXPECT_EQ(FamilyFor(c.name), c.family) << c.name;
@@ -103,22 +98,17 @@ TEST(TextLayout, BreaksIntoLines) {
     };
     const Case cases[] = {
         {"empty text has no lines", "", false, kNoWrap, {}, 0},
-        {"a line end alone is one empty line", "\n", false, kNoWrap, {""}, 0},
         {"a line end at the end adds no line", "ab\r\n", false, kNoWrap, {"ab"}, 12},
         {"both kinds, and an empty line", "a\r\n\nbcd", false, kNoWrap, {"a", "", "bcd"}, 18},
-        {"a carriage return alone is a blank", "a\rb\r", false, kNoWrap, {"a b "}, 24},
         {"single line: a line end is one blank", "a\r\nb\n", true, kNoWrap, {"a b "}, 24},
         {"other separators are blanks", "a\u2028b\u2029c\u0085d\te\x01", false, kNoWrap, {"a b c d e "}, 60},
-        {"ampersand and percent are characters", "&a %s", false, kNoWrap, {"&a %s"}, 30},
         {"fits exactly", "ab cd", false, 30, {"ab cd"}, 30},
         {"one less", "ab cd", false, 29, {"ab", "cd"}, 12},
         {"blanks at a wrap don't count", "ab   cd", false, 12, {"ab", "cd"}, 12},
         {"leading blanks do, and stay", "  ab cd", false, 12, {"  ab", "cd"}, 24},
         {"trailing blanks stay", "ab cd  ", false, 18, {"ab", "cd  "}, 24},
         {"no width: each word by itself", "a bcd e", false, 0, {"a", "bcd", "e"}, 18},
-        {"less than none: the same", "a bcd", false, INT_MIN, {"a", "bcd"}, 18},
         {"characters, not bytes", "体重 体重", false, 12, {"体重", "体重"}, 12},
-        {"only blanks", "   ", false, 6, {"   "}, 18},
         {"each paragraph wraps by itself", "a b\nc d", false, 6, {"a", "b", "c", "d"}, 6},
     };
     const auto face = Face(TextMedium::Fixed, -10);
@@ -150,8 +140,6 @@ TEST(TextLayout, WrapsShapedText) {
         {"Han and kana break anywhere", "漢字かな文", "漢字", {"漢字", "かな", "文"}},
         {"but not before a full stop", "漢字。文", "漢字", {"漢", "字。", "文"}},
         {"right to left", "שלום עולם", "שלום", {"שלום", "עולם"}},
-        {"figures that don't fit", "12 34", "12", {"12", "34"}},
-        {"an empty line between", "a\n\nb", "a", {"a", "", "b"}},
     };
     for (const TextMedium medium : {TextMedium::Pixels, TextMedium::Page})
         for (const Case& c : cases) {
@@ -185,11 +173,6 @@ TEST(TextLayout, LineHeightIsThatOfTheSelectedFont) {
     }
 }
 
-const char* const kTexts[] = {
-    "Office Wave 12,345",      "歩数 12,345 カロリー",       "שלום 123 abc עולם",       "مرحبا بالعالم لا 45",
-    "e\u0301x\u0323\u0301 %&", "\U0001F600\U00020000\u200B", "\u202Eabc\u202C \u2067x", "क्षत्रिय हिन्दी",
-};
-
 TEST(TextLayout, StandsWhatMakesNoSense) {
     std::string every;
     for (int c = 1; c < 256; ++c)
@@ -208,16 +191,6 @@ TEST(TextLayout, StandsWhatMakesNoSense) {
                 EXPECT_GE(layout->width, 0);
                 EXPECT_LE(layout->Height(), 1 << 24);
             }
-}
-
-TEST(TextCache, FindsTheSameTextOnly) {
-    const auto face = Face(TextMedium::Pixels);
-    const auto layout = LayOutText(face, "some text", false, 50);
-    EXPECT_EQ(LayOutText(face, "some text", false, 50), layout);
-    EXPECT_NE(LayOutText(face, "some text", true, 50), layout);
-    EXPECT_NE(LayOutText(face, "some text", false, 51), layout);
-    EXPECT_NE(LayOutText(Face(TextMedium::Pixels, -13), "some text", false, 50), layout);
-    EXPECT_EQ(LayOutText(face, "some text", false, 50), layout);
 }
 
 std::uint8_t CoverageAt(const CoverageMask& mask, int x, int y) {
@@ -304,16 +277,11 @@ std::string Dump(const TextLayout& layout) {
     return out.str();
 }
 
-void ExpectSameMask(const TextLayout& a, const TextLayout& b, int escapement, const std::string& text) {
-    const CoverageMask* mask = LineMask(a, 0, escapement);
-    const CoverageMask* other = LineMask(b, 0, escapement);
-    ASSERT_EQ(mask == nullptr, other == nullptr) << text;
-    if (mask == nullptr)
-        return;
-    EXPECT_EQ(mask->left, other->left) << text;
-    EXPECT_EQ(mask->top, other->top) << text;
-    EXPECT_EQ(mask->width, other->width) << text;
-    EXPECT_EQ(mask->coverage, other->coverage) << text;
+std::string DumpMask(const TextLayout& layout, int escapement) {
+    const CoverageMask* mask = LineMask(layout, 0, escapement);
+    return mask ? std::to_string(mask->left) + ',' + std::to_string(mask->top) + ',' + std::to_string(mask->width) +
+                      std::string(mask->coverage.begin(), mask->coverage.end())
+                : "";
 }
 
 TEST(Figures, AreExactlyAsIfShaped) {
@@ -329,7 +297,7 @@ TEST(Figures, AreExactlyAsIfShaped) {
                     ASSERT_NE(figure->figures, nullptr) << name << " " << height;
                     EXPECT_EQ(Dump(*figure), Dump(shaped));
                     for (const int escapement : {0, 900, 300})
-                        ExpectSameMask(*figure, shaped, escapement, text);
+                        EXPECT_EQ(DumpMask(*figure, escapement), DumpMask(shaped, escapement)) << text;
                 }
             }
 }

@@ -33,18 +33,13 @@ TEST_F(Dates, Formatting) {
         const char* text;
     };
     const Case kCases[] = {
-        {"a day", "20081231", "%m/%d/%Y", "12/31/2008"},
         {"with a time behind it", "20081231235959", "%m/%d/%Y", "12/31/2008"},
         {"the day of the week and of the year", "20080229", "%a %j %U", "Fri 060 08"},
         {"too short", "2008", "%Y", "2008"},
         {"no such month", "20081399", "%Y", "20081399"},
         {"no leap year", "20090229", "%Y", "20090229"},
-        {"the 31st of a short month", "20080431", "%Y", "20080431"},
-        {"letters", "ABCDEFGH", "%Y", "ABCDEFGH"},
         {"negative month", "2008-1-1", "%Y", "2008-1-1"},
-        {"first year", "01000101", "%d.%m.", "01.01."},
         {"before the first year", "00990101", "%d.%m.", "00990101"},
-        {"empty format", "20081231", "", ""},
         {"a format that yields nothing", "20081231", "%Z", ""},
         {"other bytes pass", "20081231", "%Y\xE5\xB9\xB4\xFF", "2008\xE5\xB9\xB4\xFF"},
     };
@@ -58,7 +53,6 @@ TEST_F(Dates, LongFormats) {
     EXPECT_EQ(FormatDate("20081231", (tenThousand + "%d").c_str(), ""), (tenThousand + "31").c_str());
     EXPECT_EQ(FormatDate("20081231", "%65536d", "").GetLength(), 65536);
     EXPECT_EQ(FormatDate("20081231", "%65537d", ""), "");
-    EXPECT_EQ(FormatDate("20081231", "%99999999999d", ""), "");
 }
 
 TEST_F(Dates, InALocale) {
@@ -99,19 +93,12 @@ TEST_F(Dates, FormatFromTheProfile) {
     EXPECT_EQ(FormatDateEx("20081231", "LONG", ""), (std::string(98, '-') + "%").c_str()); // cut to 99 bytes
 }
 
-TEST(Desktop, DayNames) {
-    EXPECT_EQ(melkar::AbbreviatedDayNames("no_SUCH"),
-              (melkar::DayNames{"Mon", "Tue", "Wed", "Thu", "Fri", "Sat", "Sun"}));
-    const melkar::DayNames names = melkar::AbbreviatedDayNames("");
-    const int size = static_cast<int>(names[6].size()) + 1;
-    char buffer[100];
+TEST(Desktop, DayNamesGoIntoTheirBufferWhole) {
+    char buffer[4];
     constexpr DWORD kSunday = LOCALE_NOUSEROVERRIDE | LOCALE_SABBREVDAYNAME7;
-    EXPECT_EQ(GetLocaleInfoA(LOCALE_USER_DEFAULT, kSunday, buffer, 100), size);
-    EXPECT_EQ(buffer, names[6]);
+    const int size = static_cast<int>(melkar::AbbreviatedDayNames("")[6].size()) + 1;
     EXPECT_EQ(GetLocaleInfoA(LOCALE_USER_DEFAULT, kSunday, nullptr, 0), size);
     EXPECT_EQ(GetLocaleInfoA(LOCALE_USER_DEFAULT, kSunday, buffer, size - 1), 0);
-    EXPECT_EQ(GetLocaleInfoA(LOCALE_USER_DEFAULT, kSunday, nullptr, 100), 0);
-    EXPECT_EQ(GetLocaleInfoA(LOCALE_USER_DEFAULT, LOCALE_SABBREVDAYNAME7 + 1, buffer, 100), 0);
 }
 
 } // namespace

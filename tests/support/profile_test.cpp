@@ -16,16 +16,12 @@ constexpr char kProfile[] = "\xEF\xBB\xBF"
                             "EARLY=no section\r\n"
                             "[ Steps ]  ; behind the bracket\r\n"
                             "; COMMENT=1\r\n"
-                            "  ;INDENTED=1\r\n"
                             "max = 42 \r\n"
                             "MAX=43\r\n"
                             "two words=\t both \t words \r\n"
                             "DOUBLE=\" kept \"\r\n"
                             "SINGLE='a'\r\n"
-                            "NESTED=\"'a'\"\r\n"
                             "UNEVEN=\"a'\r\n"
-                            "ONE=\"\r\n"
-                            "EMPTY=\r\n"
                             "EQUALS=a=b;c\r\n"
                             "no equals sign\r\n"
                             "= no key\r\n"
@@ -45,27 +41,20 @@ TEST(Profile, SnapshotAndSingleReadsAgree) {
     };
     const Case kCases[] = {
         {"Steps", "EARLY", nullptr},
-        {"", "EARLY", nullptr},
         {"STEPS", "Max", "42"},
         {"steps", "two Words", "both \t words"},
         {" Steps ", " max ", "42"},
         {"Steps", "; COMMENT", nullptr},
-        {"Steps", ";INDENTED", nullptr},
         {"Steps", "DOUBLE", " kept "},
         {"Steps", "SINGLE", "a"},
-        {"Steps", "NESTED", "'a'"},
         {"Steps", "UNEVEN", "\"a'"},
-        {"Steps", "ONE", "\""},
-        {"Steps", "EMPTY", ""},
         {"Steps", "EQUALS", "a=b;c"},
         {"Steps", "no equals sign", nullptr},
         {"Steps", "", nullptr},
         {"Steps", "BYTES", "\x93\xFA"},
-        {"Steps", "OTHER_KEY", nullptr},
         {"Other", "OTHER_KEY", "o"},
         {"Steps", "LATE", nullptr},
         {"open", "last", "end"},
-        {"Nowhere", "max", nullptr},
     };
     const TempWorkdir work;
     const std::string path = work.Write("conf/p.cnf", kProfile);
@@ -102,7 +91,6 @@ TEST(Profile, ReaderChoosesTheFileAndBreaksLines) {
     EXPECT_EQ(reader.ReadString("", "A", "k", ""), "a\nb");
     EXPECT_EQ(reader.ReadString("..\\conf\\other.cnf", "A", "k", ""), "other");
     EXPECT_EQ(reader.ReadString("", "A", "none", "x__YN__y"), "x\ny");
-    EXPECT_EQ(reader.ReadString("", "A", "none", nullptr), "");
     EXPECT_EQ(reader.ReadString("", "A", "long", "").GetLength(), 9999);
     EXPECT_EQ(reader.ReadStringToInt("", "A", "n", 9), 9);
     EXPECT_EQ(reader.ReadStringToInt("../conf/other.cnf", "A", "n", 9), 3);
@@ -118,14 +106,10 @@ TEST(Profile, ColoursAndPoints) {
     const auto color = [&](const char* key) { return GetRGBEx(path.c_str(), "A", key, 0x123456); };
     EXPECT_EQ(color("c"), 0x8000FFUL);
     EXPECT_EQ(color("two"), 0x123456UL);
-    EXPECT_EQ(color("none"), 0x123456UL);
     EXPECT_EQ(color("big"), 44UL);
     EXPECT_EQ(color("less"), 255UL);
     EXPECT_EQ(color("four"), 0x030201UL);
-    EXPECT_EQ(color("words"), 0UL);
-    EXPECT_EQ(color(nullptr), 0x123456UL);
     EXPECT_EQ(GetRGB(path.c_str(), "A", "s"), 0x02002CUL);
-    EXPECT_EQ(GetRGB(path.c_str(), "A", nullptr), 0UL);
 
     EXPECT_EQ(CPoint(GetPOINT(path.c_str(), "A", "p")), CPoint(3, -4));
     EXPECT_EQ(CPoint(GetPOINT(path.c_str(), "A", "one")), CPoint(0, 0));

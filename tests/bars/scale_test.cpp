@@ -95,19 +95,4 @@ TEST(ScaleTest, WalkIsBoundedByThePixels) {
             EXPECT_LE(melkar::WalkScale({-2147483648.0, 2147483647.0, 100, 100 + height}, interval, 0).count, 302);
 }
 
-TEST(ScaleTest, Labels) {
-    const struct Case {
-        const char* why;
-        double value;
-        int decimals;
-        const char* label;
-    } kCases[] = {
-        {"whole values carry no decimals", 5, 2, "5"},
-        {"rounded up", 7.5, 0, "8"},
-        {"rounded to even", 2.5, 0, "2"},
-    };
-    for (const Case& c : kCases)
-        EXPECT_EQ(melkar::ScaleLabel(c.value, c.decimals), c.label) << c.why;
-}
-
 } // namespace

@@ -68,27 +68,6 @@ Stroke Width(double width) {
     return stroke;
 }
 
-TEST_F(Page, LinesCoverTheAreaOfTheirPixels) {
-    struct Case {
-        const char* why;
-        POINT from;
-        POINT to;
-        double width;
-        const char* path;
-    };
-    const Case cases[] = {
-        {"row", {10, 20}, {30, 20}, 1, "M 10 20 L 30 20 L 30 21 L 10 21"},
-        {"to the left: the first pixel, not the last", {30, 20}, {10, 20}, 1, "M 11 20 L 31 20 L 31 21 L 11 21"},
-        {"odd width", {10, 20}, {10, 30}, 3, "M 9 20 L 12 20 L 12 30 L 9 30"},
-        {"far beyond the page", {INT_MIN, 20}, {INT_MAX, 20}, 1, "M 0 20 L 400 20 L 400 21 L 0 21"},
-        {"sloped", {10, 20}, {30, 25}, 2, "M 10.5 20.5 L 30.5 25.5"},
-    };
-    for (const Case& c : cases)
-        EXPECT_THAT(DrawFile(PageFormat::Svg, 96, [&](Backend& b) { b.StrokeLine(c.from, c.to, Width(c.width)); }),
-                    HasSubstr(std::string(" d=\"") + c.path + " "))
-            << c.why;
-}
-
 TEST_F(Page, TextIsFoundWhereItStands) {
     if (OutputOf("command -v pdftotext").empty())
         GTEST_SKIP() << "no pdftotext";

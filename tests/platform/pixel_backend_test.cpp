@@ -89,14 +89,6 @@ Shape Ellipse(double x, double y, double rx, double ry) {
     return shape;
 }
 
-Shape Slice(double x, double y, double r, double from, double sweep) {
-    Shape shape = Ellipse(x, y, r, r);
-    shape.kind = Shape::Kind::Slice;
-    shape.from = from;
-    shape.sweep = sweep;
-    return shape;
-}
-
 Shape Polygon(std::vector<POINT> points, bool winding = false) {
     Shape shape;
     shape.points = std::move(points);
@@ -205,30 +197,6 @@ TEST(PixelLines, SlopedLinesSideBySideHaveNoSeam) {
         }
 }
 
-TEST(PixelShapes, CoverWhatTheirEdgesEnclose) {
-    Canvas canvas(40, 40);
-    canvas.backend->FillShape(Polygon({{10, 10}, {30, 10}, {30, 20}, {10, 20}}), kBlack);
-    EXPECT_EQ(canvas.Row(10), std::string(10, '.') + std::string(20, '#') + std::string(10, '.'));
-    EXPECT_EQ(canvas.Inked(), 200);
-
-    const auto quarter = [](double from, int x, int y) { // the pixel lies in the quarter turn that begins at `from`
-        Canvas pie(40, 40);
-        pie.backend->FillShape(Slice(20, 20, 15, from, std::acos(-1.0) / 2), kBlack);
-        return pie.At(x, y) == kBlack && pie.At(39 - x, 39 - y) == kWhite && pie.At(39 - x, y) == kWhite &&
-               pie.At(x, 39 - y) == kWhite;
-    };
-    EXPECT_TRUE(quarter(0, 25, 14)) << "counter-clockwise: right to top";
-    EXPECT_TRUE(quarter(std::acos(-1.0) / 2, 14, 14)) << "top to left";
-    EXPECT_TRUE(quarter(1e3 * std::acos(-1.0), 25, 14)) << "many turns on";
-
-    Canvas disc(40, 40);
-    disc.backend->FillShape(Ellipse(20, 20, 10, 5), kBlack);
-    double ink = 0;
-    for (const int sum : Darkness(disc, false))
-        ink += sum / 255.0;
-    EXPECT_NEAR(ink, std::acos(-1.0) * 10 * 5, 1);
-}
-
 /// Pixels that name their place.
 void Number(Canvas& canvas) {
     for (int y = 0; y < canvas.buffer.height; ++y)
@@ -285,26 +253,6 @@ TEST(PixelBlit, OperationsAndRefusals) {
         EXPECT_EQ(canvas.At(1, 1), c.first) << c.why;
         EXPECT_EQ(canvas.At(3, 3), under) << c.why;
     }
-}
-
-TEST(PixelBlit, MasksTakeTheNearestAndPicturesBlend) {
-    std::uint32_t halves[] = {kBlack, kWhite};
-    const PixelBuffer picture{halves, 2, 1, 2};
-    Canvas mask(9, 1);
-    mask.backend->Blit({0, 0, 8, 1}, picture, {0, 0, 2, 1}, SRCAND);
-    EXPECT_EQ(mask.Row(0), "####.....");
-    Canvas smooth(9, 1);
-    smooth.backend->Blit({0, 0, 8, 1}, picture, {0, 0, 2, 1}, SRCCOPY);
-    EXPECT_EQ(smooth.Row(0), "##????...") << "ends stay, the middle passes over";
-    EXPECT_EQ(smooth.At(3, 0), 0xFF606060U) << "centre at 0.375 of the way: 255 * 0.375 = 95.6";
-
-    std::uint32_t fine[] = {kBlack, kWhite, kWhite, kWhite};
-    Canvas coarse(2, 1, kBlack);
-    coarse.backend->Blit({0, 0, 2, 1}, {fine, 4, 1, 4}, {0, 0, 4, 1}, SRCPAINT);
-    EXPECT_EQ(coarse.Row(0), "..") << "the centres lie on the second and the fourth";
-    Canvas average(1, 1, kRed);
-    average.backend->Blit({0, 0, 1, 1}, {fine, 4, 1, 4}, {0, 0, 4, 1}, SRCCOPY);
-    EXPECT_EQ(average.At(0, 0), 0xFFBFBFBFU) << "three quarters of 255 = 191";
 }
 
 TEST(PixelText, MaskBlendsRoundedAndClipped) {

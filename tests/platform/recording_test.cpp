@@ -106,35 +106,5 @@ text "a" 12,20 40x15 "Sans 12 bold" #4A90D9 angle 900 clip 12,-19 27,20
 )");
 }
 
-TEST(Recording, Replay) {
-    Picture picture;
-    const auto ops = Record([&](Backend& b) {
-        b.FillRect({0, 0, 100, 80}, kBlue);
-        b.StrokeLine({20, 25}, {30, 25}, Width(1));
-        b.FillShape(Round(Shape::Kind::Ellipse), kBlue);
-        b.PaintText(Text("a"), 0, {20, 30}, 0, kBlue, {20, 30, 25, 99});
-        b.Blit({58, 20, 62, 23}, picture.Buffer(), {0, 0, 4, 3}, SRCCOPY);
-    });
-    std::vector<RecordedOp> played;
-    const auto to = MakeRecordingBackend(played, 200, 100);
-    Replay(ops, *to, {20, 20, 60, 40}, 105, 3, {0, 0, 200, 100});
-    to->FillRect({0, 0, 200, 100}, 0); // the clip is the whole again
-    EXPECT_EQ(FormatRecording(played), "fill 105,3 40x20 #4A90D9\n"
-                                       "line 105,8 115,8 #000000 w1\n"
-                                       "ellipse 135,23.5 20x10.25 fill #4A90D9 clip 105,3 145,23\n"
-                                       "text \"a\" 105,13 40x15 \"Sans 12 bold\" #4A90D9 clip 105,13 110,23\n"
-                                       "image 143,3 2x3 from 2x3\n"
-                                       "fill 0,0 200x100 #000000\n");
-
-    // What was cut stays cut when it is played from the copy, and marks are no drawing.
-    RecordedOp mark;
-    mark.verb = RecordedOp::Verb::Copy;
-    played = {mark, played[2]};
-    std::vector<RecordedOp> again;
-    Replay(played, *MakeRecordingBackend(again, 200, 100), {100, 0, 200, 100}, 0, 0, {0, 0, 200, 100});
-    EXPECT_EQ(FormatRecording(again), "ellipse 35,23.5 20x10.25 fill #4A90D9 clip 5,3 45,23\n");
-    EXPECT_EQ(FormatRecording({mark}), "copy 0,0 0x0 from 0,0\n");
-}
-
 } // namespace
 } // namespace melkar

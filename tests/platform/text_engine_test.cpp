@@ -162,37 +162,6 @@ TEST(TextLayout, RightToLeftLineStartsAtItsLeftEnd) {
     EXPECT_EQ(run.glyphs.back().x, alone->lines[0].runs[0].glyphs.back().x);
 }
 
-TEST(TextLayout, LineHeightIsThatOfTheSelectedFont) {
-    for (const int height : {-12, -20, 14, 25}) {
-        const auto face = Face(TextMedium::Pixels, height);
-        const auto latin = LayOutText(face, "x", true, kNoWrap);
-        const auto fallback = LayOutText(face, "漢字\U00020000", true, kNoWrap);
-        EXPECT_EQ(fallback->Height(), latin->Height());
-        // Ascent 1901 and descent 483 of 2048 units.
-        EXPECT_EQ(latin->Height(), height > 0 ? height : static_cast<int>(std::ceil(-height * 2384 / 2048.0)));
-    }
-}
-
-TEST(TextLayout, StandsWhatMakesNoSense) {
-    std::string every;
-    for (int c = 1; c < 256; ++c)
-        every += static_cast<char>(c);
-    const std::string texts[] = {every,
-                                 std::string(60000, 'm'),
-                                 std::string(20000, ' '),
-                                 std::string(300000, '\n'),
-                                 std::string(20000, '\x91'),
-                                 std::string("a\0b", 3)};
-    for (const auto& face : {Face(TextMedium::Pixels), Face(TextMedium::Pixels, INT_MIN), Face(TextMedium::Fixed, 1)})
-        for (const std::string& text : texts)
-            for (const int wrap : {kNoWrap, 50, INT_MAX}) {
-                const auto layout = LayOutText(face, text, false, wrap);
-                EXPECT_GT(layout->Height(), 0);
-                EXPECT_GE(layout->width, 0);
-                EXPECT_LE(layout->Height(), 1 << 24);
-            }
-}
-
 std::uint8_t CoverageAt(const CoverageMask& mask, int x, int y) {
     const int column = x - mask.left;
     const int row = y - mask.top;
@@ -300,17 +269,6 @@ TEST(Figures, AreExactlyAsIfShaped) {
                         EXPECT_EQ(DumpMask(*figure, escapement), DumpMask(shaped, escapement)) << text;
                 }
             }
-}
-
-TEST(Figures, AreShapedIfGlyphsDependOnTheirNeighbours) {
-    // With exact advances a glyph's whole-pixel width says nothing of where the next one stands.
-    TextFace face(Describe("DejaVu Sans", -12), TextMedium::Pixels);
-    TextFace exact(Describe("DejaVu Sans", -12), TextMedium::Page);
-    std::swap(face.shaper, exact.shaper);
-    EXPECT_EQ(FiguresOf(face), nullptr);
-    std::swap(face.shaper, exact.shaper);
-    face.figuresTried = false;
-    EXPECT_NE(FiguresOf(face), nullptr);
 }
 
 TEST(TextEngine, ThreadsDontMeet) {

@@ -93,12 +93,4 @@ TEST_F(Dates, FormatFromTheProfile) {
     EXPECT_EQ(FormatDateEx("20081231", "LONG", ""), (std::string(98, '-') + "%").c_str()); // cut to 99 bytes
 }
 
-TEST(Desktop, DayNamesGoIntoTheirBufferWhole) {
-    char buffer[4];
-    constexpr DWORD kSunday = LOCALE_NOUSEROVERRIDE | LOCALE_SABBREVDAYNAME7;
-    const int size = static_cast<int>(melkar::AbbreviatedDayNames("")[6].size()) + 1;
-    EXPECT_EQ(GetLocaleInfoA(LOCALE_USER_DEFAULT, kSunday, nullptr, 0), size);
-    EXPECT_EQ(GetLocaleInfoA(LOCALE_USER_DEFAULT, kSunday, buffer, size - 1), 0);
-}
-
 } // namespace

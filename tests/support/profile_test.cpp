@@ -68,21 +68,6 @@ TEST(Profile, SnapshotAndSingleReadsAgree) {
     }
 }
 
-TEST(Profile, ReadsAreCutToTheBuffer) {
-    const TempWorkdir work;
-    const std::string path = work.Write("conf/p.cnf", "[A]\nk=12345\n");
-    char buffer[8];
-    std::memset(buffer, '#', sizeof buffer);
-    EXPECT_EQ(GetPrivateProfileStringA("A", "k", "", buffer, 4, path.c_str()), 3U);
-    EXPECT_EQ(std::string(buffer, 5), std::string("123\0#", 5));
-    EXPECT_EQ(GetPrivateProfileStringA("A", "x", "fallback", buffer, 4, path.c_str()), 3U);
-    EXPECT_STREQ(buffer, "fal");
-    EXPECT_EQ(GetPrivateProfileStringA("A", "k", "", nullptr, 4, path.c_str()), 0U);
-    EXPECT_EQ(GetPrivateProfileStringA("A", "k", "", buffer, 0, path.c_str()), 0U);
-    EXPECT_EQ(GetPrivateProfileStringA(nullptr, nullptr, nullptr, buffer, 4, nullptr), 0U);
-    EXPECT_STREQ(buffer, "");
-}
-
 TEST(Profile, ReaderChoosesTheFileAndBreaksLines) {
     const TempWorkdir work;
     work.Write("conf/own.cnf", "[A]\nk=a__YN__b\nlong=" + std::string(10001, 'x') + "\n");

@@ -101,11 +101,16 @@ struct Copy {
     RECT source;
 };
 
-/// One axis of a copy: the span `from`..`to` of the source, cut to 0..limit, and the target span with it.
+/// One axis of a copy: the span `from`..`to` of the source, cut to 0..limit, and the target span with it. A span beside
+/// the picture becomes empty as it is: at the edge of an int it has no width to scale by.
 void CutSpan(int& from, int& to, int& targetFrom, int& targetTo, int limit) {
-    const double scale = (double{1} * targetTo - targetFrom) / (double{1} * to - from);
     const int cutFrom = std::max(from, 0);
     const int cutTo = std::min(to, limit);
+    if (cutFrom >= cutTo) {
+        to = from;
+        return;
+    }
+    const double scale = (double{1} * targetTo - targetFrom) / (double{1} * to - from);
     targetTo = Saturated(targetFrom + std::llround((double{1} * cutTo - from) * scale));
     targetFrom = Saturated(targetFrom + std::llround((double{1} * cutFrom - from) * scale));
     from = cutFrom;

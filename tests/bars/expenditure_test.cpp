@@ -54,24 +54,6 @@ TEST_F(Expenditure, ReadsTheTwoPartsOfADay) {
     }
 }
 
-TEST_F(Expenditure, TakesTheHeader) {
-    OpenExpenditure graph = MakeExpenditure();
-    graph.m_strAverage = "9";
-    EXPECT_EQ(Read(graph, Head("1800.5", "0")), 102);
-    EXPECT_EQ(graph.m_strHeaderField0, "A");
-    EXPECT_EQ(graph.m_strHeaderField1, "B");
-    EXPECT_EQ(graph.m_strAverageIntake, "1800.5");
-    EXPECT_EQ(graph.m_nHeaderField5, 77);
-    EXPECT_EQ(graph.m_strAverage, "");
-    EXPECT_EQ(graph.m_nChartMin, 0);
-    EXPECT_EQ(graph.m_dChartInterval, 500);
-    EXPECT_EQ(graph.m_nChartMax, 10000);
-    EXPECT_THAT(m_files.Read("log/graph.log"), HasSubstr("CODE = [340]"));
-    char missing[] = "no-such.csv";
-    EXPECT_EQ(graph.ReadDataFile(missing), 101);
-    EXPECT_EQ(graph.m_strAverageIntake, "1800.5");
-}
-
 // The label's font has 13 pixels: 8 x 17 a character. Beside the canvas are 73 pixels, so that it wraps.
 TEST_F(Expenditure, BandOfTheAverageIntake) {
     const struct Case {

@@ -138,46 +138,6 @@ TEST(PixelLines, FourRowsMakeOneThickPattern) {
         EXPECT_EQ(canvas.Row(y), ".###..###...");
 }
 
-/// Darkness of each column (row) of a black line on white, 255 for one whole pixel.
-std::vector<int> Darkness(const Canvas& canvas, bool steep) {
-    const int steps = steep ? canvas.buffer.height : canvas.buffer.width;
-    const int across = steep ? canvas.buffer.width : canvas.buffer.height;
-    std::vector<int> sums;
-    for (int i = 0; i < steps; ++i) {
-        int sum = 0;
-        for (int k = 0; k < across; ++k)
-            sum += 255 - static_cast<int>(canvas.At(steep ? k : i, steep ? i : k) & 0xFFU);
-        sums.push_back(sum);
-    }
-    return sums;
-}
-
-TEST(PixelLines, SlopedStepsWeighOnePixelEach) {
-    struct Case {
-        const char* why;
-        POINT from, to;
-    };
-    const Case cases[] = {
-        {"right, down", {5, 5}, {34, 12}}, {"right, up", {5, 30}, {34, 19}},  {"left, up", {34, 30}, {5, 7}},
-        {"left, down", {34, 5}, {5, 17}},  {"steep, down", {5, 5}, {16, 34}}, {"steep, up", {20, 34}, {7, 5}},
-        {"steep, left", {30, 5}, {3, 34}}, {"diagonal", {5, 5}, {34, 34}},    {"nearly level", {5, 5}, {34, 6}},
-    };
-    for (const Case& c : cases) {
-        Canvas canvas(40, 40);
-        canvas.backend->StrokeLine(c.from, c.to, Pen());
-        const bool steep = std::abs(c.to.y - c.from.y) > std::abs(c.to.x - c.from.x);
-        const int start = steep ? c.from.y : c.from.x;
-        const int end = steep ? c.to.y : c.to.x;
-        const std::vector<int> sums = Darkness(canvas, steep);
-        for (int i = 0; i < 40; ++i) {
-            const bool on = start < end ? i >= start && i < end : i <= start && i > end;
-            EXPECT_NEAR(sums[static_cast<std::size_t>(i)], on ? 255 : 0, 1) << c.why << " at " << i;
-        }
-        EXPECT_EQ(canvas.At(c.from.x, c.from.y), kBlack) << c.why;
-        EXPECT_EQ(canvas.At(c.to.x, c.to.y), kWhite) << c.why;
-    }
-}
-
 TEST(PixelLines, SlopedLinesSideBySideHaveNoSeam) {
     // Three lines one pixel apart, in either order, shallow and steep: whatever isn't an edge is the whole colour.
     for (const bool isSteep : {false, true})

@@ -86,40 +86,6 @@ TEST(TextFace, TakesWhatTheMachineHas) {
         EXPECT_EQ(FamilyFor(c.name), c.family) << c.name;
 }
 
-// Built-in metrics at em 10: 6 a character.
-TEST(TextLayout, BreaksIntoLines) {
-    struct Case {
-        const char* why;
-        const char* text;
-        bool singleLine;
-        int wrap;
-        std::vector<std::string> lines;
-        int width;
-    };
-    const Case cases[] = {
-        {"empty text has no lines", "", false, kNoWrap, {}, 0},
-        {"a line end at the end adds no line", "ab\r\n", false, kNoWrap, {"ab"}, 12},
-        {"both kinds, and an empty line", "a\r\n\nbcd", false, kNoWrap, {"a", "", "bcd"}, 18},
-        {"single line: a line end is one blank", "a\r\nb\n", true, kNoWrap, {"a b "}, 24},
-        {"other separators are blanks", "a\u2028b\u2029c\u0085d\te\x01", false, kNoWrap, {"a b c d e "}, 60},
-        {"fits exactly", "ab cd", false, 30, {"ab cd"}, 30},
-        {"one less", "ab cd", false, 29, {"ab", "cd"}, 12},
-        {"blanks at a wrap don't count", "ab   cd", false, 12, {"ab", "cd"}, 12},
-        {"leading blanks do, and stay", "  ab cd", false, 12, {"  ab", "cd"}, 24},
-        {"trailing blanks stay", "ab cd  ", false, 18, {"ab", "cd  "}, 24},
-        {"no width: each word by itself", "a bcd e", false, 0, {"a", "bcd", "e"}, 18},
-        {"characters, not bytes", "体重 体重", false, 12, {"体重", "体重"}, 12},
-        {"each paragraph wraps by itself", "a b\nc d", false, 6, {"a", "b", "c", "d"}, 6},
-    };
-    const auto face = Face(TextMedium::Fixed, -10);
-    for (const Case& c : cases) {
-        const auto layout = LayOutText(face, c.text, c.singleLine, c.wrap);
-        EXPECT_EQ(LinesOf(*layout), c.lines) << c.why;
-        EXPECT_EQ(layout->width, c.width) << c.why;
-        EXPECT_EQ(layout->Height(), 13 * static_cast<int>(c.lines.size())) << c.why;
-    }
-}
-
 int WidthOf(const std::shared_ptr<TextFace>& face, std::string_view text) {
     return LayOutText(face, text, true, kNoWrap)->width;
 }

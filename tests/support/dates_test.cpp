@@ -84,13 +84,4 @@ TEST_F(Dates, ProcessLocaleIsCAfterwards) {
     EXPECT_EQ(ProcessLocale(), "C");
 }
 
-TEST_F(Dates, FormatFromTheProfile) {
-    const TempWorkdir work;
-    EXPECT_EQ(FormatDateEx("20081231", "SHORT", ""), "12/31/2008");
-    work.Write("conf/config.cnf", "[SYSTEM]\nSHORT=%d.%m.\nLONG=" + std::string(98, '-') + "%d\n");
-    EXPECT_EQ(FormatDateEx("20081231", "SHORT", ""), "31.12.");
-    EXPECT_EQ(FormatDateEx("20081231", "OTHER", ""), "12/31/2008");
-    EXPECT_EQ(FormatDateEx("20081231", "LONG", ""), (std::string(98, '-') + "%").c_str()); // cut to 99 bytes
-}
-
 } // namespace

@@ -1,6 +1,5 @@
+#include "brushes.h"
 #include "support/temp_workdir.h"
-
-#include <MelkarCommon/support/platform/backend.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -23,6 +22,12 @@ using testing::Not;
 
 using Draw = std::function<void(Backend&)>;
 
+constexpr Color kBlue = 0xFF0000FFU;
+
+Draw Line(POINT from, POINT to, const Stroke& stroke) {
+    return [=](Backend& b) { b.StrokeLine(from, to, stroke); };
+}
+
 /// What stands between the first `head` and the next `tail`; empty if there is none.
 std::string Between(const std::string& text, const std::string& head, const std::string& tail) {
     const std::size_t start = text.find(head);
@@ -32,13 +37,37 @@ std::string Between(const std::string& text, const std::string& head, const std:
     return text.substr(from, text.find(tail, from) - from);
 }
 
+/// From each place where `word` stands to the next "/>".
+std::vector<std::string> Elements(const std::string& svg, const std::string& word) {
+    std::vector<std::string> elements;
+    for (std::size_t at = svg.find(word); at != std::string::npos; at = svg.find(word, at + 1))
+        elements.push_back(svg.substr(at, svg.find("/>", at) - at));
+    return elements;
+}
+
 /// One page of 400 x 300 units, in a directory of its own.
 struct Page : testing::Test {
+    std::unique_ptr<PageFile> Make(const std::string& name, PageFormat format, int dpi = 96) const {
+        return MakePageBackend(work.Path(name).c_str(), format, 400, 300, dpi);
+    }
     std::string DrawFile(PageFormat format, int dpi, const Draw& draw) const {
-        const auto page = MakePageBackend(work.Path("page").c_str(), format, 400, 300, dpi);
+        const auto page = Make("page", format, dpi);
         draw(*page);
         EXPECT_TRUE(page->Finish());
         return work.Read("page");
+    }
+
+    /// The filled and stroked paths of an SVG page at 96 dpi: corners or ends alone, and the pattern.
+    std::vector<std::string> Paths(const Draw& draw) const {
+        std::vector<std::string> paths;
+        for (const std::string& element : Elements(DrawFile(PageFormat::Svg, 96, draw), "<path ")) {
+            const std::string line = Between(element, " d=\"", "\"");
+            const std::string dash = Between(element, "dasharray:", ";");
+            const std::string phase = Between(element, "dashoffset:", ";");
+            paths.push_back(line.substr(0, std::min(line.find(" Z"), line.find_last_not_of(' ') + 1)) +
+                            (dash.empty() ? "" : " dash " + dash) + (phase.empty() ? "" : " from " + phase));
+        }
+        return paths;
     }
 
     std::vector<std::string> Files() const {
@@ -62,10 +91,48 @@ std::string OutputOf(const std::string& command) {
     return output;
 }
 
-Stroke Width(double width) {
-    Stroke stroke;
-    stroke.width = width;
-    return stroke;
+TEST_F(Page, LinesCoverTheAreaOfTheirPixels) {
+    struct Case {
+        const char* why;
+        POINT from, to;
+        double width;
+        const char* path;
+    };
+    const Case cases[] = {
+        {"row", {10, 20}, {30, 20}, 1, "M 10 20 L 30 20 L 30 21 L 10 21"},
+        {"to the left: the first pixel, not the last", {30, 20}, {10, 20}, 1, "M 11 20 L 31 20 L 31 21 L 11 21"},
+        {"up", {10, 30}, {10, 20}, 1, "M 10 21 L 11 21 L 11 31 L 10 31"},
+        {"even width", {10, 20}, {30, 20}, 2, "M 10 19 L 30 19 L 30 21 L 10 21"},
+        {"broken width", {10, 20}, {30, 20}, 2.5, "M 10 19.25 L 30 19.25 L 30 21.75 L 10 21.75"},
+        {"thin: half a point, 2/3 in 256ths", {9, 0}, {9, 5}, 0, "M 9.167969 0 L 9.835938 0 L 9.835938 5 L 9.167969 5"},
+        {"far beyond the page", {INT_MIN, 20}, {INT_MAX, 20}, 1, "M 0 20 L 400 20 L 400 21 L 0 21"},
+        {"sloped", {10, 20}, {30, 25}, 2, "M 10.5 20.5 L 30.5 25.5"},
+    };
+    for (const Case& c : cases)
+        EXPECT_THAT(Paths(Line(c.from, c.to, Width(c.width))), ElementsAre(c.path)) << c.why;
+    for (const auto& hidden : {Line({5, 5}, {5, 5}, {}), Line({0, 300}, {9, 300}, {}), Line({-9, 5}, {0, 5}, {})})
+        EXPECT_THAT(Paths(hidden), ElementsAre());
+}
+
+TEST_F(Page, Patterns) {
+    const Stroke dashes = Dashes(18, 6, 20);
+    EXPECT_THAT(Paths(Line({10, 20}, {90, 20}, dashes)), ElementsAre("M 10 20.5 L 90 20.5 dash 18,6 from 20"));
+    EXPECT_THAT(Paths(Line({-30, 20}, {90, 20}, dashes)), ElementsAre("M 0 20.5 L 90 20.5 dash 18,6 from 2"))
+        << "50 gone at the page's edge";
+    EXPECT_THAT(Paths(Line({90, 20}, {10, 20}, Dashes(18, 6, 20, true))),
+                ElementsAre("M 11 20 L 91 20 L 91 21 L 11 21", "M 91 20.5 L 11 20.5 dash 18,6 from 20"));
+    EXPECT_THAT(Paths(Line({10, 20}, {90, 20}, Dashes(18, NAN))), ElementsAre("M 10 20 L 90 20 L 90 21 L 10 21"));
+}
+
+TEST_F(Page, FillsStayInTheClip) {
+    const auto fill = [](Backend& b) {
+        b.SetClip({50, 60, 1000, 1000});
+        b.FillRect({10, 10, 100, 100}, kBlue);
+        b.FillRect({10, 10, 50, 100}, kBlue);
+        b.SetClip({0, 0, 400, 300});
+        b.FillRect({INT_MIN, INT_MIN, INT_MAX, 7}, kBlue);
+    };
+    EXPECT_THAT(Paths(fill), ElementsAre("M 50 60 L 100 60 L 100 100 L 50 100", "M 0 0 L 400 0 L 400 7 L 0 7"));
 }
 
 TEST_F(Page, TextIsFoundWhereItStands) {
@@ -76,9 +143,7 @@ TEST_F(Page, TextIsFoundWhereItStands) {
     font.lfCharSet = DEFAULT_CHARSET;
     const auto layout = LayOutText(FindFace(font, TextMedium::Page), "Schritte", true, kNoWrap);
     for (const int dpi : {96, 192}) {
-        DrawFile(PageFormat::Pdf, dpi, [&](Backend& b) {
-            b.PaintText(layout, 0, {80, 120}, 0, 0xFF000000U, {0, 0, 400, 300});
-        });
+        DrawFile(PageFormat::Pdf, dpi, [&](Backend& b) { b.PaintText(layout, 0, {80, 120}, 0, 0, {0, 0, 400, 300}); });
         const std::string found = OutputOf("pdftotext -bbox '" + work.Path("page") + "' -");
         const std::size_t end = found.find("\">Schritte<");
         ASSERT_NE(end, std::string::npos) << found;
@@ -92,50 +157,85 @@ TEST_F(Page, TextIsFoundWhereItStands) {
     }
 }
 
+TEST_F(Page, TextIsClipped) {
+    const auto layout = LayOutText(FindFace(LOGFONTA{}, TextMedium::Page), "a", true, kNoWrap);
+    const std::string svg = DrawFile(PageFormat::Svg, 96, [&](Backend& b) {
+        b.SetClip({0, 0, 50, 300});
+        b.PaintText(layout, 0, {10, 10}, 0, 0xFF000000U, {12, 0, 90, 15}); // cuts the letter
+        b.PaintText(layout, 0, {10, 10}, 0, 0xFF000000U, {50, 0, 90, 15}); // nothing of it shows
+    });
+    EXPECT_THAT(Between(svg, "<clipPath", "</clipPath>"), HasSubstr("M 12 ")); // its right side may be tighter
+    EXPECT_EQ(Elements(svg, "<use ").size(), 1U);
+}
+
+TEST_F(Page, MaskedCopiesStayOnePicture) {
+    std::vector<std::uint32_t> pixels{0xFFFFFFFFU, 0xFF000000U, 0xFFFF0000U, 0xFF804020U};
+    const std::string svg = DrawFile(PageFormat::Svg, 96, [&](Backend& b) {
+        const PixelBuffer picture{pixels.data(), 2, 2, 2};
+        b.FillRect({0, 0, 50, 50}, kBlue);
+        for (const DWORD operation : {SRCCOPY, SRCAND, SRCPAINT})
+            b.Blit({10, 10, 30, 30}, picture, {0, 0, 2, 2}, operation);
+        b.Blit({10, 10, 30, 30}, picture, {0, 0, 2, 3}, SRCCOPY); // reaches beyond the picture
+        b.Blit({10, 10, 30, 30}, picture, {0, 0, 2, 2}, 0x42);    // no operation that we know
+    });
+    EXPECT_THAT(svg, HasSubstr("M 0 0 L 50 0 L 50 50 L 0 50")); // the page is still made of shapes
+    EXPECT_EQ(Elements(svg, "<image ").size(), 3U);
+    EXPECT_THAT(svg, HasSubstr("matrix(10,0,0,10,10,10)")); // each pixel 10 wide, from 10,10
+}
+
+TEST_F(Page, StrangeShapesAndTexts) {
+    DrawFile(PageFormat::Pdf, 1, [](Backend& b) {
+        const Shape far = Polygon({{INT_MIN, INT_MIN}, {INT_MAX, INT_MIN}, {0, INT_MAX}});
+        b.FillShape(far, 0);
+        b.StrokeShape(far, Width(HUGE_VAL));
+        b.StrokeLine({INT_MIN, INT_MAX}, {INT_MAX, INT_MIN}, Width(NAN));
+        b.StrokeLine({0, 0}, {0, INT_MAX}, Width(HUGE_VAL));
+        const auto layout = LayOutText(FindFace(LOGFONTA{}, TextMedium::Page), "a", true, kNoWrap);
+        b.PaintText(layout, 0, {INT_MIN, INT_MAX}, INT_MIN, 0, {INT_MIN, INT_MIN, INT_MAX, INT_MAX});
+        std::uint32_t pixel = 0xFF00FF00U;
+        b.Blit({INT_MIN, INT_MIN, INT_MAX, INT_MAX}, {&pixel, 1, 1, 1}, {0, 0, 1, 1}, SRCPAINT);
+    });
+}
+
 TEST_F(Page, FileAppearsWhole) {
     work.Write("page", "former");
-    auto page = MakePageBackend(work.Path("page").c_str(), PageFormat::Pdf, 400, 300, 96);
+    auto page = Make("page", PageFormat::Pdf);
     page->FillRect({0, 0, 9, 9}, 0);
     EXPECT_EQ(work.Read("page"), "former");
     page.reset();
     EXPECT_EQ(work.Read("page"), "former");
     EXPECT_THAT(Files(), ElementsAre("page")); // the other one went with its page
 
-    page = MakePageBackend(work.Path("conf\\page").c_str(), PageFormat::Svg, 400, 300, 96);
+    page = Make("conf\\page", PageFormat::Svg);
     EXPECT_TRUE(page->Finish());
     EXPECT_THAT(work.Read("conf/page"), HasSubstr("</svg>"));
     EXPECT_THAT(work.Read("log/graph.log"), Not(HasSubstr("not written")));
 }
 
 TEST_F(Page, FailureLeavesNoFile) {
-    EXPECT_EQ(MakePageBackend(work.Path("no/page").c_str(), PageFormat::Pdf, 400, 300, 96), nullptr);
-    EXPECT_EQ(MakePageBackend(nullptr, PageFormat::Pdf, 400, 300, 96), nullptr);
-    EXPECT_EQ(MakePageBackend("", PageFormat::Svg, 400, 300, 96), nullptr);
-    EXPECT_EQ(MakePageBackend(work.Path("page").c_str(), PageFormat::Pdf, 400, 300, 0), nullptr);
-    EXPECT_FALSE(MakePageBackend(work.Path("conf").c_str(), PageFormat::Pdf, 400, 300, 96)->Finish()); // a directory
+    EXPECT_EQ(Make("no/page", PageFormat::Pdf), nullptr);
+    EXPECT_EQ(Make("page", PageFormat::Pdf, 0), nullptr);
+    EXPECT_FALSE(Make("conf", PageFormat::Pdf)->Finish()) << "a directory stands there";
     EXPECT_THAT(Files(), ElementsAre());
-    const std::string log = work.Read("log/graph.log");
-    EXPECT_THAT(log, HasSubstr("PDF file [" + work.Path("no/page") + "]"));
-    EXPECT_THAT(log, HasSubstr("PDF file [" + work.Path("conf") + "]"));
+    for (const char* name : {"no/page", "conf"})
+        EXPECT_THAT(work.Read("log/graph.log"), HasSubstr("PDF file [" + work.Path(name) + "]"));
 }
 
 /// Draws more than one block of a file with room for one; in a process of its own, whose limit can't be lifted again.
-int DrawOnFullDisk(const std::string& path, PageFormat format) {
+int DrawOnFullDisk(PageFile& page) {
     std::signal(SIGXFSZ, SIG_IGN);
-    const auto page = MakePageBackend(path.c_str(), format, 400, 300, 96);
     const rlimit limit{4096, 4096};
     setrlimit(RLIMIT_FSIZE, &limit);
     for (int i = 0; i < 20000; ++i)
-        page->StrokeLine({i % 400, 0}, {i * 7 % 400, 299}, Width(1));
-    return page->Finish() ? 1 : 0;
+        page.StrokeLine({i % 400, 0}, {i * 7 % 400, 299}, {});
+    return page.Finish() ? 1 : 0;
 }
 
 TEST_F(Page, FullDisk) {
     for (const PageFormat format : {PageFormat::Pdf, PageFormat::Svg}) {
         const pid_t child = fork();
-        if (child == 0) {
-            chdir(work.Path("conf").c_str()) == 0 ? _exit(DrawOnFullDisk(work.Path("page"), format)) : _exit(2);
-        }
+        if (child == 0)
+            _exit(DrawOnFullDisk(*Make("page", format)));
         int status = -1;
         waitpid(child, &status, 0);
         EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << status;

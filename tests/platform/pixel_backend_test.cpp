@@ -1,6 +1,6 @@
+#include "brushes.h"
 #include "support/temp_workdir.h"
 
-#include <MelkarCommon/support/platform/backend.h>
 #include <MelkarCommon/support/platform/image_file.h>
 #include <MelkarCommon/support/platform/pixel_blit.h>
 
@@ -9,17 +9,17 @@
 #include <chrono>
 #include <climits>
 #include <cmath>
-#include <filesystem>
+#include <numbers>
 
+namespace melkar {
 namespace {
 
-using namespace melkar;
+using std::numbers::pi;
 
 constexpr Color kWhite = 0xFFFFFFFFU;
 constexpr Color kBlack = 0xFF000000U;
 constexpr Color kRed = 0xFFFF0000U;
 constexpr Color kBlue = 0xFF0000FFU;
-constexpr double kNan = NAN;
 
 /// A white picture with a margin of two guard pixels behind each row.
 struct Canvas {
@@ -29,28 +29,32 @@ struct Canvas {
           backend(MakePixelBackend(buffer)) {}
 
     Color At(int x, int y) const { return memory[static_cast<std::size_t>(y * buffer.stride + x)]; }
+    int Blue(int x, int y) const { return static_cast<int>(At(x, y) & 0xFFU); }
     /// '.' white, '#' black, 'r' red, 'b' blue, '?' anything else.
+    char Letter(int x, int y) const {
+        const Color color = At(x, y);
+        return color == kWhite ? '.' : color == kBlack ? '#' : color == kRed ? 'r' : color == kBlue ? 'b' : '?';
+    }
     std::string Row(int y) const {
         std::string text;
         for (int x = 0; x < buffer.width; ++x)
-            text += At(x, y) == kWhite   ? '.'
-                    : At(x, y) == kBlack ? '#'
-                    : At(x, y) == kRed   ? 'r'
-                    : At(x, y) == kBlue  ? 'b'
-                                         : '?';
+            text += Letter(x, y);
         return text;
     }
     std::string Column(int x) const {
         std::string text;
         for (int y = 0; y < buffer.height; ++y)
-            text += Row(y)[static_cast<std::size_t>(x)];
+            text += Letter(x, y);
         return text;
+    }
+    template <class Visit> void EachPixel(const Visit& visit) const {
+        for (int y = 0; y < buffer.height; ++y)
+            for (int x = 0; x < buffer.width; ++x)
+                visit(x, y);
     }
     int Inked() const {
         int count = 0;
-        for (int y = 0; y < buffer.height; ++y)
-            for (int x = 0; x < buffer.width; ++x)
-                count += At(x, y) != kWhite ? 1 : 0;
+        EachPixel([&](int x, int y) { count += At(x, y) != kWhite ? 1 : 0; });
         return count;
     }
     bool GuardIsClean() const {
@@ -65,36 +69,7 @@ struct Canvas {
     std::unique_ptr<Backend> backend;
 };
 
-Stroke Pen(double width = 1) {
-    Stroke stroke;
-    stroke.width = width;
-    return stroke;
-}
-
-Stroke Dashed(double on, double off, double phase, bool gaps = false) {
-    Stroke stroke;
-    stroke.on = on;
-    stroke.off = off;
-    stroke.phase = phase;
-    stroke.gaps = gaps;
-    stroke.gapColor = kRed;
-    return stroke;
-}
-
-Shape Ellipse(double x, double y, double rx, double ry) {
-    Shape shape;
-    shape.kind = Shape::Kind::Ellipse;
-    shape.center = {x, y};
-    shape.radius = {rx, ry};
-    return shape;
-}
-
-Shape Polygon(std::vector<POINT> points, bool winding = false) {
-    Shape shape;
-    shape.points = std::move(points);
-    shape.winding = winding;
-    return shape;
-}
+bool IsIn(const RECT& r, int x, int y) { return x >= r.left && x < r.right && y >= r.top && y < r.bottom; }
 
 TEST(PixelLines, LevelLinesFromEndToEnd) {
     struct Case {
@@ -104,19 +79,19 @@ TEST(PixelLines, LevelLinesFromEndToEnd) {
         const char* row;
     };
     const Case cases[] = {
-        {"rightwards, end left out", 2, 6, Pen(), "..####......"},
-        {"leftwards, end left out", 6, 2, Pen(), "...####....."},
-        {"beyond both edges", -5, 99, Pen(), "############"},
-        {"pattern", 0, 12, Dashed(3, 2, 0), "###..###..##"},
-        {"pattern goes from the start, leftwards", 11, -1, Dashed(3, 2, 0), "##..###..###"},
-        {"phase within the gap", 0, 12, Dashed(3, 2, 4), ".###..###..#"},
-        {"pattern counts from a hidden start", -4, 12, Dashed(3, 2, 0), ".###..###..#"},
-        {"pattern counts from a hidden start, leftwards", 15, -1, Dashed(3, 2, 0), "#..###..###."},
-        {"painted gaps", 1, 9, Dashed(2, 3, 0, true), ".##rrr##r..."},
-        {"fractions: pixels at 0, 3, 5, 8, 10 begin a dash", 0, 12, Dashed(1, 1.5, 0), "#..#.#..#.#."},
-        {"a pattern too fine to be seen is solid", 1, 4, Dashed(1e-9, 1e-9, 0), ".###........"},
-        {"no number", 1, 4, Dashed(kNan, 3, 0), ".###........"},
-        {"negative phase", 0, 12, Dashed(3, 2, -1), ".###..###..#"},
+        {"rightwards, end left out", 2, 6, {}, "..####......"},
+        {"leftwards, end left out", 6, 2, {}, "...####....."},
+        {"beyond both edges", -5, 99, {}, "############"},
+        {"pattern", 0, 12, Dashes(3, 2), "###..###..##"},
+        {"pattern goes from the start, leftwards", 11, -1, Dashes(3, 2), "##..###..###"},
+        {"phase within the gap, several periods on", 0, 12, Dashes(3, 2, 1004), ".###..###..#"},
+        {"pattern counts from a hidden start", -4, 12, Dashes(3, 2), ".###..###..#"},
+        {"pattern counts from a hidden start, leftwards", 15, -1, Dashes(3, 2), "#..###..###."},
+        {"painted gaps", 1, 9, Dashes(2, 3, 0, true), ".##rrr##r..."},
+        {"fractions: pixels at 0, 3, 5, 8, 10 begin a dash", 0, 12, Dashes(1, 1.5), "#..#.#..#.#."},
+        {"a pattern too fine to be seen is solid", 1, 4, Dashes(1e-9, 1e-9), ".###........"},
+        {"no number as phase", 0, 12, Dashes(3, 2, NAN), "###..###..##"},
+        {"negative phase", 0, 12, Dashes(3, 2, -1), ".###..###..#"},
     };
     for (const Case& c : cases) {
         Canvas level(12, 3);
@@ -130,12 +105,32 @@ TEST(PixelLines, LevelLinesFromEndToEnd) {
     }
 }
 
+TEST(PixelLines, WidthCoversWholeRows) {
+    for (const auto& [width, column] : {std::pair{0.0, "....#...."},
+                                        {2.0, "...##...."},
+                                        {3.0, "...###..."},
+                                        {2.6, "...###..."},
+                                        {1e300, "#########"},
+                                        {NAN, "....#...."}}) {
+        Canvas canvas(3, 9);
+        canvas.backend->StrokeLine({0, 4}, {3, 4}, Width(width));
+        EXPECT_EQ(canvas.Column(1), column) << width;
+    }
+}
+
 TEST(PixelLines, FourRowsMakeOneThickPattern) {
     Canvas canvas(12, 4);
     for (int y = 0; y < 4; ++y)
-        canvas.backend->StrokeLine({1, y}, {11, y}, Dashed(3, 2, 0));
+        canvas.backend->StrokeLine({1, y}, {11, y}, Dashes(3, 2));
     for (int y = 0; y < 4; ++y)
         EXPECT_EQ(canvas.Row(y), ".###..###...");
+}
+
+/// Darkness of each column (row) of a black line on white, 255 for one whole pixel.
+std::vector<int> Darkness(const Canvas& canvas, bool steep) {
+    std::vector<int> sums(static_cast<std::size_t>(steep ? canvas.buffer.height : canvas.buffer.width));
+    canvas.EachPixel([&](int x, int y) { sums[static_cast<std::size_t>(steep ? y : x)] += 255 - canvas.Blue(x, y); });
+    return sums;
 }
 
 TEST(PixelLines, SlopedLinesSideBySideHaveNoSeam) {
@@ -157,16 +152,75 @@ TEST(PixelLines, SlopedLinesSideBySideHaveNoSeam) {
         }
 }
 
+TEST(PixelLines, SlopedPositionIsExact) {
+    Canvas canvas(30, 12);
+    canvas.backend->StrokeLine({0, 0}, {30, 10}, {}); // a third of a pixel a step
+    for (int x = 0; x < 30; x += 3)
+        EXPECT_EQ(canvas.At(x, x / 3), kBlack) << x;
+    EXPECT_NEAR(canvas.Blue(1, 0), 85, 1); // a third lies in the next row
+    EXPECT_NEAR(canvas.Blue(1, 1), 170, 1);
+
+    Canvas cut(30, 12);
+    const RECT clip{10, 3, 25, 7};
+    cut.backend->SetClip(clip);
+    cut.backend->StrokeLine({0, 0}, {30, 10}, {});
+    cut.EachPixel(
+        [&](int x, int y) { EXPECT_EQ(cut.At(x, y), IsIn(clip, x, y) ? canvas.At(x, y) : kWhite) << x << "," << y; });
+}
+
+TEST(PixelLines, SlopedPatternCountsTheDistance) {
+    Canvas canvas(20, 20);
+    canvas.backend->StrokeLine({0, 0}, {20, 20}, Dashes(4, 4, 0, true)); // 4 pixels are 2.83 diagonal steps
+    std::string diagonal;
+    for (int i = 0; i < 20; ++i)
+        diagonal += canvas.Letter(i, i);
+    EXPECT_EQ(diagonal, "###rrr###rrr###rr###"); // steps 0, 5.7, 11.3, 17 begin a dash
+}
+
+TEST(PixelShapes, CoverWhatTheirEdgesEnclose) {
+    Canvas canvas(40, 40);
+    canvas.backend->FillShape(Polygon({{10, 10}, {30, 10}, {30, 20}, {10, 20}}), kBlack);
+    EXPECT_EQ(canvas.Row(10), std::string(10, '.') + std::string(20, '#') + std::string(10, '.'));
+    EXPECT_EQ(canvas.Inked(), 200);
+
+    const auto quarter = [](double from) { // upper left, upper right, lower left, lower right
+        Canvas pie(40, 40);
+        pie.backend->FillShape(Slice(20, 20, 15, from, pi / 2), kBlack);
+        return std::string{pie.Letter(14, 14), pie.Letter(25, 14), pie.Letter(14, 25), pie.Letter(25, 25)};
+    };
+    EXPECT_EQ(quarter(0), ".#..") << "counter-clockwise: right to top";
+    EXPECT_EQ(quarter(pi / 2), "#...") << "top to left";
+    EXPECT_EQ(quarter(1e3 * pi), ".#..") << "many turns on";
+
+    Canvas disc(40, 40);
+    disc.backend->FillShape(Ellipse(20, 20, 10, 5), kBlack);
+    double ink = 0;
+    for (const int sum : Darkness(disc, false))
+        ink += sum / 255.0;
+    EXPECT_NEAR(ink, pi * 10 * 5, 1);
+    disc.EachPixel([&](int x, int y) { EXPECT_EQ(disc.At(x, y) >> 24U, 0xFFU) << "a smooth edge stays opaque"; });
+}
+
+TEST(PixelShapes, WindingFillsWhatEvenOddLeavesOpen) {
+    const std::vector<POINT> twice{{5, 5},   {25, 5},  {25, 25}, {5, 25},  {5, 5},
+                                   {10, 10}, {20, 10}, {20, 20}, {10, 20}, {10, 10}};
+    for (const bool winding : {false, true}) {
+        Canvas canvas(30, 30);
+        canvas.backend->FillShape(Polygon(twice, winding), kBlack);
+        EXPECT_EQ(canvas.At(15, 15), winding ? kBlack : kWhite);
+    }
+}
+
 /// Pixels that name their place.
 void Number(Canvas& canvas) {
-    for (int y = 0; y < canvas.buffer.height; ++y)
-        for (int x = 0; x < canvas.buffer.width; ++x)
-            canvas.memory[static_cast<std::size_t>(y * canvas.buffer.stride + x)] =
-                kBlack | static_cast<unsigned>(y * 256 + x);
+    canvas.EachPixel([&](int x, int y) {
+        canvas.memory[static_cast<std::size_t>(y * canvas.buffer.stride + x)] =
+            kBlack | static_cast<unsigned>(y * 256 + x);
+    });
 }
 
 TEST(PixelBlit, CopiesOntoItselfInAllDirections) {
-    for (const DWORD operation : {SRCCOPY, SRCPAINT, SRCAND}) {
+    for (const DWORD operation : {SRCCOPY, SRCPAINT})
         for (int way = 0; way < 9; ++way) {
             Canvas canvas(20, 20);
             Number(canvas);
@@ -174,59 +228,66 @@ TEST(PixelBlit, CopiesOntoItselfInAllDirections) {
             const int dx = way % 3 - 1;
             const int dy = way / 3 - 1;
             canvas.backend->Blit({5 + dx, 5 + dy, 15 + dx, 15 + dy}, canvas.buffer, {5, 5, 15, 15}, operation);
-            const auto was = [&](int x, int y) { return before[static_cast<std::size_t>(y * 22 + x)]; };
-            for (int y = 5; y < 15; ++y)
-                for (int x = 5; x < 15; ++x) {
-                    const Color source = was(x, y);
-                    const Color under = was(x + dx, y + dy);
-                    const Color expected = operation == SRCCOPY    ? source
-                                           : operation == SRCPAINT ? (source | under)
-                                                                   : (source & under);
-                    ASSERT_EQ(canvas.At(x + dx, y + dy), expected) << operation << " by " << dx << "," << dy;
+            for (std::size_t y = 5; y < 15; ++y)
+                for (std::size_t x = 5; x < 15; ++x) {
+                    const std::size_t to = (y + static_cast<std::size_t>(dy)) * 22 + x + static_cast<std::size_t>(dx);
+                    const Color under = operation == SRCCOPY ? 0 : before[to];
+                    ASSERT_EQ(canvas.memory[to], before[y * 22 + x] | under) << operation << " by " << dx << "," << dy;
                 }
         }
-    }
 }
 
 TEST(PixelBlit, OperationsAndRefusals) {
-    std::uint32_t source[] = {0x00F0F0F0U, 0xFF0F0F0FU, 0xFF123456U, kBlack}; // the first lacks its alpha
-    const PixelBuffer picture{source, 2, 2, 2};
-    struct Case {
-        const char* why;
-        DWORD operation;
-        RECT from;
-        Color first;
-    };
     const Color under = 0xFF3C3C3CU;
-    const Case cases[] = {
-        {"or", SRCPAINT, {0, 0, 2, 2}, 0xFFFCFCFCU},
-        {"and keeps alpha", SRCAND, {0, 0, 2, 2}, 0xFF303030U},
-        {"copy", SRCCOPY, {0, 1, 2, 2}, 0xFF123456U},
-        {"unknown operation", 0x00550009, {0, 0, 2, 2}, under},
-        {"source beyond the picture", SRCCOPY, {0, 0, 3, 2}, under},
-        {"empty source", SRCCOPY, {1, 1, 1, 1}, under},
+    std::uint32_t source[] = {0x00F0F0F0U, 0xFF0F0F0FU}; // the first lacks its alpha
+    const auto blend = [&](DWORD operation, const RECT& from) {
+        Canvas canvas(3, 1, under);
+        canvas.backend->Blit({0, 0, from.right - from.left, 1}, {source, 2, 1, 2}, from, operation);
+        EXPECT_EQ(canvas.At(2, 0), under);
+        return canvas.At(0, 0);
     };
-    for (const Case& c : cases) {
-        Canvas canvas(4, 4, under);
-        canvas.backend->Blit({1, 1, 1 + c.from.right - c.from.left, 1 + c.from.bottom - c.from.top}, picture, c.from,
-                             c.operation);
-        EXPECT_EQ(canvas.At(1, 1), c.first) << c.why;
-        EXPECT_EQ(canvas.At(3, 3), under) << c.why;
-    }
+    EXPECT_EQ(blend(SRCPAINT, {0, 0, 2, 1}), 0xFFFCFCFCU);
+    EXPECT_EQ(blend(SRCAND, {0, 0, 2, 1}), 0xFF303030U) << "keeps alpha";
+    EXPECT_EQ(blend(SRCCOPY, {1, 0, 2, 1}), 0xFF0F0F0FU);
+    EXPECT_EQ(blend(0x00550009, {0, 0, 2, 1}), under) << "unknown";
+    EXPECT_EQ(blend(SRCCOPY, {0, 0, 3, 1}), under) << "source beyond the picture";
+    EXPECT_EQ(blend(SRCCOPY, {-1, 0, 1, 1}), under) << "source before the picture";
+}
+
+TEST(PixelBlit, MasksTakeTheNearestAndPicturesBlend) {
+    std::uint32_t halves[] = {kBlack, kWhite};
+    const PixelBuffer picture{halves, 2, 1, 2};
+    Canvas mask(9, 1);
+    mask.backend->Blit({0, 0, 8, 1}, picture, {0, 0, 2, 1}, SRCAND);
+    EXPECT_EQ(mask.Row(0), "####.....");
+    Canvas smooth(9, 1);
+    smooth.backend->Blit({0, 0, 8, 1}, picture, {0, 0, 2, 1}, SRCCOPY);
+    EXPECT_EQ(smooth.Row(0), "##????...") << "ends stay, the middle passes over";
+    EXPECT_EQ(smooth.At(3, 0), 0xFF606060U) << "centre at 0.375 of the way: 255 * 0.375 = 95.6";
+
+    std::uint32_t fine[] = {kBlack, kWhite, kWhite, kWhite};
+    Canvas coarse(2, 1, kBlack);
+    coarse.backend->Blit({0, 0, 2, 1}, {fine, 4, 1, 4}, {0, 0, 4, 1}, SRCPAINT);
+    EXPECT_EQ(coarse.Row(0), "..") << "the centres lie on the second and the fourth";
+    Canvas average(1, 1, kRed);
+    average.backend->Blit({0, 0, 1, 1}, {fine, 4, 1, 4}, {0, 0, 4, 1}, SRCCOPY);
+    EXPECT_EQ(average.At(0, 0), 0xFFBFBFBFU) << "three quarters of 255 = 191";
 }
 
 TEST(PixelText, MaskBlendsRoundedAndClipped) {
-    CoverageMask mask;
-    mask.width = 6;
-    mask.height = 2;
-    mask.stride = 8;
-    mask.coverage = {0, 128, 255, 1, 0, 64, 99, 99, 255, 255, 255, 255, 255, 255, 99, 99};
+    const CoverageMask mask{0,
+                            0,
+                            0,
+                            6,
+                            2,
+                            8,
+                            {0, 128, 255, 1, 0, 64, 99, 99, //
+                             255, 255, 255, 255, 255, 255, 99, 99}};
     Canvas canvas(8, 4);
     BlendMask(canvas.buffer, {1, 0, 7, 2}, mask, 1, 1, kBlack);
     EXPECT_EQ(canvas.Row(1), "..?#?.?.");
-    EXPECT_EQ(canvas.At(2, 1), 0xFF7F7F7FU);
-    EXPECT_EQ(canvas.At(4, 1), 0xFFFEFEFEU);
-    EXPECT_EQ(canvas.At(6, 1), 0xFFBFBFBFU);
+    EXPECT_EQ(canvas.At(2, 1), 0xFF7F7F7FU) << "255 * 127 / 255";
+    EXPECT_EQ(canvas.At(4, 1), 0xFFFEFEFEU) << "1 of 255 still shows";
     EXPECT_EQ(canvas.Row(2), "........") << "below the clip";
     BlendMask(canvas.buffer, {0, 0, 8, 4}, mask, -3, 2, kBlack);
     EXPECT_EQ(canvas.Row(3), "###.....") << "cut at the left";
@@ -239,17 +300,16 @@ TEST(PixelBackend, HostileCoordinatesEndAtOnce) {
     const auto start = std::chrono::steady_clock::now();
     Canvas canvas(16, 16);
     const auto& backend = canvas.backend;
+    Stroke wide = Dashes(2, 1, 1e300);
+    wide.width = 3;
     for (const int a : edges)
         for (const int b : edges)
             for (const int c : edges)
                 for (const int d : {INT_MIN, -1, 7, INT_MAX}) {
-                    backend->StrokeLine({a, b}, {c, d}, Pen());
-                    backend->StrokeLine({a, b}, {c, d}, Dashed(1, 1, 0, true));
-                    Stroke wide = Dashed(2, 1, 1e300);
-                    wide.width = 3;
-                    backend->StrokeLine({a, b}, {c, d}, wide);
-                    backend->Blit({a, b, c, d}, canvas.buffer, {0, 0, 7, 9}, SRCCOPY);
-                    backend->Blit({a, b, c, d}, canvas.buffer, {0, 0, 7, 9}, SRCAND);
+                    for (const Stroke& stroke : {Stroke{}, Dashes(1, 1, 0, true), wide})
+                        backend->StrokeLine({a, b}, {c, d}, stroke);
+                    for (const DWORD operation : {SRCCOPY, SRCAND})
+                        backend->Blit({a, b, c, d}, canvas.buffer, {0, 0, 7, 9}, operation);
                     backend->FillShape(Polygon({{a, b}, {c, d}, {b, a}, {d, c}}), kRed);
                     backend->FillShape(Ellipse(a, b, std::abs(static_cast<double>(c)), 1 + std::abs(d / 2.0)), kBlue);
                 }
@@ -261,21 +321,15 @@ TEST(ImageFile, WritesAndReadsBack) {
     const TempWorkdir work;
     Canvas canvas(7, 5);
     Number(canvas);
-    const std::string path = work.Path("conf/a.png");
-    ASSERT_EQ(WritePngFile(canvas.buffer, path.c_str()), 0);
+    ASSERT_EQ(WritePngFile(canvas.buffer, work.Path("conf/a.png").c_str()), 0);
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(work.Path("conf")), {}), 1)
         << "no temporary file stays";
-    const PixelBuffer read = LoadImageFile(path.c_str(), 0, 0);
+    const PixelBuffer read = LoadImageFile(work.Path("conf/a.png").c_str(), 0, 0);
     ASSERT_NE(read.pixels, nullptr);
     ASSERT_EQ(read.width * 100 + read.height, 705);
-    for (int y = 0; y < 5; ++y)
-        for (int x = 0; x < 7; ++x)
-            EXPECT_EQ(read.pixels[y * read.stride + x], canvas.At(x, y));
+    canvas.EachPixel([&](int x, int y) { EXPECT_EQ(read.pixels[y * read.stride + x], canvas.At(x, y)); });
     GivePixelsBack(read.pixels, read.width, read.height);
-    const PixelBuffer scaled = LoadImageFile(path.c_str(), 14, 0);
-    ASSERT_NE(scaled.pixels, nullptr);
-    EXPECT_EQ(scaled.width * 100 + scaled.height, 1405) << "a side of 0 stays as it is";
-    GivePixelsBack(scaled.pixels, scaled.width, scaled.height);
 }
 
 } // namespace
+} // namespace melkar

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <MelkarCommon/support/platform/backend.h>
+
+/// @file
+/// Strokes and shapes for the tests of the backends, made in place.
+
+namespace melkar {
+
+inline Stroke Width(double width) {
+    Stroke stroke;
+    stroke.width = width;
+    return stroke;
+}
+
+/// Gaps are red, if they are painted.
+inline Stroke Dashes(double on, double off, double phase = 0, bool gaps = false) {
+    Stroke stroke;
+    stroke.on = on;
+    stroke.off = off;
+    stroke.phase = phase;
+    stroke.gaps = gaps;
+    stroke.gapColor = 0xFFFF0000U;
+    return stroke;
+}
+
+inline Shape Ellipse(double x, double y, double rx, double ry) {
+    Shape shape;
+    shape.kind = Shape::Kind::Ellipse;
+    shape.center = {x, y};
+    shape.radius = {rx, ry};
+    return shape;
+}
+
+inline Shape Slice(double x, double y, double radius, double from, double sweep) {
+    Shape shape = Ellipse(x, y, radius, radius);
+    shape.kind = Shape::Kind::Slice;
+    shape.from = from;
+    shape.sweep = sweep;
+    return shape;
+}
+
+inline Shape Polygon(std::vector<POINT> points, bool winding = false) {
+    Shape shape;
+    shape.points = std::move(points);
+    shape.winding = winding;
+    return shape;
+}
+
+} // namespace melkar

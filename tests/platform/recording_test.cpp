@@ -1,4 +1,4 @@
-#include <MelkarCommon/support/platform/backend.h>
+#include "brushes.h"
 
 #include <gtest/gtest.h>
 
@@ -10,100 +10,168 @@
 namespace melkar {
 namespace {
 
+using std::numbers::pi;
+
 constexpr Color kBlue = 0xFF4A90D9U;
 constexpr RECT kAll{INT_MIN, INT_MIN, INT_MAX, INT_MAX};
 
-/// A text without glyphs: 40 x 15, or whatever it is made to be.
-std::shared_ptr<const TextLayout> Text(std::string utf8, int width = 40) {
-    TextLine line;
-    line.utf8 = std::move(utf8);
-    line.width = width;
+using Draw = std::function<void(Backend&)>;
+
+Draw Fill(const RECT& rect) {
+    return [=](Backend& b) { b.FillRect(rect, kBlue); };
+}
+Draw Fill(const Shape& shape) {
+    return [=](Backend& b) { b.FillShape(shape, kBlue); };
+}
+Draw Outline(const Shape& shape, double width) {
+    return [=](Backend& b) { b.StrokeShape(shape, Width(width)); };
+}
+Draw Line(POINT from, POINT to, const Stroke& stroke = {}) {
+    return [=](Backend& b) { b.StrokeLine(from, to, stroke); };
+}
+/// A text without glyphs, 15 high.
+Draw Text(std::string utf8, POINT at, const RECT& clip = kAll, int escapement = 0, int width = 40) {
     TextLayout layout;
     layout.font = "Sans 12 bold";
     layout.lineHeight = 15;
-    layout.lines = {line};
-    return std::make_shared<TextLayout>(layout);
+    layout.lines.resize(1);
+    layout.lines[0].utf8 = std::move(utf8);
+    layout.lines[0].width = width;
+    return [=, text = std::make_shared<TextLayout>(layout)](Backend& b) {
+        b.PaintText(text, 0, at, escapement, kBlue, clip);
+    };
+}
+/// From a picture of 4 x 3 whose pixels count up, and which is gone afterwards.
+Draw Image(const RECT& target, const RECT& source, DWORD operation = SRCCOPY) {
+    return [=](Backend& b) {
+        std::uint32_t pixels[] = {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11};
+        b.Blit(target, {pixels, 4, 3, 4}, source, operation);
+    };
 }
 
-Shape Round(Shape::Kind kind) {
-    Shape shape;
-    shape.kind = kind;
-    shape.center = {50, 40.5};
-    shape.radius = {20, 10.25};
-    shape.from = std::numbers::pi / 2;
-    shape.sweep = std::numbers::pi;
-    return shape;
-}
+const RECT kPicture{0, 0, 4, 3};
+const Shape kTriangle = Polygon({{1, 2}, {30, 4}, {-5, 60}});
+const Shape kEllipse = Ellipse(50, 40.5, 20, 10.25);
 
-Shape Triangle(bool winding) {
-    Shape shape;
-    shape.points = {{1, 2}, {30, 4}, {-5, 60}};
-    shape.winding = winding;
-    return shape;
-}
-
-Stroke Width(double width) {
-    Stroke stroke;
-    stroke.width = width;
-    return stroke;
-}
-
-Stroke Dashes(double on, double off, double phase, bool gaps) {
-    Stroke stroke;
-    stroke.on = on;
-    stroke.off = off;
-    stroke.phase = phase;
-    stroke.gaps = gaps;
-    return stroke;
-}
-
-/// A picture of 4 x 3 whose pixels count up.
-struct Picture {
-    std::vector<std::uint32_t> pixels{0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11};
-    PixelBuffer Buffer() { return {pixels.data(), 4, 3, 4}; }
-};
-
-using Draw = std::function<void(Backend&)>;
-
-/// Records on a surface of 100 x 80.
-std::vector<RecordedOp> Record(const Draw& draw) {
+/// Records on a surface of 100 x 80, under a clip.
+std::vector<RecordedOp> Record(const std::vector<Draw>& draws, const RECT& clip = kAll) {
     std::vector<RecordedOp> ops;
-    draw(*MakeRecordingBackend(ops, 100, 80));
+    const auto backend = MakeRecordingBackend(ops, 100, 80);
+    backend->SetClip(clip);
+    for (const Draw& draw : draws)
+        draw(*backend);
     return ops;
 }
 
-TEST(Recording, OneLineForEachThingDrawn) {
-    Picture picture;
-    const auto ops = Record([&](Backend& b) {
-        b.FillRect({81, 56, 101, 399}, kBlue);
-        b.FillRect({5, 5, 5, 9}, kBlue); // empty
-        b.FillRect(kAll, kBlue);
-        b.StrokeLine({60, 39}, {8, 39}, Width(1.0626));
-        b.StrokeLine({0, 0}, {9, 9}, Width(NAN));
-        b.StrokeLine({0, 0}, {9, 9}, Dashes(18, 6, 0, true));
-        b.StrokeLine({0, 0}, {9, 9}, Dashes(3, 3, std::sqrt(2), false));
-        b.StrokeShape(Round(Shape::Kind::Slice), Width(3));
-        b.FillShape(Triangle(true), kBlue);
-        b.Blit({0, 0, 8, 3}, picture.Buffer(), {1, 0, 4, 3}, SRCCOPY);
-        b.Blit({0, 0, 4, 3}, picture.Buffer(), {0, 0, 4, 3}, SRCAND);
-        b.Blit({0, 0, 4, 3}, picture.Buffer(), {1, 0, 5, 3}, SRCCOPY);                    // beyond the picture
-        b.PaintText(Text("\"\\\n\x01\xC3\xA4"), 0, {12, 20}, 0, kBlue, {12, 20, 52, 35}); // the clip just holds it
-        b.PaintText(Text("a"), 0, {12, 20}, 900, kBlue, {12, -19, 27, 20}); // upwards, cut: from -20 to 20
-        b.PaintText(Text("a"), 1, {0, 0}, 0, kBlue, kAll);                  // no such line
-    });
-    EXPECT_EQ(FormatRecording(ops), R"(fill 81,56 20x343 #4A90D9
-fill -2147483648,-2147483648 4294967295x4294967295 #4A90D9
-line 60,39 8,39 #000000 w1.063
-line 0,0 9,9 #000000 wnan
-line 0,0 9,9 #000000 w1 dash 18,6 gaps #FFFFFF
-line 0,0 9,9 #000000 w1 dot 3,3 phase 1.414
-slice 50,40.5 20x10.25 from 90 sweep 180 stroke #000000 w3
-polygon 1,2 30,4 -5,60 winding fill #4A90D9
-image 0,0 8x3 from 3x3
-image 0,0 4x3 from 4x3 and
-text "\"\\\n\x01ä" 12,20 40x15 "Sans 12 bold" #4A90D9
-text "a" 12,20 40x15 "Sans 12 bold" #4A90D9 angle 900 clip 12,-19 27,20
-)");
+struct Case {
+    const char* why;
+    Draw draw;
+    const char* line; ///< without its line feed; empty: nothing is recorded
+};
+
+void Check(const Case& c, const RECT& clip) {
+    EXPECT_EQ(FormatRecording(Record({c.draw}, clip)), *c.line ? std::string(c.line) + "\n" : "") << c.why;
+}
+
+TEST(Recording, Lines) {
+    const Case cases[] = {
+        {"fill", Fill({81, 56, 101, 399}), "fill 81,56 20x343 #4A90D9"},
+        {"far edges", Fill(kAll), "fill -2147483648,-2147483648 4294967295x4294967295 #4A90D9"},
+        {"three decimals", Line({60, 39}, {8, 39}, Width(1.0626)), "line 60,39 8,39 #000000 w1.063"},
+        {"dashes", Line({0, 0}, {9, 9}, Dashes(18, 6, 0, true)), "line 0,0 9,9 #000000 w1 dash 18,6 gaps #FF0000"},
+        {"dots", Line({0, 0}, {9, 9}, Dashes(3, 3, std::sqrt(2))), "line 0,0 9,9 #000000 w1 dot 3,3 phase 1.414"},
+        {"slice", Outline(Slice(50, 40.5, 20, pi / 2, pi), 3),
+         "slice 50,40.5 20x20 from 90 sweep 180 stroke #000000 w3"},
+        {"polygon", Fill(Polygon({{1, 2}, {30, 4}, {-5, 60}}, true)), "polygon 1,2 30,4 -5,60 winding fill #4A90D9"},
+        {"scaled", Image({0, 0, 8, 3}, {1, 0, 4, 3}), "image 0,0 8x3 from 3x3"},
+        {"and", Image(kPicture, kPicture, SRCAND), "image 0,0 4x3 from 4x3 and"},
+        {"beyond the picture", Image(kPicture, {1, 0, 5, 3}), ""},
+        {"text that its clip just holds", Text("a", {12, 20}, {12, 20, 52, 35}),
+         R"(text "a" 12,20 40x15 "Sans 12 bold" #4A90D9)"},
+        {"clip that cuts its last column", Text("a", {12, 20}, {12, 20, 51, 35}),
+         R"(text "a" 12,20 40x15 "Sans 12 bold" #4A90D9 clip 12,20 51,35)"},
+        {"upwards: from -20 to 20", Text("a", {12, 20}, {12, -20, 27, 20}, 900),
+         R"(text "a" 12,20 40x15 "Sans 12 bold" #4A90D9 angle 900)"},
+        {"upwards, cut", Text("a", {12, 20}, {12, -19, 27, 20}, 900),
+         R"(text "a" 12,20 40x15 "Sans 12 bold" #4A90D9 angle 900 clip 12,-19 27,20)"},
+        {"escapes", Text("\"\\\n\r\t\x01\x7F\xC3\xA4", {12, 20}),
+         R"(text "\"\\\n\r\t\x01\x7Fä" 12,20 40x15 "Sans 12 bold" #4A90D9)"},
+        {"empty clip", Text("a", {0, 0}, {5, 5, 5, 9}), ""},
+    };
+    for (const Case& c : cases)
+        Check(c, kAll);
+}
+
+TEST(Recording, NarrowClip) {
+    const Case cases[] = {
+        {"fill cut", Fill({0, 0, 12, 99}), "fill 10,10 2x20 #4A90D9"},
+        {"fill beside", Fill({0, 0, 10, 99}), ""},
+        {"line through", Line({0, 12}, {99, 12}), "line 0,12 99,12 #000000 w1 clip 10,10 30,30"},
+        {"line to the left, within", Line({29, 12}, {9, 12}), "line 29,12 9,12 #000000 w1"},
+        {"line in the row below", Line({10, 30}, {30, 30}), ""},
+        {"its upper half reaches in", Line({10, 30}, {30, 30}, Width(2)),
+         "line 10,30 30,30 #000000 w2 clip 10,10 30,30"},
+        {"line that ends where the clip begins", Line({0, 12}, {10, 12}), ""},
+        {"shape over the edge", Fill(kTriangle), "polygon 1,2 30,4 -5,60 fill #4A90D9 clip 10,10 30,30"},
+        {"shape beside", Fill(kEllipse), ""},
+        {"shape whose outline reaches in", Outline(kEllipse, 2),
+         "ellipse 50,40.5 20x10.25 stroke #000000 w2 clip 10,10 30,30"},
+        {"text clip intersected", Text("a", {0, 20}, {0, 0, 20, 99}),
+         R"(text "a" 0,20 40x15 "Sans 12 bold" #4A90D9 clip 10,10 20,30)"},
+        {"text beside", Text("a", {0, 20}, kAll, 0, 10), ""},
+        {"copy cut", Image({28, 9, 32, 12}, kPicture), "image 28,10 2x2 from 2x2"},
+        {"scaled copy kept", Image({28, 9, 36, 12}, kPicture), "image 28,9 8x3 from 4x3 clip 10,10 30,30"},
+    };
+    for (const Case& c : cases)
+        Check(c, {10, 10, 30, 30});
+}
+
+TEST(Recording, CopiesKeepTheirPixels) {
+    const auto ops = Record({Image({-1, 5, 2, 8}, {1, 0, 4, 3})}, {0, 0, 99, 80});
+    ASSERT_EQ(ops.size(), 1U);
+    EXPECT_EQ(*ops[0].pixels, (std::vector<std::uint32_t>{2, 3, 6, 7, 10, 11}));
+}
+
+/// Plays on a surface of 200 x 100.
+std::vector<RecordedOp> Played(const std::vector<RecordedOp>& ops, const RECT& source, int x, int y) {
+    std::vector<RecordedOp> played;
+    const auto to = MakeRecordingBackend(played, 200, 100);
+    Replay(ops, *to, source, x, y, {0, 0, 200, 100});
+    to->FillRect({0, 0, 200, 1}, kBlue); // the clip is the whole again
+    EXPECT_EQ(FormatRecording({played.back()}), "fill 0,0 200x1 #4A90D9\n");
+    played.pop_back();
+    return played;
+}
+
+TEST(Recording, Replay) {
+    const auto ops = Record({Fill({0, 0, 100, 80}), Line({20, 25}, {30, 25}), Fill(kEllipse),
+                             Text("a", {20, 30}, {20, 30, 25, 99}), Image({58, 20, 62, 23}, kPicture)});
+    const auto played = Played(ops, {20, 20, 60, 40}, 105, 3);
+    EXPECT_EQ(FormatRecording(played), "fill 105,3 40x20 #4A90D9\n"
+                                       "line 105,8 115,8 #000000 w1\n"
+                                       "ellipse 135,23.5 20x10.25 fill #4A90D9 clip 105,3 145,23\n"
+                                       "text \"a\" 105,13 40x15 \"Sans 12 bold\" #4A90D9 clip 105,13 110,23\n"
+                                       "image 143,3 2x3 from 2x3\n");
+
+    // What was cut stays cut when it is played from the copy, and marks are no drawing.
+    RecordedOp mark;
+    mark.verb = RecordedOp::Verb::Copy;
+    EXPECT_EQ(FormatRecording(Played({mark, played[2]}, {100, 0, 200, 100}, 0, 0)),
+              "ellipse 35,23.5 20x10.25 fill #4A90D9 clip 5,3 45,23\n");
+}
+
+TEST(Recording, ReplayFarOff) {
+    const auto ops =
+        Record({Fill(kAll), Line({INT_MIN, 5}, {INT_MAX, 5}, Width(1e9)), Fill(kTriangle),
+                Text("a", {INT_MAX, INT_MIN}, kAll, INT_MIN, INT_MAX), Outline(Ellipse(NAN, 1e300, 1, NAN), NAN)});
+    const auto first = [&](const RECT& source, int x, int y) {
+        const std::string record = FormatRecording(Played(ops, source, x, y));
+        return record.substr(0, record.find('\n'));
+    };
+    EXPECT_EQ(first(kAll, INT_MIN, INT_MIN), "fill -2147483648,-2147483648 4294967295x4294967295 #4A90D9");
+    EXPECT_EQ(first({0, 0, 10, 10}, INT_MAX, INT_MAX), "") << "lands beyond every surface";
+    EXPECT_EQ(first({INT_MAX - 3, 0, INT_MAX, 9}, 0, 0), "fill 0,0 3x9 #4A90D9") << "comes from the far end";
+    EXPECT_EQ(first({10, 10, 0, 0}, 0, 0), "") << "source in the wrong order";
 }
 
 } // namespace

@@ -66,7 +66,6 @@ TEST(DrawingObjects, ComeBackAndAreCounted) {
 TEST(DrawingObjects, NothingComesOfNothing) {
     EXPECT_EQ(CreateMemorySurface(0, 10), nullptr);
     EXPECT_EQ(CreateMemorySurface(32767, 32767), nullptr) << "four gigabytes";
-    EXPECT_EQ(CreateCompatibleBitmap(nullptr, -1, 5), nullptr);
     std::uint32_t pixel = 0;
     EXPECT_EQ(WrapPixels(&pixel, 1, 1, 3), nullptr);
     EXPECT_EQ(CreatePolygonRgn(nullptr, 3, ALTERNATE), nullptr);
@@ -117,23 +116,29 @@ TEST(DrawingRectangles, RefusedOnesMakeNoPen) {
     EXPECT_EQ(GetRecording(surface.handle), "");
 }
 
-TEST(DrawingLines, PatternsAndWidthsFollowTheDpi) {
+TEST(DrawingLines, PatternsRunOnAndFollowTheDpi) {
     struct Case {
         int dpi, style, width;
-        const char* line;
+        const char* record;
     };
     const Case cases[] = {
-        {96, PS_DOT, 1, "line 0,5 60,5 #FF0000 w1 dot 3,3 gaps #FFFFFF"},
-        {96, PS_DASH, 0, "line 0,5 60,5 #FF0000 w1 dash 18,6 gaps #FFFFFF"},
-        {192, PS_DOT, 1, "line 0,5 60,5 #FF0000 w2 dot 6,6 gaps #FFFFFF"},
-        {192, PS_SOLID, 0, "line 0,5 60,5 #FF0000 w1"},
+        {96, PS_DASH, 0,
+         "line 0,5 60,5 #FF0000 w1 dash 18,6 gaps #FFFFFF\n"
+         "line 60,5 60,9 #FF0000 w1 dash 18,6 phase 60 gaps #FFFFFF\n"},
+        {192, PS_DOT, 1,
+         "line 0,5 60,5 #FF0000 w2 dot 6,6 gaps #FFFFFF\n"
+         "line 60,5 60,9 #FF0000 w2 dot 6,6 phase 60 gaps #FFFFFF\n"},
+        {192, PS_SOLID, 0, "line 0,5 60,5 #FF0000 w1\nline 60,5 60,9 #FF0000 w1\n"},
     };
     for (const Case& c : cases) {
         const Surface surface(CreateRecordingSurface(60, 10, c.dpi));
         const ScopedPen pen(surface.handle, c.style, c.width, kRed);
+        LineTo(surface.handle, 7, 7); // what went before the move counts no longer
         MoveToEx(surface.handle, 0, 5, nullptr);
         LineTo(surface.handle, 60, 5);
-        EXPECT_EQ(GetRecording(surface.handle), std::string(c.line) + "\n");
+        LineTo(surface.handle, 60, 9);
+        const std::string record = GetRecording(surface.handle);
+        EXPECT_EQ(record.substr(record.find('\n') + 1), c.record);
     }
 }
 
@@ -163,26 +168,21 @@ TEST(DrawingText, IsMeasuredFromLeftAndTop) {
 }
 
 TEST(DrawingText, IsPlacedInItsBox) {
-    struct Case {
-        const char* why;
-        UINT format;
-        const char* place;
+    const std::pair<UINT, const char*> cases[] = {
+        {DT_CENTER, "29,20"},
+        {DT_RIGHT, "48,20"},
+        {DT_BOTTOM | DT_VCENTER, "10,20"}, // don't count without single line
+        {DT_BOTTOM | DT_SINGLELINE, "10,37"},
+        {DT_VCENTER | DT_SINGLELINE, "10,28"},
     };
-    const Case cases[] = {
-        {"left", 0, "10,20"},
-        {"right", DT_RIGHT, "48,20"},
-        {"bottom without single line doesn't count", DT_BOTTOM | DT_VCENTER, "10,20"},
-        {"bottom", DT_BOTTOM | DT_SINGLELINE, "10,37"},
-        {"middle", DT_VCENTER | DT_SINGLELINE, "10,28"},
-    };
-    for (const Case& c : cases) {
+    for (const auto& [format, place] : cases) {
         const Surface surface(CreateRecordingSurface(100, 100));
         const ScopedFont font(surface.handle, FontOf(-10));
         SetBkMode(surface.handle, TRANSPARENT);
         RECT box{10, 20, 60, 50};
         char text[] = "ab";
-        EXPECT_EQ(DrawTextExA(surface.handle, text, -1, &box, c.format, nullptr), 13);
-        EXPECT_EQ(GetRecording(surface.handle).find(std::string("text \"ab\" ") + c.place + " 12x13"), 0U) << c.why;
+        EXPECT_EQ(DrawTextExA(surface.handle, text, -1, &box, format, nullptr), 13);
+        EXPECT_EQ(GetRecording(surface.handle).find(std::string("text \"ab\" ") + place + " 12x13"), 0U) << format;
     }
 }
 

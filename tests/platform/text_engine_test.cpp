@@ -128,6 +128,17 @@ TEST(TextLayout, RightToLeftLineStartsAtItsLeftEnd) {
     EXPECT_EQ(run.glyphs.back().x, alone->lines[0].runs[0].glyphs.back().x);
 }
 
+TEST(TextCache, FindsTheSameTextOnly) {
+    const auto face = Face(TextMedium::Pixels);
+    const auto layout = LayOutText(face, "some text", false, 50);
+    EXPECT_EQ(LayOutText(face, "some text", false, 50), layout);
+    EXPECT_NE(LayOutText(face, "some text", true, 50), layout);
+    EXPECT_NE(LayOutText(face, "some text", false, 51), layout);
+    EXPECT_NE(LayOutText(Face(TextMedium::Pixels, -13), "some text", false, 50), layout);
+    EXPECT_NE(LayOutText(FindFace(Describe("DejaVu Sans", -12, FW_BOLD), TextMedium::Pixels), "some text", false, 50),
+              layout);
+}
+
 std::uint8_t CoverageAt(const CoverageMask& mask, int x, int y) {
     const int column = x - mask.left;
     const int row = y - mask.top;

@@ -15,23 +15,13 @@ using melkar::ProfileSnapshot;
 constexpr char kProfile[] = "\xEF\xBB\xBF"
                             "EARLY=no section\r\n"
                             "[ Steps ]  ; behind the bracket\r\n"
-                            "; COMMENT=1\r\n"
-                            "max = 42 \r\n"
-                            "MAX=43\r\n"
-                            "two words=\t both \t words \r\n"
-                            "DOUBLE=\" kept \"\r\n"
-                            "SINGLE='a'\r\n"
-                            "UNEVEN=\"a'\r\n"
-                            "EQUALS=a=b;c\r\n"
-                            "no equals sign\r\n"
-                            "= no key\r\n"
-                            "BYTES=\x93\xFA\r\n"
-                            "[Other]\n"
-                            "OTHER_KEY=o\n"
-                            "[STEPS]\n"
-                            "LATE=second section of the name\n"
-                            "[Open\n"
-                            "LAST=end";
+                            "; COMMENT=1\r\n  ;INDENTED=1\r\n"
+                            "max = 42 \r\nMAX=43\r\ntwo words=\t both \t words \r\n"
+                            "DOUBLE=\" kept \"\r\nSINGLE='a'\r\nNESTED=\"'a'\"\r\nUNEVEN=\"a'\r\n"
+                            "EMPTY=\r\nEQUALS=a=b;c\r\nno equals sign\r\n= no key\r\nBYTES=\x93\xFA\r\n"
+                            "[Other]\nOTHER_KEY=o\n"
+                            "[STEPS]\nLATE=second section of the name\n"
+                            "[Open\nLAST=end";
 
 TEST(Profile, SnapshotAndSingleReadsAgree) {
     struct Case {
@@ -68,6 +58,13 @@ TEST(Profile, SnapshotAndSingleReadsAgree) {
     }
 }
 
+TEST(Profile, WholeNumbers) {
+    const TempWorkdir work;
+    const std::string path = work.Write("conf/p.cnf", "[A]\nplain=-12px\nquoted=\" +7\"\nwords=many\nempty=\n");
+    for (const auto& [key, value] : {std::pair{"plain", -12}, {"quoted", 7}, {"words", 0}, {"empty", 5}, {"none", 5}})
+        EXPECT_EQ(GetPrivateProfileIntA("A", key, 5, path.c_str()), value) << key;
+}
+
 TEST(Profile, ReaderChoosesTheFileAndBreaksLines) {
     const TempWorkdir work;
     work.Write("conf/own.cnf", "[A]\nk=a__YN__b\nlong=" + std::string(10001, 'x') + "\n");
@@ -85,22 +82,20 @@ TEST(Profile, ReaderChoosesTheFileAndBreaksLines) {
 
 TEST(Profile, ColoursAndPoints) {
     const TempWorkdir work;
-    const std::string path =
-        work.Write("conf/p.cnf", "[A]\nc=255, 0,128\ntwo=1,2\nbig=300,0,0\nless=-1,0,0\nfour=1,2,3,4\n"
-                                 "words=a,b,c\ns_R=300\ns_B=2\np= 3 , -4\none=3\n");
-    const auto color = [&](const char* key) { return GetRGBEx(path.c_str(), "A", key, 0x123456); };
-    EXPECT_EQ(color("c"), 0x8000FFUL);
-    EXPECT_EQ(color("two"), 0x123456UL);
-    EXPECT_EQ(color("big"), 44UL);
-    EXPECT_EQ(color("less"), 255UL);
-    EXPECT_EQ(color("four"), 0x030201UL);
-    EXPECT_EQ(GetRGB(path.c_str(), "A", "s"), 0x02002CUL);
-
+    const std::string path = work.Write("conf/p.cnf", "[A]\nc=255, 0,128\ntwo=1,2\nbig=300,0,0\nless=-1,0,0\n"
+                                                      "four=1,2,3,4\ns_R=300\ns_B=2\np= 3 , -4\none=3\n");
+    for (const auto& [key, color] : {std::pair{"c", RGB(255, 0, 128)},
+                                     {"two", RGB(9, 9, 9)},
+                                     {"none", RGB(9, 9, 9)},
+                                     {"big", RGB(44, 0, 0)},
+                                     {"less", RGB(255, 0, 0)},
+                                     {"four", RGB(1, 2, 3)}})
+        EXPECT_EQ(GetRGBEx(path.c_str(), "A", key, RGB(9, 9, 9)), color) << key;
+    EXPECT_EQ(GetRGB(path.c_str(), "A", "s"), RGB(44, 0, 2));
     EXPECT_EQ(CPoint(GetPOINT(path.c_str(), "A", "p")), CPoint(3, -4));
     EXPECT_EQ(CPoint(GetPOINT(path.c_str(), "A", "one")), CPoint(0, 0));
-    EXPECT_EQ(CPoint(GetPOINT(nullptr, "A", "p")), CPoint(0, 0));
-    EXPECT_EQ(melkar::ParseColor(("1,2," + std::string(1019, ' ') + "7").c_str(), 9),
-              RGB(1, 2, 0)); // the 7 is byte 1024
+    EXPECT_EQ(melkar::ParseColor(("1,2," + std::string(1019, ' ') + "7").c_str(), 9), RGB(1, 2, 0))
+        << "the 7 is byte 1024";
 }
 
 } // namespace

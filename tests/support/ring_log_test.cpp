@@ -102,9 +102,25 @@ TEST_F(RingLog, WhatCantBeWritten) {
     EXPECT_EQ(writeLog(kLogFile, "x"), 0);
     EXPECT_EQ(Log(), "1234567");
     EXPECT_EQ(writeLog("..\\nowhere\\graph.log", "x"), 1);
-    EXPECT_EQ(writeLog("..\\log", "x"), 1);
     EXPECT_EQ(writeLog("/dev/null", "x"), 0); // has no head to read
     EXPECT_EQ(writeLog(nullptr, "x"), 1);
+}
+
+TEST_F(RingLog, GivesUpOnALockThatIsNeverFreed) {
+    SetLog("00000000\r\n");
+    const int holder = open(work.Path("log/graph.log").c_str(), O_RDONLY);
+    ASSERT_EQ(flock(holder, LOCK_EX), 0);
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_EQ(writeLog(kLogFile, "x"), 1);
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
+    EXPECT_EQ(Log(), "00000000\r\n");
+
+    std::thread late([holder] {
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        close(holder);
+    });
+    EXPECT_EQ(writeLog(kLogFile, "x"), 0);
+    late.join();
 }
 
 /// Runs `work` in another process. To be called while there are no other threads: a fork copies the locks they hold.

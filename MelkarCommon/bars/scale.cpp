@@ -27,7 +27,9 @@ double RoundFactor(double least) {
 int ScaleLineY(const Scale& scale, double value) {
     if (!scale.HasRange())
         return scale.bottom;
-    return scale.bottom - Truncate((value - scale.min) * scale.Height() / (scale.max - scale.min));
+    const int rise = Truncate((value - scale.min) * scale.Height() / (scale.max - scale.min));
+    const auto [low, high] = std::minmax({0, scale.Height()});
+    return scale.bottom - std::clamp(rise, low, high); // the product may be infinite, the line lies on the scale
 }
 
 int FigureY(const Scale& scale, double value) {

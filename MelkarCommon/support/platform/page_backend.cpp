@@ -151,12 +151,12 @@ class PageBackend final : public PageFile {
 public:
     PageBackend(std::unique_ptr<NewFile> file, PageFormat format, int width, int height, int dpi)
         : m_file(std::move(file)), m_format(format), m_whole{0, 0, width, height}, m_clip(m_whole),
-          m_thinnest(dpi / (2 * kPointsPerInch)) {
+          m_thinnest(dpi / (2 * kPointsPerInch)),
+          m_scale((format == PageFormat::Pdf ? kPointsPerInch : kSvgUnitsPerInch) / dpi) {
         const double inch = dpi;
         m_surface = MakeSurface(m_file.get(), format, width / inch, height / inch);
         m_cr = cairo_create(m_surface);
-        const double scale = (format == PageFormat::Pdf ? kPointsPerInch : kSvgUnitsPerInch) / inch;
-        cairo_scale(m_cr, scale, scale);
+        cairo_scale(m_cr, m_scale, m_scale);
         cairo_set_line_join(m_cr, CAIRO_LINE_JOIN_ROUND);
     }
     ~PageBackend() override {
@@ -203,6 +203,7 @@ private:
     RECT m_whole;
     RECT m_clip;
     double m_thinnest; ///< half a point, in device units
+    double m_scale;    ///< cairo's units for a device unit
     cairo_surface_t* m_surface = nullptr;
     cairo_t* m_cr = nullptr;
 };
@@ -275,6 +276,10 @@ void PageBackend::PaintText(const std::shared_ptr<const TextLayout>& layout, std
     constexpr int kFar = 1 << 16; // twice the largest page; cairo's coordinates wrap at 2^23 points
     const RECT visible = ClipBox(ToBox(clip), m_clip);
     if (layout == nullptr || IsEmptyRect(visible) || at.x < -kFar || at.x > kFar || at.y < -kFar || at.y > kFar)
+        return;
+    // Larger than FreeType can scale, at a dpi of 1 or 2: such a font fails, the whole page with it, and later pages.
+    constexpr double kLargestOnPaper = 1 << 15;
+    if (layout->lineHeight * m_scale > kLargestOnPaper)
         return;
     cairo_save(m_cr);
     ClipTo(visible);

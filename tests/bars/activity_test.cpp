@@ -60,6 +60,22 @@ TEST_F(ActivityCal, ReadsDaysAndSpans) {
     }
 }
 
+TEST_F(ActivityCal, ScaleStartsFromTheProfileAtEachRead) {
+    OpenActivity graph = MakeActivity();
+    EXPECT_EQ(Read(graph, Row("0,a,a", "", "1001")), 0);
+    EXPECT_EQ(graph.m_nChartMax, 5000);
+    EXPECT_EQ(Read(graph, Row("0,a,a", "", "1000")), 0);
+    EXPECT_EQ(graph.m_nChartMax, 1000);
+    EXPECT_EQ(graph.m_dChartInterval, 250);
+    EXPECT_EQ(Read(graph, Row("0,a,a", "", "1001")), 0);
+    char missing[] = "no-such.csv";
+    EXPECT_EQ(graph.ReadDataFile(missing), 101);
+    EXPECT_EQ(graph.m_nChartMax, 1000) << "reset before the file is looked for";
+    EXPECT_EQ(graph.m_saValues[0], "1001");
+    EXPECT_EQ(Read(graph, ""), 102);
+    EXPECT_THAT(m_files.Read("log/graph.log"), Not(HasSubstr("CODE = [340]")));
+}
+
 TEST_F(ActivityCal, PrintsTargetsButNoBandAndNoLegend) {
     WriteProfile("IS_PRINTTARGET=0\nAVERAGE_INTAKE_LABEL=intake\nINTAKECOLOR_RGB=30,0,0\nEX1_LABEL=total\n"
                  "CHARTLINEMAX=80\nLINESCOLOR0_RGB=7,0,0");

@@ -220,6 +220,14 @@ TEST_F(BarDrawing, DateStripByCalendar) {
     }
 }
 
+TEST_F(BarDrawing, SingleSeriesAsALine) {
+    auto graph = Make<CBarGraph>();
+    graph.m_bPolyline = 1;
+    EXPECT_THAT(LinesWith(DrawRecorded(graph, "a\nb\n0,d,250\n0,e,500\n0,f,1000\n"), "line", "w4"),
+                ElementsAre("line 323,350 623,275 #010203 w4", "line 623,275 923,125 #010203 w4"));
+    EXPECT_EQ(graph.m_oaBarRects[0]->bottom, 350);
+}
+
 TEST_F(BarDrawing, MessagesAndMissingDays) {
     auto graph = Make<CBarGraph>();
     const auto none = DrawRecorded(graph, "a\nb\n");

@@ -54,6 +54,24 @@ TEST_F(Expenditure, ReadsTheTwoPartsOfADay) {
     }
 }
 
+TEST_F(Expenditure, TakesTheHeader) {
+    OpenExpenditure graph = MakeExpenditure();
+    graph.m_strAverage = "9";
+    EXPECT_EQ(Read(graph, Head("1800.5", "0")), 102);
+    EXPECT_EQ(graph.m_strHeaderField0, "A");
+    EXPECT_EQ(graph.m_strHeaderField1, "B");
+    EXPECT_EQ(graph.m_strAverageIntake, "1800.5");
+    EXPECT_EQ(graph.m_nHeaderField5, 77);
+    EXPECT_EQ(graph.m_strAverage, "");
+    EXPECT_EQ(graph.m_nChartMin, 0);
+    EXPECT_EQ(graph.m_dChartInterval, 500);
+    EXPECT_EQ(graph.m_nChartMax, 10000);
+    EXPECT_THAT(m_files.Read("log/graph.log"), HasSubstr("CODE = [340]"));
+    char missing[] = "no-such.csv";
+    EXPECT_EQ(graph.ReadDataFile(missing), 101);
+    EXPECT_EQ(graph.m_strAverageIntake, "1800.5");
+}
+
 // The label's font has 13 pixels: 8 x 17 a character. Beside the canvas are 73 pixels, so that it wraps.
 TEST_F(Expenditure, BandOfTheAverageIntake) {
     const struct Case {
@@ -101,6 +119,28 @@ TEST_F(Expenditure, GoesOnWithoutRecordsAndRepeatsMessagesOnce) {
     const auto noRecords = DrawRecorded(graph, Head("0", "4000"), kWideArea);
     EXPECT_EQ(LinesWith(noRecords, "text \"records\"").size() + LinesWith(noRecords, "text \" records\"").size(), 1U);
     EXPECT_EQ(LinesWith(noRecords, "fill", "#FAFAFA").size(), 1U) << "the canvas all the same";
+}
+
+TEST_F(Expenditure, ClickGivesTheDayAndHoverTheBar) {
+    OpenExpenditure graph = MakeExpenditure();
+    DrawRecorded(graph, Head("0", "4000") + "0,a,2000,500\n0,b,2000,500\n", kWideArea);
+    const struct Case {
+        const char* why;
+        CPoint at;
+        long day;
+        long bar;
+    } cases[] = {
+        {"first part", {300, 400}, 0, 0},
+        {"second part", {300, 300}, 0, 1},
+        {"above the stack", {300, 274}, -1, -1},
+        {"second day's rest", {800, 300}, 1, 3},
+        {"gap", {600, 400}, -1, -1},
+        {"date strip", {300, 425}, -1, -1},
+    };
+    for (const Case& c : cases) {
+        EXPECT_EQ(graph.OnClick(c.at), c.day) << c.why;
+        EXPECT_EQ(graph.OnMouseMove(c.at), c.bar) << c.why;
+    }
 }
 
 } // namespace

@@ -59,6 +59,8 @@ TEST(ScaleTest, WhereLinesStand) {
         EXPECT_EQ(melkar::TargetY(c.scale, c.value), c.target) << c.why;
         EXPECT_EQ(melkar::AverageY(c.scale, c.value), c.average) << c.why;
     }
+    const int line = melkar::ScaleLineY({0, 1e308, -453, -53}, 5e307);
+    EXPECT_TRUE(line >= -453 && line <= -53) << "a product beyond a double must not leave the canvas";
     EXPECT_TRUE(melkar::LiesOn({0, 10, 0, 1}, 0) && melkar::LiesOn({0, 10, 0, 1}, 10));
     EXPECT_FALSE(melkar::LiesOn({0, 10, 0, 1}, 10.5) || melkar::LiesOn({0, 10, 0, 1}, kNan));
 }
@@ -93,6 +95,21 @@ TEST(ScaleTest, WalkIsBoundedByThePixels) {
     for (const double interval : {1e-300, 5e-324, 0.0, -1.0, kNan})
         for (const int height : {-5, 0, 1, 300})
             EXPECT_LE(melkar::WalkScale({-2147483648.0, 2147483647.0, 100, 100 + height}, interval, 0).count, 302);
+}
+
+TEST(ScaleTest, Labels) {
+    const struct Case {
+        const char* why;
+        double value;
+        int decimals;
+        const char* label;
+    } kCases[] = {
+        {"whole values carry no decimals", 5, 2, "5"},
+        {"rounded up", 7.5, 0, "8"},
+        {"rounded to even", 2.5, 0, "2"},
+    };
+    for (const Case& c : kCases)
+        EXPECT_EQ(melkar::ScaleLabel(c.value, c.decimals), c.label) << c.why;
 }
 
 } // namespace

@@ -43,6 +43,24 @@ TEST(WeightLayout, ScaleSharesTheStepsOfTheLeftOne) {
     EXPECT_EQ(melkar::WeightScaleFor(INT_MAX, INT_MIN, 1)->max, INT_MAX);
 }
 
+TEST(WeightLayout, TargetIsCutTowardsZeroAndMayLeaveTheCanvas) {
+    const struct Case {
+        const char* why;
+        double target;
+        int y;
+    } cases[] = {
+        {"0, as an empty target", 0, 425 + 1140},
+        {"trunc(-3.1) / 15 is 0", 56.9896, 425},
+        {"not a number: like the bottom of the scale", NAN, 425},
+        {"far off: at most 2^24 away", 1e300, 425 - (1 << 24)},
+    };
+    for (const Case& c : cases) {
+        const int y = melkar::TargetWeightY(kCanvas, kScale, c.target);
+        EXPECT_EQ(y, c.y) << c.why;
+    }
+    EXPECT_EQ(melkar::TargetWeightY(kCanvas, {12, 12, 1}, 12), 425) << "no range: no division by it";
+}
+
 class OpenSimulation : public Open<CSimulation> {
 public:
     using Open<CSimulation>::Open;
@@ -76,6 +94,17 @@ protected:
         return DrawRecorded(graph, Days("250"), kWideArea);
     }
 };
+
+TEST_F(Simulation, ReadsThePlan) {
+    OpenSimulation graph = MakeSimulation();
+    EXPECT_EQ(ReadPlan(graph, kPlan), 0);
+    EXPECT_EQ(graph.m_strWeightStart + " " + graph.m_strWeightField2, "20250302 kept");
+    EXPECT_EQ(graph.m_nWeightMax, 72);
+    EXPECT_EQ(graph.m_nWeightMin, 56);
+    EXPECT_EQ(graph.m_nWeightInterval, 4);
+    ASSERT_EQ(graph.m_saWeights.GetSize(), 4);
+    EXPECT_EQ(graph.m_saWeightDates[2] + "," + graph.m_saWeights[2] + "," + graph.m_saTargetWeights[2], "20250303,,68");
+}
 
 TEST_F(Simulation, CodesOfThePlan) {
     const struct Case {

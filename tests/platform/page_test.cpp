@@ -197,6 +197,14 @@ TEST_F(Page, StrangeShapesAndTexts) {
     });
 }
 
+TEST_F(Page, TextBeyondWhatFontsCanDoLosesNoPage) {
+    LOGFONTA font{};
+    font.lfHeight = -8000;
+    const auto layout = LayOutText(FindFace(font, TextMedium::Page), "a", true, kNoWrap);
+    for (const PageFormat format : {PageFormat::Pdf, PageFormat::Svg}) // DrawFile expects the file
+        DrawFile(format, 1, [&](Backend& b) { b.PaintText(layout, 0, {0, 0}, 0, 0xFF000000U, {0, 0, 400, 300}); });
+}
+
 TEST_F(Page, FileAppearsWhole) {
     work.Write("page", "former");
     auto page = Make("page", PageFormat::Pdf);

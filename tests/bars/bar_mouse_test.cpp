@@ -4,9 +4,7 @@
 
 namespace {
 
-using testing::ElementsAre;
 using testing::EndsWith;
-using testing::HasSubstr;
 
 /// Two days of two series, drawn at (100, 50) onto a shared surface that records. Bars 285 to 510 and 735 to 960;
 /// with a scale of 0 to 1000 on 300 pixels the first day's tops are at 350 and 275, the second's at 425 and 125.
@@ -15,16 +13,10 @@ protected:
     BarMouse() {
         m_graph.m_nSeriesCount = 2;
         m_graph.Draw(kArea, DataFile("a\nb\n0,1/1,250,250\n0,1/2,0,1000\n").data());
-        ::BitBlt(m_balloon, 0, 0, 1200, 600, m_shared, 0, 0, SRCCOPY);
     }
     ~BarMouse() override {
         DeleteDC(m_shared);
         DeleteDC(m_balloon);
-    }
-    std::string Recorded(CPoint point, long expected) {
-        const std::size_t before = GetRecording(m_shared).size();
-        EXPECT_EQ(m_graph.OnMouseMove(point), expected);
-        return GetRecording(m_shared).substr(before);
     }
 
     HDC m_shared = CreateRecordingSurface(1200, 600);
@@ -32,43 +24,55 @@ protected:
     Open<CBarGraph> m_graph{nullptr, m_shared, "STEPS", m_shared, nullptr, m_balloon};
 };
 
-TEST_F(BarMouse, Clicks) {
+TEST_F(BarMouse, HitTest) {
     const struct Case {
         const char* why;
         CPoint point;
         long day, bar;
-    } kCases[] = {
+    } cases[] = {
         {"left edge of the first bar", {285, 400}, 0, 0},
-        {"right edge", {510, 350}, 0, 0},
+        {"gap on its left", {284, 400}, -1, -1},
+        {"right edge counts, as does the top", {510, 350}, 0, 0},
+        {"behind it, though under the next day's top", {511, 400}, -1, -1},
+        {"second series", {400, 349}, 0, 1},
         {"above the stack", {400, 274}, -1, -1},
         {"second series of the second day, over one of no height", {800, 424}, 1, 3},
+        {"bottom of the canvas", {800, 425}, -1, -1},
+        {"right of all bars", {961, 400}, -1, -1},
+        {"far out", {-2147483647 - 1, 2147483647}, -1, -1},
     };
-    for (const Case& c : kCases) {
+    for (const Case& c : cases) {
         EXPECT_EQ(m_graph.OnClick(c.point), c.day) << c.why;
         EXPECT_EQ(m_graph.OnMouseMove(c.point), c.bar) << c.why;
     }
     m_graph.m_bClickEnabled = 2;
     EXPECT_EQ(m_graph.OnClick(CPoint(400, 400)), -1);
     EXPECT_EQ(m_graph.OnMouseMove(CPoint(400, 400)), 0);
+    m_graph.Draw(kArea, DataFile("a\nb\n").data());
+    EXPECT_EQ(m_graph.OnMouseMove(CPoint(400, 400)), -1) << "no bar is left of the former picture";
 }
 
 /// Above the pointer, its text 3 right of it: 36 wide and two lines of 34 high (20 points are 27 pixels, 17 a
-/// character).
+/// character), so 51 x 68 with its top at 303 - 68 - 6.
 TEST_F(BarMouse, Balloon) {
-    const std::string clean = Recorded(CPoint(200, 400), -1); // a gap: only the picture comes back
-    EXPECT_THAT(clean, HasSubstr("copy 100,50 992x474 from 100,50\n"));
-    const std::string record = Recorded(CPoint(400, 300), 1);
-    ASSERT_EQ(record.substr(0, clean.size()), clean);
-    // width 3 x 17 = 51, height 68; top 303 - 68 - 6 = 229
-    EXPECT_EQ(record.substr(clean.size()), "fill 400,226 57x1 #010203\n"
-                                           "fill 400,299 57x1 #010203\n"
-                                           "fill 400,227 1x72 #010203\n"
-                                           "fill 456,227 1x72 #010203\n"
-                                           "fill 401,227 55x72 #FFFF80\n"
-                                           "text \"1/1\" 403,229 51x34 \"Fixed 27\" #000000\n"
-                                           "text \"250\" 403,263 51x34 \"Fixed 27\" #000000\n");
+    ::BitBlt(m_balloon, 0, 0, 1200, 600, m_shared, 0, 0, SRCCOPY);
+    const auto recorded = [this](CPoint point) {
+        const std::size_t before = GetRecording(m_shared).size();
+        m_graph.OnMouseMove(point);
+        return GetRecording(m_shared).substr(before);
+    };
+    const std::string clean = recorded(CPoint(200, 400)); // a gap: only the picture comes back
+    EXPECT_TRUE(clean.starts_with("copy 100,50 992x474 from 100,50\n"));
+    EXPECT_EQ(recorded(CPoint(400, 300)), clean + "fill 400,226 57x1 #010203\n"
+                                                  "fill 400,299 57x1 #010203\n"
+                                                  "fill 400,227 1x72 #010203\n"
+                                                  "fill 456,227 1x72 #010203\n"
+                                                  "fill 401,227 55x72 #FFFF80\n"
+                                                  "text \"1/1\" 403,229 51x34 \"Fixed 27\" #000000\n"
+                                                  "text \"250\" 403,263 51x34 \"Fixed 27\" #000000\n");
+    EXPECT_NE(recorded(CPoint(400, 400)), clean) << "the first bar has one, too";
     m_graph.m_bHoverEnabled = 0;
-    EXPECT_EQ(Recorded(CPoint(400, 300), -1), clean);
+    EXPECT_EQ(recorded(CPoint(400, 300)), clean);
 }
 
 /// The forms without and with a point are one operation to a caller, whatever a derived class overrides.
@@ -81,10 +85,9 @@ TEST_F(BarMouse, Overloads) {
         long OnMouseMove(CPoint point) override { return m_last = point.x * 10 - point.y; }
         long m_last = 0;
     };
-    Counting graph(nullptr, nullptr, "STEPS", nullptr, nullptr, nullptr);
+    auto graph = Make<Counting>();
     CBarGraph& base = graph;
-    EXPECT_EQ(base.OnClick() + base.OnMouseMove(), 0);
-    EXPECT_EQ(base.OnClick(3, 4), 0);
+    EXPECT_EQ(base.OnClick() + base.OnMouseMove() + base.OnClick(3, 4), 0);
     EXPECT_EQ(graph.m_last, 34);
     EXPECT_EQ(base.OnMouseMove(3L, 4L), 0);
     EXPECT_EQ(graph.m_last, 26);

@@ -1,23 +1,20 @@
 #include "chart_fixture.h"
 
 #include <MelkarCommon/bars/line_graph.h>
-#include <MelkarCommon/bars/scale.h>
 
 #include <gmock/gmock.h>
-
-#include <cmath>
 
 namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-using testing::StartsWith;
 
 class OpenLine : public Open<CLineGraph> {
 public:
     using Open<CLineGraph>::Open;
     using CLineGraph::m_bLineMeasure, CLineGraph::m_crLine, CLineGraph::m_dChartLineInterval;
     using CLineGraph::m_dChartLineMax, CLineGraph::m_dChartLineMin, CLineGraph::m_nChartLineMaxBig;
+    using CLineGraph::m_nLineDecimals;
 
     void SetLines(const std::vector<const char*>& values) {
         m_saLineValues.RemoveAll();
@@ -31,29 +28,22 @@ constexpr std::string_view kFourDays = "head\nhead\n0,1/1,1\n0,1/2,1\n0,1/3,1\n0
 // In kWideArea a box is 45 wide; of four days the dots stand at x = 285, 510, 735 and 960, with a radius of 4.
 class LineGraph : public ChartTest {
 protected:
-    LineGraph() { Profile("CHARTLINEMIN=60\nCHARTLINEMAX=80\nCHARTLINEINTERVAL=5"); }
-
-    void Profile(const std::string& scale) {
-        WriteProfile("LINESCOLOR0_RGB=7,0,0\nVLINEAXSLABEL=kg\nCHARTLINEMAX_BIG=200\n" + scale);
-    }
-    OpenLine MakeLine() { return {nullptr, m_record, "STEPS", nullptr, nullptr, nullptr}; }
-    /// y of each day's value, drawn on the scale of the profile.
-    std::vector<int> Heights(const std::vector<const char*>& values) {
-        OpenLine graph = MakeLine();
-        graph.SetLines(values);
-        DrawRecorded(graph, kFourDays, kWideArea);
-        std::vector<int> tops;
-        for (int i = 0; i < graph.m_oaLineRects.GetSize(); ++i)
-            tops.push_back(graph.m_oaLineRects[i]->top);
-        return tops;
+    LineGraph() {
+        WriteProfile("LINESCOLOR0_RGB=7,0,0\nVLINEAXSLABEL=kg\nCHARTLINEMAX_BIG=200\n"
+                     "CHARTLINEMIN=60\nCHARTLINEMAX=80\nCHARTLINEINTERVAL=5");
     }
 };
 
-TEST_F(LineGraph, PlacesValuesOnTheRightScale) {
-    EXPECT_THAT(Heights({"60", "80", "67.3", "59"}), ElementsAre(425, 125, 425 - 109, 425));
-    EXPECT_THAT(Heights({"81", "nan", "inf", "-inf"}), ElementsAre(125, 425, 125, 425));
-    Profile("CHARTLINEMIN=70\nCHARTLINEMAX=70");
-    EXPECT_THAT(Heights({"69", "70", "71", "x"}), ElementsAre(425, 425, 125, 425)) << "no range: on the clamps";
+TEST_F(LineGraph, BoxesStandOnTheRightScaleInTheMiddleOfTheSlots) {
+    auto graph = Make<OpenLine>();
+    graph.SetLines({"67.3", "81", "59"});
+    DrawRecorded(graph, kFourDays, kWideArea);
+    EXPECT_EQ(graph.m_rcCanvas, CRect(173, 125, 1073, 425)) << "the right margin is as wide as the left one";
+    EXPECT_EQ(graph.m_saLineValues.GetSize(), 3) << "reading leaves the host's values alone";
+    ASSERT_EQ(graph.m_oaLineRects.GetSize(), 4) << "days without an entry have a box, too";
+    EXPECT_EQ(CRect(*graph.m_oaLineRects[0]), CRect(263, 316, 308, 316)) << "7.3 x 300 / 20 is 109";
+    EXPECT_EQ(CRect(*graph.m_oaLineRects[1]), CRect(488, 125, 533, 125)) << "above the scale";
+    EXPECT_EQ(CRect(*graph.m_oaLineRects[2]), CRect(713, 425, 758, 425)) << "below it";
 }
 
 TEST_F(LineGraph, DotsAndStrokesNeedStatusAndEntry) {
@@ -63,10 +53,10 @@ TEST_F(LineGraph, DotsAndStrokesNeedStatusAndEntry) {
         const char* dots;
         const char* strokes; ///< the day at whose dot one begins
     } cases[] = {
+        {"all", "0000", {"60", "80", "70", "60"}, "0123", "123"},
         {"another status breaks on both sides", "0010", {"60", "80", "70", "60"}, "013", "1"},
         {"any status but 0", "1234", {"60", "80", "70", "60"}, "", ""},
-        {"no entries at all", "0000", {}, "", ""},
-        {"entries for the first days only", "0000", {"60", "80"}, "01", "1"},
+        {"entries for the first days only, one empty", "0000", {"60", "80", "", "60"}, "013", "1"},
     };
     const auto daysOf = [](const std::vector<std::string>& lines, std::string_view verb) {
         std::string days;
@@ -75,7 +65,7 @@ TEST_F(LineGraph, DotsAndStrokesNeedStatusAndEntry) {
         return days;
     };
     for (const Case& c : cases) {
-        OpenLine graph = MakeLine();
+        auto graph = Make<OpenLine>();
         graph.SetLines(c.values);
         std::string file = "head\nhead\n";
         for (int day = 0; day < 4; ++day)
@@ -86,27 +76,55 @@ TEST_F(LineGraph, DotsAndStrokesNeedStatusAndEntry) {
     }
 }
 
+TEST_F(LineGraph, SeveralLinesTakeTurnsInTheArray) {
+    auto graph = Make<OpenLine>();
+    graph.m_nLineCount = 2;
+    graph.m_crLine[1] = 0x000008; // the second line's colour wasn't in the profile of one line
+    graph.SetLines({"60", "80", "70", "60"});
+    const auto lines = DrawRecorded(graph, "head\nhead\n0,1/1,1\n0,1/2,1\n", kWideArea);
+    EXPECT_THAT(LinesWith(lines, "line", "#070000 w1"), ElementsAre("line 848,275 398,425 #070000 w1"));
+    EXPECT_THAT(LinesWith(lines, "line", "#080000 w1"), ElementsAre("line 848,425 398,125 #080000 w1"));
+}
+
 TEST_F(LineGraph, ScaleAtTheRight) {
     const struct Case {
-        const char *why, *scale;
-        int coach;
+        const char* why;
+        double max, interval;
+        int coach, decimals;
         const char* labels;
     } cases[] = {
-        {"five pixels right of the canvas, centred on its height", "MIN=60 MAX=80 INTERVAL=5", 0,
-         "60@413 65@338 70@263 75@188 80@113"},
-        {"coach mode leaves the bottom and every second label out", "MIN=60 MAX=80 INTERVAL=5", 1, "65@338 75@188"},
-        {"no interval: steps of 10; 10 x 300 / 19 is 157", "MIN=60 MAX=79", 0, "60@413 70@256"},
+        {"five pixels right of the canvas, centred on its height", 80, 5, 0, 0, "60@413 65@338 70@263 75@188 80@113"},
+        {"coach mode leaves the bottom and every second label out", 80, 5, 1, 0, "65@338 75@188"},
+        {"decimals of its own", 80, 12.5, 0, 1, "60@413 72.5@226"},
+        {"no interval: steps of 10; 10 x 300 / 19 is 157", 79, 0, 0, 0, "60@413 70@256"},
+        {"upside down: none", 50, 5, 0, 0, ""},
     };
     for (const Case& c : cases) {
-        std::istringstream words(c.scale);
-        std::string scale;
-        for (std::string word; words >> word;)
-            scale += "CHARTLINE" + word + "\n";
-        Profile(scale);
-        OpenLine graph = MakeLine();
+        auto graph = Make<OpenLine>();
+        graph.m_dChartLineMax = c.max;
+        graph.m_dChartLineInterval = c.interval;
         graph.m_bCoach = c.coach;
-        EXPECT_EQ(TextsAt(DrawRecorded(graph, kFourDays, kWideArea), 1078), c.labels) << c.why;
+        graph.m_nLineDecimals = c.decimals;
+        const auto lines = DrawRecorded(graph, kFourDays, kWideArea);
+        EXPECT_EQ(TextsAt(lines, 1078), c.labels) << c.why;
+        // x = trunc(1146 - 25 x 0.1 - 5), y = (425 + 125 - 24) / 2
+        EXPECT_EQ(LinesWith(lines, "text \"kg\" 1138,263 24x25 ", " angle 2700").size(), 1U);
     }
+    auto graph = Make<OpenLine>();
+    graph.m_bLineMeasure = 0;
+    EXPECT_THAT(LinesWith(DrawRecorded(graph, kFourDays, kWideArea), "text \"kg\""), IsEmpty());
+}
+
+TEST_F(LineGraph, ResetRestoresAllButTheBottom) {
+    auto graph = Make<OpenLine>();
+    graph.m_dChartLineMax = graph.m_dChartLineMin = graph.m_dChartLineInterval = 1;
+    graph.m_nChartLineMaxBig = graph.m_nChartMax = 1;
+    graph.ResetGraphMeasure();
+    EXPECT_EQ(graph.m_dChartLineMax, 80);
+    EXPECT_EQ(graph.m_dChartLineInterval, 5);
+    EXPECT_EQ(graph.m_nChartLineMaxBig, 200);
+    EXPECT_EQ(graph.m_nChartMax, 1000) << "the left scale, too";
+    EXPECT_EQ(graph.m_dChartLineMin, 1);
 }
 
 } // namespace

@@ -6,8 +6,9 @@
 
 namespace {
 
+using testing::ElementsAre;
 using testing::HasSubstr;
-using testing::IsEmpty;
+using testing::Not;
 
 /// Column 7: top of the scale; column 9: average.
 std::string Head(const std::string& top, const std::string& average = "") {
@@ -17,20 +18,16 @@ std::string Head(const std::string& top, const std::string& average = "") {
 class StepGraph : public ChartTest {
 protected:
     StepGraph() { WriteProfile("CHARTMIN=50"); } // the file's scale begins at 0 whatever the profile says
-
-    long Read(CStepGraph& graph, std::string_view data) { return graph.ReadDataFile(DataFile(data).data()); }
 };
 
 TEST_F(StepGraph, ReadsDays) {
-    auto graph = Make<CStepGraph>();
+    auto graph = Make<Open<CStepGraph>>();
     graph.m_saTargets.Add("8000");
     ASSERT_EQ(Read(graph, Head("12000", "812.5") + "0,1/1,x,y,5000\n1,1/2,x,y,7000\n\n4\n0,1/5,x,y,\"1,2\"\n"), 0);
-    EXPECT_EQ(graph.m_strHeaderField0, "A");
-    EXPECT_EQ(graph.m_strHeaderField1, "B");
+    EXPECT_EQ(graph.m_strHeaderField0 + graph.m_strHeaderField1 + graph.m_strAverage, "AB812.5");
     EXPECT_EQ(graph.m_nChartMax, 12000);
     EXPECT_EQ(graph.m_nChartMin, 0);
     EXPECT_EQ(graph.m_dChartInterval, 1000);
-    EXPECT_EQ(graph.m_strAverage, "812.5");
     EXPECT_EQ(graph.m_saTargets.GetSize(), 1) << "targets are the host's";
     std::string days;
     for (int i = 0; i < graph.m_saDates.GetSize(); ++i)
@@ -38,40 +35,39 @@ TEST_F(StepGraph, ReadsDays) {
     EXPECT_EQ(days, "01/1=5000;11/2=;0=;4=;01/5=1,2;") << "figure, excluded, blank row, short row, quotes";
 }
 
-TEST_F(StepGraph, RepairsTheTopOfTheScale) {
-    const struct Case {
-        const char* top;
-        int expected;
-        bool logged;
-    } cases[] = {{"1", 1, false}, {"0", 10000, true}, {"", 10000, true}, {"-5", 10000, true}, {"x9", 10000, true}};
-    for (const Case& c : cases) {
-        std::filesystem::remove(m_files.Path("log/graph.log"));
-        auto graph = Make<CStepGraph>();
-        EXPECT_EQ(Read(graph, Head(c.top) + "0,1/1,,,5\n"), 0);
-        EXPECT_EQ(graph.m_nChartMax, c.expected) << c.top;
-        const std::string log = m_files.Read("log/graph.log");
-        EXPECT_EQ(log.find("CODE = [340]") != std::string::npos, c.logged) << c.top;
-        EXPECT_THAT(log, HasSubstr("CStepGraph::ReadDataFile"));
-    }
-}
-
 TEST_F(StepGraph, MissingFileKeepsAllAndOneWithoutDaysForgetsAll) {
-    auto graph = Make<CStepGraph>();
+    auto graph = Make<Open<CStepGraph>>();
     DrawRecorded(graph, Head("2000", "5") + "0,1/1,,,700\n", kWideArea);
     char missing[] = "no-such.csv";
     EXPECT_EQ(graph.ReadDataFile(missing), 101);
     EXPECT_EQ(graph.m_saValues[0], "700");
     EXPECT_EQ(graph.m_oaBarRects.GetSize(), 1);
-    EXPECT_EQ(Read(graph, Head("3000", "6")), 102);
-    EXPECT_EQ(graph.m_nChartMax, 3000);
+    EXPECT_THAT(m_files.Read("log/graph.log"), Not(HasSubstr("CODE = [340]")));
+    EXPECT_EQ(Read(graph, Head("-5")), 102);
+    EXPECT_EQ(graph.m_nChartMax, 10000) << "a top of the scale has to be above 0";
+    EXPECT_THAT(m_files.Read("log/graph.log"), HasSubstr("CODE = [340]"));
     EXPECT_EQ(graph.m_saValues.GetSize() + graph.m_saDates.GetSize() + graph.m_dwaStatus.GetSize(), 0);
     EXPECT_EQ(graph.m_oaBarRects.GetSize(), 0);
-    EXPECT_EQ(Read(graph, ""), 102);
 }
 
-std::vector<std::string> Joined(std::vector<std::string> rows, const std::vector<std::string>& more) {
-    rows.insert(rows.end(), more.begin(), more.end());
-    return rows;
+TEST_F(StepGraph, LongRowsGoOnAsFurtherOnes) {
+    const auto daysIn = [this](const std::string& file) {
+        auto graph = Make<Open<CStepGraph>>();
+        Read(graph, file);
+        return graph.m_saDates.GetSize();
+    };
+    EXPECT_EQ(daysIn(std::string(1277, 'x') + "\nA\n0,1/1\n"), 1) << "head row of 1278";
+    EXPECT_EQ(daysIn(std::string(1278, 'x') + "\nA\n0,1/1\n"), 2) << "head row of 1279: its end is row 1";
+    EXPECT_EQ(daysIn("\nA\n" + std::string(1278, '0') + "\n"), 1) << "day row of 1279";
+    EXPECT_EQ(daysIn("\nA\n" + std::string(1279, '0') + "\n"), 2) << "day row of 1280";
+}
+
+TEST_F(StepGraph, ScaleOfTheFileYieldsToTheBigOne) {
+    auto graph = Make<Open<CStepGraph>>();
+    DrawRecorded(graph, Head("2000") + "0,1/1,,,2001\n", kWideArea);
+    EXPECT_EQ(graph.m_nChartMax, 5000);
+    DrawRecorded(graph, Head("2000") + "0,1/1,,,2000\n", kWideArea);
+    EXPECT_EQ(graph.m_nChartMax, 2000) << "each file sets the scale anew";
 }
 
 // "  mean: 500 steps" is 17 x 12 wide: its box ends at 1073 - 100 and stands on the title's bottom, (769, 76) to
@@ -79,51 +75,38 @@ std::vector<std::string> Joined(std::vector<std::string> rows, const std::vector
 TEST_F(StepGraph, AverageStandsAtTheRightAndIsCutBeforeItIsScaled) {
     const struct Case {
         const char *why, *top, *average;
-        int y; // 0: no line
+        std::vector<std::string> line;
     } cases[] = {
-        {"inside", "1000", "500", 275},
-        {"exactly the top", "600", "600", 125},
-        {"above the top", "400", "500", 0},
-        {"5 x 300 / 1764 is 0, 5.9 x 300 / 1764 would be 1", "1764", "5.9", 425},
+        {"exactly the top", "600", "600", {"thick 173,123 1073 #0000FF w1 dot 3,3"}},
+        {"above the top", "400", "500", {}},
+        {"5 x 300 / 1764 is 0, 5.9 x 300 / 1764 would be 1", "1764", "5.9", {"thick 173,423 1073 #0000FF w1 dot 3,3"}},
     };
     for (const Case& c : cases) {
-        auto graph = Make<CStepGraph>();
+        auto graph = Make<Open<CStepGraph>>();
         graph.m_bPrintAverage = 1;
         const auto lines = DrawRecorded(graph, Head(c.top, c.average) + "0,1/1,,,5\n", kWideArea);
-        const std::string text = "text \"  mean: " + std::string(c.average) + " steps\" 769,76 ";
-        EXPECT_EQ(LinesWith(lines, text).size(), 1U) << c.why;
-        const auto sample = FourRows(769, 709, 88);
-        EXPECT_EQ(StrokesWith(lines, "#0000FF w1 dot"), c.y == 0 ? sample : Joined(sample, FourRows(173, 1073, c.y)))
-            << c.why;
+        EXPECT_EQ(TextsAt(lines, 769), "  mean: " + std::string(c.average) + " steps@76") << c.why;
+        EXPECT_EQ(LinesWith(lines, "thick 769,86 709 #0000FF w1 dot").size(), 1U) << c.why;
+        EXPECT_EQ(LinesWith(lines, "thick 173,"), c.line) << c.why;
     }
 }
 
-// "  goal " is 7 x 12 wide.
-TEST_F(StepGraph, TargetStandsLeftOfTheAverage) {
-    for (const bool average : {true, false}) {
-        auto graph = Make<CStepGraph>();
-        graph.m_bPrintAverage = average;
-        graph.m_bPrintTarget = 1;
-        const auto lines = DrawRecorded(graph, Head("1000", "500") + "0,1/1,,,5\n", kWideArea);
-        const CRect box = average ? CRect(605, 76, 689, 101) : CRect(989, 76, 1073, 101);
-        EXPECT_EQ(graph.m_rcTarget, box);
-        const std::string text = "text \"  goal \" " + std::to_string(box.left) + ",76 84x25 ";
-        EXPECT_EQ(LinesWith(lines, text).size(), 1U);
-        EXPECT_EQ(StrokesWith(lines, "#FF0000 w1 dash"), FourRows(box.left, box.left - 60, 88))
-            << "the sample alone: without targets there is no line";
-    }
-}
-
-TEST_F(StepGraph, TargetLineOnlyWhereDayAndTargetAre) {
-    auto graph = Make<CStepGraph>();
+// "  goal " is 7 x 12 wide; 425 - 501 x 300 / 1000 is 274.7, cut to 274; slots are 180 wide.
+TEST_F(StepGraph, TargetStandsLeftOfTheAverageAndOnlyOverDaysThatHaveIt) {
+    auto graph = Make<Open<CStepGraph>>();
     graph.m_bPrintTarget = 1;
     for (const char* target : {"501", "501", "1001", "0"})
         graph.m_saTargets.Add(target);
-    const auto lines =
-        DrawRecorded(graph, Head("1000") + "0,a,,,5\n1,b,,,5\n0,c,,,5\n0,d,,,5\n0,no target,,,5\n", kWideArea);
-    // 425 - 501 x 300 / 1000 is 274.7, cut to 274; slots are 180 wide.
-    EXPECT_EQ(StrokesWith(lines, "#FF0000 w1 dash"),
-              Joined(FourRows(989, 929, 88), Joined(FourRows(173, 353, 274), FourRows(713, 893, 425))));
+    const std::string file = Head("1000", "500") + "0,a,,,5\n1,b,,,5\n0,c,,,5\n0,d,,,5\n0,no target,,,5\n";
+    const auto lines = DrawRecorded(graph, file, kWideArea);
+    EXPECT_EQ(TextsAt(lines, 989), "  goal @76");
+    EXPECT_THAT(LinesWith(lines, "thick "),
+                ElementsAre("thick 989,86 929 #FF0000 w1 dash 18,6", "thick 173,272 353 #FF0000 w1 dash 18,6",
+                            "thick 713,423 893 #FF0000 w1 dash 18,6"));
+    graph.m_bPrintAverage = 1;
+    const auto both = DrawRecorded(graph, file, kWideArea);
+    EXPECT_EQ(LinesWith(both, "text \"  goal \" 605,76 ").size(), 1U);
+    EXPECT_EQ(LinesWith(both, "thick 605,86 545 #FF0000 w1 dash").size(), 1U);
 }
 
 } // namespace

@@ -177,6 +177,16 @@ TEST(LineMask, TurnsCounterClockwiseAboutTheCorner) {
     EXPECT_NEAR(ink(*slanted) / ink(upright), 1, 0.1);
 }
 
+TEST(LineMask, StaysWithinItsMemoryAfterTextsWereMeasuredFirst) {
+    const auto face = Face(TextMedium::Pixels, -200);
+    const auto layOut = [&](int i) { return LayOutText(face, "label " + std::to_string(i), true, kNoWrap); };
+    for (int i = 100; i < 400; ++i)
+        layOut(i);
+    for (int i = 100; i < 400; ++i) // each takes some 100 KB
+        ASSERT_NE(LineMask(*layOut(i), 0, 0), nullptr);
+    EXPECT_LT(MaskBytes(), 10 << 20);
+}
+
 /// Memory that the process holds, KiB.
 long ResidentKib() {
     long size = 0;

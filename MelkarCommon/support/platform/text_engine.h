@@ -83,7 +83,7 @@ std::shared_ptr<const TextLayout> LayOutText(const std::shared_ptr<TextFace>& fa
                                              bool singleLine, int wrapWidth);
 
 /// The coverage of a line turned by `escapement` tenths of a degree about its top-left corner, kept with the
-/// layout until another escapement is asked for. Null if the line has no ink, or if it would take more than a few
+/// layout until another escapement is asked for. Null if the line has no ink, or if it would take more than half a
 /// million pixels: then `FillLine` on a cairo context has to do.
 const CoverageMask* LineMask(const TextLayout& layout, std::size_t line, int escapement);
 

@@ -87,9 +87,15 @@ std::ptrdiff_t CostOf(std::size_t textBytes, const TextLayout& layout) {
 
 class LayoutCache {
 public:
+    /// Masks are made after the layout is added, many at a time where texts are measured first and then painted: each
+    /// look-up makes room for them, too.
     std::shared_ptr<const TextLayout> Find(const LayoutKey& key) {
         const LayoutEntry* entry = entries_.Find(key);
-        return entry != nullptr ? entry->layout : nullptr;
+        if (entry == nullptr)
+            return nullptr;
+        while (entries_.Size() > 1 && MaskBytes() > kMaxMaskBytes)
+            DropOldest();
+        return entry->layout;
     }
 
     void Add(const LayoutKey& key, const std::shared_ptr<const TextLayout>& layout) {
@@ -97,15 +103,18 @@ public:
         if (cost > kMaxLayoutBytes)
             return;
         while (entries_.Size() > 0 &&
-               (entries_.Size() >= kMaxLayouts || cost_ + cost > kMaxLayoutBytes || MaskBytes() > kMaxMaskBytes)) {
-            cost_ -= entries_.Oldest().cost;
-            entries_.DropOldest();
-        }
+               (entries_.Size() >= kMaxLayouts || cost_ + cost > kMaxLayoutBytes || MaskBytes() > kMaxMaskBytes))
+            DropOldest();
         entries_.Add({key.face, key.wrapWidth, key.singleLine, std::string(key.bytes), layout, cost});
         cost_ += cost;
     }
 
 private:
+    void DropOldest() {
+        cost_ -= entries_.Oldest().cost;
+        entries_.DropOldest();
+    }
+
     LruCache<LayoutKey, LayoutEntry, LayoutKeyHash> entries_;
     std::ptrdiff_t cost_ = 0;
 };

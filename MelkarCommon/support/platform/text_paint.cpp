@@ -12,8 +12,8 @@
 namespace melkar {
 namespace {
 
-constexpr double kMaxMaskPixels = 4e6;
-constexpr double kMargin = 2; // pixels around the ink that fonts promise; hinting may go beyond it
+constexpr double kMaxMaskPixels = 5e5; ///< beyond it the part of a text that shows is drawn faster from outlines
+constexpr double kMargin = 2;          // pixels around the ink that fonts promise; hinting may go beyond it
 constexpr int kQuarterTurn = 900;
 constexpr int kFullTurn = 4 * kQuarterTurn;
 

@@ -132,6 +132,8 @@ TEST_F(Simulation, SquaresTellAboveOrBelowTheTarget) {
     EXPECT_THAT(LinesWith(lines, "fill", "18x18 #280000"),
                 ElementsAre("fill 726,341 18x18 #280000", "fill 951,341 18x18 #280000"))
         << "60.5 is above trunc(60.9), and no target counts as 0";
+    lines = DrawPlan(graph, "skipped\n,5,,0\na,,0\n");
+    EXPECT_THAT(LinesWith(lines, "fill", "18x18 #290000"), IsEmpty()) << "no weight, even on a scale from 0";
 }
 
 TEST_F(Simulation, TargetLineBeginsBehindTheStart) {
@@ -155,6 +157,7 @@ TEST_F(Simulation, ScaleAtTheRightAndLegendAbove) {
     for (const char* sample : {"thick 962,105 1012 #2A0000", "fill 875,95 25x25 #280000", "fill 752,95 25x25 #008000"})
         EXPECT_EQ(LinesWith(lines, sample).size(), 1U) << sample;
     EXPECT_EQ(LinesWith(lines, "text \"250\"").size(), 2U) << "on the scale and on the bar";
+    EXPECT_EQ(LinesWith(lines, "fill", "#FAFAFA").size(), 1U) << "nothing behind figures";
     for (const char* text : {"text \"goal\"", "text \"intake\"", "text \"total\"", "text \"  mean", "thick 173"})
         EXPECT_THAT(LinesWith(lines, text), IsEmpty()) << "neither band nor target nor average here";
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <MelkarCommon/api.h>
+#include <MelkarCommon/support/platform/report.h>
 
 /// @file
 /// The ring log: a file of fixed-length records that never grows beyond 12200132 bytes. Offsets: 0 the counter of
@@ -17,8 +18,3 @@ inline constexpr const char* kLogFile = "..\\log\\graph.log";
 MELKAR_API int writeLog(const char* file, const char* format, ...) __attribute__((format(printf, 2, 3)));
 /// Writes "CODE = [code]".
 MELKAR_API int writeLogCode(const char* file, int code);
-
-namespace melkar {
-/// Writes one line to `kLogFile` as it is: text from files is never a format.
-MELKAR_API void LogText(const char* text);
-} // namespace melkar

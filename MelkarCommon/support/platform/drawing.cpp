@@ -1,3 +1,4 @@
+#include <MelkarCommon/support/platform/box.h>
 #include <MelkarCommon/support/platform/drawing.h>
 #include <MelkarCommon/support/platform/surface_state.h>
 
@@ -26,26 +27,22 @@ RECT Ordered(int left, int top, int right, int bottom) {
     return {std::min(left, right), std::min(top, bottom), std::max(left, right), std::max(top, bottom)};
 }
 
-bool IsEmpty(const RECT& r) { return r.left >= r.right || r.top >= r.bottom; }
-
-int Saturated(std::int64_t value) { return static_cast<int>(std::clamp<std::int64_t>(value, INT32_MIN, INT32_MAX)); }
-
 /// Grows (or, below 0, shrinks) by `by` on every side.
 RECT Grown(const RECT& r, int by) {
-    return {Saturated(std::int64_t{r.left} - by), Saturated(std::int64_t{r.top} - by),
-            Saturated(std::int64_t{r.right} + by), Saturated(std::int64_t{r.bottom} + by)};
+    const Box box = ToBox(r);
+    return Saturated(Box{box.left - by, box.top - by, box.right + by, box.bottom + by});
 }
 
 void Fill(HDC surface, const RECT& rect, COLORREF color) {
-    if (IsEmpty(rect))
+    if (IsEmptyRect(rect))
         return;
-    if (Backend* backend = surface->Ready())
+    if (Backend* backend = surface->backend.get())
         backend->FillRect(rect, ToColor(color));
 }
 
 /// The frame between two rectangles, the inner one within the outer one.
 void FillFrame(HDC surface, const RECT& outer, const RECT& inner, COLORREF color) {
-    if (IsEmpty(inner))
+    if (IsEmptyRect(inner))
         return Fill(surface, outer, color);
     Fill(surface, {outer.left, outer.top, outer.right, inner.top}, color);
     Fill(surface, {outer.left, inner.bottom, outer.right, outer.bottom}, color);
@@ -77,7 +74,7 @@ Shape EllipseIn(const RECT& box) {
 
 /// Fills with the brush and outlines with the pen, whose line stays inside the shape.
 BOOL DrawRound(HDC surface, const Shape& shape) {
-    Backend* backend = surface->Ready();
+    Backend* backend = surface->backend.get();
     if (!backend)
         return FALSE;
     const bool filled = !surface->brush->hollow;
@@ -125,9 +122,9 @@ void CutToPicture(Copy& copy, const PixelBuffer& picture) {
 BOOL CopyPixels(HDC to, HDC from, Copy copy, DWORD operation) {
     const PixelBuffer& picture = from->bitmap->pixels;
     CutToPicture(copy, picture);
-    if (IsEmpty(copy.source) || IsEmpty(copy.target))
+    if (IsEmptyRect(copy.source) || IsEmptyRect(copy.target))
         return FALSE;
-    Backend* backend = to->Ready();
+    Backend* backend = to->backend.get();
     if (!backend)
         return FALSE;
     from->ShownPixels();
@@ -139,8 +136,8 @@ BOOL CopyPixels(HDC to, HDC from, Copy copy, DWORD operation) {
 /// record would double with each copy: in place it is left as it is, elsewhere the copy ends at `kMostOps`.
 BOOL CopyRecord(HDC to, HDC from, Copy copy, DWORD operation) {
     CutToPicture(copy, from->bitmap->pixels);
-    Backend* backend = to->Ready();
-    if (!backend || operation != SRCCOPY || IsEmpty(copy.source))
+    Backend* backend = to->backend.get();
+    if (!backend || operation != SRCCOPY || IsEmptyRect(copy.source))
         return FALSE;
     if (to == from && copy.target.left == copy.source.left && copy.target.top == copy.source.top)
         return TRUE;
@@ -244,7 +241,7 @@ BOOL LineTo(HDC surface, int x, int y) {
     if (!surface)
         return FALSE;
     const POINT from = std::exchange(surface->position, POINT{x, y});
-    Backend* backend = surface->Ready();
+    Backend* backend = surface->backend.get();
     if (!backend || surface->pen->style == PS_NULL)
         return FALSE;
     Stroke stroke = StrokeOf(*surface, *surface->pen);
@@ -259,7 +256,7 @@ BOOL Rectangle(HDC surface, int left, int top, int right, int bottom) {
     if (!surface)
         return FALSE;
     const RECT box = Ordered(left, top, right, bottom);
-    if (IsEmpty(box))
+    if (IsEmptyRect(box))
         return FALSE;
     const Pen& pen = *surface->pen;
     const Brush& brush = *surface->brush;
@@ -285,12 +282,12 @@ BOOL Rectangle(HDC surface, int left, int top, int right, int bottom) {
 
 BOOL Ellipse(HDC surface, int left, int top, int right, int bottom) {
     const RECT box = Ordered(left, top, right, bottom);
-    return surface && !IsEmpty(box) ? DrawRound(surface, EllipseIn(box)) : FALSE;
+    return surface && !IsEmptyRect(box) ? DrawRound(surface, EllipseIn(box)) : FALSE;
 }
 
 BOOL Pie(HDC surface, int left, int top, int right, int bottom, int x1, int y1, int x2, int y2) {
     const RECT box = Ordered(left, top, right, bottom);
-    if (!surface || IsEmpty(box))
+    if (!surface || IsEmptyRect(box))
         return FALSE;
     Shape shape = EllipseIn(box);
     constexpr double kWhole = 2 * std::numbers::pi;
@@ -308,7 +305,7 @@ BOOL FillRgn(HDC surface, HRGN regionHandle, HBRUSH brushHandle) {
     const Brush* brush = BrushFrom(brushHandle);
     if (!surface || !region || !brush)
         return FALSE;
-    Backend* backend = surface->Ready();
+    Backend* backend = surface->backend.get();
     if (!backend)
         return FALSE;
     if (!brush->hollow)

@@ -3,7 +3,7 @@
 #include <MelkarCommon/support/platform/new_file.h>
 #include <MelkarCommon/support/platform/pixel_blit.h>
 #include <MelkarCommon/support/platform/pixel_spans.h>
-#include <MelkarCommon/support/ring_log.h>
+#include <MelkarCommon/support/platform/report.h>
 
 #include <cairo.h>
 #include <gdk-pixbuf/gdk-pixbuf.h>

@@ -4,7 +4,7 @@
 #include <MelkarCommon/support/platform/pixel_lines.h>
 #include <MelkarCommon/support/platform/pixel_shapes.h>
 #include <MelkarCommon/support/platform/pixel_spans.h>
-#include <MelkarCommon/support/ring_log.h>
+#include <MelkarCommon/support/platform/report.h>
 
 #include <cairo-pdf.h>
 #include <cairo-svg.h>

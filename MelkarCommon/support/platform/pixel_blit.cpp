@@ -102,11 +102,6 @@ void BlitSameSize(const PixelBuffer& to, const RECT& visible, const RECT& target
         CombineRows(to, visible, from, sourceX, sourceY, operation);
 }
 
-bool IsWithin(const RECT& part, const PixelBuffer& picture) {
-    return !IsEmptyRect(part) && part.left >= 0 && part.top >= 0 && part.right <= picture.width &&
-           part.bottom <= picture.height;
-}
-
 /// Four coverages in one read: most of a text's mask is blank.
 bool IsBlank4(const std::uint8_t* coverage) {
     std::uint32_t four = 0;
@@ -137,11 +132,9 @@ void BlendRow(std::uint32_t* pixels, const std::uint8_t* coverage, std::size_t c
 
 void BlitPixels(const PixelBuffer& to, const RECT& clip, const RECT& target, const PixelBuffer& from,
                 const RECT& source, DWORD operation) {
-    if (operation != SRCCOPY && operation != SRCPAINT && operation != SRCAND)
-        return;
     const Box box = ToBox(target);
     const RECT visible = ClipBox(box, clip);
-    if (from.pixels == nullptr || IsEmptyRect(visible) || !IsWithin(source, from))
+    if (!CanBlit(from, source, operation) || IsEmptyRect(visible))
         return;
     const bool sameSize =
         box.right - box.left == source.right - source.left && box.bottom - box.top == source.bottom - source.top;

@@ -12,13 +12,6 @@ namespace melkar {
 
 namespace {
 
-RECT Saturated(const Box& box) {
-    const auto side = [](std::int64_t v) {
-        return static_cast<int>(std::clamp<std::int64_t>(v, INT32_MIN, INT32_MAX));
-    };
-    return {side(box.left), side(box.top), side(box.right), side(box.bottom)};
-}
-
 bool SameSize(const RECT& a, const RECT& b) {
     const Box one = ToBox(a);
     const Box other = ToBox(b);

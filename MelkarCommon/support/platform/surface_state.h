@@ -15,7 +15,6 @@ struct HDC__ {
 
     /// Draws on `picture` from now on. @return the former one, null if this one is selected elsewhere.
     melkar::Bitmap* Take(melkar::Bitmap& picture);
-    melkar::Backend* Ready() const { return backend.get(); } ///< null for a surface without room
     /// The picture with everything on it that was drawn; null without pixels.
     const melkar::PixelBuffer* ShownPixels() const;
     const std::shared_ptr<melkar::TextFace>& Face();

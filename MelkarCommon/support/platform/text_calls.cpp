@@ -1,5 +1,7 @@
+#include <MelkarCommon/support/platform/box.h>
 #include <MelkarCommon/support/platform/drawing.h>
 #include <MelkarCommon/support/platform/surface_state.h>
+#include <MelkarCommon/support/platform/text_decode.h>
 
 #include <algorithm>
 #include <cmath>
@@ -10,12 +12,6 @@
 using namespace melkar;
 
 namespace {
-
-int Saturated(std::int64_t value) { return static_cast<int>(std::clamp<std::int64_t>(value, INT32_MIN, INT32_MAX)); }
-
-RECT Intersection(const RECT& a, const RECT& b) {
-    return {std::max(a.left, b.left), std::max(a.top, b.top), std::min(a.right, b.right), std::min(a.bottom, b.bottom)};
-}
 
 /// The bytes that a text and a length stand for; a length never cuts a character in two.
 std::string_view Bytes(const HDC__& surface, const char* text, int length) {
@@ -42,7 +38,7 @@ Shape TurnedBox(POINT at, int width, int height, int escapement) {
 /// One line with its top-left corner at `at`, on its background if the mode is opaque.
 void PaintLine(HDC surface, const std::shared_ptr<const TextLayout>& layout, std::size_t index, POINT at,
                const RECT& clip) {
-    Backend* backend = surface->Ready();
+    Backend* backend = surface->backend.get();
     if (!backend)
         return;
     const TextLine& line = layout->lines[index];
@@ -50,8 +46,8 @@ void PaintLine(HDC surface, const std::shared_ptr<const TextLayout>& layout, std
     if (surface->bkMode == OPAQUE && line.width > 0) {
         const Color background = ToColor(surface->bkColor);
         if (escapement == 0)
-            backend->FillRect(Intersection(clip, {at.x, at.y, Saturated(std::int64_t{at.x} + line.width),
-                                                  Saturated(std::int64_t{at.y} + layout->lineHeight)}),
+            backend->FillRect(ClipBox(ToBox(clip), {at.x, at.y, Saturated(std::int64_t{at.x} + line.width),
+                                                    Saturated(std::int64_t{at.y} + layout->lineHeight)}),
                               background);
         else
             backend->FillShape(TurnedBox(at, line.width, layout->lineHeight, escapement), background);
@@ -79,7 +75,7 @@ std::int64_t TextTop(const RECT& rect, int height, UINT format) {
 
 void PaintLayout(HDC surface, const std::shared_ptr<const TextLayout>& layout, const RECT& rect, UINT format) {
     std::int64_t y = TextTop(rect, layout->Height(), format);
-    const RECT visible = Intersection(rect, surface->bounds);
+    const RECT visible = ClipBox(ToBox(rect), surface->bounds);
     for (std::size_t i = 0; i < layout->lines.size(); ++i, y += layout->lineHeight) {
         if (y >= visible.bottom)
             break;

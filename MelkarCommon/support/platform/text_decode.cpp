@@ -1,4 +1,4 @@
-#include <MelkarCommon/support/platform/text_engine.h>
+#include <MelkarCommon/support/platform/text_decode.h>
 
 #include <iconv.h>
 

@@ -95,11 +95,4 @@ void ShowLine(cairo_t* cr, const TextLayout& layout, std::size_t line, double x,
 /// shows. As glyphs each would be drawn whole and kept, which takes seconds and gigabytes at the largest sizes.
 void FillLine(cairo_t* cr, const TextLayout& layout, std::size_t line, double x, double y, int escapement);
 
-/// The longest head of `bytes` of at most `limit` bytes that cuts no character in two, in the reading that the
-/// whole of `bytes` has under `charset`.
-std::string_view CutBytes(std::string_view bytes, std::size_t limit, int charset);
-
-/// `bytes` as valid UTF-8; what can't be read becomes U+FFFD.
-std::string DecodeText(std::string_view bytes, int charset);
-
 } // namespace melkar

@@ -1,8 +1,9 @@
+#include <MelkarCommon/support/platform/text_decode.h>
 #include <MelkarCommon/support/platform/text_face.h>
 
 #include <MelkarCommon/support/platform/font_alias.h>
 #include <MelkarCommon/support/platform/lru_cache.h>
-#include <MelkarCommon/support/ring_log.h>
+#include <MelkarCommon/support/platform/report.h>
 
 #include <fontconfig/fontconfig.h>
 

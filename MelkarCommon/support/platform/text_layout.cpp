@@ -1,5 +1,6 @@
 #include <MelkarCommon/support/platform/figure_text.h>
 #include <MelkarCommon/support/platform/lru_cache.h>
+#include <MelkarCommon/support/platform/text_decode.h>
 #include <MelkarCommon/support/platform/text_face.h>
 #include <MelkarCommon/support/platform/text_parts.h>
 

@@ -1,7 +1,7 @@
 #include <MelkarCommon/support/platform/text_face.h>
 #include <MelkarCommon/support/platform/text_parts.h>
 
-#include <MelkarCommon/support/ring_log.h>
+#include <MelkarCommon/support/platform/report.h>
 
 #include <algorithm>
 #include <cmath>

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+/// @file
+/// Internal. From bytes to characters: valid UTF-8 is UTF-8, other bytes are read in the code page of a character set.
+
+namespace melkar {
+
+/// The longest head of `bytes` of at most `limit` bytes that cuts no character in two, in the reading that the
+/// whole of `bytes` has under `charset`.
+std::string_view CutBytes(std::string_view bytes, std::size_t limit, int charset);
+
+/// `bytes` as valid UTF-8; what can't be read becomes U+FFFD.
+std::string DecodeText(std::string_view bytes, int charset);
+
+} // namespace melkar

@@ -65,6 +65,7 @@ TEST(DrawingObjects, ComeBackAndAreCounted) {
 
 TEST(DrawingObjects, NothingComesOfNothing) {
     EXPECT_EQ(CreateMemorySurface(0, 10), nullptr);
+    EXPECT_EQ(CreateCompatibleBitmap(nullptr, 12000, 12000), nullptr) << "more than 2^27 pixels";
     EXPECT_EQ(CreateMemorySurface(32767, 32767), nullptr) << "four gigabytes";
     std::uint32_t pixel = 0;
     EXPECT_EQ(WrapPixels(&pixel, 1, 1, 3), nullptr);
@@ -183,6 +184,27 @@ TEST(DrawingText, IsPlacedInItsBox) {
         char text[] = "ab";
         EXPECT_EQ(DrawTextExA(surface.handle, text, -1, &box, format, nullptr), 13);
         EXPECT_EQ(GetRecording(surface.handle).find(std::string("text \"ab\" ") + place + " 12x13"), 0U) << format;
+    }
+}
+
+TEST(DrawingText, LimitsCutNoCharacter) {
+    struct Case {
+        const char* why;
+        const char* text;
+        int length;
+        const char* shown;
+    };
+    const Case cases[] = {
+        {"within three bytes of one character", "a\xE6\xAD\xA9z", 3, "a"},
+        {"behind them", "a\xE6\xAD\xA9z", 4, "a\xE6\xAD\xA9"},
+        {"one byte a character: nothing to cut", "caf\xE9", 4, "caf\xC3\xA9"},
+        {"beyond the end", "ab", 99, "ab"},
+    };
+    for (const Case& c : cases) {
+        const Surface surface(CreateRecordingSurface(100, 100));
+        SetBkMode(surface.handle, TRANSPARENT);
+        TextOutA(surface.handle, 0, 0, c.text, c.length);
+        EXPECT_EQ(GetRecording(surface.handle).find("text \"" + std::string(c.shown) + "\" "), 0U) << c.why;
     }
 }
 

@@ -74,7 +74,8 @@ MELKAR_API BOOL BitBlt(HDC to, int x, int y, int width, int height, HDC from, in
 MELKAR_API BOOL StretchBlt(HDC to, int x, int y, int width, int height, HDC from, int fromX, int fromY, int fromWidth,
                            int fromHeight, DWORD operation);
 
-// Text. Valid UTF-8 is UTF-8; other bytes are read in the code page of the font's character set.
+// Text is NUL-terminated; a length is a limit, at which no character is cut in two. Valid UTF-8 is UTF-8; other bytes
+// are read in the code page of the font's character set.
 
 /// The top-left corner of the text stands at (x, y); the font's escapement turns it about that point.
 MELKAR_API BOOL TextOutA(HDC surface, int x, int y, const char* text, int length);

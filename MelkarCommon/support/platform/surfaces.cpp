@@ -23,7 +23,10 @@ template <class Make> auto NullOnFailure(Make make) -> decltype(make()) {
     }
 }
 
-bool MakesSense(int width, int height) { return width >= 1 && height >= 1 && width <= kMaxSide && height <= kMaxSide; }
+bool MakesSense(int width, int height) {
+    return width >= 1 && height >= 1 && width <= kMaxSide && height <= kMaxSide &&
+           std::int64_t{width} * height <= kMaxPixels;
+}
 
 void Clear(const PixelBuffer& picture, Color color) {
     for (int y = 0; y < picture.height; ++y)

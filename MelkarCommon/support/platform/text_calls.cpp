@@ -13,14 +13,13 @@ using namespace melkar;
 
 namespace {
 
-/// The bytes that a text and a length stand for; a length never cuts a character in two.
+/// The bytes that a text and a length stand for. Whether a character is cut shows only in the whole text: its first
+/// bytes alone would be read in another code page.
 std::string_view Bytes(const HDC__& surface, const char* text, int length) {
     if (!text)
         return {};
-    if (length < 0)
-        return text;
-    const std::string_view whole(text, strnlen(text, static_cast<std::size_t>(length)));
-    return CutBytes(whole, whole.size(), surface.font->description.lfCharSet);
+    const std::string_view whole(text);
+    return length < 0 ? whole : CutBytes(whole, static_cast<std::size_t>(length), surface.font->description.lfCharSet);
 }
 
 /// The box behind a line of text, turned about its top-left corner.

@@ -116,6 +116,18 @@ protected:
         return lines;
     }
 
+    /// "status date figure figure ...|" for each day
+    template <class Graph> static std::string Content(const Graph& graph) {
+        std::ostringstream text;
+        for (int day = 0; day < graph.m_saDates.GetSize(); ++day) {
+            text << graph.m_dwaStatus[day] << " " << graph.m_saDates[day].GetString();
+            for (int series = 0; series < graph.m_nSeriesCount; ++series)
+                text << " " << graph.m_saValues[day * graph.m_nSeriesCount + series].GetString();
+            text << "|";
+        }
+        return text.str();
+    }
+
     std::string DataFile(std::string_view data) const { return m_files.Write("bin/days.csv", data); }
 
     TempWorkdir m_files;

@@ -21,9 +21,7 @@ TEST(WeightLayout, ScaleSharesTheStepsOfTheLeftOne) {
         {"range 13 in 5 steps of 3", 70, 60, 5, 72, 57, 3},
         {"range a multiple of the steps: one more all the same", 70, 58, 5, 72, 52, 4},
         {"range as many as the steps", 70, 60, 13, 72, 59, 1},
-        {"range one more than the steps", 70, 60, 12, 72, 48, 2},
         {"lowest 0 isn't put below 0", 3, 0, 5, 5, 0, 1},
-        {"but the bottom may be", 5, 0, 10, 7, -3, 1},
         {"no range needs no step", 10, 50, 0, 12, 12, 1},
     };
     for (const Case& c : cases) {
@@ -45,7 +43,6 @@ TEST(WeightLayout, TargetsMayLeaveTheCanvasAndWeightsNot) {
     } cases[] = {
         {"the weight is cut to whole kilograms", 60.5, 425 - 70, 425 - 60},
         {"above the canvas", 73, 425 - 320, 125},
-        {"below it", 56, 425 + 20, 425},
         {"trunc(-3.1) / 15 is 0", 56.9896, 425, 425},
         {"not a number", NAN, 425, 425},
         {"far off: at most 2^24 away", 1e300, 425 - (1 << 24), 125},

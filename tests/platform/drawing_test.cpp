@@ -7,8 +7,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <climits>
+#include <fstream>
 #include <string>
+#include <unistd.h>
 
 namespace {
 
@@ -81,32 +84,20 @@ TEST(DrawingObjects, NothingComesOfNothing) {
 }
 
 TEST(DrawingRectangles, CoverLeftToRightLessOne) {
-    struct Case {
-        const char* why;
-        int style, width;
-        RECT given;
-        RECT frame; ///< outermost red pixels, right and bottom excluded
-        RECT inside;
-    };
-    const Case cases[] = {
-        {"inside frame", PS_INSIDEFRAME, 1, {3, 4, 8, 9}, {3, 4, 8, 9}, {4, 5, 7, 8}},
-        {"edges the wrong way round", PS_INSIDEFRAME, 1, {8, 9, 3, 4}, {3, 4, 8, 9}, {4, 5, 7, 8}},
-        {"thick inside frame stays inside", PS_INSIDEFRAME, 2, {3, 4, 9, 10}, {3, 4, 9, 10}, {5, 6, 7, 8}},
-        {"thick solid frame reaches out", PS_SOLID, 2, {3, 4, 9, 10}, {2, 3, 10, 11}, {4, 5, 8, 9}},
-        {"all frame", PS_INSIDEFRAME, 3, {3, 4, 7, 8}, {3, 4, 7, 8}, {0, 0, 0, 0}},
-    };
-    for (const Case& c : cases) {
-        const Surface surface(CreateMemorySurface(14, 14));
-        const ScopedPen pen(surface.handle, c.style, c.width, kRed);
-        const melkar::ScopedBrush blue(surface.handle, RGB(0, 0, 255));
-        Rectangle(surface.handle, c.given.left, c.given.top, c.given.right, c.given.bottom);
-        for (int y = 0; y < 14; ++y)
-            for (int x = 0; x < 14; ++x) {
-                const std::uint32_t expected = CRect(c.inside).PtInRect({x, y})  ? 0xFF0000FFU
-                                               : CRect(c.frame).PtInRect({x, y}) ? kRedPixel
-                                                                                 : kWhitePixel;
-                ASSERT_EQ(surface.At(x, y), expected) << c.why << " at " << x << "," << y;
-            }
+    for (const auto& [style, width, given, record] :
+         {std::tuple{PS_INSIDEFRAME, 2, RECT{9, 10, 3, 4}, // edges the wrong way round
+                     "fill 3,4 6x2 #FF0000\nfill 3,8 6x2 #FF0000\nfill 3,6 2x2 #FF0000\nfill 7,6 2x2 #FF0000\n"
+                     "fill 5,6 2x2 #FFFFFF\n"},
+          {PS_SOLID,
+           2,
+           {3, 4, 9, 10}, // reaches out
+           "fill 2,3 8x2 #FF0000\nfill 2,9 8x2 #FF0000\nfill 2,5 2x4 #FF0000\nfill 8,5 2x4 #FF0000\n"
+           "fill 4,5 4x4 #FFFFFF\n"},
+          {PS_INSIDEFRAME, 3, {3, 4, 7, 8}, "fill 3,4 4x4 #FF0000\n"}}) { // all frame
+        const Surface surface(CreateRecordingSurface(14, 14));
+        const ScopedPen pen(surface.handle, style, width, kRed);
+        Rectangle(surface.handle, given.left, given.top, given.right, given.bottom);
+        EXPECT_EQ(GetRecording(surface.handle), record);
     }
 }
 
@@ -118,42 +109,27 @@ TEST(DrawingRectangles, RefusedOnesMakeNoPen) {
 }
 
 TEST(DrawingLines, PatternsRunOnAndFollowTheDpi) {
-    struct Case {
-        int dpi, style, width;
-        const char* record;
-    };
-    const Case cases[] = {
-        {96, PS_DASH, 0,
-         "line 0,5 60,5 #FF0000 w1 dash 18,6 gaps #FFFFFF\n"
-         "line 60,5 60,9 #FF0000 w1 dash 18,6 phase 60 gaps #FFFFFF\n"},
-        {192, PS_DOT, 1,
-         "line 0,5 60,5 #FF0000 w2 dot 6,6 gaps #FFFFFF\n"
-         "line 60,5 60,9 #FF0000 w2 dot 6,6 phase 60 gaps #FFFFFF\n"},
-        {192, PS_SOLID, 0, "line 0,5 60,5 #FF0000 w1\nline 60,5 60,9 #FF0000 w1\n"},
-    };
-    for (const Case& c : cases) {
-        const Surface surface(CreateRecordingSurface(60, 10, c.dpi));
-        const ScopedPen pen(surface.handle, c.style, c.width, kRed);
+    for (const auto& [style, record] : {std::pair{PS_DOT, "line 0,5 60,5 #FF0000 w2 dot 6,6 gaps #FFFFFF\n"
+                                                          "line 60,5 60,9 #FF0000 w2 dot 6,6 phase 60 gaps #FFFFFF\n"},
+                                        {PS_SOLID, "line 0,5 60,5 #FF0000 w2\nline 60,5 60,9 #FF0000 w2\n"}}) {
+        const Surface surface(CreateRecordingSurface(60, 10, 192));
+        const ScopedPen pen(surface.handle, style, 1, kRed);
         LineTo(surface.handle, 7, 7); // what went before the move counts no longer
         MoveToEx(surface.handle, 0, 5, nullptr);
         LineTo(surface.handle, 60, 5);
         LineTo(surface.handle, 60, 9);
-        const std::string record = GetRecording(surface.handle);
-        EXPECT_EQ(record.substr(record.find('\n') + 1), c.record);
+        EXPECT_EQ(GetRecording(surface.handle).substr(GetRecording(surface.handle).find('\n') + 1), record);
     }
 }
 
 TEST(DrawingText, IsMeasuredFromLeftAndTop) {
     // Fixed metrics of a recording: a character of a 10 pixel font is 6 wide, a line 13 high.
-    struct Case {
-        const char* why;
-        const char* text;
+    const struct Case {
+        const char *why, *text;
         UINT format;
         RECT box;
         int right, bottom;
-    };
-    const Case cases[] = {
-        {"one line", "abc", 0, {7, 9, 7, 9}, 25, 22},
+    } cases[] = {
         {"CR LF and LF break", "ab\r\nabcd\na", 0, {0, 0, 0, 0}, 24, 39},
         {"a last line feed adds no line", "ab\n", 0, {0, 0, 0, 0}, 12, 13},
         {"single line", "a\nb", DT_SINGLELINE, {0, 0, 0, 0}, 18, 13},
@@ -187,33 +163,34 @@ TEST(DrawingText, IsPlacedInItsBox) {
     }
 }
 
-TEST(DrawingText, LimitsCutNoCharacter) {
-    struct Case {
-        const char* why;
-        const char* text;
-        int length;
-        const char* shown;
-    };
-    const Case cases[] = {
-        {"within three bytes of one character", "a\xE6\xAD\xA9z", 3, "a"},
-        {"behind them", "a\xE6\xAD\xA9z", 4, "a\xE6\xAD\xA9"},
-        {"one byte a character: nothing to cut", "caf\xE9", 4, "caf\xC3\xA9"},
-        {"beyond the end", "ab", 99, "ab"},
-    };
-    for (const Case& c : cases) {
-        const Surface surface(CreateRecordingSurface(100, 100));
-        SetBkMode(surface.handle, TRANSPARENT);
-        TextOutA(surface.handle, 0, 0, c.text, c.length);
-        EXPECT_EQ(GetRecording(surface.handle).find("text \"" + std::string(c.shown) + "\" "), 0U) << c.why;
-    }
+/// Memory that the process holds, KiB.
+long ResidentKib() {
+    long size = 0;
+    long resident = 0;
+    std::ifstream("/proc/self/statm") >> size >> resident;
+    return resident * sysconf(_SC_PAGESIZE) / 1024;
 }
 
-TEST(DrawingText, StandsOnItsBackgroundInOpaqueMode) {
-    const Surface surface(CreateRecordingSurface(100, 100));
-    const ScopedFont font(surface.handle, FontOf(-10));
-    SetBkColor(surface.handle, kRed);
-    TextOutA(surface.handle, 4, 5, "abc", 2); // two bytes of it
-    EXPECT_EQ(GetRecording(surface.handle).find("fill 4,5 12x13 #FF0000\ntext \"ab\" 4,5 12x13"), 0U);
+TEST(DrawingText, HugeGlyphsAreDrawnButNotKept) {
+    const Surface surface(CreateMemorySurface(900, 500));
+    const ScopedFont font(surface.handle, FontOf(-3000));
+    const long before = ResidentKib();
+    TextOutA(surface.handle, -2000, -1500, "abcdefghijklmnopqrstuvwxyz", 26);
+    EXPECT_LT(ResidentKib() - before, 50 * 1024) << "26 glyphs of several megabytes each";
+    const std::uint32_t* pixels = GetPixels(surface.handle).pixels;
+    EXPECT_NE(std::count(pixels, pixels + 900 * 500, 0xFF000000U), 0) << "something is drawn";
+}
+
+TEST(DrawingText, LimitsCutNoCharacter) {
+    for (const auto& [text, length, shown] : {std::tuple{"a\xE6\xAD\xA9z", 3, "a"}, // of three bytes two
+                                              {"a\xE6\xAD\xA9z", 4, "a\xE6\xAD\xA9"},
+                                              {"caf\xE9", 4, "caf\xC3\xA9"}, // one byte a character
+                                              {"ab", 99, "ab"}}) {
+        const Surface surface(CreateRecordingSurface(100, 100));
+        SetBkMode(surface.handle, TRANSPARENT);
+        TextOutA(surface.handle, 0, 0, text, length);
+        EXPECT_EQ(GetRecording(surface.handle).find("text \"" + std::string(shown) + "\" "), 0U) << shown;
+    }
 }
 
 TEST(DrawingCopies, WaitingFillsShowWhereverTheyAreLookedAt) {

@@ -8,16 +8,8 @@
 #include <gtest/gtest.h>
 
 #include <clocale>
-#include <locale.h>
 
 namespace {
-
-bool HasLocale(const char* name) {
-    const locale_t locale = newlocale(LC_ALL_MASK, name, nullptr);
-    if (locale)
-        freelocale(locale);
-    return locale != nullptr;
-}
 
 /// Puts the locale of the process back to "C" behind a test that changes it.
 struct Dates : testing::Test {
@@ -26,24 +18,19 @@ struct Dates : testing::Test {
 };
 
 TEST_F(Dates, Formatting) {
-    struct Case {
-        const char* why;
-        const char* date;
-        const char* format;
-        const char* text;
-    };
-    const Case kCases[] = {
+    const struct Case {
+        const char *why, *date, *format, *text;
+    } cases[] = {
         {"with a time behind it", "20081231235959", "%m/%d/%Y", "12/31/2008"},
         {"the day of the week and of the year", "20080229", "%a %j %U", "Fri 060 08"},
         {"too short", "2008", "%Y", "2008"},
         {"no such month", "20081399", "%Y", "20081399"},
         {"no leap year", "20090229", "%Y", "20090229"},
-        {"negative month", "2008-1-1", "%Y", "2008-1-1"},
         {"before the first year", "00990101", "%d.%m.", "00990101"},
         {"a format that yields nothing", "20081231", "%Z", ""},
         {"other bytes pass", "20081231", "%Y\xE5\xB9\xB4\xFF", "2008\xE5\xB9\xB4\xFF"},
     };
-    for (const Case& c : kCases)
+    for (const Case& c : cases)
         for (const char* locale : {"", "C", "no_SUCH"})
             EXPECT_EQ(FormatDate(c.date, c.format, locale), c.text) << c.why << ", locale " << locale;
 }
@@ -56,12 +43,8 @@ TEST_F(Dates, LongFormats) {
 }
 
 TEST_F(Dates, InALocale) {
-    if (!HasLocale("ja_JP.UTF-8") || !HasLocale("de_DE.UTF-8"))
-        GTEST_SKIP() << "no Japanese and German locales";
     for (const char* name : {"ja_JP.UTF-8", "ja_JP"})
-        EXPECT_EQ(FormatDate("20081231", "%b%d(%a)", name), "12\xE6\x9C\x88"
-                                                            "31(\xE6\xB0\xB4)")
-            << name;
+        EXPECT_EQ(FormatDate("20081231", "%b%d(%a)", name), "12月31(水)") << name;
     EXPECT_EQ(FormatDate("20081231", "%a", "de_DE@euro"), "Mi");
     EXPECT_EQ(FormatDate("20081231", "%a", ""), "Wed"); // nothing stays behind
 
@@ -73,9 +56,7 @@ TEST_F(Dates, InALocale) {
 }
 
 TEST_F(Dates, ProcessLocaleIsCAfterwards) {
-    if (!HasLocale("de_DE.UTF-8"))
-        GTEST_SKIP() << "no German locale";
-    std::setlocale(LC_ALL, "de_DE.UTF-8");
+    ASSERT_NE(std::setlocale(LC_ALL, "de_DE.UTF-8"), nullptr);
     FormatDate("2008", "%Y", "C");
     EXPECT_EQ(ProcessLocale(), "de_DE.UTF-8"); // too short a date touches nothing
     EXPECT_EQ(FormatDate("20081231", "%a", ""), "Wed");

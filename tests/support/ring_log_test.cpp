@@ -51,18 +51,17 @@ TEST_F(RingLog, FirstLineMakesTheFile) {
 }
 
 TEST_F(RingLog, LongLinesTakeSeveralRecords) {
-    struct Case {
+    const struct Case {
         const char* why;
         std::size_t length; ///< of the whole line
         std::size_t records;
-    };
-    const Case kCases[] = {
+    } cases[] = {
         {"one record", 119, 1},
         {"exactly full: an empty one follows", 120, 2},
         {"one byte more", 121, 2},
         {"longer than a text can be: cut", kStampLength + 9000, (kStampLength + 3999) / 120 + 1},
     };
-    for (const Case& c : kCases) {
+    for (const Case& c : cases) {
         SetLog("00000000\r\n");
         EXPECT_EQ(writeLog(kLogFile, "%s", std::string(c.length - kStampLength, 'x').c_str()), 0) << c.why;
         const std::string log = Log();
@@ -76,23 +75,16 @@ TEST_F(RingLog, LongLinesTakeSeveralRecords) {
 }
 
 TEST_F(RingLog, GoesOnFromAnyHead) {
-    struct Case {
-        const char* head;
-        const char* next;
-        std::size_t record;
-    };
-    const Case kCases[] = {
-        {"00000041\r\n", "00000042\r\n", 42}, {"00099999\r\n", "00100000\r\n", 100000},
-        {"00100000\r\n", "00000001\r\n", 1},  {"garbage!\r\n", "00000001\r\n", 1},
-        {"00000007", "00000008\r\n", 8},
-    };
-    for (const Case& c : kCases) {
-        SetLog(c.head);
+    for (const auto& [head, next, record] : {std::tuple{"00099999\r\n", "00100000\r\n", 100000U},
+                                             {"00100000\r\n", "00000001\r\n", 1},
+                                             {"garbage!\r\n", "00000001\r\n", 1},
+                                             {"00000007", "00000008\r\n", 8}}) {
+        SetLog(head);
         EXPECT_EQ(writeLog(kLogFile, "here"), 0);
         const std::string log = Log();
-        EXPECT_EQ(log.substr(0, 10), c.next) << c.head;
-        EXPECT_EQ(Record(log, c.record).substr(kStampLength, 4), "here") << c.head;
-        EXPECT_EQ(Record(log, c.record + 1), kEndMark) << c.head;
+        EXPECT_EQ(log.substr(0, 10), next) << head;
+        EXPECT_EQ(Record(log, record).substr(kStampLength, 4), "here") << head;
+        EXPECT_EQ(Record(log, record + 1), kEndMark) << head;
         EXPECT_LE(log.size(), 12200132U);
     }
 }

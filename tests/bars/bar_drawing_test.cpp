@@ -8,7 +8,6 @@
 namespace {
 
 using testing::ElementsAre;
-using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::SizeIs;
 
@@ -58,44 +57,26 @@ TEST_F(BarDrawing, WholeChart) {
                             "text \"Day\" 605,474 36x25 \"Fixed 20\" #000000"));
 }
 
-/// Each series on the one below, from the bottom of the scale; the figure is the sum.
-TEST_F(BarDrawing, Stack) {
-    WriteProfile("CHARTMIN=200\n");
-    auto graph = Make<Open<CBarGraph>>();
-    graph.m_nSeriesCount = 2;
-    graph.m_crSeries[0] = 10;
-    graph.m_crSeries[1] = 20;
-    // 160 of 4800 units are 10 of 300 pixels; on the second day the first series lies below the scale.
-    const auto lines = DrawRecorded(graph, "a\nb\n0,d,360,240\n4,e,100,1e9\n");
-    EXPECT_THAT(
-        LinesWith(lines, "fill", "0000"),
-        ElementsAre("fill 285,415 225x10 #0A0000", "fill 285,400 225x15 #140000", "fill 735,125 225x300 #140000"));
-    EXPECT_THAT(LinesWith(lines, "text \"600\" 379,374 "), SizeIs(1));
-    EXPECT_THAT(LinesWith(lines, "text \"1000000100\""), SizeIs(1));
-}
-
 TEST_F(BarDrawing, Figures) {
     const struct Case {
         const char* why;
         std::string day;
-        int decimals, transparent;
+        int decimals;
         const char* figure;
         std::size_t fills; ///< graph, canvas, bars of some height, figures on the canvas colour
     } cases[] = {
-        {"rounded to decimals", "0,,234.56", 1, 0, "234.6", 6},
-        {"six decimals count", "0,,233.9999999", 0, 0, "234", 6},
-        {"transparent", "0,,234", 0, 1, "234", 4},
-        {"no room above: inside the bar", "0,,910", 0, 0, "910", 5},
-        {"a pixel of room above", "0,,909", 0, 0, "909", 6},
-        {"an excluded day", "1,,", 0, 0, "0", 5},
-        {"a day without data has none, the day before has", "3,,234", 0, 0, "77", 5},
-        {"negative", "0,,-7.9", 0, 0, "-7", 5},
-        {"beyond an int", "0,,1e308", 0, 0, "2147483647", 5},
+        {"rounded to decimals", "0,,234.56", 1, "234.6", 6},
+        {"six decimals count", "0,,233.9999999", 0, "234", 6},
+        {"no room above: inside the bar", "0,,910", 0, "910", 5},
+        {"a pixel of room above", "0,,909", 0, "909", 6},
+        {"an excluded day", "1,,", 0, "0", 5},
+        {"a day without data has none, the day before has", "3,,234", 0, "77", 5},
+        {"negative", "0,,-7.9", 0, "-7", 5},
+        {"beyond an int", "0,,1e308", 0, "2147483647", 5},
     };
     for (const Case& c : cases) {
         auto graph = Make<Open<CBarGraph>>();
         graph.m_nDecimals = c.decimals;
-        graph.m_bValueTransparent = c.transparent;
         const auto lines = DrawRecorded(graph, "a\nb\n0,,77\n" + c.day + "\n");
         const auto texts = LinesWith(lines, "text"); // the last ones: figure, both axis labels
         EXPECT_TRUE(texts.end()[-3].starts_with("text \"" + std::string(c.figure) + "\" ")) << c.why;
@@ -193,10 +174,6 @@ TEST_F(BarDrawing, MessagesAndMissingDays) {
     EXPECT_THAT(LinesWith(none, "fill"), SizeIs(1));
     EXPECT_THAT(LinesWith(DrawRecorded(graph, "a\nb\n2,d,9\n3,e,\n"), "text \"no data\""), SizeIs(3));
     EXPECT_THAT(LinesWith(DrawRecorded(graph, "a\nb\n2,d,9\n1,e,250\n"), "text \"excluded\""), SizeIs(3));
-    const std::string excluded = GetRecording(m_record);
-    std::string missing = "nothing.csv";
-    EXPECT_EQ(graph.Draw(kArea, missing.data()), 0);
-    EXPECT_EQ(GetRecording(m_record), excluded + excluded) << "the former figures once more";
 }
 
 /// Whatever profile, figures and place: a picture, at once, or a refusal.

@@ -51,6 +51,8 @@ TEST_F(Expenditure, TakesTheHeader) {
     auto graph = Make<OpenExpenditure>();
     graph.m_strAverage = "9"; // to be emptied
     EXPECT_EQ(Read(graph, Head("1800.5", "0")), 102);
+    char missing[] = "no-such.csv";
+    EXPECT_EQ(graph.ReadDataFile(missing), 101);
     EXPECT_EQ(graph.m_strHeaderField0 + graph.m_strHeaderField1 + graph.m_strAverageIntake + graph.m_strAverage,
               "AB1800.5");
     EXPECT_EQ(graph.m_nHeaderField5, 77);

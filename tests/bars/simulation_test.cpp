@@ -21,8 +21,6 @@ TEST(WeightLayout, ScaleSharesTheStepsOfTheLeftOne) {
         {"range 13 in 5 steps of 3", 70, 60, 5, 72, 57, 3},
         {"range a multiple of the steps: one more all the same", 70, 58, 5, 72, 52, 4},
         {"range as many as the steps", 70, 60, 13, 72, 59, 1},
-        {"lowest 0 isn't put below 0", 3, 0, 5, 5, 0, 1},
-        {"no range needs no step", 10, 50, 0, 12, 12, 1},
     };
     for (const Case& c : cases) {
         const WeightScale scale = melkar::WeightScaleFor(c.highest, c.lowest, c.steps).value_or(WeightScale{});
@@ -42,7 +40,6 @@ TEST(WeightLayout, TargetsMayLeaveTheCanvasAndWeightsNot) {
         int target, weight;
     } cases[] = {
         {"the weight is cut to whole kilograms", 60.5, 425 - 70, 425 - 60},
-        {"above the canvas", 73, 425 - 320, 125},
         {"trunc(-3.1) / 15 is 0", 56.9896, 425, 425},
         {"not a number", NAN, 425, 425},
         {"far off: at most 2^24 away", 1e300, 425 - (1 << 24), 125},
@@ -98,7 +95,6 @@ TEST_F(Simulation, CodesOfThePlan) {
         {"head only: its scale", "skipped\n,80,,60\n", 250, 102, 0, 82},
         {"a left scale without a step", "skipped\n,80,,60\nd,70,70\n", 1001, 103, 0, 72},
         {"a left scale without an interval", "skipped\n,80,,60\nd,70,70\n", 0, 103, 0, 72},
-        {"short rows", "skipped\n,80,,60\nd\n\n", 250, 0, 2, 82},
     };
     for (const Case& c : cases) {
         auto graph = Make<OpenSimulation>();
@@ -165,7 +161,6 @@ TEST_F(Simulation, PlanFollowsTheScaleOfTheDataFile) {
     m_files.Write("bin/days.csv.sim", kPlan);
     DrawRecorded(graph, Days("1001"), kWideArea); // five steps on the big scale
     EXPECT_EQ(graph.m_nWeightInterval, 3);
-    EXPECT_EQ(graph.m_nWeightMin, 57);
     DrawRecorded(graph, Days("250"), kWideArea);
     EXPECT_EQ(graph.m_nWeightInterval, 4);
     std::string endless(100000, 'x');

@@ -32,18 +32,9 @@ inline Shape Ellipse(double x, double y, double rx, double ry) {
     return shape;
 }
 
-inline Shape Slice(double x, double y, double radius, double from, double sweep) {
-    Shape shape = Ellipse(x, y, radius, radius);
-    shape.kind = Shape::Kind::Slice;
-    shape.from = from;
-    shape.sweep = sweep;
-    return shape;
-}
-
-inline Shape Polygon(std::vector<POINT> points, bool winding = false) {
+inline Shape Polygon(std::vector<POINT> points) {
     Shape shape;
     shape.points = std::move(points);
-    shape.winding = winding;
     return shape;
 }
 

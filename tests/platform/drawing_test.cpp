@@ -58,7 +58,6 @@ TEST(DrawingObjects, ComeBackAndAreCounted) {
         const Surface one(CreateCompatibleDC(surface.handle));
         const Surface other(CreateCompatibleDC(surface.handle));
         const HGDIOBJ former = SelectObject(one.handle, bitmap);
-        EXPECT_NE(former, nullptr);
         EXPECT_EQ(SelectObject(other.handle, bitmap), nullptr) << "selected elsewhere";
         SelectObject(one.handle, former);
         EXPECT_TRUE(DeleteObject(bitmap));
@@ -79,6 +78,7 @@ TEST(DrawingObjects, NothingComesOfNothing) {
     EXPECT_FALSE(BitBlt(nullptr, 0, 0, 1, 1, nullptr, 0, 0, SRCCOPY));
     const Surface empty(CreateCompatibleDC(nullptr));
     EXPECT_FALSE(Rectangle(empty.handle, 0, 0, 0, 5));
+    EXPECT_FALSE(BitBlt(empty.handle, 0, 0, 1, 1, nullptr, 0, 0, SRCCOPY));
     EXPECT_EQ(GetPixels(empty.handle).pixels, nullptr);
     EXPECT_EQ(GetDeviceCaps(nullptr, LOGPIXELSY), 96);
 }
@@ -109,11 +109,13 @@ TEST(DrawingRectangles, RefusedOnesMakeNoPen) {
 }
 
 TEST(DrawingLines, PatternsRunOnAndFollowTheDpi) {
-    for (const auto& [style, record] : {std::pair{PS_DOT, "line 0,5 60,5 #FF0000 w2 dot 6,6 gaps #FFFFFF\n"
-                                                          "line 60,5 60,9 #FF0000 w2 dot 6,6 phase 60 gaps #FFFFFF\n"},
-                                        {PS_SOLID, "line 0,5 60,5 #FF0000 w2\nline 60,5 60,9 #FF0000 w2\n"}}) {
+    for (const auto& [style, width, record] :
+         {std::tuple{PS_DOT, 1,
+                     "line 0,5 60,5 #FF0000 w2 dot 6,6 gaps #FFFFFF\n"
+                     "line 60,5 60,9 #FF0000 w2 dot 6,6 phase 60 gaps #FFFFFF\n"},
+          {PS_SOLID, 0, "line 0,5 60,5 #FF0000 w1\nline 60,5 60,9 #FF0000 w1\n"}}) {
         const Surface surface(CreateRecordingSurface(60, 10, 192));
-        const ScopedPen pen(surface.handle, style, 1, kRed);
+        const ScopedPen pen(surface.handle, style, width, kRed);
         LineTo(surface.handle, 7, 7); // what went before the move counts no longer
         MoveToEx(surface.handle, 0, 5, nullptr);
         LineTo(surface.handle, 60, 5);

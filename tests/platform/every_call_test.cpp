@@ -52,10 +52,12 @@ void DrawRectanglesAndRegions(HDC s) {
         SelectObject(s, former);
     }
     const POINT star[] = {{180, 60}, {200, 100}, {150, 75}, {210, 75}, {160, 100}};
-    const POINT far[] = {{0, 230}, {1 << 30, 230}, {0, 1 << 30}};
+    const POINT twice[] = {{0, 230}, {1 << 30, 230}, {0, 1 << 30}, {0, 230}, {1 << 30, 230}, {0, 1 << 30}};
+    const POINT dart[] = {{290, 60}, {298, 100}, {282, 100}};
     const LOGBRUSH description{BS_SOLID, kRust, 0};
     HBRUSH rust = CreateBrushIndirect(&description);
-    for (HRGN region : {CreatePolygonRgn(star, 5, WINDING), CreatePolygonRgn(far, 3, ALTERNATE)}) {
+    for (HRGN region : {CreatePolygonRgn(star, 5, ALTERNATE), CreatePolygonRgn(twice, 6, WINDING),
+                        CreatePolygonRgn(dart, 3, ALTERNATE)}) {
         FillRgn(s, region, rust);
         DeleteObject(region);
     }
@@ -86,6 +88,7 @@ void DrawPicture(HDC s, HBITMAP picture) {
     StretchBlt(s, 40, 110, 30, 30, source, 0, 0, 20, 10, SRCAND);
     StretchBlt(s, 80, 110, 50, 30, source, 0, 0, 20, 10, SRCPAINT);
     BitBlt(s, 140, 110, 20, 10, source, -5, 0, SRCCOPY); // fifteen columns of it
+    BitBlt(s, 170, 110, 20, 10, source, 0, 0, SRCAND);
     SelectObject(source, former);
     DeleteDC(source);
 }
@@ -99,9 +102,9 @@ void DrawTexts(HDC s) {
     }
 }
 
-/// Whether all channels differ by 3 at most.
+/// Whether no channel differs by more than 3, and neither is transparent.
 bool AreClose(std::uint32_t one, std::uint32_t other) {
-    for (unsigned shift = 0; shift < 24; shift += 8)
+    for (unsigned shift = 0; shift < 32; shift += 8)
         if (std::abs(static_cast<int>(one >> shift & 0xFFU) - static_cast<int>(other >> shift & 0xFFU)) > 3)
             return false;
     return true;
@@ -166,8 +169,9 @@ fill 80,60 60x5 #145AA0
 fill 80,95 60x5 #145AA0
 fill 80,65 5x30 #145AA0
 fill 135,65 5x30 #145AA0
-polygon 180,60 200,100 150,75 210,75 160,100 winding fill #C85014
-polygon 0,230 1073741824,230 0,1073741824 fill #C85014
+polygon 180,60 200,100 150,75 210,75 160,100 fill #C85014
+polygon 0,230 1073741824,230 0,1073741824 0,230 1073741824,230 0,1073741824 winding fill #C85014
+polygon 290,60 298,100 282,100 fill #C85014
 line 220,65 280,95 #145AA0 w6
 line 280,95 220,95 #C85014 w5 dash 18,6 gaps #FAC85A
 line 10,220 140,220 #C85014 w5 dash 18,6 gaps #FAC85A
@@ -176,6 +180,7 @@ image 10,110 20x10 from 20x10
 image 40,110 30x30 from 20x10 and
 image 80,110 50x30 from 20x10 or
 image 145,110 15x10 from 15x10
+image 170,110 20x10 from 20x10 and
 fill 10,150 48x50 #FAC85A
 text "HI" 10,150 48x50 "DejaVu Sans 40 bold" #145AA0
 text "HI" 90,215 48x50 "DejaVu Sans 40 bold" #145AA0 angle 900
@@ -191,14 +196,14 @@ TEST_F(EveryCall, ShowsInPixels) {
         std::vector<POINT> at;
     } cases[] = {
         // insides of shapes and frames, the line, the stem of each H
-        {0xFF145AA0U, {{40, 30}, {120, 20}, {195, 40}, {223, 30}, {310, 120}, {82, 80}, {250, 80}}},
+        {0xFF145AA0U, {{40, 30}, {120, 20}, {195, 40}, {223, 30}, {274, 40}, {310, 120}, {82, 80}, {250, 80}}},
         {0xFF145AA0U, {{17, 175}, {110, 208}, {268, 117}, {187, 205}}},
         // outlines, dashes, regions, the left half of each picture
-        {0xFFC85014U, {{12, 30}, {12, 60}, {180, 82}, {160, 235}, {270, 95}, {20, 220}}},
-        {0xFFC85014U, {{15, 115}, {45, 120}, {90, 120}, {147, 115}}},
+        {0xFFC85014U, {{12, 30}, {12, 60}, {180, 70}, {290, 90}, {160, 235}, {270, 95}, {20, 220}}},
+        {0xFFC85014U, {{10, 110}, {45, 120}, {90, 120}, {147, 115}, {175, 115}}},
         {0xFFFAC85AU, {{40, 80}, {260, 95}, {30, 220}, {50, 152}}}, // brush, gaps, behind the text
-        // what a pie leaves out, beside the far edges, in a hollow frame, gaps, the right half of each picture
-        {0xFFFFFFFFU, {{100, 40}, {165, 40}, {298, 120}, {160, 228}, {110, 80}, {30, 60}}},
+        // what a pie leaves out, beside the far edges, in a frame, a star, a gap, the right half of each picture
+        {0xFFFFFFFFU, {{100, 40}, {165, 40}, {298, 120}, {160, 228}, {110, 80}, {180, 82}, {30, 60}}},
         {0xFFFFFFFFU, {{25, 115}, {65, 120}, {120, 120}, {142, 115}}},
     };
     for (const auto& [color, points] : cases)

@@ -88,8 +88,6 @@ TEST_F(Page, LinesCoverTheAreaOfTheirPixels) {
         double width;
         const char* path;
     } cases[] = {
-        {"to the left: the first pixel, not the last", {30, 20}, {10, 20}, 1, "M 11 20 L 31 20 L 31 21 L 11 21"},
-        {"up", {10, 30}, {10, 20}, 1, "M 10 21 L 11 21 L 11 31 L 10 31"},
         {"even width", {10, 20}, {30, 20}, 2, "M 10 19 L 30 19 L 30 21 L 10 21"},
         {"thin: half a point, 2/3 in 256ths", {9, 0}, {9, 5}, 0, "M 9.167969 0 L 9.835938 0 L 9.835938 5 L 9.167969 5"},
         {"far beyond the page", {INT_MIN, 20}, {INT_MAX, 20}, 1, "M 0 20 L 400 20 L 400 21 L 0 21"},
@@ -162,7 +160,6 @@ TEST_F(Page, MaskedCopiesStayOnePicture) {
         for (const DWORD operation : {SRCCOPY, SRCAND, SRCPAINT})
             b.Blit({10, 10, 30, 30}, picture, {0, 0, 2, 2}, operation);
         b.Blit({10, 10, 30, 30}, picture, {0, 0, 2, 3}, SRCCOPY); // reaches beyond the picture
-        b.Blit({10, 10, 30, 30}, picture, {0, 0, 2, 2}, 0x42);    // no operation that we know
     });
     EXPECT_THAT(svg, HasSubstr("M 0 0 L 50 0 L 50 50 L 0 50")); // the page is still made of shapes
     EXPECT_EQ(Elements(svg, "<image ").size(), 3U);

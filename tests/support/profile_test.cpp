@@ -6,8 +6,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstring>
-
 namespace {
 
 using melkar::ProfileSnapshot;
@@ -28,20 +26,10 @@ TEST(Profile, SnapshotAndSingleReadsAgree) {
         const char *section, *key;
         const char* value; ///< null if there is none
     } cases[] = {
-        {"Steps", "EARLY", nullptr},
-        {"STEPS", "Max", "42"},
-        {"steps", "two Words", "both \t words"},
-        {" Steps ", " max ", "42"},
-        {"Steps", "; COMMENT", nullptr},
-        {"Steps", "DOUBLE", " kept "},
-        {"Steps", "SINGLE", "a"},
-        {"Steps", "UNEVEN", "\"a'"},
-        {"Steps", "EQUALS", "a=b;c"},
-        {"Steps", "no equals sign", nullptr},
-        {"Steps", "", nullptr},
-        {"Steps", "BYTES", "\x93\xFA"},
-        {"Steps", "LATE", nullptr},
-        {"open", "last", "end"},
+        {"Steps", "EARLY", nullptr},     {"STEPS", "Max", "42"},        {" Steps ", " max ", "42"},
+        {"Steps", "; COMMENT", nullptr}, {"Steps", "DOUBLE", " kept "}, {"Steps", "SINGLE", "a"},
+        {"Steps", "UNEVEN", "\"a'"},     {"Steps", "EQUALS", "a=b;c"},  {"Steps", "no equals sign", nullptr},
+        {"Steps", "", nullptr},          {"Steps", "LATE", nullptr},    {"open", "last", "end"},
     };
     const TempWorkdir work;
     const std::string path = work.Write("conf/p.cnf", kProfile);
@@ -79,13 +67,10 @@ TEST(Profile, ReaderChoosesTheFileAndBreaksLines) {
 
 TEST(Profile, ColoursAndPoints) {
     const TempWorkdir work;
-    const std::string path = work.Write("conf/p.cnf", "[A]\nc=255, 0,128\ntwo=1,2\nbig=300,0,0\nless=-1,0,0\n"
-                                                      "four=1,2,3,4\ns_R=300\ns_B=2\np= 3 , -4\none=3\n");
-    for (const auto& [key, color] : {std::pair{"c", RGB(255, 0, 128)},
-                                     {"two", RGB(9, 9, 9)},
-                                     {"none", RGB(9, 9, 9)},
-                                     {"less", RGB(255, 0, 0)},
-                                     {"four", RGB(1, 2, 3)}})
+    const std::string path = work.Write("conf/p.cnf", "[A]\nc=255, 0,128\ntwo=1,2\nless=-1,0,0\n"
+                                                      "s_R=300\ns_B=2\np= 3 , -4\none=3\n");
+    for (const auto& [key, color] :
+         {std::pair{"c", RGB(255, 0, 128)}, {"two", RGB(9, 9, 9)}, {"none", RGB(9, 9, 9)}, {"less", RGB(255, 0, 0)}})
         EXPECT_EQ(GetRGBEx(path.c_str(), "A", key, RGB(9, 9, 9)), color) << key;
     EXPECT_EQ(GetRGB(path.c_str(), "A", "s"), RGB(44, 0, 2));
     EXPECT_EQ(CPoint(GetPOINT(path.c_str(), "A", "p")), CPoint(3, -4));

@@ -38,18 +38,6 @@ struct RingLog : testing::Test {
     void SetLog(const std::string& bytes) const { work.Write("log/graph.log", bytes); }
 };
 
-TEST_F(RingLog, FirstLineMakesTheFile) {
-    EXPECT_EQ(writeLogCode(kLogFile, 340), 0);
-    const std::string log = Log();
-    ASSERT_EQ(log.size(), 10 + 2 * kRecord);
-    EXPECT_EQ(log.substr(0, 10), "00000001\r\n");
-    EXPECT_EQ(Record(log, 1).substr(kStampLength), Padded("CODE = [340]").substr(0, 120 - kStampLength) + "\r\n");
-    EXPECT_EQ(Record(log, 1)[0], '[');
-    EXPECT_EQ(Record(log, 1).substr(20, 3), "]  ");
-    EXPECT_EQ(Record(log, 2), kEndMark);
-    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(work.Path("log")), {}), 1); // nothing else is left
-}
-
 TEST_F(RingLog, LongLinesTakeSeveralRecords) {
     const struct Case {
         const char* why;
@@ -66,6 +54,7 @@ TEST_F(RingLog, LongLinesTakeSeveralRecords) {
         EXPECT_EQ(writeLog(kLogFile, "%s", std::string(c.length - kStampLength, 'x').c_str()), 0) << c.why;
         const std::string log = Log();
         EXPECT_EQ(std::stoul(log.substr(0, 8)), c.records) << c.why;
+        EXPECT_EQ(log.substr(8, 3) + log.substr(30, 3), "\r\n[]  ") << "end of the head, edges of the stamp";
         EXPECT_EQ(Record(log, c.records + 1), kEndMark) << c.why;
         const std::size_t cut = std::min(c.length, kStampLength + 3999);
         EXPECT_EQ(Record(log, c.records),
@@ -145,6 +134,7 @@ TEST_F(RingLog, NoRoomForARecord) {
     EXPECT_EQ(Record(Log(), 1), Record(before, 1));
     EXPECT_EQ(Record(Log(), 2).substr(kStampLength, 6), "fourth");
     EXPECT_EQ(Record(Log(), 3), kEndMark);
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(work.Path("log")), {}), 1) << "nothing else is left";
 }
 
 TEST_F(RingLog, TwoProcessesLoseNothing) {

@@ -11,6 +11,7 @@
 #include <climits>
 #include <fstream>
 #include <string>
+#include <tuple>
 #include <unistd.h>
 
 namespace {
@@ -84,16 +85,15 @@ TEST(DrawingObjects, NothingComesOfNothing) {
 }
 
 TEST(DrawingRectangles, CoverLeftToRightLessOne) {
+    // A frame that stays inside, its edges given the wrong way round; one that reaches out; one without an inside.
     for (const auto& [style, width, given, record] :
-         {std::tuple{PS_INSIDEFRAME, 2, RECT{9, 10, 3, 4}, // edges the wrong way round
+         {std::tuple{PS_INSIDEFRAME, 2, RECT{9, 10, 3, 4},
                      "fill 3,4 6x2 #FF0000\nfill 3,8 6x2 #FF0000\nfill 3,6 2x2 #FF0000\nfill 7,6 2x2 #FF0000\n"
                      "fill 5,6 2x2 #FFFFFF\n"},
-          {PS_SOLID,
-           2,
-           {3, 4, 9, 10}, // reaches out
-           "fill 2,3 8x2 #FF0000\nfill 2,9 8x2 #FF0000\nfill 2,5 2x4 #FF0000\nfill 8,5 2x4 #FF0000\n"
-           "fill 4,5 4x4 #FFFFFF\n"},
-          {PS_INSIDEFRAME, 3, {3, 4, 7, 8}, "fill 3,4 4x4 #FF0000\n"}}) { // all frame
+          std::tuple{PS_SOLID, 2, RECT{3, 4, 9, 10},
+                     "fill 2,3 8x2 #FF0000\nfill 2,9 8x2 #FF0000\nfill 2,5 2x4 #FF0000\nfill 8,5 2x4 #FF0000\n"
+                     "fill 4,5 4x4 #FFFFFF\n"},
+          std::tuple{PS_INSIDEFRAME, 3, RECT{3, 4, 7, 8}, "fill 3,4 4x4 #FF0000\n"}}) {
         const Surface surface(CreateRecordingSurface(14, 14));
         const ScopedPen pen(surface.handle, style, width, kRed);
         Rectangle(surface.handle, given.left, given.top, given.right, given.bottom);
@@ -120,7 +120,8 @@ TEST(DrawingLines, PatternsRunOnAndFollowTheDpi) {
         MoveToEx(surface.handle, 0, 5, nullptr);
         LineTo(surface.handle, 60, 5);
         LineTo(surface.handle, 60, 9);
-        EXPECT_EQ(GetRecording(surface.handle).substr(GetRecording(surface.handle).find('\n') + 1), record);
+        const std::string lines = GetRecording(surface.handle);
+        EXPECT_EQ(lines.substr(lines.find('\n') + 1), record);
     }
 }
 

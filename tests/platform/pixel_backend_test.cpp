@@ -68,7 +68,6 @@ TEST(PixelLines, LevelLinesFromEndToEnd) {
         const char* row;
     } cases[] = {
         {"leftwards, end left out", 6, 2, {}, "...####....."},
-        {"beyond both edges", -5, 99, {}, "############"},
         {"pattern goes from the start, leftwards", 11, -1, Dashes(3, 2), "##..###..###"},
         {"pattern counts from a hidden start, leftwards", 15, -1, Dashes(3, 2), "#..###..###."},
         {"painted gaps", 1, 9, Dashes(2, 3, 0, true), ".##rrr##r..."},

@@ -83,7 +83,6 @@ TEST(Recording, Lines) {
          R"(text "a" 12,20 40x15 "Sans 12 bold" #4A90D9 angle 900 clip 12,-19 27,20)"},
         {"escapes", Text("\"\\\n\r\t\x01\x7F\xC3\xA4", {12, 20}),
          R"(text "\"\\\n\r\t\x01\x7Fä" 12,20 40x15 "Sans 12 bold" #4A90D9)"},
-        {"empty clip", Text("a", {0, 0}, {5, 5, 5, 9}), ""},
     };
     for (const Case& c : cases)
         Check(c, kAll);

@@ -2,7 +2,6 @@
 
 #include <MelkarCommon/support/platform/datetime.h>
 #include <MelkarCommon/support/platform/desktop.h>
-#include <MelkarCommon/support/platform/surface.h>
 #include <MelkarCommon/support/support.h>
 
 #include <gtest/gtest.h>
@@ -52,6 +51,14 @@ TEST_F(Dates, InALocale) {
     for (int i = 0; i < 40; ++i) // more than are kept at a time
         FormatDate("20081231", "%a", ("xx_" + std::to_string(i)).c_str());
     EXPECT_EQ(FormatDate("20081231", "%a", ""), "Mi");
+}
+
+TEST_F(Dates, DayNames) {
+    char name[4];
+    EXPECT_EQ(GetLocaleInfoA(LOCALE_USER_DEFAULT, LOCALE_NOUSEROVERRIDE | LOCALE_SABBREVDAYNAME7, name, 4), 4);
+    EXPECT_STREQ(name, "Sun");
+    EXPECT_EQ(GetLocaleInfoA(LOCALE_USER_DEFAULT, LOCALE_SABBREVDAYNAME1, name, 3), 0) << "no room for the NUL";
+    EXPECT_EQ(melkar::AbbreviatedDayNames("ja_JP")[0], "月");
 }
 
 TEST_F(Dates, ProcessLocaleIsCAfterwards) {

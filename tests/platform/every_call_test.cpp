@@ -71,7 +71,7 @@ void DrawLines(HDC s) {
     LineTo(s, 280, 95);
     const ScopedPen dashes(s, PS_DASH, 5, kRust);
     SetBkColor(s, kSun); // of the gaps
-    LineTo(s, 220, 95);
+    LineTo(s, 220, 85);
     MoveToEx(s, 10, 220, nullptr);
     LineTo(s, 140, 220);
 }
@@ -173,7 +173,7 @@ polygon 180,60 200,100 150,75 210,75 160,100 fill #C85014
 polygon 0,230 1073741824,230 0,1073741824 0,230 1073741824,230 0,1073741824 winding fill #C85014
 polygon 290,60 298,100 282,100 fill #C85014
 line 220,65 280,95 #145AA0 w6
-line 280,95 220,95 #C85014 w5 dash 18,6 gaps #FAC85A
+line 280,95 220,85 #C85014 w5 dash 18,6 gaps #FAC85A
 line 10,220 140,220 #C85014 w5 dash 18,6 gaps #FAC85A
 fill 80,110 50x30 #000000
 image 10,110 20x10 from 20x10
@@ -199,9 +199,9 @@ TEST_F(EveryCall, ShowsInPixels) {
         {0xFF145AA0U, {{40, 30}, {120, 20}, {195, 40}, {223, 30}, {274, 40}, {310, 120}, {82, 80}, {250, 80}}},
         {0xFF145AA0U, {{17, 175}, {110, 208}, {268, 117}, {187, 205}}},
         // outlines, dashes, regions, the left half of each picture
-        {0xFFC85014U, {{12, 30}, {12, 60}, {180, 70}, {290, 90}, {160, 235}, {270, 95}, {20, 220}}},
+        {0xFFC85014U, {{12, 30}, {12, 60}, {180, 70}, {290, 90}, {160, 235}, {271, 94}, {20, 220}}},
         {0xFFC85014U, {{10, 110}, {45, 120}, {90, 120}, {147, 115}, {175, 115}}},
-        {0xFFFAC85AU, {{40, 80}, {260, 95}, {30, 220}, {50, 152}}}, // brush, gaps, behind the text
+        {0xFFFAC85AU, {{40, 80}, {259, 91}, {30, 220}, {50, 152}}}, // brush, gaps, behind the text
         // what a pie leaves out, beside the far edges, in a frame, a star, a gap, the right half of each picture
         {0xFFFFFFFFU, {{100, 40}, {165, 40}, {298, 120}, {160, 228}, {110, 80}, {180, 82}, {30, 60}}},
         {0xFFFFFFFFU, {{25, 115}, {65, 120}, {120, 120}, {142, 115}}},

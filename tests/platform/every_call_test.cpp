@@ -212,7 +212,7 @@ TEST_F(EveryCall, ShowsInPixels) {
 }
 
 TEST_F(EveryCall, FitsMemoryOfTheHost) {
-    std::vector<std::uint32_t> memory((kWidth + 3) * kHeight, 0xFFFFFFFFU);
+    std::vector<std::uint32_t> memory(std::size_t{kWidth + 3} * kHeight, 0xFFFFFFFFU);
     const HDC wrapped = WrapPixels(memory.data(), kWidth, kHeight, (kWidth + 3) * 4);
     DrawOn(wrapped);
     DeleteDC(wrapped);

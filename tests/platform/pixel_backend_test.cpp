@@ -24,7 +24,8 @@ struct Canvas {
                                                                                 width + 2},
           backend(MakePixelBackend(buffer)) {}
 
-    Color At(int x, int y) const { return memory[static_cast<std::size_t>(y * buffer.stride + x)]; }
+    Color& At(int x, int y) { return *(memory.data() + y * std::ptrdiff_t{buffer.stride} + x); }
+    Color At(int x, int y) const { return *(memory.data() + y * std::ptrdiff_t{buffer.stride} + x); }
     int Blue(int x, int y) const { return static_cast<int>(At(x, y) & 0xFFU); }
     /// '.' white, '#' black, 'r' red, 'b' blue, '?' anything else.
     char Letter(int x, int y) const {
@@ -146,10 +147,7 @@ TEST(PixelLines, SlopedPatternCountsTheDistance) {
 
 /// Pixels that name their place.
 void Number(Canvas& canvas) {
-    canvas.EachPixel([&](int x, int y) {
-        canvas.memory[static_cast<std::size_t>(y * canvas.buffer.stride + x)] =
-            kBlack | static_cast<unsigned>(y * 256 + x);
-    });
+    canvas.EachPixel([&](int x, int y) { canvas.At(x, y) = kBlack | static_cast<unsigned>(y * 256 + x); });
 }
 
 TEST(PixelBlit, CopiesOntoItselfInAllDirections) {

@@ -151,7 +151,7 @@ TEST_F(RingLog, TwoProcessesLoseNothing) {
     const std::string log = Log();
     EXPECT_EQ(log.substr(0, 8), "00000400");
     std::vector<int> seen(kLines);
-    for (std::size_t record = 1; record <= 2 * kLines; ++record)
+    for (std::size_t record = 1; record <= std::size_t{2} * kLines; ++record)
         ++seen.at(std::stoul(Record(log, record).substr(kStampLength + 5, 3)));
     EXPECT_EQ(seen, std::vector<int>(kLines, 2));
     EXPECT_EQ(Record(log, 401), kEndMark);

@@ -3,7 +3,7 @@
 #include <MelkarCommon/frame/frame_layout.h>
 #include <MelkarCommon/frame/key_table.h>
 #include <MelkarCommon/support/platform/drawing.h>
-#include <MelkarCommon/support/platform/text_decode.h>
+#include <MelkarCommon/support/platform/text/text_decode.h>
 #include <MelkarCommon/support/ring_log.h>
 #include <MelkarCommon/support/scoped.h>
 #include <MelkarCommon/support/support.h>

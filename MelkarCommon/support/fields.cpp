@@ -1,7 +1,7 @@
 #include <MelkarCommon/support/fields.h>
 
-#include <MelkarCommon/support/platform/ascii.h>
 #include <MelkarCommon/support/platform/files.h>
+#include <MelkarCommon/support/platform/values/ascii.h>
 
 #include <string_view>
 

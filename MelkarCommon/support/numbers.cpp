@@ -1,7 +1,7 @@
 #include <MelkarCommon/support/numbers.h>
 
-#include <MelkarCommon/support/platform/ascii.h>
-#include <MelkarCommon/support/platform/locales.h>
+#include <MelkarCommon/support/platform/values/ascii.h>
+#include <MelkarCommon/support/platform/values/locales.h>
 #include <MelkarCommon/support/support.h>
 
 #include <algorithm>

@@ -1,5 +1,5 @@
-#include <MelkarCommon/support/platform/ascii.h>
 #include <MelkarCommon/support/platform/profile.h>
+#include <MelkarCommon/support/platform/values/ascii.h>
 #include <MelkarCommon/support/support.h>
 
 #include <cstring>

@@ -1,9 +1,9 @@
 #include <MelkarCommon/support/ring_log.h>
 
-#include <MelkarCommon/support/platform/ascii.h>
 #include <MelkarCommon/support/platform/datetime.h>
 #include <MelkarCommon/support/platform/files.h>
-#include <MelkarCommon/support/platform/locales.h>
+#include <MelkarCommon/support/platform/values/ascii.h>
+#include <MelkarCommon/support/platform/values/locales.h>
 
 #include <algorithm>
 #include <cerrno>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <MelkarCommon/api.h>
-#include <MelkarCommon/support/platform/report.h>
+#include <MelkarCommon/support/platform/files/report.h>
 
 /// @file
 /// The ring log: a file of fixed-length records that never grows beyond 12200132 bytes. Offsets: 0 the counter of

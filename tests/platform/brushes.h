@@ -1,6 +1,6 @@
 #pragma once
 
-#include <MelkarCommon/support/platform/backend.h>
+#include <MelkarCommon/support/platform/seam/backend.h>
 
 /// @file
 /// Strokes and shapes for the tests of the backends, made in place.

@@ -1,4 +1,4 @@
-#include <MelkarCommon/support/platform/text_decode.h>
+#include <MelkarCommon/support/platform/text/text_decode.h>
 
 #include <gtest/gtest.h>
 

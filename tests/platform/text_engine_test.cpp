@@ -1,6 +1,6 @@
-#include <MelkarCommon/support/platform/figure_text.h>
-#include <MelkarCommon/support/platform/text_face.h>
-#include <MelkarCommon/support/platform/text_parts.h>
+#include <MelkarCommon/support/platform/text/figure_text.h>
+#include <MelkarCommon/support/platform/text/text_face.h>
+#include <MelkarCommon/support/platform/text/text_parts.h>
 
 #include <gtest/gtest.h>
 

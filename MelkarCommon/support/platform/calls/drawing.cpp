@@ -1,0 +1,328 @@
+#include <MelkarCommon/support/platform/calls/surface_state.h>
+#include <MelkarCommon/support/platform/drawing.h>
+#include <MelkarCommon/support/platform/seam/box.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <numbers>
+#include <utility>
+
+using namespace melkar;
+
+namespace {
+
+// Lengths of the pen patterns at 96 dpi.
+constexpr double kDashOn = 18;
+constexpr double kDashOff = 6;
+constexpr double kDot = 3;
+
+constexpr double kScreenDpi = 96;
+constexpr std::size_t kMostOps = 1 << 20; ///< of a record; one of a graph has some hundreds
+constexpr double kHalfPointsPerInch = 144;
+
+bool IsPatterned(const Pen& pen) { return pen.style == PS_DASH || pen.style == PS_DOT; }
+
+RECT Ordered(int left, int top, int right, int bottom) {
+    return {std::min(left, right), std::min(top, bottom), std::max(left, right), std::max(top, bottom)};
+}
+
+/// Grows (or, below 0, shrinks) by `by` on every side.
+RECT Grown(const RECT& r, int by) {
+    const Box box = ToBox(r);
+    return Saturated(Box{box.left - by, box.top - by, box.right + by, box.bottom + by});
+}
+
+void Fill(HDC surface, const RECT& rect, COLORREF color) {
+    if (IsEmptyRect(rect))
+        return;
+    if (Backend* backend = surface->backend.get())
+        backend->FillRect(rect, ToColor(color));
+}
+
+/// The frame between two rectangles, the inner one within the outer one.
+void FillFrame(HDC surface, const RECT& outer, const RECT& inner, COLORREF color) {
+    if (IsEmptyRect(inner))
+        return Fill(surface, outer, color);
+    Fill(surface, {outer.left, outer.top, outer.right, inner.top}, color);
+    Fill(surface, {outer.left, inner.bottom, outer.right, outer.bottom}, color);
+    Fill(surface, {outer.left, inner.top, inner.left, inner.bottom}, color);
+    Fill(surface, {inner.right, inner.top, outer.right, inner.bottom}, color);
+}
+
+/// The four edges of a rectangle in a dash or dot pattern, each pixel once.
+void StrokeFrame(HDC surface, const RECT& r) {
+    MoveToEx(surface, r.left, r.top, nullptr);
+    LineTo(surface, r.right - 1, r.top);
+    LineTo(surface, r.right - 1, r.bottom - 1);
+    LineTo(surface, r.left, r.bottom - 1);
+    LineTo(surface, r.left, r.top);
+}
+
+/// The angle of a radial on the ellipse, radians counter-clockwise from the right.
+double RadialAngle(const Shape& ellipse, int x, int y) {
+    return std::atan2((ellipse.center.y - y) / ellipse.radius.y, (x - ellipse.center.x) / ellipse.radius.x);
+}
+
+Shape EllipseIn(const RECT& box) {
+    Shape shape;
+    shape.kind = Shape::Kind::Ellipse;
+    shape.center = {(double{1} * box.left + box.right) / 2, (double{1} * box.top + box.bottom) / 2};
+    shape.radius = {(double{1} * box.right - box.left) / 2, (double{1} * box.bottom - box.top) / 2};
+    return shape;
+}
+
+/// Fills with the brush and outlines with the pen, whose line stays inside the shape.
+BOOL DrawRound(HDC surface, const Shape& shape) {
+    Backend* backend = surface->backend.get();
+    if (!backend)
+        return FALSE;
+    const bool filled = !surface->brush->hollow;
+    const bool outlined = surface->pen->style != PS_NULL;
+    if (filled)
+        backend->FillShape(shape, ToColor(surface->brush->color));
+    if (!outlined || (filled && surface->pen->color == surface->brush->color))
+        return TRUE;
+    Stroke stroke = StrokeOf(*surface, *surface->pen);
+    stroke.on = stroke.off = 0;
+    Shape middle = shape;
+    middle.radius.x = std::max(0.0, middle.radius.x - stroke.width / 2);
+    middle.radius.y = std::max(0.0, middle.radius.y - stroke.width / 2);
+    backend->StrokeShape(middle, stroke);
+    return TRUE;
+}
+
+/// The part of a copy that lies within the source picture; the target shrinks in proportion.
+struct Copy {
+    RECT target;
+    RECT source;
+};
+
+/// One axis of a copy: the span `from`..`to` of the source, cut to 0..limit, and the target span with it. A span beside
+/// the picture becomes empty as it is: at the edge of an int it has no width to scale by.
+void CutSpan(int& from, int& to, int& targetFrom, int& targetTo, int limit) {
+    const int cutFrom = std::max(from, 0);
+    const int cutTo = std::min(to, limit);
+    if (cutFrom >= cutTo) {
+        to = from;
+        return;
+    }
+    const double scale = (double{1} * targetTo - targetFrom) / (double{1} * to - from);
+    targetTo = Saturated(targetFrom + std::llround((double{1} * cutTo - from) * scale));
+    targetFrom = Saturated(targetFrom + std::llround((double{1} * cutFrom - from) * scale));
+    from = cutFrom;
+    to = cutTo;
+}
+
+void CutToPicture(Copy& copy, const PixelBuffer& picture) {
+    CutSpan(copy.source.left, copy.source.right, copy.target.left, copy.target.right, picture.width);
+    CutSpan(copy.source.top, copy.source.bottom, copy.target.top, copy.target.bottom, picture.height);
+}
+
+BOOL CopyPixels(HDC to, HDC from, Copy copy, DWORD operation) {
+    const PixelBuffer& picture = from->bitmap->pixels;
+    CutToPicture(copy, picture);
+    if (IsEmptyRect(copy.source) || IsEmptyRect(copy.target))
+        return FALSE;
+    Backend* backend = to->backend.get();
+    if (!backend)
+        return FALSE;
+    from->ShownPixels();
+    backend->Blit(copy.target, picture, copy.source, operation);
+    return TRUE;
+}
+
+/// Plays what was recorded on `from` again on `to`, at the copy's place. Onto itself or to and fro between two, a
+/// record would double with each copy: in place it is left as it is, elsewhere the copy ends at `kMostOps`.
+BOOL CopyRecord(HDC to, HDC from, Copy copy, DWORD operation) {
+    CutToPicture(copy, from->bitmap->pixels);
+    Backend* backend = to->backend.get();
+    if (!backend || operation != SRCCOPY || IsEmptyRect(copy.source))
+        return FALSE;
+    if (to == from && copy.target.left == copy.source.left && copy.target.top == copy.source.top)
+        return TRUE;
+    const bool isRecord = to->bitmap && to->bitmap->IsRecord();
+    if (isRecord && from->bitmap->ops.size() + to->bitmap->ops.size() > kMostOps)
+        return FALSE;
+    const std::vector<RecordedOp> ops = from->bitmap->ops; // a copy: `to` may be the same surface
+    if (isRecord) {
+        RecordedOp mark;
+        mark.verb = RecordedOp::Verb::Copy;
+        mark.rect = copy.target;
+        mark.source = copy.source;
+        to->bitmap->ops.push_back(mark);
+    }
+    Replay(ops, *backend, copy.source, copy.target.left, copy.target.top, to->bounds);
+    return TRUE;
+}
+
+RECT RectAt(int x, int y, int width, int height) {
+    return {x, y, Saturated(std::int64_t{x} + width), Saturated(std::int64_t{y} + height)};
+}
+
+} // namespace
+
+namespace melkar {
+
+int PenWidth(const HDC__& surface, const Pen& pen) {
+    const double scaled = pen.width <= 0 ? 1 : std::round(pen.width * (surface.dpi / kScreenDpi));
+    const double least = surface.medium == TextMedium::Page ? std::ceil(surface.dpi / kHalfPointsPerInch) : 1;
+    return static_cast<int>(std::clamp(scaled, std::max(1.0, least), 1e6));
+}
+
+Stroke StrokeOf(const HDC__& surface, const Pen& pen) {
+    Stroke stroke;
+    stroke.color = ToColor(pen.color);
+    stroke.width = PenWidth(surface, pen);
+    if (IsPatterned(pen)) {
+        const double scale = surface.dpi / kScreenDpi;
+        stroke.on = std::max(1.0, std::round((pen.style == PS_DASH ? kDashOn : kDot) * scale));
+        stroke.off = std::max(1.0, std::round((pen.style == PS_DASH ? kDashOff : kDot) * scale));
+        stroke.gaps = surface.bkMode == OPAQUE;
+        stroke.gapColor = ToColor(surface.bkColor);
+    }
+    return stroke;
+}
+
+} // namespace melkar
+
+HGDIOBJ SelectObject(HDC surface, HGDIOBJ handle) {
+    if (!surface || !handle)
+        return nullptr;
+    if (Bitmap* bitmap = BitmapFrom(handle))
+        return surface->page ? nullptr : surface->Take(*bitmap);
+
+    const auto select = [handle](auto*& slot, auto* chosen) -> HGDIOBJ {
+        auto* former = std::exchange(slot, chosen);
+        if (former->owner == Owner::Caller)
+            --former->selections;
+        if (chosen->owner == Owner::Caller)
+            ++chosen->selections;
+        return static_cast<GdiObject*>(former);
+    };
+    if (Pen* pen = PenFrom(handle))
+        return select(surface->pen, pen);
+    if (Brush* brush = BrushFrom(handle))
+        return select(surface->brush, brush);
+    if (FontObject* font = FontFrom(handle)) {
+        surface->face.reset();
+        return select(surface->font, font);
+    }
+    return nullptr;
+}
+
+int SetBkMode(HDC surface, int mode) {
+    if (!surface || (mode != TRANSPARENT && mode != OPAQUE))
+        return 0;
+    return std::exchange(surface->bkMode, mode);
+}
+
+COLORREF SetBkColor(HDC surface, COLORREF color) { return surface ? std::exchange(surface->bkColor, color) : 0; }
+
+COLORREF SetTextColor(HDC surface, COLORREF color) { return surface ? std::exchange(surface->textColor, color) : 0; }
+
+int GetDeviceCaps(HDC surface, int query) {
+    if (query != LOGPIXELSX && query != LOGPIXELSY)
+        return 0;
+    return surface ? surface->dpi : static_cast<int>(kScreenDpi);
+}
+
+BOOL MoveToEx(HDC surface, int x, int y, POINT* former) {
+    if (!surface)
+        return FALSE;
+    if (former)
+        *former = surface->position;
+    surface->position = {x, y};
+    surface->patternPhase = 0;
+    return TRUE;
+}
+
+BOOL LineTo(HDC surface, int x, int y) {
+    if (!surface)
+        return FALSE;
+    const POINT from = std::exchange(surface->position, POINT{x, y});
+    Backend* backend = surface->backend.get();
+    if (!backend || surface->pen->style == PS_NULL)
+        return FALSE;
+    Stroke stroke = StrokeOf(*surface, *surface->pen);
+    stroke.phase = surface->patternPhase;
+    backend->StrokeLine(from, {x, y}, stroke);
+    if (!stroke.IsSolid())
+        surface->patternPhase += std::hypot(double{1} * x - from.x, double{1} * y - from.y);
+    return TRUE;
+}
+
+BOOL Rectangle(HDC surface, int left, int top, int right, int bottom) {
+    if (!surface)
+        return FALSE;
+    const RECT box = Ordered(left, top, right, bottom);
+    if (IsEmptyRect(box))
+        return FALSE;
+    const Pen& pen = *surface->pen;
+    const Brush& brush = *surface->brush;
+    if (pen.style == PS_NULL || IsPatterned(pen)) {
+        if (!brush.hollow)
+            Fill(surface, box, brush.color);
+        if (IsPatterned(pen))
+            StrokeFrame(surface, box);
+        return TRUE;
+    }
+    const int width = PenWidth(*surface, pen);
+    const RECT outer = pen.style == PS_INSIDEFRAME ? box : Grown(box, width / 2);
+    const RECT inner = Grown(outer, -width);
+    if (!brush.hollow && brush.color == pen.color) {
+        Fill(surface, outer, pen.color);
+        return TRUE;
+    }
+    FillFrame(surface, outer, inner, pen.color);
+    if (!brush.hollow)
+        Fill(surface, inner, brush.color);
+    return TRUE;
+}
+
+BOOL Ellipse(HDC surface, int left, int top, int right, int bottom) {
+    const RECT box = Ordered(left, top, right, bottom);
+    return surface && !IsEmptyRect(box) ? DrawRound(surface, EllipseIn(box)) : FALSE;
+}
+
+BOOL Pie(HDC surface, int left, int top, int right, int bottom, int x1, int y1, int x2, int y2) {
+    const RECT box = Ordered(left, top, right, bottom);
+    if (!surface || IsEmptyRect(box))
+        return FALSE;
+    Shape shape = EllipseIn(box);
+    constexpr double kWhole = 2 * std::numbers::pi;
+    shape.from = RadialAngle(shape, x1, y1);
+    shape.sweep = RadialAngle(shape, x2, y2) - shape.from;
+    if (shape.sweep < 0)
+        shape.sweep += kWhole;
+    const bool equalRadials = shape.sweep < 1e-9 || shape.sweep > kWhole - 1e-9;
+    shape.kind = equalRadials ? Shape::Kind::Ellipse : Shape::Kind::Slice;
+    return DrawRound(surface, shape);
+}
+
+BOOL FillRgn(HDC surface, HRGN regionHandle, HBRUSH brushHandle) {
+    const Region* region = RegionFrom(regionHandle);
+    const Brush* brush = BrushFrom(brushHandle);
+    if (!surface || !region || !brush)
+        return FALSE;
+    Backend* backend = surface->backend.get();
+    if (!backend)
+        return FALSE;
+    if (!brush->hollow)
+        backend->FillShape(region->shape, ToColor(brush->color));
+    return TRUE;
+}
+
+BOOL BitBlt(HDC to, int x, int y, int width, int height, HDC from, int fromX, int fromY, DWORD operation) {
+    return StretchBlt(to, x, y, width, height, from, fromX, fromY, width, height, operation);
+}
+
+BOOL StretchBlt(HDC to, int x, int y, int width, int height, HDC from, int fromX, int fromY, int fromWidth,
+                int fromHeight, DWORD operation) {
+    if (!to || !from || !from->bitmap || width < 1 || height < 1 || fromWidth < 1 || fromHeight < 1)
+        return FALSE;
+    const Copy copy{RectAt(x, y, width, height), RectAt(fromX, fromY, fromWidth, fromHeight)};
+    if (from->bitmap->IsRecord())
+        return width == fromWidth && height == fromHeight ? CopyRecord(to, from, copy, operation) : FALSE;
+    return CopyPixels(to, from, copy, operation);
+}

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <MelkarCommon/support/platform/calls/gdi_objects.h>
+#include <MelkarCommon/support/platform/seam/backend.h>
+#include <MelkarCommon/support/platform/types.h>
+
+#include <memory>
+
+/// A drawing surface: the selected objects and modes, above the backend that does the work. Internal.
+struct HDC__ {
+    HDC__(melkar::TextMedium surfaceMedium, int surfaceDpi);
+    ~HDC__();
+    HDC__(const HDC__&) = delete;
+    HDC__& operator=(const HDC__&) = delete;
+
+    /// Draws on `picture` from now on. @return the former one, null if this one is selected elsewhere.
+    melkar::Bitmap* Take(melkar::Bitmap& picture);
+    /// The picture with everything on it that was drawn; null without pixels.
+    const melkar::PixelBuffer* ShownPixels() const;
+    const std::shared_ptr<melkar::TextFace>& Face();
+
+    const melkar::TextMedium medium;
+    const int dpi;
+    RECT bounds{0, 0, 0, 0};
+
+    melkar::Pen* pen;
+    melkar::Brush* brush;
+    melkar::FontObject* font;
+    melkar::Bitmap* bitmap = nullptr;          ///< null on a page
+    std::unique_ptr<melkar::Bitmap> ownBitmap; ///< of a surface with room of its own
+    std::unique_ptr<melkar::Backend> backend;  ///< null: no room to draw on
+    melkar::PageFile* page = nullptr;          ///< the backend, if it is a page
+    std::shared_ptr<melkar::TextFace> face;    ///< of `font`, found at its first use
+
+    COLORREF textColor = RGB(0, 0, 0);
+    COLORREF bkColor = RGB(255, 255, 255);
+    int bkMode = OPAQUE;
+    POINT position{0, 0};
+    double patternPhase = 0; ///< device units gone since the last `MoveToEx`
+};
+
+namespace melkar {
+
+/// A pen's width on this surface, at least 1: scaled with dpi / 96, on paper not below half a point.
+int PenWidth(const HDC__& surface, const Pen& pen);
+/// How lines look that this pen draws on this surface now.
+Stroke StrokeOf(const HDC__& surface, const Pen& pen);
+
+} // namespace melkar

@@ -1,0 +1,191 @@
+#include <MelkarCommon/support/platform/calls/surface_state.h>
+#include <MelkarCommon/support/platform/drawing.h>
+#include <MelkarCommon/support/platform/images/image_file.h>
+#include <MelkarCommon/support/platform/surface.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <new>
+
+using namespace melkar;
+
+namespace {
+
+constexpr int kMaxSide = 32767;
+constexpr std::int64_t kMaxPixels = std::int64_t{1} << 27; // half a gigabyte
+
+/// Exceptions (a lack of memory) end here: a surface or bitmap that can't be made is null.
+template <class Make> auto NullOnFailure(Make make) -> decltype(make()) {
+    try {
+        return make();
+    } catch (...) {
+        return nullptr;
+    }
+}
+
+bool MakesSense(int width, int height) {
+    return width >= 1 && height >= 1 && width <= kMaxSide && height <= kMaxSide &&
+           std::int64_t{width} * height <= kMaxPixels;
+}
+
+void Clear(const PixelBuffer& picture, Color color) {
+    for (int y = 0; y < picture.height; ++y)
+        std::fill_n(picture.pixels + static_cast<std::ptrdiff_t>(y) * picture.stride, picture.width, color);
+}
+
+HDC MakeSurface(std::unique_ptr<Bitmap> picture, TextMedium medium, int dpi) {
+    auto surface = std::make_unique<HDC__>(medium, dpi);
+    surface->ownBitmap = std::move(picture);
+    surface->Take(*surface->ownBitmap);
+    return surface.release();
+}
+
+} // namespace
+
+HDC__::HDC__(TextMedium surfaceMedium, int surfaceDpi)
+    : medium(surfaceMedium), dpi(surfaceDpi), pen(&StockPen(BLACK_PEN)), brush(&StockBrush(WHITE_BRUSH)),
+      font(&StockFont()) {
+    CountAlive(1);
+}
+
+HDC__::~HDC__() {
+    for (GdiObject* object : {static_cast<GdiObject*>(pen), static_cast<GdiObject*>(brush),
+                              static_cast<GdiObject*>(font), static_cast<GdiObject*>(bitmap)})
+        if (object && object->owner == Owner::Caller)
+            --object->selections;
+    CountAlive(-1);
+}
+
+Bitmap* HDC__::Take(Bitmap& picture) {
+    if (picture.owner == Owner::Surface && &picture != ownBitmap.get())
+        return nullptr;
+    if (picture.owner == Owner::Caller && picture.selections > 0 && &picture != bitmap)
+        return nullptr;
+    std::unique_ptr<Backend> drawing;
+    if (picture.IsRecord())
+        drawing = MakeRecordingBackend(picture.ops, picture.pixels.width, picture.pixels.height);
+    else if (picture.pixels.pixels)
+        drawing = MakePixelBackend(picture.pixels, picture.isExposed ? nullptr : &picture.pending);
+    Bitmap* former = bitmap;
+    if (former && former->owner == Owner::Caller)
+        --former->selections;
+    if (picture.owner == Owner::Caller)
+        ++picture.selections;
+    bitmap = &picture;
+    backend = std::move(drawing);
+    bounds = {0, 0, picture.pixels.width, picture.pixels.height};
+    return former;
+}
+
+const PixelBuffer* HDC__::ShownPixels() const {
+    if (!bitmap || !bitmap->pixels.pixels)
+        return nullptr;
+    backend->Flush();
+    return &bitmap->pixels;
+}
+
+const std::shared_ptr<TextFace>& HDC__::Face() {
+    if (!face)
+        face = FindFace(font->description, medium);
+    return face;
+}
+
+HDC CreateMemorySurface(int width, int height, int dpi) {
+    if (!MakesSense(width, height) || dpi < 1)
+        return nullptr;
+    return NullOnFailure([&]() -> HDC {
+        PixelBuffer picture{TakePixels(width, height), width, height, width};
+        if (!picture.pixels)
+            return nullptr;
+        Clear(picture, ToColor(RGB(255, 255, 255)));
+        return MakeSurface(std::make_unique<Bitmap>(picture, true, Owner::Surface), TextMedium::Pixels, dpi);
+    });
+}
+
+HDC WrapPixels(void* pixels, int width, int height, int strideBytes, int dpi) {
+    if (!pixels || !MakesSense(width, height) || strideBytes % 4 != 0 || strideBytes / 4 < width || dpi < 1)
+        return nullptr;
+    return NullOnFailure([&] {
+        const PixelBuffer picture{static_cast<std::uint32_t*>(pixels), width, height, strideBytes / 4};
+        return MakeSurface(std::make_unique<Bitmap>(picture, false, Owner::Surface), TextMedium::Pixels, dpi);
+    });
+}
+
+HDC CreateRecordingSurface(int width, int height, int dpi) {
+    if (!MakesSense(width, height) || dpi < 1)
+        return nullptr;
+    return NullOnFailure([&] {
+        return MakeSurface(std::make_unique<Bitmap>(width, height, TextMedium::Fixed, Owner::Surface),
+                           TextMedium::Fixed, dpi);
+    });
+}
+
+HDC CreatePageSurface(const char* path, PageFormat format, int width, int height, int dpi) {
+    if (!path || !MakesSense(width, height) || dpi < 1)
+        return nullptr;
+    return NullOnFailure([&]() -> HDC {
+        std::unique_ptr<PageFile> page = MakePageBackend(path, format, width, height, dpi);
+        if (!page)
+            return nullptr;
+        auto surface = std::make_unique<HDC__>(TextMedium::Page, dpi);
+        surface->bounds = {0, 0, width, height};
+        surface->page = page.get();
+        surface->backend = std::move(page);
+        return surface.release();
+    });
+}
+
+HDC CreateCompatibleDC(HDC surface) {
+    return NullOnFailure([&] {
+        auto made =
+            std::make_unique<HDC__>(surface ? surface->medium : TextMedium::Pixels, GetDeviceCaps(surface, LOGPIXELSY));
+        made->Take(StockBitmap());
+        return made.release();
+    });
+}
+
+HBITMAP CreateCompatibleBitmap(HDC surface, int width, int height) {
+    if (!MakesSense(width, height))
+        return nullptr;
+    return NullOnFailure([&]() -> HBITMAP {
+        const TextMedium medium = surface ? surface->medium : TextMedium::Pixels;
+        if (medium != TextMedium::Pixels)
+            return HandleOf<HBITMAP>(new Bitmap(width, height, medium, Owner::Caller));
+        const PixelBuffer picture{TakePixels(width, height), width, height, width};
+        if (!picture.pixels)
+            return nullptr;
+        auto* bitmap = new Bitmap(picture, true, Owner::Caller);
+        bitmap->pending = {ToColor(RGB(0, 0, 0)), 0, height};
+        bitmap->isExposed = false;
+        return HandleOf<HBITMAP>(bitmap);
+    });
+}
+
+BOOL DeleteDC(HDC surface) {
+    if (!surface)
+        return FALSE;
+    const bool written = !surface->page || surface->page->Finish();
+    delete surface;
+    return written ? TRUE : FALSE;
+}
+
+PixelView GetPixels(HDC surface) {
+    const PixelBuffer* picture = surface ? surface->ShownPixels() : nullptr;
+    if (!picture)
+        return {nullptr, 0, 0, 0};
+    if (!surface->bitmap->isExposed) {
+        surface->bitmap->isExposed = true;
+        surface->backend = MakePixelBackend(*picture);
+    }
+    return {picture->pixels, picture->width, picture->height, picture->stride};
+}
+
+int WritePng(HDC surface, const char* path) {
+    const PixelBuffer* picture = surface ? surface->ShownPixels() : nullptr;
+    return WritePngFile(picture ? *picture : PixelBuffer{}, path);
+}
+
+std::string GetRecording(HDC surface) {
+    return surface && surface->bitmap && surface->bitmap->IsRecord() ? FormatRecording(surface->bitmap->ops)
+                                                                     : std::string();
+}

@@ -1,0 +1,113 @@
+#include <MelkarCommon/support/platform/calls/surface_state.h>
+#include <MelkarCommon/support/platform/drawing.h>
+#include <MelkarCommon/support/platform/seam/box.h>
+#include <MelkarCommon/support/platform/text/text_decode.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <cstring>
+#include <numbers>
+
+using namespace melkar;
+
+namespace {
+
+/// The bytes that a text and a length stand for. Whether a character is cut shows only in the whole text: its first
+/// bytes alone would be read in another code page.
+std::string_view Bytes(const HDC__& surface, const char* text, int length) {
+    if (!text)
+        return {};
+    const std::string_view whole(text);
+    return length < 0 ? whole : CutBytes(whole, static_cast<std::size_t>(length), surface.font->description.lfCharSet);
+}
+
+/// The box behind a line of text, turned about its top-left corner.
+Shape TurnedBox(POINT at, int width, int height, int escapement) {
+    const double angle = escapement * std::numbers::pi / 1800;
+    const auto turned = [&](double x, double y) {
+        return POINT{Saturated(std::llround(at.x + x * std::cos(angle) + y * std::sin(angle))),
+                     Saturated(std::llround(at.y - x * std::sin(angle) + y * std::cos(angle)))};
+    };
+    Shape box;
+    box.points = {turned(0, 0), turned(width, 0), turned(width, height), turned(0, height)};
+    return box;
+}
+
+/// One line with its top-left corner at `at`, on its background if the mode is opaque.
+void PaintLine(HDC surface, const std::shared_ptr<const TextLayout>& layout, std::size_t index, POINT at,
+               const RECT& clip) {
+    Backend* backend = surface->backend.get();
+    if (!backend)
+        return;
+    const TextLine& line = layout->lines[index];
+    const int escapement = surface->font->description.lfEscapement;
+    if (surface->bkMode == OPAQUE && line.width > 0) {
+        const Color background = ToColor(surface->bkColor);
+        if (escapement == 0)
+            backend->FillRect(ClipBox(ToBox(clip), {at.x, at.y, Saturated(std::int64_t{at.x} + line.width),
+                                                    Saturated(std::int64_t{at.y} + layout->lineHeight)}),
+                              background);
+        else
+            backend->FillShape(TurnedBox(at, line.width, layout->lineHeight, escapement), background);
+    }
+    backend->PaintText(layout, index, at, escapement, ToColor(surface->textColor), clip);
+}
+
+/// Left end of a line in the rectangle.
+int LineLeft(const RECT& rect, int width, UINT format) {
+    const std::int64_t room = std::int64_t{rect.right} - rect.left - width;
+    if (format & DT_CENTER)
+        return Saturated(rect.left + room / 2);
+    return format & DT_RIGHT ? Saturated(rect.left + room) : rect.left;
+}
+
+/// Top of the first line in the rectangle: vertical placement is for single lines only.
+std::int64_t TextTop(const RECT& rect, int height, UINT format) {
+    if (!(format & DT_SINGLELINE))
+        return rect.top;
+    const std::int64_t room = std::int64_t{rect.bottom} - rect.top - height;
+    if (format & DT_VCENTER)
+        return rect.top + room / 2;
+    return format & DT_BOTTOM ? rect.top + room : rect.top;
+}
+
+void PaintLayout(HDC surface, const std::shared_ptr<const TextLayout>& layout, const RECT& rect, UINT format) {
+    std::int64_t y = TextTop(rect, layout->Height(), format);
+    const RECT visible = ClipBox(ToBox(rect), surface->bounds);
+    for (std::size_t i = 0; i < layout->lines.size(); ++i, y += layout->lineHeight) {
+        if (y >= visible.bottom)
+            break;
+        if (y + layout->lineHeight <= visible.top)
+            continue;
+        PaintLine(surface, layout, i, {LineLeft(rect, layout->lines[i].width, format), static_cast<int>(y)}, rect);
+    }
+}
+
+} // namespace
+
+BOOL TextOutA(HDC surface, int x, int y, const char* text, int length) {
+    if (!surface || !text)
+        return FALSE;
+    const auto layout = LayOutText(surface->Face(), Bytes(*surface, text, length), true, kNoWrap);
+    for (std::size_t i = 0; i < layout->lines.size(); ++i)
+        PaintLine(surface, layout, i, {x, y}, surface->bounds);
+    return TRUE;
+}
+
+int DrawTextExA(HDC surface, char* text, int length, RECT* rect, UINT format, void*) {
+    if (!surface || !text || !rect)
+        return 0;
+    const bool singleLine = (format & DT_SINGLELINE) != 0;
+    const bool wraps = (format & DT_WORDBREAK) && !singleLine;
+    const std::int64_t room = std::int64_t{rect->right} - rect->left;
+    const int wrapWidth = wraps ? static_cast<int>(std::clamp<std::int64_t>(room, 0, INT32_MAX)) : kNoWrap;
+    const auto layout = LayOutText(surface->Face(), Bytes(*surface, text, length), singleLine, wrapWidth);
+    if (format & DT_CALCRECT) {
+        rect->right = Saturated(std::int64_t{rect->left} + layout->width);
+        rect->bottom = Saturated(std::int64_t{rect->top} + layout->Height());
+    } else {
+        PaintLayout(surface, layout, *rect, format);
+    }
+    return layout->Height();
+}

@@ -1,0 +1,119 @@
+#include <MelkarCommon/support/platform/files.h>
+#include <MelkarCommon/support/platform/files/new_file.h>
+#include <MelkarCommon/support/platform/files/report.h>
+#include <MelkarCommon/support/platform/images/image_file.h>
+#include <MelkarCommon/support/platform/pixels/pixel_blit.h>
+#include <MelkarCommon/support/platform/pixels/pixel_spans.h>
+
+#include <cairo.h>
+#include <gdk-pixbuf/gdk-pixbuf.h>
+
+#include <cerrno>
+#include <cstring>
+#include <sys/stat.h>
+
+namespace melkar {
+
+namespace {
+
+constexpr int kLargestSide = 32767;
+
+struct PixbufRelease {
+    void operator()(GdkPixbuf* pixbuf) const { g_object_unref(pixbuf); }
+};
+using PixbufPointer = std::unique_ptr<GdkPixbuf, PixbufRelease>;
+
+bool IsRegularFile(const char* path) {
+    struct stat status {};
+    return stat(path, &status) == 0 && S_ISREG(status.st_mode);
+}
+
+/// The file's picture if its head promises a size that we'd take; a few bytes can claim gigabytes.
+PixbufPointer OpenPicture(const char* path) {
+    int width = 0;
+    int height = 0;
+    if (!IsRegularFile(path) || gdk_pixbuf_get_file_info(path, &width, &height) == nullptr)
+        return nullptr;
+    if (width < 1 || height < 1 || width > kLargestSide || height > kLargestSide)
+        return nullptr;
+    return PixbufPointer(gdk_pixbuf_new_from_file(path, nullptr));
+}
+
+/// One row of a pixbuf: three or four bytes a pixel, transparent parts laid on white.
+void ConvertRow(std::uint32_t* out, const guint8* bytes, int width, int channels, bool hasAlpha) {
+    for (int x = 0; x < width; ++x, bytes += channels) {
+        const Color color = ToColor(RGB(bytes[0], bytes[1], bytes[2]));
+        out[x] = hasAlpha ? MixColor255(kWhite, color, bytes[3]) : color;
+    }
+}
+
+PixelBuffer ToPixels(const GdkPixbuf* pixbuf) {
+    const int width = gdk_pixbuf_get_width(pixbuf);
+    const int height = gdk_pixbuf_get_height(pixbuf);
+    const PixelBuffer buffer{TakePixels(width, height), width, height, width};
+    if (buffer.pixels == nullptr)
+        return {};
+    const guint8* bytes = gdk_pixbuf_read_pixels(pixbuf);
+    const auto rowBytes = static_cast<std::ptrdiff_t>(gdk_pixbuf_get_rowstride(pixbuf));
+    for (int y = 0; y < height; ++y)
+        ConvertRow(PixelAt(buffer, 0, y), bytes + y * rowBytes, width, gdk_pixbuf_get_n_channels(pixbuf),
+                   gdk_pixbuf_get_has_alpha(pixbuf) != 0);
+    return buffer;
+}
+
+/// The picture in another size; the former memory is given back.
+PixelBuffer Resize(const PixelBuffer& picture, int width, int height) {
+    const PixelBuffer scaled{TakePixels(width, height), width, height, width};
+    if (scaled.pixels != nullptr) {
+        const RECT whole{0, 0, width, height};
+        BlitPixels(scaled, whole, whole, picture, {0, 0, picture.width, picture.height}, SRCCOPY);
+    }
+    GivePixelsBack(picture.pixels, picture.width, picture.height);
+    return scaled.pixels != nullptr ? scaled : PixelBuffer{};
+}
+
+cairo_status_t WriteBytes(void* file, const unsigned char* bytes, unsigned int count) {
+    return static_cast<NewFile*>(file)->Write(bytes, count) ? CAIRO_STATUS_SUCCESS : CAIRO_STATUS_WRITE_ERROR;
+}
+
+/// @return 0 or the error number.
+int WritePicture(const PixelBuffer& pixels, const std::string& path) {
+    const std::unique_ptr<NewFile> file = NewFile::Create(path);
+    if (file == nullptr)
+        return errno;
+    cairo_surface_t* surface = cairo_image_surface_create_for_data(
+        reinterpret_cast<unsigned char*>(pixels.pixels), CAIRO_FORMAT_RGB24, pixels.width, pixels.height,
+        pixels.stride * static_cast<int>(sizeof(std::uint32_t)));
+    if (cairo_surface_write_to_png_stream(surface, WriteBytes, file.get()) != CAIRO_STATUS_SUCCESS)
+        file->Abandon();
+    cairo_surface_destroy(surface);
+    return file->Commit();
+}
+
+} // namespace
+
+PixelBuffer LoadImageFile(const char* path, int width, int height) {
+    if (path == nullptr || width < 0 || height < 0 || width > kLargestSide || height > kLargestSide)
+        return {};
+    const PixbufPointer pixbuf = OpenPicture(ResolvePath(path).c_str());
+    if (pixbuf == nullptr)
+        return {};
+    const PixelBuffer picture = ToPixels(pixbuf.get());
+    const int newWidth = width != 0 ? width : picture.width;
+    const int newHeight = height != 0 ? height : picture.height;
+    if (picture.pixels == nullptr || (newWidth == picture.width && newHeight == picture.height))
+        return picture;
+    return Resize(picture, newWidth, newHeight);
+}
+
+int WritePngFile(const PixelBuffer& pixels, const char* path) {
+    const bool sensible = path != nullptr && pixels.pixels != nullptr && pixels.width > 0 && pixels.height > 0;
+    const int error = sensible ? WritePicture(pixels, ResolvePath(path)) : EINVAL;
+    if (error == 0)
+        return 0;
+    LogText(
+        ("PNG file [" + std::string(path != nullptr ? path : "") + "] not written: " + std::strerror(error)).c_str());
+    return -1;
+}
+
+} // namespace melkar

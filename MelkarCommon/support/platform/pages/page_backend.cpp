@@ -1,0 +1,327 @@
+#include <MelkarCommon/support/platform/files.h>
+#include <MelkarCommon/support/platform/files/new_file.h>
+#include <MelkarCommon/support/platform/files/report.h>
+#include <MelkarCommon/support/platform/pixels/pixel_lines.h>
+#include <MelkarCommon/support/platform/pixels/pixel_shapes.h>
+#include <MelkarCommon/support/platform/pixels/pixel_spans.h>
+#include <MelkarCommon/support/platform/seam/backend.h>
+
+#include <cairo-pdf.h>
+#include <cairo-svg.h>
+
+#include <cerrno>
+#include <cmath>
+#include <cstdlib>
+#include <cstring>
+#include <ctime>
+#include <iterator>
+
+/// @file
+/// Pages: everything stays a vector, and covers the area that it would cover on pixels.
+
+namespace melkar {
+
+namespace {
+
+constexpr double kPointsPerInch = 72;
+constexpr double kSvgUnitsPerInch = 96;
+
+const char* NameOf(PageFormat format) { return format == PageFormat::Pdf ? "PDF" : "SVG"; }
+
+void LogNotWritten(PageFormat format, const std::string& path, const char* reason) {
+    LogText((std::string(NameOf(format)) + " file [" + path + "] not written: " + reason).c_str());
+}
+
+cairo_status_t WriteBytes(void* file, const unsigned char* bytes, unsigned int count) {
+    return static_cast<NewFile*>(file)->Write(bytes, count) ? CAIRO_STATUS_SUCCESS : CAIRO_STATUS_WRITE_ERROR;
+}
+
+/// Builds that have to give the same bytes each time set the date in the environment; else it is the present.
+void DateFromEnvironment(cairo_surface_t* pdf) {
+    const char* epoch = std::getenv("SOURCE_DATE_EPOCH");
+    char* end = nullptr;
+    const auto seconds = static_cast<std::time_t>(epoch != nullptr ? std::strtoll(epoch, &end, 10) : 0);
+    std::tm date{};
+    char text[sizeof "9999-12-31T23:59:59Z"];
+    if (epoch == nullptr || end == epoch || *end != '\0' || gmtime_r(&seconds, &date) == nullptr)
+        return;
+    if (std::strftime(text, sizeof text, "%Y-%m-%dT%H:%M:%SZ", &date) != 0)
+        cairo_pdf_surface_set_metadata(pdf, CAIRO_PDF_METADATA_CREATE_DATE, text);
+}
+
+cairo_surface_t* MakeSurface(NewFile* file, PageFormat format, double widthInches, double heightInches) {
+    if (format == PageFormat::Pdf) {
+        cairo_surface_t* pdf = cairo_pdf_surface_create_for_stream(WriteBytes, file, widthInches * kPointsPerInch,
+                                                                   heightInches * kPointsPerInch);
+        cairo_pdf_surface_set_metadata(pdf, CAIRO_PDF_METADATA_CREATOR, "MelkarCommon");
+        DateFromEnvironment(pdf);
+        return pdf;
+    }
+    cairo_surface_t* svg = cairo_svg_surface_create_for_stream(WriteBytes, file, widthInches * kSvgUnitsPerInch,
+                                                               heightInches * kSvgUnitsPerInch);
+    cairo_svg_surface_set_document_unit(svg, CAIRO_SVG_UNIT_PX);
+    return svg;
+}
+
+/// A pixel that acts on paper like the operation on pixels, its channels multiplied by its alpha. Paper has no bits
+/// to combine: "and" is exact on white and for grey sources, "or" on black, where masked pictures go.
+Color ToPaper(Color pixel, DWORD operation) {
+    const Color red = (pixel >> 16U) & 0xFFU;
+    const Color green = (pixel >> 8U) & 0xFFU;
+    const Color blue = pixel & 0xFFU;
+    if (operation == SRCPAINT)
+        return (pixel & 0xFFFFFFU) | std::max({red, green, blue}) << 24U;
+    const Color least = std::min({red, green, blue});
+    return (0xFF000000U | (pixel & 0xFFFFFFU)) - least * 0x01010101U;
+}
+
+/// A copy of the source: what is painted is looked at only when the page ends. Blend modes of cairo won't do: for a
+/// single one the whole SVG file becomes one image.
+cairo_surface_t* MakeImage(const PixelBuffer& pixels, const RECT& source, DWORD operation) {
+    const int width = source.right - source.left;
+    cairo_surface_t* image = cairo_image_surface_create(operation == SRCCOPY ? CAIRO_FORMAT_RGB24 : CAIRO_FORMAT_ARGB32,
+                                                        width, source.bottom - source.top);
+    unsigned char* row = cairo_image_surface_get_data(image);
+    for (int y = source.top; row != nullptr && y < source.bottom; ++y, row += cairo_image_surface_get_stride(image)) {
+        const std::uint32_t* from = PixelAt(pixels, source.left, y);
+        auto* to = reinterpret_cast<std::uint32_t*>(row);
+        if (operation == SRCCOPY)
+            std::copy_n(from, width, to);
+        else
+            std::transform(from, from + width, to, [=](Color pixel) { return ToPaper(pixel, operation); });
+    }
+    cairo_surface_mark_dirty(image);
+    return image;
+}
+
+/// Where an axis-aligned line lies: along it from `start` to `end`, which may be less; across it `width` about
+/// `middle`. All are edges and not pixels.
+struct Band {
+    double start;
+    double end;
+    double middle;
+    double width;
+    bool level;
+
+    double Length() const { return std::abs(end - start); }
+    void Rectangle(cairo_t* cr) const {
+        const double low = std::min(start, end);
+        const double side = middle - width / 2;
+        if (level)
+            cairo_rectangle(cr, low, side, Length(), width);
+        else
+            cairo_rectangle(cr, side, low, width, Length());
+    }
+    void Line(cairo_t* cr) const {
+        cairo_move_to(cr, level ? start : middle, level ? middle : start);
+        cairo_line_to(cr, level ? end : middle, level ? middle : end);
+    }
+};
+
+/// The middle of a line through pixel `at`: a whole width takes whole rows from at - width / 2.
+double MiddleOf(int at, double width) {
+    const bool whole = width == std::floor(width);
+    return whole ? at - std::floor(width / 2) + width / 2 : at + 0.5;
+}
+
+/// The last pixel is left out, the first one is not, whichever way the line goes.
+Band BandOf(POINT from, POINT to, double width) {
+    const bool level = from.y == to.y;
+    const double start = level ? from.x : from.y;
+    const double end = level ? to.x : to.y;
+    const double edge = end > start ? 0 : 1;
+    return {start + edge, end + edge, MiddleOf(level ? from.y : from.x, width), width, level};
+}
+
+/// The part of a band in the clip, of no length if there is none: cairo's coordinates wrap far off the page.
+Band CutBand(const Band& band, const RECT& clip) {
+    const double low = band.level ? clip.left : clip.top;
+    const double high = band.level ? clip.right : clip.bottom;
+    const double near = band.level ? clip.top : clip.left;
+    const double far = band.level ? clip.bottom : clip.right;
+    Band cut = band;
+    cut.start = std::clamp(band.start, low, high);
+    cut.end = std::clamp(band.end, low, high);
+    if (band.middle + band.width / 2 <= near || band.middle - band.width / 2 >= far)
+        cut.end = cut.start;
+    return cut;
+}
+
+class PageBackend final : public PageFile {
+public:
+    PageBackend(std::unique_ptr<NewFile> file, PageFormat format, int width, int height, int dpi)
+        : m_file(std::move(file)), m_format(format), m_whole{0, 0, width, height}, m_clip(m_whole),
+          m_thinnest(dpi / (2 * kPointsPerInch)),
+          m_scale((format == PageFormat::Pdf ? kPointsPerInch : kSvgUnitsPerInch) / dpi) {
+        const double inch = dpi;
+        m_surface = MakeSurface(m_file.get(), format, width / inch, height / inch);
+        m_cr = cairo_create(m_surface);
+        cairo_scale(m_cr, m_scale, m_scale);
+        cairo_set_line_join(m_cr, CAIRO_LINE_JOIN_ROUND);
+    }
+    ~PageBackend() override {
+        m_file->Abandon();
+        cairo_destroy(m_cr);
+        cairo_surface_destroy(m_surface);
+    }
+
+    bool Finish() override;
+
+    void SetClip(const RECT& clip) override;
+    void FillRect(const RECT& rect, Color color) override;
+    void FillShape(const Shape& shape, Color color) override { FillShapeOn(m_cr, m_clip, shape, color); }
+    void StrokeShape(const Shape& shape, const Stroke& stroke) override {
+        StrokeShapeOn(m_cr, m_clip, shape, OnPaper(stroke));
+    }
+    void StrokeLine(POINT from, POINT to, const Stroke& stroke) override;
+    void PaintText(const std::shared_ptr<const TextLayout>& layout, std::size_t line, POINT at, int escapement,
+                   Color color, const RECT& clip) override;
+    void Blit(const RECT& target, const PixelBuffer& pixels, const RECT& source, DWORD operation) override;
+
+private:
+    /// What is thinner than half a point gets lost in print.
+    Stroke OnPaper(const Stroke& stroke) const {
+        constexpr double kWidest = 32768;
+        Stroke bounded = stroke;
+        bounded.width = stroke.width > m_thinnest ? std::min(stroke.width, kWidest) : m_thinnest;
+        return bounded;
+    }
+    void ClipTo(const RECT& clip) {
+        if (clip.left <= 0 && clip.top <= 0 && clip.right >= m_whole.right && clip.bottom >= m_whole.bottom)
+            return;
+        Rectangle(clip);
+        cairo_clip(m_cr);
+    }
+    void Rectangle(const RECT& r) {
+        cairo_new_path(m_cr);
+        cairo_rectangle(m_cr, r.left, r.top, double{1} * r.right - r.left, double{1} * r.bottom - r.top);
+    }
+    void StrokeBand(const Band& band, const Stroke& stroke, double phase);
+
+    std::unique_ptr<NewFile> m_file;
+    PageFormat m_format;
+    RECT m_whole;
+    RECT m_clip;
+    double m_thinnest; ///< half a point, in device units
+    double m_scale;    ///< cairo's units for a device unit
+    cairo_surface_t* m_surface = nullptr;
+    cairo_t* m_cr = nullptr;
+};
+
+bool PageBackend::Finish() {
+    cairo_show_page(m_cr);
+    const cairo_status_t drawn = cairo_status(m_cr);
+    cairo_surface_finish(m_surface);
+    const cairo_status_t written = cairo_surface_status(m_surface);
+    const cairo_status_t status = drawn != CAIRO_STATUS_SUCCESS ? drawn : written;
+    if (status != CAIRO_STATUS_SUCCESS)
+        m_file->Abandon(); // a write error that came first is kept
+    const int error = m_file->Commit();
+    if (error != 0)
+        LogNotWritten(m_format, m_file->Path(),
+                      error == ECANCELED ? cairo_status_to_string(status) : std::strerror(error));
+    return error == 0;
+}
+
+void PageBackend::SetClip(const RECT& clip) {
+    m_clip = ClipBox(ToBox(clip), m_whole);
+    cairo_reset_clip(m_cr);
+    ClipTo(m_clip);
+}
+
+void PageBackend::FillRect(const RECT& rect, Color color) {
+    const RECT visible = ClipBox(ToBox(rect), m_clip);
+    if (IsEmptyRect(visible))
+        return;
+    SetSourceColor(m_cr, color);
+    Rectangle(visible);
+    cairo_fill(m_cr);
+}
+
+void PageBackend::StrokeLine(POINT from, POINT to, const Stroke& stroke) {
+    if (IsEmptyRect(m_clip))
+        return;
+    const Stroke printed = OnPaper(stroke);
+    if (from.x != to.x && from.y != to.y) {
+        StrokeWideLineOn(m_cr, m_clip, from, to, printed);
+        return;
+    }
+    const Band whole = BandOf(from, to, printed.width);
+    const Band band = CutBand(whole, m_clip);
+    if (band.Length() > 0)
+        StrokeBand(band, printed, printed.phase + std::abs(band.start - whole.start));
+}
+
+void PageBackend::StrokeBand(const Band& band, const Stroke& stroke, double phase) {
+    const bool patterned = HasPattern(stroke);
+    cairo_new_path(m_cr);
+    if (!patterned || stroke.gaps) {
+        SetSourceColor(m_cr, patterned ? stroke.gapColor : stroke.color);
+        band.Rectangle(m_cr);
+        cairo_fill(m_cr);
+    }
+    if (!patterned)
+        return;
+    const double lengths[] = {stroke.on, stroke.off};
+    cairo_set_dash(m_cr, lengths, static_cast<int>(std::size(lengths)), PhaseInPeriod(stroke, phase));
+    cairo_set_line_cap(m_cr, CAIRO_LINE_CAP_BUTT);
+    cairo_set_line_width(m_cr, band.width);
+    SetSourceColor(m_cr, stroke.color);
+    band.Line(m_cr);
+    cairo_stroke(m_cr);
+}
+
+void PageBackend::PaintText(const std::shared_ptr<const TextLayout>& layout, std::size_t line, POINT at, int escapement,
+                            Color color, const RECT& clip) {
+    constexpr int kFar = 1 << 16; // twice the largest page; cairo's coordinates wrap at 2^23 points
+    const RECT visible = ClipBox(ToBox(clip), m_clip);
+    if (layout == nullptr || IsEmptyRect(visible) || at.x < -kFar || at.x > kFar || at.y < -kFar || at.y > kFar)
+        return;
+    // Larger than FreeType can scale, at a dpi of 1 or 2: such a font fails, the whole page with it, and later pages.
+    constexpr double kLargestOnPaper = 1 << 15;
+    if (layout->lineHeight * m_scale > kLargestOnPaper)
+        return;
+    cairo_save(m_cr);
+    ClipTo(visible);
+    cairo_new_path(m_cr);
+    SetSourceColor(m_cr, color);
+    ShowLine(m_cr, *layout, line, at.x, at.y, escapement);
+    cairo_restore(m_cr);
+}
+
+void PageBackend::Blit(const RECT& target, const PixelBuffer& pixels, const RECT& source, DWORD operation) {
+    const RECT visible = ClipBox(ToBox(target), m_clip);
+    if (IsEmptyRect(visible) || !CanBlit(pixels, source, operation))
+        return;
+    cairo_surface_t* image = MakeImage(pixels, source, operation);
+    cairo_save(m_cr);
+    Rectangle(visible);
+    cairo_translate(m_cr, target.left, target.top);
+    cairo_scale(m_cr, (double{1} * target.right - target.left) / (source.right - source.left),
+                (double{1} * target.bottom - target.top) / (source.bottom - source.top));
+    cairo_set_source_surface(m_cr, image, 0, 0);
+    cairo_pattern_set_extend(cairo_get_source(m_cr), CAIRO_EXTEND_PAD); // no fringe where the edge is resampled
+    cairo_pattern_set_filter(cairo_get_source(m_cr), operation == SRCCOPY ? CAIRO_FILTER_GOOD : CAIRO_FILTER_NEAREST);
+    cairo_fill(m_cr);
+    cairo_restore(m_cr);
+    cairo_surface_destroy(image);
+}
+
+} // namespace
+
+std::unique_ptr<PageFile> MakePageBackend(const char* path, PageFormat format, int width, int height, int dpi) {
+    const bool sensible = path != nullptr && *path != '\0' && width > 0 && height > 0 && dpi > 0;
+    if (!sensible) {
+        LogNotWritten(format, path != nullptr ? path : "", std::strerror(EINVAL));
+        return nullptr;
+    }
+    const std::string resolved = ResolvePath(path);
+    std::unique_ptr<NewFile> file = NewFile::Create(resolved);
+    if (file == nullptr) {
+        LogNotWritten(format, resolved, std::strerror(errno));
+        return nullptr;
+    }
+    return std::make_unique<PageBackend>(std::move(file), format, width, height, dpi);
+}
+
+} // namespace melkar

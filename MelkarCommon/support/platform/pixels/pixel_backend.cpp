@@ -1,0 +1,176 @@
+#include <MelkarCommon/support/platform/pixels/pixel_blit.h>
+#include <MelkarCommon/support/platform/pixels/pixel_lines.h>
+#include <MelkarCommon/support/platform/pixels/pixel_pending.h>
+#include <MelkarCommon/support/platform/pixels/pixel_shapes.h>
+#include <MelkarCommon/support/platform/pixels/pixel_spans.h>
+#include <MelkarCommon/support/platform/seam/backend.h>
+
+#include <cairo.h>
+
+namespace melkar {
+
+namespace {
+
+/// The line drawn last, if nothing else was drawn since.
+struct LastLine {
+    POINT from{0, 0};
+    POINT to{0, 0};
+    Color color = 0;
+    bool isSolid = false; ///< only solid lines close up
+
+    Neighbour NextTo(POINT nextFrom, POINT nextTo, const Stroke& stroke) const {
+        const bool matches = isSolid && stroke.IsSolid() && stroke.color == color;
+        return matches ? NeighbourOf(from, to, nextFrom, nextTo) : Neighbour::None;
+    }
+};
+
+/// Rectangles, thin lines, text masks and copies go straight to the pixels; the rest through a cairo context that is
+/// made when it is first needed.
+class PixelBackend final : public Backend {
+public:
+    PixelBackend(const PixelBuffer& pixels, PendingFill* pending)
+        : m_buffer(pixels), m_clip(Whole()), m_ground(m_buffer, pending) {}
+    ~PixelBackend() override { DropContext(); }
+
+    void Flush() override { m_ground.WriteAll(); }
+
+    void SetClip(const RECT& clip) override {
+        m_clip = ClipBox(ToBox(clip), Whole());
+        m_contextClipped = false;
+    }
+
+    void FillRect(const RECT& rect, Color color) override {
+        m_lastLine = {};
+        m_ground.Fill(ClipBox(ToBox(rect), m_clip), color);
+    }
+
+    void FillShape(const Shape& shape, Color color) override {
+        OnContext([&](cairo_t* cr) { FillShapeOn(cr, m_clip, shape, color); });
+    }
+
+    void StrokeShape(const Shape& shape, const Stroke& stroke) override {
+        OnContext([&](cairo_t* cr) { StrokeShapeOn(cr, m_clip, shape, stroke); });
+    }
+
+    void StrokeLine(POINT from, POINT to, const Stroke& stroke) override;
+    void PaintText(const std::shared_ptr<const TextLayout>& layout, std::size_t line, POINT at, int escapement,
+                   Color color, const RECT& clip) override;
+
+    void Blit(const RECT& target, const PixelBuffer& pixels, const RECT& source, DWORD operation) override {
+        m_lastLine = {};
+        m_ground.WriteAll();
+        BlitPixels(m_buffer, m_clip, target, pixels, source, operation);
+    }
+
+private:
+    RECT Whole() const {
+        const bool any = m_buffer.pixels != nullptr && m_buffer.width > 0 && m_buffer.height > 0;
+        return any ? RECT{0, 0, m_buffer.width, m_buffer.height} : RECT{0, 0, 0, 0};
+    }
+
+    cairo_t* Context();
+    void DropContext();
+    template <class Draw> void OnContext(const Draw& draw);
+    void PaintHugeText(const TextLayout& layout, std::size_t line, POINT at, int escapement, Color color,
+                       const RECT& visible);
+
+    PixelBuffer m_buffer;
+    RECT m_clip;
+    PixelGround m_ground;
+    LastLine m_lastLine;
+    cairo_t* m_context = nullptr;
+    bool m_contextClipped = false; ///< the context's clip is `m_clip`
+};
+
+/// The context with the clip set; null without memory or for a picture that is too large for it.
+cairo_t* PixelBackend::Context() {
+    if (m_context == nullptr) {
+        cairo_surface_t* surface = cairo_image_surface_create_for_data(
+            reinterpret_cast<unsigned char*>(m_buffer.pixels), CAIRO_FORMAT_RGB24, m_buffer.width, m_buffer.height,
+            m_buffer.stride * static_cast<int>(sizeof(std::uint32_t)));
+        m_context = cairo_create(surface);
+        cairo_surface_destroy(surface);
+        cairo_set_line_join(m_context, CAIRO_LINE_JOIN_ROUND);
+        m_contextClipped = false;
+    }
+    if (!m_contextClipped) {
+        cairo_reset_clip(m_context);
+        cairo_rectangle(m_context, m_clip.left, m_clip.top, m_clip.right - m_clip.left, m_clip.bottom - m_clip.top);
+        cairo_clip(m_context);
+        m_contextClipped = true;
+    }
+    if (cairo_status(m_context) == CAIRO_STATUS_SUCCESS)
+        return m_context;
+    DropContext(); // an error would stick to it
+    return nullptr;
+}
+
+void PixelBackend::DropContext() {
+    if (m_context != nullptr)
+        cairo_destroy(m_context);
+    m_context = nullptr;
+}
+
+template <class Draw> void PixelBackend::OnContext(const Draw& draw) {
+    if (IsEmptyRect(m_clip))
+        return;
+    cairo_t* cr = Context();
+    if (cr == nullptr)
+        return;
+    m_lastLine = {};
+    m_ground.WriteAll();
+    cairo_surface_t* surface = cairo_get_target(cr);
+    cairo_surface_mark_dirty(surface);
+    draw(cr);
+    cairo_surface_flush(surface);
+}
+
+void PixelBackend::StrokeLine(POINT from, POINT to, const Stroke& stroke) {
+    if (IsEmptyRect(m_clip))
+        return;
+    m_ground.WriteDownTo(std::int64_t{std::max(from.y, to.y)} + WholeWidth(stroke.width));
+    if (from.x == to.x || from.y == to.y)
+        StrokeAxisLine(m_buffer, m_clip, from, to, stroke);
+    else if (WholeWidth(stroke.width) == 1)
+        StrokeThinLine(m_buffer, m_clip, from, to, stroke, m_lastLine.NextTo(from, to, stroke));
+    else
+        OnContext([&](cairo_t* cr) { StrokeWideLineOn(cr, m_clip, from, to, stroke); });
+    m_lastLine = {from, to, stroke.color, stroke.IsSolid()};
+}
+
+void PixelBackend::PaintText(const std::shared_ptr<const TextLayout>& layout, std::size_t line, POINT at,
+                             int escapement, Color color, const RECT& clip) {
+    const RECT visible = ClipBox(ToBox(clip), m_clip);
+    if (layout == nullptr || line >= layout->lines.size() || IsEmptyRect(visible))
+        return;
+    m_lastLine = {};
+    m_ground.WriteDownTo(visible.bottom);
+    if (const CoverageMask* mask = LineMask(*layout, line, escapement))
+        BlendMask(m_buffer, visible, *mask, std::int64_t{at.x} + mask->left, std::int64_t{at.y} + mask->top, color);
+    else if (!layout->lines[line].runs.empty())
+        PaintHugeText(*layout, line, at, escapement, color, visible);
+}
+
+void PixelBackend::PaintHugeText(const TextLayout& layout, std::size_t line, POINT at, int escapement, Color color,
+                                 const RECT& visible) {
+    constexpr int kFar = 1 << 20; // cairo's coordinates wrap at 2^23, and glyphs reach out from here
+    if (at.x < -kFar || at.x > kFar || at.y < -kFar || at.y > kFar)
+        return;
+    OnContext([&](cairo_t* cr) {
+        cairo_save(cr);
+        cairo_new_path(cr);
+        cairo_rectangle(cr, visible.left, visible.top, visible.right - visible.left, visible.bottom - visible.top);
+        cairo_clip(cr);
+        SetSourceColor(cr, color);
+        FillLine(cr, layout, line, at.x, at.y, escapement);
+        cairo_restore(cr);
+    });
+}
+
+} // namespace
+
+std::unique_ptr<Backend> MakePixelBackend(const PixelBuffer& pixels, PendingFill* pending) {
+    return std::make_unique<PixelBackend>(pixels, pending);
+}
+
+} // namespace melkar

@@ -1,0 +1,52 @@
+#include <MelkarCommon/support/platform/text/font_alias.h>
+
+#include <algorithm>
+#include <string_view>
+
+namespace melkar {
+namespace {
+
+struct Alias {
+    std::string_view name; ///< as profiles write it, in any case
+    const char* families;
+};
+
+constexpr Alias kAliases[] = {
+    {"MS Gothic", "IPAGothic,monospace"},
+    {"ＭＳ ゴシック", "IPAGothic,monospace"},
+    {"MS PGothic", "IPAPGothic,sans"},
+    {"ＭＳ Ｐゴシック", "IPAPGothic,sans"},
+    {"MS UI Gothic", "IPAPGothic,sans"},
+    {"Meiryo", "IPAPGothic,sans"},
+    {"メイリオ", "IPAPGothic,sans"},
+    {"MS Mincho", "IPAMincho,serif"},
+    {"ＭＳ 明朝", "IPAMincho,serif"},
+    {"MS PMincho", "IPAPMincho,serif"},
+    {"ＭＳ Ｐ明朝", "IPAPMincho,serif"},
+    {"Arial", "DejaVu Sans,sans"},
+    {"MS Sans Serif", "DejaVu Sans,sans"},
+    {"Segoe UI", "DejaVu Sans,sans"},
+    {"Tahoma", "DejaVu Sans,sans"},
+    {"Verdana", "DejaVu Sans,sans"},
+    {"Times New Roman", "DejaVu Serif,serif"},
+    {"Courier New", "DejaVu Sans Mono,monospace"},
+};
+
+char Lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+
+bool SameName(std::string_view a, std::string_view b) {
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) { return Lower(x) == Lower(y); });
+}
+
+} // namespace
+
+std::string FamiliesFor(const std::string& name) {
+    if (name.empty())
+        return "sans";
+    for (const Alias& alias : kAliases)
+        if (SameName(alias.name, name))
+            return name + "," + alias.families;
+    return name + ",sans";
+}
+
+} // namespace melkar

@@ -1,0 +1,287 @@
+#include <MelkarCommon/support/platform/text/figure_text.h>
+#include <MelkarCommon/support/platform/text/text_parts.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <numbers>
+
+/// @file
+/// From placed glyphs to coverage, and to cairo.
+
+namespace melkar {
+namespace {
+
+constexpr double kMaxMaskPixels = 5e5; ///< beyond it the part of a text that shows is drawn faster from outlines
+constexpr double kMargin = 2;          // pixels around the ink that fonts promise; hinting may go beyond it
+constexpr int kQuarterTurn = 900;
+constexpr int kFullTurn = 4 * kQuarterTurn;
+
+struct SurfaceFree {
+    void operator()(cairo_surface_t* surface) const { cairo_surface_destroy(surface); }
+};
+using SurfacePtr = std::unique_ptr<cairo_surface_t, SurfaceFree>;
+
+struct ContextFree {
+    void operator()(cairo_t* cr) const { cairo_destroy(cr); }
+};
+using ContextPtr = std::unique_ptr<cairo_t, ContextFree>;
+
+struct Box {
+    double left = 0;
+    double top = 0;
+    double right = 0;
+    double bottom = 0;
+
+    bool IsEmpty() const { return !(left < right && top < bottom); }
+    void Add(double l, double t, double r, double b) {
+        if (!(l < r && t < b))
+            return;
+        *this = IsEmpty() ? Box{l, t, r, b}
+                          : Box{std::min(left, l), std::min(top, t), std::max(right, r), std::max(bottom, b)};
+    }
+};
+
+cairo_matrix_t TurnMatrix(int escapement) {
+    cairo_matrix_t matrix;
+    cairo_matrix_init_rotate(&matrix, -escapement * 2 * std::numbers::pi / kFullTurn);
+    return matrix;
+}
+
+/// A ruled line along the text, from the line's left end over its whole width.
+struct Rule {
+    int top;
+    int height;
+};
+
+int RuleHeight(const TextLayout& layout) { return std::max(1, layout.lineHeight / 20); }
+
+Rule Underline(const TextLayout& layout) { return {layout.ascent + RuleHeight(layout), RuleHeight(layout)}; }
+
+Rule StrikeOut(const TextLayout& layout) {
+    constexpr double kHeightInAscents = 0.3; // about the middle of small letters
+    const auto up = static_cast<int>(std::lround(layout.ascent * kHeightInAscents));
+    return {layout.ascent - up, RuleHeight(layout)};
+}
+
+std::vector<Rule> RulesOf(const TextLayout& layout, const TextLine& line) {
+    std::vector<Rule> rules;
+    if (line.underline)
+        rules.push_back(Underline(layout));
+    if (line.strikeOut)
+        rules.push_back(StrikeOut(layout));
+    return rules;
+}
+
+/// The ink of a line that isn't turned, from its top-left corner.
+Box InkOf(const TextLayout& layout, const TextLine& line) {
+    Box ink;
+    for (const GlyphRun& run : line.runs) {
+        cairo_text_extents_t extents;
+        cairo_scaled_font_glyph_extents(run.font.get(), run.glyphs.data(), static_cast<int>(run.glyphs.size()),
+                                        &extents);
+        const double left = run.glyphs[0].x + extents.x_bearing; // bearings count from the first glyph
+        const double top = layout.ascent + run.glyphs[0].y + extents.y_bearing;
+        ink.Add(left, top, left + extents.width, top + extents.height);
+    }
+    for (const Rule& rule : RulesOf(layout, line))
+        ink.Add(0, rule.top, line.width, rule.top + rule.height);
+    return ink;
+}
+
+/// The upright box around a turned one.
+Box Turn(const Box& box, const cairo_matrix_t& matrix) {
+    const std::array<std::array<double, 2>, 4> corners = {
+        {{box.left, box.top}, {box.right, box.top}, {box.left, box.bottom}, {box.right, box.bottom}}};
+    Box turned{HUGE_VAL, HUGE_VAL, -HUGE_VAL, -HUGE_VAL};
+    for (auto [x, y] : corners) {
+        cairo_matrix_transform_point(&matrix, &x, &y);
+        turned = {std::min(turned.left, x), std::min(turned.top, y), std::max(turned.right, x),
+                  std::max(turned.bottom, y)};
+    }
+    return turned;
+}
+
+/// Outlines in place of cached glyphs: those stand on whole pixels only, so that a slanted line would be uneven.
+void FillOutlines(cairo_t* cr, const GlyphRun& run) {
+    cairo_glyph_path(cr, run.glyphs.data(), static_cast<int>(run.glyphs.size()));
+    cairo_fill(cr);
+}
+
+void FillRules(cairo_t* cr, const TextLayout& layout, const TextLine& line) {
+    for (const Rule& rule : RulesOf(layout, line)) {
+        cairo_rectangle(cr, 0, rule.top, line.width, rule.height);
+        cairo_fill(cr);
+    }
+}
+
+void DrawGlyphs(cairo_t* cr, const TextLayout& layout, const TextLine& line, bool outlines) {
+    cairo_translate(cr, 0, layout.ascent);
+    for (const GlyphRun& run : line.runs) {
+        cairo_set_scaled_font(cr, run.font.get());
+        if (outlines)
+            FillOutlines(cr, run);
+        else
+            cairo_show_glyphs(cr, run.glyphs.data(), static_cast<int>(run.glyphs.size()));
+    }
+    cairo_translate(cr, 0, -layout.ascent);
+}
+
+/// Coverage in a cairo surface.
+struct Canvas {
+    const std::uint8_t* data;
+    int width;
+    int height;
+    int stride;
+
+    bool RowHasInk(int y) const {
+        const std::uint8_t* row = data + static_cast<std::ptrdiff_t>(y) * stride;
+        return std::any_of(row, row + width, [](std::uint8_t c) { return c != 0; });
+    }
+};
+
+/// The part of a canvas that has ink.
+CoverageMask Trim(const Canvas& canvas, int left, int top) {
+    int first = 0;
+    int last = canvas.height - 1;
+    while (first <= last && !canvas.RowHasInk(first))
+        ++first;
+    while (last > first && !canvas.RowHasInk(last))
+        --last;
+    int from = canvas.width;
+    int to = 0;
+    for (int y = first; y <= last; ++y) {
+        const std::uint8_t* row = canvas.data + static_cast<std::ptrdiff_t>(y) * canvas.stride;
+        const auto ink = [](std::uint8_t c) { return c != 0; };
+        from = std::min(from, static_cast<int>(std::find_if(row, row + from, ink) - row));
+        while (to < canvas.width && std::any_of(row + to, row + canvas.width, ink))
+            ++to;
+    }
+    if (from >= to)
+        return {};
+    CoverageMask mask{0, left + from, top + first, to - from, last + 1 - first, to - from, {}};
+    mask.coverage.reserve(static_cast<std::size_t>(mask.width) * static_cast<std::size_t>(mask.height));
+    for (int y = first; y <= last; ++y) {
+        const std::uint8_t* row = canvas.data + static_cast<std::ptrdiff_t>(y) * canvas.stride;
+        mask.coverage.insert(mask.coverage.end(), row + from, row + to);
+    }
+    return mask;
+}
+
+/// A mask a quarter turn further, counter-clockwise.
+CoverageMask TurnQuarter(const CoverageMask& mask) {
+    CoverageMask turned{0, mask.top, -(mask.left + mask.width), mask.height, mask.width, mask.height, {}};
+    turned.coverage.reserve(mask.coverage.size());
+    for (int x = mask.width - 1; x >= 0; --x)
+        for (int y = 0; y < mask.height; ++y)
+            turned.coverage.push_back(
+                mask.coverage[static_cast<std::size_t>(y) * static_cast<std::size_t>(mask.stride) +
+                              static_cast<std::size_t>(x)]);
+    return turned;
+}
+
+/// Quarter turns are turned pixels, so that they are as crisp as the upright text.
+CoverageMask MakeMask(const TextLayout& layout, const TextLine& line, int turn) {
+    if (turn % kQuarterTurn != 0)
+        return DrawMask(layout, line, turn);
+    CoverageMask mask = layout.figures != nullptr ? layout.figures->Mask(line.utf8) : DrawMask(layout, line, 0);
+    for (int quarter = 0; quarter < turn / kQuarterTurn; ++quarter)
+        mask = TurnQuarter(mask);
+    return mask;
+}
+
+int NormalTurn(int escapement) { return (escapement % kFullTurn + kFullTurn) % kFullTurn; }
+
+std::ptrdiff_t& CountedMaskBytes() {
+    static thread_local std::ptrdiff_t bytes = 0;
+    return bytes;
+}
+
+/// A mask that counts while it lives.
+struct CountedMask : CoverageMask {
+    explicit CountedMask(CoverageMask&& mask) : CoverageMask(std::move(mask)) {
+        CountedMaskBytes() += static_cast<std::ptrdiff_t>(coverage.size());
+    }
+    CountedMask(const CountedMask&) = delete;
+    CountedMask& operator=(const CountedMask&) = delete;
+    ~CountedMask() { CountedMaskBytes() -= static_cast<std::ptrdiff_t>(coverage.size()); }
+};
+
+} // namespace
+
+std::ptrdiff_t MaskBytes() { return CountedMaskBytes(); }
+
+CoverageMask DrawMask(const TextLayout& layout, const TextLine& line, int escapement) {
+    const cairo_matrix_t turn = TurnMatrix(escapement);
+    const Box upright = InkOf(layout, line);
+    if (upright.IsEmpty())
+        return {};
+    const Box ink = Turn(upright, turn);
+    const double left = std::floor(ink.left) - kMargin;
+    const double top = std::floor(ink.top) - kMargin;
+    const double width = std::ceil(ink.right) + kMargin - left;
+    const double height = std::ceil(ink.bottom) + kMargin - top;
+    if (!(width * height <= kMaxMaskPixels))
+        return {};
+    const SurfacePtr surface(
+        cairo_image_surface_create(CAIRO_FORMAT_A8, static_cast<int>(width), static_cast<int>(height)));
+    const ContextPtr cr(cairo_create(surface.get()));
+    cairo_translate(cr.get(), -left, -top);
+    cairo_transform(cr.get(), &turn);
+    DrawGlyphs(cr.get(), layout, line, escapement != 0);
+    FillRules(cr.get(), layout, line);
+    cairo_surface_flush(surface.get());
+    if (cairo_status(cr.get()) != CAIRO_STATUS_SUCCESS)
+        return {};
+    const Canvas canvas{cairo_image_surface_get_data(surface.get()), static_cast<int>(width), static_cast<int>(height),
+                        cairo_image_surface_get_stride(surface.get())};
+    return Trim(canvas, static_cast<int>(left), static_cast<int>(top));
+}
+
+const CoverageMask* LineMask(const TextLayout& layout, std::size_t line, int escapement) {
+    if (line >= layout.lines.size())
+        return nullptr;
+    const TextLine& text = layout.lines[line];
+    const int turn = NormalTurn(escapement);
+    if (text.mask == nullptr || text.mask->escapement != turn) {
+        CoverageMask mask = MakeMask(layout, text, turn);
+        mask.escapement = turn;
+        text.mask = std::make_shared<CountedMask>(std::move(mask));
+    }
+    return text.mask->width > 0 ? text.mask.get() : nullptr;
+}
+
+void ShowLine(cairo_t* cr, const TextLayout& layout, std::size_t line, double x, double y, int escapement) {
+    if (line >= layout.lines.size())
+        return;
+    const TextLine& text = layout.lines[line];
+    const cairo_matrix_t turn = TurnMatrix(NormalTurn(escapement));
+    cairo_save(cr);
+    cairo_translate(cr, x, y);
+    cairo_transform(cr, &turn);
+    cairo_translate(cr, 0, layout.ascent);
+    for (const GlyphRun& run : text.runs) {
+        cairo_set_scaled_font(cr, run.font.get());
+        cairo_show_text_glyphs(
+            cr, run.utf8.data(), static_cast<int>(run.utf8.size()), run.glyphs.data(),
+            static_cast<int>(run.glyphs.size()), run.clusters.data(), static_cast<int>(run.clusters.size()),
+            run.backward ? CAIRO_TEXT_CLUSTER_FLAG_BACKWARD : static_cast<cairo_text_cluster_flags_t>(0));
+    }
+    cairo_translate(cr, 0, -layout.ascent);
+    FillRules(cr, layout, text);
+    cairo_restore(cr);
+}
+
+void FillLine(cairo_t* cr, const TextLayout& layout, std::size_t line, double x, double y, int escapement) {
+    if (line >= layout.lines.size())
+        return;
+    const cairo_matrix_t turn = TurnMatrix(NormalTurn(escapement));
+    cairo_save(cr);
+    cairo_translate(cr, x, y);
+    cairo_transform(cr, &turn);
+    DrawGlyphs(cr, layout, layout.lines[line], true);
+    FillRules(cr, layout, layout.lines[line]);
+    cairo_restore(cr);
+}
+
+} // namespace melkar

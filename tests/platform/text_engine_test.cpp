@@ -125,8 +125,8 @@ TEST(TextCache, FindsTheSameTextOnly) {
 TEST(LineMask, QuarterTurnsKeepEveryPixel) {
     const auto layout = LayOutText(Face(TextMedium::Pixels), "Steps", true, kNoWrap);
     const auto ink = [&](int turn) {
-        const CoverageMask& mask = *LineMask(*layout, 0, turn);
-        return std::accumulate(mask.coverage.begin(), mask.coverage.end(), 0);
+        const auto mask = LineMask(*layout, 0, turn);
+        return std::accumulate(mask->coverage.begin(), mask->coverage.end(), 0);
     };
     EXPECT_EQ(ink(900), ink(0)) << "turned, not drawn anew";
 }
@@ -166,7 +166,7 @@ std::string Dump(const TextLayout& layout) {
 }
 
 std::string DumpMask(const TextLayout& layout, int escapement) {
-    const CoverageMask* mask = LineMask(layout, 0, escapement);
+    const auto mask = LineMask(layout, 0, escapement);
     return mask ? std::to_string(mask->left) + ',' + std::to_string(mask->top) + ',' + std::to_string(mask->width) +
                       std::string(mask->coverage.begin(), mask->coverage.end())
                 : "";

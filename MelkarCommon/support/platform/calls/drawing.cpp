@@ -204,10 +204,8 @@ HGDIOBJ SelectObject(HDC surface, HGDIOBJ handle) {
         return select(surface->pen, pen);
     if (Brush* brush = BrushFrom(handle))
         return select(surface->brush, brush);
-    if (FontObject* font = FontFrom(handle)) {
-        surface->face.reset();
+    if (FontObject* font = FontFrom(handle))
         return select(surface->font, font);
-    }
     return nullptr;
 }
 

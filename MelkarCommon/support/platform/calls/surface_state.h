@@ -17,7 +17,8 @@ struct HDC__ {
     melkar::Bitmap* Take(melkar::Bitmap& picture);
     /// The picture with everything on it that was drawn; null without pixels.
     const melkar::PixelBuffer* ShownPixels() const;
-    const std::shared_ptr<melkar::TextFace>& Face();
+    /// The face of `font`. Looked up each time and never kept: a face is its thread's, a surface may go to another.
+    std::shared_ptr<melkar::TextFace> Face() const;
 
     const melkar::TextMedium medium;
     const int dpi;
@@ -30,7 +31,6 @@ struct HDC__ {
     std::unique_ptr<melkar::Bitmap> ownBitmap; ///< of a surface with room of its own
     std::unique_ptr<melkar::Backend> backend;  ///< null: no room to draw on
     melkar::PageFile* page = nullptr;          ///< the backend, if it is a page
-    std::shared_ptr<melkar::TextFace> face;    ///< of `font`, found at its first use
 
     COLORREF textColor = RGB(0, 0, 0);
     COLORREF bkColor = RGB(255, 255, 255);

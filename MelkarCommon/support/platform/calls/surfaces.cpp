@@ -84,11 +84,7 @@ const PixelBuffer* HDC__::ShownPixels() const {
     return &bitmap->pixels;
 }
 
-const std::shared_ptr<TextFace>& HDC__::Face() {
-    if (!face)
-        face = FindFace(font->description, medium);
-    return face;
-}
+std::shared_ptr<TextFace> HDC__::Face() const { return FindFace(font->description, medium); }
 
 HDC CreateMemorySurface(int width, int height, int dpi) {
     if (!MakesSense(width, height) || dpi < 1)

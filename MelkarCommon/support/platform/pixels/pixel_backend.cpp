@@ -145,7 +145,7 @@ void PixelBackend::PaintText(const std::shared_ptr<const TextLayout>& layout, st
         return;
     m_lastLine = {};
     m_ground.WriteDownTo(visible.bottom);
-    if (const CoverageMask* mask = LineMask(*layout, line, escapement))
+    if (const auto mask = LineMask(*layout, line, escapement))
         BlendMask(m_buffer, visible, *mask, std::int64_t{at.x} + mask->left, std::int64_t{at.y} + mask->top, color);
     else if (!layout->lines[line].runs.empty())
         PaintHugeText(*layout, line, at, escapement, color, visible);

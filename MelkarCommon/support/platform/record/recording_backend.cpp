@@ -95,7 +95,7 @@ void RecordingBackend::PaintText(const std::shared_ptr<const TextLayout>& layout
         return;
     RecordedOp op;
     op.verb = RecordedOp::Verb::Text;
-    op.layout = layout;
+    op.layout = WithoutMasks(layout);
     op.line = line;
     op.from = at;
     op.escapement = escapement;

@@ -59,7 +59,7 @@ struct TextLine {
     std::vector<GlyphRun> runs;
     bool underline = false;
     bool strikeOut = false;
-    mutable std::shared_ptr<const CoverageMask> mask; ///< the one asked for last; see `LineMask`
+    mutable std::shared_ptr<const CoverageMask> mask; ///< the one asked for last, if the layout keeps them
 };
 
 /// Lines one below the other, each `lineHeight` high.
@@ -69,6 +69,7 @@ struct TextLayout {
     int ascent = 0;
     int width = 0; ///< that of the widest line
     std::vector<TextLine> lines;
+    bool keepsMasks = false;                  ///< it is for pixels, and stays with the thread that made it
     std::shared_ptr<const FigureSet> figures; ///< what the line was put together from; mostly null
 
     int Height() const { return lineHeight * static_cast<int>(lines.size()); }
@@ -82,10 +83,14 @@ constexpr int kNoWrap = -1;
 std::shared_ptr<const TextLayout> LayOutText(const std::shared_ptr<TextFace>& face, std::string_view bytes,
                                              bool singleLine, int wrapWidth);
 
-/// The coverage of a line turned by `escapement` tenths of a degree about its top-left corner, kept with the
-/// layout until another escapement is asked for. Null if the line has no ink, or if it would take more than half a
-/// million pixels: then `FillLine` on a cairo context has to do.
-const CoverageMask* LineMask(const TextLayout& layout, std::size_t line, int escapement);
+/// A layout that may go to another thread: what a record keeps. It is the given one if that keeps no masks, else a
+/// copy.
+std::shared_ptr<const TextLayout> WithoutMasks(const std::shared_ptr<const TextLayout>& layout);
+
+/// The coverage of a line turned by `escapement` tenths of a degree about its top-left corner; a layout that keeps
+/// masks keeps it until another escapement is asked for. Null if the line has no ink, or if it would take more than
+/// half a million pixels: then `FillLine` on a cairo context has to do.
+std::shared_ptr<const CoverageMask> LineMask(const TextLayout& layout, std::size_t line, int escapement);
 
 /// Shows a line with cairo at (x, y), its top-left corner, in the context's current source, with the text
 /// attached so that a page can be searched. Turns it by `escapement`.

@@ -171,7 +171,18 @@ TextLayout StartLayout(const TextFace& face) {
     layout.font = face.name;
     layout.lineHeight = face.size.lineHeight;
     layout.ascent = face.size.ascent;
+    layout.keepsMasks = face.medium == TextMedium::Pixels;
     return layout;
+}
+
+std::shared_ptr<const TextLayout> WithoutMasks(const std::shared_ptr<const TextLayout>& layout) {
+    if (!layout->keepsMasks)
+        return layout;
+    const auto copy = std::make_shared<TextLayout>(*layout);
+    copy->keepsMasks = false;
+    for (TextLine& line : copy->lines)
+        line.mask.reset();
+    return copy;
 }
 
 TextLayout LayOutAnew(TextFace& face, std::string_view bytes, bool singleLine, int wrapWidth) {

@@ -197,7 +197,7 @@ std::ptrdiff_t& CountedMaskBytes() {
     return bytes;
 }
 
-/// A mask that counts while it lives.
+/// A mask that counts while it lives. It dies on the thread that made it: only layouts that stay there keep masks.
 struct CountedMask : CoverageMask {
     explicit CountedMask(CoverageMask&& mask) : CoverageMask(std::move(mask)) {
         CountedMaskBytes() += static_cast<std::ptrdiff_t>(coverage.size());
@@ -238,17 +238,20 @@ CoverageMask DrawMask(const TextLayout& layout, const TextLine& line, int escape
     return Trim(canvas, static_cast<int>(left), static_cast<int>(top));
 }
 
-const CoverageMask* LineMask(const TextLayout& layout, std::size_t line, int escapement) {
+std::shared_ptr<const CoverageMask> LineMask(const TextLayout& layout, std::size_t line, int escapement) {
     if (line >= layout.lines.size())
         return nullptr;
     const TextLine& text = layout.lines[line];
     const int turn = NormalTurn(escapement);
-    if (text.mask == nullptr || text.mask->escapement != turn) {
-        CoverageMask mask = MakeMask(layout, text, turn);
-        mask.escapement = turn;
-        text.mask = std::make_shared<CountedMask>(std::move(mask));
+    std::shared_ptr<const CoverageMask> mask = layout.keepsMasks ? text.mask : nullptr;
+    if (mask == nullptr || mask->escapement != turn) {
+        CoverageMask drawn = MakeMask(layout, text, turn);
+        drawn.escapement = turn;
+        mask = std::make_shared<CountedMask>(std::move(drawn));
+        if (layout.keepsMasks)
+            text.mask = mask;
     }
-    return text.mask->width > 0 ? text.mask.get() : nullptr;
+    return mask->width > 0 ? mask : nullptr;
 }
 
 void ShowLine(cairo_t* cr, const TextLayout& layout, std::size_t line, double x, double y, int escapement) {

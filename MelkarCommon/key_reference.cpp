@@ -4,6 +4,7 @@
 #include <MelkarCommon/bars/expenditure_graph.h>
 #include <MelkarCommon/bars/line_graph.h>
 #include <MelkarCommon/bars/simulation.h>
+#include <MelkarCommon/circadian/circadian_graph.h>
 #include <MelkarCommon/frame/graph.h>
 
 namespace melkar {
@@ -46,8 +47,9 @@ std::string Row(const KeyInfo& key) {
 } // namespace
 
 std::vector<ClassKeys> AllProfileKeys() {
-    return {CGraph::ProfileKeys(), CBarGraph::ProfileKeys(), CLineGraph::ProfileKeys(),
-            CExpenditureGraph::ProfileKeys(), CSimulation::ProfileKeys()};
+    return {CGraph::ProfileKeys(),      CBarGraph::ProfileKeys(),
+            CLineGraph::ProfileKeys(),  CExpenditureGraph::ProfileKeys(),
+            CSimulation::ProfileKeys(), CCircadianGraph::ProfileKeys()};
 }
 
 std::string KeyReference() {

@@ -1,0 +1,194 @@
+#include <MelkarCommon/circadian/circadian_graph.h>
+
+#include <MelkarCommon/circadian/circadian_layout.h>
+#include <MelkarCommon/frame/key_table.h>
+#include <MelkarCommon/support/platform/desktop.h>
+#include <MelkarCommon/support/scoped.h>
+
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
+using melkar::KeySection;
+using melkar::ScopedFont;
+
+static_assert(CCircadianGraph::kValues == melkar::kDayValues);
+
+namespace {
+
+constexpr int kNarrowDesktop = 820; ///< pixels
+constexpr int kDayNameBytes = 255;
+
+enum DayStatus : int { kExcluded = 1, kNoData = 2, kNoDataEither = 3, kNoRecords = 4 };
+
+} // namespace
+
+struct CCircadianGraph::KeyRows {
+    using G = CCircadianGraph;
+    using K = melkar::Keys<G>;
+    static constexpr KeySection Own = KeySection::Own;
+    static constexpr melkar::KeyRow<G> rows[] = {
+        K::Color<&G::m_crDate>(Own, "DATECOLOR_RGB", "kept; no painting uses it"),
+        K::Color<&G::m_crDateBack>(Own, "DATEBAKCOLOR_RGB", "kept; no painting uses it"),
+        K::Color<&G::m_crVigorous>(Own, "VIGOROUSCOLOR_RGB", "vigorous class: strip and bars; its label is black"),
+        K::Color<&G::m_crModerate>(Own, "MODERATECOLOR_RGB", "moderate class"),
+        K::Color<&G::m_crLight>(Own, "LIGHTCOLOR_RGB", "light class"),
+        K::Text<&G::m_strVigorousLabel>(Own, "VIGOROUSLABEL", "vigorous class, reading upwards"),
+        K::Text<&G::m_strModerateLabel>(Own, "MODERATELABEL", "moderate class"),
+        K::Text<&G::m_strLightLabel>(Own, "LIGHTLABEL", "light class"),
+        K::Text<&G::m_strCalmLabel>(Own, "CALMLABEL", "kept; no painting uses it"),
+        K::Color<&G::m_crPolygon>(Own, "POLYGONCOLOR_RGB", "fill of the day's profile; the summary on it is black"),
+        K::Color<&G::m_crEvent>(Own, "EVENTCOLOR_RGB", "event marks"),
+        K::Text<&G::m_strIntensityLabel>(Own, "INTENSITY", "above the minutes at the levels"),
+        K::Text<&G::m_strMinLabel>(Own, "MIN", "unit below the minutes at the levels"),
+        K::Text<&G::m_strStepUnit>(Own, "STEPUNIT", "behind the steps"),
+        K::Text<&G::m_strActCalUnit>(Own, "ACTCALUNIT",
+                                     "behind the activity calories; two blanks break the line, except under LANG 0"),
+        K::Text<&G::m_strTotalCalUnit>(Own, "TOTALCALUNIT", "behind the total calories"),
+        K::Text<&G::m_strTimeUnit>(Own, "TIMEUNIT", "behind the time figure, which LANG 0 leaves out"),
+        K::Text<&G::m_strExerciseUnit>(Own, "EXERCISE_UNIT", "behind the exercise amount, which LANG 0 alone shows"),
+        K::Text<&G::m_strExerciseLabel>(Own, "EXERCISE_LABEL", "before the exercise amount"),
+        K::Text<&G::m_strToroken>(Own, "TOROKEN", "last line of the summary of a day that is flagged so"),
+    };
+};
+
+CCircadianGraph::CCircadianGraph(HWND window, HDC dc, const char* section, HDC shared, HDC second, HDC balloon)
+    : CGraph(window, dc, section, shared, second, balloon) {
+    RECT desktop{};
+    SystemParametersInfoA(SPI_GETWORKAREA, 0, &desktop, 0);
+    if (desktop.right - desktop.left <= kNarrowDesktop)
+        m_nSummaryFontSize -= 2;
+    CCircadianGraph::ReadIniFile(GraphProfile());
+    const melkar::ClassBounds bounds = melkar::UsualBounds(m_nLang);
+    m_dModerateFrom = bounds.from;
+    m_dModerateTo = bounds.to;
+}
+
+CCircadianGraph::~CCircadianGraph() = default;
+
+long CCircadianGraph::ReadIniFile(char* path) {
+    melkar::ReadKeys(KeyRows::rows, *this, path, m_strSection);
+    for (int day = 0; day < std::ssize(m_strDayNames); ++day) {
+        char name[100] = "";
+        GetLocaleInfoA(LOCALE_USER_DEFAULT | LOCALE_NOUSEROVERRIDE, LOCALE_SABBREVDAYNAME1 + static_cast<DWORD>(day),
+                       name, sizeof name);
+        m_strDayNames[day] = name;
+    }
+    return 0;
+}
+
+melkar::ClassKeys CCircadianGraph::ProfileKeys() { return {"CCircadianGraph", melkar::InfoOf(KeyRows::rows)}; }
+
+void CCircadianGraph::Set(HWND window, HDC dc, CRect area, CString extra1, CString extra2, double from, double to,
+                          CStringArray* levels, CString date, int dayIndex, int reserved, CStringArray* events,
+                          double* intensity, int status, int steps, int actCal, int totalCal, double time, int toroken,
+                          float exercise) {
+    m_hWnd = window;
+    m_hDC = dc;
+    m_rcGraph = area;
+    m_strExtra1 = std::move(extra1);
+    m_strExtra2 = std::move(extra2);
+    m_dModerateFrom = from;
+    m_dModerateTo = to;
+    m_saLevelMinutes = levels ? *levels : CStringArray();
+    m_strDate = std::move(date);
+    m_nDayIndex = dayIndex;
+    m_nReserved = reserved;
+    m_saEvents = events ? *events : CStringArray();
+    if (intensity)
+        std::copy_n(intensity, kValues, m_dIntensity);
+    else
+        std::fill(std::begin(m_dIntensity), std::end(m_dIntensity), 0.0);
+    m_nDayStatus = status;
+    m_nSteps = steps;
+    m_nActCal = actCal;
+    m_nTotalCal = totalCal;
+    m_dTime = time;
+    m_bToroken = toroken;
+    m_fExercise = exercise;
+    m_Title.m_strText = "";
+    CalcLongestDay();
+}
+
+void CCircadianGraph::CalcLongestDay() {
+    const ScopedFont font(m_hMemDC, ChartFont(m_nDateFontSize));
+    const auto widthOf = [this](const CString& name) {
+        return MeasureText(Limited(name, kDayNameBytes), DT_CALCRECT).Width();
+    };
+    const auto longest =
+        std::max_element(std::begin(m_strDayNames), std::end(m_strDayNames),
+                         [&](const CString& one, const CString& other) { return widthOf(one) < widthOf(other); });
+    m_strLongestDay = *longest;
+}
+
+long CCircadianGraph::Draw(CRect area, char* path) {
+    CGraph::Draw(area, path);
+    DrawGuarded([&] {
+        if (DrawNoRecordsMessage() == 0)
+            DrawContent();
+        BitBlt();
+        return 0L;
+    });
+    return 0;
+}
+
+void CCircadianGraph::DrawContent() {
+    SetLeftRect();
+    SetRightRect();
+    DrawLeftGraph();
+    DrawRightGraph();
+    DrawNoDataMessage();
+    DrawExcludeMessage();
+}
+
+void CCircadianGraph::DrawSideBar() {}
+
+long CCircadianGraph::DrawNoRecordsMessage() {
+    if (m_nDayStatus != kNoRecords)
+        return 0;
+    m_bNoRecords = 1;
+    CGraph::DrawNoRecordsMessage();
+    return -1;
+}
+
+long CCircadianGraph::DrawNoDataMessage() {
+    if (m_nDayStatus != kNoData && m_nDayStatus != kNoDataEither)
+        return 0;
+    m_bNoData = 1;
+    CGraph::DrawNoDataMessage();
+    return -1;
+}
+
+long CCircadianGraph::DrawExcludeMessage() {
+    if (m_nDayStatus != kExcluded)
+        return 0;
+    m_bExclude = 1;
+    m_bNoData = 0;
+    m_bNoRecords = 0;
+    CGraph::DrawExcludeMessage();
+    return -1;
+}
+
+CRect CCircadianGraph::MeasureClassLabel(const CString& label) const {
+    return MeasureText(" " + label + " ", DT_CALCRECT | DT_CENTER);
+}
+
+void CCircadianGraph::SetLeftRect() {
+    const auto lineOf = [this](int size, std::initializer_list<const CString*> labels) {
+        const ScopedFont font(m_hMemDC, ChartFont(size));
+        CRect widest;
+        for (const CString* label : labels)
+            if (const CRect box = MeasureClassLabel(*label); box.Width() > widest.Width())
+                widest = box;
+        return widest.Height();
+    };
+    const int classLine = lineOf(m_nClassFontSize, {&m_strLightLabel, &m_strModerateLabel, &m_strVigorousLabel});
+    const int dateLine = lineOf(m_nDateFontSize, {&m_strVigorousLabel});
+    const int axisLine = lineOf(m_nAxisFontSize, {&m_strVigorousLabel});
+    m_rcLeft = melkar::LeftPanelOf(m_rcGraph, classLine, dateLine, axisLine, m_nLang);
+}
+
+void CCircadianGraph::SetRightRect() {
+    const ScopedFont font(m_hMemDC, ChartFont(m_nAxisFontSize));
+    m_rcRight = melkar::RightPanelOf(m_rcGraph, m_rcLeft, MeasureText("000", DT_CALCRECT | DT_CENTER).Width());
+}

@@ -1,0 +1,128 @@
+#pragma once
+
+#include <MelkarCommon/frame/graph.h>
+
+/// The activity sheet of one day: a strip of intensity classes, the day's intensity as a filled profile over 24 hours
+/// with the summary in it, the date above and the events below, and at the right the minutes at each of nine levels.
+///
+/// The sheet reads no file: `Set` hands it the whole day, and `Draw` shows that day any number of times. A sheet that
+/// `Set` never reached shows an empty day. `LANG` 0 and 1 of the profile have looks of their own: 1 leaves the right
+/// panel out, 0 shows the exercise amount in place of the time figure and a line for each level.
+class MELKAR_API CCircadianGraph : public CGraph {
+public:
+    /// Intensity values of a day: one for 2 minutes, from midnight.
+    static constexpr int kValues = 720;
+
+    /// Arguments as for `CGraph`. A desktop of at most 820 pixels' width makes the summary smaller.
+    CCircadianGraph(HWND window, HDC dc, const char* section, HDC shared, HDC second, HDC balloon);
+    ~CCircadianGraph() override;
+
+    long ReadIniFile(char* path) override;
+    /// Draws the day that `Set` left; the path isn't used.
+    /// @return 0, whatever happens: without a device context nothing is drawn
+    long Draw(CRect area, char* path) override;
+    void DrawSideBar() override; ///< nothing: the sheet has no side bar
+    /// The messages judge the day's own status. @return -1 if it was painted, else 0
+    long DrawNoRecordsMessage() override;
+    long DrawNoDataMessage() override;
+    long DrawExcludeMessage() override;
+
+    /// Takes a day in place of the former one; everything is copied.
+    /// @param window, dc as for `Initialize` @param area kept until `Draw` gives another
+    /// @param extra1, extra2 kept; no painting uses them
+    /// @param from, to first and last intensity level of the moderate class
+    /// @param levels minutes at the levels 1 to 9, as text; null counts as empty
+    /// @param date of the day, YYYYMMDD @param dayIndex, reserved kept; no painting uses them
+    /// @param events times as text, hours x 100 + minutes; the first ten show, "" and "0" don't; null counts as empty
+    /// @param intensity 720 values, a level from 0 to 9 for each 2 minutes from midnight; null is a day at rest
+    /// @param status 0 a day with figures, 1 excluded, 2 and 3 no data, 4 no records
+    /// @param time a figure of the day in the profile's `TIMEUNIT`
+    /// @param toroken not 0: the `TOROKEN` text ends the summary
+    /// @param exercise exercise amount; -1 or less for none
+    virtual void Set(HWND window, HDC dc, CRect area, CString extra1, CString extra2, double from, double to,
+                     CStringArray* levels, CString date, int dayIndex, int reserved, CStringArray* events,
+                     double* intensity, int status, int steps, int actCal, int totalCal, double time, int toroken,
+                     float exercise);
+
+    // Steps of the draw cycle; a derived class changes one by overriding it.
+    virtual void DrawLeftGraph();  ///< the left panel with all that belongs to it
+    virtual void DrawRightGraph(); ///< minutes at the levels; nothing under `LANG` 1
+    virtual void WriteMessage();   ///< the day's figures, in black on what the panel holds
+    virtual void SetLeftRect();    ///< lays out `m_rcLeft`
+    virtual void SetRightRect();   ///< lays out `m_rcRight`; `m_rcLeft` is set
+    virtual void CalcLongestDay(); ///< finds `m_strLongestDay`
+    virtual void DrawDate();       ///< date above the left panel; lays out `m_rcDate`
+    virtual void DrawPolygon();    ///< hours below the left panel, and the day's profile
+    virtual void DrawClasses();    ///< class strip at the left
+    virtual void DrawEvent();      ///< marks below the left panel
+    static melkar::ClassKeys ProfileKeys();
+
+protected:
+    int m_nReserved = 0;
+    CString m_strDate; ///< YYYYMMDD
+    int m_nDayStatus = 0;
+    CRect m_rcLeft;
+    CRect m_rcDate;
+    double m_dModerateFrom; ///< level at which the moderate class begins
+    double m_dModerateTo;   ///< level at which it ends
+    CString m_strExtra1;
+    CString m_strExtra2;
+    CStringArray m_saEvents; ///< hours x 100 + minutes, as text
+    int m_nDayIndex = 0;
+    COLORREF m_crDate = 0;
+    COLORREF m_crDateBack = 0;
+    COLORREF m_crVigorous = 0;
+    COLORREF m_crModerate = 0;
+    COLORREF m_crLight = 0;
+    COLORREF m_crEvent = 0;
+    CString m_strVigorousLabel;
+    CString m_strModerateLabel;
+    CString m_strLightLabel;
+    CString m_strCalmLabel;
+    COLORREF m_crPolygon = 0;
+    double m_dIntensity[kValues] = {};
+    int m_nSteps = 0;
+    int m_nActCal = 0;
+    int m_nTotalCal = 0;
+    double m_dTime = 0;
+    float m_fExercise = -1; ///< -1 or less: none
+    CString m_strStepUnit;
+    CString
+        m_strActCalUnit; ///< two blanks become a line break when the summary is first written, except under `LANG` 0
+    CString m_strTotalCalUnit;
+    CString m_strTimeUnit;
+    CString m_strExerciseUnit;
+    CString m_strExerciseLabel;
+    int m_bToroken = 0;
+    CString m_strToroken;
+    CString m_strDayNames[7]; ///< abbreviated, Monday first
+    CString m_strLongestDay;  ///< the widest of them
+    CRect m_rcRight;
+    CStringArray m_saLevelMinutes; ///< at the levels 1 to 9, as text
+    CString m_strIntensityLabel;
+    CString m_strMinLabel;
+    int m_nRightMax = 40;        ///< end of the scale of minutes
+    int m_nRightStep = 20;       ///< step of its lines
+    int m_nDateFontSize = 14;    ///< points: date; also the top margin
+    int m_nClassFontSize = 12;   ///< points: class labels
+    int m_nAxisFontSize = 12;    ///< points: figures of both panels; also the bottom margin
+    int m_nSummaryFontSize = 12; ///< points; 10 on a narrow desktop
+
+private:
+    friend class CWeeklyCircadian; // resets its days and asks for their language
+    struct KeyRows;
+
+    void DrawContent();
+    CRect MeasureClassLabel(const CString& label) const;
+    void DrawGridLines();
+    void DrawHours();
+    void DrawHour(int hour);
+    CString SummaryText() const;
+    CString ExerciseText() const;
+    void DrawLevelFigures();
+    void DrawMinuteScale();
+    CRect DrawMinute(int minutes, int x);
+    void DrawScaleCaptions(const CRect& lastFigure);
+    void DrawLevelBar(int level);
+    COLORREF ClassColorOf(int level) const;
+};

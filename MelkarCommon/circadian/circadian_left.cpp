@@ -1,0 +1,135 @@
+// The left panel: class strip, date, events, and the day's profile over its hours.
+
+#include <MelkarCommon/circadian/circadian_graph.h>
+
+#include <MelkarCommon/circadian/circadian_layout.h>
+#include <MelkarCommon/support/platform/drawing.h>
+#include <MelkarCommon/support/scoped.h>
+#include <MelkarCommon/support/support.h>
+
+#include <algorithm>
+#include <span>
+
+using melkar::ScopedFont;
+using melkar::ScopedPen;
+
+namespace {
+
+constexpr int kUpwards = 900; ///< tenths of a degree
+constexpr int kClassLabelBytes = 250;
+constexpr int kMostEvents = 10;
+
+void FillPolygon(HDC surface, std::span<const POINT> corners, COLORREF color) {
+    const HRGN region = CreatePolygonRgn(corners.data(), static_cast<int>(corners.size()), ALTERNATE);
+    const HBRUSH brush = CreateSolidBrush(color);
+    FillRgn(surface, region, brush);
+    DeleteObject(brush);
+    DeleteObject(region);
+}
+
+/// From the first point to the last, which is left out.
+void DrawPath(HDC surface, std::span<const POINT> points) {
+    MoveToEx(surface, points.front().x, points.front().y, nullptr);
+    for (const POINT& point : points.subspan(1))
+        LineTo(surface, point.x, point.y);
+}
+
+} // namespace
+
+/// The order decides what covers what: the profile lies on the grid and on the upper halves of the ticks, the summary
+/// on the profile, the frame on all of them.
+void CCircadianGraph::DrawLeftGraph() {
+    DrawRectangle(m_hMemDC, m_rcLeft, m_crCanvas, m_crCanvas, 1);
+    DrawGridLines();
+    DrawClasses();
+    DrawDate();
+    DrawEvent();
+    DrawPolygon();
+    WriteMessage();
+    DrawTransParentRectangle(m_hMemDC, m_rcLeft, m_crPen, m_crPen, 1);
+}
+
+void CCircadianGraph::DrawGridLines() {
+    const ScopedPen pen(m_hMemDC, PS_SOLID, 1, m_crPen);
+    const auto lineAt = [this](int y) { DrawLine(m_hMemDC, {m_rcLeft.left, y}, {m_rcLeft.right, y}, nullptr); };
+    if (m_nLang == melkar::kLangExercise) {
+        for (int level = 1; level <= melkar::kLevels; ++level)
+            lineAt(m_rcLeft.top + melkar::LevelHeight(m_rcLeft, level));
+    } else {
+        const auto borders = melkar::BorderLinesOf(m_rcLeft, {m_dModerateFrom, m_dModerateTo});
+        lineAt(borders.lower);
+        lineAt(borders.upper);
+    }
+}
+
+void CCircadianGraph::DrawClasses() {
+    const auto bands = melkar::ClassBandsOf(m_rcGraph, m_rcLeft, {m_dModerateFrom, m_dModerateTo}, m_nLang);
+    const struct {
+        const CRect& band;
+        COLORREF color;
+        const CString& label;
+    } classes[] = {{bands.vigorous, m_crVigorous, m_strVigorousLabel},
+                   {bands.moderate, m_crModerate, m_strModerateLabel},
+                   {bands.light, m_crLight, m_strLightLabel}};
+    const ScopedFont font(m_hMemDC, ChartFont(m_nClassFontSize, kUpwards));
+    for (const auto& one : classes)
+        DrawRectangle(m_hMemDC, one.band, one.color, one.color, 0);
+    SetBkMode(m_hMemDC, TRANSPARENT); // stays for the steps that follow
+    for (const auto& one : classes) {
+        const CString label = Limited(one.label, kClassLabelBytes);
+        const CRect size = MeasureText(label, DT_CALCRECT | DT_SINGLELINE | DT_VCENTER | DT_CENTER);
+        const CPoint start = melkar::ClassLabelStart(one.band, size.Width());
+        TextOutA(m_hMemDC, start.x, start.y, label, label.GetLength());
+    }
+}
+
+/// In black, whatever the profile's date colours; the text colour, the mode and the graph's background colour stay
+/// for the steps that follow.
+void CCircadianGraph::DrawDate() {
+    const ScopedFont font(m_hMemDC, ChartFont(m_nDateFontSize));
+    SetBkMode(m_hMemDC, TRANSPARENT);
+    SetTextColor(m_hMemDC, 0);
+    const CString caption = FormatDateEx(m_strDate, m_strDateFormatType, m_strLocale);
+    m_rcDate = MeasureText(caption, DT_CALCRECT, {m_rcGraph.left, m_rcGraph.top + 1, m_rcLeft.right, 0});
+    PaintText(caption, m_rcDate, DT_LEFT);
+    SetBkColor(m_hMemDC, m_crBase);
+}
+
+/// The marks are as high as a digit in the font that the surface came with.
+void CCircadianGraph::DrawEvent() {
+    const int size = MeasureText("0", DT_CALCRECT).Height();
+    const int count = std::min(m_saEvents.GetSize(), kMostEvents);
+    for (int i = 0; i < count; ++i) {
+        const auto minute = melkar::EventMinute(m_saEvents[i]);
+        if (!minute)
+            continue;
+        const CRect box = melkar::EventBoxOf(m_rcGraph, m_rcLeft, *minute, size);
+        const POINT triangle[] = {
+            {box.left, box.bottom}, {box.right, box.bottom}, {(box.left + box.right) / 2, box.top}};
+        FillPolygon(m_hMemDC, triangle, m_crEvent);
+    }
+}
+
+void CCircadianGraph::DrawPolygon() {
+    DrawHours();
+    const melkar::ProfilePoints profile = melkar::ProfileOf(m_rcLeft, m_dIntensity);
+    FillPolygon(m_hMemDC, profile, m_crPolygon);
+    const ScopedPen pen(m_hMemDC, PS_SOLID, 1, m_crPen);
+    DrawPath(m_hMemDC, profile);
+}
+
+void CCircadianGraph::DrawHours() {
+    const ScopedFont font(m_hMemDC, ChartFont(m_nAxisFontSize));
+    SetBkMode(m_hMemDC, TRANSPARENT);
+    for (int hour = 0; hour < melkar::kDayHours; ++hour)
+        DrawHour(hour);
+}
+
+/// The tick takes the pen that the surface came with.
+void CCircadianGraph::DrawHour(int hour) {
+    const CString text = std::to_string(hour).c_str();
+    const CRect figure = melkar::HourFigureOf(MeasureText(text, DT_CALCRECT, melkar::HourBox(m_rcLeft, hour)));
+    PaintText(text, figure, DT_CENTER);
+    const melkar::Tick tick = melkar::HourTickOf(m_rcLeft, figure);
+    DrawLine(m_hMemDC, {tick.x, tick.top}, {tick.x, tick.bottom}, nullptr);
+}

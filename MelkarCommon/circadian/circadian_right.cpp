@@ -1,0 +1,96 @@
+// The right panel: minutes at the nine levels.
+
+#include <MelkarCommon/circadian/circadian_graph.h>
+
+#include <MelkarCommon/circadian/circadian_layout.h>
+#include <MelkarCommon/support/numbers.h>
+#include <MelkarCommon/support/platform/drawing.h>
+#include <MelkarCommon/support/scoped.h>
+#include <MelkarCommon/support/support.h>
+
+using melkar::ScopedFont;
+using melkar::ScopedPen;
+
+namespace {
+
+constexpr int kCaptionBytes = 255;
+constexpr int kCaptionGap = 2; ///< between the panel and the caption above it
+constexpr UINT kMeasureCentred = DT_CALCRECT | DT_SINGLELINE | DT_CENTER;
+constexpr UINT kPaintCentred = DT_SINGLELINE | DT_CENTER;
+
+} // namespace
+
+void CCircadianGraph::DrawRightGraph() {
+    if (m_nLang == melkar::kLangLeftOnly)
+        return;
+    DrawRectangle(m_hMemDC, m_rcRight, m_crCanvas, m_crCanvas, 0);
+    const ScopedFont font(m_hMemDC, ChartFont(m_nAxisFontSize));
+    SetTextColor(m_hMemDC, 0);
+    SetBkMode(m_hMemDC, TRANSPARENT);
+    DrawLevelFigures();
+    DrawMinuteScale();
+    for (int level = 1; level <= melkar::kLevels && level <= m_saLevelMinutes.GetSize(); ++level)
+        DrawLevelBar(level);
+    DrawTransParentRectangle(m_hMemDC, m_rcRight, m_crPen, m_crPen, 1);
+}
+
+void CCircadianGraph::DrawLevelFigures() {
+    const CRect size = MeasureText("9", kMeasureCentred);
+    for (int level = 1; level <= melkar::kLevels; ++level)
+        PaintText(std::to_string(level).c_str(), melkar::LevelFigureOf(m_rcRight, level, size.Width(), size.Height()),
+                  DT_SINGLELINE);
+}
+
+void CCircadianGraph::DrawMinuteScale() {
+    DrawMinute(0, m_rcRight.left);
+    {
+        const ScopedPen pen(m_hMemDC, PS_DOT, 1, m_crPen);
+        for (const int minutes : melkar::MinuteLines(m_rcRight, m_nRightStep, m_nRightMax)) {
+            const int x = melkar::MinuteX(m_rcRight, minutes, m_nRightMax);
+            DrawLine(m_hMemDC, {x, m_rcRight.top}, {x, m_rcRight.bottom}, nullptr);
+            DrawMinute(minutes, x);
+        }
+    }
+    DrawScaleCaptions(DrawMinute(m_nRightMax, m_rcRight.right));
+}
+
+/// @return the box of the figure, centred on x below the panel
+CRect CCircadianGraph::DrawMinute(int minutes, int x) {
+    const CString text = std::to_string(minutes).c_str();
+    const CRect figure = melkar::MinuteFigureOf(m_rcRight, x, MeasureText(text, kMeasureCentred));
+    PaintText(text, figure, kPaintCentred);
+    return figure;
+}
+
+/// The unit begins below the last figure, the caption stands above the panel.
+void CCircadianGraph::DrawScaleCaptions(const CRect& lastFigure) {
+    const CString unit = Limited(m_strMinLabel, kCaptionBytes);
+    CRect unitBox = MeasureText(unit, kMeasureCentred);
+    unitBox.OffsetRect(m_rcRight.right - lastFigure.Width() / 2, lastFigure.bottom + lastFigure.Height() / 5);
+    PaintText(unit, unitBox, kPaintCentred);
+
+    const CString caption = Limited(m_strIntensityLabel, kCaptionBytes);
+    CRect captionBox = MeasureText(caption, kMeasureCentred);
+    captionBox.OffsetRect(m_rcRight.left, m_rcRight.top - captionBox.Height() - kCaptionGap);
+    PaintText(caption, captionBox, kPaintCentred);
+}
+
+COLORREF CCircadianGraph::ClassColorOf(int level) const {
+    if (level < m_dModerateFrom)
+        return m_crLight;
+    return level <= m_dModerateTo ? m_crModerate : m_crVigorous;
+}
+
+/// A figure behind the bar clears the dots of the scale under it; one that doesn't fit there stands on the bar.
+void CCircadianGraph::DrawLevelBar(int level) {
+    const double minutes = melkar::ToDouble(m_saLevelMinutes[level - 1]);
+    const CRect bar = melkar::LevelBarOf(m_rcRight, level, minutes);
+    DrawRectangle(m_hMemDC, bar, ClassColorOf(level), m_crPen, 1);
+    const CString text = melkar::FormatFixed(minutes, 1);
+    const CRect measured = MeasureText(text, DT_CALCRECT | DT_SINGLELINE, melkar::BarFigureBox(m_rcRight, bar));
+    const melkar::BarFigure figure = melkar::BarFigureOf(m_rcRight, bar, measured);
+    SetBkMode(m_hMemDC, figure.inside ? TRANSPARENT : OPAQUE);
+    SetBkColor(m_hMemDC, m_crCanvas);
+    PaintText(text, figure.box, DT_SINGLELINE | DT_RIGHT);
+    SetBkMode(m_hMemDC, TRANSPARENT);
+}

@@ -55,7 +55,7 @@ void PrintClick(Chart& chart, CPoint point) {
 
 long DrawWhole(Chart& chart, Request& request) {
     const CRect area(0, 0, request.size.width, request.size.height);
-    const long result = chart.Graph().Draw(area, request.data.data());
+    const long result = chart.Paint(area, request.data.data());
     if (result == 0 && request.click)
         PrintClick(chart, *request.click);
     return result;
@@ -67,7 +67,7 @@ int DrawPixels(Chart& chart, Request& request) {
     const Surface shared(CreateMemorySurface(width, height, request.dpi));
     const Surface second(CreateMemorySurface(width, height, request.dpi));
     const Surface balloon(CreateMemorySurface(width, height, request.dpi));
-    chart.Graph().Initialize(nullptr, shared.get(), shared.get(), second.get(), balloon.get());
+    chart.Bind({shared.get(), shared.get(), second.get(), balloon.get(), false});
     if (const long code = DrawWhole(chart, request); code != 0)
         return FailWith(code, request.data);
     BitBlt(balloon.get(), 0, 0, width, height, shared.get(), 0, 0, SRCCOPY);
@@ -80,8 +80,7 @@ int DrawPixels(Chart& chart, Request& request) {
 
 /// Draws straight onto the surface, as onto a printer's page.
 long DrawDirect(Chart& chart, Request& request, HDC surface) {
-    chart.Graph().Initialize(nullptr, surface, surface, nullptr, nullptr);
-    chart.Graph().SetDirectOutput(1);
+    chart.Bind({surface, surface, nullptr, nullptr, true});
     return DrawWhole(chart, request);
 }
 
@@ -121,7 +120,7 @@ int Draw(Request request) {
     // A graph draws its former days if the file is missing and doesn't tell; so the file is tried first. One without
     // day rows (102 in some classes) is a picture with a message.
     constexpr long kNoDayRows = 102;
-    if (const long code = chart->Graph().ReadDataFile(request.data.data()); code != 0 && code != kNoDayRows)
+    if (const long code = chart->Read(request.data.data()); code != 0 && code != kNoDayRows)
         return FailWith(code, request.data);
 
     int exitCode = 0;

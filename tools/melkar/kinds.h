@@ -1,6 +1,7 @@
 #pragma once
 
-#include <MelkarCommon/frame/graph.h>
+#include <MelkarCommon/support/platform/geometry.h>
+#include <MelkarCommon/support/platform/types.h>
 
 #include <memory>
 #include <span>
@@ -20,18 +21,31 @@ struct ChartOptions {
     bool figures = true; ///< figures above the bars
 };
 
-/// A graph of any class as the command sees it.
+/// The surfaces that a host hands to a graph.
+struct Surfaces {
+    HDC dc = nullptr; ///< with direct output what is painted on, else what the shared ones suit
+    HDC shared = nullptr;
+    HDC second = nullptr;
+    HDC balloon = nullptr;
+    bool isDirect = false;
+};
+
+/// A picture of any class as the command sees it. Results are those of the library.
 class Chart {
 public:
     virtual ~Chart() = default;
 
-    virtual CGraph& Graph() = 0;
+    /// Tries whether the data file can be read.
+    virtual long Read(char* path) = 0;
+    virtual void Bind(const Surfaces& surfaces) = 0;
+    virtual long Paint(const CRect& area, char* path) = 0;
+
     /// @return the index of the day at the point, -1 if there is none
-    virtual long Click(CPoint point) = 0;
+    virtual long Click(CPoint) { return -1; }
     /// Paints the balloon of the point, if it hits something, into the shared surface.
-    virtual void Hover(CPoint point) = 0;
+    virtual void Hover(CPoint) {}
     /// The date text of a day as the data file gave it.
-    virtual std::string DateOf(long day) const = 0;
+    virtual std::string DateOf(long) const { return {}; }
 };
 
 struct Kind {

@@ -38,7 +38,14 @@ public:
         return result;
     }
 
-    CGraph& Graph() override { return *this; }
+    long Read(char* path) override { return this->ReadDataFile(path); }
+
+    void Bind(const Surfaces& surfaces) override {
+        this->Initialize(nullptr, surfaces.dc, surfaces.shared, surfaces.second, surfaces.balloon);
+        this->SetDirectOutput(surfaces.isDirect);
+    }
+
+    long Paint(const CRect& area, char* path) override { return this->Draw(area, path); }
 
     long Click([[maybe_unused]] CPoint point) override {
         if constexpr (kHasBars)

@@ -2,8 +2,8 @@
 # melkar_command.sh MELKAR SAMPLES: exit codes, messages and outputs of the command, one case a line.
 set -euo pipefail
 
-melkar=$1
-samples=$2
+melkar=$(realpath "$1")
+samples=$(realpath "$2")
 docs=$samples/../docs
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT

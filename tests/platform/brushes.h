@@ -24,6 +24,11 @@ inline Stroke Dashes(double on, double off, double phase = 0, bool gaps = false)
     return stroke;
 }
 
+inline void StrokeLine(Backend& backend, POINT from, POINT to, const Stroke& stroke) {
+    const POINT ends[] = {from, to};
+    backend.StrokePolyline(ends, stroke);
+}
+
 inline Shape Ellipse(double x, double y, double rx, double ry) {
     Shape shape;
     shape.kind = Shape::Kind::Ellipse;

@@ -25,7 +25,7 @@ using Draw = std::function<void(Backend&)>;
 constexpr Color kBlue = 0xFF0000FFU;
 
 Draw Line(POINT from, POINT to, const Stroke& stroke) {
-    return [=](Backend& b) { b.StrokeLine(from, to, stroke); };
+    return [=](Backend& b) { StrokeLine(b, from, to, stroke); };
 }
 
 /// What stands between the first `head` and the next `tail`; empty if there is none.
@@ -174,8 +174,8 @@ TEST_F(Page, StrangeShapesAndTextsLoseNoPage) {
         const Shape far = Polygon({{INT_MIN, INT_MIN}, {INT_MAX, INT_MIN}, {0, INT_MAX}});
         b.FillShape(far, 0);
         b.StrokeShape(far, Width(HUGE_VAL));
-        b.StrokeLine({INT_MIN, INT_MAX}, {INT_MAX, INT_MIN}, Width(NAN));
-        b.StrokeLine({0, 0}, {0, INT_MAX}, Width(HUGE_VAL));
+        StrokeLine(b, {INT_MIN, INT_MAX}, {INT_MAX, INT_MIN}, Width(NAN));
+        StrokeLine(b, {0, 0}, {0, INT_MAX}, Width(HUGE_VAL));
         b.PaintText(layout, 0, {0, 0}, 0, 0xFF000000U, {0, 0, 400, 300});
         b.PaintText(layout, 0, {INT_MIN, INT_MAX}, INT_MIN, 0, {INT_MIN, INT_MIN, INT_MAX, INT_MAX});
         std::uint32_t pixel = 0xFF00FF00U;
@@ -215,7 +215,7 @@ int DrawOnFullDisk(PageFile& page) {
     const rlimit limit{4096, 4096};
     setrlimit(RLIMIT_FSIZE, &limit);
     for (int i = 0; i < 20000; ++i)
-        page.StrokeLine({i % 400, 0}, {i * 7 % 400, 299}, {});
+        StrokeLine(page, {i % 400, 0}, {i * 7 % 400, 299}, {});
     return page.Finish() ? 1 : 0;
 }
 

@@ -78,11 +78,11 @@ TEST(PixelLines, LevelLinesFromEndToEnd) {
     };
     for (const Case& c : cases) {
         Canvas level(12, 3);
-        level.backend->StrokeLine({c.from, 1}, {c.to, 1}, c.stroke);
+        StrokeLine(*level.backend, {c.from, 1}, {c.to, 1}, c.stroke);
         EXPECT_EQ(level.Row(1), c.row) << c.why;
         EXPECT_EQ(level.Row(0) + level.Row(2), std::string(24, '.')) << c.why;
         Canvas upright(3, 12);
-        upright.backend->StrokeLine({1, c.from}, {1, c.to}, c.stroke);
+        StrokeLine(*upright.backend, {1, c.from}, {1, c.to}, c.stroke);
         EXPECT_EQ(upright.Column(1), c.row) << c.why << ", upright";
         EXPECT_TRUE(level.GuardIsClean() && upright.GuardIsClean()) << c.why;
     }
@@ -95,7 +95,7 @@ TEST(PixelLines, WidthCoversWholeRows) {
                                         {1e300, "#########"},
                                         {NAN, "....#...."}}) {
         Canvas canvas(3, 9);
-        canvas.backend->StrokeLine({0, 4}, {3, 4}, Width(width));
+        StrokeLine(*canvas.backend, {0, 4}, {3, 4}, Width(width));
         EXPECT_EQ(canvas.Column(1), column) << width;
     }
 }
@@ -109,7 +109,7 @@ TEST(PixelLines, SlopedLinesSideBySideHaveNoSeam) {
                 const int shift = 20 + (direction > 0 ? i : 2 - i);
                 const POINT from{isSteep ? shift : 5, isSteep ? 5 : shift};
                 const POINT to{isSteep ? shift + 17 : 55, isSteep ? 55 : shift + 17};
-                canvas.backend->StrokeLine(from, to, Stroke{kBlack});
+                StrokeLine(*canvas.backend, from, to, Stroke{kBlack});
             }
             for (int step = 6; step < 54; ++step) {
                 const std::string line = isSteep ? canvas.Row(step) : canvas.Column(step);
@@ -121,7 +121,7 @@ TEST(PixelLines, SlopedLinesSideBySideHaveNoSeam) {
 
 TEST(PixelLines, SlopedPositionIsExact) {
     Canvas canvas(30, 12);
-    canvas.backend->StrokeLine({0, 0}, {30, 10}, {}); // a third of a pixel a step
+    StrokeLine(*canvas.backend, {0, 0}, {30, 10}, {}); // a third of a pixel a step
     for (int x = 0; x < 30; x += 3)
         EXPECT_EQ(canvas.At(x, x / 3), kBlack) << x;
     EXPECT_NEAR(canvas.Blue(1, 0), 85, 1); // a third lies in the next row
@@ -130,7 +130,7 @@ TEST(PixelLines, SlopedPositionIsExact) {
     Canvas cut(30, 12);
     const CRect clip(10, 3, 25, 7);
     cut.backend->SetClip(clip);
-    cut.backend->StrokeLine({0, 0}, {30, 10}, {});
+    StrokeLine(*cut.backend, {0, 0}, {30, 10}, {});
     cut.EachPixel([&](int x, int y) {
         EXPECT_EQ(cut.At(x, y), clip.PtInRect({x, y}) ? canvas.At(x, y) : kWhite) << x << "," << y;
     });
@@ -138,7 +138,7 @@ TEST(PixelLines, SlopedPositionIsExact) {
 
 TEST(PixelLines, SlopedPatternCountsTheDistance) {
     Canvas canvas(20, 20);
-    canvas.backend->StrokeLine({0, 0}, {20, 20}, Dashes(4, 4, 0, true)); // 4 pixels are 2.83 diagonal steps
+    StrokeLine(*canvas.backend, {0, 0}, {20, 20}, Dashes(4, 4, 0, true)); // 4 pixels are 2.83 diagonal steps
     std::string diagonal;
     for (int i = 0; i < 20; ++i)
         diagonal += canvas.Letter(i, i);
@@ -215,7 +215,7 @@ TEST(PixelBackend, HostileCoordinatesEndAtOnce) {
             for (const int c : edges)
                 for (const int d : {INT_MIN, -1, 7, INT_MAX}) {
                     for (const Stroke& stroke : {Stroke{}, Dashes(1, 1, 0, true), wide})
-                        backend->StrokeLine({a, b}, {c, d}, stroke);
+                        StrokeLine(*backend, {a, b}, {c, d}, stroke);
                     for (const DWORD operation : {SRCCOPY, SRCAND})
                         backend->Blit({a, b, c, d}, canvas.buffer, {0, 0, 7, 9}, operation);
                     backend->FillShape(Polygon({{a, b}, {c, d}, {b, a}, {d, c}}), kRed);

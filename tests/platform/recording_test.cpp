@@ -24,7 +24,7 @@ Draw Outline(const Shape& shape, double width) {
     return [=](Backend& b) { b.StrokeShape(shape, Width(width)); };
 }
 Draw Line(POINT from, POINT to, const Stroke& stroke = {}) {
-    return [=](Backend& b) { b.StrokeLine(from, to, stroke); };
+    return [=](Backend& b) { StrokeLine(b, from, to, stroke); };
 }
 /// A text without glyphs, 15 high.
 Draw Text(std::string utf8, POINT at, const RECT& clip = kAll, int escapement = 0, int width = 40) {

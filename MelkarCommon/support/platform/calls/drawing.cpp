@@ -1,6 +1,7 @@
 #include <MelkarCommon/support/platform/calls/surface_state.h>
 #include <MelkarCommon/support/platform/drawing.h>
 #include <MelkarCommon/support/platform/seam/box.h>
+#include <MelkarCommon/support/platform/seam/polyline.h>
 
 #include <algorithm>
 #include <cmath>
@@ -36,7 +37,7 @@ RECT Grown(const RECT& r, int by) {
 void Fill(HDC surface, const RECT& rect, COLORREF color) {
     if (IsEmptyRect(rect))
         return;
-    if (Backend* backend = surface->backend.get())
+    if (Backend* backend = surface->Drawing())
         backend->FillRect(rect, ToColor(color));
 }
 
@@ -52,11 +53,10 @@ void FillFrame(HDC surface, const RECT& outer, const RECT& inner, COLORREF color
 
 /// The four edges of a rectangle in a dash or dot pattern, each pixel once.
 void StrokeFrame(HDC surface, const RECT& r) {
-    MoveToEx(surface, r.left, r.top, nullptr);
-    LineTo(surface, r.right - 1, r.top);
-    LineTo(surface, r.right - 1, r.bottom - 1);
-    LineTo(surface, r.left, r.bottom - 1);
-    LineTo(surface, r.left, r.top);
+    const POINT corners[] = {
+        {r.left, r.top}, {r.right - 1, r.top}, {r.right - 1, r.bottom - 1}, {r.left, r.bottom - 1}, {r.left, r.top}};
+    if (Backend* backend = surface->Drawing())
+        backend->StrokePolyline(corners, StrokeOf(*surface, *surface->pen));
 }
 
 /// The angle of a radial on the ellipse, radians counter-clockwise from the right.
@@ -74,7 +74,7 @@ Shape EllipseIn(const RECT& box) {
 
 /// Fills with the brush and outlines with the pen, whose line stays inside the shape.
 BOOL DrawRound(HDC surface, const Shape& shape) {
-    Backend* backend = surface->backend.get();
+    Backend* backend = surface->Drawing();
     if (!backend)
         return FALSE;
     const bool filled = !surface->brush->hollow;
@@ -124,7 +124,7 @@ BOOL CopyPixels(HDC to, HDC from, Copy copy, DWORD operation) {
     CutToPicture(copy, picture);
     if (IsEmptyRect(copy.source) || IsEmptyRect(copy.target))
         return FALSE;
-    Backend* backend = to->backend.get();
+    Backend* backend = to->Drawing();
     if (!backend)
         return FALSE;
     from->ShownPixels();
@@ -136,7 +136,7 @@ BOOL CopyPixels(HDC to, HDC from, Copy copy, DWORD operation) {
 /// record would double with each copy: in place it is left as it is, elsewhere the copy ends at `kMostOps`.
 BOOL CopyRecord(HDC to, HDC from, Copy copy, DWORD operation) {
     CutToPicture(copy, from->bitmap->pixels);
-    Backend* backend = to->backend.get();
+    Backend* backend = to->Drawing();
     if (!backend || operation != SRCCOPY || IsEmptyRect(copy.source))
         return FALSE;
     if (to == from && copy.target.left == copy.source.left && copy.target.top == copy.source.top)
@@ -144,6 +144,7 @@ BOOL CopyRecord(HDC to, HDC from, Copy copy, DWORD operation) {
     const bool isRecord = to->bitmap && to->bitmap->IsRecord();
     if (isRecord && from->bitmap->ops.size() + to->bitmap->ops.size() > kMostOps)
         return FALSE;
+    from->FlushLines();
     const std::vector<RecordedOp> ops = from->bitmap->ops; // a copy: `to` may be the same surface
     if (isRecord) {
         RecordedOp mark;
@@ -230,6 +231,7 @@ BOOL MoveToEx(HDC surface, int x, int y, POINT* former) {
         return FALSE;
     if (former)
         *former = surface->position;
+    surface->FlushLines();
     surface->position = {x, y};
     surface->patternPhase = 0;
     return TRUE;
@@ -239,14 +241,13 @@ BOOL LineTo(HDC surface, int x, int y) {
     if (!surface)
         return FALSE;
     const POINT from = std::exchange(surface->position, POINT{x, y});
-    Backend* backend = surface->backend.get();
-    if (!backend || surface->pen->style == PS_NULL)
+    if (!surface->backend || surface->pen->style == PS_NULL)
         return FALSE;
     Stroke stroke = StrokeOf(*surface, *surface->pen);
     stroke.phase = surface->patternPhase;
-    backend->StrokeLine(from, {x, y}, stroke);
+    surface->AddLine(from, {x, y}, stroke);
     if (!stroke.IsSolid())
-        surface->patternPhase += std::hypot(double{1} * x - from.x, double{1} * y - from.y);
+        surface->patternPhase += Distance(from, {x, y});
     return TRUE;
 }
 
@@ -303,7 +304,7 @@ BOOL FillRgn(HDC surface, HRGN regionHandle, HBRUSH brushHandle) {
     const Brush* brush = BrushFrom(brushHandle);
     if (!surface || !region || !brush)
         return FALSE;
-    Backend* backend = surface->backend.get();
+    Backend* backend = surface->Drawing();
     if (!backend)
         return FALSE;
     if (!brush->hollow)

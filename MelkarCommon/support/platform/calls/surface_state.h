@@ -5,6 +5,20 @@
 #include <MelkarCommon/support/platform/types.h>
 
 #include <memory>
+#include <vector>
+
+namespace melkar {
+
+/// Lines that wait to be drawn as one path, so that their corners are whole and an outline is one stroke.
+struct WaitingLines {
+    std::vector<POINT> points; ///< empty: none wait
+    Stroke stroke;
+
+    /// True if a line from `from` in this stroke goes on where they end. Where they end, so does their pattern.
+    bool GoOnAt(POINT from, const Stroke& next) const;
+};
+
+} // namespace melkar
 
 /// A drawing surface: the selected objects and modes, above the backend that does the work. Internal.
 struct HDC__ {
@@ -16,7 +30,12 @@ struct HDC__ {
     /// Draws on `picture` from now on. @return the former one, null if this one is selected elsewhere.
     melkar::Bitmap* Take(melkar::Bitmap& picture);
     /// The picture with everything on it that was drawn; null without pixels.
-    const melkar::PixelBuffer* ShownPixels() const;
+    const melkar::PixelBuffer* ShownPixels();
+    /// The backend with every line on it that was drawn, for whatever comes next; null without room to draw on.
+    melkar::Backend* Drawing();
+    /// Adds a line to those that wait.
+    void AddLine(POINT from, POINT to, const melkar::Stroke& stroke);
+    void FlushLines();
     /// The face of `font`. Looked up each time and never kept: a face is its thread's, a surface may go to another.
     std::shared_ptr<melkar::TextFace> Face() const;
 
@@ -29,8 +48,9 @@ struct HDC__ {
     melkar::FontObject* font;
     melkar::Bitmap* bitmap = nullptr;          ///< null on a page
     std::unique_ptr<melkar::Bitmap> ownBitmap; ///< of a surface with room of its own
-    std::unique_ptr<melkar::Backend> backend;  ///< null: no room to draw on
-    melkar::PageFile* page = nullptr;          ///< the backend, if it is a page
+    std::unique_ptr<melkar::Backend> backend;  ///< null: no room to draw on. To draw, take `Drawing()`
+    melkar::WaitingLines lines;
+    melkar::PageFile* page = nullptr; ///< the backend, if it is a page
 
     COLORREF textColor = RGB(0, 0, 0);
     COLORREF bkColor = RGB(255, 255, 255);

@@ -1,6 +1,7 @@
 #include <MelkarCommon/support/platform/calls/surface_state.h>
 #include <MelkarCommon/support/platform/drawing.h>
 #include <MelkarCommon/support/platform/images/image_file.h>
+#include <MelkarCommon/support/platform/seam/polyline.h>
 #include <MelkarCommon/support/platform/surface.h>
 
 #include <algorithm>
@@ -28,9 +29,12 @@ bool MakesSense(int width, int height) {
            std::int64_t{width} * height <= kMaxPixels;
 }
 
-void Clear(const PixelBuffer& picture, Color color) {
-    for (int y = 0; y < picture.height; ++y)
-        std::fill_n(picture.pixels + static_cast<std::ptrdiff_t>(y) * picture.stride, picture.width, color);
+/// A picture of one colour, which waits to be written.
+std::unique_ptr<Bitmap> MakePicture(const PixelBuffer& memory, COLORREF color, Owner owner) {
+    auto picture = std::make_unique<Bitmap>(memory, true, owner);
+    picture->pending = {ToColor(color), 0, memory.height};
+    picture->isExposed = false;
+    return picture;
 }
 
 HDC MakeSurface(std::unique_ptr<Bitmap> picture, TextMedium medium, int dpi) {
@@ -61,6 +65,7 @@ Bitmap* HDC__::Take(Bitmap& picture) {
         return nullptr;
     if (picture.owner == Owner::Caller && picture.selections > 0 && &picture != bitmap)
         return nullptr;
+    FlushLines();
     std::unique_ptr<Backend> drawing;
     if (picture.IsRecord())
         drawing = MakeRecordingBackend(picture.ops, picture.pixels.width, picture.pixels.height);
@@ -77,11 +82,52 @@ Bitmap* HDC__::Take(Bitmap& picture) {
     return former;
 }
 
-const PixelBuffer* HDC__::ShownPixels() const {
+const PixelBuffer* HDC__::ShownPixels() {
     if (!bitmap || !bitmap->pixels.pixels)
         return nullptr;
-    backend->Flush();
+    Drawing()->Flush();
     return &bitmap->pixels;
+}
+
+Backend* HDC__::Drawing() {
+    FlushLines();
+    return backend.get();
+}
+
+void HDC__::FlushLines() {
+    if (backend && lines.points.size() > lines.stroke.drawn + 1)
+        backend->StrokePolyline(lines.points, lines.stroke);
+    lines.points.clear();
+}
+
+/// Memory that was handed out may be looked at after any call, so nothing waits there: each line is drawn as it comes,
+/// and those before it count for the corner.
+void HDC__::AddLine(POINT from, POINT to, const Stroke& stroke) {
+    constexpr std::size_t kMostPoints = 4096;
+    if (!lines.GoOnAt(from, stroke)) {
+        FlushLines();
+        lines = {{from}, stroke};
+    } else if (lines.points.size() == kMostPoints) {
+        const POINT before = lines.points[kMostPoints - 2];
+        FlushLines();
+        lines = {{before, from}, stroke};
+        lines.stroke.phase -= stroke.IsSolid() ? 0 : Distance(before, from);
+        lines.stroke.drawn = 1;
+    }
+    lines.points.push_back(to);
+    if (!bitmap || !bitmap->isExposed || !bitmap->pixels.pixels)
+        return;
+    backend->StrokePolyline(lines.points, lines.stroke);
+    lines.stroke.drawn = lines.points.size() - 1;
+}
+
+bool WaitingLines::GoOnAt(POINT from, const Stroke& next) const {
+    if (points.empty() || points.back().x != from.x || points.back().y != from.y)
+        return false;
+    Stroke same = next;
+    same.phase = stroke.phase;
+    same.drawn = stroke.drawn;
+    return same == stroke;
 }
 
 std::shared_ptr<TextFace> HDC__::Face() const { return FindFace(font->description, medium); }
@@ -93,8 +139,7 @@ HDC CreateMemorySurface(int width, int height, int dpi) {
         PixelBuffer picture{TakePixels(width, height), width, height, width};
         if (!picture.pixels)
             return nullptr;
-        Clear(picture, ToColor(RGB(255, 255, 255)));
-        return MakeSurface(std::make_unique<Bitmap>(picture, true, Owner::Surface), TextMedium::Pixels, dpi);
+        return MakeSurface(MakePicture(picture, RGB(255, 255, 255), Owner::Surface), TextMedium::Pixels, dpi);
     });
 }
 
@@ -150,16 +195,14 @@ HBITMAP CreateCompatibleBitmap(HDC surface, int width, int height) {
         const PixelBuffer picture{TakePixels(width, height), width, height, width};
         if (!picture.pixels)
             return nullptr;
-        auto* bitmap = new Bitmap(picture, true, Owner::Caller);
-        bitmap->pending = {ToColor(RGB(0, 0, 0)), 0, height};
-        bitmap->isExposed = false;
-        return HandleOf<HBITMAP>(bitmap);
+        return HandleOf<HBITMAP>(MakePicture(picture, RGB(0, 0, 0), Owner::Caller).release());
     });
 }
 
 BOOL DeleteDC(HDC surface) {
     if (!surface)
         return FALSE;
+    surface->FlushLines();
     const bool written = !surface->page || surface->page->Finish();
     delete surface;
     return written ? TRUE : FALSE;
@@ -182,6 +225,8 @@ int WritePng(HDC surface, const char* path) {
 }
 
 std::string GetRecording(HDC surface) {
-    return surface && surface->bitmap && surface->bitmap->IsRecord() ? FormatRecording(surface->bitmap->ops)
-                                                                     : std::string();
+    if (!surface || !surface->bitmap || !surface->bitmap->IsRecord())
+        return {};
+    surface->FlushLines();
+    return FormatRecording(surface->bitmap->ops);
 }

@@ -37,7 +37,7 @@ Shape TurnedBox(POINT at, int width, int height, int escapement) {
 /// One line with its top-left corner at `at`, on its background if the mode is opaque.
 void PaintLine(HDC surface, const std::shared_ptr<const TextLayout>& layout, std::size_t index, POINT at,
                const RECT& clip) {
-    Backend* backend = surface->backend.get();
+    Backend* backend = surface->Drawing();
     if (!backend)
         return;
     const TextLine& line = layout->lines[index];

@@ -5,6 +5,7 @@
 #include <MelkarCommon/support/platform/pixels/pixel_shapes.h>
 #include <MelkarCommon/support/platform/pixels/pixel_spans.h>
 #include <MelkarCommon/support/platform/seam/backend.h>
+#include <MelkarCommon/support/platform/seam/polyline.h>
 
 #include <cairo-pdf.h>
 #include <cairo-svg.h>
@@ -173,7 +174,9 @@ public:
     void StrokeShape(const Shape& shape, const Stroke& stroke) override {
         StrokeShapeOn(m_cr, m_clip, shape, OnPaper(stroke));
     }
-    void StrokeLine(POINT from, POINT to, const Stroke& stroke) override;
+    void StrokePolyline(std::span<const POINT> points, const Stroke& stroke) override {
+        ForEachSegment(points, stroke, [this](POINT from, POINT to, const Stroke& own) { StrokeLine(from, to, own); });
+    }
     void PaintText(const std::shared_ptr<const TextLayout>& layout, std::size_t line, POINT at, int escapement,
                    Color color, const RECT& clip) override;
     void Blit(const RECT& target, const PixelBuffer& pixels, const RECT& source, DWORD operation) override;
@@ -196,6 +199,7 @@ private:
         cairo_new_path(m_cr);
         cairo_rectangle(m_cr, r.left, r.top, double{1} * r.right - r.left, double{1} * r.bottom - r.top);
     }
+    void StrokeLine(POINT from, POINT to, const Stroke& stroke);
     void StrokeBand(const Band& band, const Stroke& stroke, double phase);
 
     std::unique_ptr<NewFile> m_file;

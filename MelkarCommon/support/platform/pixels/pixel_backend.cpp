@@ -4,6 +4,7 @@
 #include <MelkarCommon/support/platform/pixels/pixel_shapes.h>
 #include <MelkarCommon/support/platform/pixels/pixel_spans.h>
 #include <MelkarCommon/support/platform/seam/backend.h>
+#include <MelkarCommon/support/platform/seam/polyline.h>
 
 #include <cairo.h>
 
@@ -52,7 +53,9 @@ public:
         OnContext([&](cairo_t* cr) { StrokeShapeOn(cr, m_clip, shape, stroke); });
     }
 
-    void StrokeLine(POINT from, POINT to, const Stroke& stroke) override;
+    void StrokePolyline(std::span<const POINT> points, const Stroke& stroke) override {
+        ForEachSegment(points, stroke, [this](POINT from, POINT to, const Stroke& own) { StrokeLine(from, to, own); });
+    }
     void PaintText(const std::shared_ptr<const TextLayout>& layout, std::size_t line, POINT at, int escapement,
                    Color color, const RECT& clip) override;
 
@@ -68,6 +71,7 @@ private:
         return any ? RECT{0, 0, m_buffer.width, m_buffer.height} : RECT{0, 0, 0, 0};
     }
 
+    void StrokeLine(POINT from, POINT to, const Stroke& stroke);
     cairo_t* Context();
     void DropContext();
     template <class Draw> void OnContext(const Draw& draw);

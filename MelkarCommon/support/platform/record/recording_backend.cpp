@@ -57,11 +57,10 @@ public:
         Keep(std::move(op));
     }
 
-    void StrokeLine(POINT from, POINT to, const Stroke& stroke) override {
+    void StrokePolyline(std::span<const POINT> points, const Stroke& stroke) override {
         RecordedOp op;
-        op.verb = RecordedOp::Verb::StrokeLine;
-        op.from = from;
-        op.to = to;
+        op.verb = RecordedOp::Verb::StrokePolyline;
+        op.points.assign(points.begin(), points.end());
         op.stroke = stroke;
         Keep(std::move(op));
     }
@@ -146,8 +145,8 @@ public:
             return m_to.FillShape(Moved(op.shape), op.color);
         case RecordedOp::Verb::StrokeShape:
             return m_to.StrokeShape(Moved(op.shape), op.stroke);
-        case RecordedOp::Verb::StrokeLine:
-            return m_to.StrokeLine(Moved(op.from), Moved(op.to), op.stroke);
+        case RecordedOp::Verb::StrokePolyline:
+            return m_to.StrokePolyline(Moved(op.points), op.stroke);
         case RecordedOp::Verb::Text:
             return m_to.PaintText(op.layout, op.line, Moved(op.from), op.escapement, op.color, Moved(op.clip));
         case RecordedOp::Verb::Blit:
@@ -165,10 +164,14 @@ private:
         const RECT moved = Moved(RECT{p.x, p.y, p.x, p.y});
         return {moved.left, moved.top};
     }
+    std::vector<POINT> Moved(std::vector<POINT> points) const {
+        for (POINT& point : points)
+            point = Moved(point);
+        return points;
+    }
     Shape Moved(const Shape& shape) const {
         Shape moved = shape;
-        for (POINT& point : moved.points)
-            point = Moved(point);
+        moved.points = Moved(shape.points);
         moved.center.x += static_cast<double>(m_dx);
         moved.center.y += static_cast<double>(m_dy);
         return moved;

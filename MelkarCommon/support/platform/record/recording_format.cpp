@@ -1,5 +1,6 @@
 #include <MelkarCommon/support/platform/record/recording_parts.h>
 #include <MelkarCommon/support/platform/seam/backend.h>
+#include <MelkarCommon/support/platform/seam/polyline.h>
 
 #include <array>
 #include <charconv>
@@ -161,6 +162,13 @@ void FormatBlit(Words& words, const RecordedOp& op) {
         words.Word(op.operation == SRCAND ? "and" : "or");
 }
 
+/// A polyline of two points.
+void FormatLine(Words& words, const RecordedOp& op) {
+    words.Word("line").Point(op.points[0].x, op.points[0].y).Point(op.points[1].x, op.points[1].y);
+    words.Paint(op.stroke.color).Width(op.stroke.width);
+    FormatPattern(words, op.stroke);
+}
+
 void FormatOp(Words& words, const RecordedOp& op) {
     switch (op.verb) {
     case RecordedOp::Verb::FillRect:
@@ -174,10 +182,8 @@ void FormatOp(Words& words, const RecordedOp& op) {
         FormatShape(words, op.shape);
         words.Word("stroke").Paint(op.stroke.color).Width(op.stroke.width);
         break;
-    case RecordedOp::Verb::StrokeLine:
-        words.Word("line").Point(op.from.x, op.from.y).Point(op.to.x, op.to.y);
-        words.Paint(op.stroke.color).Width(op.stroke.width);
-        FormatPattern(words, op.stroke);
+    case RecordedOp::Verb::StrokePolyline:
+        FormatLine(words, op);
         break;
     case RecordedOp::Verb::Text:
         FormatText(words, op);
@@ -194,12 +200,32 @@ void FormatOp(Words& words, const RecordedOp& op) {
         words.Word("clip").Point(op.clip.left, op.clip.top).Point(op.clip.right, op.clip.bottom);
 }
 
+/// Each segment as if it had been drawn alone; those beside the clip are left out.
+void FormatSegments(Words& words, std::string& text, const RecordedOp& op) {
+    ForEachSegment(op.points, op.stroke, [&](POINT from, POINT to, const Stroke& stroke) {
+        RecordedOp line;
+        line.verb = op.verb;
+        line.points = {from, to};
+        line.stroke = stroke;
+        line.clip = op.clip;
+        const bool isHidden = !IsEmptyRect(op.clip) && IsEmptyRect(ClipBox(BoxOf(line), op.clip));
+        if (isHidden)
+            return;
+        FormatOp(words, line);
+        text += '\n';
+    });
+}
+
 } // namespace
 
 std::string FormatRecording(const std::vector<RecordedOp>& ops) {
     std::string text;
     Words words(text);
     for (const RecordedOp& op : ops) {
+        if (op.verb == RecordedOp::Verb::StrokePolyline) {
+            FormatSegments(words, text, op);
+            continue;
+        }
         FormatOp(words, op);
         text += '\n';
     }

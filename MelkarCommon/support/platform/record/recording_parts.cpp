@@ -1,5 +1,6 @@
 #include <MelkarCommon/support/platform/pixels/pixel_lines.h>
 #include <MelkarCommon/support/platform/record/recording_parts.h>
+#include <MelkarCommon/support/platform/seam/polyline.h>
 
 #include <cmath>
 #include <numbers>
@@ -46,19 +47,29 @@ Box ShapeBox(const Shape& shape, double margin) {
 }
 
 /// An axis-aligned line takes whole rows or columns; a sloped one is as wide about its centres.
-Box LineBox(const RecordedOp& op) {
-    const std::int64_t width = WholeWidth(op.stroke.width);
-    const std::int64_t x[] = {std::min(op.from.x, op.to.x), std::max(op.from.x, op.to.x)};
-    const std::int64_t y[] = {std::min(op.from.y, op.to.y), std::max(op.from.y, op.to.y)};
+Box LineBox(POINT from, POINT to, const Stroke& stroke) {
+    const std::int64_t width = WholeWidth(stroke.width);
+    const std::int64_t x[] = {std::min(from.x, to.x), std::max(from.x, to.x)};
+    const std::int64_t y[] = {std::min(from.y, to.y), std::max(from.y, to.y)};
     if (y[0] == y[1]) {
-        const int last = op.to.x < op.from.x ? 1 : 0; // the end point itself is left out
+        const int last = to.x < from.x ? 1 : 0; // the end point itself is left out
         return {x[0] + last, y[0] - width / 2, x[1] + last, y[0] - width / 2 + width};
     }
     if (x[0] == x[1]) {
-        const int last = op.to.y < op.from.y ? 1 : 0;
+        const int last = to.y < from.y ? 1 : 0;
         return {x[0] - width / 2, y[0] + last, x[0] - width / 2 + width, y[1] + last};
     }
     return {x[0] - width / 2, y[0] - width / 2, x[1] + 1 + width / 2, y[1] + 1 + width / 2};
+}
+
+Box PolylineBox(const RecordedOp& op) {
+    Box whole{INT64_MAX, INT64_MAX, INT64_MIN, INT64_MIN};
+    ForEachSegment(op.points, op.stroke, [&](POINT from, POINT to, const Stroke& stroke) {
+        const Box box = LineBox(from, to, stroke);
+        whole = {std::min(whole.left, box.left), std::min(whole.top, box.top), std::max(whole.right, box.right),
+                 std::max(whole.bottom, box.bottom)};
+    });
+    return whole;
 }
 
 /// The line's box, turned about its top-left corner.
@@ -83,8 +94,8 @@ Box BoxOf(const RecordedOp& op) {
         return ShapeBox(op.shape, 0);
     case RecordedOp::Verb::StrokeShape:
         return ShapeBox(op.shape, WholeWidth(op.stroke.width) / 2.0);
-    case RecordedOp::Verb::StrokeLine:
-        return LineBox(op);
+    case RecordedOp::Verb::StrokePolyline:
+        return PolylineBox(op);
     case RecordedOp::Verb::Text:
         return TextBox(op);
     default:

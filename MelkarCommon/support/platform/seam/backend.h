@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -47,7 +48,11 @@ struct Stroke {
     double phase = 0;  ///< distance already gone along the pattern
     bool gaps = false; ///< the gaps are painted in `gapColor`
     Color gapColor = 0xFFFFFFFFU;
+    /// Of a polyline: segments at its front that stand on the surface already. They count for the corner at their end
+    /// and for the pattern; drawing them again is harmless where nothing blends.
+    std::size_t drawn = 0;
 
+    bool operator==(const Stroke&) const = default;
     bool IsSolid() const { return on <= 0 || off <= 0; }
 };
 
@@ -92,9 +97,10 @@ public:
     virtual void FillShape(const Shape& shape, Color color) = 0;
     /// The outline, solid, centred on the shape's edge.
     virtual void StrokeShape(const Shape& shape, const Stroke& stroke) = 0;
-    /// From `from` to `to`, leaving out `to`. Coordinates name pixels: a horizontal line of width 1 at y covers
-    /// the pixels of row y; a wider one of width w covers w rows from y - w / 2.
-    virtual void StrokeLine(POINT from, POINT to, const Stroke& stroke) = 0;
+    /// The open path through two points or more, leaving out the last one; where it returns to the first, it closes.
+    /// Coordinates name pixels: a horizontal line of width 1 at y covers the pixels of row y; a wider one of width w
+    /// covers w rows from y - w / 2. The pattern runs on round the corners.
+    virtual void StrokePolyline(std::span<const POINT> points, const Stroke& stroke) = 0;
     /// One line of a layout, its top-left corner at `at`, turned by `escapement`, clipped to `clip` as well.
     virtual void PaintText(const std::shared_ptr<const TextLayout>& layout, std::size_t line, POINT at, int escapement,
                            Color color, const RECT& clip) = 0;
@@ -105,13 +111,13 @@ public:
 
 /// One recorded verb; which members count depends on the verb.
 struct RecordedOp {
-    enum class Verb : std::uint8_t { FillRect, FillShape, StrokeShape, StrokeLine, Text, Blit, Copy };
+    enum class Verb : std::uint8_t { FillRect, FillShape, StrokeShape, StrokePolyline, Text, Blit, Copy };
     Verb verb = Verb::FillRect;
-    RECT rect{};   ///< fill; blit and copy target
-    RECT source{}; ///< blit and copy
-    RECT clip{};   ///< nothing beyond it is drawn; empty: no clip
-    POINT from{};  ///< line; text position
-    POINT to{};    ///< line
+    RECT rect{};               ///< fill; blit and copy target
+    RECT source{};             ///< blit and copy
+    RECT clip{};               ///< nothing beyond it is drawn; empty: no clip
+    POINT from{};              ///< text position
+    std::vector<POINT> points; ///< polyline
     Shape shape{};
     Stroke stroke{};
     Color color = 0;

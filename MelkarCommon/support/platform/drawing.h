@@ -5,7 +5,9 @@
 
 /// @file
 /// The drawing calls. They keep their platform names and meanings. All of them are null-safe: on a null or
-/// unsuitable handle they draw nothing and return 0 (null). A returned object belongs to the caller, who
+/// unsuitable handle they draw nothing and return 0 (null). A handle of another kind and one of something that was
+/// deleted are unsuitable; a deleted handle is noticed until another object of its kind takes its memory, and a pointer
+/// that never was a handle is not noticed. A returned object belongs to the caller, who
 /// deletes it with `DeleteObject` (surfaces with `DeleteDC`); deleting an object that is selected into a
 /// surface is refused, stock objects are never deleted.
 ///

@@ -188,10 +188,10 @@ Stroke StrokeOf(const HDC__& surface, const Pen& pen) {
 } // namespace melkar
 
 HGDIOBJ SelectObject(HDC surface, HGDIOBJ handle) {
-    if (!surface || !handle)
+    if (!IsSurface(surface) || !handle)
         return nullptr;
     if (Bitmap* bitmap = BitmapFrom(handle))
-        return surface->page ? nullptr : surface->Take(*bitmap);
+        return surface->page ? nullptr : HandleOf<HGDIOBJ>(surface->Take(*bitmap));
 
     const auto select = [handle](auto*& slot, auto* chosen) -> HGDIOBJ {
         auto* former = std::exchange(slot, chosen);
@@ -199,7 +199,7 @@ HGDIOBJ SelectObject(HDC surface, HGDIOBJ handle) {
             --former->selections;
         if (chosen->owner == Owner::Caller)
             ++chosen->selections;
-        return static_cast<GdiObject*>(former);
+        return HandleOf<HGDIOBJ>(former);
     };
     if (Pen* pen = PenFrom(handle))
         return select(surface->pen, pen);
@@ -211,23 +211,27 @@ HGDIOBJ SelectObject(HDC surface, HGDIOBJ handle) {
 }
 
 int SetBkMode(HDC surface, int mode) {
-    if (!surface || (mode != TRANSPARENT && mode != OPAQUE))
+    if (!IsSurface(surface) || (mode != TRANSPARENT && mode != OPAQUE))
         return 0;
     return std::exchange(surface->bkMode, mode);
 }
 
-COLORREF SetBkColor(HDC surface, COLORREF color) { return surface ? std::exchange(surface->bkColor, color) : 0; }
+COLORREF SetBkColor(HDC surface, COLORREF color) {
+    return IsSurface(surface) ? std::exchange(surface->bkColor, color) : 0;
+}
 
-COLORREF SetTextColor(HDC surface, COLORREF color) { return surface ? std::exchange(surface->textColor, color) : 0; }
+COLORREF SetTextColor(HDC surface, COLORREF color) {
+    return IsSurface(surface) ? std::exchange(surface->textColor, color) : 0;
+}
 
 int GetDeviceCaps(HDC surface, int query) {
     if (query != LOGPIXELSX && query != LOGPIXELSY)
         return 0;
-    return surface ? surface->dpi : static_cast<int>(kScreenDpi);
+    return IsSurface(surface) ? surface->dpi : static_cast<int>(kScreenDpi);
 }
 
 BOOL MoveToEx(HDC surface, int x, int y, POINT* former) {
-    if (!surface)
+    if (!IsSurface(surface))
         return FALSE;
     if (former)
         *former = surface->position;
@@ -238,7 +242,7 @@ BOOL MoveToEx(HDC surface, int x, int y, POINT* former) {
 }
 
 BOOL LineTo(HDC surface, int x, int y) {
-    if (!surface)
+    if (!IsSurface(surface))
         return FALSE;
     const POINT from = std::exchange(surface->position, POINT{x, y});
     if (!surface->backend || surface->pen->style == PS_NULL)
@@ -252,7 +256,7 @@ BOOL LineTo(HDC surface, int x, int y) {
 }
 
 BOOL Rectangle(HDC surface, int left, int top, int right, int bottom) {
-    if (!surface)
+    if (!IsSurface(surface))
         return FALSE;
     const RECT box = Ordered(left, top, right, bottom);
     if (IsEmptyRect(box))
@@ -281,12 +285,12 @@ BOOL Rectangle(HDC surface, int left, int top, int right, int bottom) {
 
 BOOL Ellipse(HDC surface, int left, int top, int right, int bottom) {
     const RECT box = Ordered(left, top, right, bottom);
-    return surface && !IsEmptyRect(box) ? DrawRound(surface, EllipseIn(box)) : FALSE;
+    return IsSurface(surface) && !IsEmptyRect(box) ? DrawRound(surface, EllipseIn(box)) : FALSE;
 }
 
 BOOL Pie(HDC surface, int left, int top, int right, int bottom, int x1, int y1, int x2, int y2) {
     const RECT box = Ordered(left, top, right, bottom);
-    if (!surface || IsEmptyRect(box))
+    if (!IsSurface(surface) || IsEmptyRect(box))
         return FALSE;
     Shape shape = EllipseIn(box);
     constexpr double kWhole = 2 * std::numbers::pi;
@@ -302,7 +306,7 @@ BOOL Pie(HDC surface, int left, int top, int right, int bottom, int x1, int y1, 
 BOOL FillRgn(HDC surface, HRGN regionHandle, HBRUSH brushHandle) {
     const Region* region = RegionFrom(regionHandle);
     const Brush* brush = BrushFrom(brushHandle);
-    if (!surface || !region || !brush)
+    if (!IsSurface(surface) || !region || !brush)
         return FALSE;
     Backend* backend = surface->Drawing();
     if (!backend)
@@ -318,7 +322,8 @@ BOOL BitBlt(HDC to, int x, int y, int width, int height, HDC from, int fromX, in
 
 BOOL StretchBlt(HDC to, int x, int y, int width, int height, HDC from, int fromX, int fromY, int fromWidth,
                 int fromHeight, DWORD operation) {
-    if (!to || !from || !from->bitmap || width < 1 || height < 1 || fromWidth < 1 || fromHeight < 1)
+    if (!IsSurface(to) || !IsSurface(from) || !from->bitmap || width < 1 || height < 1 || fromWidth < 1 ||
+        fromHeight < 1)
         return FALSE;
     const Copy copy{RectAt(x, y, width, height), RectAt(fromX, fromY, fromWidth, fromHeight)};
     if (from->bitmap->IsRecord())

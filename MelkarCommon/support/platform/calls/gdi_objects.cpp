@@ -18,11 +18,19 @@ template <class Handle, class Object, class... Arguments> Handle Make(Arguments&
     return HandleOf<Handle>(new (std::nothrow) Object(std::forward<Arguments>(arguments)...));
 }
 
+/// False if there is no such object, if it isn't the caller's, or if it is selected somewhere.
+template <class Object> bool DeleteUnused(Object* object) {
+    if (!object || object->owner != Owner::Caller || object->selections > 0)
+        return false;
+    delete object;
+    return true;
+}
+
 } // namespace
 
 void CountAlive(int difference) { g_alive += static_cast<std::size_t>(difference); }
 
-GdiObject::GdiObject(ObjectKind objectKind, Owner objectOwner) : kind(objectKind), owner(objectOwner) {
+GdiObject::GdiObject(ObjectKind objectKind, Owner objectOwner) : HandleHead(objectKind), owner(objectOwner) {
     if (owner == Owner::Caller)
         CountAlive(1);
 }
@@ -157,20 +165,19 @@ HGDIOBJ GetStockObject(int index) {
     case WHITE_PEN:
     case BLACK_PEN:
     case NULL_PEN:
-        return &StockPen(index);
+        return HandleOf<HGDIOBJ>(&StockPen(index));
     case SYSTEM_FONT:
-        return &StockFont();
+        return HandleOf<HGDIOBJ>(&StockFont());
     default:
-        return index >= WHITE_BRUSH && index <= NULL_BRUSH ? &StockBrush(index) : nullptr;
+        return index >= WHITE_BRUSH && index <= NULL_BRUSH ? HandleOf<HGDIOBJ>(&StockBrush(index)) : nullptr;
     }
 }
 
 BOOL DeleteObject(HGDIOBJ handle) {
-    auto* object = static_cast<GdiObject*>(handle);
-    if (!object || object->owner != Owner::Caller || object->selections > 0)
-        return FALSE;
-    delete object;
-    return TRUE;
+    return DeleteUnused(PenFrom(handle)) || DeleteUnused(BrushFrom(handle)) || DeleteUnused(FontFrom(handle)) ||
+                   DeleteUnused(BitmapFrom(handle)) || DeleteUnused(RegionFrom(handle))
+               ? TRUE
+               : FALSE;
 }
 
 int GetObjectA(HGDIOBJ handle, int size, void* out) {

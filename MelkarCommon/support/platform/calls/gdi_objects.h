@@ -1,5 +1,6 @@
 #pragma once
 
+#include <MelkarCommon/support/platform/calls/handles.h>
 #include <MelkarCommon/support/platform/seam/backend.h>
 #include <MelkarCommon/support/platform/types.h>
 
@@ -7,50 +8,48 @@
 #include <vector>
 
 /// @file
-/// Internal. What stands behind the object handles. A handle is a pointer to the common head below; the head tells
-/// the kind, so that a handle of the wrong kind is noticed instead of misread.
+/// Internal. What stands behind the object handles.
 
 namespace melkar {
-
-enum class ObjectKind : std::uint8_t { Pen, Brush, Font, Bitmap, Region };
 
 /// Who frees an object: the caller by `DeleteObject`, the surface it came with, or nobody.
 enum class Owner : std::uint8_t { Caller, Surface, Stock };
 
-struct GdiObject {
+struct GdiObject : HandleHead {
     GdiObject(ObjectKind objectKind, Owner objectOwner);
-    virtual ~GdiObject();
     GdiObject(const GdiObject&) = delete;
     GdiObject& operator=(const GdiObject&) = delete;
 
-    const ObjectKind kind;
     const Owner owner;
     int selections = 0; ///< surfaces that have it selected; not kept for stock objects, which threads share
+
+protected:
+    ~GdiObject();
 };
 
-struct Pen : GdiObject {
+struct Pen : GdiObject, InHandleMemory<ObjectKind::Pen> {
     Pen(int penStyle, int penWidth, COLORREF penColor, Owner who = Owner::Caller);
     const int style;
     const int width;
     const COLORREF color;
 };
 
-struct Brush : GdiObject {
+struct Brush : GdiObject, InHandleMemory<ObjectKind::Brush> {
     Brush(COLORREF brushColor, bool isHollow, Owner who = Owner::Caller);
     const COLORREF color;
     const bool hollow;
 };
 
-struct FontObject : GdiObject {
+struct FontObject : GdiObject, InHandleMemory<ObjectKind::Font> {
     explicit FontObject(const LOGFONTA& font, Owner who = Owner::Caller);
     const LOGFONTA description;
 };
 
 /// A picture: pixels of its own or of the host, or, to suit a page or a recording, the operations drawn on it.
-struct Bitmap : GdiObject {
+struct Bitmap : GdiObject, InHandleMemory<ObjectKind::Bitmap> {
     Bitmap(const PixelBuffer& buffer, bool ownsBuffer, Owner who);
     Bitmap(int recordWidth, int recordHeight, TextMedium recordMedium, Owner who);
-    ~Bitmap() override;
+    ~Bitmap();
 
     bool IsRecord() const { return medium != TextMedium::Pixels; }
 
@@ -62,15 +61,15 @@ struct Bitmap : GdiObject {
     bool isExposed = true; ///< its memory was handed out: every fill is written at once
 };
 
-struct Region : GdiObject {
+struct Region : GdiObject, InHandleMemory<ObjectKind::Region> {
     explicit Region(Shape regionShape);
     const Shape shape;
 };
 
 /// The object behind a handle if it is of the kind asked for, else null.
 template <class Object> Object* ObjectFrom(HGDIOBJ handle, ObjectKind kind) {
-    auto* object = static_cast<GdiObject*>(handle);
-    return object && object->kind == kind ? static_cast<Object*>(object) : nullptr;
+    auto* head = static_cast<HandleHead*>(handle);
+    return head && head->kind == kind ? static_cast<Object*>(head) : nullptr;
 }
 inline Pen* PenFrom(HGDIOBJ h) { return ObjectFrom<Pen>(h, ObjectKind::Pen); }
 inline Brush* BrushFrom(HGDIOBJ h) { return ObjectFrom<Brush>(h, ObjectKind::Brush); }
@@ -79,7 +78,7 @@ inline Bitmap* BitmapFrom(HGDIOBJ h) { return ObjectFrom<Bitmap>(h, ObjectKind::
 inline Region* RegionFrom(HGDIOBJ h) { return ObjectFrom<Region>(h, ObjectKind::Region); }
 
 /// The handle of an object; null for null.
-template <class Handle> Handle HandleOf(GdiObject* object) { return static_cast<Handle>(static_cast<void*>(object)); }
+template <class Handle> Handle HandleOf(HandleHead* object) { return static_cast<Handle>(static_cast<void*>(object)); }
 
 Pen& StockPen(int index);     ///< BLACK_PEN for an unknown index
 Brush& StockBrush(int index); ///< WHITE_BRUSH for an unknown index

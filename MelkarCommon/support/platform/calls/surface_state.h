@@ -21,7 +21,7 @@ struct WaitingLines {
 } // namespace melkar
 
 /// A drawing surface: the selected objects and modes, above the backend that does the work. Internal.
-struct HDC__ {
+struct HDC__ : melkar::HandleHead, melkar::InHandleMemory<melkar::ObjectKind::Surface> {
     HDC__(melkar::TextMedium surfaceMedium, int surfaceDpi);
     ~HDC__();
     HDC__(const HDC__&) = delete;
@@ -60,6 +60,9 @@ struct HDC__ {
 };
 
 namespace melkar {
+
+/// False for null, for a handle of another kind and for a deleted one: nothing of these may be touched.
+inline bool IsSurface(HDC handle) { return handle && handle->kind == ObjectKind::Surface; }
 
 /// A pen's width on this surface, at least 1: scaled with dpi / 96, on paper not below half a point.
 int PenWidth(const HDC__& surface, const Pen& pen);

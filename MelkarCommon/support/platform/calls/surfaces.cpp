@@ -47,8 +47,8 @@ HDC MakeSurface(std::unique_ptr<Bitmap> picture, TextMedium medium, int dpi) {
 } // namespace
 
 HDC__::HDC__(TextMedium surfaceMedium, int surfaceDpi)
-    : medium(surfaceMedium), dpi(surfaceDpi), pen(&StockPen(BLACK_PEN)), brush(&StockBrush(WHITE_BRUSH)),
-      font(&StockFont()) {
+    : HandleHead(ObjectKind::Surface), medium(surfaceMedium), dpi(surfaceDpi), pen(&StockPen(BLACK_PEN)),
+      brush(&StockBrush(WHITE_BRUSH)), font(&StockFont()) {
     CountAlive(1);
 }
 
@@ -178,8 +178,8 @@ HDC CreatePageSurface(const char* path, PageFormat format, int width, int height
 
 HDC CreateCompatibleDC(HDC surface) {
     return NullOnFailure([&] {
-        auto made =
-            std::make_unique<HDC__>(surface ? surface->medium : TextMedium::Pixels, GetDeviceCaps(surface, LOGPIXELSY));
+        auto made = std::make_unique<HDC__>(IsSurface(surface) ? surface->medium : TextMedium::Pixels,
+                                            GetDeviceCaps(surface, LOGPIXELSY));
         made->Take(StockBitmap());
         return made.release();
     });
@@ -189,7 +189,7 @@ HBITMAP CreateCompatibleBitmap(HDC surface, int width, int height) {
     if (!MakesSense(width, height))
         return nullptr;
     return NullOnFailure([&]() -> HBITMAP {
-        const TextMedium medium = surface ? surface->medium : TextMedium::Pixels;
+        const TextMedium medium = IsSurface(surface) ? surface->medium : TextMedium::Pixels;
         if (medium != TextMedium::Pixels)
             return HandleOf<HBITMAP>(new Bitmap(width, height, medium, Owner::Caller));
         const PixelBuffer picture{TakePixels(width, height), width, height, width};
@@ -200,7 +200,7 @@ HBITMAP CreateCompatibleBitmap(HDC surface, int width, int height) {
 }
 
 BOOL DeleteDC(HDC surface) {
-    if (!surface)
+    if (!IsSurface(surface))
         return FALSE;
     surface->FlushLines();
     const bool written = !surface->page || surface->page->Finish();
@@ -209,7 +209,7 @@ BOOL DeleteDC(HDC surface) {
 }
 
 PixelView GetPixels(HDC surface) {
-    const PixelBuffer* picture = surface ? surface->ShownPixels() : nullptr;
+    const PixelBuffer* picture = IsSurface(surface) ? surface->ShownPixels() : nullptr;
     if (!picture)
         return {nullptr, 0, 0, 0};
     if (!surface->bitmap->isExposed) {
@@ -220,12 +220,12 @@ PixelView GetPixels(HDC surface) {
 }
 
 int WritePng(HDC surface, const char* path) {
-    const PixelBuffer* picture = surface ? surface->ShownPixels() : nullptr;
+    const PixelBuffer* picture = IsSurface(surface) ? surface->ShownPixels() : nullptr;
     return WritePngFile(picture ? *picture : PixelBuffer{}, path);
 }
 
 std::string GetRecording(HDC surface) {
-    if (!surface || !surface->bitmap || !surface->bitmap->IsRecord())
+    if (!IsSurface(surface) || !surface->bitmap || !surface->bitmap->IsRecord())
         return {};
     surface->FlushLines();
     return FormatRecording(surface->bitmap->ops);

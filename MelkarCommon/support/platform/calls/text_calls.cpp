@@ -87,7 +87,7 @@ void PaintLayout(HDC surface, const std::shared_ptr<const TextLayout>& layout, c
 } // namespace
 
 BOOL TextOutA(HDC surface, int x, int y, const char* text, int length) {
-    if (!surface || !text)
+    if (!IsSurface(surface) || !text)
         return FALSE;
     const auto layout = LayOutText(surface->Face(), Bytes(*surface, text, length), true, kNoWrap);
     for (std::size_t i = 0; i < layout->lines.size(); ++i)
@@ -96,7 +96,7 @@ BOOL TextOutA(HDC surface, int x, int y, const char* text, int length) {
 }
 
 int DrawTextExA(HDC surface, char* text, int length, RECT* rect, UINT format, void*) {
-    if (!surface || !text || !rect)
+    if (!IsSurface(surface) || !text || !rect)
         return 0;
     const bool singleLine = (format & DT_SINGLELINE) != 0;
     const bool wraps = (format & DT_WORDBREAK) && !singleLine;

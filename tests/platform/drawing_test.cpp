@@ -124,6 +124,27 @@ TEST(DrawingLines, PatternsRunOnAndFollowTheDpi) {
     }
 }
 
+// Nine tenths of the machines that show charts have 96 dpi: a length that forgets the dpi is seen on the others only.
+TEST(DrawingText, FontOfANewSurfaceFollowsTheDpi) {
+    const struct {
+        const char* why;
+        int dpi, width, height; // of "00": twice 3/5 and once 5/4 of the em, each rounded up
+    } cases[] = {
+        {"12 pixels", 96, 16, 15},
+        {"24", 192, 30, 30},
+        {"37.5, rounded", 300, 46, 48},
+        {"never nothing", 1, 2, 2},
+    };
+    for (const auto& c : cases) {
+        const Surface surface(CreateRecordingSurface(50, 50, c.dpi));
+        const Surface compatible(CreateCompatibleDC(surface.handle));
+        for (HDC handle : {surface.handle, compatible.handle})
+            EXPECT_EQ(Measured(handle, "00", DT_SINGLELINE), CRect(0, 0, c.width, c.height)) << c.why;
+        const ScopedFont noHeight(surface.handle, FontOf(0));
+        EXPECT_EQ(Measured(surface.handle, "00", DT_SINGLELINE), CRect(0, 0, c.width, c.height)) << c.why;
+    }
+}
+
 TEST(DrawingText, IsMeasuredFromLeftAndTop) {
     // Fixed metrics of a recording: a character of a 10 pixel font is 6 wide, a line 13 high.
     const struct Case {

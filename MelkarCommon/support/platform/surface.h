@@ -9,9 +9,9 @@
 
 /// @file
 /// What a host needs beside the drawing calls: surfaces to draw on, and what comes out of them. A new surface
-/// has a black pen of width 1, a white brush, a sans font of 12 pixels, black text, a white background colour
-/// and opaque mode. All are freed with `DeleteDC`. A side below 1 or above 32767, more
-/// than 2^27 pixels, a dpi below 1 and a lack of memory give null.
+/// has a black pen of width 1, a white brush, a sans font of 12 pixels at 96 dpi (scaled with dpi), black text, a white
+/// background colour and opaque mode. All are freed with `DeleteDC`. A side below 1 or above 32767, more than 2^27
+/// pixels, a dpi below 1 and a lack of memory give null.
 
 /// Pixels of its own, white at the start.
 MELKAR_API HDC CreateMemorySurface(int width, int height, int dpi = 96);

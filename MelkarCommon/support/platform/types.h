@@ -53,7 +53,7 @@ constexpr int LF_FACESIZE = 32;
 
 /// Description of a font. Angles are tenths of a degree, counter-clockwise.
 struct LOGFONTA {
-    int lfHeight; ///< below 0: em height in pixels; above 0: cell height; 0: the default of 12 pixels
+    int lfHeight; ///< below 0: em height in pixels; above 0: cell height; 0: the default, 12 pixels at 96 dpi
     int lfWidth;
     int lfEscapement;
     int lfOrientation;

@@ -36,7 +36,8 @@ struct HDC__ : melkar::HandleHead, melkar::InHandleMemory<melkar::ObjectKind::Su
     /// Adds a line to those that wait.
     void AddLine(POINT from, POINT to, const melkar::Stroke& stroke);
     void FlushLines();
-    /// The face of `font`. Looked up each time and never kept: a face is its thread's, a surface may go to another.
+    /// The face of `font`; one without a height is as large as 12 pixels are at 96 dpi. Looked up each time and never
+    /// kept: a face is its thread's, a surface may go to another.
     std::shared_ptr<melkar::TextFace> Face() const;
 
     const melkar::TextMedium medium;

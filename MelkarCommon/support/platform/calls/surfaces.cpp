@@ -1,5 +1,6 @@
 #include <MelkarCommon/support/platform/calls/surface_state.h>
 #include <MelkarCommon/support/platform/drawing.h>
+#include <MelkarCommon/support/platform/geometry.h>
 #include <MelkarCommon/support/platform/images/image_file.h>
 #include <MelkarCommon/support/platform/seam/polyline.h>
 #include <MelkarCommon/support/platform/surface.h>
@@ -12,6 +13,8 @@ using namespace melkar;
 
 namespace {
 
+constexpr int kDefaultEm = 12; // pixels, at 96 dpi
+constexpr int kScreenDpi = 96;
 constexpr int kMaxSide = 32767;
 constexpr std::int64_t kMaxPixels = std::int64_t{1} << 27; // half a gigabyte
 
@@ -130,7 +133,13 @@ bool WaitingLines::GoOnAt(POINT from, const Stroke& next) const {
     return same == stroke;
 }
 
-std::shared_ptr<TextFace> HDC__::Face() const { return FindFace(font->description, medium); }
+std::shared_ptr<TextFace> HDC__::Face() const {
+    if (font->description.lfHeight != 0)
+        return FindFace(font->description, medium);
+    LOGFONTA scaled = font->description;
+    scaled.lfHeight = -std::max(1, MulDiv(kDefaultEm, dpi, kScreenDpi));
+    return FindFace(scaled, medium);
+}
 
 HDC CreateMemorySurface(int width, int height, int dpi) {
     if (!MakesSense(width, height) || dpi < 1)

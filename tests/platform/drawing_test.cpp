@@ -159,6 +159,7 @@ TEST(DrawingText, IsMeasuredFromLeftAndTop) {
         {"wraps at the width", "ab cd ef", DT_WORDBREAK, {10, 0, 42, 0}, 40, 26},
         {"a wider word stays whole", "ab abcdefgh", DT_WORDBREAK, {0, 0, 20, 0}, 48, 26},
         {"no text", "", 0, {5, 6, 50, 60}, 5, 6},
+        {"no text in a line", "", DT_SINGLELINE, {5, 6, 50, 60}, 5, 19},
     };
     const Surface surface(CreateRecordingSurface(100, 100));
     const ScopedFont font(surface.handle, FontOf(-10, 900)); // measuring ignores the escapement

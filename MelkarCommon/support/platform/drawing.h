@@ -84,5 +84,6 @@ MELKAR_API BOOL TextOutA(HDC surface, int x, int y, const char* text, int length
 /// Draws or, with `DT_CALCRECT`, measures text in a rectangle. Lines break at CR LF and LF (not with
 /// `DT_SINGLELINE`), with `DT_WORDBREAK` also at the rectangle's width. Vertical placement counts only with
 /// `DT_SINGLELINE`. Drawing is clipped to the rectangle; measuring sets right and bottom and nothing else.
+/// An empty text has no width; with `DT_SINGLELINE` it is one line high, else of no height.
 /// @param length bytes of the text, -1 for all of it. @return the height of the text, 0 on failure.
 MELKAR_API int DrawTextExA(HDC surface, char* text, int length, RECT* rect, UINT format, void* parameters);

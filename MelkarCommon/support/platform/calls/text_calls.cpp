@@ -103,11 +103,12 @@ int DrawTextExA(HDC surface, char* text, int length, RECT* rect, UINT format, vo
     const std::int64_t room = std::int64_t{rect->right} - rect->left;
     const int wrapWidth = wraps ? static_cast<int>(std::clamp<std::int64_t>(room, 0, INT32_MAX)) : kNoWrap;
     const auto layout = LayOutText(surface->Face(), Bytes(*surface, text, length), singleLine, wrapWidth);
+    const int height = singleLine ? layout->lineHeight : layout->Height(); // a single line is there without text, too
     if (format & DT_CALCRECT) {
         rect->right = Saturated(std::int64_t{rect->left} + layout->width);
-        rect->bottom = Saturated(std::int64_t{rect->top} + layout->Height());
+        rect->bottom = Saturated(std::int64_t{rect->top} + height);
     } else {
         PaintLayout(surface, layout, *rect, format);
     }
-    return layout->Height();
+    return height;
 }

@@ -11,10 +11,13 @@
 #include <MelkarCommon/bars/step_graph.h>
 #include <MelkarCommon/circadian/circadian_graph.h>
 #include <MelkarCommon/frame/graph.h>
+#include <MelkarCommon/support/activity_figures.h>
 #include <MelkarCommon/support/fields.h>
 #include <MelkarCommon/support/font.h>
 #include <MelkarCommon/support/ini_reader.h>
+#include <MelkarCommon/support/marks.h>
 #include <MelkarCommon/support/numbers.h>
+#include <MelkarCommon/support/pictures.h>
 #include <MelkarCommon/support/platform/arrays.h>
 #include <MelkarCommon/support/platform/cstring.h>
 #include <MelkarCommon/support/platform/datetime.h>
@@ -29,3 +32,4 @@
 #include <MelkarCommon/support/scoped.h>
 #include <MelkarCommon/support/support.h>
 #include <MelkarCommon/support/text.h>
+#include <MelkarCommon/support/text_box.h>

@@ -9,6 +9,19 @@
 
 namespace melkar {
 
+/// Selects an object that stays its owner's; null selects nothing.
+class ScopedSelection {
+public:
+    ScopedSelection(HDC surface, HGDIOBJ object) : m_surface(surface), m_former(SelectObject(surface, object)) {}
+    ~ScopedSelection() { SelectObject(m_surface, m_former); }
+    ScopedSelection(const ScopedSelection&) = delete;
+    ScopedSelection& operator=(const ScopedSelection&) = delete;
+
+private:
+    HDC m_surface;
+    HGDIOBJ m_former;
+};
+
 /// Selects an object that it owns from now on; null selects nothing.
 class ScopedObject {
 public:

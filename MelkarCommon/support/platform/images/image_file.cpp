@@ -1,6 +1,7 @@
 #include <MelkarCommon/support/platform/files.h>
 #include <MelkarCommon/support/platform/files/new_file.h>
 #include <MelkarCommon/support/platform/files/report.h>
+#include <MelkarCommon/support/platform/images/bitmap_head.h>
 #include <MelkarCommon/support/platform/images/image_file.h>
 #include <MelkarCommon/support/platform/pixels/pixel_blit.h>
 #include <MelkarCommon/support/platform/pixels/pixel_spans.h>
@@ -34,7 +35,7 @@ PixbufPointer OpenPicture(const char* path) {
     int height = 0;
     if (!IsRegularFile(path) || gdk_pixbuf_get_file_info(path, &width, &height) == nullptr)
         return nullptr;
-    if (width < 1 || height < 1 || width > kLargestSide || height > kLargestSide)
+    if (width < 1 || height < 1 || width > kLargestSide || height > kLargestSide || IsCutBitmap(path))
         return nullptr;
     return PixbufPointer(gdk_pixbuf_new_from_file(path, nullptr));
 }

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <MelkarCommon/api.h>
+#include <MelkarCommon/support/platform/geometry.h>
+#include <MelkarCommon/support/platform/types.h>
+
+/// @file
+/// Picture files on a surface: BMP, PNG and whatever else the machine's image loaders read.
+
+/// Paints a picture file into a box.
+/// @param operation `SRCCOPY`, `SRCPAINT` or `SRCAND`
+/// @param keepProportions 0: the picture fills the box; else it is as large as fits
+/// @param alignment of a picture with its proportions; bits: 1 centred across, else 2 right, else left; 4 centred down,
+///        else 8 bottom, else top
+/// @return the bottom of the box; with proportions the box's top plus the height of the file's picture (not of the
+///         painted one); 0, with a log line and nothing painted, if the file can't be read; 1200 after an exception.
+///         A box without area counts as read and paints nothing; one with its edges in the wrong order can't be read.
+MELKAR_API int DrawBMP(HDC surface, CRect box, const char* file, unsigned long operation, int keepProportions,
+                       unsigned int alignment);
+
+/// Lays one picture through another: brightens by the second file (`SRCPAINT`), then darkens by the first (`SRCAND`).
+/// Where the second is white and the first holds the picture, the picture shows; where the second is black and
+/// the first is white, the surface does. @return what `DrawBMP` gives for the first file.
+MELKAR_API int DrawBMPTrans(HDC surface, CRect box, const char* first, const char* second, int keepProportions);

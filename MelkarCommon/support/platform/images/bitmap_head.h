@@ -1,0 +1,12 @@
+#pragma once
+
+/// @file
+/// Internal. What the head of a BMP file promises.
+
+namespace melkar {
+
+/// True for a BMP file that ends before its last row, of which the loader would show whatever memory it found. Files
+/// of other formats never are; their loaders notice.
+bool IsCutBitmap(const char* path);
+
+} // namespace melkar

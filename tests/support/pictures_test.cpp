@@ -1,0 +1,185 @@
+#include "temp_workdir.h"
+
+#include <MelkarCommon/support/box_layout.h>
+#include <MelkarCommon/support/pictures.h>
+#include <MelkarCommon/support/platform/drawing.h>
+#include <MelkarCommon/support/platform/surface.h>
+#include <MelkarCommon/support/support.h>
+
+#include <climits>
+#include <functional>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace {
+
+using melkar::PictureBottom;
+using melkar::PictureCenter;
+using melkar::PictureMiddle;
+using melkar::PictureRight;
+
+using testing::HasSubstr;
+
+std::string Bytes(std::uint32_t value, int count) {
+    std::string bytes;
+    for (int i = 0; i < count; ++i)
+        bytes += static_cast<char>(value >> (8 * i));
+    return bytes;
+}
+
+/// A BMP file of this size; `rows` come bottom row first, each padded to four bytes.
+std::string Bmp(int width, int height, int bits, const std::string& palette, const std::string& rows, int packing = 0) {
+    const auto start = static_cast<std::uint32_t>(14 + 40 + palette.size());
+    return "BM" + Bytes(start + static_cast<std::uint32_t>(rows.size()), 4) + Bytes(0, 4) + Bytes(start, 4) +
+           Bytes(40, 4) + Bytes(static_cast<std::uint32_t>(width), 4) + Bytes(static_cast<std::uint32_t>(height), 4) +
+           Bytes(1, 2) + Bytes(static_cast<std::uint32_t>(bits), 2) + Bytes(static_cast<std::uint32_t>(packing), 4) +
+           Bytes(static_cast<std::uint32_t>(rows.size()), 4) + Bytes(0, 8) +
+           Bytes(static_cast<std::uint32_t>(palette.size() / 4), 4) + Bytes(0, 4) + palette + rows;
+}
+
+/// A picture of one colour; rows of 24 bits.
+std::string PlainBmp(int width, int height) {
+    const int padded = (width * 3 + 3) / 4 * 4;
+    return Bmp(width, height, 24, "", std::string(static_cast<std::size_t>(padded) * height, '\x40'));
+}
+
+class Pictures : public testing::Test {
+protected:
+    Pictures() { Clear(); }
+    ~Pictures() override {
+        DeleteDC(m_surface);
+        EXPECT_EQ(LiveObjectCount(), m_before);
+    }
+
+    static constexpr COLORREF kGround = RGB(0, 200, 0);
+    void Clear() const { DrawRectangle(m_surface, CRect(0, 0, 40, 40), kGround, kGround, 1); }
+    std::uint32_t PixelAt(int x, int y) const {
+        const PixelView view = GetPixels(m_surface);
+        return view.pixels[y * view.stride + x] & 0xFFFFFFU;
+    }
+    std::string Log() const { return m_files.Read("log/graph.log"); }
+    /// A picture file of width x height pixels whose colours a function tells.
+    std::string Picture(const std::string& name, int width, int height,
+                        const std::function<COLORREF(int x, int y)>& colorAt) const {
+        const HDC surface = CreateMemorySurface(width, height);
+        for (int x = 0; x < width; ++x)
+            for (int y = 0; y < height; ++y)
+                DrawRectangle(surface, CRect(x, y, x + 1, y + 1), colorAt(x, y), colorAt(x, y), 1);
+        const std::string path = m_files.Path("bin/" + name);
+        EXPECT_EQ(WritePng(surface, path.c_str()), 0);
+        DeleteDC(surface);
+        return path;
+    }
+
+    TempWorkdir m_files;
+    std::size_t m_before = LiveObjectCount();
+    HDC m_surface = CreateMemorySurface(40, 40);
+};
+
+TEST_F(Pictures, WhereTheyStand) {
+    const struct Case {
+        const char* why;
+        CRect box;
+        int width, height;
+        unsigned int alignment;
+        CRect at;
+    } cases[] = {
+        {"twice as wide as the box: half as high", {10, 20, 20, 30}, 20, 10, 0, {10, 20, 20, 25}},
+        {"in the middle: 25 - 2", {10, 20, 20, 30}, 20, 10, PictureMiddle, {10, 23, 20, 28}},
+        {"at the bottom", {10, 20, 20, 30}, 20, 10, PictureBottom, {10, 25, 20, 30}},
+        {"centred across: 15 - 2", {10, 20, 20, 30}, 5, 10, PictureCenter, {13, 20, 18, 30}},
+        {"at the right", {10, 20, 20, 30}, 5, 10, PictureRight, {15, 20, 20, 30}},
+        {"centring wins", {10, 20, 20, 30}, 5, 10, PictureCenter | PictureRight, {13, 20, 18, 30}},
+        {"7 / 10 is a bit less than 0.7, the side is 7 all the same", {0, 0, 7, 99}, 10, 20, 0, {0, 0, 7, 14}},
+        {"a single pixel grows", {0, 0, 30, 20}, 1, 1, 0, {0, 0, 20, 20}},
+        {"so flat that nothing is left of it", {0, 0, 100, 100}, 30000, 1, 0, {0, 0, 100, 0}},
+        {"no box", {5, 5, 5, 5}, 10, 10, PictureCenter, {5, 5, 5, 5}},
+    };
+    for (const Case& c : cases) {
+        const float ratio = melkar::FitRatio(c.box, c.width, c.height);
+        EXPECT_EQ(melkar::PictureIn(c.box, c.width, c.height, ratio, c.alignment), c.at) << c.why;
+    }
+    const CRect all(INT_MIN, INT_MIN, INT_MAX, INT_MAX);
+    melkar::PictureIn(all, 1, 1, melkar::FitRatio(all, 1, 1), PictureRight | PictureMiddle);
+}
+
+/// Blue above red, in every depth that such files have.
+TEST_F(Pictures, BitmapsOfEveryDepth) {
+    const std::string palette = Bytes(0x000000, 4) + Bytes(0xFF0000, 4) + Bytes(0x0000FF, 4);
+    const struct Case {
+        const char* why;
+        std::string file;
+    } cases[] = {
+        {"1 bit", Bmp(1, 2, 1, Bytes(0xFF0000, 4) + Bytes(0x0000FF, 4), Bytes(0x00, 4) + Bytes(0x80, 4))},
+        {"4 bits", Bmp(1, 2, 4, palette, Bytes(0x10, 4) + Bytes(0x20, 4))},
+        {"8 bits", Bmp(1, 2, 8, palette, Bytes(1, 4) + Bytes(2, 4))},
+        {"8 bits, packed by runs", Bmp(1, 2, 8, palette, Bytes(0x00000101, 4) + Bytes(0x01000201, 4), 1)},
+        {"16 bits", Bmp(1, 2, 16, "", Bytes(0x7C00, 4) + Bytes(0x001F, 4))},
+        {"24 bits", Bmp(1, 2, 24, "", Bytes(0xFF0000, 4) + Bytes(0x0000FF, 4))},
+        {"32 bits", Bmp(1, 2, 32, "", Bytes(0xFF0000, 4) + Bytes(0x0000FF, 4))},
+        {"top row first", Bmp(1, -2, 24, "", Bytes(0x0000FF, 4) + Bytes(0xFF0000, 4))},
+    };
+    for (const Case& c : cases) {
+        const std::string path = m_files.Write("bin/picture.bmp", c.file);
+        EXPECT_EQ(DrawBMP(m_surface, CRect(2, 3, 10, 5), path.c_str(), SRCCOPY, 1, 0), 5) << c.why;
+        EXPECT_EQ(PixelAt(2, 3), 0x0000FFU) << c.why;
+        EXPECT_EQ(PixelAt(2, 4), 0xFF0000U) << c.why;
+        EXPECT_EQ(PixelAt(3, 3), 0x00C800U) << c.why;
+    }
+}
+
+TEST_F(Pictures, ResultAndLog) {
+    const std::string path = m_files.Write("bin/p%s%n.bmp", PlainBmp(20, 10));
+    EXPECT_EQ(DrawBMP(m_surface, CRect(3, 4, 13, 34), path.c_str(), SRCCOPY, 0, 0), 34) << "the box's bottom";
+    EXPECT_THAT(Log(), HasSubstr("RECT(3,4)[10, 30]->BMP[10, 30]"));
+    EXPECT_EQ(DrawBMP(m_surface, CRect(3, 4, 13, 34), path.c_str(), SRCCOPY, 1, 0), 14) << "the file's height";
+    EXPECT_THAT(Log(), HasSubstr("RECT(3,4)[10, 30] BMP[20, 10]->[10, 5] Ratio[0.500]"));
+    EXPECT_EQ(DrawBMP(m_surface, CRect(0, 0, 9, 9), "no%s%n.bmp", SRCCOPY, 0, 0), 0);
+    EXPECT_THAT(Log(), HasSubstr("DrawBmp LoadImageError[no%s%n.bmp]"));
+}
+
+TEST_F(Pictures, NonsenseDrawsNothing) {
+    const std::string whole = PlainBmp(20, 10);
+    for (const std::size_t length :
+         {std::size_t{0}, std::size_t{1}, std::size_t{30}, std::size_t{54}, whole.size() - 1})
+        EXPECT_EQ(DrawBMP(m_surface, CRect(0, 0, 9, 9), m_files.Write("bin/cut.bmp", whole.substr(0, length)).c_str(),
+                          SRCCOPY, 1, 0),
+                  0)
+            << "cut behind " << length << " bytes";
+    const std::string path = m_files.Write("bin/whole.bmp", whole);
+    DrawBMP(nullptr, CRect(0, 0, 9, 9), path.c_str(), SRCCOPY, 1, 0);
+    for (const CRect& box : {CRect(5, 5, 5, 5), CRect(9, 9, 0, 0), CRect(INT_MIN, INT_MIN, INT_MAX, INT_MAX)})
+        for (const int keep : {0, 1})
+            DrawBMP(m_surface, box, path.c_str(), 0x12345678, keep, ~0U);
+    const std::string strip = m_files.Write("bin/strip.bmp", PlainBmp(30000, 1));
+    EXPECT_EQ(DrawBMP(m_surface, CRect(0, 5, 30, 35), strip.c_str(), SRCCOPY, 1, 0), 6);
+    EXPECT_EQ(PixelAt(5, 5), 0x00C800U);
+}
+
+/// A red disc on white, and its mask: white where the disc shows. At no size may a pixel be anything but ground or
+/// disc.
+TEST_F(Pictures, ThroughAMaskTheEdgeIsSharp) {
+    const auto inside = [](int x, int y) { return (x - 8) * (x - 8) + (y - 8) * (y - 8) < 50; };
+    const std::string disc =
+        Picture("disc.png", 17, 17, [&](int x, int y) { return inside(x, y) ? RGB(200, 0, 0) : RGB(255, 255, 255); });
+    const std::string mask =
+        Picture("mask.png", 17, 17, [&](int x, int y) { return inside(x, y) ? RGB(255, 255, 255) : RGB(0, 0, 0); });
+    for (const int keep : {1})
+        for (const int size : {9, 17, 25, 34}) {
+            Clear();
+            const CRect box(2, 3, 2 + size, 3 + size);
+            EXPECT_EQ(DrawBMPTrans(m_surface, box, disc.c_str(), mask.c_str(), keep), keep ? 3 + 17 : 3 + size);
+            int red = 0;
+            int others = 0;
+            for (int x = 0; x < 40; ++x)
+                for (int y = 0; y < 40; ++y) {
+                    const std::uint32_t pixel = PixelAt(x, y);
+                    red += pixel == 0xC80000;
+                    others += pixel != 0xC80000 && pixel != 0x00C800;
+                }
+            EXPECT_EQ(others, 0) << size << (keep ? " with proportions" : "");
+            EXPECT_GT(red, size * size / 3) << size;
+        }
+}
+
+} // namespace

@@ -1,0 +1,74 @@
+#include "record_of.h"
+
+#include <MelkarCommon/support/box_layout.h>
+#include <MelkarCommon/support/text_box.h>
+
+#include <climits>
+#include <gmock/gmock.h>
+
+namespace {
+
+using testing::HasSubstr;
+
+TEST(TextBox, WhereTextStands) {
+    const struct Case {
+        const char* why;
+        CRect box;
+        int height;
+        CRect middle, bottom;
+    } cases[] = {
+        {"each half is cut by itself: 25 + 71 is 96, 48 - 7", {5, 25, 90, 71}, 15, {5, 41, 90, 56}, {5, 56, 90, 71}},
+        {"left of the origin halves are cut towards it", {0, -10, 9, -3}, 4, {0, -8, 9, -4}, {0, -7, 9, -3}},
+        {"exactly as high as the box", {5, 20, 90, 35}, 15, {5, 20, 90, 35}, {5, 20, 90, 35}},
+        {"higher than the box: all of it", {5, 20, 90, 35}, 16, {5, 20, 90, 35}, {5, 20, 90, 35}},
+        {"a box upside down", {0, 50, 9, 20}, 15, {0, 50, 9, 20}, {0, 50, 9, 20}},
+    };
+    for (const Case& c : cases) {
+        EXPECT_EQ(melkar::TextAtMiddle(c.box, c.height), c.middle) << c.why;
+        EXPECT_EQ(melkar::TextAtBottom(c.box, c.height), c.bottom) << c.why;
+    }
+}
+
+/// The box holds ten characters of 8 x 15 across: "one two three" wraps behind "two".
+TEST(TextBox, WrapsAndPlacesInTheSurfacesFont) {
+    const CRect box(10, 20, 90, 81);
+    const auto tops = [&](auto draw) { return RecordOf([&](HDC surface) { EXPECT_EQ(draw(surface), 30); }); };
+    const auto lines = [](int first, int second) {
+        return "text \"one two\" 10," + std::to_string(first) + " 56x15 \"sans 12\" #000000\ntext \"three\" 10," +
+               std::to_string(second) + " 40x15 \"sans 12\" #000000\n";
+    };
+    EXPECT_EQ(tops([&](HDC dc) { return DrawTextVCenter(dc, box, "one two three", 0); }), lines(35, 50));
+    EXPECT_EQ(tops([&](HDC dc) { return DrawTextBottom(dc, box, "one two three", 0, 0, "Face"); }), lines(51, 66));
+    EXPECT_EQ(tops([&](HDC dc) { return DrawTextTop(dc, box, "one two three", 0, -5, "Face"); }), lines(20, 35));
+}
+
+/// A cell of 20 is an em of 16: a character is 10 wide, a line 20 high.
+TEST(TextBox, SizedFormsTakeACellHeightAndPutTheFontBack) {
+    const CRect box(10, 20, 90, 81);
+    const std::string record = RecordOf([&](HDC dc) {
+        DrawTextVCenterEx(dc, box, "a", DT_RIGHT, 20, "Face");
+        DrawTextBottom(dc, box, "b", 0, 20, "Face");
+        DrawTextTop(dc, box, "c", 0, 20, "Face");
+        DrawTextVCenterEx(dc, box, "default height", DT_SINGLELINE, 0, nullptr);
+        TextOutA(dc, 0, 0, "d", 1);
+    });
+    EXPECT_THAT(record, HasSubstr("text \"a\" 80,40 10x20 \"Face 16\""));
+    EXPECT_THAT(record, HasSubstr("text \"b\" 10,61 10x20 \"Face 16\""));
+    EXPECT_THAT(record, HasSubstr("text \"c\" 10,20 10x20 \"Face 16\""));
+    EXPECT_THAT(record, HasSubstr("text \"d\" 0,0 8x15 \"sans 12\""));
+}
+
+TEST(TextBox, LimitsAndNonsense) {
+    const std::string most(10000, 'x');
+    EXPECT_THAT(RecordOf([&](HDC dc) { DrawTextTop(dc, CRect(0, 0, 90, 90), (most + "y").c_str(), 0, 0, ""); }),
+                HasSubstr("text \"" + most + "\" 0,0 80000x15"));
+    const CRect everything(INT_MIN, INT_MIN, INT_MAX, INT_MAX);
+    for (const CRect& box : {everything, CRect(90, 90, 0, 0), CRect(INT_MAX, INT_MAX, INT_MIN, INT_MIN)})
+        RecordOf([&](HDC dc) {
+            DrawTextVCenter(dc, box, "text", ~0U & ~DT_CALCRECT);
+            DrawTextVCenterEx(nullptr, box, "text", 0, INT_MAX, "Face");
+            DrawTextBottom(dc, box, "text", 0, INT_MAX, "Face");
+        });
+}
+
+} // namespace

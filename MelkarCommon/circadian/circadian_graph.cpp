@@ -59,6 +59,7 @@ CCircadianGraph::CCircadianGraph(HWND window, HDC dc, const char* section, HDC s
     if (desktop.right - desktop.left <= kNarrowDesktop)
         m_nSummaryFontSize -= 2;
     CCircadianGraph::ReadIniFile(GraphProfile());
+    m_Title.m_strText = "";
     const melkar::ClassBounds bounds = melkar::UsualBounds(m_nLang);
     m_dModerateFrom = bounds.from;
     m_dModerateTo = bounds.to;

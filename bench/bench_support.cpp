@@ -37,7 +37,8 @@ std::string BenchDirectory::Write(const std::string& name, const std::string& co
     return path.string();
 }
 
-Floor::Floor() : m_picture(std::size_t{kWidth} * kHeight), m_screen(m_picture.size()) {}
+Floor::Floor(int width, int height)
+    : m_picture(static_cast<std::size_t>(width) * static_cast<std::size_t>(height)), m_screen(m_picture.size()) {}
 
 void Floor::Run() {
     std::fill(m_picture.begin(), m_picture.end(), 0xFFFFFFFFU);

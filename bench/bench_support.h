@@ -25,10 +25,10 @@ private:
 constexpr int kWidth = 900;
 constexpr int kHeight = 500;
 
-/// Clears a picture of 900 x 500 pixels and copies it: what no redraw can do without.
+/// Clears a picture and copies it: what no redraw can do without.
 class Floor {
 public:
-    Floor();
+    explicit Floor(int width = kWidth, int height = kHeight);
     void Run();
 
 private:

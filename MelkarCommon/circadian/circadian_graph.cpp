@@ -111,15 +111,17 @@ void CCircadianGraph::Set(HWND window, HDC dc, CRect area, CString extra1, CStri
     CalcLongestDay();
 }
 
+/// The first of the widest; without a surface to measure on, the first of all.
 void CCircadianGraph::CalcLongestDay() {
     const ScopedFont font(m_hMemDC, ChartFont(m_nDateFontSize));
-    const auto widthOf = [this](const CString& name) {
-        return MeasureText(Limited(name, kDayNameBytes), DT_CALCRECT).Width();
-    };
-    const auto longest =
-        std::max_element(std::begin(m_strDayNames), std::end(m_strDayNames),
-                         [&](const CString& one, const CString& other) { return widthOf(one) < widthOf(other); });
-    m_strLongestDay = *longest;
+    int widest = -1;
+    for (const CString& name : m_strDayNames) {
+        const int width = MeasureText(Limited(name, kDayNameBytes), DT_CALCRECT).Width();
+        if (width > widest) {
+            widest = width;
+            m_strLongestDay = name;
+        }
+    }
 }
 
 long CCircadianGraph::Draw(CRect area, char* path) {

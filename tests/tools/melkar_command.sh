@@ -15,16 +15,18 @@ printf 'head\nhead\n' >no-days.csv
 echo former >kept.svg
 
 failures=0
+kind=bar
 fail() {
     echo "FAILED: $1: $2"
     failures=$((failures + 1))
 }
 
-# expect WHY EXIT-CODE PATTERN ARGUMENT...: a bar chart of the sample week; the pattern stands in what is printed.
+# expect WHY EXIT-CODE PATTERN ARGUMENT...: a chart of that kind, by default the bars of a week; the pattern stands in
+# what is printed.
 expect() {
     local why=$1 code=$2 pattern=$3 actual=0 printed
     shift 3
-    printed=$("$melkar" draw bar --base app/bin --section BAR_WEEK --size 900x500 "$@" 2>&1) || actual=$?
+    printed=$("$melkar" draw "$kind" --base app/bin --section BAR_WEEK --size 900x500 "$@" 2>&1) || actual=$?
     [[ $actual -eq $code ]] || fail "$why" "exit code $actual, not $code: $printed"
     grep -qE -- "$pattern" <<<"$printed" || fail "$why" "no '$pattern' in: $printed"
 }
@@ -57,6 +59,20 @@ expect_file "no data file" 'former' kept.svg
 expect "no directory for a page"    1 '^melkar: .*nowhere' "${week[@]}" -o nowhere/a.svg
 expect "no directory for pixels"    1 '^melkar: .*nowhere' "${week[@]}" -o nowhere/a.png
 [[ -z $(find . -name '*.part') ]] || fail "failed pages" "a part is left behind"
+
+# expect_day WHY EXIT-CODE PATTERN ARGUMENT...: a day of the weekly sample.
+expect_day() {
+    local why=$1 code=$2 pattern=$3
+    shift 3
+    expect "$why" "$code" "$pattern" --section DAY --data data/circadian-week.csv --record "$@"
+}
+
+kind=day
+expect_day "the first day"          0 'text "11929 steps'
+expect_day "another day"            0 'text "387 steps' --date 20260305
+expect_day "no such day"            1 'no such day: 20260501' --date 20260501
+expect_day "no weekly file"         1 '^melkar: 101: .*missing.csv' --data missing.csv
+kind=bar
 
 diff <("$melkar" keys) "$docs/profile-keys.md" || fail "the key reference" "docs/profile-keys.md isn't what melkar keys prints"
 

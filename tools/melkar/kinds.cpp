@@ -1,5 +1,6 @@
 #include "kinds.h"
 
+#include "day_chart.h"
 #include "tool_graph.h"
 
 #include <MelkarCommon/bars/activity_cal_graph.h>
@@ -16,6 +17,8 @@ template <class G> std::unique_ptr<Chart> Make(const ChartOptions& options) {
     return std::make_unique<ToolGraph<G>>(options);
 }
 
+std::unique_ptr<Chart> MakeDay(const ChartOptions& options) { return std::make_unique<DayChart>(options); }
+
 constexpr Kind kKinds[] = {
     {"bar", "a bar for each day, or a stack of bars", Make<CBarGraph>},
     {"line", "bars and a line on a scale of its own", Make<CLineGraph>},
@@ -23,6 +26,7 @@ constexpr Kind kKinds[] = {
     {"expenditure", "energy in two parts over the band of the average intake", Make<CExpenditureGraph>},
     {"activity", "activity calories of days or periods", Make<CActivityCalGraph>},
     {"simulation", "measured and planned weight over activity calories", Make<CSimulation>},
+    {"day", "activity of one day, from a weekly file", MakeDay},
 };
 
 } // namespace

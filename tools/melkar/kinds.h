@@ -19,6 +19,7 @@ struct ChartOptions {
     int series = 0;      ///< figures per day; 0 leaves the class's own number
     std::string target;  ///< the same target for every day; empty leaves the targets of the data file
     bool figures = true; ///< figures above the bars
+    std::string date;    ///< the day of a weekly file to draw, YYYYMMDD; empty for its first one
 };
 
 /// The surfaces that a host hands to a graph.

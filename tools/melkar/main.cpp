@@ -64,6 +64,8 @@ void AddDrawOptions(CLI::App& draw, Arguments& arguments) {
     draw.add_option("--dpi", arguments.dpi, "Device units per inch")->check(CLI::Range(1, kMaxDpi));
     draw.add_option("--series", arguments.chart.series, "Figures per day")->check(CLI::Range(1, kMaxSeries));
     draw.add_option("--target", arguments.chart.target, "Target of every day")->check(CLI::Number);
+    draw.add_option("--date", arguments.chart.date,
+                    "YYYYMMDD: the day of a weekly file to draw; its first one if none");
     draw.add_flag("--no-figures", arguments.noFigures, "No figures above the bars");
     draw.add_option("--hover", arguments.hover, "X,Y: paint the balloon of this point into the picture (.png only)");
     draw.add_option("--click", arguments.click, "X,Y: print the day at this point");

@@ -10,7 +10,10 @@
 #include <MelkarCommon/bars/simulation.h>
 #include <MelkarCommon/bars/step_graph.h>
 #include <MelkarCommon/circadian/circadian_graph.h>
+#include <MelkarCommon/frame/cycle.h>
+#include <MelkarCommon/frame/day_status.h>
 #include <MelkarCommon/frame/graph.h>
+#include <MelkarCommon/frame/results.h>
 #include <MelkarCommon/support/activity_figures.h>
 #include <MelkarCommon/support/fields.h>
 #include <MelkarCommon/support/font.h>

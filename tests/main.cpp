@@ -1,4 +1,4 @@
-// The one place that pins what a machine could change: locale, language and time zone.
+// The one place that pins what a machine could change: locale, language, time zone and fonts.
 
 #include <clocale>
 #include <cstdlib>
@@ -9,6 +9,7 @@
 int main(int count, char** arguments) {
     setenv("LC_ALL", "C", 1);
     setenv("TZ", "UTC", 1);
+    setenv("FONTCONFIG_FILE", MELKAR_TEST_FONTS, 1);
     tzset();
     std::setlocale(LC_ALL, "C");
     testing::InitGoogleTest(&count, arguments);

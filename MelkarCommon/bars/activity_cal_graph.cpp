@@ -30,15 +30,15 @@ long CActivityCalGraph::ReadDataFile(char* path) {
     melkar::LogText("CActivityCalGraph::ReadDataFile");
     return melkar::ReadGuarded([&] {
         ResetGraphMeasure();
-        melkar::DayFile file(path);
+        melkar::DataFile file(path);
         if (!file.IsOpen())
             return melkar::kNoFile;
         ForgetPeriod();
-        file.Head();
-        TakeHeaderFields(file.Head());
+        file.Head(melkar::kHeadLimit);
+        TakeHeaderFields(file.Head(melkar::kHeadLimit));
         m_strAverageIntake = "0";
         RepairChartMax();
-        m_strAverage = file.Head().Field(2);
+        m_strAverage = file.Head(melkar::kHeadLimit).Field(2);
 
         const CString format = melkar::DateFormat(m_strDateFormatType); // one look at the date profile for all days
         const auto dateText = [&](const CString& day) { return ::FormatDate(day, format, m_strLocale); };
@@ -52,7 +52,7 @@ long CActivityCalGraph::ReadDataFile(char* path) {
             m_saTargets.Add(row.Field(9));
             m_saValues.Add(hasFigures ? row.Field(11) : CString());
         });
-        if (result == melkar::kReadOk)
+        if (result == melkar::kOk)
             GetGraphMeasure();
         return result;
     });

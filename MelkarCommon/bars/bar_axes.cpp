@@ -1,7 +1,8 @@
 // Scale lines, frame, axis labels and figures of a bar chart.
 
 #include <MelkarCommon/bars/bar_graph.h>
-#include <MelkarCommon/bars/scale.h>
+#include <MelkarCommon/frame/day_status.h>
+#include <MelkarCommon/frame/scale.h>
 #include <MelkarCommon/support/numbers.h>
 #include <MelkarCommon/support/platform/drawing.h>
 #include <MelkarCommon/support/scoped.h>
@@ -95,8 +96,7 @@ long CBarGraph::DrawValueOnBar() {
         SetBkColor(m_hMemDC, m_crCanvas);
     for (int day = 0; day < Days(); ++day) {
         const CObEntry bar = m_oaBarRects[(day + 1) * SeriesCount() - 1];
-        const DWORD status = m_dwaStatus[day];
-        if (bar && status != 2 && status != 3)
+        if (bar && !HasNoData(melkar::ToDayStatus(m_dwaStatus[day])))
             DrawFigure(FigureText(day), *bar);
     }
     SetBkMode(m_hMemDC, TRANSPARENT);

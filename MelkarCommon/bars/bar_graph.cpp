@@ -2,8 +2,9 @@
 
 #include <MelkarCommon/bars/bar_layout.h>
 #include <MelkarCommon/bars/day_file.h>
-#include <MelkarCommon/bars/scale.h>
+#include <MelkarCommon/frame/day_status.h>
 #include <MelkarCommon/frame/key_table.h>
+#include <MelkarCommon/frame/scale.h>
 #include <MelkarCommon/support/numbers.h>
 #include <MelkarCommon/support/platform/drawing.h>
 #include <MelkarCommon/support/ring_log.h>
@@ -67,6 +68,15 @@ struct CBarGraph::KeyRows {
     };
 };
 
+struct CBarGraph::Steps {
+    using G = CBarGraph;
+    static constexpr melkar::Step<G> table[] = {
+        &G::FillCanvas,        &G::DrawCanvasMeasure, &G::DrawBarChart,      &G::DrawCanvas,
+        &G::DrawTargetAverage, &G::DrawValueOnBar,    &G::DrawDate,          &G::DrawVAxsLabel,
+        &G::DrawHAxsLabel,     &G::DrawSecExs,        &G::DrawNoDataMessage, &G::DrawExcludeMessage,
+    };
+};
+
 CBarGraph::CBarGraph(HWND window, HDC dc, const char* section, HDC shared, HDC second, HDC balloon)
     : CGraph(window, dc, section, shared, second, balloon) {
     CBarGraph::ReadIniFile(GraphProfile());
@@ -99,7 +109,7 @@ void CBarGraph::ForgetDays() {
 bool CBarGraph::AddDay(const CsvRow& row) {
     m_dwaStatus.Add(static_cast<DWORD>(row.IntField(0)));
     m_saDates.Add(row.Field(1));
-    return row.IntField(0) == 0;
+    return HasFigures(melkar::ToDayStatus(row.IntField(0)));
 }
 
 void CBarGraph::TakeHeaderFields(const CsvRow& row) {
@@ -117,7 +127,7 @@ void CBarGraph::RepairChartMax() {
 long CBarGraph::ReadDataFile(char* path) {
     melkar::LogText("CBarGraph::ReadDataFile");
     return melkar::ReadGuarded([&] {
-        melkar::DayFile file(path);
+        melkar::DataFile file(path);
         if (!file.IsOpen())
             return melkar::kNoFile;
         ForgetDays();
@@ -128,7 +138,7 @@ long CBarGraph::ReadDataFile(char* path) {
             for (int series = 0; series < SeriesCount(); ++series)
                 m_saValues.Add(row.Field(2 + series));
         });
-        return melkar::kReadOk; // a file without days is no failure here
+        return melkar::kOk; // a file without days is no failure here
     });
 }
 
@@ -188,28 +198,13 @@ long CBarGraph::Draw(CRect area, char* path) {
     return DrawGuarded([&] {
         ReadDataFile(path);
         GetGraphMeasure();
-        if (const long failure = DrawFrame(area))
+        if (const long failure = BeginCycle(area))
             return failure;
         if (DrawNoRecordsMessage() == 0)
-            DrawContent();
+            RunSteps(*this, Steps::table);
         BitBlt();
         return 0L;
     });
-}
-
-void CBarGraph::DrawContent() {
-    DrawRectangle(m_hMemDC, m_rcCanvas, m_crCanvas, m_crCanvas, 1);
-    DrawCanvasMeasure();
-    DrawBarChart();
-    DrawCanvas();
-    DrawTargetAverage();
-    DrawValueOnBar();
-    DrawDate();
-    DrawVAxsLabel();
-    DrawHAxsLabel();
-    DrawSecExs();
-    DrawNoDataMessage();
-    DrawExcludeMessage();
 }
 
 long CBarGraph::DrawBarChart() {

@@ -157,7 +157,7 @@ protected:
 
 private:
     struct KeyRows;
-    void DrawContent();
+    struct Steps;
     void DrawStackedBars();
     void DrawSingleBars();
     void DrawPolyline(int day);

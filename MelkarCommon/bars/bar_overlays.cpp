@@ -2,7 +2,7 @@
 
 #include <MelkarCommon/bars/bar_graph.h>
 #include <MelkarCommon/bars/bar_layout.h>
-#include <MelkarCommon/bars/scale.h>
+#include <MelkarCommon/frame/scale.h>
 #include <MelkarCommon/support/numbers.h>
 #include <MelkarCommon/support/platform/drawing.h>
 #include <MelkarCommon/support/scoped.h>

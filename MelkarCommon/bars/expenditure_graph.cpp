@@ -1,8 +1,8 @@
 #include <MelkarCommon/bars/expenditure_graph.h>
 
 #include <MelkarCommon/bars/day_file.h>
-#include <MelkarCommon/bars/scale.h>
 #include <MelkarCommon/frame/key_table.h>
+#include <MelkarCommon/frame/scale.h>
 #include <MelkarCommon/support/numbers.h>
 #include <MelkarCommon/support/platform/drawing.h>
 #include <MelkarCommon/support/ring_log.h>
@@ -59,12 +59,12 @@ void CExpenditureGraph::ForgetPeriod() {
 long CExpenditureGraph::ReadDataFile(char* path) {
     melkar::LogText("CExpenditureGraph::ReadDataFile");
     return melkar::ReadGuarded([&] {
-        melkar::DayFile file(path);
+        melkar::DataFile file(path);
         if (!file.IsOpen())
             return melkar::kNoFile;
         ForgetPeriod();
-        file.Head();
-        const CsvRow& header = file.Head();
+        file.Head(melkar::kHeadLimit);
+        const CsvRow& header = file.Head(melkar::kHeadLimit);
         TakeHeaderFields(header);
         m_strAverageIntake = header.Field(2);
         m_strAverage = "";
@@ -82,22 +82,21 @@ long CExpenditureGraph::ReadDataFile(char* path) {
     });
 }
 
+struct CExpenditureGraph::Steps {
+    using G = CExpenditureGraph;
+    static constexpr melkar::Step<G> table[] = {
+        &G::FillCanvas,    &G::DrawAverageIntake, &G::DrawCanvasMeasure, &G::DrawBarChart,
+        &G::DrawCanvas,    &G::DrawTargetAverage, &G::DrawValueOnBar,    &G::DrawDate,
+        &G::DrawVAxsLabel, &G::DrawHAxsLabel,     &G::DrawSecExs,
+    };
+};
+
 long CExpenditureGraph::Draw(CRect area, char* path) {
     return DrawGuarded([&] {
         ReadDataFile(path);
-        if (const long failure = DrawFrame(area))
+        if (const long failure = BeginCycle(area))
             return failure;
-        DrawRectangle(m_hMemDC, m_rcCanvas, m_crCanvas, m_crCanvas, 1);
-        DrawAverageIntake();
-        DrawCanvasMeasure();
-        DrawBarChart();
-        DrawCanvas();
-        DrawTargetAverage();
-        DrawValueOnBar();
-        DrawDate();
-        DrawVAxsLabel();
-        DrawHAxsLabel();
-        DrawSecExs();
+        RunSteps(*this, Steps::table);
         BitBlt();
         return 0L;
     });

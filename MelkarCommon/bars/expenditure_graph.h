@@ -39,4 +39,5 @@ protected:
 
 private:
     struct KeyRows;
+    struct Steps;
 };

@@ -1,8 +1,9 @@
 #include <MelkarCommon/bars/line_graph.h>
 
 #include <MelkarCommon/bars/bar_layout.h>
-#include <MelkarCommon/bars/scale.h>
+#include <MelkarCommon/frame/day_status.h>
 #include <MelkarCommon/frame/key_table.h>
+#include <MelkarCommon/frame/scale.h>
 #include <MelkarCommon/support/numbers.h>
 #include <MelkarCommon/support/platform/drawing.h>
 #include <MelkarCommon/support/scoped.h>
@@ -100,7 +101,7 @@ long CLineGraph::DrawBarChart() {
 }
 
 bool CLineGraph::HasDot(int day, int line) const {
-    return m_dwaStatus[day] == 0 && !m_saLineValues[day * LineCount() + line].IsEmpty();
+    return HasFigures(melkar::ToDayStatus(m_dwaStatus[day])) && !m_saLineValues[day * LineCount() + line].IsEmpty();
 }
 
 /// A day's dot, and the stroke to the dot of the day before.

@@ -55,14 +55,14 @@ melkar::ClassKeys CSimulation::ProfileKeys() { return {"CSimulation", melkar::In
 long CSimulation::ReadWeightDataFile(char* path) {
     melkar::LogText("CSimulation::ReadWeightDataFile");
     return melkar::ReadGuarded([&] {
-        melkar::DayFile file(path);
+        melkar::DataFile file(path);
         if (!file.IsOpen())
             return melkar::kNoFile;
         m_saTargetWeights.RemoveAll();
         m_saWeights.RemoveAll();
         m_saWeightDates.RemoveAll();
-        file.Head();
-        const CsvRow& header = file.Head();
+        file.Head(melkar::kHeadLimit);
+        const CsvRow& header = file.Head(melkar::kHeadLimit);
         if (!file.HasHead())
             return melkar::kNoDays; // an empty file says nothing of the scale
         m_strWeightStart = header.Field(0);
@@ -91,23 +91,22 @@ bool CSimulation::SetWeightScale(int highest, int lowest) {
     return true;
 }
 
+struct CSimulation::Steps {
+    using G = CSimulation;
+    static constexpr melkar::Step<G> table[] = {
+        &G::FillCanvas,     &G::DrawCanvasMeasure, &G::DrawBarChart,  &G::DrawWeightValue, &G::DrawCanvas,
+        &G::DrawValueOnBar, &G::DrawDate,          &G::DrawVAxsLabel, &G::DrawHAxsLabel,   &G::DrawSecExs,
+    };
+};
+
 long CSimulation::Draw(CRect area, char* path) {
     return DrawGuarded([&] {
         ReadDataFile(path);
         std::string plan = std::string(path ? path : "") + ".sim";
         ReadWeightDataFile(plan.data());
-        if (const long failure = DrawFrame(area))
+        if (const long failure = BeginCycle(area))
             return failure;
-        DrawRectangle(m_hMemDC, m_rcCanvas, m_crCanvas, m_crCanvas, 1);
-        DrawCanvasMeasure();
-        DrawBarChart();
-        DrawWeightValue();
-        DrawCanvas();
-        DrawValueOnBar();
-        DrawDate();
-        DrawVAxsLabel();
-        DrawHAxsLabel();
-        DrawSecExs();
+        RunSteps(*this, Steps::table);
         BitBlt();
         return 0L;
     });

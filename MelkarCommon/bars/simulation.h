@@ -42,6 +42,7 @@ protected:
 
 private:
     struct KeyRows;
+    struct Steps;
     bool SetWeightScale(int highest, int lowest);
     melkar::WeightScale PlanScale() const { return {m_nWeightMax, m_nWeightMin, m_nWeightInterval}; }
     void DrawTargetStroke(int row);

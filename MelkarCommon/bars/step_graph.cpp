@@ -23,12 +23,12 @@ CStepGraph::CStepGraph(HWND window, HDC dc, const char* section, HDC shared, HDC
 long CStepGraph::ReadDataFile(char* path) {
     melkar::LogText("CStepGraph::ReadDataFile");
     return melkar::ReadGuarded([&] {
-        melkar::DayFile file(path);
+        melkar::DataFile file(path);
         if (!file.IsOpen())
             return melkar::kNoFile;
         ForgetDays();
-        file.Head();
-        const CsvRow& header = file.Head();
+        file.Head(melkar::kHeadLimit);
+        const CsvRow& header = file.Head(melkar::kHeadLimit);
         TakeHeaderFields(header);
         m_nChartMin = 0;
         m_dChartInterval = kInterval;

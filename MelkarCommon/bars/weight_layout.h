@@ -1,6 +1,6 @@
 #pragma once
 
-#include <MelkarCommon/bars/scale.h>
+#include <MelkarCommon/frame/scale.h>
 #include <MelkarCommon/support/platform/geometry.h>
 
 #include <optional>

@@ -1,5 +1,6 @@
 #include <MelkarCommon/frame/graph.h>
 
+#include <MelkarCommon/frame/day_status.h>
 #include <MelkarCommon/frame/frame_layout.h>
 #include <MelkarCommon/frame/key_table.h>
 #include <MelkarCommon/support/platform/drawing.h>
@@ -10,6 +11,7 @@
 
 #include <algorithm>
 
+using melkar::DayStatus;
 using melkar::KeySection;
 using melkar::ScopedFont;
 
@@ -95,19 +97,19 @@ melkar::ClassKeys CGraph::ProfileKeys() { return {"CGraph", melkar::InfoOf(KeyRo
 
 long CGraph::Draw(CRect area, char*) {
     return DrawGuarded([&] {
-        const long result = DrawFrame(area);
+        const long result = BeginCycle(area);
         if (result == 0)
             BitBlt();
         return result;
     });
 }
 
-long CGraph::DrawFrame(const CRect& area) {
+long CGraph::BeginCycle(const CRect& area) {
     if (!m_hDC)
-        return 201;
+        return melkar::kNoSurface;
     if (!MakesSense(area)) {
         melkar::LogText("CGraph::Draw: rectangle beyond all bounds");
-        return kDrawFailed;
+        return melkar::kDrawFailed;
     }
     PrepareSurface(area);
     DrawRectangle(m_hMemDC, m_rcGraph, m_crBase, m_crBase, 0);
@@ -168,15 +170,14 @@ void CGraph::JudgeStatuses() {
     m_bNoRecords = 1;
     m_bExclude = m_bNoData = days > 0;
     for (int day = 0; day < days; ++day) {
-        const DWORD status = m_dwaStatus[day];
-        if (status != 4)
-            m_bNoRecords = 0;
-        if (status != 1 && status != 2 && status != 3)
-            m_bExclude = 0;
-        if (status != 2 && status != 3)
-            m_bNoData = 0;
+        const DayStatus status = melkar::ToDayStatus(m_dwaStatus[day]);
+        m_bNoRecords &= HasNoRecords(status);
+        m_bExclude &= IsExcluded(status) || HasNoData(status);
+        m_bNoData &= HasNoData(status);
     }
 }
+
+void CGraph::FillCanvas() { DrawRectangle(m_hMemDC, m_rcCanvas, m_crCanvas, m_crCanvas, 1); }
 
 void CGraph::SetSideBar() { m_rcSideBar = melkar::SideBarOf(m_rcGraph); }
 

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <MelkarCommon/api.h>
+#include <MelkarCommon/frame/cycle.h>
+#include <MelkarCommon/frame/results.h>
 #include <MelkarCommon/support/ini_reader.h>
 #include <MelkarCommon/support/platform/arrays.h>
 #include <MelkarCommon/support/platform/cstring.h>
@@ -24,9 +26,7 @@ template <auto Member, class Graph> auto& Of(Graph& graph); // NOLINT(readabilit
 /// finished picture to the shared surface at the place that `Draw` was given; with direct output it paints straight
 /// onto the device context instead. One thread at a time may use a graph and its surfaces.
 ///
-/// Results of graph operations: 0 success; 101 the data file can't be opened; 102 no day rows in it; 103 an exception
-/// while reading; 201 no device context; -999 an exception while drawing; -1 a message was painted and nothing more
-/// is to be drawn.
+/// Results of graph operations stand in `frame/results.h`.
 class MELKAR_API CGraph {
 public:
     /// Reads the graph's keys from "..\conf\graph.cnf".
@@ -76,20 +76,19 @@ public:
     static melkar::ClassKeys ProfileKeys();
 
 protected:
-    static constexpr long kDrawFailed = -999;
-
     static char* GraphProfile(); ///< "..\conf\graph.cnf", from which every constructor reads
     /// The first half of a cycle without the copy at its end, which a derived `Draw` makes once, when it is through.
     /// @return 0, 201 or -999 as `Draw`; throws what the steps throw
-    long DrawFrame(const CRect& area);
+    long BeginCycle(const CRect& area);
     /// Runs a draw cycle; whatever it throws becomes -999.
     template <class Cycle> static long DrawGuarded(Cycle cycle) {
         try {
             return cycle();
         } catch (...) {
-            return kDrawFailed;
+            return melkar::kDrawFailed;
         }
     }
+    void FillCanvas(); ///< the canvas in its colour; a step of many cycles
     /// A font of `size` points (11 if it is 0 or negative) in the graph's face and character set, for the working
     /// surface. The caller owns it.
     HFONT ChartFont(int size, int escapement = 0) const { return ChartFontFor(m_hMemDC, size, escapement); }

@@ -56,4 +56,33 @@ public:
     ScopedBrush(HDC surface, COLORREF color) : ScopedObject(surface, CreateSolidBrush(color)) {}
 };
 
+/// Sets the background mode (OPAQUE or TRANSPARENT) for one scope.
+class ScopedBkMode {
+public:
+    ScopedBkMode(HDC surface, int mode) : m_surface(surface), m_former(SetBkMode(surface, mode)) {}
+    ~ScopedBkMode() {
+        if (m_former != 0)
+            SetBkMode(m_surface, m_former);
+    }
+    ScopedBkMode(const ScopedBkMode&) = delete;
+    ScopedBkMode& operator=(const ScopedBkMode&) = delete;
+
+private:
+    HDC m_surface;
+    int m_former;
+};
+
+/// Sets the colour of texts for one scope.
+class ScopedTextColor {
+public:
+    ScopedTextColor(HDC surface, COLORREF color) : m_surface(surface), m_former(SetTextColor(surface, color)) {}
+    ~ScopedTextColor() { SetTextColor(m_surface, m_former); }
+    ScopedTextColor(const ScopedTextColor&) = delete;
+    ScopedTextColor& operator=(const ScopedTextColor&) = delete;
+
+private:
+    HDC m_surface;
+    COLORREF m_former;
+};
+
 } // namespace melkar

@@ -1,5 +1,6 @@
 #include "draw.h"
 
+#include <MelkarCommon/frame/results.h>
 #include <MelkarCommon/support/platform/drawing.h>
 #include <MelkarCommon/support/platform/surface.h>
 
@@ -15,28 +16,8 @@ struct DeleteSurface {
 };
 using Surface = std::unique_ptr<HDC__, DeleteSurface>;
 
-/// The library's codes in words.
-struct CodeText {
-    long code;
-    const char* text;
-};
-constexpr CodeText kCodeTexts[] = {
-    {101, "the data file can't be opened"},
-    {103, "the data file couldn't be read"},
-    {201, "there is no surface to draw on"},
-    {-999, "drawing broke off"},
-};
-
-const char* TextOf(long code) {
-    for (const CodeText& known : kCodeTexts) {
-        if (known.code == code)
-            return known.text;
-    }
-    return "drawing failed";
-}
-
 int FailWith(long code, const std::string& what) {
-    std::cerr << "melkar: " << code << ": " << TextOf(code) << ": " << what << '\n';
+    std::cerr << "melkar: " << code << ": " << melkar::ResultText(code) << ": " << what << '\n';
     return 1;
 }
 
@@ -119,8 +100,7 @@ int Draw(Request request) {
     const auto chart = request.kind->make(request.chart);
     // A graph draws its former days if the file is missing and doesn't tell; so the file is tried first. One without
     // day rows (102 in some classes) is a picture with a message.
-    constexpr long kNoDayRows = 102;
-    if (const long code = chart->Read(request.data.data()); code != 0 && code != kNoDayRows)
+    if (const long code = chart->Read(request.data.data()); code != 0 && code != melkar::kNoDays)
         return FailWith(code, request.data);
 
     int exitCode = 0;

@@ -1,4 +1,4 @@
-#include <MelkarCommon/bars/scale.h>
+#include <MelkarCommon/frame/scale.h>
 
 #include <MelkarCommon/support/numbers.h>
 

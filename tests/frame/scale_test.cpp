@@ -1,4 +1,4 @@
-#include <MelkarCommon/bars/scale.h>
+#include <MelkarCommon/frame/scale.h>
 
 #include <gtest/gtest.h>
 

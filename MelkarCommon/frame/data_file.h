@@ -1,0 +1,44 @@
+#pragma once
+
+#include <MelkarCommon/frame/results.h>
+#include <MelkarCommon/support/fields.h>
+#include <MelkarCommon/support/platform/files.h>
+
+#include <string>
+
+/// @file
+/// Data files of the host: head rows, then rows that are alike, fields with commas between them.
+
+namespace melkar {
+
+class DataFile {
+public:
+    /// A file that can't be opened leaves a line in the log that names it.
+    explicit DataFile(const char* path);
+
+    bool IsOpen() const { return m_lines.IsOpen(); }
+
+    /// The next row, of at most `limit` characters, line end included (a longer one goes on as the next row); null
+    /// behind the last one. Valid until the next row.
+    const CsvRow* Next(std::size_t limit);
+
+    /// The next row; one of empty fields if there is none. Valid until the next row.
+    const CsvRow& Head(std::size_t limit);
+    bool HasHead() const { return m_hasRow; } ///< whether the head row last asked for is there
+
+private:
+    LineReader m_lines;
+    CsvRow m_row;
+    bool m_hasRow = false;
+};
+
+/// Runs a reader; whatever it throws becomes 103.
+template <class Reader> long ReadGuarded(Reader reader) {
+    try {
+        return reader();
+    } catch (...) {
+        return kReadFailed;
+    }
+}
+
+} // namespace melkar

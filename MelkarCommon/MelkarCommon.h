@@ -10,6 +10,8 @@
 #include <MelkarCommon/bars/simulation.h>
 #include <MelkarCommon/bars/step_graph.h>
 #include <MelkarCommon/circadian/circadian_graph.h>
+#include <MelkarCommon/circadian/circle_graph.h>
+#include <MelkarCommon/circadian/weekly_circadian.h>
 #include <MelkarCommon/frame/cycle.h>
 #include <MelkarCommon/frame/day_status.h>
 #include <MelkarCommon/frame/graph.h>

@@ -5,6 +5,7 @@
 #include <MelkarCommon/bars/line_graph.h>
 #include <MelkarCommon/bars/simulation.h>
 #include <MelkarCommon/circadian/circadian_graph.h>
+#include <MelkarCommon/circadian/circle_graph.h>
 #include <MelkarCommon/frame/graph.h>
 
 namespace melkar {
@@ -49,7 +50,8 @@ std::string Row(const KeyInfo& key) {
 std::vector<ClassKeys> AllProfileKeys() {
     return {CGraph::ProfileKeys(),      CBarGraph::ProfileKeys(),
             CLineGraph::ProfileKeys(),  CExpenditureGraph::ProfileKeys(),
-            CSimulation::ProfileKeys(), CCircadianGraph::ProfileKeys()};
+            CSimulation::ProfileKeys(), CCircadianGraph::ProfileKeys(),
+            CCircleGraph::ProfileKeys()};
 }
 
 std::string KeyReference() {

@@ -1,8 +1,11 @@
 #include <MelkarCommon/support/fields.h>
 
+#include <MelkarCommon/support/numbers.h>
 #include <MelkarCommon/support/platform/files.h>
 #include <MelkarCommon/support/platform/values/ascii.h>
 
+#include <cstdint>
+#include <optional>
 #include <string_view>
 
 namespace {
@@ -38,6 +41,30 @@ const char* FindField(const char* line, int index) {
             --index;
     }
     return line;
+}
+
+constexpr bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+
+/// The value of a field of plain digits with at most one point, as nearly all are; nothing for any other field. Whole
+/// number and power of ten are exact, so that their quotient is the nearest double, as of any other way of reading.
+std::optional<double> PlainDecimal(const char* field) {
+    constexpr int kExactDigits = 15;
+    constexpr double kPowers[] = {1, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+    std::int64_t number = 0;
+    int digits = 0;
+    const auto takeDigits = [&] {
+        for (; IsDigit(*field) && digits <= kExactDigits; ++field, ++digits)
+            number = number * 10 + (*field - '0');
+    };
+    takeDigits();
+    const int whole = digits;
+    if (*field == '.') {
+        ++field;
+        takeDigits();
+    }
+    if (digits == 0 || digits > kExactDigits || !EndsField(*field))
+        return std::nullopt;
+    return static_cast<double>(number) / kPowers[digits - whole];
 }
 
 } // namespace
@@ -78,5 +105,10 @@ const char* CsvRow::Start(int index) const {
 CString CsvRow::Field(int index) const { return CString(FieldAt(Start(index))); }
 
 int CsvRow::IntField(int index) const { return ParseInt(FieldAt(Start(index))); }
+
+double CsvRow::DoubleField(int index) const {
+    const std::optional<double> plain = PlainDecimal(Start(index));
+    return plain ? *plain : ToDouble(Field(index));
+}
 
 } // namespace melkar

@@ -27,9 +27,10 @@ public:
     /// `line` must stay alive as long as the row; null counts as empty.
     explicit CsvRow(const char* line) { Split(line); }
     CsvRow() = default;
-    void Split(const char* line);   ///< takes another line, keeping the memory
-    CString Field(int index) const; ///< empty if there is none
-    int IntField(int index) const;  ///< through `atoi`
+    void Split(const char* line);        ///< takes another line, keeping the memory
+    CString Field(int index) const;      ///< empty if there is none
+    int IntField(int index) const;       ///< through `atoi`
+    double DoubleField(int index) const; ///< through `atof`
 
 private:
     const char* Start(int index) const;

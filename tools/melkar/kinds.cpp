@@ -1,5 +1,6 @@
 #include "kinds.h"
 
+#include "circadian_charts.h"
 #include "day_chart.h"
 #include "tool_graph.h"
 
@@ -27,6 +28,10 @@ constexpr Kind kKinds[] = {
     {"activity", "activity calories of days or periods", Make<CActivityCalGraph>},
     {"simulation", "measured and planned weight over activity calories", Make<CSimulation>},
     {"day", "activity of one day, from a weekly file", MakeDay},
+    {"week", "a sheet for each day of a week, as on the screen", MakeWeek},
+    {"week-print", "the same as printed, a week a page", MakePrintedWeek},
+    {"circle", "light, moderate and vigorous time as a pie, legend below it", MakeCircle},
+    {"circle-separate", "the same with the legend beside it", MakeSeparateCircle},
 };
 
 } // namespace

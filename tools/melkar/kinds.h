@@ -16,10 +16,13 @@ namespace melkar::tool {
 /// What a host decides beside the profile and the data file.
 struct ChartOptions {
     std::string section;
-    int series = 0;      ///< figures per day; 0 leaves the class's own number
-    std::string target;  ///< the same target for every day; empty leaves the targets of the data file
-    bool figures = true; ///< figures above the bars
-    std::string date;    ///< the day of a weekly file to draw, YYYYMMDD; empty for its first one
+    int series = 0;       ///< figures per day; 0 leaves the class's own number
+    std::string target;   ///< the same target for every day; empty leaves the targets of the data file
+    bool figures = true;  ///< figures above the bars
+    int page = 0;         ///< of the printed sheet
+    int moderateFrom = 4; ///< first and last level of the moderate class of the circle
+    int moderateTo = 6;
+    std::string date; ///< the day of a weekly file to draw, YYYYMMDD; empty for its first one
 };
 
 /// The surfaces that a host hands to a graph.

@@ -47,7 +47,7 @@ std::string KindList() {
     std::ostringstream list;
     list << "Kinds:\n" << std::left;
     for (const Kind& kind : Kinds())
-        list << "  " << std::setw(14) << kind.name << kind.description << '\n';
+        list << "  " << std::setw(17) << kind.name << kind.description << '\n';
     return list.str();
 }
 
@@ -66,6 +66,9 @@ void AddDrawOptions(CLI::App& draw, Arguments& arguments) {
     draw.add_option("--target", arguments.chart.target, "Target of every day")->check(CLI::Number);
     draw.add_option("--date", arguments.chart.date,
                     "YYYYMMDD: the day of a weekly file to draw; its first one if none");
+    draw.add_option("--page", arguments.chart.page, "Week of the printed sheet, from 0");
+    draw.add_option("--from", arguments.chart.moderateFrom, "First intensity level of the circle's moderate class");
+    draw.add_option("--to", arguments.chart.moderateTo, "Its last level");
     draw.add_flag("--no-figures", arguments.noFigures, "No figures above the bars");
     draw.add_option("--hover", arguments.hover, "X,Y: paint the balloon of this point into the picture (.png only)");
     draw.add_option("--click", arguments.click, "X,Y: print the day at this point");

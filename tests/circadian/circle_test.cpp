@@ -1,0 +1,245 @@
+#include <MelkarCommon/circadian/circle_graph.h>
+#include <MelkarCommon/circadian/circle_layout.h>
+#include <MelkarCommon/support/platform/drawing.h>
+#include <MelkarCommon/support/platform/surface.h>
+#include <support/temp_workdir.h>
+
+#include <gmock/gmock.h>
+
+#include <climits>
+#include <iterator>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace {
+
+using melkar::ClassFigures;
+using melkar::ShowsSlice;
+using testing::HasSubstr;
+
+CStringArray Levels(std::initializer_list<const char*> minutes) {
+    CStringArray levels;
+    for (const char* text : minutes)
+        levels.Add(text);
+    return levels;
+}
+
+std::string Text(const ClassFigures& figures) {
+    std::ostringstream text;
+    text << figures.light << " " << figures.moderate << " " << figures.vigorous;
+    return text.str();
+}
+
+std::string Text(const CRect& rect) {
+    std::ostringstream text;
+    text << rect.left << "," << rect.top << "-" << rect.right << "," << rect.bottom;
+    return text.str();
+}
+
+TEST(CircleShares, OfTheClasses) {
+    const CStringArray nine = Levels({"1", "2", "4", "8", "16", "32", "64", "128", "256"});
+    const struct Case {
+        const char* why;
+        CStringArray levels;
+        int from, to;
+        const char* minutes;
+    } cases[] = {
+        {"usual bounds", nine, 4, 6, "7 56 448"},
+        {"a moderate class of nothing", nine, 5, 4, "15 0 496"},
+        {"ends before it begins: likewise", nine, 5, 1, "15 0 496"},
+        {"below the first level", nine, INT_MIN, 6, "0 63 448"},
+        {"beyond the last one", nine, 4, INT_MAX, "7 504 0"},
+        {"all beyond it", nine, INT_MAX, INT_MAX, "511 0 0"},
+        {"fewer levels than bounds", Levels({"1", "2"}), 4, 6, "3 0 0"},
+        {"no levels", {}, 4, 6, "0 0 0"},
+        {"no numbers", Levels({"x", "nan", "inf", "", "1e999", "0.5"}), 1, 6, "0 0.5 0"},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(Text(melkar::MinutesOf(c.levels, c.from, c.to)), c.minutes) << c.why;
+    EXPECT_EQ(Text(melkar::SharesOf({1, 2, 5})), "12.5 25 62.5");
+    EXPECT_EQ(Text(melkar::SharesOf({-1, 2, 1})), "0 100 50") << "a share isn't below 0";
+    EXPECT_EQ(Text(melkar::SharesOf({})), "0 0 0");
+}
+
+TEST(CircleShares, AddUpToAHundred) {
+    constexpr double kThird = 100 / 3.0;
+    constexpr double kSixth = 100 / 6.0;
+    const struct Case {
+        const char* why;
+        ClassFigures shares;
+        const char* rounded;
+    } cases[] = {
+        {"of equals the light one takes it", {kThird, kThird, kThird}, "33.4 33.3 33.3"},
+        {"moderate the largest", {kSixth, 4 * kSixth, kSixth}, "16.7 66.6 16.7"},
+        {"vigorous the largest", {kSixth, kSixth, 4 * kSixth}, "16.7 16.7 66.6"},
+        {"light the largest", {4 * kSixth, kSixth, kSixth}, "66.6 16.7 16.7"},
+        {"the two larger ones alike: the first", {0.34, 49.83, 49.83}, "0.3 49.9 49.8"},
+        {"nothing stays nothing", {}, "0 0 0"},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(Text(melkar::RoundedShares(c.shares)), c.rounded) << c.why;
+}
+
+TEST(CircleLayout, Areas) {
+    const struct Case {
+        const char* why;
+        melkar::CircleAreas areas;
+        const char *circle, *legend;
+    } cases[] = {
+        {"below, 3/5 of the height", melkar::LegendBelow({10, 20, 410, 320}), "120,50-300,230", "10,230-410,320"},
+        {"below, 3/5 of the width - 2", melkar::LegendBelow({10, 20, 110, 320}), "31,80-89,138", "10,138-110,320"},
+        {"beside", melkar::LegendBeside({10, 20, 610, 320}), "190,80-430,320", "430,20-610,320"},
+        {"beside, no larger than the width", melkar::LegendBeside({10, 20, 110, 320}), "610,220-710,320",
+         "710,20-110,320"},
+    };
+    for (const Case& c : cases) {
+        EXPECT_EQ(Text(c.areas.circle), c.circle) << c.why;
+        EXPECT_EQ(Text(c.areas.legend), c.legend) << c.why;
+    }
+}
+
+// The full circle ends a millionth early: 100 x sin is 99.99..., cut to 99, and half of it 49.
+TEST(CircleLayout, Marks) {
+    const melkar::CircleMarks quarters = melkar::MarksOf({0, 0, 100, 100}, {2, 1, 1});
+    EXPECT_EQ(quarters.top, CPoint(50, 0));
+    EXPECT_EQ(quarters.vigorousEnd, CPoint(1, 50)) << "counter-clockwise from twelve o'clock";
+    EXPECT_EQ(quarters.moderateEnd, CPoint(50, 99));
+    EXPECT_EQ(melkar::MarksOf({0, 0, 100, 100}, {0, 0, 1}).vigorousEnd, CPoint(50, 1));
+
+    EXPECT_FALSE(ShowsSlice({50, 0}, {50, 1}, 0.99));
+    EXPECT_TRUE(ShowsSlice({50, 0}, {49, 1}, 0.1)) << "across and down count together";
+    EXPECT_TRUE(ShowsSlice({50, 0}, {50, 0}, 1.0)) << "all of the time";
+}
+
+// 100 / 17 lines leave one free below and above: (1 + 0.2) x 17 is 20.4, (1 + 1.2) x 17 37.4, then 56.1, 54.4, 73.1.
+TEST(CircleLayout, Legend) {
+    const melkar::LegendSizes sizes{17, 50, 40, 60};
+    const melkar::CircleLegend beside = melkar::LegendOf({5, 230, 405, 330}, sizes, false);
+    EXPECT_EQ(Text(beside.light.square), "13,293-30,310");
+    EXPECT_EQ(Text(beside.moderate.square), "13,274-30,293");
+    EXPECT_EQ(Text(beside.vigorous.square), "13,257-30,276");
+    EXPECT_EQ(Text(beside.moderate.label), "30,274-80,293");
+    EXPECT_EQ(Text(beside.moderate.percent), "88,274-128,293") << "80 + 8.5, 80 + 40 + 8.5";
+    EXPECT_EQ(Text(beside.moderate.minutes), "143,274-203,293") << "128 + 15.3";
+    const melkar::CircleLegend centred = melkar::LegendOf({5, 230, 405, 330}, sizes, true);
+    EXPECT_EQ(Text(centred.light.square), "114,293-131,310") << "half of 405 - 203";
+    EXPECT_EQ(Text(centred.vigorous.minutes), "244,257-304,276");
+    melkar::LegendOf({5, 230, 405, 330}, {0, 0, 0, 0}, true); // a line without height divides nothing
+}
+
+class CircleTest : public testing::Test {
+protected:
+    CircleTest() {
+        m_files.Write("conf/graph.cnf", "[COMMON]\nFONT=Fixed\nTARGETSIZE=15\nNORECORDS_MESSAGE=none\n"
+                                        "BASECOLOR_RGB=200,200,200\n[CIRCLE]\nTITLELABEL=Active\nTITLESIZE=15\n"
+                                        "TITLECOLOR_RGB=0,0,9\nMIN=min\nLIGHTLABEL=low\nMODERATELABEL=mid\n"
+                                        "VIGOROUSLABEL=high\nLIGHTCOLOR_RGB=1,0,0\nMODERATECOLOR_RGB=2,0,0\n"
+                                        "VIGOROUSCOLOR_RGB=3,0,0\n");
+    }
+    ~CircleTest() override { EXPECT_EQ(LiveObjectCount(), m_liveBefore); }
+
+    /// The minutes at the levels 1, 5 and 9. @return the record's lines that hold `word`
+    std::vector<std::string> Record(CStringArray levels, const std::string& word, bool isSeparate = false) {
+        HDC record = CreateRecordingSurface(600, 400);
+        {
+            CCircleGraph graph(nullptr, record, "CIRCLE", nullptr, nullptr, nullptr);
+            graph.SetDirectOutput(1);
+            EXPECT_EQ(graph.SetData(&levels), 0);
+            const CRect area(0, 0, 600, 400);
+            EXPECT_EQ(isSeparate ? graph.DrawSeparate(area, nullptr) : graph.Draw(area, nullptr), 0);
+        }
+        std::istringstream text(GetRecording(record));
+        DeleteDC(record);
+        std::vector<std::string> lines;
+        for (std::string line; std::getline(text, line);)
+            if (line.find(word) != std::string::npos)
+                lines.push_back(line);
+        return lines;
+    }
+
+    static CStringArray Classes(const char* light, const char* moderate, const char* vigorous) {
+        return Levels({light, "", "", "", moderate, "", "", "", vigorous});
+    }
+
+    TempWorkdir m_files;
+    std::size_t m_liveBefore = LiveObjectCount();
+};
+
+TEST_F(CircleTest, SlicesOfWhatThereIs) {
+    const struct Case {
+        const char* why;
+        CStringArray levels;
+        std::size_t slices;
+        const char* last; ///< colour of the last one
+    } cases[] = {
+        {"three", Classes("2", "1", "1"), 3, "fill #020000"},
+        {"one is the whole disc", Classes("", "", "5"), 1, "fill #030000"},
+        {"no light time: no disc of it over the others", Classes("", "1", "1"), 2, "fill #020000"},
+        {"a thousandth: its neighbours meet", Classes("1000", "1", "1000"), 2, "fill #030000"},
+        {"less than a hundredth of a minute", Classes("0.004", "0.003", "0.002"), 0, ""},
+    };
+    for (const Case& c : cases) {
+        auto slices = Record(c.levels, "fill");
+        std::erase_if(slices, [](const std::string& line) { return line.starts_with("fill"); });
+        ASSERT_EQ(slices.size(), c.slices) << c.why;
+        EXPECT_THAT(slices.empty() ? "" : slices.back(), HasSubstr(c.last)) << c.why;
+    }
+    EXPECT_THAT(m_files.Read("log/graph.log"), HasSubstr("CircleGraph S=50.000000 M=25.000000 V=25.000000"));
+    // 600 x 400: a circle of 240 at (180, 40); 240 x sin is 239.99..., cut, halved to 119
+    EXPECT_THAT(m_files.Read("log/graph.log"), HasSubstr("CircleGraph 0(300,40) SM(300,279), MV(181,160)"));
+}
+
+// Vigorous is the upper left quarter, moderate the lower left one, light the right half.
+TEST_F(CircleTest, RunsCounterClockwise) {
+    HDC shared = CreateMemorySurface(600, 400);
+    {
+        CCircleGraph graph(nullptr, shared, "CIRCLE", shared, nullptr, nullptr);
+        CStringArray levels = Classes("2", "1", "1");
+        graph.SetData(&levels);
+        EXPECT_EQ(graph.Draw({0, 0, 600, 400}, nullptr), 0);
+        const auto redAt = [&](int x, int y) { return (GetPixels(shared).pixels[y * 600 + x] >> 16) & 0xFF; };
+        EXPECT_EQ(redAt(260, 120), 3U);
+        EXPECT_EQ(redAt(260, 200), 2U);
+        EXPECT_EQ(redAt(340, 120), 1U);
+        EXPECT_EQ(redAt(340, 200), 1U);
+    }
+    DeleteDC(shared);
+}
+
+// Characters of 12 x 25 in a legend from (0, 280) to (600, 400), no line of it free: rows from 370, 343 and 318 on.
+// Squares end at 37, labels at 97, shares of 84 at 193, minutes of 108 at 323; all moves right by 138.
+TEST_F(CircleTest, LegendShowsSharesAndMinutes) {
+    const auto texts = Record(Classes("12.5", "6.25", "125.5"), "text");
+    ASSERT_EQ(texts.size(), 11U) << "the title twice, then nine of the legend";
+    const char* expected[] = {"\" low\" 175,370",      "\" mid\" 175,343",      "\" high\" 175,318",
+                              "\"  8.7 %\" 247,370",   "\"  4.3 %\" 247,343",   "\" 87.0 %\" 247,318",
+                              "\" 12.5 min\" 353,370", "\"  6.2 min\" 353,343", "\"125.5 min\" 353,318"};
+    for (std::size_t i = 0; i < std::size(expected); ++i)
+        EXPECT_THAT(texts[i + 2], HasSubstr(expected[i]));
+    const auto none = Record({}, "text");
+    ASSERT_EQ(none.size(), 11U);
+    EXPECT_THAT(none[5], HasSubstr("\"  0.0 %\"")) << "nothing makes no hundred";
+}
+
+TEST_F(CircleTest, WithoutDataOrSurface) {
+    HDC record = CreateRecordingSurface(600, 400);
+    {
+        CCircleGraph graph(nullptr, nullptr, "CIRCLE", nullptr, nullptr, nullptr);
+        EXPECT_EQ(graph.Draw({0, 0, 600, 400}, nullptr), 201);
+        graph.Initialize(nullptr, record, nullptr, nullptr, nullptr);
+        graph.SetDirectOutput(1);
+        EXPECT_EQ(graph.DrawSeparate({0, 0, 600, 400}, nullptr), 0);
+        EXPECT_THAT(GetRecording(record), HasSubstr("text \"none\""));
+        graph.m_nModerateFrom = INT_MIN;
+        graph.m_nModerateTo = INT_MAX;
+        EXPECT_EQ(graph.SetData(nullptr), 0);
+        for (const CRect& area : {CRect(0, 0, 0, 0), CRect(5, 5, 2, 2), CRect(0, 0, 1, 900), CRect(0, 0, 900, 1)}) {
+            EXPECT_EQ(graph.Draw(area, nullptr), 0);
+            EXPECT_EQ(graph.DrawSeparate(area, nullptr), 0);
+        }
+    }
+    DeleteDC(record);
+}
+
+} // namespace

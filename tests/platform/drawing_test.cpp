@@ -1,5 +1,7 @@
 // The drawing calls: objects and their owners, modes, what a rectangle covers, text in boxes, copies between surfaces.
 
+#include "support/temp_workdir.h"
+
 #include <MelkarCommon/support/platform/drawing.h>
 #include <MelkarCommon/support/platform/surface.h>
 #include <MelkarCommon/support/scoped.h>
@@ -158,6 +160,8 @@ TEST(DrawingText, IsMeasuredFromLeftAndTop) {
         {"single line", "a\nb", DT_SINGLELINE, {0, 0, 0, 0}, 18, 13},
         {"wraps at the width", "ab cd ef", DT_WORDBREAK, {10, 0, 42, 0}, 40, 26},
         {"a wider word stays whole", "ab abcdefgh", DT_WORDBREAK, {0, 0, 20, 0}, 48, 26},
+        {"which makes room for the others", "ab cd abcdefgh", DT_WORDBREAK, {0, 0, 20, 0}, 48, 26},
+        {"Han characters are an em wide", "歩数a", DT_SINGLELINE, {0, 0, 0, 0}, 26, 13},
         {"no text", "", 0, {5, 6, 50, 60}, 5, 6},
         {"no text in a line", "", DT_SINGLELINE, {5, 6, 50, 60}, 5, 19},
     };
@@ -166,6 +170,39 @@ TEST(DrawingText, IsMeasuredFromLeftAndTop) {
     for (const Case& c : cases)
         EXPECT_EQ(Measured(surface.handle, c.text, c.format, c.box), CRect(c.box.left, c.box.top, c.right, c.bottom))
             << c.why;
+}
+
+TEST(DrawingText, WrapsInItsMeasuredBoxAsItWasMeasured) {
+    const TempWorkdir work;
+    const Surface surfaces[] = {Surface(CreateMemorySurface(300, 300)), Surface(CreateRecordingSurface(300, 300)),
+                                Surface(CreatePageSurface("page.pdf", PageFormat::Pdf, 300, 300, 96))};
+    for (const char* text :
+         {"Average intake  of the last  week (kcal)", "  Blanks   everywhere   ", "first\r\n\nthird line",
+          "直近１週間の　平均摂取カロリー、(kcal)。 基準 1,800 kcal/日", "שלום   עולם 123 שלום"})
+        for (const Surface& surface : surfaces)
+            for (int width = 0; width < 240; ++width) {
+                const CRect box = Measured(surface.handle, text, DT_WORDBREAK, {7, 5, 7 + width, 5});
+                const CRect again = Measured(surface.handle, text, DT_WORDBREAK, box);
+                ASSERT_EQ(again, box) << text << " in " << width;
+                CRect painted = box;
+                EXPECT_EQ(DrawTextExA(surface.handle, std::string(text).data(), -1, &painted, DT_WORDBREAK, nullptr),
+                          box.Height())
+                    << text << " in " << width;
+            }
+}
+
+TEST(DrawingText, TurnedGroundStaysInItsBox) {
+    const Surface surface(CreateMemorySurface(100, 100));
+    const ScopedFont font(surface.handle, FontOf(-12, 300));
+    SetBkColor(surface.handle, kRed);
+    CRect box(20, 40, 60, 80);
+    DrawTextExA(surface.handle, std::string("  Schritte").data(), -1, &box, 0, nullptr);
+    EXPECT_EQ(surface.At(22, 41), kRedPixel) << "before the first letter";
+    for (int y = 0; y < 100; ++y)
+        for (int x = 0; x < 100; ++x)
+            EXPECT_TRUE(box.PtInRect({x, y}) || surface.At(x, y) == 0xFFFFFFFFU) << x << "," << y;
+    DrawRectangle(surface.handle, RECT{0, 0, 9, 9}, kRed, kRed, 1);
+    EXPECT_EQ(surface.At(5, 5), kRedPixel) << "the clip is gone with the text";
 }
 
 TEST(DrawingText, IsPlacedInItsBox) {

@@ -77,21 +77,24 @@ int WidthOf(const std::shared_ptr<TextFace>& face, std::string_view text) {
     return LayOutText(face, text, true, kNoWrap)->width;
 }
 
-// With a real font: a width is given as that of another text.
-TEST(TextLayout, WrapsShapedText) {
+// A width is given as that of another text.
+TEST(TextLayout, WrapsByOneRule) {
     const struct Case {
         const char *why, *text, *asWideAs;
         std::vector<std::string> lines;
     } cases[] = {
         {"fits exactly", "The quick fox", "The quick", {"The quick", "fox"}},
         {"blanks at a wrap don't count", "The   fox", "The", {"The", "fox"}},
+        {"nor do those at the end once there is no room", "The fox   ", "The fox ", {"The fox "}},
         {"leading blanks stay with their word", "  fox jumps", "f", {"  fox", "jumps"}},
         {"no width", "a b", "", {"a", "b"}},
         {"Han and kana break anywhere", "漢字かな文", "漢字", {"漢字", "かな", "文"}},
         {"but not before a full stop", "漢字。文", "漢字", {"漢", "字。", "文"}},
+        {"Latin among Han: words stay whole", "歩steps数", "歩st", {"歩", "steps", "数"}},
+        {"hyphens", "step-by-step", "step-by-", {"step-by-", "step"}},
         {"right to left", "שלום עולם", "שלום", {"שלום", "עולם"}},
     };
-    for (const TextMedium medium : {TextMedium::Pixels, TextMedium::Page})
+    for (const TextMedium medium : {TextMedium::Pixels, TextMedium::Page, TextMedium::Fixed})
         for (const Case& c : cases) {
             const auto face = Face(medium);
             const int width = WidthOf(face, c.asWideAs);

@@ -34,6 +34,20 @@ Shape TurnedBox(POINT at, int width, int height, int escapement) {
     return box;
 }
 
+/// The ground behind a line of text, within `clip`.
+void PaintGround(HDC surface, const RECT& clip, POINT at, int width, int height) {
+    Backend& backend = *surface->backend;
+    const Color color = ToColor(surface->bkColor);
+    const int escapement = surface->font->description.lfEscapement;
+    if (escapement == 0) {
+        const Box ground{at.x, at.y, std::int64_t{at.x} + width, std::int64_t{at.y} + height};
+        return backend.FillRect(ClipBox(ground, clip), color);
+    }
+    backend.SetClip(ClipBox(ToBox(clip), surface->bounds));
+    backend.FillShape(TurnedBox(at, width, height, escapement), color);
+    backend.SetClip(surface->bounds);
+}
+
 /// One line with its top-left corner at `at`, on its background if the mode is opaque.
 void PaintLine(HDC surface, const std::shared_ptr<const TextLayout>& layout, std::size_t index, POINT at,
                const RECT& clip) {
@@ -41,17 +55,9 @@ void PaintLine(HDC surface, const std::shared_ptr<const TextLayout>& layout, std
     if (!backend)
         return;
     const TextLine& line = layout->lines[index];
-    const int escapement = surface->font->description.lfEscapement;
-    if (surface->bkMode == OPAQUE && line.width > 0) {
-        const Color background = ToColor(surface->bkColor);
-        if (escapement == 0)
-            backend->FillRect(ClipBox(ToBox(clip), {at.x, at.y, Saturated(std::int64_t{at.x} + line.width),
-                                                    Saturated(std::int64_t{at.y} + layout->lineHeight)}),
-                              background);
-        else
-            backend->FillShape(TurnedBox(at, line.width, layout->lineHeight, escapement), background);
-    }
-    backend->PaintText(layout, index, at, escapement, ToColor(surface->textColor), clip);
+    if (surface->bkMode == OPAQUE && line.width > 0)
+        PaintGround(surface, clip, at, line.width, layout->lineHeight);
+    backend->PaintText(layout, index, at, surface->font->description.lfEscapement, ToColor(surface->textColor), clip);
 }
 
 /// Left end of a line in the rectangle.
@@ -100,11 +106,15 @@ int DrawTextExA(HDC surface, char* text, int length, RECT* rect, UINT format, vo
         return 0;
     const bool singleLine = (format & DT_SINGLELINE) != 0;
     const bool wraps = (format & DT_WORDBREAK) && !singleLine;
+    const bool measures = (format & DT_CALCRECT) != 0;
     const std::int64_t room = std::int64_t{rect->right} - rect->left;
     const int wrapWidth = wraps ? static_cast<int>(std::clamp<std::int64_t>(room, 0, INT32_MAX)) : kNoWrap;
-    const auto layout = LayOutText(surface->Face(), Bytes(*surface, text, length), singleLine, wrapWidth);
+    const std::string_view bytes = Bytes(*surface, text, length);
+    auto layout = LayOutText(surface->Face(), bytes, singleLine, wrapWidth);
+    if (measures && wraps && layout->width > wrapWidth) // a wide word makes room for the others in the measured box
+        layout = LayOutText(surface->Face(), bytes, singleLine, layout->width);
     const int height = singleLine ? layout->lineHeight : layout->Height(); // a single line is there without text, too
-    if (format & DT_CALCRECT) {
+    if (measures) {
         rect->right = Saturated(std::int64_t{rect->left} + layout->width);
         rect->bottom = Saturated(std::int64_t{rect->top} + height);
     } else {

@@ -199,7 +199,6 @@ void TextFace::MakeShaper(const LOGFONTA& description, const std::string& family
     const auto context = MakeContext(font.get(), charset, medium == TextMedium::Pixels);
     shaper.reset(pango_layout_new(context.get()));
     pango_layout_set_auto_dir(shaper.get(), TRUE);
-    pango_layout_set_wrap(shaper.get(), PANGO_WRAP_WORD);
 }
 
 std::shared_ptr<TextFace> FindFace(const LOGFONTA& description, TextMedium medium) {

@@ -1,64 +1,58 @@
 #include <MelkarCommon/support/platform/text/text_face.h>
 #include <MelkarCommon/support/platform/text/text_parts.h>
+#include <MelkarCommon/support/platform/text/text_wrap.h>
 
-#include <algorithm>
 #include <cmath>
 
 /// @file
-/// Texts without a font: every character is as wide as every other, on every machine.
+/// Texts without a font: characters have one of two widths, on every machine.
 
 namespace melkar {
 namespace {
 
 constexpr double kAdvance = 0.6; // ems
+constexpr double kWideAdvance = 1;
 
-int AdvanceOf(const TextFace& face) {
+int Pixels(double advance) {
     constexpr double kRounding = 1e-9; // a product that is whole but for rounding isn't rounded up
-    return static_cast<int>(std::ceil(face.size.em * kAdvance - kRounding));
+    return static_cast<int>(std::ceil(advance - kRounding));
 }
 
-int WidthOf(std::string_view line, int advance) {
-    const auto characters =
-        std::count_if(line.begin(), line.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) != 0x80; });
-    return static_cast<int>(characters) * advance;
+/// Han characters, kana, Hangul and full-width forms are an em wide.
+std::vector<std::int64_t> ReachOf(std::string_view text, double em) {
+    const int narrow = Pixels(em * kAdvance);
+    const int wide = Pixels(em * kWideAdvance);
+    std::vector<std::int64_t> reach(text.size() + 1);
+    std::int64_t pen = 0;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        reach[i] = pen;
+        if ((static_cast<unsigned char>(text[i]) & 0xC0U) != 0x80)
+            pen += g_unichar_iswide(g_utf8_get_char(text.data() + i)) != FALSE ? wide : narrow;
+    }
+    reach[text.size()] = pen;
+    return reach;
 }
 
-TextLine MakeLine(std::string_view text, int advance) {
-    TextLine line;
-    line.utf8 = text;
-    line.width = WidthOf(text, advance);
-    return line;
-}
-
-/// The end of the word that follows the blanks at `i`.
-std::size_t EndOfWord(std::string_view text, std::size_t i) {
-    const std::size_t word = text.find_first_not_of(' ', i);
-    return std::min(text.find(' ', std::min(word, text.size())), text.size());
+std::vector<std::size_t> BreaksIn(const std::string& text) {
+    const auto characters = static_cast<std::size_t>(g_utf8_strlen(text.data(), static_cast<gssize>(text.size())));
+    std::vector<PangoLogAttr> attributes(characters + 1);
+    pango_get_log_attrs(text.data(), static_cast<int>(text.size()), -1, pango_language_from_string("en"),
+                        attributes.data(), static_cast<int>(attributes.size()));
+    return BreaksOf(text, attributes.data());
 }
 
 } // namespace
 
 void MeasureParagraph(const TextFace& face, const std::string& paragraph, int wrapWidth, std::vector<TextLine>& lines) {
-    const int advance = AdvanceOf(face);
-    std::string_view rest = paragraph;
-    while (wrapWidth != kNoWrap) {
-        // The first word stays on the line with the blanks before it, however wide; others while they fit.
-        std::size_t end = EndOfWord(rest, 0);
-        int width = WidthOf(rest.substr(0, end), advance);
-        while (end < rest.size()) {
-            const std::size_t next = EndOfWord(rest, end);
-            width += WidthOf(rest.substr(end, next - end), advance);
-            if (width > wrapWidth)
-                break;
-            end = next;
-        }
-        const std::size_t word = rest.find_first_not_of(' ', end);
-        if (word == std::string_view::npos)
-            break;
-        lines.push_back(MakeLine(rest.substr(0, end), advance));
-        rest.remove_prefix(word);
+    WrapText text{paragraph, {paragraph.size()}, ReachOf(paragraph, face.size.em)};
+    if (wrapWidth != kNoWrap)
+        text.breaks = BreaksIn(paragraph);
+    for (const LineSpan& span : WrapLines(text, wrapWidth != kNoWrap ? wrapWidth : text.reach.back())) {
+        TextLine line;
+        line.utf8 = paragraph.substr(span.start, span.end - span.start);
+        line.width = static_cast<int>(text.reach[span.end] - text.reach[span.start]);
+        lines.push_back(std::move(line));
     }
-    lines.push_back(MakeLine(rest, advance));
 }
 
 } // namespace melkar

@@ -28,8 +28,8 @@ enum class PageFormat { Pdf, Svg };
 MELKAR_API HDC CreatePageSurface(const char* path, PageFormat format, int width, int height, int dpi);
 
 /// Keeps what is drawn as a list of operations. Text is measured with a built-in font of fixed metrics (each
-/// character 3/5 of the em height wide, a line 5/4 of it high, rounded up), so that no machine's fonts change
-/// a record.
+/// character 3/5 of the em height wide, Han and other wide ones an em, a line 5/4 of it high, rounded up), so that no
+/// machine's fonts change a record.
 MELKAR_API HDC CreateRecordingSurface(int width, int height, int dpi = 96);
 
 /// The pixels of a memory surface; `stride` in pixels.

@@ -15,6 +15,7 @@
 #include <string>
 #include <string_view>
 #include <sys/file.h>
+#include <sys/stat.h>
 #include <thread>
 #include <unistd.h>
 
@@ -26,7 +27,8 @@ constexpr off_t kRecord = 122; // a piece and CR LF
 constexpr off_t kHead = 10;    // the counter and CR LF
 constexpr std::size_t kCounterDigits = 8;
 constexpr int kLastRecord = 100000;
-constexpr auto kLongestWait = std::chrono::seconds(1);
+constexpr auto kLongestWait = std::chrono::milliseconds(100); // for a process that was put to sleep while it wrote
+constexpr auto kTimeWithoutWait = std::chrono::seconds(10);   // after a wait that was in vain
 
 bool WriteAt(int file, off_t offset, std::string_view bytes) {
     while (!bytes.empty()) {
@@ -63,16 +65,26 @@ void MakeLog(const std::string& path) {
     unlink(unnamed.c_str());
 }
 
-/// Waits for the lock, at most `kLongestWait`. A file system that knows no locks counts as locked.
+/// Waits for the lock, at most `kLongestWait`; after a wait in vain this thread doesn't wait again for a while, or
+/// until it has got a lock: a log that somebody else holds costs a line, but not the time of each drawing. A file
+/// system that knows no locks counts as locked.
 bool Lock(int file) {
-    const auto deadline = std::chrono::steady_clock::now() + kLongestWait;
+    using Clock = std::chrono::steady_clock;
+    static thread_local Clock::time_point t_noWaitUntil;
+    const auto start = Clock::now();
     while (flock(file, LOCK_EX | LOCK_NB) != 0) {
         if (errno != EWOULDBLOCK && errno != EINTR)
             return true;
-        if (std::chrono::steady_clock::now() >= deadline)
+        const auto now = Clock::now();
+        if (now < t_noWaitUntil)
             return false;
+        if (now - start >= kLongestWait) {
+            t_noWaitUntil = now + kTimeWithoutWait;
+            return false;
+        }
         std::this_thread::sleep_for(std::chrono::milliseconds(1));
     }
+    t_noWaitUntil = {};
     return true;
 }
 
@@ -106,10 +118,27 @@ private:
     int m_file = -1;
 };
 
-/// The number of the record last written, whatever stands in the head; -1 if the head can't be read.
-int LastRecord(int file) {
+bool IsEmptyFile(int file) {
+    struct stat status {};
+    return fstat(file, &status) == 0 && S_ISREG(status.st_mode) && status.st_size == 0;
+}
+
+bool IsSymlink(const std::string& path) {
+    struct stat status {};
+    return lstat(path.c_str(), &status) == 0 && S_ISLNK(status.st_mode);
+}
+
+/// The number of the record last written, whatever stands in the head, for the name is that of a log; not through a
+/// symlink, which may lead to anything. 0 for an empty file: a log that was cleared. -1 if there is no head to read.
+int LastRecord(int file, const std::string& path) {
     char digits[kCounterDigits];
-    if (pread(file, digits, sizeof digits, 0) != static_cast<ssize_t>(sizeof digits))
+    const ssize_t count = pread(file, digits, sizeof digits, 0);
+    if (count == 0 && IsEmptyFile(file))
+        return 0;
+    if (count != static_cast<ssize_t>(sizeof digits))
+        return -1;
+    const bool isHead = std::all_of(digits, digits + sizeof digits, [](char c) { return c >= '0' && c <= '9'; });
+    if (!isHead && IsSymlink(path))
         return -1;
     return std::clamp(melkar::ParseInt(std::string_view(digits, sizeof digits)), 0, kLastRecord);
 }
@@ -132,7 +161,7 @@ bool WritePiece(const std::string& path, std::string_view text) {
     const OpenLog log(path);
     if (!log.IsOpen())
         return false;
-    const int last = LastRecord(log.File());
+    const int last = LastRecord(log.File(), path);
     if (last < 0)
         return true;
     const int record = last < kLastRecord ? last + 1 : 1;

@@ -203,7 +203,7 @@ TEST_F(Page, FileAppearsWhole) {
 TEST_F(Page, FailureLeavesNoFile) {
     EXPECT_EQ(Make("no/page", PageFormat::Pdf), nullptr);
     EXPECT_EQ(Make("page", PageFormat::Pdf, 0), nullptr);
-    EXPECT_FALSE(Make("conf", PageFormat::Pdf)->Finish()) << "a directory stands there";
+    EXPECT_EQ(Make("conf", PageFormat::Pdf), nullptr) << "a directory stands there";
     EXPECT_THAT(Files(), ElementsAre());
     for (const char* name : {"no/page", "conf"})
         EXPECT_THAT(work.Read("log/graph.log"), HasSubstr("PDF file [" + work.Path(name) + "]"));

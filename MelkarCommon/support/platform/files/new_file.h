@@ -5,14 +5,17 @@
 #include <string>
 
 /// @file
-/// Internal. A file that appears under its name whole or not at all.
+/// Internal. A file that appears under its name whole or not at all, and in place of a regular file or of nothing.
 
 namespace melkar {
 
-/// Written under a name of its own in the same directory, renamed when it is complete, removed if it never is.
+/// Written without a name, so that nothing stays behind if the process is killed; where the file system has no such
+/// files, under a name of its own in the same directory. It takes its name when it is complete: through a symlink, with
+/// the mode and, where possible, the owner of the file that it replaces.
 class NewFile {
 public:
-    /// Null, with `errno` set, if the directory takes no new file.
+    /// Null, with `errno` set, if the directory takes no new file, or if the name is that of a directory, a device, a
+    /// pipe or a file that the caller may not write.
     static std::unique_ptr<NewFile> Create(const std::string& path);
     ~NewFile();
     NewFile(const NewFile&) = delete;
@@ -28,13 +31,16 @@ public:
     int Commit();
 
 private:
-    NewFile(std::string path, std::string temporary, std::FILE* stream)
-        : m_path(std::move(path)), m_temporary(std::move(temporary)), m_stream(stream) {}
+    NewFile(std::string path, std::string target, std::string temporary, std::FILE* stream)
+        : m_path(std::move(path)), m_target(std::move(target)), m_temporary(std::move(temporary)), m_stream(stream) {}
     void KeepError();
+    bool GiveName();
+    void RemoveTemporary();
 
-    std::string m_path;
-    std::string m_temporary;
-    std::FILE* m_stream; ///< null once closed
+    std::string m_path;      ///< as it was given
+    std::string m_target;    ///< where it leads if it is a symlink
+    std::string m_temporary; ///< empty: none, or no longer
+    std::FILE* m_stream;     ///< null once closed
     int m_error = 0;
 };
 

@@ -30,8 +30,8 @@ MELKAR_API COLORREF ParseColor(const char* value, COLORREF fallback);
 MELKAR_API CString getDecimalNumber(const char* number, int decimals);
 
 /// Formats a date YYYYMMDD (what follows the eighth character is ignored) with a `strftime` pattern in the named
-/// locale. A shorter text, and eight characters that are no day, come back unchanged. With a locale name the locale
-/// of the process is "C" afterwards.
+/// locale, with an empty name as the process stands. A shorter text, and eight characters that are no day, come back
+/// unchanged. With a locale name the locale of the process is "C" afterwards.
 MELKAR_API CString FormatDate(CString date, CString format, CString locale);
 /// The same with the format under `key` in section SYSTEM of "..\conf\config.cnf"; "%m/%d/%Y" without such a key. At
 /// most 99 bytes of it count.

@@ -14,8 +14,8 @@ public:
     bool IsValid() const { return m_valid; }
     int GetDayOfWeek() const; ///< 1 is Sunday, 7 Saturday; 0 if invalid
 
-    /// Formats with a `strftime` pattern in the locale that a `melkar::ScopedFormatLocale` chose
-    /// ("C" at the start). A result above 64 KiB, and an invalid moment, give the empty string.
+    /// Formats with a `strftime` pattern in the locale that a `melkar::ScopedFormatLocale` chose, without one as the
+    /// process stands. A result above 64 KiB, and an invalid moment, give the empty string.
     CString Format(const char* pattern) const;
 
 private:

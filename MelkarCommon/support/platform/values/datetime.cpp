@@ -30,8 +30,8 @@ public:
         return m_locales.emplace_back(name, opened ? opened : melkar::CLocale()).second;
     }
 
-    locale_t current = melkar::CLocale();
-    int scopes = 0; ///< alive on this thread; they hold on to locales
+    locale_t current = nullptr; ///< null: as the process, or the thread, stands
+    int scopes = 0;             ///< alive on this thread; they hold on to locales
 
 private:
     static constexpr std::size_t kMostKept = 16;
@@ -67,13 +67,18 @@ bool IsTime(int hour, int minute, int second) {
     return hour >= 0 && hour < 24 && minute >= 0 && minute < 60 && second >= 0 && second < 60;
 }
 
+std::size_t FormatIn(locale_t locale, std::string& text, const std::string& pattern, const std::tm& moment) {
+    return locale ? strftime_l(text.data(), text.size(), pattern.c_str(), &moment, locale)
+                  : std::strftime(text.data(), text.size(), pattern.c_str(), &moment);
+}
+
 /// "" for a result that doesn't fit. The mark at the end tells an empty result from one that is too long.
 CString FormatMoment(const char* pattern, const std::tm& moment) {
     const std::string marked = std::string(pattern) + '.';
     constexpr std::size_t kMost = kLongestFormatted + 2; // with the mark and the NUL
     for (std::size_t room = std::min(256 + marked.size(), kMost);; room = std::min(room * 4, kMost)) {
         std::string text(room, '\0');
-        const std::size_t length = strftime_l(text.data(), text.size(), marked.c_str(), &moment, Locales().current);
+        const std::size_t length = FormatIn(Locales().current, text, marked, moment);
         if (length > 0)
             return CString(std::string_view(text.data(), length - 1));
         if (room == kMost)

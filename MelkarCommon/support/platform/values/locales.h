@@ -4,7 +4,7 @@
 #include <string>
 
 /// @file
-/// Internal. Locale objects: the locale of the process is a thing of the host and isn't read here.
+/// Internal. Locale objects: the locale of the process is a thing of the host and isn't changed here.
 
 namespace melkar {
 

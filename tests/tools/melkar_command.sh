@@ -13,6 +13,7 @@ cp -r "$samples/app" "$samples/data" "$work"
 cd "$work"
 printf 'head\nhead\n' >no-days.csv
 echo former >kept.svg
+echo mine >a.pdf.part
 
 failures=0
 kind=bar
@@ -43,6 +44,7 @@ expect "page, scalable"             0 '^$' "${week[@]}" -o a.svg
 expect_file "pixels" $'\x89PNG' a.png
 expect_file "page, portable" '%PDF' a.pdf
 expect_file "page, scalable" '<?xml' a.svg
+expect_file "a file with a name beside it" 'mine' a.pdf.part
 expect "a balloon changes it"       0 '^$' "${week[@]}" --hover 480,420 -o b.png
 ! cmp -s a.png b.png || fail "a balloon changes it" "the pictures are equal"
 expect "a balloon beside the bars"  0 '^$' "${week[@]}" --hover 480,20 -o c.png
@@ -58,7 +60,7 @@ expect "no data file"               1 '^melkar: 101: .*missing.csv' --data missi
 expect_file "no data file" 'former' kept.svg
 expect "no directory for a page"    1 '^melkar: .*nowhere' "${week[@]}" -o nowhere/a.svg
 expect "no directory for pixels"    1 '^melkar: .*nowhere' "${week[@]}" -o nowhere/a.png
-[[ -z $(find . -name '*.part') ]] || fail "failed pages" "a part is left behind"
+[[ -z $(find . -name '*.new') ]] || fail "failed pages" "a part is left behind"
 
 # expect_day WHY EXIT-CODE PATTERN ARGUMENT...: a day of the weekly sample.
 expect_day() {

@@ -4,8 +4,6 @@
 #include <MelkarCommon/support/platform/drawing.h>
 #include <MelkarCommon/support/platform/surface.h>
 
-#include <cstdio>
-#include <filesystem>
 #include <iostream>
 
 namespace melkar::tool {
@@ -65,29 +63,26 @@ long DrawDirect(Chart& chart, Request& request, HDC surface) {
     return DrawWhole(chart, request);
 }
 
-/// The page goes to a file beside the wanted one first, so that a failure leaves a former picture alone and a page
-/// that couldn't be finished is noticed.
+Surface MakeRecord(const Request& request) {
+    return Surface(CreateRecordingSurface(request.size.width, request.size.height, request.dpi));
+}
+
+/// A page becomes a file whatever came of its drawing. That is tried on a record, so that a failure leaves a former
+/// picture alone.
 int DrawPage(Chart& chart, Request& request) {
-    const std::string part = request.out + ".part";
-    const PageFormat format = request.output == Output::Pdf ? PageFormat::Pdf : PageFormat::Svg;
-    std::error_code ignored;
-    std::filesystem::remove(part, ignored);
-    Surface page(CreatePageSurface(part.c_str(), format, request.size.width, request.size.height, request.dpi));
-    if (!page)
-        return Fail("the picture can't be written", request.out);
-    const long code = DrawDirect(chart, request, page.get());
-    page.reset();
-    if (code != 0) {
-        std::filesystem::remove(part, ignored);
+    Request trial = request;
+    trial.click.reset();
+    if (const long code = DrawDirect(chart, trial, MakeRecord(request).get()); code != 0)
         return FailWith(code, request.data);
-    }
-    if (std::rename(part.c_str(), request.out.c_str()) != 0)
-        return Fail("the picture can't be written", request.out);
-    return 0;
+    const PageFormat format = request.output == Output::Pdf ? PageFormat::Pdf : PageFormat::Svg;
+    HDC page = CreatePageSurface(request.out.c_str(), format, request.size.width, request.size.height, request.dpi);
+    if (page != nullptr)
+        DrawDirect(chart, request, page);
+    return DeleteDC(page) ? 0 : Fail("the picture can't be written", request.out);
 }
 
 int DrawRecord(Chart& chart, Request& request) {
-    const Surface record(CreateRecordingSurface(request.size.width, request.size.height, request.dpi));
+    const Surface record = MakeRecord(request);
     if (const long code = DrawDirect(chart, request, record.get()); code != 0)
         return FailWith(code, request.data);
     std::cout << GetRecording(record.get());

@@ -8,7 +8,6 @@
 #include <MelkarCommon/support/scoped.h>
 #include <MelkarCommon/support/support.h>
 
-#include <ranges>
 #include <string>
 
 using melkar::CsvRow;
@@ -153,10 +152,10 @@ long CSimulation::DrawCanvas() {
         const ScopedFont font(m_hMemDC, ChartFont(m_nVMeasureLabelSize));
         const melkar::Scale scale{double(m_nWeightMin), double(m_nWeightMax), m_rcCanvas.top, m_rcCanvas.bottom};
         const std::vector<melkar::ScaleStep> steps = ScaleSteps(scale, m_nWeightInterval, 0);
-        for (const melkar::ScaleStep& step : std::views::reverse(steps)) { // from the top down
-            CRect box = step.box;
-            box.OffsetRect(m_rcCanvas.right + kScaleGap, step.y - box.Height() / 2);
-            PaintText(step.label, box, DT_LEFT);
+        for (auto step = steps.rbegin(); step != steps.rend(); ++step) { // from the top down
+            CRect box = step->box;
+            box.OffsetRect(m_rcCanvas.right + kScaleGap, step->y - box.Height() / 2);
+            PaintText(step->label, box, DT_LEFT);
         }
     }
     DrawDownwardLabel(m_strWeightLabel, 0.2, 0.0);

@@ -193,7 +193,7 @@ HGDIOBJ SelectObject(HDC surface, HGDIOBJ handle) {
     if (Bitmap* bitmap = BitmapFrom(handle))
         return surface->page ? nullptr : HandleOf<HGDIOBJ>(surface->Take(*bitmap));
 
-    const auto select = [handle](auto*& slot, auto* chosen) -> HGDIOBJ {
+    const auto select = [](auto*& slot, auto* chosen) -> HGDIOBJ {
         auto* former = std::exchange(slot, chosen);
         if (former->owner == Owner::Caller)
             --former->selections;

@@ -58,6 +58,7 @@ write_page() {
         fi
         links="<a href=\"${row[name]}.png\">PNG</a>"
         [[ ! -e $1/${row[name]}.svg ]] || links+=" · <a href=\"${row[name]}.svg\">SVG</a>"
+        [[ ! -e $1/${row[name]}.pdf ]] || links+=" · <a href=\"${row[name]}.pdf\">PDF</a>"
         printf '<figure><a href="%s.png"><img src="%s.png" width="%s" height="%s" alt="%s" loading="lazy"></a>' \
             "${row[name]}" "${row[name]}" "${row[size]%x*}" "${row[size]#*x}" "${row[caption]}"
         printf '<figcaption>%s<br><code>%s</code> · %s</figcaption></figure>\n' "${row[caption]}" "${row[name]}" "$links"

@@ -90,4 +90,14 @@ expect "no such base"               2 'nowhere' "${week[@]}" --base nowhere -o a
 expect "base without a profile"     2 'no profile' "${week[@]}" --base / -o a.png
 expect "too many series"            2 '--series' "${week[@]}" --series 11 -o a.png
 
+kind=week-print
+week=(--section WEEK --data data/week-print.csv --record)
+expect "a week that others follow"  0 'Mar 04' "${week[@]}" --page 0
+expect "the second one"             0 'Mar 09' "${week[@]}" --page 1
+expect "no such week"               1 '^melkar: -1: ' "${week[@]}" --page=-1
+kind=circle
+minutes=(--section CIRCLE --data data/circle.txt --record)
+expect "all levels are moderate"    0 '"100.0 %"' "${minutes[@]}" --from 1 --to 9
+expect "no minutes"                 1 '^melkar: 101: ' "${minutes[@]}" --data missing.txt
+
 [[ $failures -eq 0 ]] && echo "all cases passed"

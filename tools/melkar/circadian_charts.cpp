@@ -36,7 +36,10 @@ class PrintedWeek final : public Week {
 public:
     explicit PrintedWeek(const ChartOptions& options) : Week(options), m_page(options.page) {}
 
-    long Read(char* path) override { return ReadWeekDataFile(path, m_page); }
+    long Read(char* path) override {
+        const long count = ReadWeekDataFile(path, m_page);
+        return count >= 0 && count <= kDaysOfWeek ? 0 : count;
+    }
     long Paint(const CRect& area, char* path) override { return DrawWeek(area, path, m_page); }
 
     long ReadWeekDataFile(char* file, int page) override {

@@ -1,6 +1,7 @@
 #include "temp_workdir.h"
 
 #include <MelkarCommon/support/fields.h>
+#include <MelkarCommon/support/numbers.h>
 #include <MelkarCommon/support/platform/files.h>
 
 #include <gtest/gtest.h>
@@ -39,6 +40,17 @@ TEST(Fields, BothReadersGiveTheSame) {
         EXPECT_EQ(getCSV(c.line, c.index), c.field.c_str()) << c.why;
         EXPECT_EQ(row.Field(c.index), c.field.c_str()) << c.why;
     }
+}
+
+// Plain decimals are read in place, anything else as text.
+TEST(Fields, NumbersAreThoseOfTheText) {
+    for (const char* field : {"0.1", "12.50", ".5", "5.", ".", "0", "8.30", "999999999999999", "0.00000000000001",
+                              "1234567890123456789", "-1", "+2", "1e2", " 7", "\"2.5\"", "0x1p3", "1.2.3", "x", ""}) {
+        const std::string line = std::string("3,") + field + ",4\n";
+        EXPECT_EQ(CsvRow(line.c_str()).DoubleField(1), melkar::ToDouble(getCSV(line.c_str(), 1))) << field;
+    }
+    EXPECT_EQ(CsvRow("1,2.5").DoubleField(1), 2.5);
+    EXPECT_EQ(CsvRow("1,2.5").DoubleField(2), 0);
 }
 
 TEST(Fields, OfAFile) {

@@ -29,18 +29,8 @@ inline void StrokeLine(Backend& backend, POINT from, POINT to, const Stroke& str
     backend.StrokePolyline(ends, stroke);
 }
 
-inline Shape Ellipse(double x, double y, double rx, double ry) {
-    Shape shape;
-    shape.kind = Shape::Kind::Ellipse;
-    shape.center = {x, y};
-    shape.radius = {rx, ry};
-    return shape;
-}
+inline Shape Ellipse(double x, double y, double rx, double ry) { return EllipseShape{{x, y}, {rx, ry}}; }
 
-inline Shape Polygon(std::vector<POINT> points) {
-    Shape shape;
-    shape.points = std::move(points);
-    return shape;
-}
+inline Shape Polygon(std::vector<POINT> points) { return PolygonShape{std::move(points)}; }
 
 } // namespace melkar

@@ -1,6 +1,9 @@
 #include "brushes.h"
 #include "support/temp_workdir.h"
 
+#include <MelkarCommon/support/platform/pages/page_file.h>
+#include <MelkarCommon/support/platform/text/text_engine.h>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 

@@ -1,6 +1,7 @@
 #include "brushes.h"
 
 #include <MelkarCommon/support/platform/geometry.h>
+#include <MelkarCommon/support/platform/pixels/pixel_backend.h>
 #include <MelkarCommon/support/platform/pixels/pixel_blit.h>
 
 #include <gtest/gtest.h>

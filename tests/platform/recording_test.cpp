@@ -1,5 +1,8 @@
 #include "brushes.h"
 
+#include <MelkarCommon/support/platform/record/record.h>
+#include <MelkarCommon/support/platform/text/glyph_run.h>
+
 #include <gtest/gtest.h>
 
 #include <climits>
@@ -113,7 +116,7 @@ TEST(Recording, NarrowClip) {
 TEST(Recording, CopiesKeepTheirPixels) {
     const auto ops = Record({Image({-1, 5, 2, 8}, {1, 0, 4, 3})}, {0, 0, 99, 80});
     ASSERT_EQ(ops.size(), 1U);
-    EXPECT_EQ(*ops[0].pixels, (std::vector<std::uint32_t>{2, 3, 6, 7, 10, 11}));
+    EXPECT_EQ(*std::get<BlitOp>(ops[0].verb).pixels, (std::vector<std::uint32_t>{2, 3, 6, 7, 10, 11}));
 }
 
 /// Plays on a surface of 200 x 100.
@@ -138,8 +141,7 @@ TEST(Recording, Replay) {
                                        "image 143,3 2x3 from 2x3\n");
 
     // What was cut stays cut when it is played from the copy, and marks are no drawing.
-    RecordedOp mark;
-    mark.verb = RecordedOp::Verb::Copy;
+    const RecordedOp mark{CopyMark{}};
     EXPECT_EQ(FormatRecording(Played({mark, played[2]}, {100, 0, 200, 100}, 0, 0)),
               "ellipse 35,23.5 20x10.25 fill #4A90D9 clip 5,3 45,23\n");
 }

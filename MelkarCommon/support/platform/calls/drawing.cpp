@@ -1,7 +1,6 @@
 #include <MelkarCommon/support/platform/calls/surface_state.h>
 #include <MelkarCommon/support/platform/drawing.h>
 #include <MelkarCommon/support/platform/seam/box.h>
-#include <MelkarCommon/support/platform/seam/polyline.h>
 
 #include <algorithm>
 #include <cmath>
@@ -60,20 +59,23 @@ void StrokeFrame(HDC surface, const RECT& r) {
 }
 
 /// The angle of a radial on the ellipse, radians counter-clockwise from the right.
-double RadialAngle(const Shape& ellipse, int x, int y) {
-    return std::atan2((ellipse.center.y - y) / ellipse.radius.y, (x - ellipse.center.x) / ellipse.radius.x);
+double RadialAngle(const EllipseShape& ellipse, int x, int y) {
+    const auto& [center, radius] = ellipse;
+    return std::atan2((center.y - y) / radius.y, (x - center.x) / radius.x);
 }
 
-Shape EllipseIn(const RECT& box) {
-    Shape shape;
-    shape.kind = Shape::Kind::Ellipse;
-    shape.center = {(double{1} * box.left + box.right) / 2, (double{1} * box.top + box.bottom) / 2};
-    shape.radius = {(double{1} * box.right - box.left) / 2, (double{1} * box.bottom - box.top) / 2};
-    return shape;
+EllipseShape EllipseIn(const RECT& box) {
+    return {{(double{1} * box.left + box.right) / 2, (double{1} * box.top + box.bottom) / 2},
+            {(double{1} * box.right - box.left) / 2, (double{1} * box.bottom - box.top) / 2}};
 }
+
+EllipseShape Shrunk(const EllipseShape& ellipse, double by) {
+    return {ellipse.center, {std::max(0.0, ellipse.radius.x - by), std::max(0.0, ellipse.radius.y - by)}};
+}
+SliceShape Shrunk(const SliceShape& slice, double by) { return {Shrunk(slice.whole, by), slice.from, slice.sweep}; }
 
 /// Fills with the brush and outlines with the pen, whose line stays inside the shape.
-BOOL DrawRound(HDC surface, const Shape& shape) {
+template <class Round> BOOL DrawRound(HDC surface, const Round& shape) {
     Backend* backend = surface->Drawing();
     if (!backend)
         return FALSE;
@@ -85,10 +87,7 @@ BOOL DrawRound(HDC surface, const Shape& shape) {
         return TRUE;
     Stroke stroke = StrokeOf(*surface, *surface->pen);
     stroke.on = stroke.off = 0;
-    Shape middle = shape;
-    middle.radius.x = std::max(0.0, middle.radius.x - stroke.width / 2);
-    middle.radius.y = std::max(0.0, middle.radius.y - stroke.width / 2);
-    backend->StrokeShape(middle, stroke);
+    backend->StrokeShape(Shrunk(shape, stroke.width / 2), stroke);
     return TRUE;
 }
 
@@ -146,13 +145,8 @@ BOOL CopyRecord(HDC to, HDC from, Copy copy, DWORD operation) {
         return FALSE;
     from->FlushLines();
     const std::vector<RecordedOp> ops = from->bitmap->ops; // a copy: `to` may be the same surface
-    if (isRecord) {
-        RecordedOp mark;
-        mark.verb = RecordedOp::Verb::Copy;
-        mark.rect = copy.target;
-        mark.source = copy.source;
-        to->bitmap->ops.push_back(mark);
-    }
+    if (isRecord)
+        to->bitmap->ops.push_back({CopyMark{copy.target, copy.source}});
     Replay(ops, *backend, copy.source, copy.target.left, copy.target.top, to->bounds);
     return TRUE;
 }
@@ -292,15 +286,14 @@ BOOL Pie(HDC surface, int left, int top, int right, int bottom, int x1, int y1, 
     const RECT box = Ordered(left, top, right, bottom);
     if (!IsSurface(surface) || IsEmptyRect(box))
         return FALSE;
-    Shape shape = EllipseIn(box);
+    SliceShape slice{EllipseIn(box)};
     constexpr double kWhole = 2 * std::numbers::pi;
-    shape.from = RadialAngle(shape, x1, y1);
-    shape.sweep = RadialAngle(shape, x2, y2) - shape.from;
-    if (shape.sweep < 0)
-        shape.sweep += kWhole;
-    const bool equalRadials = shape.sweep < 1e-9 || shape.sweep > kWhole - 1e-9;
-    shape.kind = equalRadials ? Shape::Kind::Ellipse : Shape::Kind::Slice;
-    return DrawRound(surface, shape);
+    slice.from = RadialAngle(slice.whole, x1, y1);
+    slice.sweep = RadialAngle(slice.whole, x2, y2) - slice.from;
+    if (slice.sweep < 0)
+        slice.sweep += kWhole;
+    const bool equalRadials = slice.sweep < 1e-9 || slice.sweep > kWhole - 1e-9;
+    return equalRadials ? DrawRound(surface, slice.whole) : DrawRound(surface, slice);
 }
 
 BOOL FillRgn(HDC surface, HRGN regionHandle, HBRUSH brushHandle) {

@@ -1,6 +1,8 @@
 #include <MelkarCommon/support/platform/calls/gdi_objects.h>
 #include <MelkarCommon/support/platform/calls/surface_state.h>
 #include <MelkarCommon/support/platform/drawing.h>
+#include <MelkarCommon/support/platform/images/image_file.h>
+#include <MelkarCommon/support/platform/pixels/pixel_memory.h>
 
 #include <algorithm>
 #include <atomic>
@@ -147,10 +149,7 @@ HFONT CreateFontA(int height, int width, int escapement, int orientation, int we
 HRGN CreatePolygonRgn(const POINT* points, int count, int mode) {
     if (!points || count < 3)
         return nullptr;
-    Shape shape;
-    shape.points.assign(points, points + count);
-    shape.winding = mode == WINDING;
-    return Make<HRGN, Region>(std::move(shape));
+    return Make<HRGN, Region>(PolygonShape{{points, points + count}, mode == WINDING});
 }
 
 HANDLE LoadImageA(HINSTANCE, const char* name, UINT type, int width, int height, UINT flags) {

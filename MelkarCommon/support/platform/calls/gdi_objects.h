@@ -1,7 +1,11 @@
 #pragma once
 
 #include <MelkarCommon/support/platform/calls/handles.h>
-#include <MelkarCommon/support/platform/seam/backend.h>
+#include <MelkarCommon/support/platform/pixels/pending_fill.h>
+#include <MelkarCommon/support/platform/record/record.h>
+#include <MelkarCommon/support/platform/seam/pixel_buffer.h>
+#include <MelkarCommon/support/platform/seam/shape.h>
+#include <MelkarCommon/support/platform/text/text_engine.h>
 #include <MelkarCommon/support/platform/types.h>
 
 #include <cstdint>

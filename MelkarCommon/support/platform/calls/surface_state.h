@@ -1,6 +1,7 @@
 #pragma once
 
 #include <MelkarCommon/support/platform/calls/gdi_objects.h>
+#include <MelkarCommon/support/platform/pages/page_file.h>
 #include <MelkarCommon/support/platform/seam/backend.h>
 #include <MelkarCommon/support/platform/types.h>
 

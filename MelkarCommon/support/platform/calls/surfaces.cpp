@@ -2,7 +2,8 @@
 #include <MelkarCommon/support/platform/drawing.h>
 #include <MelkarCommon/support/platform/geometry.h>
 #include <MelkarCommon/support/platform/images/image_file.h>
-#include <MelkarCommon/support/platform/seam/polyline.h>
+#include <MelkarCommon/support/platform/pixels/pixel_backend.h>
+#include <MelkarCommon/support/platform/pixels/pixel_memory.h>
 #include <MelkarCommon/support/platform/surface.h>
 
 #include <algorithm>

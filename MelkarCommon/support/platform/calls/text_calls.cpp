@@ -1,5 +1,6 @@
 #include <MelkarCommon/support/platform/calls/surface_state.h>
 #include <MelkarCommon/support/platform/drawing.h>
+#include <MelkarCommon/support/platform/seam/area.h>
 #include <MelkarCommon/support/platform/seam/box.h>
 #include <MelkarCommon/support/platform/text/text_decode.h>
 
@@ -7,7 +8,6 @@
 #include <cmath>
 #include <cstdint>
 #include <cstring>
-#include <numbers>
 
 using namespace melkar;
 
@@ -23,14 +23,10 @@ std::string_view Bytes(const HDC__& surface, const char* text, int length) {
 }
 
 /// The box behind a line of text, turned about its top-left corner.
-Shape TurnedBox(POINT at, int width, int height, int escapement) {
-    const double angle = escapement * std::numbers::pi / 1800;
-    const auto turned = [&](double x, double y) {
-        return POINT{Saturated(std::llround(at.x + x * std::cos(angle) + y * std::sin(angle))),
-                     Saturated(std::llround(at.y - x * std::sin(angle) + y * std::cos(angle)))};
-    };
-    Shape box;
-    box.points = {turned(0, 0), turned(width, 0), turned(width, height), turned(0, height)};
+Shape Background(POINT at, int width, int height, int escapement) {
+    PolygonShape box;
+    for (const PointD& corner : TurnedBox(at, width, height, escapement))
+        box.points.push_back({Saturated(std::llround(corner.x)), Saturated(std::llround(corner.y))});
     return box;
 }
 
@@ -44,7 +40,7 @@ void PaintGround(HDC surface, const RECT& clip, POINT at, int width, int height)
         return backend.FillRect(ClipBox(ground, clip), color);
     }
     backend.SetClip(ClipBox(ToBox(clip), surface->bounds));
-    backend.FillShape(TurnedBox(at, width, height, escapement), color);
+    backend.FillShape(Background(at, width, height, escapement), color);
     backend.SetClip(surface->bounds);
 }
 

@@ -1,12 +1,13 @@
+#include <MelkarCommon/support/platform/cairo/handles.h>
 #include <MelkarCommon/support/platform/files.h>
 #include <MelkarCommon/support/platform/files/new_file.h>
 #include <MelkarCommon/support/platform/files/report.h>
 #include <MelkarCommon/support/platform/images/bitmap_head.h>
 #include <MelkarCommon/support/platform/images/image_file.h>
 #include <MelkarCommon/support/platform/pixels/pixel_blit.h>
+#include <MelkarCommon/support/platform/pixels/pixel_memory.h>
 #include <MelkarCommon/support/platform/pixels/pixel_spans.h>
 
-#include <cairo.h>
 #include <gdk-pixbuf/gdk-pixbuf.h>
 
 #include <cerrno>
@@ -82,12 +83,11 @@ int WritePicture(const PixelBuffer& pixels, const std::string& path) {
     const std::unique_ptr<NewFile> file = NewFile::Create(path);
     if (file == nullptr)
         return errno;
-    cairo_surface_t* surface = cairo_image_surface_create_for_data(
+    const CairoSurface surface(cairo_image_surface_create_for_data(
         reinterpret_cast<unsigned char*>(pixels.pixels), CAIRO_FORMAT_RGB24, pixels.width, pixels.height,
-        pixels.stride * static_cast<int>(sizeof(std::uint32_t)));
-    if (cairo_surface_write_to_png_stream(surface, WriteBytes, file.get()) != CAIRO_STATUS_SUCCESS)
+        pixels.stride * static_cast<int>(sizeof(std::uint32_t))));
+    if (cairo_surface_write_to_png_stream(surface.get(), WriteBytes, file.get()) != CAIRO_STATUS_SUCCESS)
         file->Abandon();
-    cairo_surface_destroy(surface);
     return file->Commit();
 }
 

@@ -1,11 +1,11 @@
+#include <MelkarCommon/support/platform/cairo/handles.h>
+#include <MelkarCommon/support/platform/cairo/shapes.h>
 #include <MelkarCommon/support/platform/files.h>
 #include <MelkarCommon/support/platform/files/new_file.h>
 #include <MelkarCommon/support/platform/files/report.h>
-#include <MelkarCommon/support/platform/pixels/pixel_lines.h>
-#include <MelkarCommon/support/platform/pixels/pixel_shapes.h>
-#include <MelkarCommon/support/platform/pixels/pixel_spans.h>
-#include <MelkarCommon/support/platform/seam/backend.h>
-#include <MelkarCommon/support/platform/seam/polyline.h>
+#include <MelkarCommon/support/platform/pages/page_file.h>
+#include <MelkarCommon/support/platform/seam/box.h>
+#include <MelkarCommon/support/platform/text/text_on_cairo.h>
 
 #include <cairo-pdf.h>
 #include <cairo-svg.h>
@@ -50,17 +50,17 @@ void DateFromEnvironment(cairo_surface_t* pdf) {
         cairo_pdf_surface_set_metadata(pdf, CAIRO_PDF_METADATA_CREATE_DATE, text);
 }
 
-cairo_surface_t* MakeSurface(NewFile* file, PageFormat format, double widthInches, double heightInches) {
+CairoSurface MakeSurface(NewFile* file, PageFormat format, double widthInches, double heightInches) {
     if (format == PageFormat::Pdf) {
-        cairo_surface_t* pdf = cairo_pdf_surface_create_for_stream(WriteBytes, file, widthInches * kPointsPerInch,
-                                                                   heightInches * kPointsPerInch);
-        cairo_pdf_surface_set_metadata(pdf, CAIRO_PDF_METADATA_CREATOR, "MelkarCommon");
-        DateFromEnvironment(pdf);
+        CairoSurface pdf(cairo_pdf_surface_create_for_stream(WriteBytes, file, widthInches * kPointsPerInch,
+                                                             heightInches * kPointsPerInch));
+        cairo_pdf_surface_set_metadata(pdf.get(), CAIRO_PDF_METADATA_CREATOR, "MelkarCommon");
+        DateFromEnvironment(pdf.get());
         return pdf;
     }
-    cairo_surface_t* svg = cairo_svg_surface_create_for_stream(WriteBytes, file, widthInches * kSvgUnitsPerInch,
-                                                               heightInches * kSvgUnitsPerInch);
-    cairo_svg_surface_set_document_unit(svg, CAIRO_SVG_UNIT_PX);
+    CairoSurface svg(cairo_svg_surface_create_for_stream(WriteBytes, file, widthInches * kSvgUnitsPerInch,
+                                                         heightInches * kSvgUnitsPerInch));
+    cairo_svg_surface_set_document_unit(svg.get(), CAIRO_SVG_UNIT_PX);
     return svg;
 }
 
@@ -78,12 +78,13 @@ Color ToPaper(Color pixel, DWORD operation) {
 
 /// A copy of the source: what is painted is looked at only when the page ends. Blend modes of cairo won't do: for a
 /// single one the whole SVG file becomes one image.
-cairo_surface_t* MakeImage(const PixelBuffer& pixels, const RECT& source, DWORD operation) {
+CairoSurface MakeImage(const PixelBuffer& pixels, const RECT& source, DWORD operation) {
     const int width = source.right - source.left;
-    cairo_surface_t* image = cairo_image_surface_create(operation == SRCCOPY ? CAIRO_FORMAT_RGB24 : CAIRO_FORMAT_ARGB32,
-                                                        width, source.bottom - source.top);
-    unsigned char* row = cairo_image_surface_get_data(image);
-    for (int y = source.top; row != nullptr && y < source.bottom; ++y, row += cairo_image_surface_get_stride(image)) {
+    CairoSurface image(cairo_image_surface_create(operation == SRCCOPY ? CAIRO_FORMAT_RGB24 : CAIRO_FORMAT_ARGB32,
+                                                  width, source.bottom - source.top));
+    unsigned char* row = cairo_image_surface_get_data(image.get());
+    const int stride = cairo_image_surface_get_stride(image.get());
+    for (int y = source.top; row != nullptr && y < source.bottom; ++y, row += stride) {
         const std::uint32_t* from = PixelAt(pixels, source.left, y);
         auto* to = reinterpret_cast<std::uint32_t*>(row);
         if (operation == SRCCOPY)
@@ -91,7 +92,7 @@ cairo_surface_t* MakeImage(const PixelBuffer& pixels, const RECT& source, DWORD 
         else
             std::transform(from, from + width, to, [=](Color pixel) { return ToPaper(pixel, operation); });
     }
-    cairo_surface_mark_dirty(image);
+    cairo_surface_mark_dirty(image.get());
     return image;
 }
 
@@ -156,23 +157,19 @@ public:
           m_scale((format == PageFormat::Pdf ? kPointsPerInch : kSvgUnitsPerInch) / dpi) {
         const double inch = dpi;
         m_surface = MakeSurface(m_file.get(), format, width / inch, height / inch);
-        m_cr = cairo_create(m_surface);
-        cairo_scale(m_cr, m_scale, m_scale);
-        cairo_set_line_join(m_cr, CAIRO_LINE_JOIN_ROUND);
+        m_cr.reset(cairo_create(m_surface.get()));
+        cairo_scale(Cr(), m_scale, m_scale);
+        cairo_set_line_join(Cr(), CAIRO_LINE_JOIN_ROUND);
     }
-    ~PageBackend() override {
-        m_file->Abandon();
-        cairo_destroy(m_cr);
-        cairo_surface_destroy(m_surface);
-    }
+    ~PageBackend() override { m_file->Abandon(); }
 
     bool Finish() override;
 
     void SetClip(const RECT& clip) override;
     void FillRect(const RECT& rect, Color color) override;
-    void FillShape(const Shape& shape, Color color) override { FillShapeOn(m_cr, m_clip, shape, color); }
+    void FillShape(const Shape& shape, Color color) override { FillShapeOn(Cr(), m_clip, shape, color); }
     void StrokeShape(const Shape& shape, const Stroke& stroke) override {
-        StrokeShapeOn(m_cr, m_clip, shape, OnPaper(stroke));
+        StrokeShapeOn(Cr(), m_clip, shape, OnPaper(stroke));
     }
     void StrokePolyline(std::span<const POINT> points, const Stroke& stroke) override {
         ForEachSegment(points, stroke, [this](POINT from, POINT to, const Stroke& own) { StrokeLine(from, to, own); });
@@ -182,6 +179,7 @@ public:
     void Blit(const RECT& target, const PixelBuffer& pixels, const RECT& source, DWORD operation) override;
 
 private:
+    cairo_t* Cr() { return m_cr.get(); }
     /// What is thinner than half a point gets lost in print.
     Stroke OnPaper(const Stroke& stroke) const {
         constexpr double kWidest = 32768;
@@ -193,11 +191,11 @@ private:
         if (clip.left <= 0 && clip.top <= 0 && clip.right >= m_whole.right && clip.bottom >= m_whole.bottom)
             return;
         Rectangle(clip);
-        cairo_clip(m_cr);
+        cairo_clip(Cr());
     }
     void Rectangle(const RECT& r) {
-        cairo_new_path(m_cr);
-        cairo_rectangle(m_cr, r.left, r.top, double{1} * r.right - r.left, double{1} * r.bottom - r.top);
+        cairo_new_path(Cr());
+        cairo_rectangle(Cr(), r.left, r.top, double{1} * r.right - r.left, double{1} * r.bottom - r.top);
     }
     void StrokeLine(POINT from, POINT to, const Stroke& stroke);
     void StrokeBand(const Band& band, const Stroke& stroke, double phase);
@@ -208,15 +206,15 @@ private:
     RECT m_clip;
     double m_thinnest; ///< half a point, in device units
     double m_scale;    ///< cairo's units for a device unit
-    cairo_surface_t* m_surface = nullptr;
-    cairo_t* m_cr = nullptr;
+    CairoSurface m_surface;
+    CairoContext m_cr;
 };
 
 bool PageBackend::Finish() {
-    cairo_show_page(m_cr);
-    const cairo_status_t drawn = cairo_status(m_cr);
-    cairo_surface_finish(m_surface);
-    const cairo_status_t written = cairo_surface_status(m_surface);
+    cairo_show_page(Cr());
+    const cairo_status_t drawn = cairo_status(Cr());
+    cairo_surface_finish(m_surface.get());
+    const cairo_status_t written = cairo_surface_status(m_surface.get());
     const cairo_status_t status = drawn != CAIRO_STATUS_SUCCESS ? drawn : written;
     if (status != CAIRO_STATUS_SUCCESS)
         m_file->Abandon(); // a write error that came first is kept
@@ -229,7 +227,7 @@ bool PageBackend::Finish() {
 
 void PageBackend::SetClip(const RECT& clip) {
     m_clip = ClipBox(ToBox(clip), m_whole);
-    cairo_reset_clip(m_cr);
+    cairo_reset_clip(Cr());
     ClipTo(m_clip);
 }
 
@@ -237,9 +235,9 @@ void PageBackend::FillRect(const RECT& rect, Color color) {
     const RECT visible = ClipBox(ToBox(rect), m_clip);
     if (IsEmptyRect(visible))
         return;
-    SetSourceColor(m_cr, color);
+    SetSourceColor(Cr(), color);
     Rectangle(visible);
-    cairo_fill(m_cr);
+    cairo_fill(Cr());
 }
 
 void PageBackend::StrokeLine(POINT from, POINT to, const Stroke& stroke) {
@@ -247,7 +245,7 @@ void PageBackend::StrokeLine(POINT from, POINT to, const Stroke& stroke) {
         return;
     const Stroke printed = OnPaper(stroke);
     if (from.x != to.x && from.y != to.y) {
-        StrokeWideLineOn(m_cr, m_clip, from, to, printed);
+        StrokeWideLineOn(Cr(), m_clip, from, to, printed);
         return;
     }
     const Band whole = BandOf(from, to, printed.width);
@@ -258,21 +256,21 @@ void PageBackend::StrokeLine(POINT from, POINT to, const Stroke& stroke) {
 
 void PageBackend::StrokeBand(const Band& band, const Stroke& stroke, double phase) {
     const bool patterned = HasPattern(stroke);
-    cairo_new_path(m_cr);
+    cairo_new_path(Cr());
     if (!patterned || stroke.gaps) {
-        SetSourceColor(m_cr, patterned ? stroke.gapColor : stroke.color);
-        band.Rectangle(m_cr);
-        cairo_fill(m_cr);
+        SetSourceColor(Cr(), patterned ? stroke.gapColor : stroke.color);
+        band.Rectangle(Cr());
+        cairo_fill(Cr());
     }
     if (!patterned)
         return;
     const double lengths[] = {stroke.on, stroke.off};
-    cairo_set_dash(m_cr, lengths, static_cast<int>(std::size(lengths)), PhaseInPeriod(stroke, phase));
-    cairo_set_line_cap(m_cr, CAIRO_LINE_CAP_BUTT);
-    cairo_set_line_width(m_cr, band.width);
-    SetSourceColor(m_cr, stroke.color);
-    band.Line(m_cr);
-    cairo_stroke(m_cr);
+    cairo_set_dash(Cr(), lengths, static_cast<int>(std::size(lengths)), PhaseInPeriod(stroke, phase));
+    cairo_set_line_cap(Cr(), CAIRO_LINE_CAP_BUTT);
+    cairo_set_line_width(Cr(), band.width);
+    SetSourceColor(Cr(), stroke.color);
+    band.Line(Cr());
+    cairo_stroke(Cr());
 }
 
 void PageBackend::PaintText(const std::shared_ptr<const TextLayout>& layout, std::size_t line, POINT at, int escapement,
@@ -285,30 +283,29 @@ void PageBackend::PaintText(const std::shared_ptr<const TextLayout>& layout, std
     constexpr double kLargestOnPaper = 1 << 15;
     if (layout->lineHeight * m_scale > kLargestOnPaper)
         return;
-    cairo_save(m_cr);
+    cairo_save(Cr());
     ClipTo(visible);
-    cairo_new_path(m_cr);
-    SetSourceColor(m_cr, color);
-    ShowLine(m_cr, *layout, line, at.x, at.y, escapement);
-    cairo_restore(m_cr);
+    cairo_new_path(Cr());
+    SetSourceColor(Cr(), color);
+    ShowLine(Cr(), *layout, line, at.x, at.y, escapement);
+    cairo_restore(Cr());
 }
 
 void PageBackend::Blit(const RECT& target, const PixelBuffer& pixels, const RECT& source, DWORD operation) {
     const RECT visible = ClipBox(ToBox(target), m_clip);
     if (IsEmptyRect(visible) || !CanBlit(pixels, source, operation))
         return;
-    cairo_surface_t* image = MakeImage(pixels, source, operation);
-    cairo_save(m_cr);
+    const CairoSurface image = MakeImage(pixels, source, operation);
+    cairo_save(Cr());
     Rectangle(visible);
-    cairo_translate(m_cr, target.left, target.top);
-    cairo_scale(m_cr, (double{1} * target.right - target.left) / (source.right - source.left),
+    cairo_translate(Cr(), target.left, target.top);
+    cairo_scale(Cr(), (double{1} * target.right - target.left) / (source.right - source.left),
                 (double{1} * target.bottom - target.top) / (source.bottom - source.top));
-    cairo_set_source_surface(m_cr, image, 0, 0);
-    cairo_pattern_set_extend(cairo_get_source(m_cr), CAIRO_EXTEND_PAD); // no fringe where the edge is resampled
-    cairo_pattern_set_filter(cairo_get_source(m_cr), operation == SRCCOPY ? CAIRO_FILTER_GOOD : CAIRO_FILTER_NEAREST);
-    cairo_fill(m_cr);
-    cairo_restore(m_cr);
-    cairo_surface_destroy(image);
+    cairo_set_source_surface(Cr(), image.get(), 0, 0);
+    cairo_pattern_set_extend(cairo_get_source(Cr()), CAIRO_EXTEND_PAD); // no fringe where the edge is resampled
+    cairo_pattern_set_filter(cairo_get_source(Cr()), operation == SRCCOPY ? CAIRO_FILTER_GOOD : CAIRO_FILTER_NEAREST);
+    cairo_fill(Cr());
+    cairo_restore(Cr());
 }
 
 } // namespace

@@ -1,12 +1,12 @@
+#include <MelkarCommon/support/platform/cairo/handles.h>
+#include <MelkarCommon/support/platform/cairo/shapes.h>
+#include <MelkarCommon/support/platform/pixels/pixel_backend.h>
 #include <MelkarCommon/support/platform/pixels/pixel_blit.h>
 #include <MelkarCommon/support/platform/pixels/pixel_lines.h>
 #include <MelkarCommon/support/platform/pixels/pixel_pending.h>
-#include <MelkarCommon/support/platform/pixels/pixel_shapes.h>
 #include <MelkarCommon/support/platform/pixels/pixel_spans.h>
-#include <MelkarCommon/support/platform/seam/backend.h>
-#include <MelkarCommon/support/platform/seam/polyline.h>
-
-#include <cairo.h>
+#include <MelkarCommon/support/platform/text/text_engine.h>
+#include <MelkarCommon/support/platform/text/text_on_cairo.h>
 
 namespace melkar {
 
@@ -31,7 +31,6 @@ class PixelBackend final : public Backend {
 public:
     PixelBackend(const PixelBuffer& pixels, PendingFill* pending)
         : m_buffer(pixels), m_clip(Whole()), m_ground(m_buffer, pending) {}
-    ~PixelBackend() override { DropContext(); }
 
     void Flush() override { m_ground.WriteAll(); }
 
@@ -73,7 +72,6 @@ private:
 
     void StrokeLine(POINT from, POINT to, const Stroke& stroke);
     cairo_t* Context();
-    void DropContext();
     template <class Draw> void OnContext(const Draw& draw);
     void PaintHugeText(const TextLayout& layout, std::size_t line, POINT at, int escapement, Color color,
                        const RECT& visible);
@@ -82,37 +80,31 @@ private:
     RECT m_clip;
     PixelGround m_ground;
     LastLine m_lastLine;
-    cairo_t* m_context = nullptr;
+    CairoContext m_context;
     bool m_contextClipped = false; ///< the context's clip is `m_clip`
 };
 
 /// The context with the clip set; null without memory or for a picture that is too large for it.
 cairo_t* PixelBackend::Context() {
     if (m_context == nullptr) {
-        cairo_surface_t* surface = cairo_image_surface_create_for_data(
+        const CairoSurface surface(cairo_image_surface_create_for_data(
             reinterpret_cast<unsigned char*>(m_buffer.pixels), CAIRO_FORMAT_RGB24, m_buffer.width, m_buffer.height,
-            m_buffer.stride * static_cast<int>(sizeof(std::uint32_t)));
-        m_context = cairo_create(surface);
-        cairo_surface_destroy(surface);
-        cairo_set_line_join(m_context, CAIRO_LINE_JOIN_ROUND);
+            m_buffer.stride * static_cast<int>(sizeof(std::uint32_t))));
+        m_context.reset(cairo_create(surface.get()));
+        cairo_set_line_join(m_context.get(), CAIRO_LINE_JOIN_ROUND);
         m_contextClipped = false;
     }
+    cairo_t* cr = m_context.get();
     if (!m_contextClipped) {
-        cairo_reset_clip(m_context);
-        cairo_rectangle(m_context, m_clip.left, m_clip.top, m_clip.right - m_clip.left, m_clip.bottom - m_clip.top);
-        cairo_clip(m_context);
+        cairo_reset_clip(cr);
+        cairo_rectangle(cr, m_clip.left, m_clip.top, m_clip.right - m_clip.left, m_clip.bottom - m_clip.top);
+        cairo_clip(cr);
         m_contextClipped = true;
     }
-    if (cairo_status(m_context) == CAIRO_STATUS_SUCCESS)
-        return m_context;
-    DropContext(); // an error would stick to it
+    if (cairo_status(cr) == CAIRO_STATUS_SUCCESS)
+        return cr;
+    m_context.reset(); // an error would stick to it
     return nullptr;
-}
-
-void PixelBackend::DropContext() {
-    if (m_context != nullptr)
-        cairo_destroy(m_context);
-    m_context = nullptr;
 }
 
 template <class Draw> void PixelBackend::OnContext(const Draw& draw) {

@@ -1,4 +1,5 @@
 #include <MelkarCommon/support/platform/pixels/pixel_blit.h>
+#include <MelkarCommon/support/platform/pixels/pixel_memory.h>
 #include <MelkarCommon/support/platform/pixels/pixel_scale.h>
 #include <MelkarCommon/support/platform/pixels/pixel_spans.h>
 

@@ -1,6 +1,8 @@
 #pragma once
 
-#include <MelkarCommon/support/platform/seam/backend.h>
+#include <MelkarCommon/support/platform/seam/color.h>
+#include <MelkarCommon/support/platform/seam/pixel_buffer.h>
+#include <MelkarCommon/support/platform/text/text_engine.h>
 
 /// @file
 /// Internal. Pixels and coverage onto pixels. Everywhere `clip` lies within `to`.

@@ -153,26 +153,6 @@ private:
 
 } // namespace
 
-int WholeWidth(double width) {
-    constexpr double kWidest = 65536;
-    return width > 1 ? static_cast<int>(std::lround(std::min(width, kWidest))) : 1;
-}
-
-bool HasPattern(const Stroke& stroke) {
-    const double period = stroke.on + stroke.off;
-    return !stroke.IsSolid() && period >= 1 && std::isfinite(period);
-}
-
-double PhaseInPeriod(const Stroke& stroke, double phase) {
-    const double period = stroke.on + stroke.off;
-    if (!std::isfinite(phase))
-        return 0;
-    if (phase >= 0 && phase < period)
-        return phase;
-    const double rest = std::fmod(phase, period);
-    return rest < 0 ? rest + period : rest;
-}
-
 void StrokeAxisLine(const PixelBuffer& buffer, const RECT& clip, POINT from, POINT to, const Stroke& stroke) {
     const bool level = from.y == to.y;
     const std::int64_t start = level ? from.x : from.y;

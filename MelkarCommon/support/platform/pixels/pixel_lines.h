@@ -1,20 +1,12 @@
 #pragma once
 
-#include <MelkarCommon/support/platform/seam/backend.h>
+#include <MelkarCommon/support/platform/seam/pixel_buffer.h>
+#include <MelkarCommon/support/platform/seam/stroke.h>
 
 /// @file
 /// Internal. Lines straight on the pixels: axis-aligned ones of any width, sloped ones one pixel wide.
 
 namespace melkar {
-
-/// The width in whole pixels, at least 1, at most what any surface can show.
-int WholeWidth(double width);
-
-/// True if the pattern can be seen: two finite lengths that take a pixel at least. Anything else is drawn solid.
-bool HasPattern(const Stroke& stroke);
-
-/// `phase` brought into one period of the pattern; 0 if it is no number.
-double PhaseInPeriod(const Stroke& stroke, double phase);
 
 /// Exact rows or columns. `clip` lies within the buffer; nothing is drawn for a line of no length.
 void StrokeAxisLine(const PixelBuffer& buffer, const RECT& clip, POINT from, POINT to, const Stroke& stroke);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <MelkarCommon/support/platform/pixels/pending_fill.h>
 #include <MelkarCommon/support/platform/pixels/pixel_spans.h>
 
 /// @file

@@ -1,6 +1,7 @@
 #include <MelkarCommon/support/platform/pixels/pixel_scale.h>
 
 #include <cmath>
+#include <vector>
 
 namespace melkar {
 

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <MelkarCommon/support/platform/pixels/pixel_spans.h>
-#include <MelkarCommon/support/platform/seam/backend.h>
 
 /// @file
 /// Internal. Smooth scaling: area averages when a side shrinks, linear interpolation when it grows. The colour of a

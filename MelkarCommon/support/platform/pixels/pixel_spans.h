@@ -1,7 +1,8 @@
 #pragma once
 
-#include <MelkarCommon/support/platform/seam/backend.h>
 #include <MelkarCommon/support/platform/seam/box.h>
+#include <MelkarCommon/support/platform/seam/color.h>
+#include <MelkarCommon/support/platform/seam/pixel_buffer.h>
 
 #include <algorithm>
 #include <cstddef>
@@ -14,10 +15,6 @@
 namespace melkar {
 
 constexpr Color kWhite = 0xFFFFFFFFU;
-
-inline std::uint32_t* PixelAt(const PixelBuffer& buffer, int x, int y) {
-    return buffer.pixels + static_cast<std::ptrdiff_t>(y) * buffer.stride + x;
-}
 
 /// Fills a rectangle that lies within the buffer. Only the C library picks the widest stores of the machine at run
 /// time: so a white picture, the usual ground, goes through memset, and wide rows are copies of the first.

@@ -1,6 +1,6 @@
-#include <MelkarCommon/support/platform/pixels/pixel_spans.h>
 #include <MelkarCommon/support/platform/record/recording_parts.h>
-#include <MelkarCommon/support/platform/seam/backend.h>
+#include <MelkarCommon/support/platform/seam/box.h>
+#include <MelkarCommon/support/platform/text/text_engine.h>
 
 #include <utility>
 
@@ -33,38 +33,15 @@ public:
     }
 
     void FillRect(const RECT& rect, Color color) override {
-        RecordedOp op;
-        op.verb = RecordedOp::Verb::FillRect;
-        op.rect = m_narrow ? ClipBox(ToBox(rect), m_clip) : rect;
-        op.color = color;
-        if (!IsEmptyRect(op.rect))
-            m_ops.push_back(std::move(op));
+        const RECT cut = m_narrow ? ClipBox(ToBox(rect), m_clip) : rect;
+        if (!IsEmptyRect(cut))
+            m_ops.push_back({FillRectOp{cut, color}});
     }
-
-    void FillShape(const Shape& shape, Color color) override {
-        RecordedOp op;
-        op.verb = RecordedOp::Verb::FillShape;
-        op.shape = shape;
-        op.color = color;
-        Keep(std::move(op));
-    }
-
-    void StrokeShape(const Shape& shape, const Stroke& stroke) override {
-        RecordedOp op;
-        op.verb = RecordedOp::Verb::StrokeShape;
-        op.shape = shape;
-        op.stroke = stroke;
-        Keep(std::move(op));
-    }
-
+    void FillShape(const Shape& shape, Color color) override { Keep({FillShapeOp{shape, color}}); }
+    void StrokeShape(const Shape& shape, const Stroke& stroke) override { Keep({StrokeShapeOp{shape, stroke}}); }
     void StrokePolyline(std::span<const POINT> points, const Stroke& stroke) override {
-        RecordedOp op;
-        op.verb = RecordedOp::Verb::StrokePolyline;
-        op.points.assign(points.begin(), points.end());
-        op.stroke = stroke;
-        Keep(std::move(op));
+        Keep({StrokePolylineOp{{points.begin(), points.end()}, stroke}});
     }
-
     void PaintText(const std::shared_ptr<const TextLayout>& layout, std::size_t line, POINT at, int escapement,
                    Color color, const RECT& clip) override;
     void Blit(const RECT& target, const PixelBuffer& pixels, const RECT& source, DWORD operation) override;
@@ -92,42 +69,37 @@ void RecordingBackend::PaintText(const std::shared_ptr<const TextLayout>& layout
                                  int escapement, Color color, const RECT& clip) {
     if (layout == nullptr || line >= layout->lines.size())
         return;
-    RecordedOp op;
-    op.verb = RecordedOp::Verb::Text;
-    op.layout = WithoutMasks(layout);
-    op.line = line;
-    op.from = at;
-    op.escapement = escapement;
-    op.color = color;
-    op.clip = m_narrow ? ClipBox(ToBox(clip), m_clip) : clip; // even if it doesn't cut: ink may reach beyond the box
+    // The clip stays even if it doesn't cut: ink may reach beyond the box.
+    RecordedOp op{TextOp{WithoutMasks(layout), line, at, escapement, color},
+                  m_narrow ? ClipBox(ToBox(clip), m_clip) : clip};
     const bool outside = m_narrow && IsEmptyRect(ClipBox(BoxOf(op), m_clip));
     if (!outside && !IsEmptyRect(op.clip))
         m_ops.push_back(std::move(op));
 }
 
+/// The pixels of a rectangle, row by row.
+std::vector<std::uint32_t> CopyOf(const PixelBuffer& pixels, const RECT& source) {
+    std::vector<std::uint32_t> copy;
+    for (int y = source.top; y < source.bottom; ++y)
+        copy.insert(copy.end(), PixelAt(pixels, source.left, y), PixelAt(pixels, source.right, y));
+    return copy;
+}
+
 void RecordingBackend::Blit(const RECT& target, const PixelBuffer& pixels, const RECT& source, DWORD operation) {
     if (IsEmptyRect(target) || !CanBlit(pixels, source, operation))
         return;
-    RecordedOp op;
-    op.verb = RecordedOp::Verb::Blit;
-    op.rect = target;
-    op.source = source;
-    op.operation = operation;
+    BlitOp blit{target, source, operation, nullptr};
     if (m_narrow && SameSize(target, source)) {
-        op.rect = ClipBox(ToBox(target), m_clip);
-        if (IsEmptyRect(op.rect))
+        blit.target = ClipBox(ToBox(target), m_clip);
+        if (IsEmptyRect(blit.target))
             return;
-        op.source.left += op.rect.left - target.left;
-        op.source.top += op.rect.top - target.top;
-        op.source.right -= target.right - op.rect.right;
-        op.source.bottom -= target.bottom - op.rect.bottom;
+        blit.source.left += blit.target.left - target.left;
+        blit.source.top += blit.target.top - target.top;
+        blit.source.right -= target.right - blit.target.right;
+        blit.source.bottom -= target.bottom - blit.target.bottom;
     }
-    op.pixels = std::make_shared<std::vector<std::uint32_t>>();
-    for (int y = op.source.top; y < op.source.bottom; ++y) {
-        const std::uint32_t* row = PixelAt(pixels, 0, y);
-        op.pixels->insert(op.pixels->end(), row + op.source.left, row + op.source.right);
-    }
-    Keep(std::move(op));
+    blit.pixels = std::make_shared<const std::vector<std::uint32_t>>(CopyOf(pixels, blit.source));
+    Keep({std::move(blit)});
 }
 
 /// Plays operations somewhere else. What lands beyond an int ends at its edge, far off any surface.
@@ -138,22 +110,19 @@ public:
 
     void Play(const RecordedOp& op) {
         ClipFor(op);
-        switch (op.verb) {
-        case RecordedOp::Verb::FillRect:
-            return m_to.FillRect(Moved(op.rect), op.color);
-        case RecordedOp::Verb::FillShape:
-            return m_to.FillShape(Moved(op.shape), op.color);
-        case RecordedOp::Verb::StrokeShape:
-            return m_to.StrokeShape(Moved(op.shape), op.stroke);
-        case RecordedOp::Verb::StrokePolyline:
-            return m_to.StrokePolyline(Moved(op.points), op.stroke);
-        case RecordedOp::Verb::Text:
-            return m_to.PaintText(op.layout, op.line, Moved(op.from), op.escapement, op.color, Moved(op.clip));
-        case RecordedOp::Verb::Blit:
-            return PlayBlit(op);
-        case RecordedOp::Verb::Copy:
-            return; // tells where the operations behind it come from
-        }
+        std::visit(Overloaded{
+                       [&](const FillRectOp& fill) { m_to.FillRect(Moved(fill.rect), fill.color); },
+                       [&](const FillShapeOp& fill) { m_to.FillShape(Moved(fill.shape), fill.color); },
+                       [&](const StrokeShapeOp& outline) { m_to.StrokeShape(Moved(outline.shape), outline.stroke); },
+                       [&](const StrokePolylineOp& lines) { m_to.StrokePolyline(Moved(lines.points), lines.stroke); },
+                       [&](const TextOp& text) {
+                           m_to.PaintText(text.layout, text.line, Moved(text.at), text.escapement, text.color,
+                                          Moved(op.clip));
+                       },
+                       [&](const BlitOp& blit) { PlayBlit(blit); },
+                       [](const CopyMark&) {},
+                   },
+                   op.verb);
     }
 
 private:
@@ -169,21 +138,31 @@ private:
             point = Moved(point);
         return points;
     }
+    PointD Moved(PointD p) const { return {p.x + static_cast<double>(m_dx), p.y + static_cast<double>(m_dy)}; }
     Shape Moved(const Shape& shape) const {
-        Shape moved = shape;
-        moved.points = Moved(shape.points);
-        moved.center.x += static_cast<double>(m_dx);
-        moved.center.y += static_cast<double>(m_dy);
-        return moved;
+        return std::visit(
+            Overloaded{
+                [&](const PolygonShape& polygon) -> Shape {
+                    return PolygonShape{Moved(polygon.points), polygon.winding};
+                },
+                [&](const EllipseShape& ellipse) -> Shape {
+                    return EllipseShape{Moved(ellipse.center), ellipse.radius};
+                },
+                [&](const SliceShape& slice) -> Shape {
+                    return SliceShape{{Moved(slice.whole.center), slice.whole.radius}, slice.from, slice.sweep};
+                },
+            },
+            shape);
     }
-    void PlayBlit(const RecordedOp& op) {
-        const int width = op.source.right - op.source.left;
-        const int height = op.source.bottom - op.source.top;
-        m_to.Blit(Moved(op.rect), {op.pixels->data(), width, height, width}, {0, 0, width, height}, op.operation);
+    void PlayBlit(const BlitOp& blit) {
+        const int width = blit.source.right - blit.source.left;
+        const int height = blit.source.bottom - blit.source.top;
+        auto* pixels = const_cast<std::uint32_t*>(blit.pixels->data()); // a source is only read
+        m_to.Blit(Moved(blit.target), {pixels, width, height, width}, {0, 0, width, height}, blit.operation);
     }
     /// The landing rectangle; for an operation that was cut, what its own clip leaves of it.
     void ClipFor(const RecordedOp& op) {
-        const bool narrow = !IsEmptyRect(op.clip) && op.verb != RecordedOp::Verb::Text;
+        const bool narrow = !IsEmptyRect(op.clip) && !std::holds_alternative<TextOp>(op.verb);
         if (!narrow && !m_narrow)
             return;
         m_to.SetClip(narrow ? ClipBox(ToBox(Moved(op.clip)), m_landing) : m_landing);

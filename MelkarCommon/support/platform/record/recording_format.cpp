@@ -1,6 +1,5 @@
 #include <MelkarCommon/support/platform/record/recording_parts.h>
-#include <MelkarCommon/support/platform/seam/backend.h>
-#include <MelkarCommon/support/platform/seam/polyline.h>
+#include <MelkarCommon/support/platform/text/text_engine.h>
 
 #include <array>
 #include <charconv>
@@ -60,6 +59,7 @@ public:
         return *this;
     }
     Words& Quoted(std::string_view text);
+    void Break() { m_text += '\n'; }
 
 private:
     void Append(double value);
@@ -132,88 +132,95 @@ void FormatPattern(Words& words, const Stroke& stroke) {
         words.Word("gaps").Paint(stroke.gapColor);
 }
 
-void FormatText(Words& words, const RecordedOp& op) {
-    const TextLine& line = op.layout->lines[op.line];
-    words.Word("text").Quoted(line.utf8).Point(op.from.x, op.from.y).Size(line.width, op.layout->lineHeight);
-    words.Quoted(op.layout->font).Paint(op.color);
-    if (op.escapement != 0)
-        words.Word("angle").Number(op.escapement);
+void FormatText(Words& words, const TextOp& text) {
+    const TextLine& line = text.layout->lines[text.line];
+    words.Word("text").Quoted(line.utf8).Point(text.at.x, text.at.y).Size(line.width, text.layout->lineHeight);
+    words.Quoted(text.layout->font).Paint(text.color);
+    if (text.escapement != 0)
+        words.Word("angle").Number(text.escapement);
 }
 
-void FormatShape(Words& words, const Shape& shape) {
+void FormatPolygon(Words& words, const PolygonShape& polygon) {
+    words.Word("polygon");
+    for (const POINT& point : polygon.points)
+        words.Point(point.x, point.y);
+    if (polygon.winding)
+        words.Word("winding");
+}
+
+void FormatRound(Words& words, std::string_view word, const EllipseShape& ellipse) {
+    words.Word(word).Point(ellipse.center.x, ellipse.center.y).Size(ellipse.radius.x, ellipse.radius.y);
+}
+
+void FormatSlice(Words& words, const SliceShape& slice) {
     constexpr double kDegrees = 180 / std::numbers::pi;
-    if (shape.kind == Shape::Kind::Polygon) {
-        words.Word("polygon");
-        for (const POINT& point : shape.points)
-            words.Point(point.x, point.y);
-        if (shape.winding)
-            words.Word("winding");
-        return;
-    }
-    const bool slice = shape.kind == Shape::Kind::Slice;
-    words.Word(slice ? "slice" : "ellipse").Point(shape.center.x, shape.center.y).Size(shape.radius.x, shape.radius.y);
-    if (slice)
-        words.Word("from").Number(shape.from * kDegrees).Word("sweep").Number(shape.sweep * kDegrees);
+    FormatRound(words, "slice", slice.whole);
+    words.Word("from").Number(slice.from * kDegrees).Word("sweep").Number(slice.sweep * kDegrees);
 }
 
-void FormatBlit(Words& words, const RecordedOp& op) {
-    words.Word("image").Point(op.rect.left, op.rect.top).Size(op.rect).Word("from").Size(op.source);
-    if (op.operation != SRCCOPY)
-        words.Word(op.operation == SRCAND ? "and" : "or");
+Words& FormatShape(Words& words, const Shape& shape) {
+    std::visit(Overloaded{
+                   [&](const PolygonShape& polygon) { FormatPolygon(words, polygon); },
+                   [&](const EllipseShape& ellipse) { FormatRound(words, "ellipse", ellipse); },
+                   [&](const SliceShape& slice) { FormatSlice(words, slice); },
+               },
+               shape);
+    return words;
 }
 
-/// A polyline of two points.
-void FormatLine(Words& words, const RecordedOp& op) {
-    words.Word("line").Point(op.points[0].x, op.points[0].y).Point(op.points[1].x, op.points[1].y);
-    words.Paint(op.stroke.color).Width(op.stroke.width);
-    FormatPattern(words, op.stroke);
+void FormatBlit(Words& words, const BlitOp& blit) {
+    words.Word("image").Point(blit.target.left, blit.target.top).Size(blit.target).Word("from").Size(blit.source);
+    if (blit.operation != SRCCOPY)
+        words.Word(blit.operation == SRCAND ? "and" : "or");
 }
 
-void FormatOp(Words& words, const RecordedOp& op) {
-    switch (op.verb) {
-    case RecordedOp::Verb::FillRect:
-        words.Word("fill").Point(op.rect.left, op.rect.top).Size(op.rect).Paint(op.color);
-        break;
-    case RecordedOp::Verb::FillShape:
-        FormatShape(words, op.shape);
-        words.Word("fill").Paint(op.color);
-        break;
-    case RecordedOp::Verb::StrokeShape:
-        FormatShape(words, op.shape);
-        words.Word("stroke").Paint(op.stroke.color).Width(op.stroke.width);
-        break;
-    case RecordedOp::Verb::StrokePolyline:
-        FormatLine(words, op);
-        break;
-    case RecordedOp::Verb::Text:
-        FormatText(words, op);
-        break;
-    case RecordedOp::Verb::Blit:
-        FormatBlit(words, op);
-        break;
-    case RecordedOp::Verb::Copy:
-        words.Word("copy").Point(op.rect.left, op.rect.top).Size(op.rect);
-        words.Word("from").Point(op.source.left, op.source.top);
-        break;
-    }
+void FormatMark(Words& words, const CopyMark& mark) {
+    words.Word("copy").Point(mark.target.left, mark.target.top).Size(mark.target);
+    words.Word("from").Point(mark.source.left, mark.source.top);
+}
+
+void FormatSegment(Words& words, POINT from, POINT to, const Stroke& stroke) {
+    words.Word("line").Point(from.x, from.y).Point(to.x, to.y).Paint(stroke.color).Width(stroke.width);
+    FormatPattern(words, stroke);
+}
+
+/// The end of a line, behind what `op` says in it.
+void EndLine(Words& words, const RecordedOp& op) {
     if (IsCut(op))
         words.Word("clip").Point(op.clip.left, op.clip.top).Point(op.clip.right, op.clip.bottom);
+    words.Break();
 }
 
 /// Each segment as if it had been drawn alone; those beside the clip are left out.
-void FormatSegments(Words& words, std::string& text, const RecordedOp& op) {
-    ForEachSegment(op.points, op.stroke, [&](POINT from, POINT to, const Stroke& stroke) {
-        RecordedOp line;
-        line.verb = op.verb;
-        line.points = {from, to};
-        line.stroke = stroke;
-        line.clip = op.clip;
-        const bool isHidden = !IsEmptyRect(op.clip) && IsEmptyRect(ClipBox(BoxOf(line), op.clip));
-        if (isHidden)
+void FormatPolyline(Words& words, const StrokePolylineOp& lines, const RECT& clip) {
+    ForEachSegment(lines.points, lines.stroke, [&](POINT from, POINT to, const Stroke& stroke) {
+        const RecordedOp alone{StrokePolylineOp{{from, to}, stroke}, clip};
+        if (!IsEmptyRect(clip) && IsEmptyRect(ClipBox(BoxOf(alone), clip)))
             return;
-        FormatOp(words, line);
-        text += '\n';
+        FormatSegment(words, from, to, stroke);
+        EndLine(words, alone);
     });
+}
+
+void FormatOp(Words& words, const RecordedOp& op) {
+    if (const auto* lines = std::get_if<StrokePolylineOp>(&op.verb))
+        return FormatPolyline(words, *lines, op.clip);
+    std::visit(Overloaded{
+                   [&](const FillRectOp& fill) {
+                       words.Word("fill").Point(fill.rect.left, fill.rect.top).Size(fill.rect).Paint(fill.color);
+                   },
+                   [&](const FillShapeOp& fill) { FormatShape(words, fill.shape).Word("fill").Paint(fill.color); },
+                   [&](const StrokeShapeOp& outline) {
+                       FormatShape(words, outline.shape).Word("stroke").Paint(outline.stroke.color);
+                       words.Width(outline.stroke.width);
+                   },
+                   [](const StrokePolylineOp&) {}, // a line for each segment, above
+                   [&](const TextOp& text) { FormatText(words, text); },
+                   [&](const BlitOp& blit) { FormatBlit(words, blit); },
+                   [&](const CopyMark& mark) { FormatMark(words, mark); },
+               },
+               op.verb);
+    EndLine(words, op);
 }
 
 } // namespace
@@ -221,14 +228,8 @@ void FormatSegments(Words& words, std::string& text, const RecordedOp& op) {
 std::string FormatRecording(const std::vector<RecordedOp>& ops) {
     std::string text;
     Words words(text);
-    for (const RecordedOp& op : ops) {
-        if (op.verb == RecordedOp::Verb::StrokePolyline) {
-            FormatSegments(words, text, op);
-            continue;
-        }
+    for (const RecordedOp& op : ops)
         FormatOp(words, op);
-        text += '\n';
-    }
     return text;
 }
 

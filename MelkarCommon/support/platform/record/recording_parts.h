@@ -1,7 +1,7 @@
 #pragma once
 
-#include <MelkarCommon/support/platform/pixels/pixel_spans.h>
-#include <MelkarCommon/support/platform/seam/backend.h>
+#include <MelkarCommon/support/platform/record/record.h>
+#include <MelkarCommon/support/platform/seam/box.h>
 
 /// @file
 /// Internal. The room that recorded operations take.

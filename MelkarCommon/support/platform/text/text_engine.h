@@ -2,8 +2,6 @@
 
 #include <MelkarCommon/support/platform/types.h>
 
-#include <cairo.h>
-
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -33,14 +31,8 @@ class FigureSet;
 /// cache lets it go. Never null: what can't be made falls back to the default face.
 std::shared_ptr<TextFace> FindFace(const LOGFONTA& description, TextMedium medium);
 
-/// Glyphs of one scaled font in one direction, positions relative to the line's left end and baseline.
-struct GlyphRun {
-    std::shared_ptr<cairo_scaled_font_t> font;
-    std::vector<cairo_glyph_t> glyphs;
-    std::string utf8; ///< the run's characters, in the order of `clusters`
-    std::vector<cairo_text_cluster_t> clusters;
-    bool backward = false;
-};
+/// Glyphs of one font in one direction. Opaque; `glyph_run.h` has it for those who paint them.
+struct GlyphRun;
 
 /// Coverage of a line's glyphs, 0 to 255 a pixel; placed at (left, top) from the line's top-left corner.
 struct CoverageMask {
@@ -91,13 +83,5 @@ std::shared_ptr<const TextLayout> WithoutMasks(const std::shared_ptr<const TextL
 /// masks keeps it until another escapement is asked for. Null if the line has no ink, or if it would take more than
 /// half a million pixels: then `FillLine` on a cairo context has to do.
 std::shared_ptr<const CoverageMask> LineMask(const TextLayout& layout, std::size_t line, int escapement);
-
-/// Shows a line with cairo at (x, y), its top-left corner, in the context's current source, with the text
-/// attached so that a page can be searched. Turns it by `escapement`.
-void ShowLine(cairo_t* cr, const TextLayout& layout, std::size_t line, double x, double y, int escapement);
-
-/// The same for pixels that a line covers in part only: by its outlines, of which no more is computed than the clip
-/// shows. As glyphs each would be drawn whole and kept, which takes seconds and gigabytes at the largest sizes.
-void FillLine(cairo_t* cr, const TextLayout& layout, std::size_t line, double x, double y, int escapement);
 
 } // namespace melkar

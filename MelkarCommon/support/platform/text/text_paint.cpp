@@ -1,4 +1,6 @@
 #include <MelkarCommon/support/platform/text/figure_text.h>
+#include <MelkarCommon/support/platform/text/glyph_run.h>
+#include <MelkarCommon/support/platform/text/text_on_cairo.h>
 #include <MelkarCommon/support/platform/text/text_parts.h>
 
 #include <algorithm>

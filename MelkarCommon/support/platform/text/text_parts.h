@@ -1,6 +1,6 @@
 #pragma once
 
-#include <MelkarCommon/support/platform/text/text_engine.h>
+#include <MelkarCommon/support/platform/text/glyph_run.h>
 
 #include <cstddef>
 #include <string>

@@ -1,10 +1,7 @@
-#include <MelkarCommon/support/platform/pixels/pixel_lines.h>
-#include <MelkarCommon/support/platform/pixels/pixel_shapes.h>
-#include <MelkarCommon/support/platform/pixels/pixel_spans.h>
+#include <MelkarCommon/support/platform/cairo/shapes.h>
+#include <MelkarCommon/support/platform/seam/area.h>
 
-#include <cmath>
 #include <iterator>
-#include <numbers>
 
 namespace melkar {
 
@@ -15,90 +12,98 @@ constexpr double kFar = 1 << 16; ///< cairo mislays edges some 2^18 pixels long;
 constexpr double kSmallestRadius = 1.0 / 256; ///< less can't be told from nothing
 constexpr int kFarSlicePoints = 4096;         ///< an ellipse that reaches beyond `kFar` becomes that many corners
 
-struct Bounds {
-    double left;
-    double top;
-    double right;
-    double bottom;
-};
-
-Bounds BoundsOf(const Shape& shape) {
-    if (shape.kind != Shape::Kind::Polygon)
-        return {shape.center.x - shape.radius.x, shape.center.y - shape.radius.y, shape.center.x + shape.radius.x,
-                shape.center.y + shape.radius.y};
-    Bounds bounds{HUGE_VAL, HUGE_VAL, -HUGE_VAL, -HUGE_VAL};
-    for (const POINT& point : shape.points)
-        bounds = {std::min<double>(bounds.left, point.x), std::min<double>(bounds.top, point.y),
-                  std::max<double>(bounds.right, point.x), std::max<double>(bounds.bottom, point.y)};
-    return bounds;
+bool HasArea(const EllipseShape& ellipse) {
+    const auto& [center, radius] = ellipse;
+    const bool numbers =
+        std::isfinite(center.x) && std::isfinite(center.y) && std::isfinite(radius.x) && std::isfinite(radius.y);
+    return numbers && radius.x >= kSmallestRadius && radius.y >= kSmallestRadius;
 }
 
 bool HasArea(const Shape& shape) {
-    if (shape.kind == Shape::Kind::Polygon)
-        return shape.points.size() >= 3;
-    const bool numbers = std::isfinite(shape.center.x) && std::isfinite(shape.center.y) &&
-                         std::isfinite(shape.radius.x) && std::isfinite(shape.radius.y);
-    if (!numbers || shape.radius.x < kSmallestRadius || shape.radius.y < kSmallestRadius)
-        return false;
-    return shape.kind == Shape::Kind::Ellipse || (std::isfinite(shape.from) && shape.sweep > 0);
+    return std::visit(Overloaded{
+                          [](const PolygonShape& polygon) { return polygon.points.size() >= 3; },
+                          [](const EllipseShape& ellipse) { return HasArea(ellipse); },
+                          [](const SliceShape& slice) {
+                              return HasArea(slice.whole) && std::isfinite(slice.from) && slice.sweep > 0;
+                          },
+                      },
+                      shape);
 }
 
 /// False if a shape, widened by `margin`, can't touch the clip.
-bool Touches(const Bounds& bounds, const RECT& clip, double margin) {
+bool Touches(const Area& bounds, const RECT& clip, double margin) {
     return bounds.left - margin < clip.right && bounds.right + margin > clip.left &&
            bounds.top - margin < clip.bottom && bounds.bottom + margin > clip.top;
 }
 
-bool IsNear(const Bounds& bounds) {
+bool IsNear(const Area& bounds) {
     return bounds.left > -kFar && bounds.top > -kFar && bounds.right < kFar && bounds.bottom < kFar;
 }
 
-bool IsWhole(const Shape& shape) { return shape.kind == Shape::Kind::Ellipse || shape.sweep >= kTurn; }
-
-void TracePoints(cairo_t* cr, const std::vector<PointD>& points) {
-    for (const PointD& point : points)
-        cairo_line_to(cr, point.x, point.y);
-    cairo_close_path(cr);
-}
-
-void TraceRound(cairo_t* cr, const Shape& shape) {
+/// Calls trace() where the ellipse is the unit circle, y downwards.
+template <class Trace> void InUnitCircle(cairo_t* cr, const EllipseShape& ellipse, const Trace& trace) {
     cairo_matrix_t former;
     cairo_get_matrix(cr, &former);
-    cairo_translate(cr, shape.center.x, shape.center.y);
-    cairo_scale(cr, shape.radius.x, shape.radius.y);
-    if (IsWhole(shape)) {
-        cairo_arc(cr, 0, 0, 1, 0, kTurn);
-    } else {
-        const double from = -std::fmod(shape.from, kTurn); // y grows downwards, angles counter-clockwise
-        cairo_move_to(cr, 0, 0);
-        cairo_arc_negative(cr, 0, 0, 1, from, from - shape.sweep);
-    }
+    cairo_translate(cr, ellipse.center.x, ellipse.center.y);
+    cairo_scale(cr, ellipse.radius.x, ellipse.radius.y);
+    trace();
     cairo_close_path(cr);
     cairo_set_matrix(cr, &former);
 }
 
-/// The corners of a shape, a round one taken as a polygon.
-std::vector<PointD> CornersOf(const Shape& shape) {
-    std::vector<PointD> corners;
-    if (shape.kind == Shape::Kind::Polygon) {
-        for (const POINT& point : shape.points)
-            corners.push_back({static_cast<double>(point.x), static_cast<double>(point.y)});
-        return corners;
-    }
-    const double sweep = IsWhole(shape) ? kTurn : shape.sweep;
-    if (!IsWhole(shape))
-        corners.push_back(shape.center);
+void TraceNear(cairo_t* cr, const PolygonShape& polygon) {
+    for (const POINT& point : polygon.points)
+        cairo_line_to(cr, point.x, point.y);
+    cairo_close_path(cr);
+}
+
+void TraceNear(cairo_t* cr, const EllipseShape& ellipse) {
+    InUnitCircle(cr, ellipse, [&] { cairo_arc(cr, 0, 0, 1, 0, kTurn); });
+}
+
+void TraceNear(cairo_t* cr, const SliceShape& slice) {
+    if (slice.sweep >= kTurn)
+        return TraceNear(cr, slice.whole);
+    InUnitCircle(cr, slice.whole, [&] {
+        const double from = -std::fmod(slice.from, kTurn); // y grows downwards, angles counter-clockwise
+        cairo_move_to(cr, 0, 0);
+        cairo_arc_negative(cr, 0, 0, 1, from, from - slice.sweep);
+    });
+}
+
+using Corners = std::vector<PointD>;
+
+Corners CornersOf(const PolygonShape& polygon) {
+    Corners corners;
+    for (const POINT& point : polygon.points)
+        corners.push_back({static_cast<double>(point.x), static_cast<double>(point.y)});
+    return corners;
+}
+
+/// Corners along the arc.
+Corners CornersOf(const EllipseShape& ellipse, double from, double sweep) {
+    Corners corners;
     for (int i = 0; i <= kFarSlicePoints; ++i) {
-        const double angle = shape.from + sweep * i / kFarSlicePoints;
-        corners.push_back(
-            {shape.center.x + shape.radius.x * std::cos(angle), shape.center.y - shape.radius.y * std::sin(angle)});
+        const double angle = from + sweep * i / kFarSlicePoints;
+        corners.push_back({ellipse.center.x + ellipse.radius.x * std::cos(angle),
+                           ellipse.center.y - ellipse.radius.y * std::sin(angle)});
     }
     return corners;
 }
 
+Corners CornersOf(const EllipseShape& ellipse) { return CornersOf(ellipse, 0, kTurn); }
+
+Corners CornersOf(const SliceShape& slice) {
+    if (slice.sweep >= kTurn)
+        return CornersOf(slice.whole);
+    Corners corners = CornersOf(slice.whole, slice.from, slice.sweep);
+    corners.push_back(slice.whole.center);
+    return corners;
+}
+
 /// Cuts off what lies beyond `edge`; `side` is 1 to keep the greater values, -1 to keep the smaller ones.
-std::vector<PointD> CutSide(const std::vector<PointD>& corners, double PointD::*axis, double edge, int side) {
-    std::vector<PointD> kept;
+Corners CutSide(const Corners& corners, double PointD::*axis, double edge, int side) {
+    Corners kept;
     const auto inside = [&](const PointD& p) { return (p.*axis - edge) * side >= 0; };
     for (std::size_t i = 0; i < corners.size(); ++i) {
         const PointD& one = corners[i];
@@ -115,8 +120,13 @@ std::vector<PointD> CutSide(const std::vector<PointD>& corners, double PointD::*
     return kept;
 }
 
-void TraceFar(cairo_t* cr, const Shape& shape) {
-    std::vector<PointD> corners = CornersOf(shape);
+void TracePoints(cairo_t* cr, const Corners& points) {
+    for (const PointD& point : points)
+        cairo_line_to(cr, point.x, point.y);
+    cairo_close_path(cr);
+}
+
+void TraceFar(cairo_t* cr, Corners corners) {
     corners = CutSide(corners, &PointD::x, -kFar, 1);
     corners = CutSide(corners, &PointD::x, kFar, -1);
     corners = CutSide(corners, &PointD::y, -kFar, 1);
@@ -128,20 +138,19 @@ void TraceFar(cairo_t* cr, const Shape& shape) {
 bool TraceShape(cairo_t* cr, const RECT& clip, const Shape& shape, double margin) {
     if (!HasArea(shape))
         return false;
-    const Bounds bounds = BoundsOf(shape);
+    const Area bounds = AreaOf(shape);
     if (!Touches(bounds, clip, margin))
         return false;
     cairo_new_path(cr);
-    if (!IsNear(bounds)) {
-        TraceFar(cr, shape);
-    } else if (shape.kind == Shape::Kind::Polygon) {
-        for (const POINT& point : shape.points)
-            cairo_line_to(cr, point.x, point.y);
-        cairo_close_path(cr);
-    } else {
-        TraceRound(cr, shape);
-    }
+    const auto trace = [&](const auto& kind) { IsNear(bounds) ? TraceNear(cr, kind) : TraceFar(cr, CornersOf(kind)); };
+    std::visit(trace, shape);
     return true;
+}
+
+/// Only polygons cross themselves.
+cairo_fill_rule_t RuleOf(const Shape& shape) {
+    const auto* polygon = std::get_if<PolygonShape>(&shape);
+    return polygon != nullptr && polygon->winding ? CAIRO_FILL_RULE_WINDING : CAIRO_FILL_RULE_EVEN_ODD;
 }
 
 /// A width that the rasteriser can bear; no number is one pixel.
@@ -182,7 +191,7 @@ void FillShapeOn(cairo_t* cr, const RECT& clip, const Shape& shape, Color color)
     if (!TraceShape(cr, clip, shape, 0))
         return;
     SetSourceColor(cr, color);
-    cairo_set_fill_rule(cr, shape.winding ? CAIRO_FILL_RULE_WINDING : CAIRO_FILL_RULE_EVEN_ODD);
+    cairo_set_fill_rule(cr, RuleOf(shape));
     cairo_fill(cr);
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <MelkarCommon/support/platform/seam/backend.h>
+#include <MelkarCommon/support/platform/seam/shape.h>
+#include <MelkarCommon/support/platform/seam/stroke.h>
 
 #include <cairo.h>
 

@@ -1,4 +1,4 @@
-#include <MelkarCommon/support/platform/seam/backend.h>
+#include <MelkarCommon/support/platform/pixels/pixel_memory.h>
 
 #include <array>
 #include <cstdlib>

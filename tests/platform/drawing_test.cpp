@@ -147,6 +147,68 @@ TEST(DrawingText, FontOfANewSurfaceFollowsTheDpi) {
     }
 }
 
+TEST(DrawingLines, WaitingOnesShowWhereverTheyAreLookedAt) {
+    const auto draw = [](HDC surface) {
+        const ScopedPen pen(surface, PS_SOLID, 1, kRed);
+        MoveToEx(surface, 2, 2, nullptr);
+        LineTo(surface, 8, 2);
+        LineTo(surface, 8, 9);
+    };
+    const Surface screen(CreateMemorySurface(12, 12));
+    const Surface work(CreateCompatibleDC(screen.handle));
+    HBITMAP bitmap = CreateCompatibleBitmap(screen.handle, 12, 12);
+    const HGDIOBJ former = SelectObject(work.handle, bitmap);
+    draw(work.handle);
+    SelectObject(work.handle, former); // the lines stay with the picture
+    SelectObject(work.handle, bitmap);
+    EXPECT_EQ(work.At(8, 8), kRedPixel) << "selected away";
+    DrawRectangle(work.handle, RECT{0, 0, 12, 12}, 0, 0, 0);
+    draw(work.handle);
+    BitBlt(screen.handle, 0, 0, 12, 12, work.handle, 0, 0, SRCCOPY);
+    EXPECT_EQ(screen.At(8, 8), kRedPixel) << "copied from";
+    draw(screen.handle);
+    BitBlt(screen.handle, 0, 0, 12, 5, work.handle, 0, 6, SRCCOPY);
+    EXPECT_EQ(screen.At(3, 2), 0xFF000000U) << "copied over";
+    const PixelView view = GetPixels(screen.handle);
+    draw(screen.handle);
+    EXPECT_EQ(view.pixels[8 * view.stride + 8], kRedPixel) << "looked at through a view from before";
+    std::vector<std::uint32_t> memory(144, 0xFFFFFFFFU);
+    const Surface wrapped(WrapPixels(memory.data(), 12, 12, 48));
+    draw(wrapped.handle);
+    EXPECT_EQ(memory[8 * 12 + 8], kRedPixel) << "memory of the host";
+
+    SelectObject(work.handle, former);
+    DeleteObject(bitmap);
+}
+
+TEST(DrawingLines, KeepTheirOrder) {
+    const Surface surface(CreateRecordingSurface(30, 30));
+    const ScopedPen pen(surface.handle, PS_SOLID, 1, kRed);
+    LineTo(surface.handle, 9, 0);
+    LineTo(surface.handle, 9, 9);
+    SelectObject(surface.handle, GetStockObject(BLACK_PEN)); // a look of its own ends the path
+    LineTo(surface.handle, 0, 9);
+    Rectangle(surface.handle, 0, 0, 5, 5);
+    LineTo(surface.handle, 0, 0);
+    EXPECT_EQ(GetRecording(surface.handle), "line 0,0 9,0 #FF0000 w1\nline 9,0 9,9 #FF0000 w1\n"
+                                            "line 9,9 0,9 #000000 w1\n"
+                                            "fill 0,0 5x1 #000000\nfill 0,4 5x1 #000000\nfill 0,1 1x3 #000000\n"
+                                            "fill 4,1 1x3 #000000\nfill 1,1 3x3 #FFFFFF\nline 0,9 0,0 #000000 w1\n");
+}
+
+TEST(DrawingLines, EndlessOnesDrawEachSegmentOnce) {
+    const Surface surface(CreateRecordingSurface(30, 30));
+    const ScopedPen pen(surface.handle, PS_DOT, 1, kRed);
+    SetBkMode(surface.handle, TRANSPARENT);
+    for (int i = 1; i <= 10000; ++i)
+        LineTo(surface.handle, i, 0);
+    std::string expected;
+    for (int i = 0; i < 10000; ++i)
+        expected += "line " + std::to_string(i) + ",0 " + std::to_string(i + 1) + ",0 #FF0000 w1 dot 3,3" +
+                    (i == 0 ? "" : " phase " + std::to_string(i)) + "\n";
+    EXPECT_EQ(GetRecording(surface.handle), expected);
+}
+
 TEST(DrawingText, IsMeasuredFromLeftAndTop) {
     // Fixed metrics of a recording: a character of a 10 pixel font is 6 wide, a line 13 high.
     const struct Case {

@@ -51,7 +51,10 @@ std::vector<std::string> Elements(const std::string& svg, const std::string& wor
 /// One page of 400 x 300 units, in a directory of its own.
 struct Page : testing::Test {
     std::unique_ptr<PageFile> Make(const std::string& name, PageFormat format, int dpi = 96) const {
-        return MakePageBackend(work.Path(name).c_str(), format, 400, 300, dpi);
+        auto page = MakePageFile(work.Path(name).c_str(), format, 400, 300, dpi);
+        if (page)
+            page->BeginPage();
+        return page;
     }
     std::string DrawFile(PageFormat format, int dpi, const Draw& draw) const {
         const auto page = Make("page", format, dpi);
@@ -100,6 +103,35 @@ TEST_F(Page, LinesCoverTheAreaOfTheirPixels) {
         EXPECT_THAT(Paths(Line(c.from, c.to, Width(c.width))), ElementsAre(c.path)) << c.why;
     for (const auto& hidden : {Line({5, 5}, {5, 5}, {}), Line({0, 300}, {9, 300}, {}), Line({-9, 5}, {0, 5}, {})})
         EXPECT_THAT(Paths(hidden), ElementsAre());
+}
+
+TEST_F(Page, OutlinesAreOnePathWithWholeCorners) {
+    const struct Case {
+        const char* why;
+        std::vector<POINT> points;
+        double width;
+        const char* path;
+    } cases[] = {
+        {"odd width", {{10, 20}, {30, 20}, {30, 40}}, 3, "M 10 20.5 L 30.5 20.5 L 30.5 40"},
+        {"even width, leftwards and up", {{30, 40}, {10, 40}, {10, 20}}, 2, "M 31 40 L 10 40 L 10 21"},
+        {"closed", {{10, 10}, {30, 10}, {30, 30}, {10, 30}, {10, 10}}, 2, "M 10 10 L 30 10 L 30 30 L 10 30"},
+        {"sloped, a point twice", {{10, 20}, {20, 25}, {20, 25}, {30, 20}}, 2, "M 10.5 20.5 L 20.5 25.5 L 30.5 20.5"},
+    };
+    for (const Case& c : cases)
+        EXPECT_THAT(Paths([&](Backend& b) { b.StrokePolyline(c.points, Width(c.width)); }), ElementsAre(c.path))
+            << c.why;
+}
+
+TEST_F(Page, SlopedLinesSideBySideHaveNoSeam) {
+    const auto draw = [](Backend& b) {
+        StrokeLine(b, {10, 20}, {30, 25}, {});
+        StrokeLine(b, {10, 21}, {30, 26}, {});
+        StrokeLine(b, {10, 23}, {30, 28}, {}); // a row lies between
+        StrokeLine(b, {10, 30}, {30, 30}, {});
+        StrokeLine(b, {10, 31}, {30, 31}, {}); // level: edges meet
+    };
+    EXPECT_THAT(Paths(draw), ElementsAre("M 10.5 20.5 L 30.5 25.5", "M 10.5 21.5 L 30.5 26.5", "M 10.5 21 L 30.5 26",
+                                         "M 10.5 23.5 L 30.5 28.5", testing::_, testing::_));
 }
 
 TEST_F(Page, Patterns) {
@@ -201,6 +233,42 @@ TEST_F(Page, FileAppearsWhole) {
     EXPECT_TRUE(page->Finish());
     EXPECT_THAT(work.Read("conf/page"), HasSubstr("</svg>"));
     EXPECT_THAT(work.Read("log/graph.log"), Not(HasSubstr("not written")));
+}
+
+TEST_F(Page, DocumentsHavePagesAndADate) {
+    const auto print = [&](const std::string& name) {
+        const auto pages = MakePageFile(work.Path(name).c_str(), PageFormat::Pdf, 400, 300, 96, {"Schritte", 86400});
+        pages->FillRect({0, 0, 400, 300}, kBlue); // before the first page: lost
+        pages->BeginPage();
+        pages->SetClip({0, 0, 9, 9});
+        pages->EndPage();
+        EXPECT_TRUE(pages->BeginPage());
+        pages->FillRect({300, 200, 400, 300}, 0xFF000000U); // the clip is the whole again
+        EXPECT_TRUE(pages->BeginPage()) << "ends the open one";
+        EXPECT_TRUE(pages->Finish());
+        EXPECT_FALSE(pages->BeginPage() || pages->Finish());
+        return work.Read(name);
+    };
+    EXPECT_EQ(print("one"), print("other"));
+    ASSERT_EQ(std::system("TZ=UTC pdfinfo ../one > ../info && pdftoppm -r 96 -gray ../one ../sheet"), 0);
+    EXPECT_THAT(work.Read("info"), HasSubstr("Pages:           3"));
+    EXPECT_THAT(work.Read("info"), HasSubstr("Schritte"));
+    EXPECT_THAT(work.Read("info"), HasSubstr("Jan  2 00:00:00 1970"));
+    EXPECT_EQ(work.Read("sheet-1.pgm").back(), '\xFF') << "nothing reaches the first page";
+    EXPECT_EQ(work.Read("sheet-2.pgm").back(), '\0');
+}
+
+TEST_F(Page, UnfinishedDocumentsLeaveNoFile) {
+    auto abandoned = Make("abandoned", PageFormat::Pdf);
+    abandoned->Abandon();
+    abandoned->FillRect({0, 0, 9, 9}, kBlue);
+    EXPECT_FALSE(abandoned->BeginPage() || abandoned->Finish());
+    abandoned.reset();
+    Make("dropped", PageFormat::Pdf).reset();
+    EXPECT_FALSE(MakePageFile(work.Path("empty").c_str(), PageFormat::Pdf, 400, 300, 96)->Finish()) << "no page";
+    EXPECT_FALSE(Make("single", PageFormat::Svg)->BeginPage()) << "a picture has one page";
+    EXPECT_THAT(Files(), ElementsAre());
+    EXPECT_THAT(work.Read("log/graph.log"), HasSubstr("empty] not written: no page"));
 }
 
 TEST_F(Page, FailureLeavesNoFile) {

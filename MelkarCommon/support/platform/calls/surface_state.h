@@ -10,6 +10,12 @@
 
 namespace melkar {
 
+/// In device units.
+struct DeviceSize {
+    int width;
+    int height;
+};
+
 /// Lines that wait to be drawn as one path, so that their corners are whole and an outline is one stroke.
 struct WaitingLines {
     std::vector<POINT> points; ///< empty: none wait
@@ -23,7 +29,7 @@ struct WaitingLines {
 
 /// A drawing surface: the selected objects and modes, above the backend that does the work. Internal.
 struct HDC__ : melkar::HandleHead, melkar::InHandleMemory<melkar::ObjectKind::Surface> {
-    HDC__(melkar::TextMedium surfaceMedium, int surfaceDpi);
+    HDC__(melkar::TextMedium surfaceMedium, int surfaceDpi, melkar::DeviceSize deviceSize);
     ~HDC__();
     HDC__(const HDC__&) = delete;
     HDC__& operator=(const HDC__&) = delete;
@@ -43,7 +49,8 @@ struct HDC__ : melkar::HandleHead, melkar::InHandleMemory<melkar::ObjectKind::Su
 
     const melkar::TextMedium medium;
     const int dpi;
-    RECT bounds{0, 0, 0, 0};
+    const melkar::DeviceSize device;
+    RECT bounds{0, 0, 0, 0}; ///< of the room to draw on
 
     melkar::Pen* pen;
     melkar::Brush* brush;

@@ -42,7 +42,8 @@ std::unique_ptr<Bitmap> MakePicture(const PixelBuffer& memory, COLORREF color, O
 }
 
 HDC MakeSurface(std::unique_ptr<Bitmap> picture, TextMedium medium, int dpi) {
-    auto surface = std::make_unique<HDC__>(medium, dpi);
+    const DeviceSize size{picture->pixels.width, picture->pixels.height};
+    auto surface = std::make_unique<HDC__>(medium, dpi, size);
     surface->ownBitmap = std::move(picture);
     surface->Take(*surface->ownBitmap);
     return surface.release();
@@ -50,9 +51,9 @@ HDC MakeSurface(std::unique_ptr<Bitmap> picture, TextMedium medium, int dpi) {
 
 } // namespace
 
-HDC__::HDC__(TextMedium surfaceMedium, int surfaceDpi)
-    : HandleHead(ObjectKind::Surface), medium(surfaceMedium), dpi(surfaceDpi), pen(&StockPen(BLACK_PEN)),
-      brush(&StockBrush(WHITE_BRUSH)), font(&StockFont()) {
+HDC__::HDC__(TextMedium surfaceMedium, int surfaceDpi, DeviceSize deviceSize)
+    : HandleHead(ObjectKind::Surface), medium(surfaceMedium), dpi(surfaceDpi), device(deviceSize),
+      pen(&StockPen(BLACK_PEN)), brush(&StockBrush(WHITE_BRUSH)), font(&StockFont()) {
     CountAlive(1);
 }
 
@@ -175,10 +176,10 @@ HDC CreatePageSurface(const char* path, PageFormat format, int width, int height
     if (!path || !MakesSense(width, height) || dpi < 1)
         return nullptr;
     return NullOnFailure([&]() -> HDC {
-        std::unique_ptr<PageFile> page = MakePageBackend(path, format, width, height, dpi);
-        if (!page)
+        std::unique_ptr<PageFile> page = MakePageFile(path, format, width, height, dpi);
+        if (!page || !page->BeginPage())
             return nullptr;
-        auto surface = std::make_unique<HDC__>(TextMedium::Page, dpi);
+        auto surface = std::make_unique<HDC__>(TextMedium::Page, dpi, DeviceSize{width, height});
         surface->bounds = {0, 0, width, height};
         surface->page = page.get();
         surface->backend = std::move(page);
@@ -188,8 +189,9 @@ HDC CreatePageSurface(const char* path, PageFormat format, int width, int height
 
 HDC CreateCompatibleDC(HDC surface) {
     return NullOnFailure([&] {
+        const DeviceSize size = IsSurface(surface) ? surface->device : DeviceSize{0, 0};
         auto made = std::make_unique<HDC__>(IsSurface(surface) ? surface->medium : TextMedium::Pixels,
-                                            GetDeviceCaps(surface, LOGPIXELSY));
+                                            GetDeviceCaps(surface, LOGPIXELSY), size);
         made->Take(StockBitmap());
         return made.release();
     });

@@ -4,6 +4,7 @@
 #include <MelkarCommon/support/platform/files/new_file.h>
 #include <MelkarCommon/support/platform/files/report.h>
 #include <MelkarCommon/support/platform/pages/page_file.h>
+#include <MelkarCommon/support/platform/pages/page_lines.h>
 #include <MelkarCommon/support/platform/seam/box.h>
 #include <MelkarCommon/support/platform/text/text_on_cairo.h>
 
@@ -15,7 +16,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <ctime>
-#include <iterator>
+#include <vector>
 
 /// @file
 /// Pages: everything stays a vector, and covers the area that it would cover on pixels.
@@ -37,25 +38,33 @@ cairo_status_t WriteBytes(void* file, const unsigned char* bytes, unsigned int c
     return static_cast<NewFile*>(file)->Write(bytes, count) ? CAIRO_STATUS_SUCCESS : CAIRO_STATUS_WRITE_ERROR;
 }
 
-/// Builds that have to give the same bytes each time set the date in the environment; else it is the present.
-void DateFromEnvironment(cairo_surface_t* pdf) {
+/// Builds that have to give the same bytes each time set the date in the environment.
+std::optional<std::time_t> DateFromEnvironment() {
     const char* epoch = std::getenv("SOURCE_DATE_EPOCH");
     char* end = nullptr;
     const auto seconds = static_cast<std::time_t>(epoch != nullptr ? std::strtoll(epoch, &end, 10) : 0);
+    return epoch != nullptr && end != epoch && *end == '\0' ? std::optional(seconds) : std::nullopt;
+}
+
+void SetInfo(cairo_surface_t* pdf, const DocumentInfo& info) {
+    cairo_pdf_surface_set_metadata(pdf, CAIRO_PDF_METADATA_CREATOR, "MelkarCommon");
+    if (!info.title.empty())
+        cairo_pdf_surface_set_metadata(pdf, CAIRO_PDF_METADATA_TITLE, info.title.c_str());
+    const std::optional<std::time_t> created = info.created ? info.created : DateFromEnvironment();
     std::tm date{};
     char text[sizeof "9999-12-31T23:59:59Z"];
-    if (epoch == nullptr || end == epoch || *end != '\0' || gmtime_r(&seconds, &date) == nullptr)
-        return;
+    if (!created || gmtime_r(&*created, &date) == nullptr)
+        return; // the present
     if (std::strftime(text, sizeof text, "%Y-%m-%dT%H:%M:%SZ", &date) != 0)
         cairo_pdf_surface_set_metadata(pdf, CAIRO_PDF_METADATA_CREATE_DATE, text);
 }
 
-CairoSurface MakeSurface(NewFile* file, PageFormat format, double widthInches, double heightInches) {
+CairoSurface MakeSurface(NewFile* file, PageFormat format, double widthInches, double heightInches,
+                         const DocumentInfo& info) {
     if (format == PageFormat::Pdf) {
         CairoSurface pdf(cairo_pdf_surface_create_for_stream(WriteBytes, file, widthInches * kPointsPerInch,
                                                              heightInches * kPointsPerInch));
-        cairo_pdf_surface_set_metadata(pdf.get(), CAIRO_PDF_METADATA_CREATOR, "MelkarCommon");
-        DateFromEnvironment(pdf.get());
+        SetInfo(pdf.get(), info);
         return pdf;
     }
     CairoSurface svg(cairo_svg_surface_create_for_stream(WriteBytes, file, widthInches * kSvgUnitsPerInch,
@@ -96,90 +105,48 @@ CairoSurface MakeImage(const PixelBuffer& pixels, const RECT& source, DWORD oper
     return image;
 }
 
-/// Where an axis-aligned line lies: along it from `start` to `end`, which may be less; across it `width` about
-/// `middle`. All are edges and not pixels.
-struct Band {
-    double start;
-    double end;
-    double middle;
-    double width;
-    bool level;
-
-    double Length() const { return std::abs(end - start); }
-    void Rectangle(cairo_t* cr) const {
-        const double low = std::min(start, end);
-        const double side = middle - width / 2;
-        if (level)
-            cairo_rectangle(cr, low, side, Length(), width);
-        else
-            cairo_rectangle(cr, side, low, width, Length());
-    }
-    void Line(cairo_t* cr) const {
-        cairo_move_to(cr, level ? start : middle, level ? middle : start);
-        cairo_line_to(cr, level ? end : middle, level ? middle : end);
-    }
-};
-
-/// The middle of a line through pixel `at`: a whole width takes whole rows from at - width / 2.
-double MiddleOf(int at, double width) {
-    const bool whole = width == std::floor(width);
-    return whole ? at - std::floor(width / 2) + width / 2 : at + 0.5;
-}
-
-/// The last pixel is left out, the first one is not, whichever way the line goes.
-Band BandOf(POINT from, POINT to, double width) {
-    const bool level = from.y == to.y;
-    const double start = level ? from.x : from.y;
-    const double end = level ? to.x : to.y;
-    const double edge = end > start ? 0 : 1;
-    return {start + edge, end + edge, MiddleOf(level ? from.y : from.x, width), width, level};
-}
-
-/// The part of a band in the clip, of no length if there is none: cairo's coordinates wrap far off the page.
-Band CutBand(const Band& band, const RECT& clip) {
-    const double low = band.level ? clip.left : clip.top;
-    const double high = band.level ? clip.right : clip.bottom;
-    const double near = band.level ? clip.top : clip.left;
-    const double far = band.level ? clip.bottom : clip.right;
-    Band cut = band;
-    cut.start = std::clamp(band.start, low, high);
-    cut.end = std::clamp(band.end, low, high);
-    if (band.middle + band.width / 2 <= near || band.middle - band.width / 2 >= far)
-        cut.end = cut.start;
-    return cut;
-}
-
 class PageBackend final : public PageFile {
 public:
-    PageBackend(std::unique_ptr<NewFile> file, PageFormat format, int width, int height, int dpi)
-        : m_file(std::move(file)), m_format(format), m_whole{0, 0, width, height}, m_clip(m_whole),
+    PageBackend(std::unique_ptr<NewFile> file, PageFormat format, int width, int height, int dpi,
+                const DocumentInfo& info)
+        : m_file(std::move(file)), m_format(format), m_sheet{0, 0, width, height},
           m_thinnest(dpi / (2 * kPointsPerInch)),
           m_scale((format == PageFormat::Pdf ? kPointsPerInch : kSvgUnitsPerInch) / dpi) {
         const double inch = dpi;
-        m_surface = MakeSurface(m_file.get(), format, width / inch, height / inch);
+        m_surface = MakeSurface(m_file.get(), format, width / inch, height / inch, info);
         m_cr.reset(cairo_create(m_surface.get()));
         cairo_scale(Cr(), m_scale, m_scale);
         cairo_set_line_join(Cr(), CAIRO_LINE_JOIN_ROUND);
     }
     ~PageBackend() override { m_file->Abandon(); }
 
+    bool BeginPage() override;
+    void EndPage() override;
     bool Finish() override;
+    void Abandon() override;
 
     void SetClip(const RECT& clip) override;
     void FillRect(const RECT& rect, Color color) override;
-    void FillShape(const Shape& shape, Color color) override { FillShapeOn(Cr(), m_clip, shape, color); }
+    void FillShape(const Shape& shape, Color color) override {
+        if (Shows())
+            FillShapeOn(Cr(), m_clip, shape, color);
+    }
     void StrokeShape(const Shape& shape, const Stroke& stroke) override {
-        StrokeShapeOn(Cr(), m_clip, shape, OnPaper(stroke));
+        if (Shows())
+            StrokeShapeOn(Cr(), m_clip, shape, OnPaper(stroke));
     }
-    void StrokePolyline(std::span<const POINT> points, const Stroke& stroke) override {
-        ForEachSegment(points, stroke, [this](POINT from, POINT to, const Stroke& own) { StrokeLine(from, to, own); });
-    }
+    void StrokePolyline(std::span<const POINT> points, const Stroke& stroke) override;
     void PaintText(const std::shared_ptr<const TextLayout>& layout, std::size_t line, POINT at, int escapement,
                    Color color, const RECT& clip) override;
     void Blit(const RECT& target, const PixelBuffer& pixels, const RECT& source, DWORD operation) override;
 
 private:
     cairo_t* Cr() { return m_cr.get(); }
+    /// Whether anything is drawn at all; between two pages the clip is empty.
+    bool Shows() {
+        m_lastLines.clear();
+        return !IsEmptyRect(m_clip);
+    }
     /// What is thinner than half a point gets lost in print.
     Stroke OnPaper(const Stroke& stroke) const {
         constexpr double kWidest = 32768;
@@ -188,7 +155,7 @@ private:
         return bounded;
     }
     void ClipTo(const RECT& clip) {
-        if (clip.left <= 0 && clip.top <= 0 && clip.right >= m_whole.right && clip.bottom >= m_whole.bottom)
+        if (clip.left <= 0 && clip.top <= 0 && clip.right >= m_sheet.right && clip.bottom >= m_sheet.bottom)
             return;
         Rectangle(clip);
         cairo_clip(Cr());
@@ -197,87 +164,101 @@ private:
         cairo_new_path(Cr());
         cairo_rectangle(Cr(), r.left, r.top, double{1} * r.right - r.left, double{1} * r.bottom - r.top);
     }
-    void StrokeLine(POINT from, POINT to, const Stroke& stroke);
-    void StrokeBand(const Band& band, const Stroke& stroke, double phase);
 
     std::unique_ptr<NewFile> m_file;
     PageFormat m_format;
-    RECT m_whole;
-    RECT m_clip;
-    double m_thinnest; ///< half a point, in device units
-    double m_scale;    ///< cairo's units for a device unit
+    RECT m_sheet;
+    RECT m_page{0, 0, 0, 0}; ///< the sheet while a page is open, else empty
+    RECT m_clip{0, 0, 0, 0};
+    int m_pages = 0; ///< begun
+    bool m_hasEnded = false;
+    double m_thinnest;              ///< half a point, in device units
+    double m_scale;                 ///< cairo's units for a device unit
+    std::vector<POINT> m_lastLines; ///< drawn last, if nothing else was since
+    Stroke m_lastStroke;
     CairoSurface m_surface;
     CairoContext m_cr;
 };
 
-bool PageBackend::Finish() {
+bool PageBackend::BeginPage() {
+    const bool isFull = m_format == PageFormat::Svg && m_pages > 0;
+    if (m_hasEnded || isFull)
+        return false;
+    EndPage();
+    ++m_pages;
+    m_page = m_sheet;
+    SetClip(m_page);
+    return true;
+}
+
+void PageBackend::EndPage() {
+    if (IsEmptyRect(m_page))
+        return;
     cairo_show_page(Cr());
+    m_page = {0, 0, 0, 0};
+    SetClip(m_page);
+}
+
+void PageBackend::Abandon() {
+    m_hasEnded = true;
+    m_page = {0, 0, 0, 0};
+    SetClip(m_page);
+    m_file->Abandon();
+}
+
+bool PageBackend::Finish() {
+    if (m_hasEnded)
+        return false;
+    m_hasEnded = true;
+    EndPage();
     const cairo_status_t drawn = cairo_status(Cr());
     cairo_surface_finish(m_surface.get());
     const cairo_status_t written = cairo_surface_status(m_surface.get());
     const cairo_status_t status = drawn != CAIRO_STATUS_SUCCESS ? drawn : written;
-    if (status != CAIRO_STATUS_SUCCESS)
+    if (status != CAIRO_STATUS_SUCCESS || m_pages == 0)
         m_file->Abandon(); // a write error that came first is kept
     const int error = m_file->Commit();
     if (error != 0)
         LogNotWritten(m_format, m_file->Path(),
-                      error == ECANCELED ? cairo_status_to_string(status) : std::strerror(error));
+                      error != ECANCELED ? std::strerror(error)
+                      : m_pages == 0     ? "no page"
+                                         : cairo_status_to_string(status));
     return error == 0;
 }
 
 void PageBackend::SetClip(const RECT& clip) {
-    m_clip = ClipBox(ToBox(clip), m_whole);
+    m_clip = ClipBox(ToBox(clip), m_page);
     cairo_reset_clip(Cr());
     ClipTo(m_clip);
 }
 
 void PageBackend::FillRect(const RECT& rect, Color color) {
     const RECT visible = ClipBox(ToBox(rect), m_clip);
-    if (IsEmptyRect(visible))
+    if (!Shows() || IsEmptyRect(visible))
         return;
     SetSourceColor(Cr(), color);
     Rectangle(visible);
     cairo_fill(Cr());
 }
 
-void PageBackend::StrokeLine(POINT from, POINT to, const Stroke& stroke) {
+void PageBackend::StrokePolyline(std::span<const POINT> points, const Stroke& stroke) {
+    constexpr double kThin = 2; // wider ones overlap when they are a unit apart
     if (IsEmptyRect(m_clip))
         return;
     const Stroke printed = OnPaper(stroke);
-    if (from.x != to.x && from.y != to.y) {
-        StrokeWideLineOn(Cr(), m_clip, from, to, printed);
-        return;
-    }
-    const Band whole = BandOf(from, to, printed.width);
-    const Band band = CutBand(whole, m_clip);
-    if (band.Length() > 0)
-        StrokeBand(band, printed, printed.phase + std::abs(band.start - whole.start));
-}
-
-void PageBackend::StrokeBand(const Band& band, const Stroke& stroke, double phase) {
-    const bool patterned = HasPattern(stroke);
-    cairo_new_path(Cr());
-    if (!patterned || stroke.gaps) {
-        SetSourceColor(Cr(), patterned ? stroke.gapColor : stroke.color);
-        band.Rectangle(Cr());
-        cairo_fill(Cr());
-    }
-    if (!patterned)
-        return;
-    const double lengths[] = {stroke.on, stroke.off};
-    cairo_set_dash(Cr(), lengths, static_cast<int>(std::size(lengths)), PhaseInPeriod(stroke, phase));
-    cairo_set_line_cap(Cr(), CAIRO_LINE_CAP_BUTT);
-    cairo_set_line_width(Cr(), band.width);
-    SetSourceColor(Cr(), stroke.color);
-    band.Line(Cr());
-    cairo_stroke(Cr());
+    StrokePolylineOn(Cr(), m_clip, points, printed);
+    if (printed == m_lastStroke && printed.width < kThin && printed.IsSolid() && LieSideBySide(m_lastLines, points))
+        CoverSeamOn(Cr(), m_lastLines, points, printed);
+    m_lastLines.assign(points.begin(), points.end());
+    m_lastStroke = printed;
 }
 
 void PageBackend::PaintText(const std::shared_ptr<const TextLayout>& layout, std::size_t line, POINT at, int escapement,
                             Color color, const RECT& clip) {
     constexpr int kFar = 1 << 16; // twice the largest page; cairo's coordinates wrap at 2^23 points
     const RECT visible = ClipBox(ToBox(clip), m_clip);
-    if (layout == nullptr || IsEmptyRect(visible) || at.x < -kFar || at.x > kFar || at.y < -kFar || at.y > kFar)
+    if (!Shows() || layout == nullptr || IsEmptyRect(visible) || at.x < -kFar || at.x > kFar || at.y < -kFar ||
+        at.y > kFar)
         return;
     // Larger than FreeType can scale, at a dpi of 1 or 2: such a font fails, the whole page with it, and later pages.
     constexpr double kLargestOnPaper = 1 << 15;
@@ -293,7 +274,7 @@ void PageBackend::PaintText(const std::shared_ptr<const TextLayout>& layout, std
 
 void PageBackend::Blit(const RECT& target, const PixelBuffer& pixels, const RECT& source, DWORD operation) {
     const RECT visible = ClipBox(ToBox(target), m_clip);
-    if (IsEmptyRect(visible) || !CanBlit(pixels, source, operation))
+    if (!Shows() || IsEmptyRect(visible) || !CanBlit(pixels, source, operation))
         return;
     const CairoSurface image = MakeImage(pixels, source, operation);
     cairo_save(Cr());
@@ -310,7 +291,8 @@ void PageBackend::Blit(const RECT& target, const PixelBuffer& pixels, const RECT
 
 } // namespace
 
-std::unique_ptr<PageFile> MakePageBackend(const char* path, PageFormat format, int width, int height, int dpi) {
+std::unique_ptr<PageFile> MakePageFile(const char* path, PageFormat format, int width, int height, int dpi,
+                                       const DocumentInfo& info) {
     const bool sensible = path != nullptr && *path != '\0' && width > 0 && height > 0 && dpi > 0;
     if (!sensible) {
         LogNotWritten(format, path != nullptr ? path : "", std::strerror(EINVAL));
@@ -322,7 +304,7 @@ std::unique_ptr<PageFile> MakePageBackend(const char* path, PageFormat format, i
         LogNotWritten(format, resolved, std::strerror(errno));
         return nullptr;
     }
-    return std::make_unique<PageBackend>(std::move(file), format, width, height, dpi);
+    return std::make_unique<PageBackend>(std::move(file), format, width, height, dpi, info);
 }
 
 } // namespace melkar

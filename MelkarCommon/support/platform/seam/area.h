@@ -50,14 +50,18 @@ inline Area AreaOf(const Shape& shape) {
                       shape);
 }
 
-/// The corners of a box of width x height whose top-left one is at `at`, turned about that by `escapement` tenths of a
-/// degree counter-clockwise; in the order top left, top right, bottom right, bottom left.
-inline std::array<PointD, 4> TurnedBox(POINT at, double width, double height, int escapement) {
+/// A point turned about the origin by `escapement` tenths of a degree, counter-clockwise on a surface.
+inline PointD Turned(PointD p, int escapement) {
     const double angle = escapement % 3600 * std::numbers::pi / 1800;
-    const double along = std::cos(angle);
-    const double up = std::sin(angle);
+    return {p.x * std::cos(angle) + p.y * std::sin(angle), p.y * std::cos(angle) - p.x * std::sin(angle)};
+}
+
+/// The corners of a box of width x height whose top-left one is at `at`, turned about that by `escapement`; in the
+/// order top left, top right, bottom right, bottom left.
+inline std::array<PointD, 4> TurnedBox(POINT at, double width, double height, int escapement) {
     const auto turned = [&](double x, double y) -> PointD {
-        return {at.x + x * along + y * up, at.y - x * up + y * along};
+        const PointD way = Turned({x, y}, escapement);
+        return {at.x + way.x, at.y + way.y};
     };
     return {turned(0, 0), turned(width, 0), turned(width, height), turned(0, height)};
 }

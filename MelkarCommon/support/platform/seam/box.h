@@ -1,5 +1,6 @@
 #pragma once
 
+#include <MelkarCommon/support/platform/geometry.h>
 #include <MelkarCommon/support/platform/types.h>
 
 #include <algorithm>
@@ -11,9 +12,7 @@
 namespace melkar {
 
 /// The nearest int.
-constexpr int Saturated(std::int64_t value) {
-    return static_cast<int>(std::clamp<std::int64_t>(value, INT32_MIN, INT32_MAX));
-}
+constexpr int Saturated(std::int64_t value) { return NearestInt(value); }
 
 /// A rectangle whose edges can't overflow; made from ints by adding and subtracting.
 struct Box {

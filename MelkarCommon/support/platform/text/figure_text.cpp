@@ -66,7 +66,7 @@ bool IsFigure(std::string_view text) {
 }
 
 const FigureSet::Glyph& FigureSet::Of(char character) const {
-    return glyphs_[kIndex[static_cast<unsigned char>(character)]];
+    return m_glyphs[kIndex[static_cast<unsigned char>(character)]];
 }
 
 int FigureSet::Width(std::string_view text) const {
@@ -82,7 +82,7 @@ void FigureSet::SetLine(TextLine& line, std::string_view text, int width) const 
     line.mask.reset();
     line.runs.resize(1);
     GlyphRun& run = line.runs[0];
-    run.font = font_;
+    run.font = m_font;
     run.utf8 = text;
     run.clusters.assign(text.size(), {1, 1});
     run.glyphs.clear();
@@ -130,10 +130,10 @@ bool FigureSet::Take(TextFace& face) {
     for (std::size_t i = 0; i < kCharacters.size(); ++i) {
         const TextLayout layout = LayOutAnew(face, kCharacters.substr(i, 1), true, kNoWrap);
         const GlyphRun* run = OnlyRun(layout);
-        if (run == nullptr || run->glyphs[0].x != 0 || (font_ != nullptr && run->font.get() != font_.get()))
+        if (run == nullptr || run->glyphs[0].x != 0 || (m_font != nullptr && run->font.get() != m_font.get()))
             return false;
-        font_ = run->font;
-        glyphs_[i] = {run->glyphs[0].index, layout.width, DrawMask(layout, layout.lines[0], 0)};
+        m_font = run->font;
+        m_glyphs[i] = {run->glyphs[0].index, layout.width, DrawMask(layout, layout.lines[0], 0)};
     }
     return true;
 }
@@ -142,7 +142,7 @@ bool FigureSet::IsAdditive(TextFace& face) const {
     const std::string pairs = AllPairs();
     const TextLayout layout = LayOutAnew(face, pairs, true, kNoWrap);
     const GlyphRun* run = OnlyRun(layout);
-    if (run == nullptr || run->font.get() != font_.get())
+    if (run == nullptr || run->font.get() != m_font.get())
         return false;
     double x = 0;
     for (std::size_t i = 0; i < pairs.size(); ++i) {
@@ -155,15 +155,15 @@ bool FigureSet::IsAdditive(TextFace& face) const {
 }
 
 std::shared_ptr<const TextLayout> FigureCache::Find(const TextFace& face, std::string_view text, int width) {
-    std::shared_ptr<TextLayout>& slot = slots_[std::hash<std::string_view>{}(text) % kSlots];
+    std::shared_ptr<TextLayout>& slot = m_slots[std::hash<std::string_view>{}(text) % kSlots];
     if (slot && slot->lines[0].utf8 == text)
         return slot;
     if (!slot || slot.use_count() > 1) { // someone still looks at the former figure
         slot = std::make_shared<TextLayout>(StartLayout(face));
         slot->lines.resize(1);
-        slot->figures = figures_;
+        slot->figures = m_figures;
     }
-    figures_->SetLine(slot->lines[0], text, width);
+    m_figures->SetLine(slot->lines[0], text, width);
     slot->width = width;
     return slot;
 }

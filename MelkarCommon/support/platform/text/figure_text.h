@@ -41,25 +41,25 @@ private:
     bool IsAdditive(TextFace& face) const;
     const Glyph& Of(char character) const;
 
-    std::shared_ptr<cairo_scaled_font_t> font_;
-    std::array<Glyph, kCharacters.size()> glyphs_;
+    std::shared_ptr<cairo_scaled_font_t> m_font;
+    std::array<Glyph, kCharacters.size()> m_glyphs;
 };
 
 /// The figures of one face that were asked for last. A figure takes the place, and the memory, of the former one in
 /// its slot: where all figures of a chart are new at each redraw, this allocates next to nothing.
 class FigureCache {
 public:
-    explicit FigureCache(std::shared_ptr<const FigureSet> figures) : figures_(std::move(figures)) {}
+    explicit FigureCache(std::shared_ptr<const FigureSet> figures) : m_figures(std::move(figures)) {}
 
     /// The layout of `text`, `width` wide; `face` is that of the figures.
     std::shared_ptr<const TextLayout> Find(const TextFace& face, std::string_view text, int width);
-    const FigureSet& Figures() const { return *figures_; }
+    const FigureSet& Figures() const { return *m_figures; }
 
 private:
     static constexpr std::size_t kSlots = 128;
 
-    std::shared_ptr<const FigureSet> figures_;
-    std::array<std::shared_ptr<TextLayout>, kSlots> slots_;
+    std::shared_ptr<const FigureSet> m_figures;
+    std::array<std::shared_ptr<TextLayout>, kSlots> m_slots;
 };
 
 /// The face's figures, tried at the first call; null if its glyphs depend on their neighbours, or aren't worth it.

@@ -1,6 +1,6 @@
 #include <MelkarCommon/support/platform/text/font_alias.h>
+#include <MelkarCommon/support/platform/values/ascii.h>
 
-#include <algorithm>
 #include <string_view>
 
 namespace melkar {
@@ -32,19 +32,13 @@ constexpr Alias kAliases[] = {
     {"Courier New", "DejaVu Sans Mono,monospace"},
 };
 
-char Lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
-
-bool SameName(std::string_view a, std::string_view b) {
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) { return Lower(x) == Lower(y); });
-}
-
 } // namespace
 
 std::string FamiliesFor(const std::string& name) {
     if (name.empty())
         return "sans";
     for (const Alias& alias : kAliases)
-        if (SameName(alias.name, name))
+        if (EqualNoCase(alias.name, name))
             return name + "," + alias.families;
     return name + ",sans";
 }

@@ -1,3 +1,4 @@
+#include <MelkarCommon/support/platform/cairo/handles.h>
 #include <MelkarCommon/support/platform/text/text_decode.h>
 #include <MelkarCommon/support/platform/text/text_face.h>
 
@@ -28,11 +29,6 @@ struct DescriptionFree {
     void operator()(PangoFontDescription* description) const { pango_font_description_free(description); }
 };
 using DescriptionPtr = std::unique_ptr<PangoFontDescription, DescriptionFree>;
-
-struct OptionsFree {
-    void operator()(cairo_font_options_t* options) const { cairo_font_options_destroy(options); }
-};
-using OptionsPtr = std::unique_ptr<cairo_font_options_t, OptionsFree>;
 
 std::uint64_t NextId() {
     static std::atomic<std::uint64_t> last{0};
@@ -74,7 +70,7 @@ const char* LanguageOf(int charset) {
 
 ObjectPtr<PangoContext> MakeContext(const PangoFontDescription* font, int charset, bool wholePixels) {
     ObjectPtr<PangoContext> context(pango_font_map_create_context(ThreadFontMap()));
-    const OptionsPtr options(cairo_font_options_create());
+    const CairoFontOptions options(cairo_font_options_create());
     cairo_font_options_set_antialias(options.get(), CAIRO_ANTIALIAS_GRAY);
     cairo_font_options_set_hint_metrics(options.get(), wholePixels ? CAIRO_HINT_METRICS_ON : CAIRO_HINT_METRICS_OFF);
     cairo_font_options_set_hint_style(options.get(), wholePixels ? CAIRO_HINT_STYLE_SLIGHT : CAIRO_HINT_STYLE_NONE);

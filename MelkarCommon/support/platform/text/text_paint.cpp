@@ -1,10 +1,11 @@
+#include <MelkarCommon/support/platform/cairo/handles.h>
+#include <MelkarCommon/support/platform/seam/area.h>
 #include <MelkarCommon/support/platform/text/figure_text.h>
 #include <MelkarCommon/support/platform/text/glyph_run.h>
 #include <MelkarCommon/support/platform/text/text_on_cairo.h>
 #include <MelkarCommon/support/platform/text/text_parts.h>
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <numbers>
 
@@ -18,31 +19,6 @@ constexpr double kMaxMaskPixels = 5e5; ///< beyond it the part of a text that sh
 constexpr double kMargin = 2;          // pixels around the ink that fonts promise; hinting may go beyond it
 constexpr int kQuarterTurn = 900;
 constexpr int kFullTurn = 4 * kQuarterTurn;
-
-struct SurfaceFree {
-    void operator()(cairo_surface_t* surface) const { cairo_surface_destroy(surface); }
-};
-using SurfacePtr = std::unique_ptr<cairo_surface_t, SurfaceFree>;
-
-struct ContextFree {
-    void operator()(cairo_t* cr) const { cairo_destroy(cr); }
-};
-using ContextPtr = std::unique_ptr<cairo_t, ContextFree>;
-
-struct Box {
-    double left = 0;
-    double top = 0;
-    double right = 0;
-    double bottom = 0;
-
-    bool IsEmpty() const { return !(left < right && top < bottom); }
-    void Add(double l, double t, double r, double b) {
-        if (!(l < r && t < b))
-            return;
-        *this = IsEmpty() ? Box{l, t, r, b}
-                          : Box{std::min(left, l), std::min(top, t), std::max(right, r), std::max(bottom, b)};
-    }
-};
 
 cairo_matrix_t TurnMatrix(int escapement) {
     cairo_matrix_t matrix;
@@ -75,32 +51,35 @@ std::vector<Rule> RulesOf(const TextLayout& layout, const TextLine& line) {
     return rules;
 }
 
+void Add(Area& ink, double left, double top, double width, double height) {
+    if (!(width > 0 && height > 0))
+        return;
+    ink.Add({left, top});
+    ink.Add({left + width, top + height});
+}
+
 /// The ink of a line that isn't turned, from its top-left corner.
-Box InkOf(const TextLayout& layout, const TextLine& line) {
-    Box ink;
+Area InkOf(const TextLayout& layout, const TextLine& line) {
+    Area ink;
     for (const GlyphRun& run : line.runs) {
         cairo_text_extents_t extents;
         cairo_scaled_font_glyph_extents(run.font.get(), run.glyphs.data(), static_cast<int>(run.glyphs.size()),
                                         &extents);
-        const double left = run.glyphs[0].x + extents.x_bearing; // bearings count from the first glyph
-        const double top = layout.ascent + run.glyphs[0].y + extents.y_bearing;
-        ink.Add(left, top, left + extents.width, top + extents.height);
+        // bearings count from the first glyph
+        Add(ink, run.glyphs[0].x + extents.x_bearing, layout.ascent + run.glyphs[0].y + extents.y_bearing,
+            extents.width, extents.height);
     }
     for (const Rule& rule : RulesOf(layout, line))
-        ink.Add(0, rule.top, line.width, rule.top + rule.height);
+        Add(ink, 0, rule.top, line.width, rule.height);
     return ink;
 }
 
-/// The upright box around a turned one.
-Box Turn(const Box& box, const cairo_matrix_t& matrix) {
-    const std::array<std::array<double, 2>, 4> corners = {
-        {{box.left, box.top}, {box.right, box.top}, {box.left, box.bottom}, {box.right, box.bottom}}};
-    Box turned{HUGE_VAL, HUGE_VAL, -HUGE_VAL, -HUGE_VAL};
-    for (auto [x, y] : corners) {
-        cairo_matrix_transform_point(&matrix, &x, &y);
-        turned = {std::min(turned.left, x), std::min(turned.top, y), std::max(turned.right, x),
-                  std::max(turned.bottom, y)};
-    }
+/// The upright area around a turned one.
+Area Turned(const Area& area, int escapement) {
+    Area turned;
+    for (const PointD& corner :
+         {PointD{area.left, area.top}, {area.right, area.top}, {area.left, area.bottom}, {area.right, area.bottom}})
+        turned.Add(Turned(corner, escapement));
     return turned;
 }
 
@@ -215,19 +194,19 @@ std::ptrdiff_t MaskBytes() { return CountedMaskBytes(); }
 
 CoverageMask DrawMask(const TextLayout& layout, const TextLine& line, int escapement) {
     const cairo_matrix_t turn = TurnMatrix(escapement);
-    const Box upright = InkOf(layout, line);
+    const Area upright = InkOf(layout, line);
     if (upright.IsEmpty())
         return {};
-    const Box ink = Turn(upright, turn);
+    const Area ink = Turned(upright, escapement);
     const double left = std::floor(ink.left) - kMargin;
     const double top = std::floor(ink.top) - kMargin;
     const double width = std::ceil(ink.right) + kMargin - left;
     const double height = std::ceil(ink.bottom) + kMargin - top;
     if (!(width * height <= kMaxMaskPixels))
         return {};
-    const SurfacePtr surface(
+    const CairoSurface surface(
         cairo_image_surface_create(CAIRO_FORMAT_A8, static_cast<int>(width), static_cast<int>(height)));
-    const ContextPtr cr(cairo_create(surface.get()));
+    const CairoContext cr(cairo_create(surface.get()));
     cairo_translate(cr.get(), -left, -top);
     cairo_transform(cr.get(), &turn);
     DrawGlyphs(cr.get(), layout, line, escapement != 0);

@@ -16,31 +16,31 @@ template <class Key, class Entry, class Hash> class LruCache {
 public:
     /// The entry of a key, now the youngest; null if there is none. Stays until it is dropped.
     Entry* Find(const Key& key) {
-        const auto found = index_.find(key);
-        if (found == index_.end())
+        const auto found = m_index.find(key);
+        if (found == m_index.end())
             return nullptr;
-        entries_.splice(entries_.begin(), entries_, found->second);
+        m_entries.splice(m_entries.begin(), m_entries, found->second);
         return &*found->second;
     }
 
     /// Adds an entry whose key isn't there yet.
     Entry& Add(Entry entry) {
-        entries_.push_front(std::move(entry));
-        index_.emplace(entries_.front().Key(), entries_.begin());
-        return entries_.front();
+        m_entries.push_front(std::move(entry));
+        m_index.emplace(m_entries.front().Key(), m_entries.begin());
+        return m_entries.front();
     }
 
-    std::size_t Size() const { return entries_.size(); }
-    const Entry& Oldest() const { return entries_.back(); }
+    std::size_t Size() const { return m_entries.size(); }
+    const Entry& Oldest() const { return m_entries.back(); }
 
     void DropOldest() {
-        index_.erase(entries_.back().Key());
-        entries_.pop_back();
+        m_index.erase(m_entries.back().Key());
+        m_entries.pop_back();
     }
 
 private:
-    std::list<Entry> entries_; ///< youngest first
-    std::unordered_map<Key, typename std::list<Entry>::iterator, Hash> index_;
+    std::list<Entry> m_entries; ///< youngest first
+    std::unordered_map<Key, typename std::list<Entry>::iterator, Hash> m_index;
 };
 
 } // namespace melkar

@@ -131,13 +131,15 @@ bool IsNear(std::span<const POINT> points) {
 class LinePath {
 public:
     LinePath(std::vector<POINT> points, double width) : m_points(std::move(points)) {
-        bool hasAxis = false;
+        std::size_t parallel = 0;
         for (std::size_t i = 1; i < m_points.size(); ++i)
-            hasAxis = hasAxis || IsAxisParallel(m_points[i - 1], m_points[i]);
-        m_middle = hasAxis ? MiddleOf(width) : 0.5;
+            parallel += IsAxisParallel(m_points[i - 1], m_points[i]) ? 1 : 0;
+        m_middle = parallel > 0 ? MiddleOf(width) : 0.5;
+        m_isRectilinear = parallel + 1 == m_points.size();
         m_isClosed = m_points.size() > 3 && AreSame(m_points.front(), m_points.back());
     }
 
+    cairo_line_join_t Join() const { return m_isRectilinear ? CAIRO_LINE_JOIN_MITER : CAIRO_LINE_JOIN_ROUND; }
     bool HasRoundEnds() const {
         const std::size_t last = m_points.size() - 1;
         return !m_isClosed && !IsAxisParallel(m_points[0], m_points[1]) &&
@@ -172,12 +174,12 @@ private:
     std::vector<POINT> m_points;
     double m_middle = 0.5;
     bool m_isClosed = false;
+    bool m_isRectilinear = false;
 };
 
 } // namespace
 
 void StrokePolylineOn(cairo_t* cr, const RECT& clip, std::span<const POINT> points, const Stroke& stroke) {
-    constexpr double kSharpest = 2; // in cairo's terms: corners from 60 degrees on are mitred, sharper ones cut flat
     std::vector<POINT> different = WithoutRepetitions(points);
     if (different.size() < 2)
         return;
@@ -191,8 +193,7 @@ void StrokePolylineOn(cairo_t* cr, const RECT& clip, std::span<const POINT> poin
     const LinePath path(std::move(different), stroke.width);
     path.Trace(cr);
     cairo_set_line_cap(cr, path.HasRoundEnds() ? CAIRO_LINE_CAP_ROUND : CAIRO_LINE_CAP_BUTT);
-    cairo_set_line_join(cr, CAIRO_LINE_JOIN_MITER);
-    cairo_set_miter_limit(cr, kSharpest);
+    cairo_set_line_join(cr, path.Join());
     StrokePath(cr, stroke, stroke.phase);
     cairo_set_line_join(cr, CAIRO_LINE_JOIN_ROUND);
 }

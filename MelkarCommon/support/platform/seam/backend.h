@@ -35,7 +35,7 @@ public:
     /// The outline, solid, centred on the shape's edge.
     virtual void StrokeShape(const Shape& shape, const Stroke& stroke) = 0;
     /// The open path through two points or more, leaving out the last one; where it returns to the first, it closes.
-    /// Corners are whole: square, and cut flat only where they are sharper than 60 degrees.
+    /// Corners are whole: square between axis-parallel lines, else round.
     /// Coordinates name pixels: a horizontal line of width 1 at y covers the pixels of row y; a wider one of width w
     /// covers w rows from y - w / 2. The pattern runs on round the corners.
     virtual void StrokePolyline(std::span<const POINT> points, const Stroke& stroke) = 0;

@@ -111,11 +111,13 @@ void HDC__::AddLine(POINT from, POINT to, const Stroke& stroke) {
     constexpr std::size_t kMostPoints = 4096;
     if (!lines.GoOnAt(from, stroke)) {
         FlushLines();
-        lines = {{from}, stroke};
+        lines.points.push_back(from);
+        lines.stroke = stroke;
     } else if (lines.points.size() == kMostPoints) {
         const POINT before = lines.points[kMostPoints - 2];
         FlushLines();
-        lines = {{before, from}, stroke};
+        lines.points.assign({before, from});
+        lines.stroke = stroke;
         lines.stroke.phase -= stroke.IsSolid() ? 0 : Distance(before, from);
         lines.stroke.drawn = 1;
     }

@@ -1,6 +1,7 @@
 #include <MelkarCommon/circadian/circadian_graph.h>
 
 #include <MelkarCommon/circadian/circadian_layout.h>
+#include <MelkarCommon/frame/day_status.h>
 #include <MelkarCommon/frame/key_table.h>
 #include <MelkarCommon/support/platform/desktop.h>
 #include <MelkarCommon/support/scoped.h>
@@ -18,8 +19,6 @@ namespace {
 
 constexpr int kNarrowDesktop = 820; ///< pixels
 constexpr int kDayNameBytes = 255;
-
-enum DayStatus : int { kExcluded = 1, kNoData = 2, kNoDataEither = 3, kNoRecords = 4 };
 
 } // namespace
 
@@ -124,8 +123,9 @@ void CCircadianGraph::CalcLongestDay() {
     }
 }
 
-long CCircadianGraph::Draw(CRect area, char* path) {
-    CGraph::Draw(area, path);
+/// A day is worth showing even if a step of the first half failed.
+long CCircadianGraph::Draw(CRect area, char*) {
+    DrawGuarded([&] { return BeginCycle(area); });
     DrawGuarded([&] {
         if (DrawNoRecordsMessage() == 0)
             DrawContent();
@@ -147,7 +147,7 @@ void CCircadianGraph::DrawContent() {
 void CCircadianGraph::DrawSideBar() {}
 
 long CCircadianGraph::DrawNoRecordsMessage() {
-    if (m_nDayStatus != kNoRecords)
+    if (!melkar::HasNoRecords(melkar::ToDayStatus(m_nDayStatus)))
         return 0;
     m_bNoRecords = 1;
     CGraph::DrawNoRecordsMessage();
@@ -155,7 +155,7 @@ long CCircadianGraph::DrawNoRecordsMessage() {
 }
 
 long CCircadianGraph::DrawNoDataMessage() {
-    if (m_nDayStatus != kNoData && m_nDayStatus != kNoDataEither)
+    if (!melkar::HasNoData(melkar::ToDayStatus(m_nDayStatus)))
         return 0;
     m_bNoData = 1;
     CGraph::DrawNoDataMessage();
@@ -163,7 +163,7 @@ long CCircadianGraph::DrawNoDataMessage() {
 }
 
 long CCircadianGraph::DrawExcludeMessage() {
-    if (m_nDayStatus != kExcluded)
+    if (!melkar::IsExcluded(melkar::ToDayStatus(m_nDayStatus)))
         return 0;
     m_bExclude = 1;
     m_bNoData = 0;

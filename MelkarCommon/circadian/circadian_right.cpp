@@ -89,8 +89,7 @@ void CCircadianGraph::DrawLevelBar(int level) {
     const CString text = melkar::FormatFixed(minutes, 1);
     const CRect measured = MeasureText(text, DT_CALCRECT | DT_SINGLELINE, melkar::BarFigureBox(m_rcRight, bar));
     const melkar::BarFigure figure = melkar::BarFigureOf(m_rcRight, bar, measured);
-    SetBkMode(m_hMemDC, figure.inside ? TRANSPARENT : OPAQUE);
+    const melkar::ScopedBkMode mode(m_hMemDC, figure.inside ? TRANSPARENT : OPAQUE);
     SetBkColor(m_hMemDC, m_crCanvas);
     PaintText(text, figure.box, DT_SINGLELINE | DT_RIGHT);
-    SetBkMode(m_hMemDC, TRANSPARENT);
 }

@@ -73,7 +73,7 @@ kind=day
 expect_day "the first day"          0 'text "11929 steps'
 expect_day "another day"            0 'text "387 steps' --date 20260305
 expect_day "no such day"            1 'no such day: 20260501' --date 20260501
-expect_day "no weekly file"         1 '^melkar: 101: .*missing.csv' --data missing.csv
+expect_day "no weekly file"         1 '^melkar: 210: .*missing.csv' --data missing.csv
 kind=bar
 
 diff <("$melkar" keys) "$docs/profile-keys.md" || fail "the key reference" "docs/profile-keys.md isn't what melkar keys prints"

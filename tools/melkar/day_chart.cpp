@@ -1,80 +1,68 @@
 #include "day_chart.h"
 
-#include <MelkarCommon/circadian/circadian_layout.h>
-#include <MelkarCommon/support/fields.h>
-#include <MelkarCommon/support/numbers.h>
+#include <MelkarCommon/circadian/weekly_circadian.h>
+#include <MelkarCommon/frame/results.h>
 
-#include <array>
-#include <fstream>
 #include <stdexcept>
+#include <string>
+#include <utility>
 
 namespace melkar::tool {
 namespace {
 
-constexpr int kHeadLines = 3;
-constexpr long kNoFile = 101;
-constexpr double kUnitsAMinute = 15; ///< times in the file count fifteenths of a minute
+/// Reads a weekly file and hands one of its days to a sheet of its own.
+class DayPicker final : public CWeeklyCircadian {
+public:
+    DayPicker(CCircadianGraph& sheet, const ChartOptions& options)
+        : CWeeklyCircadian(nullptr, nullptr, options.section.c_str(), nullptr, nullptr, nullptr), m_sheet(sheet),
+          m_date(options.date) {}
 
-enum Column : int {
-    kStatus = 0,
-    kDate = 1,
-    kSteps = 5,
-    kTime = 8,
-    kActCal = 11,
-    kTotalCal = 12,
-    kFirstLevel = 15,
-    kFirstEvent = 54,
-    kFirstIntensity = 64,
-    kToroken = 784,
-    kExercise = 785,
+    long SetDayData(int day, double from, double to, CString date, int status, int steps, int actCal, int totalCal,
+                    double time, CStringArray* events, CStringArray* levels, double* intensity, int toroken,
+                    float exercise) override {
+        if (m_isFound || (!m_date.empty() && date != m_date.c_str()))
+            return 0;
+        m_isFound = true;
+        m_sheet.Set(nullptr, nullptr, m_rcDay, "", "", from, to, levels, date, day, 0, events, intensity, status, steps,
+                    actCal, totalCal, time, toroken, exercise);
+        return 0;
+    }
+    bool IsFound() const { return m_isFound; }
+
+private:
+    CCircadianGraph& m_sheet;
+    const std::string& m_date;
+    bool m_isFound = false;
 };
-constexpr int kEvents = 10;
 
-CString MinutesOf(const CString& units) {
-    const double value = ToDouble(units);
-    return value < 0 ? CString("0") : FormatFixed(value / kUnitsAMinute, 3);
-}
+/// The sheet of one day of a weekly file: the day of the date asked for, else the first.
+class Day final : public CCircadianGraph, public Chart {
+public:
+    explicit Day(ChartOptions options)
+        : CCircadianGraph(nullptr, nullptr, options.section.c_str(), nullptr, nullptr, nullptr),
+          m_options(std::move(options)) {}
 
-/// A value off the scale is rest.
-double IntensityOf(const CString& field) {
-    const double value = ToDouble(field);
-    return value >= 0 && value <= kLevels ? value : 0;
-}
+    long Read(char* path) override {
+        DayPicker picker(*this, m_options);
+        const long code = picker.ReadDataFile(path);
+        if (code == kOk && !picker.IsFound())
+            throw std::runtime_error("the data file has no such day: " + m_options.date);
+        return code;
+    }
+
+    void Bind(const Surfaces& surfaces) override {
+        Initialize(nullptr, surfaces.dc, surfaces.shared, surfaces.second, surfaces.balloon);
+        SetDirectOutput(surfaces.isDirect);
+    }
+
+    long Paint(const CRect& area, char* path) override { return Draw(area, path); }
+
+private:
+    ChartOptions m_options;
+};
 
 } // namespace
 
-long DayChart::Read(char* path) {
-    std::ifstream file(path);
-    if (!file)
-        return kNoFile;
-    std::string line;
-    for (int head = 0; head < kHeadLines; ++head)
-        std::getline(file, line);
-    while (std::getline(file, line)) {
-        if (m_options.date.empty() || getCSV(line.c_str(), kDate) == m_options.date.c_str()) {
-            TakeDay(line.c_str());
-            return 0;
-        }
-    }
-    throw std::runtime_error("the data file has no such day: " + m_options.date);
-}
-
-void DayChart::TakeDay(const char* line) {
-    const CsvRow row(line);
-    CStringArray levels;
-    for (int level = 0; level < kLevels; ++level)
-        levels.Add(MinutesOf(row.Field(kFirstLevel + level)));
-    CStringArray events;
-    for (int event = 0; event < kEvents; ++event)
-        events.Add(row.Field(kFirstEvent + event));
-    std::array<double, kValues> intensity;
-    for (int i = 0; i < kValues; ++i)
-        intensity[static_cast<std::size_t>(i)] = IntensityOf(row.Field(kFirstIntensity + i));
-    const ClassBounds bounds = UsualBounds(m_nLang);
-    Set(m_hWnd, m_hDC, m_rcGraph, "", "", bounds.from, bounds.to, &levels, row.Field(kDate), 0, 0, &events,
-        intensity.data(), row.IntField(kStatus), row.IntField(kSteps), row.IntField(kActCal), row.IntField(kTotalCal),
-        ToDouble(row.Field(kTime)) / kUnitsAMinute, row.IntField(kToroken),
-        static_cast<float>(ToDouble(row.Field(kExercise))));
-}
+std::unique_ptr<Chart> MakeDay(const ChartOptions& options) { return std::make_unique<Day>(options); }
 
 } // namespace melkar::tool

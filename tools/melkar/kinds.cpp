@@ -18,8 +18,6 @@ template <class G> std::unique_ptr<Chart> Make(const ChartOptions& options) {
     return std::make_unique<ToolGraph<G>>(options);
 }
 
-std::unique_ptr<Chart> MakeDay(const ChartOptions& options) { return std::make_unique<DayChart>(options); }
-
 constexpr Kind kKinds[] = {
     {"bar", "a bar for each day, or a stack of bars", Make<CBarGraph>},
     {"line", "bars and a line on a scale of its own", Make<CLineGraph>},

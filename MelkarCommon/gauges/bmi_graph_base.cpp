@@ -1,0 +1,101 @@
+#include <MelkarCommon/gauges/bmi_graph_base.h>
+
+#include <MelkarCommon/frame/data_file.h>
+#include <MelkarCommon/frame/key_table.h>
+#include <MelkarCommon/frame/numbered_keys.h>
+#include <MelkarCommon/gauges/gauge_layout.h>
+#include <MelkarCommon/support/numbers.h>
+#include <MelkarCommon/support/platform/drawing.h>
+#include <MelkarCommon/support/ring_log.h>
+#include <MelkarCommon/support/support.h>
+
+#include <algorithm>
+
+using melkar::KeySection;
+
+namespace {
+
+constexpr std::size_t kRowLimit = 1279; ///< characters, line end included
+
+} // namespace
+
+struct CBMIGraph_Base::KeyRows {
+    using G = CBMIGraph_Base;
+    using K = melkar::Keys<G>;
+    using N = melkar::NumberedKeys<G>;
+    static constexpr KeySection Own = KeySection::Own;
+    static constexpr melkar::KeyRow<G> rows[] = {
+        // The frame's keys of the title once more: another profile may be read in with those of this class.
+        K::Text<&CText::m_strText>(Own, "TITLELABEL", "title"),
+        K::Color<&CText::m_crColor>(Own, "TITLECOLOR_RGB", "title"),
+        K::Number<&CText::m_nSize>(Own, "TITLESIZE", 0, "title, points"),
+        K::Number<&CText::m_dwCharSet>(KeySection::Common, "CHARSET", 0, "character set of the title"),
+        K::Text<&CText::m_strFontName>(KeySection::Common, "FONT", "face of the title"),
+        K::Colors<&G::m_crClass, &G::m_nClassCount>(Own, "CLASSCOLOR%d_RGB", "value class, from the lowest"),
+        N::Decimals<&G::m_dClassMax, &G::m_nClassCount>(Own, "CLASSMAXVALUE%d",
+                                                        "first figure above the class, with decimals"),
+        N::Texts<&G::m_saClassCaption, &G::m_nClassCount>(Own, "CLASSCAPTION%d", "caption of the class"),
+        K::Number<&G::m_nMin>(Own, "MIN", 0, "low end of the scale"),
+        K::Number<&G::m_nMax>(Own, "MAX", 0, "high end of the scale; upper bound of the sixth class"),
+    };
+};
+
+CBMIGraph_Base::CBMIGraph_Base(HWND window, HDC dc, const char* section, HDC shared, HDC second, HDC balloon)
+    : CGraph(window, dc, section, shared, second, balloon) {
+    CBMIGraph_Base::ReadIniFile(GraphProfile());
+}
+
+long CBMIGraph_Base::ReadIniFile(char* path) {
+    melkar::ReadKeys(KeyRows::rows, *this, path, m_strSection);
+    m_Title.m_nWeight = FW_BOLD;
+    m_dClassMax[std::clamp(m_nClassCount, 1, kMostClasses) - 1] = m_nMax;
+    return 0;
+}
+
+melkar::ClassKeys CBMIGraph_Base::ProfileKeys() { return {"CBMIGraph_Base", melkar::InfoOf(KeyRows::rows)}; }
+
+COLORREF CBMIGraph_Base::ClassColor(int cls) const { return m_crClass[std::clamp(cls, 0, kMostClasses - 1)]; }
+
+long CBMIGraph_Base::ReadDataFile(char* path) {
+    melkar::LogText("CBMIGraph_Base::ReadDataFile");
+    return melkar::ReadGuarded([&] {
+        melkar::DataFile file(path);
+        if (!file.IsOpen())
+            return melkar::kNoFile;
+        m_strValue = file.Head(kRowLimit).Field(0);
+        if (const melkar::CsvRow& row = file.Head(kRowLimit); file.HasHead())
+            m_strValue = row.Field(0);
+        m_dValue = melkar::ToDouble(m_strValue);
+        const auto classes = static_cast<std::size_t>(std::clamp(m_nClassCount, 0, kMostClasses));
+        m_nClass = melkar::ClassOf(m_dValue, m_nMin, m_nMax, {m_dClassMax, classes}, m_nClass);
+        return melkar::kOk;
+    });
+}
+
+// On a working surface the rectangle of the graph stays at the surface's origin, where the frame has put it: the figure
+// shows wherever the picture lands. Under direct output it is the one given.
+long CBMIGraph_Base::Draw(CRect area, char* path) {
+    DrawGuarded([&] {
+        const long failure = BeginCycle(area);
+        ReadDataFile(path);
+        if (failure != 0)
+            return failure;
+        DrawCanvas();
+        DrawValue();
+        DrawTitle();
+        BitBlt();
+        return melkar::kOk;
+    });
+    return melkar::kOk;
+}
+
+long CBMIGraph_Base::DrawNoRecordsMessage() { return 0; }
+
+long CBMIGraph_Base::DrawCanvas() {
+    DrawRectangle(m_hMemDC, m_rcGraph, m_crCanvas, m_crPen, 1);
+    SetBkMode(m_hMemDC, TRANSPARENT);
+    m_rcCanvas = m_rcGraph;
+    return 0;
+}
+
+long CBMIGraph_Base::DrawValue() { return 0; }

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <MelkarCommon/frame/graph.h>
+
+/// What a gauge of one figure needs: a scale, a table of value classes with colours and captions, and the figure from a
+/// data file. On its own it shows ground and title.
+///
+/// Data file: row 0 skipped; row 1: the figure in column 0. A file of one row gives that row's; an empty file gives an
+/// empty figure.
+class MELKAR_API CBMIGraph_Base : public CGraph {
+public:
+    /// Arguments as for `CGraph`. Six classes.
+    CBMIGraph_Base(HWND window, HDC dc, const char* section, HDC shared, HDC second, HDC balloon);
+
+    /// Reads the figure and finds its class. @return 0; 101 and 103 with the former figure kept.
+    long ReadDataFile(char* path) override;
+    long ReadIniFile(char* path) override;
+    /// The frame first, then the data file: after a failure the gauge shows the former figure. @return 0, whatever
+    /// failed; the log tells.
+    long Draw(CRect area, char* path) override;
+    /// Nothing: a gauge has no days that could lack records. @return 0
+    long DrawNoRecordsMessage() override;
+
+    /// The ground over the whole graph, which becomes the canvas. Leaves the transparent background mode behind, in
+    /// which the figure is written. @return 0
+    virtual long DrawCanvas();
+    virtual long DrawValue(); ///< nothing here. @return 0
+
+    static melkar::ClassKeys ProfileKeys();
+
+protected:
+    static constexpr int kMostClasses = 10;
+    static constexpr int kCaptionSize = 10; ///< points
+    static constexpr int kFigureSize = 12;  ///< points
+
+    /// Colour of a class from 0 on; a class beyond the table has its last colour.
+    COLORREF ClassColor(int cls) const;
+    bool IsBelowScale() const { return m_nClass < 0; }
+    bool IsAboveScale() const { return m_nClass == m_nClassCount; }
+
+    int m_nClassCount = 6;
+    int m_nMin = 0; ///< low end of the scale
+    int m_nMax = 0; ///< high end of the scale
+    double m_dValue = 0;
+    CString m_strValue; ///< the figure as the file wrote it, which is what the gauge shows
+    int m_nClass = -1;  ///< -1 below the scale, `m_nClassCount` at or above it, else the class of the figure
+    COLORREF m_crClass[kMostClasses] = {};
+    double m_dClassMax[kMostClasses] = {}; ///< upper bounds; a figure on a bound belongs to the next class
+    CStringArray m_saClassCaption;
+
+private:
+    struct KeyRows;
+};

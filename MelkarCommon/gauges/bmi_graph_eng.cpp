@@ -1,0 +1,55 @@
+#include <MelkarCommon/gauges/bmi_graph_eng.h>
+
+#include <MelkarCommon/gauges/gauge_layout.h>
+#include <MelkarCommon/support/platform/drawing.h>
+#include <MelkarCommon/support/scoped.h>
+#include <MelkarCommon/support/support.h>
+
+#include <algorithm>
+
+using melkar::FigurePlace;
+
+namespace {
+
+constexpr COLORREF kBlack = RGB(0, 0, 0);
+constexpr COLORREF kWhite = RGB(255, 255, 255);
+constexpr COLORREF kFrame = RGB(128, 128, 128);
+constexpr int kGap = 5;         ///< from the bar to a figure that is cut off at the right edge
+constexpr int kSurfaceLeft = 1; ///< figures off the scale have all the room from here to the right edge
+constexpr UINT kAtLeft = DT_VCENTER | DT_SINGLELINE;
+constexpr UINT kAtRight = DT_RIGHT | kAtLeft;
+
+} // namespace
+
+long CBMIGraph_Eng::DrawValue() {
+    const CRect band = melkar::BarBand(m_rcCanvas);
+    const melkar::GaugeScale scale{double(m_nMin), double(m_nMax), band.left, band.right};
+    const int end = std::max(scale.FigureX(m_dValue), band.left);
+    const melkar::ScopedFont font(m_hMemDC, ChartFont(kFigureSize));
+    const CRect wholeRoom(kSurfaceLeft, band.top, band.right, band.bottom);
+    if (IsBelowScale()) {
+        PaintText(m_strValue, wholeRoom, kAtLeft);
+        return 0;
+    }
+    const COLORREF color = ClassColor(IsAboveScale() ? m_nClassCount - 1 : m_nClass);
+    DrawRectangle(m_hMemDC, CRect(band.left, band.top, end, band.bottom), color, kFrame, 1);
+    if (IsAboveScale())
+        PaintText(m_strValue, wholeRoom, kAtRight);
+    else
+        WriteFigure(band, end);
+    return 0;
+}
+
+void CBMIGraph_Eng::WriteFigure(const CRect& band, int end) {
+    const CRect behind(end, band.top, band.right, band.bottom);
+    const int width = MeasureText(m_strValue, kAtRight | DT_CALCRECT, behind).Width();
+    const FigurePlace place = melkar::PlaceFigure(band, end, width);
+    if (place == FigurePlace::CutOff) {
+        PaintText(m_strValue, CRect(melkar::AddEdge(end, kGap), band.top, band.right, band.bottom), kAtLeft);
+        return;
+    }
+    const bool inBar = place == FigurePlace::InBar;
+    SetTextColor(m_hMemDC, inBar ? kWhite : kBlack);
+    PaintText(m_strValue, CRect(inBar ? band.left : end, band.top, inBar ? end : end + width, band.bottom), kAtRight);
+    SetTextColor(m_hMemDC, kBlack);
+}

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <MelkarCommon/gauges/bmi_graph_base.h>
+
+/// A horizontal bar from the left edge to the figure, in the colour of the figure's class, with the figure written in
+/// it or, where it is too short, behind it.
+class MELKAR_API CBMIGraph_Eng : public CBMIGraph_Base {
+public:
+    using CBMIGraph_Base::CBMIGraph_Base;
+
+    /// Black is the colour of texts after a figure in its bar or whole behind it; else it stays what it was. @return 0
+    long DrawValue() override;
+
+private:
+    void DrawBar(const CRect& bar);
+    void WriteFigure(const CRect& band, int end);
+};

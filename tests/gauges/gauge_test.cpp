@@ -1,0 +1,169 @@
+#include <frame/host_fixture.h>
+
+#include <MelkarCommon/gauges/bmi_graph_eng.h>
+#include <MelkarCommon/gauges/himand_graph.h>
+
+#include <gmock/gmock.h>
+
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+
+constexpr std::string_view kProfile =
+    "[COMMON]\nFONT=Fixed\nBASECOLOR_RGB=200,200,200\nCANVASCOLOR_RGB=250,250,250\nPENCOLOR_RGB=1,2,3\n"
+    "NORECORDS_MESSAGE=no records\n"
+    "[OWN]\nTITLELABEL=T\nTITLESIZE=15\nTITLECOLOR_RGB=200,200,200\nMIN=0\nMAX=100\n"
+    "CLASSCOLOR0_RGB=10,0,0\nCLASSCOLOR1_RGB=11,0,0\nCLASSCOLOR2_RGB=12,0,0\nCLASSCOLOR3_RGB=13,0,0\n"
+    "CLASSCOLOR4_RGB=14,0,0\nCLASSCOLOR5_RGB=15,0,0\n"
+    "CLASSMAXVALUE0=20\nCLASSMAXVALUE1=50.5\nCLASSMAXVALUE2=80\nCLASSMAXVALUE3=85\nCLASSMAXVALUE4=90\n"
+    "CLASSMAXVALUE5=7\n"
+    "CLASSCAPTION0=A __n__ B\nCLASSCAPTION1=C\nCLASSCAPTION2=D\n"
+    "CLASSCOLORNAME0_RGB=20,0,0\nCLASSCOLORNAME1_RGB=21,0,0\nCLASSCOLORNAME2_RGB=22,0,0\n"
+    "CLASSCAPTION2_0=a __n__ b\nCLASSCAPTION2_1=c\nCLASSCAPTION2_2=d\n";
+
+class Gauge : public HostTest {
+protected:
+    Gauge() : HostTest(kProfile) {}
+
+    static std::string File(const std::string& figure) { return "skipped\n" + figure + ",more\n"; }
+};
+
+template <class Graph> class Open : public Graph {
+public:
+    using Graph::Graph;
+    using Graph::m_nClass, Graph::m_nMax, Graph::m_nMin, Graph::m_rcCanvas, Graph::m_strValue;
+};
+
+TEST_F(Gauge, ReadsOneFigure) {
+    auto gauge = Make<Open<CBMIGraph_Eng>>();
+    const struct Case {
+        const char *why, *file, *figure;
+        int cls;
+    } cases[] = {
+        {"the second row counts", "1\n50.5 kg,2\n3\n", "50.5 kg", 2},
+        {"one row is taken", "95,2", "95", 5},
+        {"an empty second row is a row", "95\n\n", "", 0},
+        {"an empty file", "", "", 0},
+        {"MAX bounds the last class, not its key", "h\n99.9\n", "99.9", 5},
+        {"the top belongs to no class", "h\n100\n", "100", 6},
+    };
+    for (const Case& c : cases) {
+        EXPECT_EQ(Read(gauge, c.file), 0) << c.why;
+        EXPECT_EQ(gauge.m_strValue, c.figure) << c.why;
+        EXPECT_EQ(gauge.m_nClass, c.cls) << c.why;
+    }
+    char missing[] = "missing.csv";
+    EXPECT_EQ(gauge.ReadDataFile(missing), 101);
+    EXPECT_EQ(gauge.m_strValue, "100");
+}
+
+// The bar's band is 54 to 86: figures of 10 x 20 a character stand from 60 on.
+TEST_F(Gauge, BarAndItsFigure) {
+    const struct Case {
+        const char *why, *figure, *bar, *text;
+    } cases[] = {
+        {"in the bar, at its end", "50", "fill 101,55 148x30 #0B0000\n",
+         "text \"50\" 230,60 20x20 \"Fixed 16\" #FFFFFF\n"},
+        {"behind it", "4 kg", "fill 101,55 10x30 #0A0000\n", "text \"4 kg\" 112,60 40x20 \"Fixed 16\" #000000\n"},
+        {"cut off at the right", "96", "fill 101,55 286x30 #0F0000\n",
+         "text \"96\" 393,60 20x20 \"Fixed 16\" #000000 clip 393,54 400,86\n"},
+        {"off the scale: at the right", "100", "fill 101,55 298x30 #0F0000\n",
+         "text \"100\" 370,60 30x20 \"Fixed 16\" #000000\n"},
+        {"below the scale: no bar", "-5", "", "text \"-5\" 100,60 20x20 \"Fixed 16\" #000000\n"},
+    };
+    auto gauge = Make<CBMIGraph_Eng>();
+    for (const Case& c : cases) {
+        const std::string record = Record(gauge, File(c.figure), {100, 50, 400, 90});
+        EXPECT_THAT(record, HasSubstr("fill 101,51 298x38 #FAFAFA\n")) << c.why;
+        EXPECT_THAT(record, HasSubstr(c.bar)) << c.why;
+        EXPECT_THAT(record, HasSubstr(c.text)) << c.why;
+        EXPECT_THAT(record, Not(HasSubstr("no records"))) << "a gauge has no days";
+    }
+}
+
+/// A figure in its bar is white; what is written next is black again.
+TEST_F(Gauge, NextTextIsBlack) {
+    class Twice : public CBMIGraph_Eng {
+    public:
+        using CBMIGraph_Eng::CBMIGraph_Eng;
+        long DrawValue() override {
+            CBMIGraph_Eng::DrawValue();
+            m_dValue = 96;
+            m_strValue = "96";
+            return CBMIGraph_Eng::DrawValue();
+        }
+    };
+    auto gauge = Make<Twice>();
+    const std::string record = Record(gauge, File("50"), {100, 50, 400, 90});
+    EXPECT_THAT(record, HasSubstr("text \"50\" 230,60 20x20 \"Fixed 16\" #FFFFFF\n"));
+    EXPECT_THAT(record, HasSubstr("text \"96\" 393,60 20x20 \"Fixed 16\" #000000 clip"));
+}
+
+TEST_F(Gauge, ShowsWhereverItsPictureLands) {
+    CBMIGraph_Eng gauge(nullptr, m_surface, "OWN", m_surface, nullptr, nullptr);
+    EXPECT_EQ(gauge.Draw({100, 50, 400, 90}, DataFile(File("50")).data()), 0);
+    const std::string record = GetRecording(m_surface);
+    EXPECT_THAT(record, HasSubstr("copy 100,50 300x40 from 0,0\n"));
+    EXPECT_THAT(record, HasSubstr("text \"50\" 230,60 20x20 \"Fixed 16\" #FFFFFF\n"));
+}
+
+TEST_F(Gauge, NonsenseDrawsWhatItCan) {
+    auto bar = Make<Open<CBMIGraph_Eng>>();
+    bar.m_nMin = bar.m_nMax;
+    EXPECT_THAT(Record(bar, File("50"), {100, 50, 400, 90}), HasSubstr("text \"50\" 100,60")) << "no range";
+    for (const CRect& area : {CRect(0, 0, 0, 0), CRect(9, 9, -1, -1), CRect(-2147483647, 0, 2147483647, 9)})
+        for (const char* figure : {"1e308", "-1e308", "nan", "inf", ""}) {
+            auto gauge = Make<CBMIGraph_Eng>();
+            auto disc = Make<CHimandGraph>();
+            Record(gauge, File(figure), area);
+            Record(disc, File(figure), area);
+        }
+    CHimandGraph unbound(nullptr, nullptr, "OWN", nullptr, nullptr, nullptr);
+    char missing[] = "missing.csv";
+    EXPECT_EQ(unbound.Draw({0, 0, 9, 9}, missing), 0) << "always";
+}
+
+// The first strip is a line of 10 points high, 50 to 67, the second reaches the middle, 100. Bounds: 160, 251, 340.
+TEST_F(Gauge, StripsOfTheClasses) {
+    auto disc = Make<Open<CHimandGraph>>();
+    const std::string record = Record(disc, File("50"), {100, 50, 400, 150});
+    EXPECT_THAT(record, HasSubstr("fill 101,51 298x98 #C8C8C8\n"));
+    std::size_t at = 0;
+    for (const char* line : {
+             "fill 101,51 58x15 #0A0000\n",
+             "text \"A\" 126,50 8x17 \"Fixed 13\" #000000\n",
+             "fill 101,68 58x31 #140000\n",
+             "text \"a\" 126,67 8x17 \"Fixed 13\" #000000\n",
+             "text \"b\" 126,84 8x17 \"Fixed 13\" #000000 clip",
+             "fill 161,51 89x15 #0B0000\n",
+             "fill 161,68 89x31 #150000\n",
+             "fill 252,51 87x15 #0C0000\n",
+             "fill 252,68 87x31 #160000\n",
+             "text \"d\" 291,67",
+         }) {
+        at = record.find(line, at);
+        ASSERT_NE(at, std::string::npos) << line << "is not there or not behind the one before it in\n" << record;
+    }
+    EXPECT_EQ(disc.m_rcCanvas, CRect(100, 67, 400, 150));
+}
+
+// The disc's band is 105 to 145, its radius 20; figures stand from 115 on.
+TEST_F(Gauge, DiscAndItsFigure) {
+    auto disc = Make<Open<CHimandGraph>>();
+    const auto draw = [&](const char* figure) { return Record(disc, File(figure), {100, 50, 400, 150}); };
+    EXPECT_THAT(draw("30"), HasSubstr("text \"30 %\" 210,115 40x20 \"Fixed 16\" #000000\n"
+                                      "ellipse 190,125 20x20 fill #0B0000\nellipse 190,125 19.5x19.5 stroke #000000"));
+    EXPECT_THAT(draw("90"), HasSubstr("ellipse 370,125 20x20 fill #0B0000")) << "between the third bound and MAX";
+    EXPECT_THAT(draw("79.5"), HasSubstr("text \"79.5 %\" 340,115 60x20")) << "no room behind it: at the right edge";
+    const std::string above = draw("100");
+    EXPECT_THAT(above, HasSubstr("text \"100 %\" 350,115 50x20"));
+    EXPECT_THAT(above, Not(HasSubstr("ellipse"))) << "off the scale";
+    disc.m_nMin = 200; // above MAX: what lies between no bound and MAX is below the scale
+    disc.m_nMax = 90;
+    const std::string below = draw("85");
+    EXPECT_THAT(below, HasSubstr("text \"85 %\" 101,115 40x20"));
+    EXPECT_THAT(below, Not(HasSubstr("ellipse")));
+}
+
+} // namespace

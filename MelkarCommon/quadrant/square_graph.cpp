@@ -1,0 +1,176 @@
+#include <MelkarCommon/quadrant/square_graph.h>
+
+#include <MelkarCommon/frame/data_file.h>
+#include <MelkarCommon/frame/key_table.h>
+#include <MelkarCommon/quadrant/quadrant_layout.h>
+#include <MelkarCommon/support/numbers.h>
+#include <MelkarCommon/support/ring_log.h>
+
+#include <algorithm>
+
+using melkar::CsvRow;
+using melkar::KeySection;
+
+namespace {
+
+constexpr std::size_t kLineLimit = 6399; ///< characters, line end included
+constexpr int kTitleSpace = 5;           ///< half title heights above the canvas
+constexpr int kMessageSize = 24;         ///< points
+
+constexpr int kLevels = 9;
+constexpr int kFirstLevelField = 15;
+constexpr double kPerCount = 1.0 / 15;
+
+} // namespace
+
+struct CSquareGraph::KeyRows {
+    using G = CSquareGraph;
+    using K = melkar::Keys<G>;
+    static constexpr KeySection Own = KeySection::Own;
+    static constexpr melkar::KeyRow<G> rows[] = {
+        K::Number<&G::m_nPointSize>(Own, "POINTSIZE", 0, "marks, points"),
+        K::Text<&G::m_strPoint>(Own, "POINT", "mark of a day"),
+        K::Text<&G::m_strAveragePoint>(Own, "AVE_POINT", "mark of the average"),
+        K::Color<&G::m_crLeftUpper>(Own, "LEFTUPPERR_COLOR_RGB", "left upper quadrant"),
+        K::Color<&G::m_crRightUpper>(Own, "RIHGTUPPER_COLOR_RGB", "right upper quadrant"),
+        K::Color<&G::m_crLeftLower>(Own, "LEFTLOWER_COLOR_RGB", "left lower quadrant"),
+        K::Color<&G::m_crRightLower>(Own, "RIHGTLOWER_COLOR_RGB", "right lower quadrant"),
+        K::Text<&G::m_strLeftUpperLabel>(Own, "LEFTUPPERR_LABEL", "legend of the left upper quadrant"),
+        K::Text<&G::m_strRightUpperLabel>(Own, "RIHGTUPPER_LABEL", "legend of the right upper quadrant"),
+        K::Text<&G::m_strLeftLowerLabel>(Own, "LEFTLOWER_LABEL", "legend of the left lower quadrant"),
+        K::Text<&G::m_strRightLowerLabel>(Own, "RIHGTLOWER_LABEL", "legend of the right lower quadrant"),
+        K::Text<&G::m_strVAxsLabel>(Own, "VAXSLABEL", "vertical caption; `__d__` stands for the level number"),
+        K::Text<&G::m_strHAxsLabel>(Own, "HAXSLABEL", "horizontal caption"),
+        K::Number<&G::m_nVAxsSize>(Own, "VAXSSIZE", 0, "all texts but the marks, points"),
+        K::Number<&G::m_nHAxsSize>(Own, "HAXSSIZE", 0, "kept; no painting uses it"),
+        K::Text<&G::m_strTargetLabel>(Own, "TARGETLABEL", "for derived classes"),
+        K::Text<&G::m_strAverageLabel>(Own, "AVERAGELABEL", "for derived classes"),
+        K::Color<&G::m_crTarget>(Own, "TARGET_COLOR_RGB", "for derived classes"),
+        K::Color<&G::m_crAverage>(Own, "AVERAGE_COLOR_RGB", "for derived classes"),
+        K::Text<&G::m_strLeftSpace>(Own, "LEFT_SPACE", "sample text: its width is the room left of the canvas"),
+        K::Text<&G::m_strRightSpace>(Own, "RIGHT_SPACE", "sample text: its width is the room right of the canvas"),
+    };
+};
+
+CSquareGraph::CSquareGraph(HWND window, HDC dc, const char* section, HDC shared, HDC second, HDC balloon)
+    : CGraph(window, dc, section, shared, second, balloon) {
+    m_nTitleSpace = kTitleSpace;
+    m_nMessageSize = kMessageSize;
+    CSquareGraph::ReadIniFile(GraphProfile());
+}
+
+CSquareGraph::~CSquareGraph() = default;
+
+long CSquareGraph::ReadIniFile(char* path) {
+    melkar::ReadKeys(KeyRows::rows, *this, path, m_strSection);
+    return 0;
+}
+
+melkar::ClassKeys CSquareGraph::ProfileKeys() { return {"CSquareGraph", melkar::InfoOf(KeyRows::rows)}; }
+
+long CSquareGraph::ClearArrays() {
+    m_saDayField5.RemoveAll();
+    m_saDayField11.RemoveAll();
+    m_saDayLevelSum.RemoveAll();
+    return 0;
+}
+
+/// The pair that holds for all days, and what stands in for a day's second target.
+struct CSquareGraph::Targets {
+    CString fixed1, fixed2;
+    CString substitute;
+
+    bool AreFixed() const { return !fixed1.IsEmpty(); }
+};
+
+CSquareGraph::Targets CSquareGraph::TakeHead(melkar::DataFile& file) {
+    Targets targets;
+    const CsvRow& first = file.Head(kLineLimit);
+    const bool firstHasPair = !first.Field(7).IsEmpty();
+    if (firstHasPair && first.Field(15) == "1") {
+        targets.fixed1 = first.Field(7);
+        targets.fixed2 = first.Field(8);
+    }
+    m_strLevelName = first.Field(9);
+    m_nLevel = first.IntField(10);
+
+    const CsvRow& second = file.Head(kLineLimit);
+    if (m_strLevelName.IsEmpty()) {
+        m_strLevelName = second.Field(20);
+        m_nLevel = second.IntField(21);
+    }
+    if (!firstHasPair && second.Field(9) != "0") {
+        targets.fixed1 = second.Field(5);
+        targets.fixed2 = second.Field(6);
+    }
+    targets.substitute = second.Field(6);
+
+    const CsvRow& third = file.Head(kLineLimit);
+    m_strAverage1 = third.Field(1);
+    m_strAverage2 = third.Field(4);
+    m_strAverage3 = third.Field(2);
+    return targets;
+}
+
+/// Of the nine levels those from `m_nLevel` on; all of them for a level below 1, none above 9.
+CString CSquareGraph::LevelSum(const CsvRow& row) const {
+    double sum = 0;
+    for (int level = std::max(m_nLevel, 1); level <= kLevels; ++level) {
+        const double count = melkar::ToDouble(row.Field(kFirstLevelField + level - 1));
+        if (count > 0)
+            sum += count;
+    }
+    return melkar::FormatFixed(sum * kPerCount, 1);
+}
+
+void CSquareGraph::TakeDay(const CsvRow& row, const Targets& targets) {
+    m_dwaStatus.Add(static_cast<DWORD>(row.IntField(0)));
+    m_saDayField5.Add(row.Field(5));
+    m_saDayField11.Add(row.Field(11));
+    m_saDayLevelSum.Add(LevelSum(row));
+    m_strTarget1 = targets.AreFixed() ? targets.fixed1 : row.Field(9);
+    if (targets.AreFixed())
+        m_strTarget2 = targets.fixed2;
+    else
+        m_strTarget2 = row.Field(26) == "0" ? targets.substitute : row.Field(3);
+}
+
+long CSquareGraph::ReadDataFile(char* path) {
+    melkar::LogText("CSquareGraph::ReadDataFile");
+    return melkar::ReadGuarded([&] {
+        m_nLeftUpperCount = m_nLeftLowerCount = m_nRightUpperCount = m_nRightLowerCount = 0;
+        melkar::DataFile file(path);
+        if (!file.IsOpen())
+            return melkar::kNoFile;
+        ClearArrays();
+        m_dwaStatus.RemoveAll();
+        CSquareGraph::ClearArrays();
+        const Targets targets = TakeHead(file);
+        while (const CsvRow* row = file.Next(kLineLimit))
+            TakeDay(*row, targets);
+        return melkar::kOk;
+    });
+}
+
+struct CSquareGraph::Steps {
+    using G = CSquareGraph;
+    static constexpr melkar::Step<G> table[] = {
+        &G::DrawCanvas,    &G::DrawTargetAverage, &G::DrawPoints,        &G::DrawVAxsLabel,
+        &G::DrawHAxsLabel, &G::DrawSecExs,        &G::DrawNoDataMessage, &G::DrawExcludeMessage,
+    };
+};
+
+long CSquareGraph::Draw(CRect area, char* path) {
+    return DrawGuarded([&] {
+        ReadDataFile(path);
+        GetGraphMeasure();
+        if (const long failure = BeginCycle(area))
+            return failure;
+        if (DrawNoRecordsMessage() == 0)
+            RunSteps(*this, Steps::table);
+        BitBlt();
+        return melkar::kOk;
+    });
+}
+
+long CSquareGraph::GetGraphMeasure() { return 0; }

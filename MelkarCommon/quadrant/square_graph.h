@@ -1,0 +1,130 @@
+#pragma once
+
+#include <MelkarCommon/frame/graph.h>
+
+#include <functional>
+
+namespace melkar {
+class CsvRow;
+class DataFile;
+} // namespace melkar
+
+/// A square canvas cut into four coloured quadrants by two dividing lines, with a scale on each axis, a legend and the
+/// share of each quadrant.
+///
+/// It is a frame to derive from: it reads the data file and draws, but it knows neither a scale nor where a day
+/// belongs. A derived class sets the scales and the four counts in `GetGraphMeasure`, which runs behind
+/// the reading, and puts its marks on the canvas by `DrawPoint` in `DrawTargetAverage`. `samples/hosts` holds one.
+///
+/// Data file, fields from 0: three head lines, then a line per day.
+///
+/// | Line | Field | |
+/// |---|---|---|
+/// | 1 | 7, 8 | fixed target pair, if 7 isn't empty and field 15 is "1" |
+/// | 1 | 9, 10 | level name and number; if 9 is empty, fields 20 and 21 of line 2 |
+/// | 2 | 5, 6 | fixed target pair, if field 7 of line 1 is empty and field 9 of line 2 isn't "0" |
+/// | 3 | 1, 4, 2 | averages 1, 2 and 3 |
+/// | day | 0 | status |
+/// | day | 5, 11 | for the derived class |
+/// | day | 9, 3 | target pair without a fixed one; with "0" in field 26 the second is field 6 of line 2 |
+/// | day | 15 to 23 | counts at the levels 1 to 9 |
+class MELKAR_API CSquareGraph : public CGraph {
+public:
+    /// Arguments as for `CGraph`.
+    CSquareGraph(HWND window, HDC dc, const char* section, HDC shared, HDC second, HDC balloon);
+    ~CSquareGraph() override;
+
+    long ClearArrays() override; ///< the arrays of this class; those of the frame stay. @return 0
+    /// Sets the counts to 0 and reads the days; the target pair is that of the last one. Lines hold at most 6399
+    /// characters, a longer one counts as several; head lines that aren't there are empty.
+    /// @return 0; 101 with the former days kept; 103 with what was read so far.
+    long ReadDataFile(char* path) override;
+    long ReadIniFile(char* path) override; ///< the keys of this class alone. @return 0
+    /// The former days show if the file can't be opened. @return 0, or what failed in the frame
+    long Draw(CRect area, char* path) override;
+
+    /// The legend, right of the canvas from its top down; long entries wrap.
+    virtual void DrawSecExs();
+    /// The vertical caption, upwards along the canvas. Every "__d__" in it becomes the level number for good: a later
+    /// level shows only after the keys were read again. @return 0
+    virtual long DrawVAxsLabel();
+    /// The horizontal caption, its own height below the canvas. Leaves black as the colour of texts. @return 0
+    virtual long DrawHAxsLabel();
+    /// Finds the square, which becomes the canvas, fills the quadrants and writes the figures of the scales. A scale
+    /// without range is divided in the middle and has no figures, nor has one whose step isn't above 0. @return 0
+    virtual long DrawCanvas();
+    virtual long DrawTargetAverage(); ///< nothing here: the place for the marks of a derived class. @return 0
+    /// The box with the share of each quadrant, if `m_bRatioBox` is 1; frame and cross alone if nothing was counted.
+    /// @return 0
+    virtual long DrawPoints();
+    /// A text with its middle on a pixel, in the font and colour that the surface holds, painted twice so that it
+    /// stands out. @return 0; -1 with nothing painted outside of the canvas, whose edges count as inside
+    virtual long DrawPoint(int x, int y, CString text);
+    virtual long GetGraphMeasure(); ///< nothing here: the place for scales and counts. @return 0
+
+    static melkar::ClassKeys ProfileKeys();
+
+protected:
+    int m_bRatioBox = 1;
+    int m_nLevel = 0; ///< first level of the sum; replaces "__d__" in the vertical caption
+    CString m_strLevelName;
+    CString m_strTarget1;
+    CString m_strTarget2;
+    CString m_strAverage1;
+    CString m_strAverage2;
+    CString m_strAverage3;
+    CString m_strAveragePoint; ///< mark of the average, for `DrawPoint`
+    CString m_strPoint;        ///< mark of a day, likewise
+    int m_nPointSize = 0;      ///< of the marks, points
+    CStringArray m_saDayField5;
+    CStringArray m_saDayField11;
+    CStringArray m_saDayLevelSum; ///< counts at `m_nLevel` and above, in units of 15, one decimal
+    int m_nVMax = 0;              ///< vertical scale: set by a derived class, as the seven that follow
+    int m_nVMin = 0;
+    int m_nVMid = 0;  ///< dividing line
+    int m_nVStep = 0; ///< from figure to figure
+    int m_nHMax = 0;
+    int m_nHMin = 0;
+    int m_nHMid = 0;
+    int m_nHStep = 0;
+    CString m_strVAxsLabel;
+    CString m_strHAxsLabel;
+    int m_nVAxsSize = 0; ///< points: all texts but the marks
+    int m_nHAxsSize = 0;
+    CString m_strLeftUpperLabel;
+    CString m_strRightUpperLabel;
+    CString m_strLeftLowerLabel;
+    CString m_strRightLowerLabel;
+    COLORREF m_crLeftUpper = 0;
+    COLORREF m_crRightUpper = 0;
+    COLORREF m_crLeftLower = 0;
+    COLORREF m_crRightLower = 0;
+    CRect m_rcLeftUpper; ///< quadrants as last drawn
+    CRect m_rcRightUpper;
+    CRect m_rcLeftLower;
+    CRect m_rcRightLower;
+    CString m_strTargetLabel;
+    CString m_strAverageLabel;
+    COLORREF m_crTarget = 0;
+    COLORREF m_crAverage = 0;
+    CString m_strLeftSpace;    ///< its width is the room left of the canvas, its height the step of the side
+    CString m_strRightSpace;   ///< its width is the room right of the canvas
+    int m_nLeftUpperCount = 0; ///< days in the quadrant: set by a derived class, as the three that follow
+    int m_nLeftLowerCount = 0;
+    int m_nRightUpperCount = 0;
+    int m_nRightLowerCount = 0;
+
+private:
+    struct KeyRows;
+    struct Steps;
+    struct Targets;
+
+    Targets TakeHead(melkar::DataFile& file);
+    void TakeDay(const melkar::CsvRow& row, const Targets& targets);
+    CString LevelSum(const melkar::CsvRow& row) const;
+    void LayOutCanvas();
+    void DrawFigures(int min, int max, int step, const std::function<CPoint(int value, const CRect& size)>& place);
+    void DrawVFigures();
+    void DrawHFigures();
+    void DrawShares(const CRect& box, int xm, int ym);
+};

@@ -1,0 +1,235 @@
+#include <frame/host_fixture.h>
+
+#include <MelkarCommon/quadrant/square_graph.h>
+
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <climits>
+#include <map>
+
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+
+constexpr std::string_view kProfile =
+    "[COMMON]\nFONT=Fixed\nBASECOLOR_RGB=200,200,200\nCANVASCOLOR_RGB=250,250,250\nPENCOLOR_RGB=1,2,3\n"
+    "NORECORDS_MESSAGE=no records\nNODATA_MESSAGE=no data\n"
+    "[OWN]\nTITLELABEL=T\nTITLESIZE=30\nTITLECOLOR_RGB=0,0,0\n"
+    "LEFTUPPERR_COLOR_RGB=1,0,0\nRIHGTUPPER_COLOR_RGB=2,0,0\nLEFTLOWER_COLOR_RGB=3,0,0\nRIHGTLOWER_COLOR_RGB=4,0,0\n"
+    "LEFTUPPERR_LABEL=aaaaaaaaaaaa bbbbbbbbbbbb\nRIHGTUPPER_LABEL=ru\nLEFTLOWER_LABEL=ll\nRIHGTLOWER_LABEL=rl\n"
+    "VAXSLABEL=L__d__\nHAXSLABEL=steps\nVAXSSIZE=15\nLEFT_SPACE=000000\nRIGHT_SPACE=00000000\n";
+
+/// A line of fields: their numbers and texts; the rest stays empty.
+std::string Line(const std::map<int, std::string>& fields) {
+    std::string line;
+    for (int i = 0; i <= 26; ++i) {
+        const auto field = fields.find(i);
+        line += (i > 0 ? "," : "") + (field != fields.end() ? field->second : "");
+    }
+    return line + "\n";
+}
+
+class Open : public CSquareGraph {
+public:
+    using CSquareGraph::CSquareGraph;
+    using CSquareGraph::m_bRatioBox, CSquareGraph::m_nLeftUpperCount, CSquareGraph::m_nLevel;
+    using CSquareGraph::m_rcCanvas, CSquareGraph::m_rcLeftLower, CSquareGraph::m_saDayField11;
+    using CSquareGraph::m_saDayField5, CSquareGraph::m_saDayLevelSum, CSquareGraph::m_strAverage1;
+    using CSquareGraph::m_strAverage2, CSquareGraph::m_strAverage3, CSquareGraph::m_strLevelName;
+    using CSquareGraph::m_strTarget1, CSquareGraph::m_strTarget2;
+};
+
+/// With scales, counts and marks at the canvas's corners.
+class Plotted : public Open {
+public:
+    using Open::Open;
+    long GetGraphMeasure() override {
+        m_nHMax = 100;
+        m_nHMid = 25;
+        m_nHStep = 50;
+        m_nVMax = 50;
+        m_nVMid = vMid;
+        m_nVStep = vStep;
+        m_nLeftUpperCount = m_nLeftLowerCount = m_nRightUpperCount = counted;
+        return 0;
+    }
+    long DrawTargetAverage() override {
+        inside = DrawPoint(m_rcCanvas.left, m_rcCanvas.top, "p") + DrawPoint(m_rcCanvas.right, m_rcCanvas.bottom, "q");
+        outside = DrawPoint(m_rcCanvas.left - 1, m_rcCanvas.top, "x") +
+                  DrawPoint(m_rcCanvas.right, m_rcCanvas.bottom + 1, "x");
+        return 0;
+    }
+    int vMid = 20;
+    int vStep = 25;
+    int counted = 1;
+    long inside = 9;
+    long outside = 9;
+};
+
+class SquareGraph : public HostTest {
+protected:
+    SquareGraph() : HostTest(kProfile) {}
+
+    static constexpr CRect kArea{100, 50, 900, 650};
+};
+
+TEST_F(SquareGraph, TargetsAndLevelOfTheHead) {
+    using Fields = std::map<int, std::string>;
+    const struct Case {
+        const char* why;
+        Fields first, second, day;
+        const char *target1, *target2;
+    } cases[] = {
+        {"fixed in line 1", {{7, "80"}, {8, "2"}, {15, "1"}}, {{5, "x"}, {6, "y"}}, {{9, "d"}, {3, "e"}}, "80", "2"},
+        {"not marked as fixed: the day's", {{7, "80"}, {8, "2"}}, {{5, "x"}, {6, "y"}}, {{9, "d"}, {3, "e"}}, "d", "e"},
+        {"fixed in line 2", {{8, "2"}, {15, "1"}}, {{5, "x"}, {6, "y"}}, {{9, "d"}, {3, "e"}}, "x", "y"},
+        {"line 2 says no", {}, {{5, "x"}, {6, "y"}, {9, "0"}}, {{9, "d"}, {3, "e"}}, "d", "e"},
+        {"an empty first one isn't fixed", {}, {{6, "y"}}, {{9, "d"}, {3, "e"}}, "d", "e"},
+        {"no second one that day: line 2's", {}, {{6, "y"}, {9, "0"}}, {{9, "d"}, {3, "e"}, {26, "0"}}, "d", "y"},
+    };
+    for (const Case& c : cases) {
+        auto graph = Make<Open>();
+        EXPECT_EQ(Read(graph, Line(c.first) + Line(c.second) + "\n" + Line({{9, "former"}}) + Line(c.day)), 0);
+        EXPECT_EQ(graph.m_strTarget1, c.target1) << c.why;
+        EXPECT_EQ(graph.m_strTarget2, c.target2) << c.why;
+    }
+    auto graph = Make<Open>();
+    Read(graph,
+         Line({{9, "brisk"}, {10, "4"}}) + Line({{20, "calm"}, {21, "2"}}) + Line({{1, "a"}, {2, "c"}, {4, "b"}}));
+    EXPECT_EQ(graph.m_strLevelName + graph.m_strAverage1 + graph.m_strAverage2 + graph.m_strAverage3, "briskabc");
+    EXPECT_EQ(graph.m_nLevel, 4);
+    Read(graph, Line({{10, "4"}}) + Line({{20, "calm"}, {21, "2"}}));
+    EXPECT_EQ(graph.m_strLevelName, "calm");
+    EXPECT_EQ(graph.m_nLevel, 2);
+}
+
+TEST_F(SquareGraph, DaysAndTheirLevels) {
+    const std::map<int, std::string> day = {{0, "1"},   {5, "5000"}, {11, "190"}, {14, "150"}, {15, "15"},
+                                            {16, "-5"}, {22, "30"},  {23, "7"},   {24, "150"}};
+    const struct Case {
+        const char *why, *level, *sum;
+    } cases[] = {
+        {"all levels; below 0 counts for nothing: 52 / 15", "1", "3.5"},
+        {"from the second: 37 / 15", "2", "2.5"},
+        {"the last one: 7 / 15", "9", "0.5"},
+        {"beyond the last: nothing", "10", "0.0"},
+        {"below the first: no field before it", "-3", "3.5"},
+        {"far below", "-2147483648", "3.5"},
+    };
+    auto graph = Make<Open>();
+    for (const Case& c : cases) {
+        graph.m_nLeftUpperCount = 5;
+        Read(graph, Line({{9, "name"}, {10, c.level}}) + "\n\n" + Line(day));
+        EXPECT_EQ(graph.m_saDayLevelSum.GetAt(0), c.sum) << c.why;
+        EXPECT_EQ(graph.m_nLeftUpperCount, 0);
+    }
+    EXPECT_EQ(graph.m_saDayField5.GetAt(0) + "/" + graph.m_saDayField11.GetAt(0), "5000/190");
+    EXPECT_EQ(graph.m_dwaStatus[0], 1U);
+    char missing[] = "missing.csv";
+    EXPECT_EQ(graph.ReadDataFile(missing), 101);
+    EXPECT_EQ(graph.m_dwaStatus.GetSize() + graph.m_saDayField5.GetSize(), 2) << "the former days stay";
+    for (const char* file : {"", "one\n", "one\ntwo"}) {
+        EXPECT_EQ(Read(graph, file), 0);
+        EXPECT_EQ(graph.m_dwaStatus.GetSize() + graph.m_saDayField5.GetSize() + graph.m_saDayField11.GetSize(), 0);
+        EXPECT_EQ(graph.m_strAverage1, "");
+    }
+}
+
+// The title is 50 high and ends at 101. The frame puts the canvas at (173, 175); from 475 the side shrinks by three
+// lines of 25, so that three fit below 575. The square begins at 100 + 72 and 101 + 125. The divisions are at 172 + 100
+// and 626 - 160; figures, captions and entries are 12 x 25 a character.
+TEST_F(SquareGraph, WhatOneSees) {
+    auto graph = Make<Plotted>();
+    const std::string record = Record(graph, Line({{9, "n"}, {10, "4"}}) + "\n\n" + Line({{0, "0"}}), kArea);
+    EXPECT_EQ(graph.m_rcCanvas, CRect(172, 226, 572, 626));
+    std::size_t at = 0;
+    for (const char* line : {
+             "fill 172,226 400x400 #FAFAFA\n",
+             "fill 172,226 100x240 #010000\nfill 272,226 300x240 #020000\n",
+             "fill 172,466 100x160 #030000\nfill 272,466 300x160 #040000\n",
+             "text \"0\" 150,614 12x25",
+             "text \"25\" 138,414 24x25",
+             "text \"50\" 138,214 24x25",
+             "text \"0\" 166,626 12x25",
+             "text \"50\" 360,626 24x25",
+             "text \"100\" 554,626 36x25",
+             // marks in the surface's font, 8 x 15, twice each
+             "text \"p\" 168,219 8x15 \"sans 12\" #000000\ntext \"p\" 168,219 8x15",
+             "text \"q\" 568,619 8x15 \"sans 12\" #000000\ntext \"q\" 568,619 8x15",
+             // the share box, 36 high, with six characters of 13 in a cell
+             "fill 582,590 139x18 #010000\ntext \"33.4% \" 643,590 78x27",
+             "fill 582,608 139x18 #030000\ntext \"33.3% \" 643,608 78x27",
+             "fill 721,590 139x18 #020000\n",
+             "fill 721,608 139x18 #040000\ntext \"0.0% \" 795,608 65x27",
+             "line 582,590 860,590 #000000 w1\n",
+             "line 582,608 860,608 #000000 w1 dot",
+             "line 721,590 721,626 #000000 w1 dot",
+             "text \"L4\" 101,438 24x25 \"Fixed 20\" #000000 angle 900",
+             "text \"steps\" 342,651 60x25",
+             // the legend: 1.1 lines of 25 are 27, of 50 are 55
+             "text \"ru\" 607,226 24x25",
+             "fill 582,226 25x25 #020000\n",
+             "text \"aaaaaaaaaaaa\" 607,253",
+             "text \"bbbbbbbbbbbb\" 607,278",
+             "fill 582,253 25x25 #010000\n",
+             "text \"rl\" 607,308",
+             "fill 582,308 25x25 #040000\n",
+             "text \"ll\" 607,335",
+             "fill 582,335 25x25 #030000\n",
+         }) {
+        at = record.find(line, at);
+        ASSERT_NE(at, std::string::npos) << line << " is not there or not behind the one before it in\n" << record;
+    }
+    EXPECT_EQ(graph.inside, 0) << "edges count as inside";
+    EXPECT_EQ(graph.outside, -2);
+    EXPECT_THAT(Record(graph, Line({{9, "n"}, {10, "6"}}) + "\n\n" + Line({{0, "0"}}), kArea), HasSubstr("\"L4\""))
+        << "the level is put into the caption once and for all";
+}
+
+TEST_F(SquareGraph, WhatIsLeftOut) {
+    const std::string day = "\n\n\n" + Line({{0, "0"}});
+    auto graph = Make<Plotted>();
+    graph.counted = 0;
+    const std::string empty = Record(graph, day, kArea);
+    EXPECT_THAT(empty, HasSubstr("line 582,608 860,608 #000000 w1 dot"));
+    EXPECT_THAT(empty, Not(HasSubstr("% \""))) << "nothing was counted: frame and cross alone";
+    graph.m_bRatioBox = 2;
+    EXPECT_THAT(Record(graph, day, kArea), Not(HasSubstr("line 582,608")));
+    graph.vMid = 0;
+    EXPECT_THAT(Record(graph, day, kArea), Not(HasSubstr("fill 172,626"))) << "lower quadrants without height";
+    const std::string message = Record(graph, "\n\n\n" + Line({{0, "4"}}), kArea);
+    EXPECT_THAT(message, HasSubstr("text \"no records\""));
+    EXPECT_THAT(message, Not(HasSubstr("fill 172,226")));
+    EXPECT_THAT(Record(graph, "\n\n\n" + Line({{0, "3"}}), kArea), HasSubstr("text \"no data\""));
+}
+
+TEST_F(SquareGraph, NonsenseDrawsWhatItCanAndEnds) {
+    const std::string day = "\n\n\n" + Line({{0, "0"}});
+    auto bare = Make<Open>();
+    EXPECT_THAT(Record(bare, day, kArea), HasSubstr("fill 172,226 200x200 #010000\n")) << "no scale: halves";
+    for (const int step : {0, -1, 1, INT_MIN}) {
+        auto graph = Make<Plotted>();
+        graph.vStep = step;
+        for (const CRect& area : {kArea, CRect(0, 0, 1, 1), CRect(9, 9, -1, -1), CRect(0, 0, 1 << 24, 1 << 24)})
+            Record(graph, day, area);
+    }
+    class Endless : public Open {
+    public:
+        using Open::Open;
+        long GetGraphMeasure() override {
+            m_nVMin = m_nHMin = INT_MIN;
+            m_nVMax = m_nHMax = INT_MAX;
+            m_nVMid = m_nHMid = 0;
+            m_nVStep = m_nHStep = 1;
+            m_strLeftSpace = "";
+            return 0;
+        }
+    };
+    auto endless = Make<Endless>();
+    const std::string record = Record(endless, day, kArea);
+    EXPECT_LT(std::count(record.begin(), record.end(), '\n'), 1000) << "no more figures than pixels";
+}
+
+} // namespace

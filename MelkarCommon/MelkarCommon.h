@@ -16,6 +16,10 @@
 #include <MelkarCommon/frame/day_status.h>
 #include <MelkarCommon/frame/graph.h>
 #include <MelkarCommon/frame/results.h>
+#include <MelkarCommon/gauges/bmi_graph_base.h>
+#include <MelkarCommon/gauges/bmi_graph_eng.h>
+#include <MelkarCommon/gauges/himand_graph.h>
+#include <MelkarCommon/quadrant/square_graph.h>
 #include <MelkarCommon/support/activity_figures.h>
 #include <MelkarCommon/support/fields.h>
 #include <MelkarCommon/support/font.h>

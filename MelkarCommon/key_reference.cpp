@@ -7,6 +7,8 @@
 #include <MelkarCommon/circadian/circadian_graph.h>
 #include <MelkarCommon/circadian/circle_graph.h>
 #include <MelkarCommon/frame/graph.h>
+#include <MelkarCommon/gauges/himand_graph.h>
+#include <MelkarCommon/quadrant/square_graph.h>
 
 namespace melkar {
 
@@ -48,10 +50,11 @@ std::string Row(const KeyInfo& key) {
 } // namespace
 
 std::vector<ClassKeys> AllProfileKeys() {
-    return {CGraph::ProfileKeys(),      CBarGraph::ProfileKeys(),
-            CLineGraph::ProfileKeys(),  CExpenditureGraph::ProfileKeys(),
-            CSimulation::ProfileKeys(), CCircadianGraph::ProfileKeys(),
-            CCircleGraph::ProfileKeys()};
+    return {CGraph::ProfileKeys(),       CBarGraph::ProfileKeys(),
+            CLineGraph::ProfileKeys(),   CExpenditureGraph::ProfileKeys(),
+            CSimulation::ProfileKeys(),  CCircadianGraph::ProfileKeys(),
+            CCircleGraph::ProfileKeys(), CBMIGraph_Base::ProfileKeys(),
+            CHimandGraph::ProfileKeys(), CSquareGraph::ProfileKeys()};
 }
 
 std::string KeyReference() {

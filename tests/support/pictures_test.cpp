@@ -20,7 +20,7 @@ using melkar::PictureRight;
 
 using testing::HasSubstr;
 
-std::string Bytes(std::uint32_t value, int count) {
+std::string Bytes(std::uint64_t value, int count) {
     std::string bytes;
     for (int i = 0; i < count; ++i)
         bytes += static_cast<char>(value >> (8 * i));

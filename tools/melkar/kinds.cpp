@@ -2,7 +2,10 @@
 
 #include "circadian_charts.h"
 #include "day_chart.h"
+#include "image_chart.h"
 #include "tool_graph.h"
+
+#include <quadrant_days.h>
 
 #include <MelkarCommon/bars/activity_cal_graph.h>
 #include <MelkarCommon/bars/bar_graph.h>
@@ -10,6 +13,8 @@
 #include <MelkarCommon/bars/line_graph.h>
 #include <MelkarCommon/bars/simulation.h>
 #include <MelkarCommon/bars/step_graph.h>
+#include <MelkarCommon/gauges/bmi_graph_eng.h>
+#include <MelkarCommon/gauges/himand_graph.h>
 
 namespace melkar::tool {
 namespace {
@@ -30,6 +35,10 @@ constexpr Kind kKinds[] = {
     {"week-print", "the same as printed, a week a page", MakePrintedWeek},
     {"circle", "light, moderate and vigorous time as a pie, legend below it", MakeCircle},
     {"circle-separate", "the same with the legend beside it", MakeSeparateCircle},
+    {"bmi", "a bar in the colour of the figure's class", Make<CBMIGraph_Eng>},
+    {"himand", "a disc below the classes of obesity", Make<CHimandGraph>},
+    {"quadrant", "days in four quadrants, by samples/hosts/quadrant_days.h", Make<CQuadrantDays>},
+    {"image", "a picture file, through its mask if there is one", MakeImageChart},
 };
 
 } // namespace

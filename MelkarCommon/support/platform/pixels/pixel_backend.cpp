@@ -2,6 +2,8 @@
 #include <MelkarCommon/support/platform/cairo/shapes.h>
 #include <MelkarCommon/support/platform/pixels/pixel_backend.h>
 #include <MelkarCommon/support/platform/pixels/pixel_blit.h>
+#include <MelkarCommon/support/platform/pixels/pixel_chains.h>
+#include <MelkarCommon/support/platform/pixels/pixel_discs.h>
 #include <MelkarCommon/support/platform/pixels/pixel_lines.h>
 #include <MelkarCommon/support/platform/pixels/pixel_pending.h>
 #include <MelkarCommon/support/platform/pixels/pixel_spans.h>
@@ -25,8 +27,21 @@ struct LastLine {
     }
 };
 
-/// Rectangles, thin lines, text masks and copies go straight to the pixels; the rest through a cairo context that is
-/// made when it is first needed.
+/// A walk ends along a row or a column instead of at a right angle. That shows where a line is wider.
+constexpr int kWidestWalk = 4;
+
+bool IsSamePoint(POINT a, POINT b) { return a.x == b.x && a.y == b.y; }
+bool IsSloped(POINT from, POINT to) { return from.x != to.x && from.y != to.y; }
+
+/// The points of a polyline without those that stand on the one before: only these have a direction.
+std::vector<POINT> WithoutRepeats(std::span<const POINT> points) {
+    std::vector<POINT> corners(points.begin(), points.end());
+    corners.erase(std::unique(corners.begin(), corners.end(), IsSamePoint), corners.end());
+    return corners;
+}
+
+/// Rectangles, lines, simple polygons, small discs, text masks and copies go straight to the pixels; the rest through a
+/// cairo context that is made when it is first needed.
 class PixelBackend final : public Backend {
 public:
     PixelBackend(const PixelBuffer& pixels, PendingFill* pending)
@@ -45,15 +60,23 @@ public:
     }
 
     void FillShape(const Shape& shape, Color color) override {
-        OnContext([&](cairo_t* cr) { FillShapeOn(cr, m_clip, shape, color); });
+        const auto* polygon = std::get_if<PolygonShape>(&shape);
+        const auto* ellipse = std::get_if<EllipseShape>(&shape);
+        const bool isDone = (polygon && FillAsChains(*polygon, color)) || (ellipse && BlendDisc(*ellipse, 0, color));
+        if (!isDone)
+            OnContext([&](cairo_t* cr) { FillShapeOn(cr, m_clip, shape, color); });
     }
 
     void StrokeShape(const Shape& shape, const Stroke& stroke) override {
-        OnContext([&](cairo_t* cr) { StrokeShapeOn(cr, m_clip, shape, stroke); });
+        const auto* ellipse = std::get_if<EllipseShape>(&shape);
+        if (!ellipse || !(stroke.width > 0) || !BlendDisc(*ellipse, stroke.width, stroke.color))
+            OnContext([&](cairo_t* cr) { StrokeShapeOn(cr, m_clip, shape, stroke); });
     }
 
     void StrokePolyline(std::span<const POINT> points, const Stroke& stroke) override {
         ForEachSegment(points, stroke, [this](POINT from, POINT to, const Stroke& own) { StrokeLine(from, to, own); });
+        if (WholeWidth(stroke.width) > 1 && !HasPattern(stroke))
+            JoinLines(points, stroke);
     }
     void PaintText(const std::shared_ptr<const TextLayout>& layout, std::size_t line, POINT at, int escapement,
                    Color color, const RECT& clip) override;
@@ -70,7 +93,11 @@ private:
         return any ? RECT{0, 0, m_buffer.width, m_buffer.height} : RECT{0, 0, 0, 0};
     }
 
+    bool FillAsChains(const PolygonShape& polygon, Color color);
+    bool BlendDisc(const EllipseShape& ellipse, double strokeWidth, Color color);
     void StrokeLine(POINT from, POINT to, const Stroke& stroke);
+    void JoinLines(std::span<const POINT> points, const Stroke& stroke);
+    void FillCorner(Corner corner, POINT at, const Stroke& stroke);
     cairo_t* Context();
     template <class Draw> void OnContext(const Draw& draw);
     void PaintHugeText(const TextLayout& layout, std::size_t line, POINT at, int escapement, Color color,
@@ -121,17 +148,73 @@ template <class Draw> void PixelBackend::OnContext(const Draw& draw) {
     cairo_surface_flush(surface);
 }
 
+/// @return false, with nothing drawn, if the polygon needs the rasteriser.
+bool PixelBackend::FillAsChains(const PolygonShape& polygon, Color color) {
+    if (polygon.points.size() < 3)
+        return true;
+    const std::optional<ChainColumns> chains = FindChains(polygon.points, m_clip);
+    if (!chains)
+        return false;
+    if (chains->columns.empty())
+        return true;
+    m_lastLine = {};
+    const auto lowest = std::max_element(polygon.points.begin(), polygon.points.end(),
+                                         [](const POINT& a, const POINT& b) { return a.y < b.y; });
+    m_ground.WriteDownTo(lowest->y);
+    FillChains(m_buffer, m_clip, *chains, color);
+    return true;
+}
+
+/// The disc, or its outline if `strokeWidth` is above 0. @return false, with nothing drawn, if it needs the rasteriser.
+bool PixelBackend::BlendDisc(const EllipseShape& ellipse, double strokeWidth, Color color) {
+    const PlacedMask disc = FindDisc(ellipse, strokeWidth);
+    if (disc.mask == nullptr)
+        return false;
+    m_lastLine = {};
+    m_ground.WriteDownTo(disc.y + disc.mask->height);
+    BlendMask(m_buffer, m_clip, *disc.mask, disc.x, disc.y, color);
+    return true;
+}
+
 void PixelBackend::StrokeLine(POINT from, POINT to, const Stroke& stroke) {
     if (IsEmptyRect(m_clip))
         return;
     m_ground.WriteDownTo(std::int64_t{std::max(from.y, to.y)} + WholeWidth(stroke.width));
-    if (from.x == to.x || from.y == to.y)
-        StrokeAxisLine(m_buffer, m_clip, from, to, stroke);
-    else if (WholeWidth(stroke.width) == 1)
-        StrokeThinLine(m_buffer, m_clip, from, to, stroke, m_lastLine.NextTo(from, to, stroke));
-    else
+    if (IsSloped(from, to) && WholeWidth(stroke.width) > kWidestWalk)
         OnContext([&](cairo_t* cr) { StrokeWideLineOn(cr, m_clip, from, to, stroke); });
+    else if (IsSloped(from, to))
+        StrokeSlopedLine(m_buffer, m_clip, from, to, stroke, m_lastLine.NextTo(from, to, stroke));
+    else
+        StrokeAxisLine(m_buffer, m_clip, from, to, stroke);
     m_lastLine = {from, to, stroke.color, stroke.IsSolid()};
+}
+
+/// Makes the corners of wide lines whole, and rounds the ends of sloped ones. Those before the lines that are drawn
+/// already are whole.
+void PixelBackend::JoinLines(std::span<const POINT> points, const Stroke& stroke) {
+    const std::vector<POINT> corners = WithoutRepeats(points);
+    if (corners.size() < 2 || IsEmptyRect(m_clip))
+        return;
+    const std::size_t last = corners.size() - 1;
+    const std::size_t drawn = WithoutRepeats(points.first(std::min(stroke.drawn + 1, points.size()))).size() - 1;
+    for (std::size_t i = std::max<std::size_t>(drawn, 1); i < last; ++i)
+        FillCorner(CornerBetween(corners[i - 1], corners[i], corners[i + 1]), corners[i], stroke);
+    if (IsSamePoint(corners.front(), corners.back()))
+        return FillCorner(CornerBetween(corners[last - 1], corners[0], corners[1]), corners[0], stroke);
+    if (stroke.drawn == 0 && IsSloped(corners[0], corners[1]))
+        FillCorner(Corner::Round, corners[0], stroke);
+    if (IsSloped(corners[last - 1], corners[last]))
+        FillCorner(Corner::Round, corners[last], stroke);
+}
+
+void PixelBackend::FillCorner(Corner corner, POINT at, const Stroke& stroke) {
+    const int width = WholeWidth(stroke.width);
+    const std::int64_t left = std::int64_t{at.x} - width / 2;
+    const std::int64_t top = std::int64_t{at.y} - width / 2;
+    if (corner == Corner::Square)
+        FillRect(Saturated(Box{left, top, left + width, top + width}), stroke.color);
+    if (corner == Corner::Round)
+        FillShape(EllipseShape{{at.x + 0.5, at.y + 0.5}, {width / 2.0, width / 2.0}}, stroke.color);
 }
 
 void PixelBackend::PaintText(const std::shared_ptr<const TextLayout>& layout, std::size_t line, POINT at,

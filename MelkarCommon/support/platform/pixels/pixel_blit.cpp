@@ -103,11 +103,11 @@ void BlitSameSize(const PixelBuffer& to, const RECT& visible, const RECT& target
         CombineRows(to, visible, from, sourceX, sourceY, operation);
 }
 
-/// Four coverages in one read: most of a text's mask is blank.
-bool IsBlank4(const std::uint8_t* coverage) {
+/// Four coverages in one read: most of a text's mask is blank, most of a disc's is whole.
+std::uint32_t Four(const std::uint8_t* coverage) {
     std::uint32_t four = 0;
     std::memcpy(&four, coverage, sizeof four);
-    return four == 0;
+    return four;
 }
 
 void BlendPixel(std::uint32_t& pixel, Color color, std::uint32_t coverage) {
@@ -120,8 +120,13 @@ void BlendPixel(std::uint32_t& pixel, Color color, std::uint32_t coverage) {
 void BlendRow(std::uint32_t* pixels, const std::uint8_t* coverage, std::size_t count, Color color) {
     std::size_t i = 0;
     for (; i + 4 <= count; i += 4) {
-        if (IsBlank4(coverage + i))
+        const std::uint32_t four = Four(coverage + i);
+        if (four == 0)
             continue;
+        if (four == 0xFFFFFFFFU) {
+            std::fill_n(pixels + i, 4, color);
+            continue;
+        }
         for (std::size_t k = i; k < i + 4; ++k)
             BlendPixel(pixels[k], color, coverage[k]);
     }

@@ -1,4 +1,5 @@
 #include <MelkarCommon/support/platform/pixels/pixel_lines.h>
+#include <MelkarCommon/support/platform/pixels/pixel_pairs.h>
 #include <MelkarCommon/support/platform/pixels/pixel_spans.h>
 
 #include <cmath>
@@ -73,70 +74,159 @@ Walk PlanWalk(POINT from, POINT to) {
     return {false, from.x, from.y, std::abs(dx), dy, dx > 0};
 }
 
+/// Where a line lies across its walk, in pixels from the minor position: `width` from `start` on. A line of width 1
+/// takes one pixel's worth of colour at every slope, a wider one is as wide as it says at a right angle to itself.
+struct Breadth {
+    double start;
+    double width;
+};
+
+Breadth BreadthOf(const Walk& walk, int width) {
+    if (width == 1)
+        return {0, 1};
+    const double length = static_cast<double>(walk.length);
+    const double across = width * std::hypot(length, static_cast<double>(walk.rise)) / length;
+    return {0.5 - across / 2, across};
+}
+
 /// The steps that may touch the clip, a few too many in the minor direction.
-Steps StepsInClip(const Walk& walk, const RECT& clip) {
+Steps StepsInClip(const Walk& walk, const Breadth& breadth, const RECT& clip) {
     const int low = walk.steep ? clip.left : clip.top;
     const int high = walk.steep ? clip.right : clip.bottom;
     const Steps along = walk.steep ? VisibleSteps(walk.major, walk.length, walk.up, clip.top, clip.bottom)
                                    : VisibleSteps(walk.major, walk.length, walk.up, clip.left, clip.right);
     const double stepsPerRow = static_cast<double>(walk.length) / static_cast<double>(walk.rise);
-    const double one = static_cast<double>(std::int64_t{low} - 2 - walk.minor) * stepsPerRow;
-    const double other = static_cast<double>(std::int64_t{high} + 2 - walk.minor) * stepsPerRow;
+    const double margin = 2 + breadth.width / 2;
+    const double one = (static_cast<double>(low - walk.minor) - margin) * stepsPerRow;
+    const double other = (static_cast<double>(high - walk.minor) + margin) * stepsPerRow;
     const double limit = static_cast<double>(walk.length);
     const auto first = static_cast<std::int64_t>(std::clamp(std::min(one, other), 0.0, limit));
     const auto stop = static_cast<std::int64_t>(std::clamp(std::max(one, other) + 1, 0.0, limit));
     return {std::max(along.begin, first), std::min(along.end, stop)};
 }
 
-/// Where the walk goes in memory, and the minor position in 32.32 fixed point, counted from the clip's edge.
+/// True if nothing of the line lies beyond the clip: then no step has to look where it is.
+bool IsInside(const Walk& walk, const Breadth& breadth, const RECT& clip) {
+    const std::int64_t low = walk.steep ? clip.left : clip.top;
+    const std::int64_t high = walk.steep ? clip.right : clip.bottom;
+    const std::int64_t start = walk.steep ? clip.top : clip.left;
+    const std::int64_t end = walk.steep ? clip.bottom : clip.right;
+    const auto margin = static_cast<std::int64_t>(breadth.width / 2) + 2;
+    const std::int64_t last = walk.up ? walk.major + walk.length - 1 : walk.major - walk.length + 1;
+    return std::min(walk.minor, walk.minor + walk.rise) - margin >= low &&
+           std::max(walk.minor, walk.minor + walk.rise) + margin < high && std::min(walk.major, last) >= start &&
+           std::max(walk.major, last) < end;
+}
+
+/// Where the walk goes in memory, and both sides of the line across it in 32.32 fixed point, counted from the clip's
+/// edge.
 class Walker {
 public:
     /// `first` is a step in the clip's reach, so that positions relative to the clip are small from there on.
-    Walker(const PixelBuffer& buffer, const RECT& clip, const Walk& walk, std::int64_t first)
+    Walker(const PixelBuffer& buffer, const RECT& clip, const Walk& walk, const Breadth& breadth, std::int64_t first)
         : m_buffer(buffer), m_first(first), m_major(walk.up ? walk.major + first : walk.major - first),
           m_direction(walk.up ? 1 : -1), m_steep(walk.steep), m_low(walk.steep ? clip.left : clip.top),
-          m_rows((walk.steep ? clip.right : clip.bottom) - m_low) {
+          m_rows((walk.steep ? clip.right : clip.bottom) - m_low), m_isInside(IsInside(walk, breadth, clip)),
+          m_width(ToFixed(breadth.width)) {
         // Divisions of 128 bits take longer than drawing a short line; on any picture 64 will do.
         constexpr std::int64_t kShort = 1 << 15;
         const bool isShort = walk.length < kShort && std::abs(walk.minor - m_low) < kShort;
         isShort ? Start<std::int64_t>(walk) : Start<Wide>(walk);
+        m_start += ToFixed(breadth.start);
     }
 
     void Draw(const Steps& steps, Color color, Neighbour neighbour) const {
-        constexpr std::uint32_t kWhole = 256;
-        const std::ptrdiff_t alongMajor = m_steep ? m_buffer.stride : 1;
-        const std::ptrdiff_t alongMinor = m_steep ? 1 : m_buffer.stride;
-        const std::int64_t skipped = steps.begin - m_first;
-        std::int64_t position = m_start + skipped * m_slope;
-        std::ptrdiff_t offset = (m_major + m_direction * skipped) * alongMajor + m_low * alongMinor;
-        for (std::int64_t i = steps.begin; i < steps.end; ++i) {
-            const std::int64_t row = position >> 32;
-            const auto weight = static_cast<std::uint32_t>(position >> 24) & 0xFFU;
-            Touch(row, offset + row * alongMinor, color, neighbour == Neighbour::Before ? kWhole : kWhole - weight);
-            if (weight != 0)
-                Touch(row + 1, offset + (row + 1) * alongMinor, color,
-                      neighbour == Neighbour::Behind ? kWhole : weight);
-            position += m_slope;
-            offset += m_direction * alongMajor;
-        }
+        const bool isSlow = std::abs(m_slope) < kOne / 4; // runs of some steps that stay on their pixels
+        if (m_isInside && isSlow && neighbour == Neighbour::None)
+            return DrawRuns(steps, color);
+        std::int64_t position = m_start + (steps.begin - m_first) * m_slope;
+        for (std::int64_t i = steps.begin; i < steps.end; ++i, position += m_slope)
+            DrawStep(OffsetOf(i), position, color, neighbour);
     }
 
 private:
+    static constexpr std::int64_t kOne = std::int64_t{1} << 32;
+
+    static std::int64_t ToFixed(double pixels) { return static_cast<std::int64_t>(pixels * static_cast<double>(kOne)); }
+
     /// Sets slope and first position, computed in `Number`.
     template <class Number> void Start(const Walk& walk) {
-        constexpr Number kOne = Number{1} << 32;
-        m_slope = static_cast<std::int64_t>(kOne * walk.rise / walk.length);
-        const Number risen = kOne * m_first * walk.rise / walk.length;
-        m_start = static_cast<std::int64_t>(kOne * (walk.minor - m_low) + risen) + kHalfWeight;
+        m_slope = static_cast<std::int64_t>(Number{kOne} * walk.rise / walk.length);
+        const Number risen = m_first == 0 ? Number{0} : Number{kOne} * m_first * walk.rise / walk.length;
+        m_start = static_cast<std::int64_t>(Number{kOne} * (walk.minor - m_low) + risen) + kHalfWeight;
     }
 
     /// Added once, so that cutting a position to 256ths rounds it: a third of a pixel, three times, is a whole one.
     static constexpr std::int64_t kHalfWeight = std::int64_t{1} << 23;
 
-    void Touch(std::int64_t row, std::ptrdiff_t offset, Color color, std::uint32_t weight) const {
+    std::ptrdiff_t AlongMajor() const { return m_steep ? m_buffer.stride : 1; }
+    std::ptrdiff_t AlongMinor() const { return m_steep ? 1 : m_buffer.stride; }
+    /// Of the pixel at the clip's edge beside step `i`.
+    std::ptrdiff_t OffsetOf(std::int64_t i) const {
+        return (m_major + m_direction * (i - m_first)) * AlongMajor() + m_low * AlongMinor();
+    }
+
+    /// One step: a part of the pixels at both sides, all of those between them.
+    void DrawStep(std::ptrdiff_t offset, std::int64_t position, Color color, Neighbour neighbour) const {
+        constexpr std::uint32_t kWhole = 256;
+        const std::int64_t end = position + m_width;
+        const std::uint32_t start = WeightOf(position);
+        const std::uint32_t rest = WeightOf(end);
+        Touch(offset, position >> 32, color, neighbour == Neighbour::Before ? kWhole : kWhole - start);
+        const std::int64_t last = std::min(end >> 32, m_rows);
+        for (std::int64_t row = std::max<std::int64_t>((position >> 32) + 1, 0); row < last; ++row)
+            Touch(offset, row, color, kWhole);
+        if (rest != 0)
+            Touch(offset, end >> 32, color, neighbour == Neighbour::Behind ? kWhole : rest);
+    }
+
+    /// All steps, none of which leaves the clip, run by run: in a run the same rows are touched.
+    void DrawRuns(const Steps& steps, Color color) const {
+        const PairMixer mixer(color);
+        const std::ptrdiff_t stride = m_direction * AlongMajor();
+        std::int64_t position = m_start + (steps.begin - m_first) * m_slope;
+        for (std::int64_t i = steps.begin; i < steps.end;) {
+            const std::int64_t end = position + m_width;
+            const auto count =
+                static_cast<int>(std::min({steps.end - i, StepsInRow(position), StepsInRow(end), kLongestRun}));
+            const std::int64_t inner = (end >> 32) - (position >> 32);
+            std::uint32_t* const pixel = m_buffer.pixels + OffsetOf(i) + (position >> 32) * AlongMinor();
+            mixer.MixPairs(pixel, inner * AlongMinor(), stride, count, FineWeightOf(position), FineWeightOf(end),
+                           static_cast<std::int32_t>(m_slope >> 8));
+            for (std::int64_t row = 1; row < inner; ++row)
+                FillRun(pixel + row * AlongMinor(), stride, count, color);
+            i += count;
+            position += count * m_slope;
+        }
+    }
+
+    /// Beyond that many steps a weight of 16 more bits might no longer be that of the position.
+    static constexpr std::int64_t kLongestRun = 64;
+
+    /// How many steps it takes, one at least, until a position comes to another row.
+    std::int64_t StepsInRow(std::int64_t position) const {
+        const std::int64_t part = position & (kOne - 1);
+        if (m_slope == 0)
+            return kLongestRun;
+        return m_slope > 0 ? (kOne - 1 - part) / m_slope + 1 : part / -m_slope + 1;
+    }
+
+    static void FillRun(std::uint32_t* pixel, std::ptrdiff_t stride, int count, Color color) {
+        for (; count > 0; --count, pixel += stride)
+            *pixel = color;
+    }
+
+    /// What a position leaves of its pixel, in 256ths.
+    static std::uint32_t WeightOf(std::int64_t position) { return static_cast<std::uint32_t>(position >> 24) & 0xFFU; }
+    /// The same with `kWeightBits` more.
+    static std::int32_t FineWeightOf(std::int64_t position) {
+        return static_cast<std::int32_t>((position >> 8) & 0xFFFFFF);
+    }
+
+    void Touch(std::ptrdiff_t offset, std::int64_t row, Color color, std::uint32_t weight) const {
         if (row < 0 || row >= m_rows)
             return;
-        std::uint32_t& pixel = m_buffer.pixels[offset];
+        std::uint32_t& pixel = m_buffer.pixels[offset + row * AlongMinor()];
         pixel = MixColor256(pixel, color, weight);
     }
 
@@ -147,6 +237,8 @@ private:
     bool m_steep;
     std::int64_t m_low; ///< the clip's edge in the minor direction
     std::int64_t m_rows;
+    bool m_isInside;
+    std::int64_t m_width;
     std::int64_t m_slope = 0;
     std::int64_t m_start = 0;
 };
@@ -175,27 +267,40 @@ void StrokeAxisLine(const PixelBuffer& buffer, const RECT& clip, POINT from, POI
 Neighbour NeighbourOf(POINT formerFrom, POINT formerTo, POINT from, POINT to) {
     const std::int64_t dx = std::int64_t{from.x} - formerFrom.x;
     const std::int64_t dy = std::int64_t{from.y} - formerFrom.y;
-    const bool isShifted = std::int64_t{to.x} - formerTo.x == dx && std::int64_t{to.y} - formerTo.y == dy;
+    if (std::int64_t{to.x} - formerTo.x != dx || std::int64_t{to.y} - formerTo.y != dy)
+        return Neighbour::None;
     const bool isSteep = PlanWalk(from, to).steep;
     const std::int64_t along = isSteep ? dy : dx;
     const std::int64_t across = isSteep ? dx : dy;
-    if (!isShifted || along != 0 || (across != 1 && across != -1))
+    if (along != 0 || (across != 1 && across != -1))
         return Neighbour::None;
     return across == 1 ? Neighbour::Before : Neighbour::Behind;
 }
 
-void StrokeThinLine(const PixelBuffer& buffer, const RECT& clip, POINT from, POINT to, const Stroke& stroke,
-                    Neighbour neighbour) {
+Corner CornerBetween(POINT before, POINT at, POINT next) {
+    const Walk in = PlanWalk(before, at);
+    const Walk out = PlanWalk(at, next);
+    const bool goesOn = in.steep == out.steep && in.up == out.up;
+    if (in.length == 0 || out.length == 0 || goesOn)
+        return Corner::None;
+    return in.rise == 0 && out.rise == 0 ? Corner::Square : Corner::Round;
+}
+
+void StrokeSlopedLine(const PixelBuffer& buffer, const RECT& clip, POINT from, POINT to, const Stroke& stroke,
+                      Neighbour neighbour) {
     const Walk walk = PlanWalk(from, to);
     if (walk.rise == 0)
         return;
-    const Steps steps = StepsInClip(walk, clip);
+    const Breadth breadth = BreadthOf(walk, WholeWidth(stroke.width));
+    const Steps steps = IsInside(walk, breadth, clip) ? Steps{0, walk.length} : StepsInClip(walk, breadth, clip);
     if (steps.begin >= steps.end)
         return;
+    const Walker walker(buffer, clip, walk, breadth, steps.begin);
+    const auto draw = [&](const Steps& run, Color color) { walker.Draw(run, color, neighbour); };
+    if (!HasPattern(stroke))
+        return draw(steps, stroke.color);
     const auto length = static_cast<double>(walk.length);
-    const double unit = std::hypot(length, static_cast<double>(walk.rise)) / length;
-    const Walker walker(buffer, clip, walk, steps.begin);
-    ForEachRun(stroke, unit, steps, [&](const Steps& run, Color color) { walker.Draw(run, color, neighbour); });
+    ForEachRun(stroke, std::hypot(length, static_cast<double>(walk.rise)) / length, steps, draw);
 }
 
 } // namespace melkar

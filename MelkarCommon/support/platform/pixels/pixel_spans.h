@@ -39,12 +39,14 @@ inline void FillRows(const PixelBuffer& buffer, const RECT& rect, Color color) {
     }
 }
 
-/// `weight` 256ths of `color` over `under`, rounded; red and blue travel together in one multiplication.
+/// `weight` 256ths of `color` over `under`, rounded; red and blue travel together in one multiplication. What is below
+/// zero on the way there isn't at the end: 256 under + weight (color - under) is a sum of two shares of a whole.
 inline Color MixColor256(Color under, Color color, std::uint32_t weight) {
     constexpr std::uint32_t kRedBlue = 0xFF00FFU;
-    const std::uint32_t rest = 256U - weight;
-    const std::uint32_t redBlue = (color & kRedBlue) * weight + (under & kRedBlue) * rest + 0x800080U;
-    const std::uint32_t green = ((color >> 8U) & 0xFFU) * weight + ((under >> 8U) & 0xFFU) * rest + 0x80U;
+    const std::uint32_t pair = under & kRedBlue;
+    const std::uint32_t one = (under >> 8U) & 0xFFU;
+    const std::uint32_t redBlue = (pair << 8U) + ((color & kRedBlue) - pair) * weight + 0x800080U;
+    const std::uint32_t green = (one << 8U) + (((color >> 8U) & 0xFFU) - one) * weight + 0x80U;
     return 0xFF000000U | ((redBlue >> 8U) & kRedBlue) | (green & 0xFF00U);
 }
 

@@ -5,14 +5,17 @@
 
 #include <MelkarCommon/support/platform/cairo/handles.h>
 #include <MelkarCommon/support/platform/cairo/shapes.h>
+#include <MelkarCommon/support/platform/drawing.h>
 #include <MelkarCommon/support/platform/pixels/pixel_backend.h>
 #include <MelkarCommon/support/platform/pixels/pixel_chains.h>
 #include <MelkarCommon/support/platform/pixels/pixel_discs.h>
+#include <MelkarCommon/support/platform/surface.h>
 
 #include <gtest/gtest.h>
 
 #include <climits>
 #include <cmath>
+#include <numbers>
 #include <random>
 
 namespace melkar {
@@ -181,6 +184,37 @@ TEST(PixelPolyline, FramesAreWholeAtTheirCorners) {
                 ASSERT_EQ(picture.Ink(x, y), isWithin && !isInner ? 255 : 0) << width << ": " << x << "," << y;
             }
     }
+}
+
+TEST(PixelSlices, MeetWithoutASeam) {
+    // Radials as callers compute them, about the whole-number centre, in circles of even and odd size; both ways round.
+    for (const int size : {60, 61})
+        for (const int count : {2, 3, 7})
+            for (const bool backwards : {false, true}) {
+                HDC surface = CreateMemorySurface(kSide, kSide);
+                SelectObject(surface, GetStockObject(NULL_PEN));
+                SelectObject(surface, GetStockObject(BLACK_BRUSH));
+                const int center = (10 + 10 + size) / 2;
+                const auto radial = [&](int i) -> POINT {
+                    const double angle = 0.3 + 2 * std::numbers::pi * (i % count) / count;
+                    return {center - static_cast<int>(size * std::sin(angle)) / 2,
+                            center - static_cast<int>(size * std::cos(angle)) / 2};
+                };
+                for (int k = 0; k < count; ++k) {
+                    const int i = backwards ? count - 1 - k : k;
+                    const POINT from = radial(i);
+                    const POINT to = radial(i + 1);
+                    Pie(surface, 10, 10, 10 + size, 10 + size, from.x, from.y, to.x, to.y);
+                }
+                const PixelView view = GetPixels(surface);
+                for (int y = 0; y < kSide; ++y)
+                    for (int x = 0; x < kSide; ++x) {
+                        const double distance = std::hypot(x + 0.5 - 10 - size / 2.0, y + 0.5 - 10 - size / 2.0);
+                        const unsigned light = distance < size / 2.0 - 2 ? view.pixels[y * view.stride + x] & 0xFFU : 0;
+                        ASSERT_LE(light, 4U) << count << " of " << size << " at " << x << "," << y;
+                    }
+                DeleteDC(surface);
+            }
 }
 
 double DistanceToLine(double x, double y, POINT from, POINT to) {

@@ -1,5 +1,6 @@
 #include <MelkarCommon/support/platform/cairo/shapes.h>
 #include <MelkarCommon/support/platform/seam/area.h>
+#include <MelkarCommon/support/platform/seam/slice.h>
 
 #include <iterator>
 
@@ -66,7 +67,8 @@ void TraceNear(cairo_t* cr, const SliceShape& slice) {
         return TraceNear(cr, slice.whole);
     InUnitCircle(cr, slice.whole, [&] {
         const double from = -std::fmod(slice.from, kTurn); // y grows downwards, angles counter-clockwise
-        cairo_move_to(cr, 0, 0);
+        const auto& [center, radius] = slice.whole;
+        cairo_move_to(cr, (slice.apex.x - center.x) / radius.x, (slice.apex.y - center.y) / radius.y);
         cairo_arc_negative(cr, 0, 0, 1, from, from - slice.sweep);
     });
 }
@@ -83,11 +85,8 @@ Corners CornersOf(const PolygonShape& polygon) {
 /// Corners along the arc.
 Corners CornersOf(const EllipseShape& ellipse, double from, double sweep) {
     Corners corners;
-    for (int i = 0; i <= kFarSlicePoints; ++i) {
-        const double angle = from + sweep * i / kFarSlicePoints;
-        corners.push_back({ellipse.center.x + ellipse.radius.x * std::cos(angle),
-                           ellipse.center.y - ellipse.radius.y * std::sin(angle)});
-    }
+    for (int i = 0; i <= kFarSlicePoints; ++i)
+        corners.push_back(RimPoint(ellipse, from + sweep * i / kFarSlicePoints));
     return corners;
 }
 
@@ -97,7 +96,7 @@ Corners CornersOf(const SliceShape& slice) {
     if (slice.sweep >= kTurn)
         return CornersOf(slice.whole);
     Corners corners = CornersOf(slice.whole, slice.from, slice.sweep);
-    corners.push_back(slice.whole.center);
+    corners.push_back(slice.apex);
     return corners;
 }
 
@@ -147,10 +146,10 @@ bool TraceShape(cairo_t* cr, const RECT& clip, const Shape& shape, double margin
     return true;
 }
 
-/// Only polygons cross themselves.
+/// Only polygons cross themselves; a slice and its reach lie over each other.
 cairo_fill_rule_t RuleOf(const Shape& shape) {
     const auto* polygon = std::get_if<PolygonShape>(&shape);
-    return polygon != nullptr && polygon->winding ? CAIRO_FILL_RULE_WINDING : CAIRO_FILL_RULE_EVEN_ODD;
+    return polygon == nullptr || polygon->winding ? CAIRO_FILL_RULE_WINDING : CAIRO_FILL_RULE_EVEN_ODD;
 }
 
 /// A width that the rasteriser can bear; no number is one pixel.
@@ -187,9 +186,12 @@ void SetSourceColor(cairo_t* cr, Color color) {
                          (color & 0xFFU) / 255.0);
 }
 
-void FillShapeOn(cairo_t* cr, const RECT& clip, const Shape& shape, Color color) {
+void FillShapeOn(cairo_t* cr, const RECT& clip, const Shape& shape, Color color, double reach) {
     if (!TraceShape(cr, clip, shape, 0))
         return;
+    if (const auto* slice = std::get_if<SliceShape>(&shape); slice != nullptr && IsNear(AreaOf(shape)))
+        for (const PointD& corner : ReachOf(*slice, reach))
+            cairo_line_to(cr, corner.x, corner.y);
     SetSourceColor(cr, color);
     cairo_set_fill_rule(cr, RuleOf(shape));
     cairo_fill(cr);

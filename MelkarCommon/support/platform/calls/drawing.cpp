@@ -58,10 +58,18 @@ void StrokeFrame(HDC surface, const RECT& r) {
         backend->StrokePolyline(corners, StrokeOf(*surface, *surface->pen));
 }
 
-/// The angle of a radial on the ellipse, radians counter-clockwise from the right.
-double RadialAngle(const EllipseShape& ellipse, int x, int y) {
+/// The angle, in the ellipse's own units, at which the ray from `apex`, which lies within it, through (x, y) leaves it.
+double RadialAngle(const EllipseShape& ellipse, PointD apex, int x, int y) {
     const auto& [center, radius] = ellipse;
-    return std::atan2((center.y - y) / radius.y, (x - center.x) / radius.x);
+    const PointD start{(apex.x - center.x) / radius.x, (center.y - apex.y) / radius.y};
+    const PointD way{(x - apex.x) / radius.x, (apex.y - y) / radius.y};
+    const double length = std::hypot(way.x, way.y);
+    if (!(length > 0))
+        return 0;
+    const PointD unit{way.x / length, way.y / length};
+    const double along = start.x * unit.x + start.y * unit.y;
+    const double distance = std::sqrt(std::max(0.0, 1 - start.x * start.x - start.y * start.y + along * along)) - along;
+    return std::atan2(start.y + distance * unit.y, start.x + distance * unit.x);
 }
 
 EllipseShape EllipseIn(const RECT& box) {
@@ -72,7 +80,9 @@ EllipseShape EllipseIn(const RECT& box) {
 EllipseShape Shrunk(const EllipseShape& ellipse, double by) {
     return {ellipse.center, {std::max(0.0, ellipse.radius.x - by), std::max(0.0, ellipse.radius.y - by)}};
 }
-SliceShape Shrunk(const SliceShape& slice, double by) { return {Shrunk(slice.whole, by), slice.from, slice.sweep}; }
+SliceShape Shrunk(const SliceShape& slice, double by) {
+    return {Shrunk(slice.whole, by), slice.from, slice.sweep, slice.apex};
+}
 
 /// Fills with the brush and outlines with the pen, whose line stays inside the shape.
 template <class Round> BOOL DrawRound(HDC surface, const Round& shape) {
@@ -288,8 +298,10 @@ BOOL Pie(HDC surface, int left, int top, int right, int bottom, int x1, int y1, 
         return FALSE;
     SliceShape slice{EllipseIn(box)};
     constexpr double kWhole = 2 * std::numbers::pi;
-    slice.from = RadialAngle(slice.whole, x1, y1);
-    slice.sweep = RadialAngle(slice.whole, x2, y2) - slice.from;
+    // Callers compute radials about the halves of left + right and top + bottom, in whole numbers.
+    slice.apex = {std::trunc(slice.whole.center.x), std::trunc(slice.whole.center.y)};
+    slice.from = RadialAngle(slice.whole, slice.apex, x1, y1);
+    slice.sweep = RadialAngle(slice.whole, slice.apex, x2, y2) - slice.from;
     if (slice.sweep < 0)
         slice.sweep += kWhole;
     const bool equalRadials = slice.sweep < 1e-9 || slice.sweep > kWhole - 1e-9;

@@ -128,8 +128,9 @@ public:
     void SetClip(const RECT& clip) override;
     void FillRect(const RECT& rect, Color color) override;
     void FillShape(const Shape& shape, Color color) override {
+        constexpr double kScreenPixel = 1.5; // half points: pages are looked at on screens, too
         if (Shows())
-            FillShapeOn(Cr(), m_clip, shape, color);
+            FillShapeOn(Cr(), m_clip, shape, color, std::max(1.0, kScreenPixel * m_thinnest));
     }
     void StrokeShape(const Shape& shape, const Stroke& stroke) override {
         if (Shows())

@@ -149,7 +149,10 @@ private:
                     return EllipseShape{Moved(ellipse.center), ellipse.radius};
                 },
                 [&](const SliceShape& slice) -> Shape {
-                    return SliceShape{{Moved(slice.whole.center), slice.whole.radius}, slice.from, slice.sweep};
+                    return SliceShape{{Moved(slice.whole.center), slice.whole.radius},
+                                      slice.from,
+                                      slice.sweep,
+                                      Moved(slice.apex)};
                 },
             },
             shape);

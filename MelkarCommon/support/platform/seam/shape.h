@@ -25,10 +25,14 @@ struct EllipseShape {
     PointD radius{0, 0};
 };
 
+/// Angles are those of the points of the ellipse that the radials go to, in its own units: radians, counter-clockwise
+/// from the right, as if it were a circle.
 struct SliceShape {
     EllipseShape whole;
-    double from = 0;  ///< start angle, radians, counter-clockwise from the right
-    double sweep = 0; ///< 0 to 2 pi, counter-clockwise
+    double from = 0;
+    double sweep = 0;  ///< 0 to 2 pi, counter-clockwise
+    PointD apex{0, 0}; ///< where the radials meet: the whole numbers by which callers compute them, at the centre or
+                       ///< half a pixel before it
 };
 
 using Shape = std::variant<PolygonShape, EllipseShape, SliceShape>;

@@ -34,8 +34,11 @@ public:
 
     void FillRect(const RECT& rect, Color color) override {
         const RECT cut = m_narrow ? ClipBox(ToBox(rect), m_clip) : rect;
-        if (!IsEmptyRect(cut))
-            m_ops.push_back({FillRectOp{cut, color}});
+        if (IsEmptyRect(cut))
+            return;
+        if (Covers(cut, m_whole))
+            DropCovered();
+        m_ops.push_back({FillRectOp{cut, color}});
     }
     void FillShape(const Shape& shape, Color color) override { Keep({FillShapeOp{shape, color}}); }
     void StrokeShape(const Shape& shape, const Stroke& stroke) override { Keep({StrokeShapeOp{shape, stroke}}); }
@@ -47,6 +50,11 @@ public:
     void Blit(const RECT& target, const PixelBuffer& pixels, const RECT& source, DWORD operation) override;
 
 private:
+    /// Nothing of what was drawn so far shows any longer. The mark of a copy that the covering fill begins stays.
+    void DropCovered() {
+        const bool isCopy = !m_ops.empty() && std::holds_alternative<CopyMark>(m_ops.back().verb);
+        m_ops.erase(m_ops.begin(), m_ops.end() - (isCopy ? 1 : 0));
+    }
     /// Keeps an operation that is drawn whole, under the clip if that cuts it.
     void Keep(RecordedOp op) {
         if (m_narrow) {
@@ -140,22 +148,21 @@ private:
     }
     PointD Moved(PointD p) const { return {p.x + static_cast<double>(m_dx), p.y + static_cast<double>(m_dy)}; }
     Shape Moved(const Shape& shape) const {
-        return std::visit(
-            Overloaded{
-                [&](const PolygonShape& polygon) -> Shape {
-                    return PolygonShape{Moved(polygon.points), polygon.winding};
-                },
-                [&](const EllipseShape& ellipse) -> Shape {
-                    return EllipseShape{Moved(ellipse.center), ellipse.radius};
-                },
-                [&](const SliceShape& slice) -> Shape {
-                    return SliceShape{{Moved(slice.whole.center), slice.whole.radius},
-                                      slice.from,
-                                      slice.sweep,
-                                      Moved(slice.apex)};
-                },
-            },
-            shape);
+        return std::visit(Overloaded{
+                              [&](const PolygonShape& polygon) -> Shape {
+                                  return PolygonShape{Moved(polygon.points), polygon.winding};
+                              },
+                              [&](const EllipseShape& ellipse) -> Shape {
+                                  return EllipseShape{Moved(ellipse.center), ellipse.radius};
+                              },
+                              [&](const SliceShape& slice) -> Shape {
+                                  return SliceShape{{Moved(slice.whole.center), slice.whole.radius},
+                                                    slice.from,
+                                                    slice.sweep,
+                                                    Moved(slice.apex)};
+                              },
+                          },
+                          shape);
     }
     void PlayBlit(const BlitOp& blit) {
         const int width = blit.source.right - blit.source.left;

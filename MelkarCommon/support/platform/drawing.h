@@ -72,7 +72,7 @@ MELKAR_API BOOL Ellipse(HDC surface, int left, int top, int right, int bottom);
 MELKAR_API BOOL Pie(HDC surface, int left, int top, int right, int bottom, int x1, int y1, int x2, int y2);
 MELKAR_API BOOL FillRgn(HDC surface, HRGN region, HBRUSH brush);
 MELKAR_API BOOL BitBlt(HDC to, int x, int y, int width, int height, HDC from, int fromX, int fromY, DWORD operation);
-/// Scales: `SRCCOPY` smoothly, `SRCAND` and `SRCPAINT` by the nearest pixel. Only from pixel surfaces.
+/// Scales: `SRCCOPY` smoothly, `SRCAND` and `SRCPAINT` by the nearest pixel; what was recorded is played at pixels.
 MELKAR_API BOOL StretchBlt(HDC to, int x, int y, int width, int height, HDC from, int fromX, int fromY, int fromWidth,
                            int fromHeight, DWORD operation);
 

@@ -1,5 +1,7 @@
 #include <MelkarCommon/support/platform/calls/surface_state.h>
 #include <MelkarCommon/support/platform/drawing.h>
+#include <MelkarCommon/support/platform/pixels/pixel_backend.h>
+#include <MelkarCommon/support/platform/pixels/pixel_memory.h>
 #include <MelkarCommon/support/platform/seam/box.h>
 
 #include <algorithm>
@@ -129,24 +131,22 @@ void CutToPicture(Copy& copy, const PixelBuffer& picture) {
 }
 
 BOOL CopyPixels(HDC to, HDC from, Copy copy, DWORD operation) {
-    const PixelBuffer& picture = from->bitmap->pixels;
-    CutToPicture(copy, picture);
-    if (IsEmptyRect(copy.source) || IsEmptyRect(copy.target))
-        return FALSE;
-    Backend* backend = to->Drawing();
-    if (!backend)
-        return FALSE;
+    Backend* backend = to->Drawing(); // before the pixels are asked for: both may be the same picture
     from->ShownPixels();
+    const PixelBuffer& picture = from->bitmap->PixelsFor(operation);
+    CutToPicture(copy, picture);
+    if (!backend || IsEmptyRect(copy.source) || IsEmptyRect(copy.target))
+        return FALSE;
     backend->Blit(copy.target, picture, copy.source, operation);
     return TRUE;
 }
 
 /// Plays what was recorded on `from` again on `to`, at the copy's place. Onto itself or to and fro between two, a
 /// record would double with each copy: in place it is left as it is, elsewhere the copy ends at `kMostOps`.
-BOOL CopyRecord(HDC to, HDC from, Copy copy, DWORD operation) {
+BOOL CopyRecord(HDC to, HDC from, Copy copy) {
     CutToPicture(copy, from->bitmap->pixels);
     Backend* backend = to->Drawing();
-    if (!backend || operation != SRCCOPY || IsEmptyRect(copy.source))
+    if (!backend || IsEmptyRect(copy.source))
         return FALSE;
     if (to == from && copy.target.left == copy.source.left && copy.target.top == copy.source.top)
         return TRUE;
@@ -158,6 +158,28 @@ BOOL CopyRecord(HDC to, HDC from, Copy copy, DWORD operation) {
     if (isRecord)
         to->bitmap->ops.push_back({CopyMark{copy.target, copy.source}});
     Replay(ops, *backend, copy.source, copy.target.left, copy.target.top, to->bounds);
+    return TRUE;
+}
+
+/// Plays what was recorded on `from` at pixels and copies these: what is scaled, or combined with what is there, can't
+/// stay a list of operations. Where nothing was drawn it is black, as a bitmap begins, or white, as a surface does.
+BOOL CopyPlayedRecord(HDC to, HDC from, Copy copy, DWORD operation) {
+    CutToPicture(copy, from->bitmap->pixels);
+    if (IsEmptyRect(copy.source) || IsEmptyRect(copy.target))
+        return FALSE;
+    const RECT whole{0, 0, copy.source.right - copy.source.left, copy.source.bottom - copy.source.top};
+    const Bitmap played({TakePixels(whole.right, whole.bottom), whole.right, whole.bottom, whole.right}, true,
+                        Owner::Surface);
+    Backend* backend = to->Drawing();
+    if (!backend || !played.pixels.pixels)
+        return FALSE;
+    const auto pixels = MakePixelBackend(played.pixels);
+    const bool isBitmap = from->bitmap->owner == Owner::Caller;
+    pixels->FillRect(whole, ToColor(isBitmap ? RGB(0, 0, 0) : RGB(255, 255, 255)));
+    from->FlushLines();
+    Replay(from->bitmap->ops, *pixels, copy.source, 0, 0, whole);
+    pixels->Flush();
+    backend->Blit(copy.target, played.pixels, whole, operation);
     return TRUE;
 }
 
@@ -328,10 +350,11 @@ BOOL BitBlt(HDC to, int x, int y, int width, int height, HDC from, int fromX, in
 BOOL StretchBlt(HDC to, int x, int y, int width, int height, HDC from, int fromX, int fromY, int fromWidth,
                 int fromHeight, DWORD operation) {
     if (!IsSurface(to) || !IsSurface(from) || !from->bitmap || width < 1 || height < 1 || fromWidth < 1 ||
-        fromHeight < 1)
+        fromHeight < 1 || !IsKnownOperation(operation))
         return FALSE;
     const Copy copy{RectAt(x, y, width, height), RectAt(fromX, fromY, fromWidth, fromHeight)};
+    const bool staysVector = width == fromWidth && height == fromHeight && operation == SRCCOPY;
     if (from->bitmap->IsRecord())
-        return width == fromWidth && height == fromHeight ? CopyRecord(to, from, copy, operation) : FALSE;
+        return staysVector ? CopyRecord(to, from, copy) : CopyPlayedRecord(to, from, copy, operation);
     return CopyPixels(to, from, copy, operation);
 }

@@ -57,8 +57,25 @@ Bitmap::Bitmap(int recordWidth, int recordHeight, TextMedium recordMedium, Owner
     : GdiObject(ObjectKind::Bitmap, who), pixels{nullptr, recordWidth, recordHeight, 0}, medium(recordMedium) {}
 
 Bitmap::~Bitmap() {
+    ForgetFile();
     if (ownsPixels && pixels.pixels)
         GivePixelsBack(pixels.pixels, pixels.width, pixels.height);
+}
+
+const PixelBuffer& Bitmap::PixelsFor(DWORD operation) {
+    if (operation == SRCCOPY || file.pixels == nullptr)
+        return pixels;
+    if (file.width != pixels.width || file.height != pixels.height) {
+        const PixelBuffer nearest = Resized(file, pixels.width, pixels.height, operation);
+        ForgetFile();
+        file = nearest;
+    }
+    return file.pixels != nullptr ? file : pixels;
+}
+
+void Bitmap::ForgetFile() {
+    GivePixelsBack(file.pixels, file.width, file.height);
+    file = {};
 }
 
 Region::Region(Shape regionShape) : GdiObject(ObjectKind::Region, Owner::Caller), shape(std::move(regionShape)) {}
@@ -155,8 +172,18 @@ HRGN CreatePolygonRgn(const POINT* points, int count, int mode) {
 HANDLE LoadImageA(HINSTANCE, const char* name, UINT type, int width, int height, UINT flags) {
     if (!name || type != IMAGE_BITMAP || !(flags & LR_LOADFROMFILE) || width < 0 || height < 0)
         return nullptr;
-    const PixelBuffer picture = LoadImageFile(name, width, height);
-    return picture.pixels ? Make<HANDLE, Bitmap>(picture, true, Owner::Caller) : nullptr;
+    const PixelBuffer file = LoadImageFile(name);
+    const int newWidth = width != 0 ? width : file.width;
+    const int newHeight = height != 0 ? height : file.height;
+    if (newWidth == file.width && newHeight == file.height)
+        return file.pixels ? Make<HANDLE, Bitmap>(file, true, Owner::Caller) : nullptr;
+    const PixelBuffer picture = file.pixels ? Resized(file, newWidth, newHeight, SRCCOPY) : PixelBuffer{};
+    HANDLE bitmap = picture.pixels ? Make<HANDLE, Bitmap>(picture, true, Owner::Caller) : nullptr;
+    if (bitmap)
+        BitmapFrom(bitmap)->file = file;
+    else
+        GivePixelsBack(file.pixels, file.width, file.height);
+    return bitmap;
 }
 
 HGDIOBJ GetStockObject(int index) {

@@ -56,8 +56,14 @@ struct Bitmap : GdiObject, InHandleMemory<ObjectKind::Bitmap> {
     ~Bitmap();
 
     bool IsRecord() const { return medium != TextMedium::Pixels; }
+    /// The pixels for a copy by `operation`. A mask that was loaded at another size keeps its edge: "and" and "or" take
+    /// the nearest pixels of the file.
+    const PixelBuffer& PixelsFor(DWORD operation);
+    /// Something is drawn on the picture: it no longer shows its file.
+    void ForgetFile();
 
     PixelBuffer pixels; ///< of a record: the size alone
+    PixelBuffer file;   ///< of a picture loaded at another size: the file's pixels, once asked for at this size
     const bool ownsPixels = false;
     const TextMedium medium = TextMedium::Pixels;
     std::vector<RecordedOp> ops;

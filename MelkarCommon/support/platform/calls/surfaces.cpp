@@ -90,12 +90,15 @@ Bitmap* HDC__::Take(Bitmap& picture) {
 const PixelBuffer* HDC__::ShownPixels() {
     if (!bitmap || !bitmap->pixels.pixels)
         return nullptr;
-    Drawing()->Flush();
+    FlushLines();
+    backend->Flush();
     return &bitmap->pixels;
 }
 
 Backend* HDC__::Drawing() {
     FlushLines();
+    if (bitmap)
+        bitmap->ForgetFile();
     return backend.get();
 }
 
@@ -109,6 +112,8 @@ void HDC__::FlushLines() {
 /// and those before it count for the corner.
 void HDC__::AddLine(POINT from, POINT to, const Stroke& stroke) {
     constexpr std::size_t kMostPoints = 4096;
+    if (bitmap)
+        bitmap->ForgetFile();
     if (!lines.GoOnAt(from, stroke)) {
         FlushLines();
         lines.points.push_back(from);

@@ -63,17 +63,6 @@ PixelBuffer ToPixels(const GdkPixbuf* pixbuf) {
     return buffer;
 }
 
-/// The picture in another size; the former memory is given back.
-PixelBuffer Resize(const PixelBuffer& picture, int width, int height) {
-    const PixelBuffer scaled{TakePixels(width, height), width, height, width};
-    if (scaled.pixels != nullptr) {
-        const RECT whole{0, 0, width, height};
-        BlitPixels(scaled, whole, whole, picture, {0, 0, picture.width, picture.height}, SRCCOPY);
-    }
-    GivePixelsBack(picture.pixels, picture.width, picture.height);
-    return scaled.pixels != nullptr ? scaled : PixelBuffer{};
-}
-
 cairo_status_t WriteBytes(void* file, const unsigned char* bytes, unsigned int count) {
     return static_cast<NewFile*>(file)->Write(bytes, count) ? CAIRO_STATUS_SUCCESS : CAIRO_STATUS_WRITE_ERROR;
 }
@@ -93,18 +82,21 @@ int WritePicture(const PixelBuffer& pixels, const std::string& path) {
 
 } // namespace
 
-PixelBuffer LoadImageFile(const char* path, int width, int height) {
-    if (path == nullptr || width < 0 || height < 0 || width > kLargestSide || height > kLargestSide)
+PixelBuffer LoadImageFile(const char* path) {
+    const PixbufPointer pixbuf = path != nullptr ? OpenPicture(ResolvePath(path).c_str()) : nullptr;
+    return pixbuf != nullptr ? ToPixels(pixbuf.get()) : PixelBuffer{};
+}
+
+PixelBuffer Resized(const PixelBuffer& picture, int width, int height, DWORD operation) {
+    const bool sensible = width > 0 && height > 0 && width <= kLargestSide && height <= kLargestSide;
+    const PixelBuffer scaled{sensible ? TakePixels(width, height) : nullptr, width, height, width};
+    if (scaled.pixels == nullptr)
         return {};
-    const PixbufPointer pixbuf = OpenPicture(ResolvePath(path).c_str());
-    if (pixbuf == nullptr)
-        return {};
-    const PixelBuffer picture = ToPixels(pixbuf.get());
-    const int newWidth = width != 0 ? width : picture.width;
-    const int newHeight = height != 0 ? height : picture.height;
-    if (picture.pixels == nullptr || (newWidth == picture.width && newHeight == picture.height))
-        return picture;
-    return Resize(picture, newWidth, newHeight);
+    const RECT whole{0, 0, width, height};
+    FillRows(scaled, whole, ToColor(RGB(0, 0, 0))); // "or" takes the picture as it is
+    BlitPixels(scaled, whole, whole, picture, {0, 0, picture.width, picture.height},
+               operation == SRCCOPY ? SRCCOPY : SRCPAINT);
+    return scaled;
 }
 
 int WritePngFile(const PixelBuffer& pixels, const char* path) {

@@ -7,9 +7,12 @@
 
 namespace melkar {
 
-/// Reads an image file; `pixels` stays null if it can't be read. Scaled to width x height unless both are 0.
-/// The memory comes from `TakePixels`.
-PixelBuffer LoadImageFile(const char* path, int width, int height);
+/// Reads an image file; `pixels` stays null if it can't be read. The memory comes from `TakePixels`.
+PixelBuffer LoadImageFile(const char* path);
+
+/// A picture in another size, made as a copy by `operation` would take it: smooth for SRCCOPY, else of the nearest
+/// pixels. `pixels` stays null without memory or for a size that makes no sense.
+PixelBuffer Resized(const PixelBuffer& picture, int width, int height, DWORD operation);
 
 /// Writes a PNG file under a temporary name beside `path`, then gives it its name: no half picture ever stands
 /// there. @return 0, or -1 with a log line and nothing changed.

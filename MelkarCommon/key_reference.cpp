@@ -24,27 +24,21 @@ const char* TypeName(KeyType type) {
         return "number";
     case KeyType::Switch:
         return "0 or 1";
+    case KeyType::TrueWord:
+        return "`true` or anything else";
+    case KeyType::Real:
+        return "number with decimals";
     case KeyType::Color:
         return "red,green,blue";
+    case KeyType::Point:
+        return "x,y";
     }
     return "";
 }
 
-std::string Fallback(const KeyInfo& key) {
-    switch (key.type) {
-    case KeyType::Number:
-    case KeyType::Switch:
-        return std::to_string(key.fallback);
-    case KeyType::Color:
-        return "black";
-    default:
-        return "empty";
-    }
-}
-
 std::string Row(const KeyInfo& key) {
     return std::string("| ") + (key.section == KeySection::Common ? "COMMON" : "own") + " | `" + key.name + "` | " +
-           TypeName(key.type) + " | " + Fallback(key) + " | " + key.meaning + " |\n";
+           TypeName(key.type) + " | " + FallbackOf(key) + " | " + key.meaning + " |\n";
 }
 
 } // namespace

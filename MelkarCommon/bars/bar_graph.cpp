@@ -15,7 +15,6 @@
 
 using melkar::BarSpan;
 using melkar::CsvRow;
-using melkar::KeySection;
 using melkar::Scale;
 using melkar::ScopedFont;
 using melkar::ScopedPen;
@@ -30,41 +29,37 @@ constexpr int kNoScaleCode = 340;   ///< what the log says of it
 
 } // namespace
 
-struct CBarGraph::KeyRows {
-    using G = CBarGraph;
-    using K = melkar::Keys<G>;
-    static constexpr KeySection Common = KeySection::Common;
-    static constexpr KeySection Own = KeySection::Own;
-    static constexpr melkar::KeyRow<G> rows[] = {
-        K::Color<&G::m_crBar>(Own, "BARSCOLOR_RGB", "bar below its target, or without one"),
-        K::Color<&G::m_crBar2>(Own, "BARSCOLOR2_RGB", "bar at or above its target"),
-        K::Text<&G::m_strVAxsLabel>(Own, "VAXSLABEL", "vertical axis label: the unit"),
-        K::Text<&G::m_strHAxsLabel>(Own, "HAXSLABEL", "horizontal axis label"),
-        K::Number<&G::m_nVAxsSize>(Own, "VAXSSIZE", 0, "kept; no painting uses it"),
-        K::Number<&G::m_nHAxsSize>(Own, "HAXSSIZE", 0, "kept; no painting uses it"),
-        K::Switch<&G::m_bPrintTarget>(Own, "IS_PRINTTARGET", "above 0: target legend and line"),
-        K::Switch<&G::m_bPrintAverage>(Own, "IS_PRINTAVERAGE", "above 0: average legend and line"),
-        K::Text<&G::m_strTargetLabel>(Own, "TARGETLABEL", "target legend"),
-        K::Color<&G::m_crTarget>(Own, "TARGETCOLOR_RGB", "target line"),
-        K::Number<&G::m_nTargetTop>(Own, "TargetTop", 0, "kept; no painting uses it"),
-        K::Number<&G::m_nTargetLeft>(Own, "TargetLeft", 0, "kept; no painting uses it"),
-        K::Text<&G::m_strAverageLabel>(Own, "AVERAGELABEL", "average legend"),
-        K::Color<&G::m_crAverage>(Own, "AVERAGECOLOR_RGB", "average line"),
-        K::Number<&G::m_nAverageTop>(Own, "AverageTop", 0, "kept; no painting uses it"),
-        K::Number<&G::m_nAverageLeft>(Own, "AverageLeft", 0, "kept; no painting uses it"),
-        K::Colors<&G::m_crSeries, &G::m_nSeriesCount>(Own, "BARSCOLOR%d_RGB", "stacked series, from the bottom"),
-        K::Color<&G::m_crBalloon>(Common, "BALLOONCOLOR_RGB", "balloon"),
-        K::Number<&G::m_nChartMax, &G::m_nDefChartMax>(Own, "CHARTMAX", 0, "top of the scale"),
-        K::Number<&G::m_nChartMin>(Own, "CHARTMIN", 0, "bottom of the scale"),
-        K::Number<&G::m_dChartInterval, &G::m_nDefChartInterval>(Own, "CHARTINTERVAL", 0, "step of the scale"),
-        K::Number<&G::m_nChartMaxBig, &G::m_nDefChartMaxBig>(Own, "CHARTMAX_BIG", 0, "top of the big scale"),
-        K::Number<&G::m_nChartIntervalBig, &G::m_nDefChartIntervalBig>(Own, "CHARTINTERVAL_BIG", 0,
-                                                                       "step of the big scale"),
-        K::Number<&G::m_nVMeasureSize>(Common, "VMEASURESIZE", 12, "scale labels, points"),
-        K::Number<&G::m_nVMeasureLabelSize, &G::m_nHMeasureLabelSize>(Common, "MEASURELABELSIZE", 12,
-                                                                      "axis labels, points"),
-        K::Number<&G::m_nHMeasureSize>(Common, "HMEASURESIZE", 12, "kept; no painting uses it"),
-        K::Number<&G::m_nDateSize>(Common, "DATESIZE", 12, "date strip, points"),
+struct CBarGraph::KeyRows : melkar::Keys<CBarGraph> {
+    static constexpr Row rows[] = {
+        Color<&G::m_crBar>(Own, "BARSCOLOR_RGB", "bar below its target, or without one"),
+        Color<&G::m_crBar2>(Own, "BARSCOLOR2_RGB", "bar at or above its target"),
+        Text<&G::m_strVAxsLabel>(Own, "VAXSLABEL", "vertical axis label: the unit"),
+        Text<&G::m_strHAxsLabel>(Own, "HAXSLABEL", "horizontal axis label"),
+        Number<&G::m_nVAxsSize>(Own, "VAXSSIZE", 0, "kept; no painting uses it"),
+        Number<&G::m_nHAxsSize>(Own, "HAXSSIZE", 0, "kept; no painting uses it"),
+        Switch<&G::m_bPrintTarget>(Own, "IS_PRINTTARGET", "above 0: target legend and line"),
+        Switch<&G::m_bPrintAverage>(Own, "IS_PRINTAVERAGE", "above 0: average legend and line"),
+        Text<&G::m_strTargetLabel>(Own, "TARGETLABEL", "target legend"),
+        Color<&G::m_crTarget>(Own, "TARGETCOLOR_RGB", "target line"),
+        Number<&G::m_nTargetTop>(Own, "TargetTop", 0, "kept; no painting uses it"),
+        Number<&G::m_nTargetLeft>(Own, "TargetLeft", 0, "kept; no painting uses it"),
+        Text<&G::m_strAverageLabel>(Own, "AVERAGELABEL", "average legend"),
+        Color<&G::m_crAverage>(Own, "AVERAGECOLOR_RGB", "average line"),
+        Number<&G::m_nAverageTop>(Own, "AverageTop", 0, "kept; no painting uses it"),
+        Number<&G::m_nAverageLeft>(Own, "AverageLeft", 0, "kept; no painting uses it"),
+        Colors<&G::m_crSeries, &G::m_nSeriesCount>(Own, "BARSCOLOR%d_RGB", "stacked series, from the bottom"),
+        Color<&G::m_crBalloon>(Common, "BALLOONCOLOR_RGB", "balloon"),
+        Number<&G::m_nChartMax, &G::m_nDefChartMax>(Own, "CHARTMAX", 0, "top of the scale"),
+        Number<&G::m_nChartMin>(Own, "CHARTMIN", 0, "bottom of the scale"),
+        Number<&G::m_dChartInterval, &G::m_nDefChartInterval>(Own, "CHARTINTERVAL", 0, "step of the scale"),
+        Number<&G::m_nChartMaxBig, &G::m_nDefChartMaxBig>(Own, "CHARTMAX_BIG", 0, "top of the big scale"),
+        Number<&G::m_nChartIntervalBig, &G::m_nDefChartIntervalBig>(Own, "CHARTINTERVAL_BIG", 0,
+                                                                    "step of the big scale"),
+        Number<&G::m_nVMeasureSize>(Common, "VMEASURESIZE", 12, "scale labels, points"),
+        Number<&G::m_nVMeasureLabelSize, &G::m_nHMeasureLabelSize>(Common, "MEASURELABELSIZE", 12,
+                                                                   "axis labels, points"),
+        Number<&G::m_nHMeasureSize>(Common, "HMEASURESIZE", 12, "kept; no painting uses it"),
+        Number<&G::m_nDateSize>(Common, "DATESIZE", 12, "date strip, points"),
     };
 };
 

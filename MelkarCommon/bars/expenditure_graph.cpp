@@ -12,7 +12,6 @@
 #include <cstdint>
 
 using melkar::CsvRow;
-using melkar::KeySection;
 using melkar::ScopedFont;
 
 namespace {
@@ -23,15 +22,12 @@ constexpr int kSampleGap = 3;  ///< from a colour sample to its text
 
 } // namespace
 
-struct CExpenditureGraph::KeyRows {
-    using G = CExpenditureGraph;
-    using K = melkar::Keys<G>;
-    static constexpr KeySection Own = KeySection::Own;
-    static constexpr melkar::KeyRow<G> rows[] = {
-        K::Text<&G::m_strEx1Label>(Own, "EX1_LABEL", "legend of both parts"),
-        K::Text<&G::m_strEx2Label>(Own, "EX2_LABEL", "legend of the second part"),
-        K::Text<&G::m_strAverageIntakeLabel>(Own, "AVERAGE_INTAKE_LABEL", "label of the intake band"),
-        K::Color<&G::m_crIntake>(Own, "INTAKECOLOR_RGB", "intake band"),
+struct CExpenditureGraph::KeyRows : melkar::Keys<CExpenditureGraph> {
+    static constexpr Row rows[] = {
+        Text<&G::m_strEx1Label>(Own, "EX1_LABEL", "legend of both parts"),
+        Text<&G::m_strEx2Label>(Own, "EX2_LABEL", "legend of the second part"),
+        Text<&G::m_strAverageIntakeLabel>(Own, "AVERAGE_INTAKE_LABEL", "label of the intake band"),
+        Color<&G::m_crIntake>(Own, "INTAKECOLOR_RGB", "intake band"),
     };
 };
 

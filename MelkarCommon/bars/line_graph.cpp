@@ -11,7 +11,6 @@
 
 #include <algorithm>
 
-using melkar::KeySection;
 using melkar::Scale;
 using melkar::ScopedBrush;
 using melkar::ScopedFont;
@@ -25,22 +24,19 @@ constexpr double kFallbackInterval = 10.0;
 
 } // namespace
 
-struct CLineGraph::KeyRows {
-    using G = CLineGraph;
-    using K = melkar::Keys<G>;
-    static constexpr KeySection Own = KeySection::Own;
-    static constexpr melkar::KeyRow<G> rows[] = {
-        K::Text<&G::m_strVLineAxsLabel>(Own, "VLINEAXSLABEL", "label of the right scale"),
-        K::Number<&G::m_nVLineAxsSize>(Own, "VLineAXSSIZE", 0, "kept; no painting uses it"),
-        K::Colors<&G::m_crLine, &G::m_nLineCount>(Own, "LINESCOLOR%d_RGB", "dots and strokes of a line"),
-        K::Colors<&G::m_crLineTarget, &G::m_nLineCount>(Own, "LINES_TARGETCOLOR%d_RGB", "kept; no painting uses it"),
-        K::Number<&G::m_dChartLineMax, &G::m_nDefLineMax>(Own, "CHARTLINEMAX", 0, "top of the right scale"),
-        K::Number<&G::m_dChartLineMin>(Own, "CHARTLINEMIN", 0, "bottom of the right scale"),
-        K::Number<&G::m_dChartLineInterval, &G::m_nDefLineInterval>(Own, "CHARTLINEINTERVAL", 0,
-                                                                    "step of the right scale"),
-        K::Number<&G::m_nChartLineMaxBig, &G::m_nDefLineMaxBig>(Own, "CHARTLINEMAX_BIG", 0, "kept; nothing selects it"),
-        K::Number<&G::m_nChartLineIntervalBig, &G::m_nDefLineIntervalBig>(Own, "CHARTLINEINTERVAL_BIG", 0,
-                                                                          "kept; nothing selects it"),
+struct CLineGraph::KeyRows : melkar::Keys<CLineGraph> {
+    static constexpr Row rows[] = {
+        Text<&G::m_strVLineAxsLabel>(Own, "VLINEAXSLABEL", "label of the right scale"),
+        Number<&G::m_nVLineAxsSize>(Own, "VLineAXSSIZE", 0, "kept; no painting uses it"),
+        Colors<&G::m_crLine, &G::m_nLineCount>(Own, "LINESCOLOR%d_RGB", "dots and strokes of a line"),
+        Colors<&G::m_crLineTarget, &G::m_nLineCount>(Own, "LINES_TARGETCOLOR%d_RGB", "kept; no painting uses it"),
+        Number<&G::m_dChartLineMax, &G::m_nDefLineMax>(Own, "CHARTLINEMAX", 0, "top of the right scale"),
+        Number<&G::m_dChartLineMin>(Own, "CHARTLINEMIN", 0, "bottom of the right scale"),
+        Number<&G::m_dChartLineInterval, &G::m_nDefLineInterval>(Own, "CHARTLINEINTERVAL", 0,
+                                                                 "step of the right scale"),
+        Number<&G::m_nChartLineMaxBig, &G::m_nDefLineMaxBig>(Own, "CHARTLINEMAX_BIG", 0, "kept; nothing selects it"),
+        Number<&G::m_nChartLineIntervalBig, &G::m_nDefLineIntervalBig>(Own, "CHARTLINEINTERVAL_BIG", 0,
+                                                                       "kept; nothing selects it"),
     };
 };
 

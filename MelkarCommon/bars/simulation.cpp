@@ -11,7 +11,6 @@
 #include <string>
 
 using melkar::CsvRow;
-using melkar::KeySection;
 using melkar::ScopedFont;
 using melkar::ScopedPen;
 using melkar::ToDouble;
@@ -23,16 +22,13 @@ constexpr int kScaleGap = 2; ///< between the canvas and a label of the right sc
 
 } // namespace
 
-struct CSimulation::KeyRows {
-    using G = CSimulation;
-    using K = melkar::Keys<G>;
-    static constexpr KeySection Own = KeySection::Own;
-    static constexpr melkar::KeyRow<G> rows[] = {
-        K::Color<&G::m_crOverweight>(Own, "OVERWEIGHTCOLOR_RGB", "weight above its target"),
-        K::Color<&G::m_crUnderweight>(Own, "UNDERWEIGHTCOLOR_RGB", "weight at or below its target"),
-        K::Color<&G::m_crTargetWeight>(Own, "TARGETWEIGHTCOLOR_RGB", "target weight line"),
-        K::Text<&G::m_strWeightLabel>(Own, "WEIGHTSTRING", "legend of the weights, label of the right scale"),
-        K::Text<&G::m_strTargetWeightLabel>(Own, "TARGETWEIGHTSTRING", "legend of the target weight"),
+struct CSimulation::KeyRows : melkar::Keys<CSimulation> {
+    static constexpr Row rows[] = {
+        Color<&G::m_crOverweight>(Own, "OVERWEIGHTCOLOR_RGB", "weight above its target"),
+        Color<&G::m_crUnderweight>(Own, "UNDERWEIGHTCOLOR_RGB", "weight at or below its target"),
+        Color<&G::m_crTargetWeight>(Own, "TARGETWEIGHTCOLOR_RGB", "target weight line"),
+        Text<&G::m_strWeightLabel>(Own, "WEIGHTSTRING", "legend of the weights, label of the right scale"),
+        Text<&G::m_strTargetWeightLabel>(Own, "TARGETWEIGHTSTRING", "legend of the target weight"),
     };
 };
 

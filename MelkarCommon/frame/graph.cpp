@@ -12,7 +12,6 @@
 #include <algorithm>
 
 using melkar::DayStatus;
-using melkar::KeySection;
 using melkar::ScopedFont;
 
 namespace {
@@ -30,35 +29,33 @@ bool MakesSense(const CRect& area) {
 
 } // namespace
 
-struct CGraph::KeyRows {
-    using K = melkar::Keys<CGraph>;
-    static constexpr KeySection Common = KeySection::Common;
-    static constexpr KeySection Own = KeySection::Own;
-    static constexpr melkar::KeyRow<CGraph> rows[] = {
-        K::Number<&CGraph::m_nLang>(Common, "LANG", 0, "language number"),
-        K::Text<&CGraph::m_strLocale>(Common, "LOCALE", "locale of dates, such as ja_JP.UTF-8"),
-        K::Color<&CGraph::m_crCanvas>(Common, "CANVASCOLOR_RGB", "background of the canvas"),
-        K::Color<&CGraph::m_crBase>(Common, "BASECOLOR_RGB", "background of the whole graph"),
-        K::Color<&CGraph::m_crPen>(Common, "PENCOLOR_RGB", "lines and frames"),
-        K::Color<&CGraph::m_crSideBar>(Own, "SIDEBARCOLOR_RGB", "kept; no graph paints with it"),
-        K::Text<&CText::m_strText>(Own, "TITLELABEL", "title"),
-        K::Color<&CText::m_crColor>(Own, "TITLECOLOR_RGB", "title; in the background's colour it keeps its room only"),
-        K::Number<&CText::m_nSize>(Own, "TITLESIZE", 0, "title, points"),
-        K::Text<&CGraph::m_strFont, &CText::m_strFontName>(Common, "FONT", "face of all texts"),
-        K::Number<&CGraph::m_nCharset, &CText::m_dwCharSet>(Common, "CHARSET", 0,
-                                                            "character set of texts that aren't UTF-8"),
-        K::Text<&CGraph::m_strDateFormatType>(Common, "GRAPH_DATE_FORMAT_TYPE",
-                                              "key of the date format in section SYSTEM of config.cnf"),
-        K::Text<&CGraph::m_strDateFormatSpan>(Common, "GRAPH_DATE_FORMAT_SPAN", "between the two dates of a period"),
-        K::Color<&CGraph::m_crExclude>(Common, "EXCLUDE_COLOR_RGB", "excluded message"),
-        K::Color<&CGraph::m_crNoData>(Common, "NODATA_COLOR_RGB", "no-data message"),
-        K::Color<&CGraph::m_crNoRecords>(Common, "NORECORDS_COLOR_RGB", "no-records message"),
-        K::Message<&CGraph::m_strNoRecordsMessage>(Common, "NORECORDS_MESSAGE", "shown if no day has records"),
-        K::Message<&CGraph::m_strNoDataMessage>(Common, "NODATA_MESSAGE", "shown if no day has data"),
-        K::Message<&CGraph::m_strExcludeMessage>(Common, "EXCLUDE_MESSAGE", "shown if every day is excluded"),
-        K::Number<&CGraph::m_nValueSize>(Common, "VALUESIZE", 14, "figures on the bars, points"),
-        K::Number<&CGraph::m_nTargetSize>(Common, "TARGETSIZE", 10, "legends, points"),
-        K::Number<&CGraph::m_bCoach>(Common, "COACH", 0, "1: every second scale label is left out"),
+struct CGraph::KeyRows : melkar::Keys<CGraph> {
+    static constexpr Row rows[] = {
+        Number<&G::m_nLang>(Common, "LANG", 0, "language number"),
+        Text<&G::m_strLocale>(Common, "LOCALE", "locale of dates, such as ja_JP.UTF-8"),
+        Color<&G::m_crCanvas>(Common, "CANVASCOLOR_RGB", "background of the canvas"),
+        Color<&G::m_crBase>(Common, "BASECOLOR_RGB", "background of the whole graph"),
+        Color<&G::m_crPen>(Common, "PENCOLOR_RGB", "lines and frames"),
+        Color<&G::m_crSideBar>(Own, "SIDEBARCOLOR_RGB", "kept; no graph paints with it"),
+        Text<melkar::In<&G::m_Title, &CText::m_strText>>(Own, "TITLELABEL", "title"),
+        Color<melkar::In<&G::m_Title, &CText::m_crColor>>(Own, "TITLECOLOR_RGB",
+                                                          "title; in the background's colour it keeps its room only"),
+        Number<melkar::In<&G::m_Title, &CText::m_nSize>>(Own, "TITLESIZE", 0, "title, points"),
+        Text<&G::m_strFont, melkar::In<&G::m_Title, &CText::m_strFontName>>(Common, "FONT", "face of all texts"),
+        Number<&G::m_nCharset, melkar::In<&G::m_Title, &CText::m_dwCharSet>>(
+            Common, "CHARSET", 0, "character set of texts that aren't UTF-8"),
+        Text<&G::m_strDateFormatType>(Common, "GRAPH_DATE_FORMAT_TYPE",
+                                      "key of the date format in section SYSTEM of config.cnf"),
+        Text<&G::m_strDateFormatSpan>(Common, "GRAPH_DATE_FORMAT_SPAN", "between the two dates of a period"),
+        Color<&G::m_crExclude>(Common, "EXCLUDE_COLOR_RGB", "excluded message"),
+        Color<&G::m_crNoData>(Common, "NODATA_COLOR_RGB", "no-data message"),
+        Color<&G::m_crNoRecords>(Common, "NORECORDS_COLOR_RGB", "no-records message"),
+        Message<&G::m_strNoRecordsMessage>(Common, "NORECORDS_MESSAGE", "shown if no day has records"),
+        Message<&G::m_strNoDataMessage>(Common, "NODATA_MESSAGE", "shown if no day has data"),
+        Message<&G::m_strExcludeMessage>(Common, "EXCLUDE_MESSAGE", "shown if every day is excluded"),
+        Number<&G::m_nValueSize>(Common, "VALUESIZE", 14, "figures on the bars, points"),
+        Number<&G::m_nTargetSize>(Common, "TARGETSIZE", 10, "legends, points"),
+        Number<&G::m_bCoach>(Common, "COACH", 0, "1: every second scale label is left out"),
     };
 };
 
@@ -88,7 +85,9 @@ long CGraph::ClearArrays() {
 long CGraph::ReadDataFile(char*) { return 0; }
 
 long CGraph::ReadIniFile(char* path) {
-    melkar::ReadKeys(KeyRows::rows, *this, path, m_strSection);
+    const melkar::KeyReader reader(path, m_strSection);
+    reader.LogWhatIsMissing();
+    melkar::ReadKeys(KeyRows::rows, *this, reader);
     m_Title.m_nWeight = FW_BOLD;
     return 0;
 }

@@ -11,12 +11,7 @@
 #include <MelkarCommon/support/text.h>
 
 namespace melkar {
-template <class Graph> struct KeyRow;
-template <class Graph> struct Keys;
 struct ClassKeys;
-namespace detail {
-template <auto Member, class Graph> auto& Of(Graph& graph); // NOLINT(readability-redundant-declaration): a friend
-}
 } // namespace melkar
 
 /// The frame of every graph: its surfaces and profile, the first half of a draw cycle (working surface, background,
@@ -163,7 +158,6 @@ protected:
     HDC m_hGMemDCBalloon = nullptr;
 
 private:
-    template <auto Member, class Graph> friend auto& melkar::detail::Of(Graph& graph);
     struct KeyRows;
 
     void PrepareSurface(const CRect& area);

@@ -1,35 +1,113 @@
 #include <MelkarCommon/frame/key_table.h>
 
+#include <MelkarCommon/support/numbers.h>
+#include <MelkarCommon/support/platform/values/ascii.h>
+#include <MelkarCommon/support/ring_log.h>
 #include <MelkarCommon/support/support.h>
+
+#include <algorithm>
+#include <limits>
 
 namespace melkar {
 
-const std::string* KeyReader::Find(const KeyInfo& key, const char* name) const {
-    return m_file.Find(key.section == KeySection::Common ? std::string_view("COMMON") : std::string_view(m_own), name);
+namespace {
+
+constexpr const char* kCommonSection = "COMMON";
+
+bool IsTrue(const std::string* value) { return value && EqualNoCase(*value, "true"); }
+
+/// The colour as the profile writes it.
+std::string ColorText(int color) {
+    const auto channel = [color](int shift) { return std::to_string(color >> shift & 0xFF); };
+    return channel(0) + "," + channel(8) + "," + channel(16);
 }
 
-CString KeyReader::Text(const KeyInfo& key) const {
-    CString text = ProfileText(Find(key, key.name), "");
+} // namespace
+
+const std::string* KeyReader::Find(const KeyInfo& key, int index) const {
+    CString name(key.name);
+    name.Replace("%d", std::to_string(index).c_str());
+    name.Replace("%s", m_stem.c_str());
+    return m_file.Find(key.section == KeySection::Common ? kCommonSection : m_own.c_str(), name.View());
+}
+
+CString KeyReader::Text(const KeyInfo& key, int index) const {
+    CString text = ProfileText(Find(key, index), key.fallbackText);
     if (key.type == KeyType::Message)
         text.Replace(" __n__ ", "\n");
     return text;
 }
 
-int KeyReader::Number(const KeyInfo& key) const {
-    const int value = ProfileInt(Find(key, key.name), key.fallback);
+int KeyReader::Number(const KeyInfo& key, int index) const {
+    const std::string* text = Find(key, index);
+    if (key.type == KeyType::TrueWord)
+        return IsTrue(text);
+    const int value = ProfileInt(text, key.fallback);
     return key.type == KeyType::Switch ? value > 0 : value;
 }
 
-COLORREF KeyReader::Color(const KeyInfo& key) const {
-    const std::string* value = Find(key, key.name);
-    return value ? ParseColor(value->c_str(), 0) : 0;
+float KeyReader::Real(const KeyInfo& key) const {
+    constexpr double most = std::numeric_limits<float>::max();
+    const std::string* text = Find(key, 0);
+    return text ? static_cast<float>(std::clamp(ToDouble(text->c_str()), -most, most)) : 0.0F;
 }
 
 COLORREF KeyReader::Color(const KeyInfo& key, int index) const {
-    CString name(key.name);
-    name.Replace("%d", std::to_string(index).c_str());
-    const std::string* value = Find(key, name);
-    return value ? ParseColor(value->c_str(), 0) : 0;
+    const std::string* text = Find(key, index);
+    return ParseColor(text ? text->c_str() : nullptr, static_cast<COLORREF>(key.fallback));
+}
+
+POINT KeyReader::Point(const KeyInfo& key) const {
+    const std::string* text = Find(key, 0);
+    return text ? ParsePoint(*text) : POINT{0, 0};
+}
+
+void KeyReader::LogWhatIsMissing() const {
+    if (!m_file.IsRead())
+        LogText(("can't read the profile " + m_file.Path() + "; section [" + m_own + "] is at its defaults").c_str());
+    else if (!m_file.HasSection(m_own))
+        LogText(("no section [" + m_own + "] in the profile " + m_file.Path()).c_str());
+}
+
+std::string ExampleOf(const KeyInfo& key) {
+    if (*key.example)
+        return key.example;
+    switch (key.type) {
+    case KeyType::Number:
+        return std::to_string(key.fallback);
+    case KeyType::Switch:
+        return "1";
+    case KeyType::TrueWord:
+        return "true";
+    case KeyType::Real:
+        return "1.5";
+    case KeyType::Color:
+        return key.fallback ? ColorText(key.fallback) : "104,114,128";
+    case KeyType::Point:
+        return "10,10";
+    default:
+        return *key.fallbackText ? key.fallbackText : "a text";
+    }
+}
+
+std::string FallbackOf(const KeyInfo& key) {
+    if (*key.fallbackKey)
+        return std::string("as ") + key.fallbackKey;
+    switch (key.type) {
+    case KeyType::Number:
+    case KeyType::Switch:
+        return std::to_string(key.fallback);
+    case KeyType::TrueWord:
+        return "off";
+    case KeyType::Real:
+        return "0";
+    case KeyType::Color:
+        return key.fallback ? ColorText(key.fallback) : "black";
+    case KeyType::Point:
+        return "0,0";
+    default:
+        return *key.fallbackText ? key.fallbackText : "empty";
+    }
 }
 
 } // namespace melkar

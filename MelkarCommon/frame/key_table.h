@@ -5,8 +5,8 @@
 #include <MelkarCommon/support/platform/cstring.h>
 #include <MelkarCommon/support/platform/profile.h>
 #include <MelkarCommon/support/platform/types.h>
-#include <MelkarCommon/support/text.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <type_traits>
@@ -15,6 +15,19 @@
 /// @file
 /// The profile keys of a class, stated once. A class keeps a table of rows; its `ReadIniFile` walks the table over
 /// one reading of the profile, and whoever documents or checks profiles walks the same rows.
+///
+///     struct CThermometer::KeyRows : melkar::Keys<CThermometer> {
+///         static constexpr Gate Scale{"SCALE", On<&G::m_bScale>};
+///         static constexpr Row rows[] = {
+///             Number<&G::m_nMax>(Own, "MAX", 40, "top of the scale").Needed("40"),
+///             Color<&G::m_crColumn>(Own, "COLUMN_RGB", "the column"),
+///             Color<&G::m_crFrame>(Own, "FRAME_RGB", "its frame").Else<&G::m_crColumn>("COLUMN_RGB"),
+///             TrueWord<&G::m_bScale>(Own, "SCALE", "the scale exists"),
+///             Number<&G::m_nScaleSize>(Own, "SCALE_SIZE", 12, "scale labels, points").When(Scale),
+///         };
+///     };
+///
+/// Rows are read from the first to the last, so a gate and a member that stands in for a missing key come first.
 
 namespace melkar {
 
@@ -25,18 +38,32 @@ enum class KeyType : std::uint8_t {
     Text,
     Message, ///< text with a line feed for every " __n__ "
     Number,
-    Switch, ///< a number; 1 if it is above 0, else 0
-    Color,  ///< "red,green,blue"
+    Switch,   ///< a number; 1 if it is above 0, else 0
+    TrueWord, ///< 1 if the value is the word "true" in any case, else 0
+    Real,     ///< a number with decimals
+    Color,    ///< "red,green,blue"
+    Point,    ///< "x,y"
 };
 
 /// What a profile's author needs to know of a key.
 struct KeyInfo {
     KeySection section;
-    const char* name; ///< with "%d" in it: one key for each of a numbered row of items, from 0
+    const char* name; ///< with "%d" in it: one key for each of a numbered row; with "%s": named by the graph's maker
     KeyType type;
-    int fallback; ///< of numbers and switches; texts start empty, colours black
+    int fallback; ///< of numbers, switches and colours; other values start empty, at 0 or at (0, 0)
     const char* meaning;
+    const char* fallbackText = ""; ///< of texts
+    const char* fallbackKey = "";  ///< the key whose value stands in for a missing one, if there is such a key
+    const char* gate = "";         ///< the key of the switch without which this one isn't read, if there is one
+    const char* example = "";      ///< a value as it may stand in the profile; see `ExampleOf`
+    bool needed = false;           ///< without it the chart isn't readable
+    int firstIndex = 0;            ///< what "%d" counts from
 };
+
+/// A value of the key as it may stand in a profile: its own example, or one that its type suggests.
+MELKAR_API std::string ExampleOf(const KeyInfo& key);
+/// What a missing key stands for, in words: a figure, "empty", "black", "as BASE_RGB".
+MELKAR_API std::string FallbackOf(const KeyInfo& key);
 
 /// The keys of one class.
 struct ClassKeys {
@@ -44,42 +71,43 @@ struct ClassKeys {
     std::vector<KeyInfo> keys;
 };
 
-constexpr int kMostColors = 10; ///< a numbered row of colours ends here
+constexpr int kMostColors = 10;       ///< a numbered row of colours for a counted array ends here
+constexpr int kMostListItems = 10000; ///< a list that grows with its numbered row ends here: nobody reads more
 
 /// One reading of a profile, as seen by one graph.
 class MELKAR_API KeyReader {
 public:
-    KeyReader(const char* path, const char* ownSection) : m_file(path), m_own(ownSection) {}
+    /// @param stem stands for "%s" in the name of a key
+    KeyReader(const char* path, const char* ownSection, const char* stem = "")
+        : m_file(path), m_own(ownSection), m_stem(stem) {}
 
-    CString Text(const KeyInfo& key) const;
-    int Number(const KeyInfo& key) const;
-    COLORREF Color(const KeyInfo& key) const;
-    COLORREF Color(const KeyInfo& key, int index) const; ///< of a numbered row
+    /// `index` counts the keys of a numbered row.
+    CString Text(const KeyInfo& key, int index = 0) const;
+    int Number(const KeyInfo& key, int index = 0) const;
+    COLORREF Color(const KeyInfo& key, int index = 0) const;
+    float Real(const KeyInfo& key) const;
+    POINT Point(const KeyInfo& key) const;
+
+    /// One line in the log if the profile can't be read or lacks the graph's own section: all keys are at their
+    /// defaults then, and a chart of defaults is black.
+    void LogWhatIsMissing() const;
 
 private:
-    const std::string* Find(const KeyInfo& key, const char* name) const;
+    const std::string* Find(const KeyInfo& key, int index) const;
 
     ProfileSnapshot m_file;
     std::string m_own;
-};
-
-/// One row: the key, and how its value gets into a graph.
-template <class Graph> struct KeyRow {
-    KeyInfo info;
-    void (*store)(Graph&, const KeyReader&, const KeyInfo&);
+    std::string m_stem;
 };
 
 namespace detail {
 
-template <class Member> struct MemberOf;
-template <class Owner, class Value> struct MemberOf<Value Owner::*> { using Class = Owner; };
+/// The field `Inner` of the member `Outer`.
+template <auto Outer, auto Inner> struct Nested {};
 
-/// The member of the graph, or of its title if it is one of `CText`.
-template <auto Member, class Graph> auto& Of(Graph& graph) {
-    if constexpr (std::is_same_v<typename MemberOf<decltype(Member)>::Class, CText>)
-        return graph.m_Title.*Member;
-    else
-        return graph.*Member;
+template <class Graph, class Member> auto& Of(Graph& graph, Member member) { return graph.*member; }
+template <class Graph, auto Outer, auto Inner> auto& Of(Graph& graph, Nested<Outer, Inner>) {
+    return graph.*Outer.*Inner;
 }
 
 template <class Target, class Value> void Assign(Target& target, const Value& value) {
@@ -91,58 +119,190 @@ template <class Target, class Value> void Assign(Target& target, const Value& va
 
 } // namespace detail
 
-/// Makes the rows of one class; each value may feed several members.
+/// A field of a member that is a struct, as the target of a key.
+template <auto Outer, auto Inner> constexpr detail::Nested<Outer, Inner> In{};
+
+/// The switch that lets other keys be read: its key, and how it stands in a graph.
+template <class Graph> struct KeyGate {
+    const char* key;
+    bool (*isOn)(const Graph&);
+};
+
+/// One row: the key, and how its value gets into a graph.
+template <class Graph> struct KeyRow {
+    KeyInfo info;
+    void (*store)(Graph&, const KeyReader&, const KeyInfo&);
+    bool (*isOn)(const Graph&) = nullptr;              ///< the gate; null lets the key be read always
+    void (*standIn)(const Graph&, KeyInfo&) = nullptr; ///< puts the value of the fallback key into the row
+
+    /// Read only while that switch is on; the member keeps its value otherwise.
+    constexpr KeyRow When(KeyGate<Graph> gate) const {
+        KeyRow row = *this;
+        row.info.gate = gate.key;
+        row.isOn = gate.isOn;
+        return row;
+    }
+    /// The default of a colour.
+    constexpr KeyRow Else(int fallback) const {
+        KeyRow row = *this;
+        row.info.fallback = fallback;
+        return row;
+    }
+    /// The default of a text.
+    constexpr KeyRow Else(const char* fallback) const {
+        KeyRow row = *this;
+        row.info.fallbackText = fallback;
+        return row;
+    }
+    /// A missing key has the value of that member, which the key `key` has set.
+    template <auto Member> constexpr KeyRow Else(const char* key) const {
+        KeyRow row = *this;
+        row.info.fallbackKey = key;
+        row.standIn = [](const Graph& graph, KeyInfo& info) {
+            if constexpr (std::is_integral_v<std::remove_cvref_t<decltype(graph.*Member)>>)
+                info.fallback = static_cast<int>(graph.*Member);
+            else
+                info.fallbackText = graph.*Member;
+        };
+        return row;
+    }
+    /// A value for the key reference.
+    constexpr KeyRow Example(const char* value) const {
+        KeyRow row = *this;
+        row.info.example = value;
+        return row;
+    }
+    /// The same for a key without which the chart isn't readable.
+    constexpr KeyRow Needed(const char* value) const {
+        KeyRow row = Example(value);
+        row.info.needed = true;
+        return row;
+    }
+};
+
+/// Makes the rows of one class, whose table derives from it; each value may feed several members (or fields of them,
+/// by `In`).
 template <class Graph> struct Keys {
-    template <auto... Members> static constexpr KeyRow<Graph> Text(KeySection at, const char* name, const char* says) {
+    using G = Graph;
+    using K = Keys;
+    using Row = KeyRow<Graph>;
+    using Gate = KeyGate<Graph>;
+    static constexpr KeySection Own = KeySection::Own;
+    static constexpr KeySection Common = KeySection::Common;
+
+    template <auto... Members> static constexpr Row Text(KeySection at, const char* name, const char* says) {
         return {{at, name, KeyType::Text, 0, says}, StoreText<Members...>};
     }
-    template <auto... Members>
-    static constexpr KeyRow<Graph> Message(KeySection at, const char* name, const char* says) {
+    template <auto... Members> static constexpr Row Message(KeySection at, const char* name, const char* says) {
         return {{at, name, KeyType::Message, 0, says}, StoreText<Members...>};
     }
     template <auto... Members>
-    static constexpr KeyRow<Graph> Number(KeySection at, const char* name, int fallback, const char* says) {
+    static constexpr Row Number(KeySection at, const char* name, int fallback, const char* says) {
         return {{at, name, KeyType::Number, fallback, says}, StoreNumber<Members...>};
     }
-    template <auto... Members>
-    static constexpr KeyRow<Graph> Switch(KeySection at, const char* name, const char* says) {
+    template <auto... Members> static constexpr Row Switch(KeySection at, const char* name, const char* says) {
         return {{at, name, KeyType::Switch, 0, says}, StoreNumber<Members...>};
     }
-    template <auto... Members> static constexpr KeyRow<Graph> Color(KeySection at, const char* name, const char* says) {
+    template <auto... Members> static constexpr Row TrueWord(KeySection at, const char* name, const char* says) {
+        return {{at, name, KeyType::TrueWord, 0, says}, StoreNumber<Members...>};
+    }
+    template <auto... Members> static constexpr Row Real(KeySection at, const char* name, const char* says) {
+        return {{at, name, KeyType::Real, 0, says}, StoreReal<Members...>};
+    }
+    template <auto... Members> static constexpr Row Color(KeySection at, const char* name, const char* says) {
         return {{at, name, KeyType::Color, 0, says}, StoreColor<Members...>};
     }
-    /// A numbered row of colours, as many as `Count` says and at most ten.
-    template <auto Array, auto Count>
-    static constexpr KeyRow<Graph> Colors(KeySection at, const char* name, const char* says) {
-        return {{at, name, KeyType::Color, 0, says}, StoreColors<Array, Count>};
+    template <auto... Members> static constexpr Row Point(KeySection at, const char* name, const char* says) {
+        return {{at, name, KeyType::Point, 0, says}, StorePoint<Members...>};
     }
 
+    /// A numbered row of colours from 0, as many as `Count` says and at most ten.
+    template <auto Array, auto Count> static constexpr Row Colors(KeySection at, const char* name, const char* says) {
+        return {{at, name, KeyType::Color, 0, says}, StoreColors<Array, Count>};
+    }
+    /// A numbered row of texts from 1 that ends at the first missing or empty one; `Field` of a new item of the growing
+    /// `List` for each. The former items are gone.
+    template <auto List, auto Field> static constexpr Row TextList(KeySection at, const char* name, const char* says) {
+        return FromOne({{at, name, KeyType::Text, 0, says}, StoreList<List, Field, &KeyReader::Text>});
+    }
+    /// The same of colours; a missing or black one ends it.
+    template <auto List, auto Field> static constexpr Row ColorList(KeySection at, const char* name, const char* says) {
+        return FromOne({{at, name, KeyType::Color, 0, says}, StoreList<List, Field, &KeyReader::Color>});
+    }
+    /// A further colour of each item that a list has by now, numbered from 1.
+    template <auto List, auto Field>
+    static constexpr Row ColorOfEach(KeySection at, const char* name, const char* says) {
+        return FromOne({{at, name, KeyType::Color, 0, says}, StoreOfEach<List, Field>});
+    }
+
+    /// Whether a member is on, for a gate.
+    template <auto Member> static bool On(const Graph& graph) { return graph.*Member != 0; }
+
 private:
+    static constexpr Row FromOne(Row row) {
+        row.info.firstIndex = 1;
+        return row;
+    }
+    template <auto... Members, class Value> static void StoreAll(Graph& graph, const Value& value) {
+        (detail::Assign(detail::Of(graph, Members), value), ...);
+    }
     template <auto... Members> static void StoreText(Graph& graph, const KeyReader& reader, const KeyInfo& key) {
-        const CString value = reader.Text(key);
-        (detail::Assign(detail::Of<Members>(graph), value), ...);
+        StoreAll<Members...>(graph, reader.Text(key));
     }
     template <auto... Members> static void StoreNumber(Graph& graph, const KeyReader& reader, const KeyInfo& key) {
-        const int value = reader.Number(key);
-        (detail::Assign(detail::Of<Members>(graph), value), ...);
+        StoreAll<Members...>(graph, reader.Number(key));
+    }
+    template <auto... Members> static void StoreReal(Graph& graph, const KeyReader& reader, const KeyInfo& key) {
+        StoreAll<Members...>(graph, reader.Real(key));
     }
     template <auto... Members> static void StoreColor(Graph& graph, const KeyReader& reader, const KeyInfo& key) {
-        const COLORREF value = reader.Color(key);
-        (detail::Assign(detail::Of<Members>(graph), value), ...);
+        StoreAll<Members...>(graph, reader.Color(key));
+    }
+    template <auto... Members> static void StorePoint(Graph& graph, const KeyReader& reader, const KeyInfo& key) {
+        StoreAll<Members...>(graph, reader.Point(key));
     }
     template <auto Array, auto Count>
     static void StoreColors(Graph& graph, const KeyReader& reader, const KeyInfo& key) {
         for (int i = 0; i < graph.*Count && i < kMostColors; ++i)
             (graph.*Array)[i] = reader.Color(key, i);
     }
+    template <auto List, auto Field, auto Read>
+    static void StoreList(Graph& graph, const KeyReader& reader, const KeyInfo& key) {
+        auto& list = graph.*List;
+        list.clear();
+        for (int index = key.firstIndex; index < key.firstIndex + kMostListItems; ++index) {
+            const auto value = (reader.*Read)(key, index);
+            if (value == decltype(value){})
+                return;
+            list.emplace_back();
+            list.back().*Field = value;
+        }
+    }
+    template <auto List, auto Field>
+    static void StoreOfEach(Graph& graph, const KeyReader& reader, const KeyInfo& key) {
+        int index = key.firstIndex;
+        for (auto& item : graph.*List)
+            item.*Field = reader.Color(key, index++);
+    }
 };
 
-/// Reads a class's keys from the graph's profile into the graph.
+/// Reads a class's keys into the graph.
+template <class Graph, std::size_t Count>
+void ReadKeys(const KeyRow<Graph> (&rows)[Count], Graph& graph, const KeyReader& reader) {
+    for (const KeyRow<Graph>& row : rows) {
+        if (row.isOn && !row.isOn(graph))
+            continue;
+        KeyInfo key = row.info;
+        if (row.standIn)
+            row.standIn(graph, key);
+        row.store(graph, reader, key);
+    }
+}
+
+/// The same from the section of a profile.
 template <class Graph, std::size_t Count>
 void ReadKeys(const KeyRow<Graph> (&rows)[Count], Graph& graph, const char* path, const char* ownSection) {
-    const KeyReader reader(path, ownSection);
-    for (const KeyRow<Graph>& row : rows)
-        row.store(graph, reader, row.info);
+    ReadKeys(rows, graph, KeyReader(path, ownSection));
 }
 
 /// The rows without their targets, for who documents or checks profiles.

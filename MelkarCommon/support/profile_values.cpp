@@ -41,12 +41,7 @@ unsigned long GetRGBEx(const char* file, const char* section, const char* key, u
 }
 
 POINT GetPOINT(const char* file, const char* section, const char* key) {
-    const ValueText value(file, section, key);
-    const std::string_view text = value.Text();
-    const std::size_t comma = text.find(',');
-    if (comma == std::string_view::npos)
-        return {0, 0};
-    return {melkar::ParseInt(text.substr(0, comma)), melkar::ParseInt(text.substr(comma + 1))};
+    return melkar::ParsePoint(ValueText(file, section, key).Text());
 }
 
 namespace melkar {
@@ -59,6 +54,14 @@ COLORREF ParseColor(const char* value, COLORREF fallback) {
         return fallback;
     return PackColor(ParseInt(text.substr(0, first)), ParseInt(text.substr(first + 1, second - first - 1)),
                      ParseInt(text.substr(second + 1)));
+}
+
+POINT ParsePoint(std::string_view value) {
+    const std::string_view text = value.substr(0, kValueRoom - 1);
+    const std::size_t comma = text.find(',');
+    if (comma == std::string_view::npos)
+        return {0, 0};
+    return {ParseInt(text.substr(0, comma)), ParseInt(text.substr(comma + 1))};
 }
 
 } // namespace melkar

@@ -5,6 +5,8 @@
 #include <MelkarCommon/support/platform/geometry.h>
 #include <MelkarCommon/support/platform/types.h>
 
+#include <string_view>
+
 /// @file
 /// The free functions that every graph leans on: profile values, number and date text, point sizes, the basic
 /// shapes. Fields are in fields.h, the log in ring_log.h.
@@ -22,6 +24,8 @@ MELKAR_API POINT GetPOINT(const char* file, const char* section, const char* key
 namespace melkar {
 /// The colour that a profile value stands for, as `GetRGBEx` reads it; at most 1023 bytes count.
 MELKAR_API COLORREF ParseColor(const char* value, COLORREF fallback);
+/// The point that one stands for, as `GetPOINT` reads it.
+POINT ParsePoint(std::string_view value);
 } // namespace melkar
 
 // Number and date text

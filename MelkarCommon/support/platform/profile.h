@@ -28,6 +28,9 @@ public:
 
     /// The value as it stands in the file, null if there is no such key. Valid as long as the snapshot.
     const std::string* Find(std::string_view section, std::string_view key) const;
+    bool HasSection(std::string_view section) const;
+    bool IsRead() const { return m_isRead; } ///< false if the file couldn't be read
+    const std::string& Path() const { return m_path; }
 
 private:
     struct Entry {
@@ -41,6 +44,8 @@ private:
         std::vector<Entry> entries;
     };
 
+    std::string m_path;
+    bool m_isRead = false;
     std::string m_text;                                          ///< keys and sections point into it
     mutable std::unordered_map<std::string, Section> m_sections; ///< by name in lower case
 };

@@ -106,10 +106,14 @@ std::string Lower(std::string_view text) {
 
 } // namespace
 
-ProfileSnapshot::ProfileSnapshot(const char* path) : m_text(ReadWholeFile(path, nullptr)) {
+ProfileSnapshot::ProfileSnapshot(const char* path) : m_path(path ? path : ""), m_text(ReadWholeFile(path, &m_isRead)) {
     std::string_view rest = WithoutByteOrderMark(m_text);
     while (const auto section = TakeSection(rest))
         m_sections.try_emplace(Lower(section->name), Section{section->body, {}}); // repeated ones add nothing
+}
+
+bool ProfileSnapshot::HasSection(std::string_view section) const {
+    return m_sections.contains(Lower(TrimBlanks(section)));
 }
 
 void ProfileSnapshot::Section::Split() {

@@ -26,11 +26,12 @@ struct CBMIGraph_Base::KeyRows {
     static constexpr KeySection Own = KeySection::Own;
     static constexpr melkar::KeyRow<G> rows[] = {
         // The frame's keys of the title once more: another profile may be read in with those of this class.
-        K::Text<&CText::m_strText>(Own, "TITLELABEL", "title"),
-        K::Color<&CText::m_crColor>(Own, "TITLECOLOR_RGB", "title"),
-        K::Number<&CText::m_nSize>(Own, "TITLESIZE", 0, "title, points"),
-        K::Number<&CText::m_dwCharSet>(KeySection::Common, "CHARSET", 0, "character set of the title"),
-        K::Text<&CText::m_strFontName>(KeySection::Common, "FONT", "face of the title"),
+        K::Text<melkar::In<&G::m_Title, &CText::m_strText>>(Own, "TITLELABEL", "title"),
+        K::Color<melkar::In<&G::m_Title, &CText::m_crColor>>(Own, "TITLECOLOR_RGB", "title"),
+        K::Number<melkar::In<&G::m_Title, &CText::m_nSize>>(Own, "TITLESIZE", 0, "title, points"),
+        K::Number<melkar::In<&G::m_Title, &CText::m_dwCharSet>>(KeySection::Common, "CHARSET", 0,
+                                                                "character set of the title"),
+        K::Text<melkar::In<&G::m_Title, &CText::m_strFontName>>(KeySection::Common, "FONT", "face of the title"),
         K::Colors<&G::m_crClass, &G::m_nClassCount>(Own, "CLASSCOLOR%d_RGB", "value class, from the lowest"),
         N::Decimals<&G::m_dClassMax, &G::m_nClassCount>(Own, "CLASSMAXVALUE%d",
                                                         "first figure above the class, with decimals"),

@@ -23,21 +23,15 @@ template <class Graph> struct NumberedKeys {
 private:
     static constexpr int kMostItems = 10;
 
-    static CString Item(const KeyReader& reader, KeyInfo key, int index) {
-        CString name(key.name);
-        name.Replace("%d", std::to_string(index).c_str());
-        key.name = name;
-        return reader.Text(key);
-    }
     template <auto Array, auto Count>
     static void StoreDecimals(Graph& graph, const KeyReader& reader, const KeyInfo& key) {
         for (int i = 0; i < graph.*Count && i < kMostItems; ++i)
-            (graph.*Array)[i] = ToDouble(Item(reader, key, i));
+            (graph.*Array)[i] = ToDouble(reader.Text(key, i));
     }
     template <auto Array, auto Count>
     static void StoreTexts(Graph& graph, const KeyReader& reader, const KeyInfo& key) {
         for (int i = 0; i < graph.*Count && i < kMostItems; ++i)
-            (graph.*Array).SetAtGrow(i, Item(reader, key, i));
+            (graph.*Array).SetAtGrow(i, reader.Text(key, i));
     }
 };
 

@@ -85,6 +85,18 @@ TEST(DrawingObjects, NothingComesOfNothing) {
     EXPECT_EQ(GetDeviceCaps(nullptr, LOGPIXELSY), 96);
 }
 
+TEST(DrawingObjects, TellTheSizeOfTheDevice) {
+    std::uint32_t pixels[600];
+    for (HDC made :
+         {CreateMemorySurface(30, 20, 192), WrapPixels(pixels, 30, 20, 120), CreateRecordingSurface(30, 20)}) {
+        const Surface surface(made);
+        const Surface compatible(CreateCompatibleDC(made));
+        for (HDC asked : {made, compatible.handle})
+            EXPECT_EQ(GetDeviceCaps(asked, HORZRES) * 100 + GetDeviceCaps(asked, VERTRES), 3020);
+    }
+    EXPECT_EQ(GetDeviceCaps(nullptr, HORZRES), 0);
+}
+
 TEST(DrawingRectangles, CoverLeftToRightLessOne) {
     // A frame that stays inside, its edges given the wrong way round; one that reaches out; one without an inside.
     for (const auto& [style, width, given, record] :

@@ -224,6 +224,7 @@ TEST_F(EveryCall, FitsMemoryOfTheHost) {
 
 TEST_F(EveryCall, LooksTheSameOnAPage) {
     const HDC page = CreatePageSurface("page.pdf", PageFormat::Pdf, kWidth, kHeight, 96);
+    EXPECT_EQ(GetDeviceCaps(page, HORZRES) * 1000 + GetDeviceCaps(page, VERTRES), kWidth * 1000 + kHeight);
     DrawOn(page);
     DeleteDC(page);
     ASSERT_EQ(std::system("pdftoppm -singlefile -r 96 -png page.pdf page"), 0);

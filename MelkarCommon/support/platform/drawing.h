@@ -58,7 +58,8 @@ MELKAR_API HANDLE LoadImageA(HINSTANCE instance, const char* name, UINT type, in
 MELKAR_API int SetBkMode(HDC surface, int mode);               ///< @return the former mode, 0 on failure
 MELKAR_API COLORREF SetBkColor(HDC surface, COLORREF color);   ///< @return the former colour
 MELKAR_API COLORREF SetTextColor(HDC surface, COLORREF color); ///< @return the former colour
-/// `LOGPIXELSX`, `LOGPIXELSY`: dots per inch; 96 for a null surface. Other queries give 0.
+/// `LOGPIXELSX`, `LOGPIXELSY`: dots per inch; 96 for a null surface. `HORZRES`, `VERTRES`: width and height in device
+/// units, of a compatible surface those of the one that it suits. Other queries give 0.
 MELKAR_API int GetDeviceCaps(HDC surface, int query);
 
 // Drawing

@@ -150,6 +150,8 @@ constexpr BYTE DEFAULT_CHARSET = 1;
 constexpr DWORD PROOF_QUALITY = 2;
 
 // Device capabilities
+constexpr int HORZRES = 8;
+constexpr int VERTRES = 10;
 constexpr int LOGPIXELSX = 88;
 constexpr int LOGPIXELSY = 90;
 

@@ -251,9 +251,18 @@ COLORREF SetTextColor(HDC surface, COLORREF color) {
 }
 
 int GetDeviceCaps(HDC surface, int query) {
-    if (query != LOGPIXELSX && query != LOGPIXELSY)
+    const bool known = IsSurface(surface);
+    switch (query) {
+    case LOGPIXELSX:
+    case LOGPIXELSY:
+        return known ? surface->dpi : static_cast<int>(kScreenDpi);
+    case HORZRES:
+        return known ? surface->device.width : 0;
+    case VERTRES:
+        return known ? surface->device.height : 0;
+    default:
         return 0;
-    return IsSurface(surface) ? surface->dpi : static_cast<int>(kScreenDpi);
+    }
 }
 
 BOOL MoveToEx(HDC surface, int x, int y, POINT* former) {

@@ -12,6 +12,11 @@
 #include <MelkarCommon/circadian/circadian_graph.h>
 #include <MelkarCommon/circadian/circle_graph.h>
 #include <MelkarCommon/circadian/weekly_circadian.h>
+#include <MelkarCommon/declarative/circle_graph_base.h>
+#include <MelkarCommon/declarative/fixed_text.h>
+#include <MelkarCommon/declarative/graph_base.h>
+#include <MelkarCommon/declarative/plot.h>
+#include <MelkarCommon/declarative/plot_graph.h>
 #include <MelkarCommon/frame/cycle.h>
 #include <MelkarCommon/frame/day_status.h>
 #include <MelkarCommon/frame/graph.h>

@@ -6,6 +6,9 @@
 #include <MelkarCommon/bars/simulation.h>
 #include <MelkarCommon/circadian/circadian_graph.h>
 #include <MelkarCommon/circadian/circle_graph.h>
+#include <MelkarCommon/declarative/circle_graph_base.h>
+#include <MelkarCommon/declarative/fixed_text.h>
+#include <MelkarCommon/declarative/graph_base.h>
 #include <MelkarCommon/frame/graph.h>
 #include <MelkarCommon/gauges/himand_graph.h>
 #include <MelkarCommon/quadrant/square_graph.h>
@@ -48,7 +51,9 @@ std::vector<ClassKeys> AllProfileKeys() {
             CLineGraph::ProfileKeys(),   CExpenditureGraph::ProfileKeys(),
             CSimulation::ProfileKeys(),  CCircadianGraph::ProfileKeys(),
             CCircleGraph::ProfileKeys(), CBMIGraph_Base::ProfileKeys(),
-            CHimandGraph::ProfileKeys(), CSquareGraph::ProfileKeys()};
+            CHimandGraph::ProfileKeys(), CSquareGraph::ProfileKeys(),
+            CGraphBase::ProfileKeys(),   CCircleGraphBase::ProfileKeys(),
+            CFixedText::ProfileKeys()};
 }
 
 std::string KeyReference() {

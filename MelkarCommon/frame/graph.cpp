@@ -103,7 +103,7 @@ long CGraph::Draw(CRect area, char*) {
     });
 }
 
-long CGraph::BeginCycle(const CRect& area) {
+long CGraph::PrepareCycle(const CRect& area) {
     if (!m_hDC)
         return melkar::kNoSurface;
     if (!MakesSense(area)) {
@@ -111,6 +111,12 @@ long CGraph::BeginCycle(const CRect& area) {
         return melkar::kDrawFailed;
     }
     PrepareSurface(area);
+    return melkar::kOk;
+}
+
+long CGraph::BeginCycle(const CRect& area) {
+    if (const long failure = PrepareCycle(area))
+        return failure;
     DrawRectangle(m_hMemDC, m_rcGraph, m_crBase, m_crBase, 0);
     DrawSideBar();
     DrawTitle();

@@ -75,6 +75,9 @@ protected:
     /// The first half of a cycle without the copy at its end, which a derived `Draw` makes once, when it is through.
     /// @return 0, 201 or -999 as `Draw`; throws what the steps throw
     long BeginCycle(const CRect& area);
+    /// What every cycle begins with: looks at the rectangle and makes the working surface for it.
+    /// @return 0; 201 without a device context; -999, with a line in the log, for a rectangle beyond +-2^24.
+    long PrepareCycle(const CRect& area);
     /// Runs a draw cycle; whatever it throws becomes -999.
     template <class Cycle> static long DrawGuarded(Cycle cycle) {
         try {

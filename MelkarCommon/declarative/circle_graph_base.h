@@ -1,0 +1,53 @@
+#pragma once
+
+#include <MelkarCommon/api.h>
+#include <MelkarCommon/declarative/graph_base.h>
+
+#include <vector>
+
+namespace melkar {
+struct PieSlice;
+struct PieSquare;
+} // namespace melkar
+
+/// One slice.
+struct circle_value {
+    COLORREF color;
+    double value;
+};
+
+/// A pie in the panel's graph area: colours from the profile, values from the host, each value half-way out in its
+/// slice. No grid, no scale, no ground of the graph area.
+class MELKAR_API CCircleGraphBase : public CGraphBase {
+public:
+    /// Arguments as for `CGraph`, then the smallest share, 0 to 1, that is still shown.
+    CCircleGraphBase(HWND window, HDC dc, const char* section, HDC shared, HDC second, HDC balloon, float minRate);
+    ~CCircleGraphBase() override;
+
+    /// The panel's keys and the slices', whose values are 0 then. @return 0.
+    long ReadIniFile(char* path) override;
+    void DrawGraph(CRect graph) override;
+    virtual void DrawValueLabel(CRect square); ///< the labels; `square` is the pie's
+
+    /// Sets the value of slice `index`; with any other index a black slice is added.
+    void SetValue(float value, int index);
+    void ClearValue() { m_vecValues.clear(); }                                 ///< takes the colours away, too
+    float GetRate(double value) { return static_cast<float>(value / m_dSum); } ///< share of the sum last drawn
+
+    static melkar::ClassKeys ProfileKeys();
+
+protected:
+    std::vector<circle_value> m_vecValues; ///< in the order of the keys
+    double m_dSum = 0;                     ///< of all values, set by each drawing
+    int m_nValueFont = 0;                  ///< cell height of labels, and half the height of a label's box
+    CString m_strValueFormat;              ///< of one double
+    CString m_strValueUnit;                ///< behind each label
+    float m_fMinRate = 0;
+
+private:
+    struct KeyRows;
+    void CalcSum();
+    CRect CalcLabelRect(CPoint outer, CPoint centre, int size) const;
+    std::vector<double> Values() const;
+    void DrawSlice(const melkar::PieSquare& pie, const melkar::PieSlice& slice);
+};

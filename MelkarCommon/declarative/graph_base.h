@@ -1,0 +1,190 @@
+#pragma once
+
+#include <MelkarCommon/api.h>
+#include <MelkarCommon/frame/graph.h>
+
+#include <vector>
+
+namespace melkar {
+struct ScaleLook;
+}
+
+/// One corner of a scale's range.
+struct value_set {
+    float x; ///< horizontal value
+    float y; ///< vertical value
+};
+
+/// One row of the note box.
+struct note_label {
+    CString text;
+    COLORREF mark_color;
+};
+
+/// A panel whose whole look is a table of profile keys: where title, graph area and note box lie, how many divisions
+/// each axis has, which of the two vertical scales exist, their ranges, formats, captions, fonts and colours. It draws
+/// the frame; a derived class puts its content into it.
+///
+/// The constructor reads no profile: the derived classes do, and who makes a bare `CGraphBase` calls `ReadIniFile`. The
+/// draw cycle is its own: no day statuses, no messages. Offsets and extents are device units of the surface; a size
+/// that makes no sense draws nothing.
+class MELKAR_API CGraphBase : public CGraph {
+public:
+    /// Four numbers of one text, in the order in which they stand there.
+    struct rect_value {
+        float left;
+        float top;
+        float right;
+        float bottom;
+    };
+
+    /// Arguments as for `CGraph`.
+    CGraphBase(HWND window, HDC dc, const char* section, HDC shared, HDC second, HDC balloon);
+    ~CGraphBase() override;
+
+    /// Four numbers with commas between them; what follows a fourth comma is ignored. Fewer than three commas: four
+    /// zeros, and a line in the log.
+    static rect_value GetRectValue(CString text);
+
+    /// Reads the panel's keys, all of them from its own section. Undoes `Reset...` and `SetNoteLabel`. @return 0.
+    long ReadIniFile(char* path) override;
+    /// Hands the path to `ReadDataFile`, draws the panel on `area` and copies it out. The working surface stays, so
+    /// that more can be painted on `GetMemDC`.
+    /// @return 0; 201 without a device context; -999 for a rectangle beyond +-2^24 and after an exception.
+    long Draw(CRect area, char* path) override;
+
+    using CGraph::DrawTitle;
+
+    /// A value as a fraction of its axis: 0 below the range and for what is no number, 1 above it.
+    virtual float RateX_L(float value);
+    virtual float RateY_L(float value);
+    virtual float RateX_R(float value);
+    virtual float RateY_R(float value);
+
+    // Steps of the draw cycle, on the working surface; a derived class changes one by overriding it.
+    virtual void DrawTitle(CRect box, UINT format);     ///< ground and text; nothing at a title height of 0
+    virtual void DrawGraph(CRect graph);                ///< graph area, grid, scales and captions
+    virtual void DrawBackGround(CRect graph);           ///< ground of the graph area
+    virtual void DrawGrid(CRect graph);                 ///< grid lines and ticks
+    virtual void DrawGridEx(CRect graph);               ///< nothing: over the grid and under the scales
+    virtual void DrawVScaleL(CRect scale, double step); ///< figures; `step` is the distance of two divisions
+    virtual void DrawVScaleR(CRect scale, double step); ///< the same at the right, right-aligned as well
+    virtual void DrawHScale(CRect scale, double step);  ///< the same below
+    virtual void DrawVScaleLabelL(CRect strip);         ///< caption, reading upwards
+    virtual void DrawVScaleLabelR(CRect strip);         ///< the same at the right
+    virtual void DrawHScaleLabel(CRect strip);          ///< caption below
+    virtual void DrawNote(CRect box);                   ///< note box; there is at least one row
+    virtual void DrawNoteMark(CRect column);            ///< the coloured marks of its rows
+
+    CRect GetTitleRect(CRect panel) const;
+    CRect GetGraphRect(CRect panel) const;
+    CRect GetNoteRect(CRect panel) const;
+
+    int IsVScaleL() const { return m_bVScaleL; }
+    int IsVScaleR() const { return m_bVScaleR; }
+    value_set GetvsMinR() const { return m_vsMinR; }
+    value_set GetvsMaxR() const { return m_vsMaxR; }
+    int GetGraphHDivide() const { return m_nGraphHDivide; }
+    int GetGraphVDivideL() const { return m_nGraphVDivideL; }
+    int GetGraphVDivideR() const { return m_nGraphVDivideR; }
+    int GetHScaleFont() const { return m_nHScaleFont; }
+    int GetVScaleFontL() const { return m_nVScaleFontL; }
+    int GetVScaleFontR() const { return m_nVScaleFontR; }
+    CString GetHScaleFormat() const { return m_strHScaleFormat; }
+    CString GetVScaleFormatL() const { return m_strVScaleFormatL; }
+    CString GetVScaleFormatR() const { return m_strVScaleFormatR; }
+    int GetVScaleLabelFontL() const { return m_nVLabelFontL; }
+    int GetVScaleLabelFontR() const { return m_nVLabelFontR; }
+    CString GetVScaleLabelL() const { return m_strVLabelL; }
+    CString GetVScaleLabelR() const { return m_strVLabelR; }
+    COLORREF GetNoteBkColor() const { return m_crNoteBk; }
+    int GetNoteMarkWidth() const { return m_nNoteMarkWidth; }
+    int GetNoteFont() const { return m_nNoteFont; }
+    COLORREF GetBaseColor() const { return m_crBaseBk; }
+    COLORREF GetGraphBkColor() const { return m_crGraphBk; }
+    HDC GetMemDC() const { return m_hMemDC; } ///< the graph's; until the next `Draw`
+
+    // Overrides between `ReadIniFile` and `Draw`; each holds until the next `ReadIniFile`.
+    void ResetMaxLY(float top) { m_vsMaxL.y = top; }
+    void ResetMaxRY(float top) { m_vsMaxR.y = top; }
+    void ResetGraphVDivideL(int divisions) { m_nGraphVDivideL = divisions; }
+    void ResetGraphVDivideR(int divisions) { m_nGraphVDivideR = divisions; }
+    void ResetGraphHDivide(int divisions) { m_nGraphHDivide = divisions; }
+    void ResetBaseColor(COLORREF color) { m_crBaseBk = color; }
+
+    // Rows of the note box, from 0; an index out of range gives an empty text or 0 and changes nothing.
+    int GetNoteLabelCount() const { return static_cast<int>(m_vecNoteLabels.size()); }
+    CString GetNoteLabel(int index) const;
+    COLORREF GetNoteLabelColor(int index) const;
+    void SetNoteLabel(int index, CString text); ///< the row keeps its colour
+
+    static melkar::ClassKeys ProfileKeys();
+
+protected:
+    COLORREF m_crBaseBk = 0xFFFFFF;
+    COLORREF m_crBaseBorder = 0xFFFFFF;
+    int m_nBaseBorderWidth = 0;
+    CString m_strTitleLabel;
+    POINT m_ptTitleOffsetLT{0, 0}; ///< from the panel's left and top
+    int m_nTitleOffsetR = 0;       ///< from the panel's right
+    int m_nTitleHeight = 0;        ///< 0: no title at all
+    int m_nTitleFont = 0;          ///< this and the other `Font` heights: cell height in device units
+    COLORREF m_crTitleLabel = 0;
+    COLORREF m_crTitleBk = 0;
+    POINT m_ptGraphOffsetLT{0, 0}; ///< from the panel's left and top
+    POINT m_ptGraphOffsetRB{0, 0}; ///< from the panel's right and bottom
+    int m_nGraphVDivideL = 0;
+    int m_nGraphVDivideR = 0;
+    int m_nGraphHDivide = 0;
+    int m_nGraphVDivideWidthL = 0; ///< length of a tick on the left edge
+    int m_nGraphVDivideWidthR = 0; ///< length of a tick on the right edge
+    int m_nGraphHDivideHeight = 0; ///< length of a tick on the bottom edge
+    BOOL m_bGraphVGridL = 0;
+    BOOL m_bGraphVGridR = 0;
+    BOOL m_bGraphHGrid = 0;
+    COLORREF m_crGraphBk = 0;
+    COLORREF m_crGraphGrid = 0;
+    BOOL m_bVScaleL = 0;
+    BOOL m_bVScaleR = 0;
+    value_set m_vsMaxL{0, 0};
+    value_set m_vsMinL{0, 0};
+    value_set m_vsMaxR{0, 0};
+    value_set m_vsMinR{0, 0};
+    int m_nVScaleOffsetL = 0; ///< gap between graph area and scale
+    int m_nVScaleOffsetR = 0;
+    int m_nHScaleOffset = 0;
+    int m_nVScaleWidthL = 0; ///< 0 hides the figures
+    int m_nVScaleWidthR = 0;
+    int m_nHScaleHeight = 0;
+    int m_nVScaleFontL = 0;
+    int m_nVScaleFontR = 0;
+    int m_nHScaleFont = 0;
+    CString m_strVScaleFormatL; ///< of one double; empty shows no figures
+    CString m_strVScaleFormatR;
+    CString m_strHScaleFormat;
+    int m_nVLabelWidthL = 0; ///< 0 hides the caption
+    int m_nVLabelWidthR = 0;
+    int m_nHLabelHeight = 0;
+    int m_nVLabelFontL = 0;
+    int m_nVLabelFontR = 0;
+    int m_nHLabelFont = 0;
+    CString m_strVLabelL;
+    CString m_strVLabelR;
+    CString m_strHLabel;
+    BOOL m_bNoteShow = 0;
+    POINT m_ptNoteOffsetLT{0, 0}; ///< from the panel's left and top
+    POINT m_ptNoteOffsetRB{0, 0}; ///< from the panel's right and bottom
+    COLORREF m_crNoteBk = 0;
+    int m_nNoteFont = 0;
+    std::vector<note_label> m_vecNoteLabels;
+    int m_nNoteMarkWidth = 0;
+
+private:
+    struct KeyRows;
+    void DrawPanel();
+    void DrawLeftScale(const CRect& graph);
+    void DrawRightScale(const CRect& graph);
+    void DrawBottomScale(const CRect& graph);
+    void DrawVFigures(const CRect& scale, double step, const melkar::ScaleLook& look);
+    void DrawUpwardCaption(const CRect& strip, const CString& caption, int fontHeight);
+};

@@ -1,0 +1,55 @@
+#include <MelkarCommon/declarative/pie_layout.h>
+
+#include <MelkarCommon/declarative/panel_layout.h>
+
+#include <cmath>
+
+namespace melkar {
+namespace {
+
+constexpr double kPi = 3.1415926535; ///< as far as the figures of the slices go
+
+} // namespace
+
+PieSquare PieSquareOf(const CRect& graph) {
+    const int width = graph.Width();
+    const int height = graph.Height();
+    if (width > height) {
+        const int middle = (graph.left + graph.right) / 2;
+        const int radius = height / 2;
+        return {{middle - radius, graph.top, middle + radius, graph.bottom}, radius};
+    }
+    const int middle = (graph.top + graph.bottom) / 2;
+    const int radius = width / 2;
+    return {{graph.left, middle - radius, graph.right, middle + radius}, radius};
+}
+
+std::vector<PieSlice> PieSlicesOf(const std::vector<double>& values, double leastShare) {
+    double sum = 0;
+    for (const double value : values)
+        sum += value;
+    std::vector<PieSlice> slices;
+    double angle = 0;
+    for (int index = static_cast<int>(values.size()) - 1; index >= 0; --index) {
+        const double share = values[static_cast<std::size_t>(index)] / sum;
+        if (share < leastShare || share == 0 || !std::isfinite(share))
+            continue;
+        const double to = angle + 2 * kPi * share;
+        slices.push_back({index, angle, to});
+        angle = to;
+    }
+    return slices;
+}
+
+CPoint PieRimAt(const PieSquare& pie, double angle) {
+    const CPoint middle = pie.Middle();
+    return {middle.x - Truncate(std::sin(angle) * pie.radius), middle.y - Truncate(std::cos(angle) * pie.radius)};
+}
+
+CRect PieLabelBox(const CPoint& outer, const CPoint& centre, int radius, int textSize) {
+    const int x = (outer.x + centre.x) / 2;
+    const int y = (outer.y + centre.y) / 2;
+    return {x - radius / 3, Edge(double(y) - textSize), x + radius / 3, Edge(double(y) + textSize)};
+}
+
+} // namespace melkar

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <MelkarCommon/api.h>
+#include <MelkarCommon/declarative/graph_base.h>
+#include <MelkarCommon/declarative/plot.h>
+
+#include <vector>
+
+/// Points on the panel's graph area: filled circles, each with a size and a colour of its own, joined on demand to the
+/// point before by a thick black line that stops at the two rims. The host or a derived class feeds them by `AddPlot`;
+/// none is ever removed.
+class MELKAR_API CPlotGraph : public CGraphBase {
+public:
+    /// Arguments as for `CGraph`.
+    CPlotGraph(HWND window, HDC dc, const char* section, HDC shared, HDC second, HDC balloon);
+    ~CPlotGraph() override;
+
+    using CGraphBase::Draw;
+    long ReadIniFile(char* path) override;
+
+    virtual long ReadPlotDataFile(char* path); ///< nothing: where a derived class loads its points. @return 0
+    /// The panel, then its points. The panel was copied out before the points came; who draws on a screen calls
+    /// `BitBlt` or takes the surface from `GetMemDC`.
+    /// @return what `CGraphBase::Draw` returned; if that isn't 0 no point is painted; -999 after an exception.
+    virtual long Draw(CRect area, char* dataFile, char* plotFile);
+    virtual void DrawPlot(CRect graph);                  ///< all circles
+    virtual void DrawPlotLabel(int x, int y, int index); ///< nothing: a caption of point `index` at (x, y)
+    /// All joining lines; the switches add arrow heads at the later and the earlier of two points.
+    virtual void DrawPlotConnect(CRect graph, int endHead, int startHead);
+    virtual void DrawAfterPlot(CRect graph); ///< nothing: the last step
+
+    void AddPlot(CPlot plot) { m_vecPlots.push_back(plot); }
+    void AddPlot(float x, float y); ///< red, size 10, not joined
+    int PlotSize() const { return static_cast<int>(m_vecPlots.size()); }
+    CPlot Plot(int index) const; ///< all zeros if there is no such point
+    /// One circle, and its label if `label` isn't 0. @throws std::out_of_range if there is no such point.
+    void DrawOnePlot(CRect graph, int index, int label);
+
+protected:
+    std::vector<CPlot> m_vecPlots; ///< in the order of adding
+
+private:
+    CPoint PositionOf(const CRect& graph, const CPlot& plot);
+    void DrawJoin(const CPoint& from, int fromSize, const CPoint& to, int toSize, int endHead, int startHead);
+};

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <MelkarCommon/support/platform/geometry.h>
+
+#include <optional>
+
+/// @file
+/// Where the points of a plot graph stand, and the lines that join them. Device units.
+///
+///        ___                  ___
+///       /   \                /   \       circle: diameter `size`, an odd one comes out one smaller
+///      |  p  |--------------|  q  |      join: from rim to rim along the line of the centres
+///       \___/                \___/
+
+namespace melkar {
+
+/// The point at the rates (0 to 1) of its values: x from the left edge of the graph area, y from its bottom.
+CPoint PlotAt(const CRect& graph, float rateX, float rateY);
+
+CRect PlotCircle(const CPoint& at, int size);
+
+struct PlotJoin {
+    CPoint from;
+    CPoint to;
+};
+
+/// The line between two circles. Circles that overlap still get it, running back from rim to rim; two points at one
+/// pixel have no direction and nothing to join.
+std::optional<PlotJoin> JoinOf(const CPoint& from, int fromSize, const CPoint& to, int toSize);
+
+} // namespace melkar

@@ -1,0 +1,147 @@
+#include "panel_fixture.h"
+
+#include <gmock/gmock.h>
+
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+class Panel : public PanelTest {
+protected:
+    /// A bare panel reads its keys on demand.
+    std::vector<std::string> Draw(std::string_view keys, CRect area = kPanel) {
+        WriteProfile(keys);
+        auto graph = Make<CGraphBase>();
+        char profile[] = "..\\conf\\graph.cnf";
+        graph.ReadIniFile(profile);
+        DeleteDC(m_record);
+        m_record = CreateRecordingSurface(600, 400);
+        graph.Initialize(nullptr, m_record, nullptr, nullptr, nullptr);
+        return DrawRecorded(graph, area);
+    }
+};
+
+TEST_F(Panel, TitleHasAHeightOrIsntThere) {
+    constexpr std::string_view keys = "TITLE_LABEL=Weight\nTITLE_OFFSET_LT=10,5\nTITLE_OFFSET_R=20\nTITLE_FONT=20\n"
+                                      "TITLE_LABEL_RGB=1,0,0\nTITLE_BK_RGB=2,0,0\n";
+    const auto with = Draw(std::string(keys) + "TITLE_HEIGHT=31");
+    // (110, 55) to (480, 86): 370 wide, the text 60 of it; (55 + 86) / 2 - 20 / 2.
+    EXPECT_THAT(with, testing::Contains("fill 110,55 370x31 #020000"));
+    ASSERT_THAT(LinesWith(with, "text"), SizeIs(1));
+    EXPECT_THAT(LinesWith(with, "text")[0], testing::StartsWith("text \"Weight\" 265,60 60x20"));
+    EXPECT_THAT(LinesWith(with, "text")[0], HasSubstr("bold"));
+    EXPECT_THAT(LinesWith(with, "text")[0], HasSubstr("#010000"));
+    EXPECT_THAT(LinesWith(Draw(keys), "text"), IsEmpty());
+}
+
+// Four divisions of 200 are 50 each; the scale (125, 75) to (155, 325), its bands centred on 300, 250, 200, 150 and
+// 100.
+TEST_F(Panel, FiguresCentreOnTheirLinesAndCaptionsStandBeyond) {
+    constexpr std::string_view left = "GRAPH_VERTICAL_DIVIDE_L=4\nGRAPH_VERTICAL_MAX_L=100\nVERTICAL_SCALE_L=TRUE\n"
+                                      "VERTICAL_SCALE_OFFSET_L=5\nVERTICAL_SCALE_WIDTH_L=30\nVERTICAL_SCALE_FONT_L=20\n"
+                                      "VERTICAL_SCALE_FORMAT_L=%.0f\nVERTICAL_LABEL_WIDTH_L=20\n"
+                                      "VERTICAL_LABEL_FONT_L=20\nVERTICAL_LABEL_L=kg\n";
+    std::vector<std::string> places;
+    for (const std::string& line : LinesWith(Draw(left), "text"))
+        places.push_back(line.substr(5, line.find(' ', line.find(' ', 5) + 1) - 5));
+    // The caption reads upwards: 105 + (20 - 20) / 2, 325 - (250 - 20) / 2.
+    EXPECT_THAT(places, ElementsAre("\"0\" 145,290", "\"25\" 135,240", "\"50\" 135,190", "\"75\" 135,140",
+                                    "\"100\" 125,90", "\"kg\" 105,210"));
+    EXPECT_THAT(LinesWith(Draw("VERTICAL_SCALE_L=yes\n" +
+                               std::string(left).replace(left.find("VERTICAL_SCALE_L=TRUE"), 21, "X=1")),
+                          "text"),
+                IsEmpty())
+        << "a switch is on by the word \"true\" alone";
+}
+
+TEST_F(Panel, EachAxisHasLinesAndTicksBetweenItsEnds) {
+    const auto lines =
+        LinesWith(Draw("GRAPH_VERTICAL_DIVIDE_L=2\nGRAPH_VERTICAL_DIVIDE_WIDTH_L=6\nGRAPH_VERTICAL_GRID_L=true\n"
+                       "GRAPH_VERTICAL_DIVIDE_R=3\nGRAPH_VERTICAL_DIVIDE_WIDTH_R=7\n"
+                       "GRAPH_HORIZONTAL_DIVIDE=2\nGRAPH_HORIZONTAL_DIVIDE_HEIGHT=8\n"
+                       "GRAPH_HORIZONTAL_GRID=True\n"),
+                  "line");
+    std::vector<std::string> places;
+    for (const std::string& line : lines)
+        places.push_back(line.substr(5, line.find(" w") - 5) + (line.find("dot") == std::string::npos ? "" : " dot"));
+    EXPECT_THAT(places, ElementsAre("160,200 440,200 #1E1E1E dot", "160,200 166,200 #000000",   // left
+                                    "440,233 433,233 #000000", "440,166 433,166 #000000",       // right
+                                    "300,300 300,100 #1E1E1E dot", "300,300 300,292 #000000")); // horizontal
+}
+
+TEST_F(Panel, NotesShowOneRowForEachNumberedKey) {
+    constexpr std::string_view keys =
+        "NOTE_OFFSET_LT=300,10\nNOTE_OFFSET_RB=20,190\nNOTE_BK_RGB=40,40,40\nNOTE_LABEL_FONT=20\n"
+        "NOTE_MARK_WIDTH=25\nNOTE_LABEL1=a\nNOTE_MARK_RGB1=1,0,0\nNOTE_LABEL2=b\nNOTE_LABEL4=d\n";
+    const auto lines = Draw(std::string(keys) + "NOTE_SHOW=true\n");
+    // The box is (400, 60) to (480, 160): two rows of 50; marks 5 units within cells of 25 x 50.
+    EXPECT_THAT(lines, testing::Contains("fill 400,60 80x100 #282828"));
+    EXPECT_THAT(lines, testing::Contains(testing::StartsWith("text \"a\" 425,75 10x20")));
+    EXPECT_THAT(lines, testing::Contains(testing::StartsWith("text \"b\" 425,125 10x20")));
+    EXPECT_THAT(LinesWith(lines, "text"), SizeIs(2)) << "the row of the first missing number ends the walk";
+    EXPECT_THAT(lines, testing::Contains("fill 406,66 13x38 #010000")) << "within a frame of one unit";
+    EXPECT_THAT(LinesWith(Draw(keys), "text"), IsEmpty()) << "NOTE_SHOW is off";
+}
+
+TEST_F(Panel, ScaleWithoutDivisionsShowsItsEnds) {
+    const auto lines =
+        Draw("GRAPH_VERTICAL_MIN_R=40\nGRAPH_VERTICAL_MAX_R=90\nVERTICAL_SCALE_R=true\nVERTICAL_SCALE_WIDTH_R=40\n"
+             "VERTICAL_SCALE_FONT_R=20\nVERTICAL_SCALE_FORMAT_R=%s%n\n");
+    EXPECT_THAT(LinesWith(lines, "text \"40\""), SizeIs(1)) << "a hostile format yields to the default one";
+    EXPECT_THAT(LinesWith(lines, "text \"90\""), SizeIs(1));
+    EXPECT_THAT(m_files.Read("log/graph.log"), HasSubstr("isn't one of a figure: %s%n"));
+}
+
+TEST_F(Panel, NonsenseEndsSoonAndDrawsWhatItCan) {
+    for (const char* keys : {
+             "GRAPH_VERTICAL_DIVIDE_L=2147483647\nGRAPH_VERTICAL_GRID_L=true\nGRAPH_HORIZONTAL_DIVIDE=2147483647\n"
+             "VERTICAL_SCALE_L=true\nVERTICAL_SCALE_WIDTH_L=2147483647\nVERTICAL_SCALE_FORMAT_L=%f\n"
+             "HORIZONTAL_SCALE_HEIGHT=20\nHORIZONTAL_SCALE_FORMAT=%f",
+             "GRAPH_VERTICAL_DIVIDE_L=-2147483648\nVERTICAL_SCALE_L=true\nVERTICAL_SCALE_WIDTH_L=-5\n"
+             "GRAPH_HORIZONTAL_DIVIDE=-1\nHORIZONTAL_SCALE_HEIGHT=-2147483648",
+             "GRAPH_OFFSET_LT=2147483647,-2147483648\nGRAPH_OFFSET_RB=2147483647,2147483647",
+             "TITLE_HEIGHT=2147483647\nTITLE_FONT=2147483647\nTITLE_LABEL=x\nBASE_BORDER_WIDTH=2147483647",
+             "NOTE_SHOW=true\nNOTE_LABEL1=a\nNOTE_MARK_WIDTH=-2147483648\nNOTE_LABEL_FONT=-2147483648",
+         })
+        EXPECT_LT(Draw(keys).size(), 3000U) << keys;
+    char none[] = "";
+    auto graph = Make<CGraphBase>();
+    graph.SetDirectOutput(1);
+    EXPECT_EQ(graph.Draw(CRect(0, 0, -1, -1), none), 0);
+    EXPECT_EQ(graph.Draw(CRect(0, 0, 1 << 30, 5), none), -999);
+    graph.Initialize(nullptr, nullptr, nullptr, nullptr, nullptr);
+    EXPECT_EQ(graph.Draw(kPanel, none), 201);
+}
+
+TEST_F(Panel, NotesOutOfRangeAreEmptyAndStayOut) {
+    Draw("NOTE_SHOW=true\nNOTE_LABEL1=a\nNOTE_MARK_RGB1=1,0,0\n");
+    auto graph = Make<CGraphBase>();
+    char profile[] = "..\\conf\\graph.cnf";
+    graph.ReadIniFile(profile);
+    graph.SetNoteLabel(-1, "x");
+    graph.SetNoteLabel(1, "x");
+    graph.SetNoteLabel(0, "b");
+    EXPECT_EQ(graph.GetNoteLabelCount(), 1);
+    EXPECT_EQ(graph.GetNoteLabel(0) + graph.GetNoteLabel(1) + graph.GetNoteLabel(-1), "b");
+    EXPECT_EQ(graph.GetNoteLabelColor(0), 1U);
+    EXPECT_EQ(graph.GetNoteLabelColor(-1), 0U);
+}
+
+TEST_F(Panel, RectangleTextNeedsThreeCommas) {
+    const auto text = [](const char* of) {
+        const auto value = CGraphBase::GetRectValue(of);
+        std::ostringstream all;
+        all << value.left << ' ' << value.top << ' ' << value.right << ' ' << value.bottom;
+        return all.str();
+    };
+    EXPECT_EQ(text("1,2.5,3,4"), "1 2.5 3 4");
+    EXPECT_EQ(text("1,2,3,4,5"), "1 2 3 4");
+    EXPECT_EQ(text("1,2,3"), "0 0 0 0");
+    EXPECT_EQ(text("%n,%s"), "0 0 0 0");
+    EXPECT_THAT(m_files.Read("log/graph.log"), HasSubstr("GetRectValuevalue[%n,%s] Error."));
+}
+
+} // namespace

@@ -1,0 +1,153 @@
+#include <MelkarCommon/declarative/panel_layout.h>
+#include <MelkarCommon/declarative/pie_layout.h>
+#include <MelkarCommon/declarative/plot_layout.h>
+#include <MelkarCommon/support/figure_format.h>
+
+#include <gtest/gtest.h>
+
+#include <climits>
+#include <cmath>
+
+using namespace melkar;
+
+namespace {
+
+constexpr CRect kGraph(60, 50, 340, 251); // 280 x 201
+
+TEST(PanelLayout, RatesStayWithinTheAxis) {
+    const struct Case {
+        const char* why;
+        float value, min, max, rate;
+    } cases[] = {
+        {"inside", 30, 20, 40, 0.5F},       {"below", 19, 20, 40, 0},
+        {"above", 41, 20, 40, 1},           {"an axis that runs down", 30, 40, 20, 0.5F},
+        {"no range: above", 21, 20, 20, 1}, {"no range: on it", 20, 20, 20, 0},
+        {"no range: below", 19, 20, 20, 0}, {"no number", NAN, 20, 40, 0},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(RateOf(c.value, c.min, c.max), c.rate) << c.why;
+}
+
+TEST(PanelLayout, ScalesReachHalfAStepBeyondTheAxis) {
+    const double step = DivisionsOf(kGraph.Height(), 4).step; // 50.25, half of it 25.125
+    const ScaleBoxes left = LeftScaleBoxes(kGraph, step, {5, 30, 12});
+    EXPECT_EQ(left.figures, CRect(25, 24, 55, 276)) << "50 - 25.125 and 251 + 25.125, both truncated";
+    EXPECT_EQ(left.caption, CRect(13, 24, 25, 276));
+    const ScaleBoxes right = RightScaleBoxes(kGraph, step, {5, 30, 12});
+    EXPECT_EQ(right.figures, CRect(345, 24, 375, 276));
+    EXPECT_EQ(right.caption, CRect(375, 24, 387, 276));
+    const ScaleBoxes below = BottomScaleBoxes(kGraph, DivisionsOf(kGraph.Width(), 4).step, {5, 0, 12});
+    EXPECT_EQ(below.figures, CRect(25, 256, 375, 256));
+    EXPECT_EQ(below.caption, CRect(25, 256, 375, 268)) << "without figures the caption takes their place";
+
+    EXPECT_EQ(BandUpwards(left.figures, step, 0), CRect(25, 225, 55, 276));
+    EXPECT_EQ(BandUpwards(left.figures, step, 4), CRect(25, 24, 55, 75)) << "276 - 251.25 and 276 - 201";
+    EXPECT_EQ(BandRightwards(below.figures, 70, 3), CRect(235, 256, 305, 256));
+}
+
+TEST(PanelLayout, OffsetsOfAnySizeStayComputable) {
+    const CRect far = Inside(CRect(0, 0, 400, 300), {INT_MAX, INT_MIN, INT_MIN, INT_MAX});
+    EXPECT_EQ(far, CRect(kFarthest, -kFarthest, kFarthest, -kFarthest));
+    EXPECT_EQ(TitleBox(CRect(0, 0, 400, 300), {10, INT_MAX}, 20, INT_MAX), CRect(10, kFarthest, 380, kFarthest));
+    EXPECT_EQ(TitleBox(CRect(7, 8, 407, 308), {10, 5}, 20, 30), CRect(17, 13, 387, 43));
+    EXPECT_EQ(LeftScaleBoxes(kGraph, 50, {INT_MAX, INT_MAX, INT_MIN}).figures.left, -kFarthest);
+}
+
+TEST(PanelLayout, NoMoreDivisionsThanPixels) {
+    const struct Case {
+        const char* why;
+        int count, extent, stride;
+    } cases[] = {
+        {"as many as pixels", 200, 200, 1},
+        {"one more", 201, 200, 2},
+        {"none", 0, 200, 1},
+        {"the most an int holds", INT_MAX, 200, 10737419},
+        {"no pixels", 5, 0, 5},
+        {"fewer than none", -3, 200, 1},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(StrideOf(c.count, c.extent), c.stride) << c.why;
+    EXPECT_EQ(DivisionsOf(200, 0).step, 200) << "a scale without divisions has one";
+}
+
+TEST(PanelLayout, NotesShareTheBoxInWholeUnits) {
+    const CRect box(10, 20, 110, 120);
+    EXPECT_EQ(NoteRow(box, 3, 0), CRect(10, 20, 110, 53));
+    EXPECT_EQ(NoteRow(box, 3, 2), CRect(10, 86, 110, 119)) << "one unit stays free at the bottom";
+    EXPECT_EQ(NoteText(NoteRow(box, 3, 0), 30), CRect(40, 20, 110, 53));
+}
+
+TEST(PanelLayout, CaptionRunsUpwardsThroughTheMiddleOfItsStrip) {
+    // 12 wide and 252 high; a text of 41 x 20: 13 + (12 - 20) / 2 and 276 - (252 - 41) / 2.
+    EXPECT_EQ(UpwardCaptionAt(CRect(13, 24, 25, 276), 41, 20), CPoint(9, 171));
+}
+
+TEST(PlotLayout, JoinsRunFromRimToRim) {
+    const struct Case {
+        const char* why;
+        CPoint from, to;
+        int fromSize, toSize;
+        CPoint start, end;
+    } cases[] = {
+        {"to the right", {100, 50}, {200, 50}, 10, 10, {105, 50}, {195, 50}},
+        {"to the left", {200, 50}, {100, 50}, 10, 20, {195, 50}, {110, 50}},
+        {"upwards on a slope of 3 to 4", {0, 100}, {75, 0}, 10, 10, {3, 96}, {72, 4}},
+        {"an odd size is halved downwards", {100, 50}, {200, 50}, 11, 1, {105, 50}, {200, 50}},
+        {"circles that overlap", {100, 50}, {104, 50}, 10, 10, {105, 50}, {99, 50}},
+    };
+    for (const Case& c : cases) {
+        const auto join = JoinOf(c.from, c.fromSize, c.to, c.toSize);
+        ASSERT_TRUE(join) << c.why;
+        EXPECT_EQ(join->from, c.start) << c.why;
+        EXPECT_EQ(join->to, c.end) << c.why;
+    }
+    EXPECT_FALSE(JoinOf({5, 5}, 10, {5, 5}, 10)) << "no direction";
+}
+
+TEST(PlotLayout, PointsGrowFromTheLeftAndTheBottom) {
+    EXPECT_EQ(PlotAt(kGraph, 0, 0), CPoint(60, 251));
+    EXPECT_EQ(PlotAt(kGraph, 0.25F, 0.5F), CPoint(130, 150)) << "251 - 100.5, truncated";
+    EXPECT_EQ(PlotCircle({130, 150}, 11), CRect(125, 145, 135, 155));
+}
+
+TEST(PieLayout, TakesTheLargestSquare) {
+    EXPECT_EQ(PieSquareOf(CRect(10, 20, 210, 121)).box, CRect(60, 20, 160, 121)) << "half of 101 is 50 to either side";
+    EXPECT_EQ(PieSquareOf(CRect(10, 20, 111, 220)).box, CRect(10, 70, 111, 170));
+}
+
+TEST(PieLayout, SlicesRunFromTheLastToTheFirst) {
+    const auto shown = [](std::vector<double> values, double least) {
+        std::string text;
+        for (const PieSlice& slice : PieSlicesOf(values, least))
+            text += std::to_string(slice.index) + ":" + std::to_string(std::lround(slice.from * 180 / 3.1415926535)) +
+                    "-" + std::to_string(std::lround(slice.to * 180 / 3.1415926535)) + " ";
+        return text;
+    };
+    EXPECT_EQ(shown({1, 2, 1}, 0), "2:0-90 1:90-270 0:270-360 ");
+    EXPECT_EQ(shown({1, 99}, 0.05), "1:0-356 ") << "the share left out stays in the sum";
+    EXPECT_EQ(shown({1, 0, 3}, 0.25), "2:0-270 0:270-360 ") << "exactly the least share; a value of 0";
+    EXPECT_EQ(shown({0, 0}, 0), "") << "no sum";
+    EXPECT_EQ(shown({}, 0), "");
+    EXPECT_EQ(shown({-1, 3}, 0), "1:0-540 ") << "a negative value lowers the sum";
+    EXPECT_EQ(shown({INFINITY, 1}, 0), "");
+}
+
+TEST(PieLayout, LabelsStandHalfWayOut) {
+    const PieSquare pie = PieSquareOf(CRect(0, 0, 100, 100));
+    EXPECT_EQ(PieRimAt(pie, 0), CPoint(50, 0));
+    EXPECT_EQ(PieRimAt(pie, 3.1415926535 / 2), CPoint(0, 50)) << "counter-clockwise: to the left";
+    EXPECT_EQ(PieLabelBox({0, 50}, pie.Middle(), pie.radius, 8), CRect(9, 42, 41, 58));
+}
+
+TEST(FigureFormat, TakesOneConversionOfADoubleAndNothingElse) {
+    for (const char* format : {"%.0f", "%5.1f kcal", "100%% of %g", "%-+ #08.3e", "%lf", "%99.30G"})
+        EXPECT_TRUE(IsFigureFormat(format)) << format;
+    for (const char* format : {"", "kg", "%d", "%s", "%n", "%*f", "%.*f", "%f %f", "%Lf", "%100f", "%.31f", "%1$f", "%",
+                               "%f%", "%99999999999f", "%hf", "%c"})
+        EXPECT_FALSE(IsFigureFormat(format)) << format;
+    EXPECT_EQ(FigureFormat("%.1f kg", "%g").Of(71.25), "71.2 kg");
+    EXPECT_EQ(FigureFormat("", "%g").Of(71), "") << "an empty format shows nothing";
+    EXPECT_EQ(FigureFormat("%s", "%g").Of(71.5), "71.5") << "the default stands in";
+}
+
+} // namespace

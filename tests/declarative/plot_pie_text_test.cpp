@@ -1,0 +1,148 @@
+#include "panel_fixture.h"
+
+#include <MelkarCommon/declarative/circle_graph_base.h>
+#include <MelkarCommon/declarative/fixed_text.h>
+#include <MelkarCommon/declarative/plot_graph.h>
+
+#include <gmock/gmock.h>
+
+#include <stdexcept>
+
+namespace {
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::SizeIs;
+using testing::StartsWith;
+
+class Plots : public PanelTest {
+protected:
+    Plots() {
+        WriteProfile(
+            "GRAPH_HORIZONTAL_MAX=10\nGRAPH_VERTICAL_MAX_L=100\nGRAPH_VERTICAL_MAX_R=50\nVERTICAL_SCALE_L=true\n");
+    }
+
+    std::vector<std::string> DrawPlots(CPlotGraph& graph) {
+        char none[] = "";
+        graph.SetDirectOutput(1);
+        EXPECT_EQ(graph.Draw(kPanel, none, none), 0);
+        return Recorded();
+    }
+};
+
+// The graph area is (160, 100) to (440, 300): 28 units for 1 across, 2 for 1 upwards.
+TEST_F(Plots, PointsStandByTheLeftScaleAndAreClampedToTheArea) {
+    auto graph = Make<CPlotGraph>();
+    graph.AddPlot(CPlot(5, 50, 11, 0x0000FF, 1));
+    graph.AddPlot(10, 120);
+    const auto discs = LinesWith(DrawPlots(graph), "ellipse");
+    EXPECT_THAT(discs, Contains(StartsWith("ellipse 300,200 5x5 fill #FF0000"))) << "11 / 2 to either side";
+    EXPECT_THAT(discs, Contains(StartsWith("ellipse 440,100 5x5 fill #FF0000"))) << "above the range: on its edge";
+    EXPECT_EQ(graph.Plot(1).Size(), 10);
+    EXPECT_EQ(graph.Plot(1).Color(), 0xFFU);
+    EXPECT_EQ(graph.Plot(2).Size() + graph.Plot(-1).Size(), 0);
+}
+
+TEST_F(Plots, WithoutALeftScaleTheRightOneCounts) {
+    WriteProfile("GRAPH_HORIZONTAL_MAX=10\nGRAPH_VERTICAL_MAX_L=100\nGRAPH_VERTICAL_MAX_R=50\n");
+    auto graph = Make<CPlotGraph>();
+    graph.AddPlot(5, 50);
+    EXPECT_THAT(LinesWith(DrawPlots(graph), "ellipse"), Contains(StartsWith("ellipse 300,100 ")));
+}
+
+TEST_F(Plots, TheLaterOfTwoPointsAsksForTheLine) {
+    auto graph = Make<CPlotGraph>();
+    for (const int connect : {1, 0, 1, 1})
+        graph.AddPlot(CPlot(float(graph.PlotSize() < 3 ? graph.PlotSize() : 2), 0, 10, 0, connect));
+    const auto lines = LinesWith(DrawPlots(graph), "line");
+    // From x 188 to 216 on the bottom edge, 5 units short at either end; the last two stand at one place.
+    ASSERT_THAT(lines, SizeIs(1));
+    EXPECT_THAT(lines[0], StartsWith("line 193,300 211,300 #000000 w3"));
+}
+
+TEST_F(Plots, PointsFollowThePanelAndNoPointIsDrawnWithoutIt) {
+    auto graph = Make<CPlotGraph>();
+    char none[] = "";
+    EXPECT_THROW(graph.DrawOnePlot(kPanel, 0, 1), std::out_of_range);
+    EXPECT_THROW(graph.DrawOnePlot(kPanel, -1, 1), std::out_of_range);
+    graph.Initialize(nullptr, nullptr, nullptr, nullptr, nullptr);
+    graph.AddPlot(1, 1);
+    EXPECT_EQ(graph.Draw(kPanel, none, none), 201);
+}
+
+class CirclePanel : public PanelTest {
+protected:
+    std::vector<std::string> DrawPie(CCircleGraphBase& graph) { return DrawRecorded(graph); }
+};
+
+// The pie is (200, 100) to (400, 300), its middle (300, 200), its radius 100.
+TEST_F(CirclePanel, SlicesAndLabelsRunFromTheLastCounterClockwise) {
+    WriteProfile("GRAPH_VALUE_RGB1=1,0,0\nGRAPH_VALUE_RGB2=2,0,0\nGRAPH_VALUE_RGB4=4,0,0\nGRAPH_VALUE_FONT=20\n"
+                 "GRAPH_VALUE_UNIT= min\n");
+    auto graph = Make<CCircleGraphBase>(0.1F);
+    graph.SetValue(12.7F, 0);
+    graph.SetValue(38.1F, 1);
+    graph.SetValue(1, 2); // black: the row of colours ended at the missing third
+    const auto lines = DrawPie(graph);
+    const auto slices = LinesWith(lines, "slice");
+    ASSERT_THAT(slices, SizeIs(2)) << "the third is below the least share";
+    EXPECT_THAT(slices[0], testing::HasSubstr("#020000"));
+    EXPECT_THAT(slices[1], testing::HasSubstr("#010000"));
+    const auto labels = LinesWith(lines, "text");
+    ASSERT_THAT(labels, SizeIs(2));
+    EXPECT_THAT(labels[0], StartsWith("text \"38min\"")) << "blanks around a value are dropped";
+    EXPECT_THAT(labels[1], StartsWith("text \"13min\"")) << "rounded by the default format";
+    EXPECT_FLOAT_EQ(graph.GetRate(12.7), 12.7F / 51.8F);
+}
+
+TEST_F(CirclePanel, OneSliceIsTheWholeDiscAndNothingDrawsNothing) {
+    WriteProfile("GRAPH_VALUE_RGB1=1,0,0\nGRAPH_VALUE_FONT=20\n");
+    auto graph = Make<CCircleGraphBase>(0.0F);
+    EXPECT_THAT(LinesWith(DrawPie(graph), "slice"), IsEmpty());
+    graph.SetValue(5, 0);
+    const auto lines = DrawPie(graph);
+    EXPECT_THAT(lines, Contains(StartsWith("ellipse 300,200 100x100 fill #010000")));
+    // Straight below the middle: (300, 250), a box 66 x 40 about it, the text of 10 x 20 in its middle.
+    EXPECT_THAT(lines, Contains(StartsWith("text \"5\" 295,240 10x20")));
+    graph.ClearValue();
+    graph.SetValue(1e30F, 0);
+    graph.SetValue(1, 1);
+    EXPECT_THAT(LinesWith(DrawPie(graph), "slice"), SizeIs(testing::Le(2U)))
+        << "a slice thinner than a pixel is no whole disc";
+}
+
+TEST_F(PanelTest, TextStandsWhereItsFormatSays) {
+    WriteProfile("ADVICE=Walk more\nADVICE_FONT=20\nADVICE_RGB=1,0,0\nPLAIN=x\n");
+    const struct Case {
+        const char* why;
+        UINT format;
+        int margin, top;
+    } cases[] = {
+        {"top", 0, 0, 100},
+        {"bottom", DT_BOTTOM, 10, 270},
+        {"the middle wins over the bottom", DT_VCENTER | DT_BOTTOM, 10, 190},
+        {"a negative margin reaches out", 0, -10, 90},
+    };
+    for (const Case& c : cases) {
+        DeleteDC(m_record);
+        m_record = CreateRecordingSurface(600, 400);
+        CFixedText graph(nullptr, m_record, "PANEL", "ADVICE", nullptr, nullptr, nullptr, c.format, c.margin);
+        const auto texts = LinesWith(DrawRecorded(graph), "text");
+        ASSERT_THAT(texts, SizeIs(1)) << c.why;
+        EXPECT_THAT(texts[0], StartsWith("text \"Walk more\" " + std::to_string(160 + c.margin) + "," +
+                                         std::to_string(c.top) + " 90x20"))
+            << c.why;
+        EXPECT_THAT(texts[0], testing::HasSubstr("#010000")) << c.why;
+    }
+    DeleteDC(m_record);
+    m_record = CreateRecordingSurface(600, 400);
+    CFixedText plain(nullptr, m_record, "PANEL", "PLAIN", nullptr, nullptr, nullptr, 0, 0);
+    EXPECT_THAT(DrawRecorded(plain), Contains(StartsWith("text \"x\" 160,100 10x20 \"Fixed")))
+        << "size 20 and the panel's face unless keys say otherwise";
+    char profile[] = "..\\conf\\graph.cnf";
+    EXPECT_EQ(plain.ReadIniFile(profile, "NONE"), 0);
+    EXPECT_THAT(LinesWith(DrawRecorded(plain), "text \"x\""), SizeIs(1)) << "a missing key: an empty text, nothing new";
+}
+
+} // namespace

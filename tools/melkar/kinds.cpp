@@ -3,6 +3,7 @@
 #include "circadian_charts.h"
 #include "day_chart.h"
 #include "image_chart.h"
+#include "panel_charts.h"
 #include "tool_graph.h"
 
 #include <quadrant_days.h>
@@ -39,6 +40,10 @@ constexpr Kind kKinds[] = {
     {"himand", "a disc below the classes of obesity", Make<CHimandGraph>},
     {"quadrant", "days in four quadrants, by samples/hosts/quadrant_days.h", Make<CQuadrantDays>},
     {"image", "a picture file, through its mask if there is one", MakeImageChart},
+    {"panel", "the frame of a panel, all of it from keys", MakePanel, false},
+    {"plot", "points on a panel, from a file of points", MakePlot},
+    {"pie", "values as slices, from a file of values", MakePie},
+    {"text", "a text of the profile on a panel", MakeText, false},
 };
 
 } // namespace

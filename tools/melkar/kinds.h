@@ -22,7 +22,8 @@ struct ChartOptions {
     int page = 0;         ///< of the printed sheet
     int moderateFrom = 4; ///< first and last level of the moderate class of the circle
     int moderateTo = 6;
-    std::string date; ///< the day of a weekly file to draw, YYYYMMDD; empty for its first one
+    std::string key = "TEXT"; ///< key of the text of a text panel
+    std::string date;         ///< the day of a weekly file to draw, YYYYMMDD; empty for its first one
 };
 
 /// The surfaces that a host hands to a graph.
@@ -56,6 +57,7 @@ struct Kind {
     const char* name;
     const char* description;
     std::unique_ptr<Chart> (*make)(const ChartOptions& options);
+    bool takesData = true; ///< false: all of the picture comes from the profile
 };
 
 std::span<const Kind> Kinds();

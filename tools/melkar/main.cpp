@@ -69,6 +69,7 @@ void AddDrawOptions(CLI::App& draw, Arguments& arguments) {
     draw.add_option("--page", arguments.chart.page, "Week of the printed sheet, from 0");
     draw.add_option("--from", arguments.chart.moderateFrom, "First intensity level of the circle's moderate class");
     draw.add_option("--to", arguments.chart.moderateTo, "Its last level");
+    draw.add_option("--key", arguments.chart.key, "Key of the text that kind `text` shows");
     draw.add_flag("--no-figures", arguments.noFigures, "No figures above the bars");
     draw.add_option("--hover", arguments.hover, "X,Y: paint the balloon of this point into the picture (.png only)");
     draw.add_option("--click", arguments.click, "X,Y: print the day at this point");
@@ -140,7 +141,7 @@ Request RequestOf(const Arguments& arguments) {
     request.kind = FindKind(arguments.kind);
     if (request.kind == nullptr)
         throw UsageError{"unknown kind: " + arguments.kind + " (melkar draw --help lists them)"};
-    if (arguments.data.empty())
+    if (arguments.data.empty() && request.kind->takesData)
         throw UsageError{"this kind draws a data file: --data FILE"};
     const auto size = ParseSize(arguments.size);
     if (!size)
@@ -154,7 +155,7 @@ Request RequestOf(const Arguments& arguments) {
     request.chart = arguments.chart;
     request.chart.figures = !arguments.noFigures;
     request.dpi = arguments.dpi;
-    request.data = fs::absolute(arguments.data).string();
+    request.data = arguments.data.empty() ? "" : fs::absolute(arguments.data).string();
     request.out = fs::absolute(arguments.out.empty() ? "." : arguments.out).string();
     return request;
 }

@@ -12,7 +12,7 @@ BUILD_PACKAGES=(
     fonts-dejavu fonts-ipafont-gothic locales-all poppler-utils
 )
 # What scripts/check needs on top.
-CHECK_PACKAGES=(git clang-format clang binutils)
+CHECK_PACKAGES=(git clang-format clang binutils libglib2.0-dev libjpeg-dev libncurses-dev)
 export BUILD_PACKAGES CHECK_PACKAGES
 
 say() { printf '== %s\n' "$*"; }

@@ -12,8 +12,13 @@ using WORD = std::uint16_t;
 using DWORD = std::uint32_t;
 using UINT = unsigned int;
 
-constexpr BOOL FALSE = 0;
-constexpr BOOL TRUE = 1;
+// Macros, for libraries have them as such (GLib, GTK, curses, jpeg): a constant of the name lives beside neither order.
+#ifndef FALSE
+#define FALSE 0
+#endif
+#ifndef TRUE
+#define TRUE 1
+#endif
 
 /// Colour 0x00BBGGRR: red in the low byte.
 using COLORREF = std::uint32_t;

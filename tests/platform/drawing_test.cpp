@@ -358,6 +358,35 @@ TEST(DrawingCopies, WaitingFillsShowWhereverTheyAreLookedAt) {
     DeleteObject(fresh);
 }
 
+/// Pages of memory that the process has, in MiB.
+std::size_t ResidentMiB() {
+    std::size_t all = 0;
+    std::size_t resident = 0;
+    std::ifstream("/proc/self/statm") >> all >> resident;
+    return resident * static_cast<std::size_t>(sysconf(_SC_PAGESIZE)) >> 20U;
+}
+
+TEST(DrawingMemory, IsGivenBack) {
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+    GTEST_SKIP() << "the sanitizers keep freed memory";
+#endif
+    TrimMemory();
+    const std::size_t before = ResidentMiB();
+    for (int i = 0; i < 2; ++i) {
+        const Surface screen(CreateMemorySurface(2560, 1440)); // 14 MiB
+        const Surface second(CreateMemorySurface(2560, 1440));
+        for (HDC handle : {screen.handle, second.handle}) {
+            TextOutA(handle, 0, 0, "text", -1);
+            GetPixels(handle);
+        }
+    }
+    EXPECT_GT(ResidentMiB(), before + 25) << "warm for the next drawing";
+    TrimMemory();
+    EXPECT_LT(ResidentMiB(), before + 5);
+    const Surface after(CreateMemorySurface(40, 40));
+    EXPECT_TRUE(TextOutA(after.handle, 0, 0, "text", -1));
+}
+
 TEST(DrawingCopies, SpansAtTheEdgeOfAnIntCopyNothing) {
     const Surface surface(CreateMemorySurface(10, 10));
     EXPECT_FALSE(BitBlt(surface.handle, -9, -9, 5, 5, surface.handle, INT_MAX, INT_MIN, SRCCOPY));

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <malloc.h>
 #include <new>
 
 using namespace melkar;
@@ -216,6 +217,12 @@ HBITMAP CreateCompatibleBitmap(HDC surface, int width, int height) {
             return nullptr;
         return HandleOf<HBITMAP>(MakePicture(picture, RGB(0, 0, 0), Owner::Caller).release());
     });
+}
+
+void TrimMemory() {
+    TrimTexts();
+    TrimPixels();
+    malloc_trim(0); // small pieces, among them most of a font's, stay with the allocator else
 }
 
 BOOL DeleteDC(HDC surface) {

@@ -29,8 +29,7 @@ public:
     Pool& operator=(const Pool&) = delete;
     ~Pool() {
         t_poolGone = true;
-        for (Kept& kept : m_kept)
-            Drop(kept);
+        DropAll();
     }
 
     /// A kept buffer of exactly that size, or null.
@@ -54,6 +53,11 @@ public:
         m_kept[m_next] = {pixels, count};
         m_total += count;
         m_next = (m_next + 1) % kKeptBuffers;
+    }
+
+    void DropAll() {
+        for (Kept& kept : m_kept)
+            Drop(kept);
     }
 
 private:
@@ -89,6 +93,11 @@ std::uint32_t* TakePixels(int width, int height) {
             return kept;
     }
     return static_cast<std::uint32_t*>(std::malloc(count * sizeof(std::uint32_t)));
+}
+
+void TrimPixels() {
+    if (!t_poolGone)
+        t_pool.DropAll();
 }
 
 void GivePixelsBack(std::uint32_t* pixels, int width, int height) {

@@ -11,5 +11,7 @@ namespace melkar {
 /// thread, so that a redraw finds warm memory.
 std::uint32_t* TakePixels(int width, int height);
 void GivePixelsBack(std::uint32_t* pixels, int width, int height);
+/// Frees what this thread keeps of them.
+void TrimPixels();
 
 } // namespace melkar

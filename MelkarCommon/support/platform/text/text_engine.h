@@ -67,6 +67,9 @@ struct TextLayout {
     int Height() const { return lineHeight * static_cast<int>(lines.size()); }
 };
 
+/// Lets go what this thread keeps of texts and fonts; they are made anew when they are needed.
+void TrimTexts();
+
 constexpr int kNoWrap = -1;
 
 /// The layout of a text. Lines break at CR LF and LF unless `singleLine` (then such characters count as blanks),

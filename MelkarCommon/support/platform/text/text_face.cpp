@@ -47,8 +47,15 @@ bool MachineHasFonts() {
     return has;
 }
 
-PangoFontMap* ThreadFontMap() {
-    static thread_local const ObjectPtr<PangoFontMap> map(pango_cairo_font_map_new_for_font_type(CAIRO_FONT_TYPE_FT));
+ObjectPtr<PangoFontMap>& ThreadFontMap() {
+    static thread_local ObjectPtr<PangoFontMap> map;
+    return map;
+}
+
+PangoFontMap* FontMap() {
+    ObjectPtr<PangoFontMap>& map = ThreadFontMap();
+    if (!map)
+        map.reset(pango_cairo_font_map_new_for_font_type(CAIRO_FONT_TYPE_FT));
     return map.get();
 }
 
@@ -69,7 +76,7 @@ const char* LanguageOf(int charset) {
 }
 
 ObjectPtr<PangoContext> MakeContext(const PangoFontDescription* font, int charset, bool wholePixels) {
-    ObjectPtr<PangoContext> context(pango_font_map_create_context(ThreadFontMap()));
+    ObjectPtr<PangoContext> context(pango_font_map_create_context(FontMap()));
     const CairoFontOptions options(cairo_font_options_create());
     cairo_font_options_set_antialias(options.get(), CAIRO_ANTIALIAS_GRAY);
     cairo_font_options_set_hint_metrics(options.get(), wholePixels ? CAIRO_HINT_METRICS_ON : CAIRO_HINT_METRICS_OFF);
@@ -163,6 +170,13 @@ struct FaceEntry {
     const FaceKey& Key() const { return key; }
 };
 
+using FaceCache = LruCache<FaceKey, FaceEntry, FaceKeyHash>;
+
+FaceCache& ThreadFaces() {
+    static thread_local FaceCache faces;
+    return faces;
+}
+
 } // namespace
 
 FaceSize SizeFace(int height, double up, double down) {
@@ -198,13 +212,18 @@ void TextFace::MakeShaper(const LOGFONTA& description, const std::string& family
 }
 
 std::shared_ptr<TextFace> FindFace(const LOGFONTA& description, TextMedium medium) {
-    static thread_local LruCache<FaceKey, FaceEntry, FaceKeyHash> faces;
+    FaceCache& faces = ThreadFaces();
     const FaceKey key = MakeKey(description, medium);
     if (const FaceEntry* entry = faces.Find(key))
         return entry->face;
     if (faces.Size() >= kMaxFaces)
         faces.DropOldest();
     return faces.Add({key, std::make_shared<TextFace>(description, medium)}).face;
+}
+
+void DropFaces() {
+    ThreadFaces() = {};
+    ThreadFontMap().reset();
 }
 
 } // namespace melkar

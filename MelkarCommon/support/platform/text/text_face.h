@@ -30,6 +30,9 @@ struct FaceSize {
 /// @param height as `lfHeight`. @param up, down the font's ascent and descent as parts of its em.
 FaceSize SizeFace(int height, double up, double down);
 
+/// Lets the thread's faces go, and the machine's fonts with them.
+void DropFaces();
+
 /// Belongs to the thread that made it.
 class TextFace {
 public:

@@ -120,6 +120,11 @@ private:
     std::ptrdiff_t cost_ = 0;
 };
 
+LayoutCache& ThreadLayouts() {
+    static thread_local LayoutCache cache;
+    return cache;
+}
+
 void FinishLayout(TextLayout& layout) {
     for (const TextLine& line : layout.lines)
         layout.width = std::max(layout.width, line.width);
@@ -209,7 +214,7 @@ TextLayout LayOutAnew(TextFace& face, std::string_view bytes, bool singleLine, i
 std::shared_ptr<const TextLayout> LayOutText(const std::shared_ptr<TextFace>& face, std::string_view bytes,
                                              bool singleLine, int wrapWidth) {
     assert(face != nullptr);
-    static thread_local LayoutCache cache;
+    LayoutCache& cache = ThreadLayouts();
     const int wrap = wrapWidth == kNoWrap ? kNoWrap : std::max(wrapWidth, 0);
     if (auto figure = LayOutFigure(*face, bytes, wrap))
         return figure;
@@ -219,6 +224,11 @@ std::shared_ptr<const TextLayout> LayOutText(const std::shared_ptr<TextFace>& fa
     std::shared_ptr<const TextLayout> layout = std::make_shared<TextLayout>(LayOutAnew(*face, bytes, singleLine, wrap));
     cache.Add(key, layout);
     return layout;
+}
+
+void TrimTexts() {
+    ThreadLayouts() = {};
+    DropFaces();
 }
 
 } // namespace melkar

@@ -92,8 +92,8 @@ expect "too many series"            2 '--series' "${week[@]}" --series 11 -o a.p
 
 kind=week-print
 week=(--section WEEK --data data/week-print.csv --record)
-expect "a week that others follow"  0 'Mar 04' "${week[@]}" --page 0
-expect "the second one"             0 'Mar 09' "${week[@]}" --page 1
+expect "a week that others follow"  0 'Mar 4' "${week[@]}" --page 0
+expect "the second one"             0 'Mar 9' "${week[@]}" --page 1
 expect "no such week"               1 '^melkar: -1: ' "${week[@]}" --page=-1
 kind=circle
 minutes=(--section CIRCLE --data data/circle.txt --record)

@@ -86,7 +86,7 @@ protected:
     /// Four rows of the surface's pen from y - 2 to y + 1; a dash or dot pattern lines up.
     void DrawThickLine(int fromX, int toX, int y);
     void DrawLegendLine(const CRect& text); ///< the sample of a line legend, left of its text
-    /// The target's line over each day that has a figure and a target on the scale.
+    /// The target's line over the days with a figure and a target on the scale; its pattern runs on from day to day.
     void DrawTargetLine();
     /// The average's line across the canvas, if it lies on the scale.
     void DrawAverageLine();

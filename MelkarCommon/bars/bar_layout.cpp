@@ -4,6 +4,21 @@
 
 namespace melkar {
 
+std::vector<LevelStretch> LevelStretches(const CRect& canvas, const std::vector<std::optional<int>>& heights) {
+    std::vector<LevelStretch> stretches;
+    const int days = static_cast<int>(heights.size());
+    for (int day = 0; day < days; ++day) {
+        if (!heights[day])
+            continue;
+        const int right = SlotLeft(canvas, day + 1, days);
+        if (day > 0 && heights[day - 1] == heights[day])
+            stretches.back().right = right;
+        else
+            stretches.push_back({SlotLeft(canvas, day, days), right, *heights[day]});
+    }
+    return stretches;
+}
+
 int BarAt(const CObArray& bars, int x, int y, int bottom) {
     if (y >= bottom)
         return -1;

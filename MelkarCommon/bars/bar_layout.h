@@ -4,6 +4,8 @@
 #include <MelkarCommon/support/platform/geometry.h>
 
 #include <cstdint>
+#include <optional>
+#include <vector>
 
 /// @file
 /// Where days and bars stand on the canvas. Device units; divisions truncate towards zero.
@@ -45,6 +47,17 @@ inline CRect LineBoxOf(const CRect& canvas, int day, int days, int y) {
 }
 inline CPoint DotOf(const CRect& box) { return {(box.left + box.right) / 2, box.top}; }
 inline int DotRadius(const CRect& box) { return box.Width() / 10; }
+
+/// Neighbouring days at one height: whole slots, `right` that of the first day behind them.
+struct LevelStretch {
+    int left;
+    int right;
+    int y;
+};
+
+/// The stretches of a line that has a height of its own for each day, or none. It starts anew behind a day without one
+/// and where the height changes, and nowhere else.
+std::vector<LevelStretch> LevelStretches(const CRect& canvas, const std::vector<std::optional<int>>& heights);
 
 /// Index of the bar under a point: the first whose right edge isn't left of it and whose top isn't below it, since a
 /// stack grows upwards; -1 in the gaps, above the bars and from `bottom` down.

@@ -8,6 +8,9 @@
 #include <MelkarCommon/support/scoped.h>
 #include <MelkarCommon/support/support.h>
 
+#include <optional>
+#include <vector>
+
 using melkar::Scale;
 using melkar::ScopedFont;
 using melkar::ScopedPen;
@@ -17,14 +20,16 @@ namespace {
 constexpr int kSampleWidth = 60;   ///< line sample of a legend
 constexpr int kAverageIndent = 65; ///< from the left end of the sample to the text
 constexpr int kLegendBytes = 127;
+constexpr int kTopRow = -2; ///< of a thick line, from its height
+constexpr int kBottomRow = 1;
 
 int MiddleOf(const CRect& box) { return (box.top + box.bottom) / 2; }
 
 } // namespace
 
 void CBarGraph::DrawThickLine(int fromX, int toX, int y) {
-    for (int row = y - 2; row <= y + 1; ++row)
-        DrawLine(m_hMemDC, CPoint(fromX, row), CPoint(toX, row), nullptr);
+    for (int row = kTopRow; row <= kBottomRow; ++row)
+        DrawLine(m_hMemDC, CPoint(fromX, y + row), CPoint(toX, y + row), nullptr);
 }
 
 void CBarGraph::DrawLegendLine(const CRect& text) {
@@ -53,15 +58,19 @@ void CBarGraph::DrawTarget() {
     DrawTargetLine();
 }
 
+/// Row by row, so that the pattern of each runs on from day to day.
 void CBarGraph::DrawTargetLine() {
     const Scale scale = LeftScale();
+    std::vector<std::optional<int>> heights(Days());
     for (int day = 0; day < Days() && day < m_saTargets.GetSize(); ++day) {
         const double target = melkar::ToDouble(m_saTargets[day]);
-        if (m_saValues[day * SeriesCount()].IsEmpty() || !melkar::LiesOn(scale, target))
-            continue;
-        DrawThickLine(melkar::SlotLeft(m_rcCanvas, day, Days()), melkar::SlotLeft(m_rcCanvas, day + 1, Days()),
-                      melkar::TargetY(scale, target));
+        if (!m_saValues[day * SeriesCount()].IsEmpty() && melkar::LiesOn(scale, target))
+            heights[day] = melkar::TargetY(scale, target);
     }
+    const auto stretches = melkar::LevelStretches(m_rcCanvas, heights);
+    for (int row = kTopRow; row <= kBottomRow; ++row)
+        for (const melkar::LevelStretch& stretch : stretches)
+            DrawLine(m_hMemDC, CPoint(stretch.left, stretch.y + row), CPoint(stretch.right, stretch.y + row), nullptr);
 }
 
 CString CBarGraph::AverageText() const {

@@ -86,7 +86,8 @@ TEST_F(ActivityCal, PrintsTargetsButNoBandAndNoLegend) {
     graph.m_saLineValues.Add("40");
     const auto lines = DrawRecorded(graph, kHead + Row("0,a,a", "300", "250") + Row("0,b,b", "200", "200"), kWideArea);
     EXPECT_EQ(LinesWith(lines, "text \"goal\" 1025,76 ").size(), 1U) << "switched on whatever the profile says";
-    EXPECT_EQ(LinesWith(lines, "thick", "#FF0000 w1 dot 3,3").size(), 3U) << "sample and two days";
+    EXPECT_EQ(LinesWith(lines, "thick", "#FF0000 w1 dot 3,3").size(), 1U) << "sample";
+    EXPECT_EQ(LinesWith(lines, "line", "#FF0000 w1 dot 3,3").size(), 8U) << "four rows of two heights";
     EXPECT_EQ(LinesWith(lines, "fill 735,365 225x60 #00FF00").size(), 1U) << "at its target";
     for (const char* absent : {"text \"total\"", "text \"80\""}) // neither legend nor right scale
         EXPECT_EQ(LinesWith(lines, absent).size(), 0U) << absent;

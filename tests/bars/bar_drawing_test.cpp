@@ -1,8 +1,11 @@
 #include "chart_fixture.h"
 
+#include <MelkarCommon/bars/bar_layout.h>
+
 #include <gmock/gmock.h>
 
 #include <algorithm>
+#include <array>
 #include <climits>
 
 namespace {
@@ -16,6 +19,17 @@ std::string Days(int count) {
     for (int day = 0; day < count; ++day)
         file += "0,d" + std::to_string(day) + ",500\n";
     return file;
+}
+
+/// Slots of 900 / 7: 128.57.
+TEST(BarLayout, LinesStartAnewAtGapsAndChangesOfHeightOnly) {
+    std::vector<std::array<int, 3>> found;
+    for (const auto& [left, right, y] :
+         melkar::LevelStretches({173, 0, 1073, 300}, {20, 20, std::nullopt, 20, 7, 7, std::nullopt}))
+        found.push_back({left, right, y});
+    using Stretch = std::array<int, 3>;
+    EXPECT_THAT(found, ElementsAre(Stretch{173, 430, 20}, Stretch{558, 687, 20}, Stretch{687, 944, 7}));
+    EXPECT_THAT(melkar::LevelStretches({173, 0, 1073, 300}, {}), IsEmpty());
 }
 
 class BarDrawing : public ChartTest {};

@@ -8,6 +8,7 @@ namespace {
 
 using testing::ElementsAre;
 using testing::HasSubstr;
+using testing::StartsWith;
 
 /// Column 7: top of the scale; column 9: average.
 std::string Head(const std::string& top, const std::string& average = "") {
@@ -76,18 +77,23 @@ TEST_F(StepGraph, AverageStandsAtTheRightAndIsCutBeforeItIsScaled) {
     }
 }
 
-// "  goal " is 7 x 12 wide; 425 - 501 x 300 / 1000 is 274.7, cut to 274; slots are 180 wide.
+// "  goal " is 7 x 12 wide; 425 - 501 x 300 / 1000 is 274.7, cut to 274; slots are 150 wide. One stroke a row over both
+// first days, so that the dashes run on; all of a row before the next.
 TEST_F(StepGraph, TargetStandsLeftOfTheAverageAndOnlyOverDaysThatHaveIt) {
     auto graph = Make<Open<CStepGraph>>();
     graph.m_bPrintTarget = 1;
-    for (const char* target : {"501", "501", "1001", "0"})
+    for (const char* target : {"501", "501", "501", "1001", "0"})
         graph.m_saTargets.Add(target);
-    const std::string file = Head("1000", "500") + "0,a,,,5\n1,b,,,5\n0,c,,,5\n0,d,,,5\n0,no target,,,5\n";
+    const std::string file =
+        Head("1000", "500") + "0,a,,,5\n0,b,,,5\n1,no figure,,,5\n0,above,,,5\n0,e,,,5\n0,no target,,,5\n";
     const auto lines = DrawRecorded(graph, file, kWideArea);
     EXPECT_EQ(TextsAt(lines, 989), "  goal @76");
-    EXPECT_THAT(LinesWith(lines, "thick "),
-                ElementsAre("thick 989,86 929 #FF0000 w1 dash 18,6", "thick 173,272 353 #FF0000 w1 dash 18,6",
-                            "thick 713,423 893 #FF0000 w1 dash 18,6"));
+    EXPECT_EQ(LinesWith(lines, "thick 989,86 929 #FF0000 w1 dash 18,6").size(), 1U);
+    EXPECT_THAT(LinesWith(lines, "line ", "#FF0000 w1 dash 18,6"),
+                ElementsAre(StartsWith("line 173,272 473,272 "), StartsWith("line 773,423 923,423 "),
+                            StartsWith("line 173,273 473,273 "), StartsWith("line 773,424 923,424 "),
+                            StartsWith("line 173,274 473,274 "), StartsWith("line 773,425 923,425 "),
+                            StartsWith("line 173,275 473,275 "), StartsWith("line 773,426 923,426 ")));
     graph.m_bPrintAverage = 1;
     const auto both = DrawRecorded(graph, file, kWideArea);
     EXPECT_EQ(LinesWith(both, "text \"  goal \" 605,76 ").size(), 1U);

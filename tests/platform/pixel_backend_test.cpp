@@ -3,6 +3,7 @@
 #include <MelkarCommon/support/platform/geometry.h>
 #include <MelkarCommon/support/platform/pixels/pixel_backend.h>
 #include <MelkarCommon/support/platform/pixels/pixel_blit.h>
+#include <MelkarCommon/support/platform/pixels/pixel_pairs.h>
 
 #include <gtest/gtest.h>
 
@@ -202,6 +203,69 @@ TEST(PixelText, MaskBlendsRoundedAndClipped) {
     EXPECT_EQ(canvas.Row(3), "###.....") << "cut at the left";
     BlendMask(canvas.buffer, {0, 0, 8, 4}, mask, std::int64_t{INT_MAX} + 5, INT_MIN, kBlack);
     EXPECT_TRUE(canvas.GuardIsClean());
+}
+
+/// `weight` parts of `whole` of one colour over another, rounded, a channel at a time.
+Color Mixed(Color under, Color color, int weight, int whole) {
+    Color mixed = kBlack;
+    for (int shift = 0; shift < 24; shift += 8) {
+        const auto channel = [shift](Color c) { return static_cast<int>(c >> shift & 0xFFU); };
+        const int sum = channel(under) * (whole - weight) + channel(color) * weight;
+        mixed |= static_cast<Color>((2 * sum + whole) / (2 * whole)) << shift;
+    }
+    return mixed;
+}
+
+constexpr Color kInk = 0xFF0180FEU;
+
+/// A picture whose pixels all differ, also from their neighbours' channels.
+Canvas Speckled(int width, int height) {
+    Canvas canvas(width, height);
+    canvas.EachPixel([&](int x, int y) { canvas.At(x, y) = kBlack | static_cast<Color>(x * 0x5D0B37 + y * 0x21F1A3); });
+    return canvas;
+}
+
+TEST(PixelText, BlendsFourAtOnceLikeEachAlone) {
+    std::vector<std::uint8_t> coverage(256); // each once, so blank and whole ones stand among others
+    for (std::size_t i = 0; i < coverage.size(); ++i)
+        coverage[i] = static_cast<std::uint8_t>(i * 37);
+    for (int width = 1; width < 10; ++width) {
+        const int height = 256 / width;
+        const Canvas before = Speckled(width, height);
+        Canvas after = Speckled(width, height);
+        BlendMask(after.buffer, {0, 0, width, height}, {0, 0, 0, width, height, width, coverage}, 0, 0, kInk);
+        before.EachPixel([&](int x, int y) {
+            const int part = coverage[static_cast<std::size_t>(y * width + x)];
+            EXPECT_EQ(after.At(x, y), Mixed(before.At(x, y), kInk, part, 255)) << part << " in " << width;
+        });
+        EXPECT_TRUE(after.GuardIsClean());
+    }
+}
+
+TEST(PixelLines, MixPixelsTogetherLikeEachAlone) {
+    constexpr int kLength = 9;
+    constexpr int kStart = 0xF00000; // 240 of 256
+    constexpr int kStep = -0x123456;
+    const PairMixer mixer(kInk);
+    for (int count = 0; count <= kLength; ++count) {
+        const Canvas before = Speckled(3, kLength);
+        Canvas column = Speckled(3, kLength);
+        Canvas pairs = Speckled(3, kLength);
+        Canvas apart = Speckled(3, kLength);
+        const std::ptrdiff_t stride = column.buffer.stride;
+        mixer.MixEvenly(column.memory.data(), stride, count, kStart, kStep);
+        mixer.MixPairs(pairs.memory.data(), 1, stride, count, kStart, kStart, kStep);
+        mixer.MixPairs(apart.memory.data(), 2, stride, count, kStart, kStart, kStep);
+        before.EachPixel([&](int x, int y) {
+            const Color own = before.At(x, y);
+            const int weight = (kStart + y * kStep) >> 16;
+            const Color first = y < count ? Mixed(own, kInk, weight, 256) : own;
+            const Color left = y < count ? Mixed(own, kInk, 256 - weight, 256) : own;
+            EXPECT_EQ(column.At(x, y), x == 0 ? first : own) << count << " in row " << y;
+            EXPECT_EQ(pairs.At(x, y), x == 0 ? left : x == 1 ? first : own) << count << " in row " << y;
+            EXPECT_EQ(apart.At(x, y), x == 0 ? left : x == 2 ? first : own) << count << " in row " << y;
+        });
+    }
 }
 
 TEST(PixelBackend, HostileCoordinatesEndAtOnce) {

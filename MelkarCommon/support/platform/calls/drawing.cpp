@@ -19,9 +19,9 @@ constexpr double kDashOn = 18;
 constexpr double kDashOff = 6;
 constexpr double kDot = 3;
 
-constexpr double kScreenDpi = 96;
+constexpr int kScreenDpi = 96;
 constexpr std::size_t kMostOps = 1 << 20; ///< of a record; one of a graph has some hundreds
-constexpr double kHalfPointsPerInch = 144;
+constexpr int kHalfPointsPerInch = 144;
 
 bool IsPatterned(const Pen& pen) { return pen.style == PS_DASH || pen.style == PS_DOT; }
 
@@ -192,9 +192,12 @@ RECT RectAt(int x, int y, int width, int height) {
 namespace melkar {
 
 int PenWidth(const HDC__& surface, const Pen& pen) {
-    const double scaled = pen.width <= 0 ? 1 : std::round(pen.width * (surface.dpi / kScreenDpi));
-    const double least = surface.medium == TextMedium::Page ? std::ceil(surface.dpi / kHalfPointsPerInch) : 1;
-    return static_cast<int>(std::clamp(scaled, std::max(1.0, least), 1e6));
+    constexpr std::int64_t kWidest = 1'000'000;
+    const std::int64_t dpi = surface.dpi;
+    const std::int64_t scaled = pen.width <= 0 ? 1 : (pen.width * dpi + kScreenDpi / 2) / kScreenDpi;
+    const std::int64_t least =
+        surface.medium == TextMedium::Page ? (dpi + kHalfPointsPerInch - 1) / kHalfPointsPerInch : 1;
+    return static_cast<int>(std::clamp(scaled, std::max<std::int64_t>(1, least), kWidest));
 }
 
 Stroke StrokeOf(const HDC__& surface, const Pen& pen) {
@@ -202,7 +205,7 @@ Stroke StrokeOf(const HDC__& surface, const Pen& pen) {
     stroke.color = ToColor(pen.color);
     stroke.width = PenWidth(surface, pen);
     if (IsPatterned(pen)) {
-        const double scale = surface.dpi / kScreenDpi;
+        const double scale = double{1} * surface.dpi / kScreenDpi;
         stroke.on = std::max(1.0, std::round((pen.style == PS_DASH ? kDashOn : kDot) * scale));
         stroke.off = std::max(1.0, std::round((pen.style == PS_DASH ? kDashOff : kDot) * scale));
         stroke.gaps = surface.bkMode == OPAQUE;
@@ -255,7 +258,7 @@ int GetDeviceCaps(HDC surface, int query) {
     switch (query) {
     case LOGPIXELSX:
     case LOGPIXELSY:
-        return known ? surface->dpi : static_cast<int>(kScreenDpi);
+        return known ? surface->dpi : kScreenDpi;
     case HORZRES:
         return known ? surface->device.width : 0;
     case VERTRES:

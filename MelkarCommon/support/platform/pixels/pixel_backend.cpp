@@ -95,9 +95,10 @@ private:
 
     bool FillAsChains(const PolygonShape& polygon, Color color);
     bool BlendDisc(const EllipseShape& ellipse, double strokeWidth, Color color);
+    void BlendAt(const PlacedMask& disc, POINT at, Color color);
     void StrokeLine(POINT from, POINT to, const Stroke& stroke);
     void JoinLines(std::span<const POINT> points, const Stroke& stroke);
-    void FillCorner(Corner corner, POINT at, const Stroke& stroke);
+    void FillCorner(Corner corner, POINT at, const Stroke& stroke, const PlacedMask& disc);
     cairo_t* Context();
     template <class Draw> void OnContext(const Draw& draw);
     void PaintHugeText(const TextLayout& layout, std::size_t line, POINT at, int escapement, Color color,
@@ -170,10 +171,15 @@ bool PixelBackend::BlendDisc(const EllipseShape& ellipse, double strokeWidth, Co
     const PlacedMask disc = FindDisc(ellipse, strokeWidth);
     if (disc.mask == nullptr)
         return false;
-    m_lastLine = {};
-    m_ground.WriteDownTo(disc.y + disc.mask->height);
-    BlendMask(m_buffer, m_clip, *disc.mask, disc.x, disc.y, color);
+    BlendAt(disc, {0, 0}, color);
     return true;
+}
+
+/// The disc, moved by `at`.
+void PixelBackend::BlendAt(const PlacedMask& disc, POINT at, Color color) {
+    m_lastLine = {};
+    m_ground.WriteDownTo(disc.y + at.y + disc.mask->height);
+    BlendMask(m_buffer, m_clip, *disc.mask, disc.x + at.x, disc.y + at.y, color);
 }
 
 void PixelBackend::StrokeLine(POINT from, POINT to, const Stroke& stroke) {
@@ -197,23 +203,28 @@ void PixelBackend::JoinLines(std::span<const POINT> points, const Stroke& stroke
         return;
     const std::size_t last = corners.size() - 1;
     const std::size_t drawn = WithoutRepeats(points.first(std::min(stroke.drawn + 1, points.size()))).size() - 1;
+    const double radius = WholeWidth(stroke.width) / 2.0;
+    const PlacedMask disc = FindDisc({{0.5, 0.5}, {radius, radius}}, 0);
     for (std::size_t i = std::max<std::size_t>(drawn, 1); i < last; ++i)
-        FillCorner(CornerBetween(corners[i - 1], corners[i], corners[i + 1]), corners[i], stroke);
+        FillCorner(CornerBetween(corners[i - 1], corners[i], corners[i + 1]), corners[i], stroke, disc);
     if (IsSamePoint(corners.front(), corners.back()))
-        return FillCorner(CornerBetween(corners[last - 1], corners[0], corners[1]), corners[0], stroke);
+        return FillCorner(CornerBetween(corners[last - 1], corners[0], corners[1]), corners[0], stroke, disc);
     if (stroke.drawn == 0 && IsSloped(corners[0], corners[1]))
-        FillCorner(Corner::Round, corners[0], stroke);
+        FillCorner(Corner::Round, corners[0], stroke, disc);
     if (IsSloped(corners[last - 1], corners[last]))
-        FillCorner(Corner::Round, corners[last], stroke);
+        FillCorner(Corner::Round, corners[last], stroke, disc);
 }
 
-void PixelBackend::FillCorner(Corner corner, POINT at, const Stroke& stroke) {
+/// `disc` is the one about (0, 0) that rounds a corner; without a mask the rasteriser fills it.
+void PixelBackend::FillCorner(Corner corner, POINT at, const Stroke& stroke, const PlacedMask& disc) {
     const int width = WholeWidth(stroke.width);
     const std::int64_t left = std::int64_t{at.x} - width / 2;
     const std::int64_t top = std::int64_t{at.y} - width / 2;
     if (corner == Corner::Square)
         FillRect(Saturated(Box{left, top, left + width, top + width}), stroke.color);
-    if (corner == Corner::Round)
+    else if (corner == Corner::Round && disc.mask != nullptr)
+        BlendAt(disc, at, stroke.color);
+    else if (corner == Corner::Round)
         FillShape(EllipseShape{{at.x + 0.5, at.y + 0.5}, {width / 2.0, width / 2.0}}, stroke.color);
 }
 

@@ -7,8 +7,8 @@
 #endif
 
 /// @file
-/// Internal. Two pixels mixed at once. Steep lines and edges, which take most of the time of a picture with a curve in
-/// it, go through pixels that lie a row apart: no compiler puts these together by itself.
+/// Internal. Four pixels mixed at once, two by two. Steep lines and edges, which take most of the time of a picture
+/// with a curve in it, go through pixels that lie a row apart: no compiler puts these together by itself.
 
 namespace melkar {
 
@@ -44,21 +44,38 @@ private:
     Color m_color;
 #ifdef __SSE2__
     static __m128i Widen(__m128i bytes) { return _mm_unpacklo_epi8(bytes, _mm_setzero_si128()); }
-    /// Each of four weights twice, without its fraction: two pixels have eight channels.
-    static __m128i Twice(__m128i weights) {
-        const __m128i whole = _mm_srli_epi32(weights, kWeightBits);
-        return _mm_or_si128(whole, _mm_slli_epi32(whole, 16));
+    /// Two pixels `apart`, in the lower half.
+    static __m128i LoadPair(const std::uint32_t* pixel, std::ptrdiff_t apart) {
+        if (apart == 1)
+            return _mm_loadl_epi64(reinterpret_cast<const __m128i*>(pixel));
+        return _mm_unpacklo_epi32(_mm_cvtsi32_si128(static_cast<int>(pixel[0])),
+                                  _mm_cvtsi32_si128(static_cast<int>(pixel[apart])));
     }
-    void Mix(std::uint32_t& one, std::uint32_t& other, __m128i weights) const {
-        const __m128i under = Widen(
-            _mm_unpacklo_epi32(_mm_cvtsi32_si128(static_cast<int>(one)), _mm_cvtsi32_si128(static_cast<int>(other))));
-        const __m128i change = _mm_mullo_epi16(_mm_sub_epi16(m_channels, under), weights);
-        const __m128i rounded = _mm_add_epi16(_mm_slli_epi16(under, 8), _mm_set1_epi16(0x80));
-        const __m128i mixed = _mm_srli_epi16(_mm_add_epi16(rounded, change), 8);
-        const __m128i bytes =
-            _mm_or_si128(_mm_packus_epi16(mixed, mixed), _mm_set1_epi32(static_cast<int>(0xFF000000U)));
-        one = static_cast<std::uint32_t>(_mm_cvtsi128_si32(bytes));
-        other = static_cast<std::uint32_t>(_mm_cvtsi128_si32(_mm_srli_epi64(bytes, 32)));
+    static void StorePair(std::uint32_t* pixel, std::ptrdiff_t apart, __m128i pair) {
+        if (apart == 1)
+            return _mm_storel_epi64(reinterpret_cast<__m128i*>(pixel), pair);
+        pixel[0] = static_cast<std::uint32_t>(_mm_cvtsi128_si32(pair));
+        pixel[apart] = static_cast<std::uint32_t>(_mm_cvtsi128_si32(_mm_srli_epi64(pair, 32)));
+    }
+    /// The eight channels of two pixels, mixed; `weights` has one for each. A byte above 0x80 is 256 of it and a half.
+    __m128i MixedChannels(__m128i pair, __m128i weights) const {
+        const __m128i change = _mm_mullo_epi16(_mm_sub_epi16(m_channels, Widen(pair)), weights);
+        const __m128i rounded = _mm_unpacklo_epi8(_mm_set1_epi8(static_cast<char>(0x80)), pair);
+        return _mm_srli_epi16(_mm_add_epi16(rounded, change), 8);
+    }
+    /// Mixes two pairs, the second one `stride` behind the first; `weights` has one for each pixel in its lower half.
+    void MixTwoPairs(std::uint32_t* pixel, std::ptrdiff_t apart, std::ptrdiff_t stride, __m128i weights) const {
+        const __m128i twice = _mm_unpacklo_epi16(weights, weights);
+        const __m128i one = MixedChannels(LoadPair(pixel, apart), _mm_unpacklo_epi32(twice, twice));
+        const __m128i other = MixedChannels(LoadPair(pixel + stride, apart), _mm_unpackhi_epi32(twice, twice));
+        const __m128i bytes = _mm_or_si128(_mm_packus_epi16(one, other), _mm_set1_epi32(static_cast<int>(0xFF000000U)));
+        StorePair(pixel, apart, bytes);
+        StorePair(pixel + stride, apart, _mm_unpackhi_epi64(bytes, bytes));
+    }
+    /// Four weights without their fractions, in the lower half.
+    static __m128i WholeOf(__m128i weights) {
+        const __m128i whole = _mm_srli_epi32(weights, kWeightBits);
+        return _mm_packs_epi32(whole, whole);
     }
 
     __m128i m_channels;
@@ -69,22 +86,28 @@ private:
 
 inline void PairMixer::MixEvenly(std::uint32_t* pixel, std::ptrdiff_t stride, int count, std::int32_t weight,
                                  std::int32_t step) const {
-    __m128i weights = _mm_set_epi32(weight + step, weight + step, weight, weight);
-    const __m128i steps = _mm_set1_epi32(2 * step);
-    for (; count > 1; count -= 2, pixel += 2 * stride, weights = _mm_add_epi32(weights, steps))
-        Mix(pixel[0], pixel[stride], Twice(weights));
-    if (count == 1)
-        *pixel = MixColor256(*pixel, m_color, Whole(_mm_cvtsi128_si32(weights)));
+    __m128i weights = _mm_set_epi32(weight + 3 * step, weight + 2 * step, weight + step, weight);
+    const __m128i steps = _mm_set1_epi32(4 * step);
+    for (; count > 3; count -= 4, weight += 4 * step, pixel += 4 * stride, weights = _mm_add_epi32(weights, steps))
+        MixTwoPairs(pixel, stride, 2 * stride, WholeOf(weights));
+    for (; count > 0; --count, weight += step, pixel += stride)
+        *pixel = MixColor256(*pixel, m_color, Whole(weight));
 }
 
 inline void PairMixer::MixPairs(std::uint32_t* pixel, std::ptrdiff_t across, std::ptrdiff_t stride, int count,
                                 std::int32_t first, std::int32_t second, std::int32_t step) const {
-    __m128i weights = _mm_set_epi32(second, second, first, first);
-    const __m128i steps = _mm_set1_epi32(step);
-    const __m128i flips = _mm_set_epi32(0, 0, -1, -1); // 256 - w is ~w + 257
-    const __m128i more = _mm_set_epi32(0, 0, 257 * 0x10001, 257 * 0x10001);
-    for (; count > 0; --count, pixel += stride, weights = _mm_add_epi32(weights, steps))
-        Mix(pixel[0], pixel[across], _mm_add_epi16(_mm_xor_si128(Twice(weights), flips), more));
+    __m128i weights = _mm_set_epi32(second + step, first + step, second, first);
+    const __m128i steps = _mm_set1_epi32(2 * step);
+    const __m128i flips = _mm_set1_epi32(0xFFFF); // 256 - w is ~w + 257
+    const __m128i more = _mm_set1_epi32(257);
+    for (; count > 1; count -= 2, first += 2 * step, second += 2 * step, pixel += 2 * stride) {
+        MixTwoPairs(pixel, across, stride, _mm_add_epi16(_mm_xor_si128(WholeOf(weights), flips), more));
+        weights = _mm_add_epi32(weights, steps);
+    }
+    if (count == 1) {
+        pixel[0] = MixColor256(pixel[0], m_color, 256U - Whole(first));
+        pixel[across] = MixColor256(pixel[across], m_color, Whole(second));
+    }
 }
 
 #else

@@ -1,0 +1,62 @@
+#include <MelkarCommon/reports/graph_header.h>
+
+#include <MelkarCommon/support/platform/drawing.h>
+#include <MelkarCommon/support/scoped.h>
+#include <MelkarCommon/support/support.h>
+
+using namespace melkar; // NOLINT(google-build-using-namespace): cells by their names
+
+namespace {
+
+constexpr int kMeasuredSize = 10; ///< points; texts are painted at the size of the profile
+constexpr COLORREF kWhite = 0xFFFFFF;
+constexpr COLORREF kBlack = 0;
+
+void PaintIn(HDC surface, CRect cell, const char* text, COLORREF color, UINT format) {
+    const ScopedTextColor scoped(surface, color);
+    DrawTextExA(surface, const_cast<char*>(text), -1, &cell, format, nullptr);
+}
+
+} // namespace
+
+CGraphHeader::CGraphHeader(const char* section) : CReportHeader(section) {
+    m_strSection = section;
+    char profile[] = "..\\conf\\graph.cnf";
+    CGraphHeader::ReadIniFile(profile);
+}
+
+int CGraphHeader::CalcRect(HDC surface, CRect block, CString dataFile) {
+    m_hDC = surface;
+    GetData(dataFile);
+    LayOutGraphHeader(m_rcCells, block, MeasureSamples(kMeasuredSize));
+    return Below();
+}
+
+int CGraphHeader::Draw(HDC, CRect block, CString) {
+    const ScopedFont font(m_hDC, HeaderFont(m_hDC, m_nHeaderSize));
+    DrawRectangle(m_hDC, block, kWhite, kBlack, 1);
+    for (const HeaderCell cell : {A0, A3, G0, C3, E3})
+        DrawRectangle(m_hDC, m_rcCells[cell], kBlack, kBlack, 0);
+    const int middle = m_rcCells[B3].top;
+    DrawLine(m_hDC, CPoint(block.left, middle), CPoint(block.right, middle), nullptr);
+    DrawPairs();
+    return Below();
+}
+
+/// Labels stand white in their cells; those of group and comment have no black one and so don't show.
+void CGraphHeader::DrawPairs() const {
+    const struct {
+        const TextSlot &label, &text;
+        HeaderCell labelCell, textCell;
+    } pairs[] = {
+        {m_szNameLabel, m_szName, A0, B0},     {m_szGroupLabel, m_szGroup, A1, B1},
+        {m_szDateLabel, m_szDate, G0, H0},     {m_szCommentLabel, m_szComment, A2, B2},
+        {m_szAgeLabel, m_szAge, A3, B3},       {m_szHeightLabel, m_szHeight, C3, D3},
+        {m_szWeightLabel, m_szWeight, E3, F3},
+    };
+    SetBkMode(m_hDC, TRANSPARENT); // and it stays so, for whoever paints on below the block
+    for (const auto& pair : pairs) {
+        PaintIn(m_hDC, m_rcCells[pair.labelCell], pair.label, kWhite, DT_CENTER | DT_VCENTER | DT_SINGLELINE);
+        PaintIn(m_hDC, m_rcCells[pair.textCell], pair.text, kBlack, DT_VCENTER | DT_SINGLELINE);
+    }
+}

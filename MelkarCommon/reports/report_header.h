@@ -1,0 +1,88 @@
+#pragma once
+
+#include <MelkarCommon/api.h>
+#include <MelkarCommon/frame/key_table.h>
+#include <MelkarCommon/reports/report_header_layout.h>
+#include <MelkarCommon/reports/text_slot.h>
+#include <MelkarCommon/support/ini_reader.h>
+#include <MelkarCommon/support/platform/cstring.h>
+#include <MelkarCommon/support/platform/types.h>
+
+namespace melkar {
+class HeaderRows;
+}
+
+/// The block that opens a printed report: the person, the period and its figures. It reads the profile's labels and
+/// samples and the report header data file, and owns the cells; the layouts stand in the classes below it.
+///
+/// Data file: rows of fields with commas between them, figures as text. A row beyond the end of the file repeats the
+/// last one that is there. The text formats of the slots are fixed; every slot holds at most 255 bytes.
+class MELKAR_API CReportHeader {
+public:
+    /// Reads the block's keys from "..\conf\graph.cnf". @param section the block's own section
+    explicit CReportHeader(const char* section);
+    CReportHeader(const CReportHeader&) = default;
+    CReportHeader& operator=(const CReportHeader&) = default;
+    virtual ~CReportHeader() = default;
+
+    /// Fills the slots from the data file. @return 0; -1, with all slots as they were, if it can't be opened.
+    virtual int GetData(CString dataFile);
+    /// Stores today's date in its slot and clears the block. @return 0.
+    virtual int Draw(HDC surface, CRect block, CString dataFile);
+    virtual int ReadIniFile(char* path); ///< reads the keys. @return 0.
+    /// Lays nothing out; a derived class reads the data file and places the cells. @return 0.
+    virtual int CalcRect(HDC surface, CRect block, CString dataFile);
+
+    static melkar::ClassKeys ProfileKeys();
+
+protected:
+    HFONT HeaderFont(HDC surface, int size) const; ///< size in points, 11 if it is 0 or below; the caller's
+    /// The sample texts as they measure on `m_hDC` in a font of `size` points.
+    melkar::HeaderSamples MeasureSamples(int size) const;
+
+    char m_szFont[256] = {}; ///< the face once more, as a plain buffer
+    CString m_strFont;
+    CString m_strDateFormatType;
+    int m_nCharset = 0;
+    HDC m_hDC = nullptr; ///< surface of the last layout; the caller's
+    CIniReader m_Ini;
+    CString m_strSection;
+
+public:
+    TextSlot m_szName; ///< the three parts and the person's unit
+    TextSlot m_szName1, m_szName2, m_szName3;
+    TextSlot m_szGroup, m_szNickname, m_szDate, m_szComment;
+    TextSlot m_szHeight, m_szWeight, m_szSex, m_szAge, m_szBmi;
+    TextSlot m_szExclude, m_szDuring, m_szSite, m_szEffectiveDays;
+    TextSlot m_szStepTarget, m_szCalTarget, m_szActTarget;
+    TextSlot m_szModerate;
+    TextSlot m_szAveActCal, m_szMaxActCal, m_szAveTotalCal, m_szMaxTotalCal, m_szAveStep, m_szMaxStep;
+
+    TextSlot m_szNameLabel, m_szGroupLabel, m_szNicknameLabel, m_szDateLabel, m_szCommentLabel;
+    TextSlot m_szHeightLabel, m_szWeightLabel, m_szSexLabel, m_szAgeLabel, m_szBmiLabel;
+    TextSlot m_szExcludeLabel, m_szDuringLabel, m_szSiteLabel, m_szEffectiveDaysLabel;
+    TextSlot m_szStepTargetLabel, m_szCalTargetLabel, m_szActTargetLabel, m_szModerateLabel;
+    TextSlot m_szAveActCalLabel, m_szMaxActCalLabel, m_szAveTotalCalLabel, m_szMaxTotalCalLabel;
+    TextSlot m_szAveStepLabel, m_szMaxStepLabel;
+
+    melkar::HeaderCells m_rcCells{}; ///< by `melkar::HeaderCell`; empty until a layout fills them
+
+protected:
+    CString m_str1stLabel, m_str2ndLabel, m_str3rdLabel,
+        m_str4thLabel;                                              ///< samples that fix the widths of label columns
+    CString m_str1stText, m_str2ndText, m_str3rdText, m_str4thText; ///< the same of text columns
+    int m_nHeaderSize = 0;                                          ///< points
+    CString m_strLocale;
+    CString m_strPersonUnit, m_strAgeUnit;
+    CString m_strCalUnit, m_strStepUnit, m_strMinUnit, m_strKmUnit, m_strMileUnit, m_strKgUnit, m_strLbsUnit; ///< kept
+    CString m_strLeftHeader, m_strCenterHeader, m_strRightHeader;                                             ///< kept
+
+private:
+    struct KeyRows;
+    void TakePerson(melkar::HeaderRows& rows);
+    bool TakePeriod(melkar::HeaderRows& rows);
+    void TakeTargets(melkar::HeaderRows& rows, bool isOwnSource);
+    void TakeFigures(melkar::HeaderRows& rows);
+    void TakeLateTargets(melkar::HeaderRows& rows);
+    void Put(TextSlot& slot, const CString& text) const { slot.Set(text, m_nCharset); }
+};

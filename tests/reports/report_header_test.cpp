@@ -1,0 +1,157 @@
+#include <MelkarCommon/reports/circadian_graph_header.h>
+#include <MelkarCommon/reports/graph_header.h>
+#include <MelkarCommon/support/platform/drawing.h>
+#include <MelkarCommon/support/platform/surface.h>
+#include <support/temp_workdir.h>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <regex>
+#include <sstream>
+
+using namespace melkar;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::Not;
+
+namespace {
+
+// Rows are 20 + 1 high, the samples of row 3 all 25 but the first column's.
+constexpr HeaderSamples kSamples{{60, 20}, {90, 18}, {50, 25}, {80, 25}, {40, 25}, {70, 25}, {100, 25}};
+constexpr CRect kBlock(100, 50, 700, 400);
+
+TEST(ReportHeaderLayout, ColumnsAreAsWideAsTheirSamples) {
+    HeaderCells c{};
+    LayOutGraphHeader(c, kBlock, kSamples);
+    EXPECT_EQ(c[A0], CRect(100, 50, 160, 71));
+    EXPECT_EQ(c[A3], CRect(100, 113, 160, 134));
+    EXPECT_EQ(c[A6], CRect(100, 176, 160, 197));
+    EXPECT_EQ(c[B0], CRect(161, 50, 700, 71)) << "one unit right of column A, up to the block's edge";
+    EXPECT_EQ(c[B2], CRect(161, 92, 700, 113));
+    EXPECT_EQ(c[B3], CRect(161, 113, 251, 131)) << "as high as its sample, without the unit of column A";
+    EXPECT_EQ(c[C3], CRect(251, 113, 301, 131));
+    EXPECT_EQ(c[D3], CRect(301, 113, 381, 131));
+    EXPECT_EQ(c[E3], CRect(381, 113, 421, 131));
+    EXPECT_EQ(c[F3], CRect(421, 113, 700, 131));
+    EXPECT_EQ(c[F5], CRect(421, 155, 700, 173));
+    EXPECT_EQ(c[B6], CRect(161, 176, 700, 194));
+    EXPECT_EQ(c[H0], CRect(600, 50, 700, 71));
+    EXPECT_EQ(c[G0], CRect(530, 50, 600, 71));
+    EXPECT_EQ(c[G5], CRect(530, 155, 600, 176));
+}
+
+TEST(ReportHeaderLayout, CircadianBlockEndsWithRow4) {
+    HeaderCells all{};
+    HeaderCells c{};
+    LayOutGraphHeader(all, kBlock, kSamples);
+    LayOutCircadianHeader(c, kBlock, kSamples);
+    for (const HeaderCell cell : {A0, A3, B0, B3, B4, C3, C4, D3, D4, E3, F3, G0, H0})
+        EXPECT_EQ(c[cell], all[cell]) << cell;
+    for (const HeaderCell cell : {A4, B5, B6, C5, D5, E4, F4, G5, H5})
+        EXPECT_EQ(c[cell], CRect()) << cell;
+}
+
+TEST(TextSlot, CutsBetweenCharacters) {
+    TextSlot slot;
+    slot = CString((std::string(254, 'x') + "\xC3\xA9").c_str());
+    EXPECT_EQ(slot.GetLength(), 254) << "the last character would need byte 256";
+    slot.Set(CString((std::string(254, 'x') + "\x82\xA0").c_str()), 128);
+    EXPECT_EQ(slot.GetLength(), 254) << "two bytes of the character set";
+    slot = CString("100%n %s");
+    EXPECT_STREQ(slot, "100%n %s");
+}
+
+class ReportHeader : public testing::Test {
+protected:
+    ReportHeader() {
+        m_files.Write("conf/graph.cnf",
+                      "[COMMON]\nFONT=Fixed\nGRAPH_DATE_FORMAT_TYPE=SHORT\n[HEAD]\n1ST_LABEL=Height\n"
+                      "1ST_TEXT=\" 100 y \"\n2ND_LABEL=Height\n2ND_TEXT=\" 180 \"\n3RD_LABEL=Weight\n"
+                      "4TH_LABEL=Date\n4TH_TEXT=\" 2025-03-31 \"\nNAME_LABEL=Name\nAGE_LABEL=Age\n"
+                      "SEX_LABEL=Sex\nDATE_LABEL=Date\nHEADER_SIZE=15\nPERSON_UNIT=-san\nAGE_UNIT=y\n");
+        m_files.Write("conf/config.cnf", "[SYSTEM]\nSHORT=%Y|%m|%d\n");
+    }
+    ~ReportHeader() override {
+        DeleteDC(m_record);
+        EXPECT_EQ(LiveObjectCount(), m_liveBefore);
+    }
+
+    CString File(std::string_view rows) const { return m_files.Write("bin/head.csv", rows).c_str(); }
+
+    TempWorkdir m_files;
+    std::size_t m_liveBefore = LiveObjectCount();
+    HDC m_record = CreateRecordingSurface(800, 500);
+};
+
+TEST_F(ReportHeader, EachFieldHasItsSlot) {
+    CReportHeader header("HEAD");
+    constexpr std::string_view head = "\"Doe\",J,Q,Jo,team\nall well\n41,f,170,65,22\n3/1,3/31,28,,,,";
+    constexpr std::string_view rest = "\n8000,300,30,3,6\nnone\n310,2100,7400\n640,2900,15200\ndropped\nTokyo\n";
+    ASSERT_EQ(header.GetData(File(std::string(head) + "1" + std::string(rest))), 0);
+    EXPECT_STREQ(header.m_szName, " Doe J Q-san");
+    EXPECT_STREQ(header.m_szNickname, "Jo");
+    EXPECT_STREQ(header.m_szGroup, " team");
+    EXPECT_STREQ(header.m_szComment, " all well");
+    EXPECT_STREQ(header.m_szAge, " 41 y ");
+    EXPECT_STREQ(header.m_szBmi, " 22 ");
+    EXPECT_STREQ(header.m_szDuring, " 3/1 - 3/31 ");
+    EXPECT_STREQ(header.m_szEffectiveDays, " 28 Days ");
+    EXPECT_STREQ(header.m_szStepTarget, " 8000 Steps ");
+    EXPECT_STREQ(header.m_szCalTarget, " 300 Cal ");
+    EXPECT_STREQ(header.m_szActTarget, " 30 min. ");
+    EXPECT_STREQ(header.m_szModerate, " 3 - 6 ");
+    EXPECT_STREQ(header.m_szExclude, " none ");
+    EXPECT_STREQ(header.m_szAveTotalCal, " 2100 Cal ");
+    EXPECT_STREQ(header.m_szMaxStep, " 15200 Steps ");
+    EXPECT_STREQ(header.m_szSite, " Tokyo");
+
+    ASSERT_EQ(header.GetData(File(std::string(head) + "01" + std::string(rest) + "10\n11\n12\n45,9000\n")), 0);
+    EXPECT_STREQ(header.m_szStepTarget, " 9000 Steps ") << "any other flag: from row 13";
+    EXPECT_STREQ(header.m_szActTarget, " 45 min. ");
+}
+
+TEST_F(ReportHeader, ShortFilesRepeatTheirLastRowAndMissingOnesKeepAll) {
+    CReportHeader header("HEAD");
+    ASSERT_EQ(header.GetData(File("a,b,c\ncomment\n50,m\n")), 0);
+    EXPECT_STREQ(header.m_szWeight, "  ") << "a field that isn't there";
+    EXPECT_STREQ(header.m_szDuring, " 50 - m ") << "row 3 is row 2 once more";
+    EXPECT_STREQ(header.m_szActTarget, " 50 min. ") << "row 13, too";
+    EXPECT_EQ(header.GetData("no-such.csv"), -1);
+    EXPECT_STREQ(header.m_szAge, " 50 y ");
+    ASSERT_EQ(header.GetData(File("")), 0);
+    EXPECT_STREQ(header.m_szAge, "  y ");
+    ASSERT_EQ(header.GetData(File(std::string(2046, 'x') + "\ny\n")), 0) << "2047 with its line end";
+    EXPECT_STREQ(header.m_szComment, " y");
+    ASSERT_EQ(header.GetData(File(std::string(2047, 'x') + "\ny\n")), 0);
+    EXPECT_STREQ(header.m_szComment, " ") << "the line end of a longer row is the next row";
+}
+
+// Samples at 10 points are 13 pixels: a character of 8 x 17, rows 18 apart. Texts at 15 points: 12 x 25.
+TEST_F(ReportHeader, GraphHeaderPaintsPairsOnTheSurfaceOfItsLayout) {
+    CGraphHeader header("HEAD");
+    const CString file = File("Doe,J,Q,Jo,team\nwell\n41,f,170,65,22\n");
+    EXPECT_EQ(header.CalcRect(m_record, kBlock, file), 50 + 6 * 18 + 17 + 5);
+    static_cast<CReportHeader&>(header).CReportHeader::Draw(m_record, kBlock, file);
+    EXPECT_TRUE(std::regex_match(std::string(header.m_szDate), std::regex(" \\d{4}\\|\\d\\d\\|\\d\\d ")))
+        << header.m_szDate;
+    EXPECT_EQ(header.Draw(nullptr, kBlock, "unused"), 180);
+    const std::string record = GetRecording(m_record);
+    EXPECT_THAT(record, HasSubstr("fill 100,50 48x18 #000000")) << "A0: six characters wide";
+    EXPECT_THAT(record, HasSubstr("fill 572,50 32x18 #000000"))
+        << "G0: left of a date of 12 characters, 96 wide, 32 more";
+    EXPECT_THAT(record, HasSubstr("line 100,104 700,104"));
+    EXPECT_THAT(record, HasSubstr("text \"Age\" 106,101 36x25"))
+        << "centred in A3: 100 + (48 - 36) / 2, 104 + (18 - 25) / 2";
+    EXPECT_THAT(record, HasSubstr("text \" 41 y \" 149,100"));
+    EXPECT_THAT(record, Not(HasSubstr("\"Sex\"")));
+}
+
+TEST_F(ReportHeader, CircadianHeaderPaintsNothingAndTellsWhereToGoOn) {
+    CCircadianGraphHeader header("HEAD");
+    EXPECT_EQ(header.CalcRect(m_record, kBlock, "no-such.csv"), 50 + 4 * 26 + 25 + 5) << "samples at 15 points";
+    EXPECT_EQ(header.Draw(m_record, kBlock, ""), 184);
+    EXPECT_EQ(GetRecording(m_record), "");
+}
+
+} // namespace

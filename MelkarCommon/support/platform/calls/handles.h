@@ -11,8 +11,8 @@
 
 namespace melkar {
 
-enum class ObjectKind : std::uint8_t { Gone, Pen, Brush, Font, Bitmap, Region, Surface };
-constexpr std::size_t kObjectKinds = 7;
+enum class ObjectKind : std::uint8_t { Gone, Pen, Brush, Font, Bitmap, Region, Surface, Printer, Memory };
+constexpr std::size_t kObjectKinds = 9;
 
 /// The first base of every object that has a handle.
 struct HandleHead {

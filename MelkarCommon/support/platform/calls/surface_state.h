@@ -25,6 +25,12 @@ struct WaitingLines {
     bool GoOnAt(POINT from, const Stroke& next) const;
 };
 
+/// What the surface of a printer keeps; the printer calls know what it is.
+class SurfacePrinting {
+public:
+    virtual ~SurfacePrinting() = default;
+};
+
 } // namespace melkar
 
 /// A drawing surface: the selected objects and modes, above the backend that does the work. Internal.
@@ -59,7 +65,8 @@ struct HDC__ : melkar::HandleHead, melkar::InHandleMemory<melkar::ObjectKind::Su
     std::unique_ptr<melkar::Bitmap> ownBitmap; ///< of a surface with room of its own
     std::unique_ptr<melkar::Backend> backend;  ///< null: no room to draw on. To draw, take `Drawing()`
     melkar::WaitingLines lines;
-    melkar::PageFile* page = nullptr; ///< the backend, if it is a page
+    melkar::PageFile* page = nullptr; ///< the backend, if it is a page that is finished with the surface
+    std::unique_ptr<melkar::SurfacePrinting> printing; ///< null on what isn't a printer's
 
     COLORREF textColor = RGB(0, 0, 0);
     COLORREF bkColor = RGB(255, 255, 255);

@@ -59,16 +59,15 @@ void SetInfo(cairo_surface_t* pdf, const DocumentInfo& info) {
         cairo_pdf_surface_set_metadata(pdf, CAIRO_PDF_METADATA_CREATE_DATE, text);
 }
 
-CairoSurface MakeSurface(NewFile* file, PageFormat format, double widthInches, double heightInches,
-                         const DocumentInfo& info) {
+CairoSurface MakeSurface(NewFile* file, PageFormat format, const Sheet& sheet, const DocumentInfo& info) {
     if (format == PageFormat::Pdf) {
-        CairoSurface pdf(cairo_pdf_surface_create_for_stream(WriteBytes, file, widthInches * kPointsPerInch,
-                                                             heightInches * kPointsPerInch));
+        CairoSurface pdf(cairo_pdf_surface_create_for_stream(WriteBytes, file, sheet.width, sheet.height));
         SetInfo(pdf.get(), info);
         return pdf;
     }
-    CairoSurface svg(cairo_svg_surface_create_for_stream(WriteBytes, file, widthInches * kSvgUnitsPerInch,
-                                                         heightInches * kSvgUnitsPerInch));
+    constexpr double kScale = kSvgUnitsPerInch / kPointsPerInch;
+    CairoSurface svg(
+        cairo_svg_surface_create_for_stream(WriteBytes, file, sheet.width * kScale, sheet.height * kScale));
     cairo_svg_surface_set_document_unit(svg.get(), CAIRO_SVG_UNIT_PX);
     return svg;
 }
@@ -109,13 +108,16 @@ class PageBackend final : public PageFile {
 public:
     PageBackend(std::unique_ptr<NewFile> file, PageFormat format, int width, int height, int dpi,
                 const DocumentInfo& info)
-        : m_file(std::move(file)), m_format(format), m_sheet{0, 0, width, height},
+        : m_file(std::move(file)), m_format(format), m_room{0, 0, width, height}, m_isWholeSheet(!info.sheet),
           m_thinnest(dpi / (2 * kPointsPerInch)),
           m_scale((format == PageFormat::Pdf ? kPointsPerInch : kSvgUnitsPerInch) / dpi) {
         const double inch = dpi;
-        m_surface = MakeSurface(m_file.get(), format, width / inch, height / inch, info);
+        const Sheet sheet =
+            info.sheet.value_or(Sheet{width / inch * kPointsPerInch, height / inch * kPointsPerInch, 0, 0});
+        m_surface = MakeSurface(m_file.get(), format, sheet, info);
         m_cr.reset(cairo_create(m_surface.get()));
         cairo_scale(Cr(), m_scale, m_scale);
+        cairo_translate(Cr(), sheet.left / kPointsPerInch * inch, sheet.top / kPointsPerInch * inch);
         cairo_set_line_join(Cr(), CAIRO_LINE_JOIN_ROUND);
     }
     ~PageBackend() override { m_file->Abandon(); }
@@ -156,7 +158,8 @@ private:
         return bounded;
     }
     void ClipTo(const RECT& clip) {
-        if (clip.left <= 0 && clip.top <= 0 && clip.right >= m_sheet.right && clip.bottom >= m_sheet.bottom)
+        if (m_isWholeSheet && clip.left <= 0 && clip.top <= 0 && clip.right >= m_room.right &&
+            clip.bottom >= m_room.bottom)
             return;
         Rectangle(clip);
         cairo_clip(Cr());
@@ -168,8 +171,9 @@ private:
 
     std::unique_ptr<NewFile> m_file;
     PageFormat m_format;
-    RECT m_sheet;
-    RECT m_page{0, 0, 0, 0}; ///< the sheet while a page is open, else empty
+    RECT m_room;             ///< to draw on
+    bool m_isWholeSheet;     ///< the room leaves no margin
+    RECT m_page{0, 0, 0, 0}; ///< the room while a page is open, else empty
     RECT m_clip{0, 0, 0, 0};
     int m_pages = 0; ///< begun
     bool m_hasEnded = false;
@@ -187,7 +191,7 @@ bool PageBackend::BeginPage() {
         return false;
     EndPage();
     ++m_pages;
-    m_page = m_sheet;
+    m_page = m_room;
     SetClip(m_page);
     return true;
 }

@@ -13,12 +13,21 @@
 
 namespace melkar {
 
+/// A sheet of paper and the place of the room to draw on. Points.
+struct Sheet {
+    double width;
+    double height;
+    double left;
+    double top;
+};
+
 /// What a document says about itself.
 struct DocumentInfo {
     std::string title; ///< UTF-8
     /// When it was made, so that the same input gives the same bytes; without it SOURCE_DATE_EPOCH of the environment
     /// counts, else the present.
     std::optional<std::time_t> created;
+    std::optional<Sheet> sheet = std::nullopt; ///< without it the room is the whole sheet
 };
 
 /// A document in the making. What is drawn between two pages is lost. Unless it is finished, no file comes of it.

@@ -1,0 +1,229 @@
+#include <MelkarCommon/support/platform/printing.h>
+#include <MelkarCommon/support/platform/printing/printer.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <climits>
+#include <cstdlib>
+#include <cstring>
+#include <cups/cups.h>
+#include <fcntl.h>
+#include <filesystem>
+#include <optional>
+#include <unistd.h>
+
+namespace melkar {
+namespace {
+
+constexpr int kConnectMilliseconds = 5000;
+constexpr double kAnswerSeconds = 30;
+
+struct CloseHttp {
+    void operator()(http_t* server) const { httpClose(server); }
+};
+using Connection = std::unique_ptr<http_t, CloseHttp>;
+
+struct DeleteIpp {
+    void operator()(ipp_t* message) const { ippDelete(message); }
+};
+using Message = std::unique_ptr<ipp_t, DeleteIpp>;
+
+/// Where a printer listens.
+struct Address {
+    std::string name; ///< as the host gave it
+    std::string host;
+    int port = 0;
+    http_encryption_t encryption = HTTP_ENCRYPTION_IF_REQUESTED;
+    std::string resource;
+    std::string uri; ///< as requests name the printer
+};
+
+std::optional<Address> ParseUri(const std::string& name) {
+    std::array<char, HTTP_MAX_URI> scheme{}, user{}, host{}, resource{};
+    int port = 0;
+    const auto size = static_cast<int>(HTTP_MAX_URI);
+    if (httpSeparateURI(HTTP_URI_CODING_ALL, name.c_str(), scheme.data(), size, user.data(), size, host.data(), size,
+                        &port, resource.data(), size) < HTTP_URI_STATUS_OK)
+        return std::nullopt;
+    const bool isSecure = std::strcmp(scheme.data(), "ipps") == 0;
+    return Address{
+        name, host.data(), port, isSecure ? HTTP_ENCRYPTION_ALWAYS : HTTP_ENCRYPTION_IF_REQUESTED, resource.data(),
+        name};
+}
+
+/// A queue of the server that CUPS knows: the one of CUPS_SERVER, or this machine's.
+std::optional<Address> ParseQueue(const std::string& name) {
+    std::array<char, HTTP_MAX_URI> uri{};
+    if (httpAssembleURIf(HTTP_URI_CODING_ALL, uri.data(), static_cast<int>(uri.size()), "ipp", nullptr, "localhost", 0,
+                         "/printers/%s", name.c_str()) < HTTP_URI_STATUS_OK)
+        return std::nullopt;
+    return Address{name, cupsServer(), ippPort(), cupsEncryption(), "/printers/" + name, uri.data()};
+}
+
+std::optional<Address> ParseAddress(const std::string& name) {
+    if (name.starts_with("ipp://") || name.starts_with("ipps://"))
+        return ParseUri(name);
+    const bool isQueue = !name.empty() && name.find_first_of("/?# \t") == std::string::npos;
+    return isQueue ? ParseQueue(name) : std::nullopt;
+}
+
+Connection Connect(const Address& address) {
+    Connection server(httpConnect2(address.host.c_str(), address.port, nullptr, AF_UNSPEC, address.encryption, 1,
+                                   kConnectMilliseconds, nullptr));
+    if (server)
+        httpSetTimeout(server.get(), kAnswerSeconds, nullptr, nullptr);
+    return server;
+}
+
+Message MakeRequest(const Address& address, ipp_op_t operation) {
+    Message request(ippNewRequest(operation));
+    ippAddString(request.get(), IPP_TAG_OPERATION, IPP_TAG_URI, "printer-uri", nullptr, address.uri.c_str());
+    ippAddString(request.get(), IPP_TAG_OPERATION, IPP_TAG_NAME, "requesting-user-name", nullptr, cupsUser());
+    return request;
+}
+
+/// The answer to a request; null, with a log line, if it failed. @param document a file to send along, -1 for none
+Message Ask(const Address& address, Message request, int document) {
+    const Connection server = Connect(address);
+    if (!server) {
+        LogPrinter(address.name, "no print server at " + address.host + ":" + std::to_string(address.port));
+        return nullptr;
+    }
+    Message answer(cupsDoIORequest(server.get(), request.release(), address.resource.c_str(), document, -1));
+    if (answer && ippGetStatusCode(answer.get()) <= IPP_STATUS_OK_EVENTS_COMPLETE)
+        return answer;
+    LogPrinter(address.name, cupsLastErrorString());
+    return nullptr;
+}
+
+const Paper* PaperOf(ipp_t* facts) {
+    ipp_attribute_t* media = ippFindAttribute(facts, "media-default", IPP_TAG_ZERO);
+    const char* name = media != nullptr ? ippGetString(media, 0, nullptr) : nullptr;
+    const Paper* paper = name != nullptr ? FindPaper(std::string_view(name)) : nullptr;
+    return paper != nullptr ? paper : FindPaper(DMPAPER_A4);
+}
+
+/// A printer's word is not trusted further than a quarter of a small sheet.
+int MarginOf(ipp_t* media, const char* name) {
+    constexpr int kMost = 2500;
+    ipp_attribute_t* margin = ippFindAttribute(media, name, IPP_TAG_INTEGER);
+    return margin != nullptr ? std::clamp(ippGetInteger(margin, 0), 0, kMost) : 0;
+}
+
+Margins MarginsOf(ipp_t* facts) {
+    ipp_attribute_t* found = ippFindAttribute(facts, "media-col-default", IPP_TAG_BEGIN_COLLECTION);
+    if (found == nullptr)
+        return {};
+    ipp_t* media = ippGetCollection(found, 0);
+    return {MarginOf(media, "media-left-margin"), MarginOf(media, "media-top-margin"),
+            MarginOf(media, "media-right-margin"), MarginOf(media, "media-bottom-margin")};
+}
+
+bool IsColored(ipp_t* facts) {
+    ipp_attribute_t* modes = ippFindAttribute(facts, "print-color-mode-supported", IPP_TAG_KEYWORD);
+    return modes == nullptr || ippContainsString(modes, "color") != 0;
+}
+
+Message PrintRequest(const Address& address, const JobTicket& ticket) {
+    Message request = MakeRequest(address, IPP_OP_PRINT_JOB);
+    ipp_t* ipp = request.get();
+    ippAddString(ipp, IPP_TAG_OPERATION, IPP_TAG_NAME, "job-name", nullptr, ticket.name.c_str());
+    ippAddString(ipp, IPP_TAG_OPERATION, IPP_TAG_MIMETYPE, "document-format", nullptr, "application/pdf");
+    ippAddString(ipp, IPP_TAG_JOB, IPP_TAG_KEYWORD, "media", nullptr, ticket.paper->media);
+    ippAddInteger(ipp, IPP_TAG_JOB, IPP_TAG_ENUM, "orientation-requested",
+                  ticket.isLandscape ? IPP_ORIENT_LANDSCAPE : IPP_ORIENT_PORTRAIT);
+    ippAddString(ipp, IPP_TAG_JOB, IPP_TAG_KEYWORD, "print-color-mode", nullptr,
+                 ticket.isColored ? "color" : "monochrome");
+    if (ticket.copies > 1)
+        ippAddInteger(ipp, IPP_TAG_JOB, IPP_TAG_INTEGER, "copies", ticket.copies);
+    return request;
+}
+
+/// A directory that only this user sees: what is printed is private. Removed with what is in it.
+class PrivateDirectory {
+public:
+    PrivateDirectory() {
+        std::error_code error;
+        std::string name = (std::filesystem::temp_directory_path(error) / "melkar-XXXXXX").string();
+        if (!error && mkdtemp(name.data()) != nullptr)
+            m_path = name;
+    }
+    ~PrivateDirectory() {
+        std::error_code ignored;
+        if (!m_path.empty())
+            std::filesystem::remove_all(m_path, ignored);
+    }
+    PrivateDirectory(const PrivateDirectory&) = delete;
+    PrivateDirectory& operator=(const PrivateDirectory&) = delete;
+
+    const std::string& Path() const { return m_path; } ///< empty if there is none
+
+private:
+    std::string m_path;
+};
+
+/// The job is made when its document is whole, so that one that never ends is never seen by the server.
+class IppJob : public PrintJob {
+public:
+    IppJob(Address address, JobTicket ticket)
+        : m_address(std::move(address)), m_ticket(std::move(ticket)), m_path(m_directory.Path() + "/document.pdf") {}
+
+    bool HasRoom() const { return !m_directory.Path().empty(); }
+    const std::string& Path() const override { return m_path; }
+    bool Deliver() override {
+        const int document = open(m_path.c_str(), O_RDONLY | O_CLOEXEC);
+        if (document < 0) {
+            LogPrinter(m_address.name, std::strerror(errno));
+            return false;
+        }
+        const Message answer = Ask(m_address, PrintRequest(m_address, m_ticket), document);
+        close(document);
+        return answer != nullptr;
+    }
+
+private:
+    Address m_address;
+    JobTicket m_ticket;
+    PrivateDirectory m_directory;
+    std::string m_path;
+};
+
+class IppPrinter : public Printer {
+public:
+    IppPrinter(Address address, const PrinterDefaults& defaults)
+        : m_address(std::move(address)), m_defaults(defaults) {}
+    const PrinterDefaults& Defaults() const override { return m_defaults; }
+    std::unique_ptr<PrintJob> Begin(const JobTicket& ticket) override {
+        auto job = std::make_unique<IppJob>(m_address, ticket);
+        if (job->HasRoom())
+            return job;
+        LogPrinter(m_address.name, "no directory for temporary files");
+        return nullptr;
+    }
+
+private:
+    Address m_address;
+    PrinterDefaults m_defaults;
+};
+
+} // namespace
+
+std::unique_ptr<Printer> FindIppPrinter(const std::string& name) {
+    constexpr std::array<const char*, 3> kWanted = {"media-default", "media-col-default", "print-color-mode-supported"};
+    const std::optional<Address> address = ParseAddress(name);
+    if (!address) {
+        LogPrinter(name, "not the name of a printer");
+        return nullptr;
+    }
+    Message request = MakeRequest(*address, IPP_OP_GET_PRINTER_ATTRIBUTES);
+    ippAddStrings(request.get(), IPP_TAG_OPERATION, IPP_TAG_KEYWORD, "requested-attributes",
+                  static_cast<int>(kWanted.size()), nullptr, kWanted.data());
+    const Message facts = Ask(*address, std::move(request), -1);
+    if (!facts)
+        return nullptr;
+    const PrinterDefaults defaults{PaperOf(facts.get()), MarginsOf(facts.get()), IsColored(facts.get())};
+    return std::make_unique<IppPrinter>(*address, defaults);
+}
+
+} // namespace melkar

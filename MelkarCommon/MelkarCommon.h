@@ -25,6 +25,10 @@
 #include <MelkarCommon/gauges/bmi_graph_eng.h>
 #include <MelkarCommon/gauges/himand_graph.h>
 #include <MelkarCommon/quadrant/square_graph.h>
+#include <MelkarCommon/reports/circadian_graph_header.h>
+#include <MelkarCommon/reports/graph_header.h>
+#include <MelkarCommon/reports/report.h>
+#include <MelkarCommon/reports/report_header.h>
 #include <MelkarCommon/support/activity_figures.h>
 #include <MelkarCommon/support/fields.h>
 #include <MelkarCommon/support/font.h>
@@ -39,6 +43,7 @@
 #include <MelkarCommon/support/platform/drawing.h>
 #include <MelkarCommon/support/platform/files.h>
 #include <MelkarCommon/support/platform/geometry.h>
+#include <MelkarCommon/support/platform/printing.h>
 #include <MelkarCommon/support/platform/profile.h>
 #include <MelkarCommon/support/platform/surface.h>
 #include <MelkarCommon/support/platform/types.h>

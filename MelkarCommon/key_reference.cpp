@@ -12,6 +12,8 @@
 #include <MelkarCommon/frame/graph.h>
 #include <MelkarCommon/gauges/himand_graph.h>
 #include <MelkarCommon/quadrant/square_graph.h>
+#include <MelkarCommon/reports/report.h>
+#include <MelkarCommon/reports/report_header.h>
 
 namespace melkar {
 
@@ -53,7 +55,8 @@ std::vector<ClassKeys> AllProfileKeys() {
             CCircleGraph::ProfileKeys(), CBMIGraph_Base::ProfileKeys(),
             CHimandGraph::ProfileKeys(), CSquareGraph::ProfileKeys(),
             CGraphBase::ProfileKeys(),   CCircleGraphBase::ProfileKeys(),
-            CFixedText::ProfileKeys()};
+            CFixedText::ProfileKeys(),   CReport::ProfileKeys(),
+            CReportHeader::ProfileKeys()};
 }
 
 std::string KeyReference() {

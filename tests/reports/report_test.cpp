@@ -1,0 +1,158 @@
+#include <MelkarCommon/reports/report.h>
+#include <MelkarCommon/reports/report_layout.h>
+#include <MelkarCommon/support/platform/drawing.h>
+#include <MelkarCommon/support/platform/surface.h>
+#include <support/temp_workdir.h>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <optional>
+#include <thread>
+
+using testing::HasSubstr;
+
+namespace {
+
+char g_section[] = "REPORT_1"; // not constant only because reports take such pointers
+
+/// Looks inside.
+class TestReport : public CReport {
+public:
+    TestReport(std::string printer, int paper = DMPAPER_A4, int orientation = 0)
+        : CReport(printer.data(), paper, orientation, g_section, nullptr, nullptr, nullptr, "data", "head", "foot") {}
+
+    int DrawHeader() override { return Note("header "); }
+    int DrawGraphs() override { return Note("graphs "); }
+    int DrawFooter() override { return Note("footer"); }
+
+    using CReport::m_nColorMode;
+    using CReport::m_nPaperSize;
+    using CReport::m_rcFooter;
+    using CReport::m_rcGraphs;
+    using CReport::m_rcHeader;
+    using CReport::m_rcPage;
+    using CReport::m_strVersion;
+    std::string order;
+
+private:
+    int Note(const char* what) {
+        order += what;
+        return -1;
+    }
+};
+
+class Report : public testing::Test {
+protected:
+    Report() { m_files.Write("conf/graph.cnf", "[REPORT_1]\nVERSION=1.02\n"); }
+    ~Report() override { EXPECT_EQ(LiveObjectCount(), m_liveBefore); }
+    std::string Info() const {
+        EXPECT_EQ(std::system("pdfinfo ../out.pdf > ../info"), 0);
+        return m_files.Read("info");
+    }
+
+    TempWorkdir m_files;
+    std::size_t m_liveBefore = LiveObjectCount();
+    std::string m_out = m_files.Path("out.pdf");
+};
+
+TEST(ReportLayout, BandsAreSharesOfThePage) {
+    const auto bands = melkar::LayOutBands(1000, 1000);
+    EXPECT_EQ(bands.header, CRect(100, 100, 900, 280));
+    EXPECT_EQ(bands.graphs, CRect(100, 300, 900, 730));
+    EXPECT_EQ(bands.footer, CRect(100, 750, 900, 900));
+    EXPECT_EQ(melkar::LayOutBands(793, 1122).graphs, CRect(79, 336, 713, 819)) << "79.3, 336.6, 713.7, 819.06";
+    EXPECT_EQ(melkar::LayOutBands(0, 0).footer, CRect());
+}
+
+TEST_F(Report, PrinterGetsPaperOrientationAndColor) {
+    const struct {
+        const char* why;
+        const char* monochrome;
+        int paper, orientation;
+        CRect page;
+        short color;
+    } cases[] = {
+        {"no key", "", DMPAPER_A4, 0, {0, 0, 793, 1122}, 1},
+        {"the one value that means colour", "MONOCHROME=1", DMPAPER_A4, 90, {0, 0, 1122, 793}, 2},
+        {"another value", "MONOCHROME=2", DMPAPER_LETTER, 180, {0, 0, 816, 1056}, 1},
+        {"the low 16 bits alone", "MONOCHROME=01", 0x10000 + DMPAPER_A4, 270, {0, 0, 793, 1122}, 1},
+    };
+    for (const auto& c : cases) {
+        m_files.Write("conf/config.cnf", std::string("[OTHER]\n") + c.monochrome + "\n");
+        TestReport report(m_out, c.paper, c.orientation);
+        EXPECT_EQ(report.m_rcPage, c.page) << c.why;
+        EXPECT_EQ(report.m_nColorMode, c.color) << c.why;
+        EXPECT_EQ(report.m_nPaperSize, c.paper) << c.why;
+        EXPECT_STREQ(report.m_strVersion, "1.02");
+    }
+}
+
+TEST_F(Report, PagesEndAndSoDoesTheDocument) {
+    TestReport report(m_out);
+    EXPECT_EQ(report.CalcRects(), 0);
+    EXPECT_EQ(report.m_rcHeader.left, 79);
+    EXPECT_GT(report.DocStart(), 0);
+    for (int page = 0; page < 3; ++page) {
+        EXPECT_EQ(report.PageStart(), 0);
+        EXPECT_EQ(report.Draw(), 0);
+        EXPECT_EQ(report.PageEnd(), 0);
+    }
+    EXPECT_EQ(report.order.substr(0, 20), "header graphs footer");
+    EXPECT_GT(report.DocEnd(), 0);
+    EXPECT_THAT(Info(), HasSubstr("Pages:           3"));
+    EXPECT_THAT(Info(), HasSubstr("Title:           Ovra"));
+}
+
+TEST_F(Report, LastCopyFreesTheSurface) {
+    std::optional<TestReport> report(m_out);
+    CReport copy(*report);
+    TestReport other(m_files.Path("other.pdf"));
+    EXPECT_EQ(LiveObjectCount(), m_liveBefore + 2);
+    static_cast<CReport&>(other) = copy;
+    EXPECT_EQ(LiveObjectCount(), m_liveBefore + 1);
+    EXPECT_GT(report->DocStart(), 0);
+    report->PageStart();
+    report.reset();
+    EXPECT_EQ(copy.PageEnd(), 0);
+    EXPECT_GT(copy.DocEnd(), 0);
+    EXPECT_THAT(Info(), HasSubstr("Pages:           1"));
+}
+
+TEST_F(Report, WithoutAPrinterAllDrawsNothing) {
+    const struct {
+        std::string printer;
+        const char* line;
+    } cases[] = {
+        {"", "CReport::CReport() PrinterName is Null!"},
+        {"no/folder/out.pdf", "CReport::CReport() pDevOutput is NULL!"},
+        {"ipp://127.0.0.1:1/printers/none", "CReport::CReport() pDevOutput is NULL!"},
+    };
+    for (const auto& c : cases) {
+        TestReport report(c.printer);
+        EXPECT_EQ(report.GetHDC(), nullptr);
+        EXPECT_THAT(m_files.Read("log/graph.log"), HasSubstr(c.line));
+        EXPECT_STREQ(report.GetHeaderFile(), "head");
+        EXPECT_LE(report.DocStart(), 0);
+        EXPECT_EQ(report.PageStart(), 0);
+        EXPECT_EQ(report.Draw(), 0);
+        EXPECT_LE(report.DocEnd(), 0);
+    }
+    { TestReport(m_out).DocStart(); }
+    EXPECT_FALSE(std::filesystem::exists(m_out)) << "a document without an end";
+}
+
+TEST_F(Report, ThreadsPrintBesideEachOther) {
+    std::vector<std::thread> threads;
+    for (int i = 0; i < 4; ++i)
+        threads.emplace_back([this, i] {
+            TestReport report(m_files.Path(std::to_string(i) + ".pdf"), i % 2 == 0 ? DMPAPER_A4 : DMPAPER_A5);
+            EXPECT_EQ(report.m_rcPage.Height(), i % 2 == 0 ? 1122 : 793);
+            EXPECT_GT(report.DocStart(), 0);
+            report.PageStart();
+            EXPECT_GT(report.DocEnd(), 0);
+        });
+    for (std::thread& thread : threads)
+        thread.join();
+}
+
+} // namespace

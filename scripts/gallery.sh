@@ -45,9 +45,16 @@ a:hover { text-decoration: underline; }
 HTML
 }
 
+# figure PICTURE LINKS: the picture of the row, or of one of its pages.
+figure() {
+    printf '<figure><a href="%s"><img src="%s" width="%s" height="%s" alt="%s" loading="lazy"></a>' \
+        "$1" "$1" "${row[size]%x*}" "${row[size]#*x}" "${row[caption]}"
+    printf '<figcaption>%s<br><code>%s</code> · %s</figcaption></figure>\n' "${row[caption]}" "${1%.png}" "$2"
+}
+
 # write_page DIRECTORY: the page of the pictures there, grouped by kind in the order of the rows.
 write_page() {
-    local kind='' links
+    local kind='' links page
     declare -A row
     page_head
     while read_row; do
@@ -56,12 +63,16 @@ write_page() {
             kind=${row[kind]}
             printf '<h2>%s</h2>\n<div class="pictures">\n' "$kind"
         fi
+        if [[ ${row[kind]} == report ]]; then
+            for page in "$1/${row[name]}"-[0-9]*.png; do
+                figure "$(basename "$page")" "<a href=\"${row[name]}.pdf\">PDF</a>"
+            done
+            continue
+        fi
         links="<a href=\"${row[name]}.png\">PNG</a>"
         [[ ! -e $1/${row[name]}.svg ]] || links+=" · <a href=\"${row[name]}.svg\">SVG</a>"
         [[ ! -e $1/${row[name]}.pdf ]] || links+=" · <a href=\"${row[name]}.pdf\">PDF</a>"
-        printf '<figure><a href="%s.png"><img src="%s.png" width="%s" height="%s" alt="%s" loading="lazy"></a>' \
-            "${row[name]}" "${row[name]}" "${row[size]%x*}" "${row[size]#*x}" "${row[caption]}"
-        printf '<figcaption>%s<br><code>%s</code> · %s</figcaption></figure>\n' "${row[caption]}" "${row[name]}" "$links"
+        figure "${row[name]}.png" "$links"
     done < <(gallery_rows)
     printf '</div>\n</body>\n</html>\n'
 }

@@ -90,6 +90,22 @@ expect "no such base"               2 'nowhere' "${week[@]}" --base nowhere -o a
 expect "base without a profile"     2 'no profile' "${week[@]}" --base / -o a.png
 expect "too many series"            2 '--series' "${week[@]}" --series 11 -o a.png
 
+# expect_report WHY EXIT-CODE PATTERN ARGUMENT...: the sample report.
+expect_report() {
+    local why=$1 code=$2 pattern=$3 actual=0 printed
+    shift 3
+    printed=$("$melkar" report --base app/bin --header data/report-header.csv --data data "$@" 2>&1) || actual=$?
+    [[ $actual -eq $code ]] || fail "$why" "exit code $actual, not $code: $printed"
+    grep -qE -- "$pattern" <<<"$printed" || fail "$why" "no '$pattern' in: $printed"
+}
+expect_report "a report"            0 '^[0-9]+ pages$' --printer r.pdf
+pdftotext -layout r.pdf r.txt
+for word in 'Dr. Ann Weaver' '168 cm' 'Steps per day' 'Weight plan' '14248 steps' 'Page 2 / '; do
+    grep -q "$word" r.txt || fail "a report" "it lacks: $word"
+done
+expect_report "no such printer"     1 '^melkar: nothing was printed' --printer nowhere/r.pdf
+expect_report "no such paper"       2 '--paper takes one of A3' --printer r.pdf --paper A99
+
 kind=week-print
 week=(--section WEEK --data data/week-print.csv --record)
 expect "a week that others follow"  0 'Mar 4' "${week[@]}" --page 0

@@ -1,40 +1,41 @@
 #include "circadian_charts.h"
 
+#include <printed_weeks.h>
+
 #include <MelkarCommon/circadian/circle_graph.h>
 #include <MelkarCommon/circadian/weekly_circadian.h>
 
 #include <fstream>
 #include <string>
-#include <utility>
 
 namespace melkar::tool {
 namespace {
 
-constexpr int kDaysOfWeek = 7;
-constexpr int kEighthLine = 8; ///< ends a week in the print file
-constexpr long kNothingToPrint = -1;
+constexpr long kDaysOfWeek = 7;
 
-class Week : public CWeeklyCircadian, public Chart {
+template <class Sheets> class SheetsChart : public Sheets, public Chart {
 public:
-    explicit Week(const ChartOptions& options)
-        : CWeeklyCircadian(nullptr, nullptr, options.section.c_str(), nullptr, nullptr, nullptr) {}
-
-    long Read(char* path) override { return ReadDataFile(path); }
+    explicit SheetsChart(const ChartOptions& options)
+        : Sheets(nullptr, nullptr, options.section.c_str(), nullptr, nullptr, nullptr) {}
 
     void Bind(const Surfaces& surfaces) override {
-        Initialize(nullptr, surfaces.dc, surfaces.shared, surfaces.second, surfaces.balloon);
-        for (CCircadianGraph& day : m_Day)
+        this->Initialize(nullptr, surfaces.dc, surfaces.shared, surfaces.second, surfaces.balloon);
+        for (CCircadianGraph& day : this->m_Day)
             day.SetDirectOutput(surfaces.isDirect);
     }
+};
 
+class Week final : public SheetsChart<CWeeklyCircadian> {
+public:
+    using SheetsChart::SheetsChart;
+    long Read(char* path) override { return ReadDataFile(path); }
     long Paint(const CRect& area, char* path) override { return Draw(area, path); }
 };
 
-/// The library prints the page in which a file ends. This host keeps all its weeks in one file: a page whose eighth
-/// line was read is a whole week.
-class PrintedWeek final : public Week {
+/// One of the weeks that a file holds.
+class PrintedWeek final : public SheetsChart<CPrintedWeeks> {
 public:
-    explicit PrintedWeek(const ChartOptions& options) : Week(options), m_page(options.page) {}
+    explicit PrintedWeek(const ChartOptions& options) : SheetsChart(options), m_page(options.page) {}
 
     long Read(char* path) override {
         const long count = ReadWeekDataFile(path, m_page);
@@ -42,24 +43,8 @@ public:
     }
     long Paint(const CRect& area, char* path) override { return DrawWeek(area, path, m_page); }
 
-    long ReadWeekDataFile(char* file, int page) override {
-        m_weeksRead = 0;
-        const long count = CWeeklyCircadian::ReadWeekDataFile(file, page);
-        const bool isWhole = m_weeksRead > page && page >= 0;
-        return count == kNothingToPrint && isWhole ? kDaysOfWeek : count;
-    }
-
-    long SetDayData(int day, double from, double to, CString date, int status, int steps, int actCal, int totalCal,
-                    double time, CStringArray* events, CStringArray* levels, double* intensity, int toroken,
-                    float exercise) override {
-        m_weeksRead += day == kEighthLine;
-        return Week::SetDayData(day, from, to, std::move(date), status, steps, actCal, totalCal, time, events, levels,
-                                intensity, toroken, exercise);
-    }
-
 private:
     int m_page;
-    int m_weeksRead = 0;
 };
 
 class Circle : public CCircleGraph, public Chart {

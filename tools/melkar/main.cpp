@@ -1,6 +1,8 @@
-// melkar: draws one chart from a profile and a data file. Exit codes: 0 drawn, 1 failed, 2 wrong usage.
+// melkar: draws one chart from a profile and a data file, or prints a report. Exit codes: 0 drawn, 1 failed, 2 wrong
+// usage.
 
 #include "draw.h"
+#include "report.h"
 
 #include <MelkarCommon/key_reference.h>
 
@@ -36,6 +38,10 @@ struct Arguments {
     bool record = false;
     bool noFigures = false;
     ChartOptions chart;
+    std::string printer;
+    std::string paper = "A4";
+    std::string header;
+    bool landscape = false;
 };
 
 /// A sentence for the error stream.
@@ -75,6 +81,20 @@ void AddDrawOptions(CLI::App& draw, Arguments& arguments) {
     draw.add_option("--click", arguments.click, "X,Y: print the day at this point");
     draw.add_flag("--record", arguments.record, "Print the drawing operations instead of writing a file");
     draw.add_option("-o", arguments.out, "Picture to write: .png, .svg or .pdf");
+}
+
+void AddReportOptions(CLI::App& report, Arguments& arguments) {
+    report.option_defaults()->take_last();
+    report
+        .add_option("--printer", arguments.printer,
+                    "A file NAME.pdf, an address ipp://HOST/..., or a queue of the print server")
+        ->required();
+    report.add_option("--paper", arguments.paper, "One of " + PaperNames());
+    report.add_flag("--landscape", arguments.landscape, "Pages that are wider than high");
+    report.add_option("--header", arguments.header, "Report header data file")->required();
+    report.add_option("--data", arguments.data, "Directory of the data files")->required();
+    report.add_option("--base", arguments.base, "Directory that plays the current directory of the host");
+    report.add_option("--section", arguments.chart.section, "Section of the profile; REPORT if none");
 }
 
 Output OutputOf(const Arguments& arguments) {
@@ -166,12 +186,39 @@ int RunDraw(const Arguments& arguments) {
     return Draw(std::move(request));
 }
 
+/// Names of files count from here, those of queues and addresses stay.
+std::string PrinterName(const std::string& name) {
+    return fs::path(name).extension() == ".pdf" ? fs::absolute(name).string() : name;
+}
+
+int RunReport(Arguments arguments) {
+    if (arguments.chart.section.empty())
+        arguments.chart.section = "REPORT";
+    ReportRequest request;
+    request.printer = PrinterName(arguments.printer);
+    request.paper = FindPaperCode(arguments.paper);
+    if (request.paper == 0)
+        throw UsageError{"--paper takes one of " + PaperNames() + ": " + arguments.paper};
+    request.isLandscape = arguments.landscape;
+    request.section = arguments.chart.section;
+    request.data = fs::absolute(arguments.data).string();
+    request.header = fs::absolute(arguments.header).string();
+    if (!fs::is_directory(request.data))
+        throw UsageError{"there is no such directory: " + arguments.data};
+    if (!fs::exists(request.header))
+        throw UsageError{"there is no such file: " + arguments.header};
+    EnterBase(arguments);
+    return PrintReport(std::move(request));
+}
+
 int Run(int argc, char** argv) {
     CLI::App app{"Draws health charts from a profile and a data file"};
     app.require_subcommand(1);
     Arguments arguments;
     CLI::App* draw = app.add_subcommand("draw", "Draw one chart into a picture");
     AddDrawOptions(*draw, arguments);
+    CLI::App* report = app.add_subcommand("report", "Print a report of a month");
+    AddReportOptions(*report, arguments);
     const CLI::App* keys = app.add_subcommand("keys", "Print the keys of a profile as a Markdown page");
     try {
         app.parse(argc, argv);
@@ -182,7 +229,7 @@ int Run(int argc, char** argv) {
         std::cout << melkar::KeyReference();
         return 0;
     }
-    return RunDraw(arguments);
+    return report->parsed() ? RunReport(std::move(arguments)) : RunDraw(arguments);
 }
 
 } // namespace

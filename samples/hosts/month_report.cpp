@@ -5,12 +5,15 @@
 #include <MelkarCommon/bars/step_graph.h>
 #include <MelkarCommon/gauges/bmi_graph_eng.h>
 #include <MelkarCommon/gauges/himand_graph.h>
+#include <MelkarCommon/support/platform/desktop.h>
 #include <MelkarCommon/support/platform/drawing.h>
+#include <MelkarCommon/support/platform/surface.h>
 #include <MelkarCommon/support/scoped.h>
 
 #include <algorithm>
 #include <filesystem>
 #include <iterator>
+#include <type_traits>
 
 namespace {
 
@@ -22,13 +25,16 @@ constexpr int kGap = 16;
 constexpr int kPointsPerInch = 72;
 constexpr COLORREF kInk = RGB(38, 50, 66);
 
-// Paints a graph straight onto the page. Thirty days leave no room for figures on the bars.
+// Paints a graph straight onto the page. Thirty days leave no room for figures on the bars; the data files name no
+// target.
 template <class Graph> class OnPage : public Graph {
 public:
     OnPage(HDC page, const char* section) : Graph(nullptr, page, section, page, page, page) {
         this->SetDirectOutput(1);
         if constexpr (requires { this->m_bValueOnBar; })
             this->m_bValueOnBar = 0;
+        if constexpr (std::is_same_v<Graph, CStepGraph>)
+            this->SetPrintTarget(0);
     }
     void Show(const CRect& area, std::string file) { this->Draw(area, file.data()); }
 };
@@ -57,18 +63,35 @@ CRect RowOf(const CRect& area, int rows, int row) {
     return {area.left, area.top + row * pitch, area.right, area.top + (row + 1) * pitch - kGap};
 }
 
+// Sheets choose the size of their summary by the width of the desktop when they are made: here that is the page.
+class PageAsDesktop {
+public:
+    explicit PageAsDesktop(const CRect& page) {
+        SystemParametersInfoA(SPI_GETWORKAREA, 0, &m_former, 0);
+        SetWorkArea(page);
+    }
+    ~PageAsDesktop() { SetWorkArea(m_former); }
+    PageAsDesktop(const PageAsDesktop&) = delete;
+    PageAsDesktop& operator=(const PageAsDesktop&) = delete;
+
+private:
+    RECT m_former{};
+};
+
 } // namespace
 
 CMonthReport::CMonthReport(char* printer, int paper, int orientation, char* section, const char* dataDirectory,
                            const char* headerFile)
     : CReport(printer, paper, orientation, section, nullptr, nullptr, nullptr, dataDirectory, headerFile, ""),
-      m_header(section), m_weeks(nullptr, m_hPrnDC, "WEEK", m_hPrnDC, m_hPrnDC, m_hPrnDC),
-      m_weekFile(DataFile("week-print.csv")), m_pageLabel(m_Ini.ReadString("", section, "PAGE_LABEL", "")),
+      m_header(section), m_weekFile(DataFile("week-print.csv")),
+      m_pageLabel(m_Ini.ReadString("", section, "PAGE_LABEL", "")),
       m_obesityLabel(m_Ini.ReadString("", section, "OBESITY_LABEL", "")) {
-    for (CCircadianGraph& day : m_weeks.m_Day)
+    const PageAsDesktop narrow(m_rcPage);
+    m_weeks = std::make_unique<CPrintedWeeks>(nullptr, m_hPrnDC, "WEEK", m_hPrnDC, m_hPrnDC, m_hPrnDC);
+    for (CCircadianGraph& day : m_weeks->m_Day)
         day.SetDirectOutput(1);
+    m_sheets = m_weeks->Sheets(m_weekFile.data());
     CMonthReport::CalcRects();
-    m_sheets = m_weeks.Sheets(m_weekFile.data());
 }
 
 int CMonthReport::CalcRects() {
@@ -136,9 +159,10 @@ int CMonthReport::DrawGraphs() {
 }
 
 void CMonthReport::DrawCharts() {
-    const int rows = RowsOf(m_rcGraphs, kChartHeight);
-    const int first = m_page * rows;
-    for (int row = 0; row < rows && first + row < kChartCount; ++row) {
+    const int most = RowsOf(m_rcGraphs, kChartHeight);
+    const int first = m_page * most;
+    const int rows = std::min(most, kChartCount - first);
+    for (int row = 0; row < rows; ++row) {
         const Chart& chart = kCharts[first + row];
         chart.show(m_hPrnDC, chart.section, RowOf(m_rcGraphs, rows, row), DataFile(chart.file));
     }
@@ -155,7 +179,7 @@ void CMonthReport::DrawSheets() {
     const int rows = RowsOf(area, kSheetHeight);
     const std::size_t first = static_cast<std::size_t>(m_page - ChartPages()) * static_cast<std::size_t>(rows);
     for (int row = 0; row < rows && first + row < m_sheets.size(); ++row)
-        m_weeks.DrawSheet(RowOf(area, rows, row), m_weekFile.data(), m_sheets[first + row]);
+        m_weeks->DrawSheet(RowOf(area, rows, row), m_weekFile.data(), m_sheets[first + row]);
 }
 
 int CMonthReport::DrawFooter() {

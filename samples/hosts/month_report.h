@@ -5,7 +5,9 @@
 #include <MelkarCommon/reports/graph_header.h>
 #include <MelkarCommon/reports/report.h>
 
+#include <memory>
 #include <string>
+#include <vector>
 
 // What a host writes to print a report: the pages of a person's month. `CReport` opens the printer and divides a page
 // into three bands; what stands in them is decided here, by the number of the page.
@@ -41,7 +43,7 @@ private:
     void Write(CRect box, const CString& text, int size, unsigned format) const;
 
     CGraphHeader m_header;
-    CPrintedWeeks m_weeks;
+    std::unique_ptr<CPrintedWeeks> m_weeks;
     std::string m_weekFile;
     std::vector<CPrintedWeeks::Sheet> m_sheets;
     CString m_pageLabel;

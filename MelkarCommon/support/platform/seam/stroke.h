@@ -33,7 +33,7 @@ struct Stroke {
 /// The width in whole pixels, at least 1, at most what any surface can show.
 inline int WholeWidth(double width) {
     constexpr double kWidest = 65536;
-    return width > 1 ? static_cast<int>(std::lround(std::min(width, kWidest))) : 1;
+    return width > 1 ? static_cast<int>(std::min(width, kWidest) + 0.5) : 1;
 }
 
 /// True if the pattern can be seen: two finite lengths that take a pixel at least. Anything else is drawn solid.

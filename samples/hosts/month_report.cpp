@@ -100,7 +100,7 @@ int CMonthReport::CalcRects() {
     const int margin = width / 14;
     m_rcHeader = CRect(margin, height * 5 / 100, width - margin, height * 21 / 100);
     m_rcGraphs = CRect(margin, height * 23 / 100, width - margin, height * 76 / 100);
-    m_rcFooter = CRect(margin, height * 78 / 100, width - margin, height * 95 / 100);
+    m_rcFooter = CRect(margin, height * 78 / 100, width - margin, height * 94 / 100);
     return 0;
 }
 
@@ -171,7 +171,7 @@ void CMonthReport::DrawCharts() {
 // Sheets take all the room from below the heading, whose rows are some 18 units high, to the page number.
 CRect CMonthReport::SheetArea() const {
     constexpr int kHeading = 90;
-    return {m_rcHeader.left, m_rcHeader.top + kHeading, m_rcFooter.right, m_rcFooter.bottom - kLineHeight};
+    return {m_rcHeader.left, m_rcHeader.top + kHeading, m_rcFooter.right, m_rcFooter.bottom};
 }
 
 void CMonthReport::DrawSheets() {
@@ -182,12 +182,13 @@ void CMonthReport::DrawSheets() {
         m_weeks->DrawSheet(RowOf(area, rows, row), m_weekFile.data(), m_sheets[first + row]);
 }
 
+// The number stands in the margin below the band.
 int CMonthReport::DrawFooter() {
     if (m_page == 0)
         DrawGauges();
     CString number;
     number.Format("%d / %d", m_page + 1, m_pages);
-    const CRect line(m_rcFooter.left, m_rcFooter.bottom - kLineHeight, m_rcFooter.right, m_rcFooter.bottom);
+    const CRect line(m_rcFooter.left, m_rcFooter.bottom, m_rcFooter.right, m_rcFooter.bottom + kLineHeight);
     Write(line, m_pageLabel + " " + number, kTextSize, DT_RIGHT);
     return 0;
 }

@@ -9,6 +9,7 @@
 #include <MelkarCommon/bars/line_graph.h>
 #include <MelkarCommon/bars/simulation.h>
 #include <MelkarCommon/bars/step_graph.h>
+#include <MelkarCommon/catalogue.h>
 #include <MelkarCommon/circadian/circadian_graph.h>
 #include <MelkarCommon/circadian/circle_graph.h>
 #include <MelkarCommon/circadian/weekly_circadian.h>

@@ -27,8 +27,8 @@ CActivityCalGraph::CActivityCalGraph(HWND window, HDC dc, const char* section, H
 }
 
 long CActivityCalGraph::ReadDataFile(char* path) {
-    melkar::LogText("CActivityCalGraph::ReadDataFile");
     return melkar::ReadGuarded([&] {
+        melkar::LogText("CActivityCalGraph::ReadDataFile");
         ResetGraphMeasure();
         melkar::DataFile file(path);
         if (!file.IsOpen())

@@ -31,9 +31,9 @@ constexpr int kNoScaleCode = 340;   ///< what the log says of it
 
 struct CBarGraph::KeyRows : melkar::Keys<CBarGraph> {
     static constexpr Row rows[] = {
-        Color<&G::m_crBar>(Own, "BARSCOLOR_RGB", "bar below its target, or without one"),
+        Color<&G::m_crBar>(Own, "BARSCOLOR_RGB", "bar below its target, or without one").Needed("150,190,226"),
         Color<&G::m_crBar2>(Own, "BARSCOLOR2_RGB", "bar at or above its target"),
-        Text<&G::m_strVAxsLabel>(Own, "VAXSLABEL", "vertical axis label: the unit"),
+        Text<&G::m_strVAxsLabel>(Own, "VAXSLABEL", "vertical axis label: the unit").Example("steps"),
         Text<&G::m_strHAxsLabel>(Own, "HAXSLABEL", "horizontal axis label"),
         Number<&G::m_nVAxsSize>(Own, "VAXSSIZE", 0, "kept; no painting uses it"),
         Number<&G::m_nHAxsSize>(Own, "HAXSSIZE", 0, "kept; no painting uses it"),
@@ -49,12 +49,15 @@ struct CBarGraph::KeyRows : melkar::Keys<CBarGraph> {
         Number<&G::m_nAverageLeft>(Own, "AverageLeft", 0, "kept; no painting uses it"),
         Colors<&G::m_crSeries, &G::m_nSeriesCount>(Own, "BARSCOLOR%d_RGB", "stacked series, from the bottom"),
         Color<&G::m_crBalloon>(Common, "BALLOONCOLOR_RGB", "balloon"),
-        Number<&G::m_nChartMax, &G::m_nDefChartMax>(Own, "CHARTMAX", 0, "top of the scale"),
+        Number<&G::m_nChartMax, &G::m_nDefChartMax>(Own, "CHARTMAX", 0, "top of the scale").Needed("10000"),
         Number<&G::m_nChartMin>(Own, "CHARTMIN", 0, "bottom of the scale"),
-        Number<&G::m_dChartInterval, &G::m_nDefChartInterval>(Own, "CHARTINTERVAL", 0, "step of the scale"),
-        Number<&G::m_nChartMaxBig, &G::m_nDefChartMaxBig>(Own, "CHARTMAX_BIG", 0, "top of the big scale"),
+        Number<&G::m_dChartInterval, &G::m_nDefChartInterval>(Own, "CHARTINTERVAL", 0, "step of the scale")
+            .Needed("2000"),
+        Number<&G::m_nChartMaxBig, &G::m_nDefChartMaxBig>(Own, "CHARTMAX_BIG", 0, "top of the big scale")
+            .Example("20000"),
         Number<&G::m_nChartIntervalBig, &G::m_nDefChartIntervalBig>(Own, "CHARTINTERVAL_BIG", 0,
-                                                                    "step of the big scale"),
+                                                                    "step of the big scale")
+            .Example("4000"),
         Number<&G::m_nVMeasureSize>(Common, "VMEASURESIZE", 12, "scale labels, points"),
         Number<&G::m_nVMeasureLabelSize, &G::m_nHMeasureLabelSize>(Common, "MEASURELABELSIZE", 12,
                                                                    "axis labels, points"),
@@ -120,8 +123,8 @@ void CBarGraph::RepairChartMax() {
 }
 
 long CBarGraph::ReadDataFile(char* path) {
-    melkar::LogText("CBarGraph::ReadDataFile");
     return melkar::ReadGuarded([&] {
+        melkar::LogText("CBarGraph::ReadDataFile");
         melkar::DataFile file(path);
         if (!file.IsOpen())
             return melkar::kNoFile;
@@ -156,7 +159,7 @@ Scale CBarGraph::LeftScale() const {
 
 int CBarGraph::GetGraphMeasure() {
     for (int day = 0; day < Days(); ++day) {
-        if (SumOf(day) > m_nChartMax) {
+        if (m_nChartMaxBig > 0 && SumOf(day) > m_nChartMax) { // without a big scale figures are cut at the top
             m_nChartMax = m_nChartMaxBig;
             m_dChartInterval = m_nChartIntervalBig;
             break;

@@ -29,7 +29,9 @@ public:
     /// @return 0; 101 with everything kept if the file can't be opened; 103 after an exception.
     long ReadDataFile(char* path) override;
     long ReadIniFile(char* path) override;
-    /// Reads the file anew (the former figures stay if it can't be opened) and draws.
+    /// Reads the file anew and draws. If it can't be opened the former figures stay, a line in the log names it, and
+    /// the result is still 0: ask `ReadDataFile` where a missing file matters. Once a day lay above the scale, the big
+    /// scale stays until `ResetGraphMeasure`. Switches (`SetPrintTarget`, ...) count from the next `Draw`.
     /// @return 0, 201 without a device context, -999 after an exception while drawing.
     long Draw(CRect area, char* path) override;
     void SetCanvasRect() override;
@@ -47,7 +49,7 @@ public:
     virtual long DrawDateDailyCoach(); ///< date strip by calendar, for a derived class. @return 0
 
     // Mouse, between draws; points are in the coordinates of the shared surface.
-    virtual long OnClick(int x, int y);       ///< tests as below. @return 0
+    virtual long OnClick(int x, int y);       ///< tests as below. @return 0: only the other form gives the day
     virtual long OnClick(CPoint point);       ///< @return day under the point, or -1
     virtual long OnMouseMove(long x, long y); ///< as below. @return 0
     /// Brings the clean picture back and paints a balloon beside the pointer if a bar is under it.
@@ -58,7 +60,7 @@ public:
     virtual long DrawVAxsLabel();    ///< vertical axis label. @return 0
     virtual long DrawHAxsLabel();    ///< horizontal axis label. @return 0
     virtual int ResetGraphMeasure(); ///< back to the scale of the profile. @return 0
-    virtual int GetGraphMeasure();   ///< takes the big scale if a day lies above the top. @return 0
+    virtual int GetGraphMeasure();   ///< takes the big scale, if there is one, if a day lies above the top. @return 0
 
     void SetPrintTarget(int print) { m_bPrintTarget = print; }
     void SetPrintAverage(int print) { m_bPrintAverage = print; }

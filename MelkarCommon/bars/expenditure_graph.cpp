@@ -53,8 +53,8 @@ void CExpenditureGraph::ForgetPeriod() {
 }
 
 long CExpenditureGraph::ReadDataFile(char* path) {
-    melkar::LogText("CExpenditureGraph::ReadDataFile");
     return melkar::ReadGuarded([&] {
+        melkar::LogText("CExpenditureGraph::ReadDataFile");
         melkar::DataFile file(path);
         if (!file.IsOpen())
             return melkar::kNoFile;

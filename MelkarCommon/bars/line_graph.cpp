@@ -10,6 +10,8 @@
 #include <MelkarCommon/support/support.h>
 
 #include <algorithm>
+#include <climits>
+#include <cstdint>
 
 using melkar::Scale;
 using melkar::ScopedBrush;
@@ -88,7 +90,7 @@ long CLineGraph::DrawBarChart() {
     const Scale scale = RightScale();
     for (int day = 0; day < Days(); ++day) {
         for (int line = 0; line < LineCount(); ++line) {
-            const double value = melkar::ToDouble(m_saLineValues[day * LineCount() + line]);
+            const double value = melkar::ToDouble(LineValue(day, line));
             m_oaLineRects.Add(melkar::LineBoxOf(m_rcCanvas, day, Days(), melkar::FigureY(scale, value)));
             DrawDot(day, line);
         }
@@ -96,8 +98,14 @@ long CLineGraph::DrawBarChart() {
     return 0;
 }
 
+/// The host's stride counts, also where it has more lines than are painted.
+const CString& CLineGraph::LineValue(int day, int line) const {
+    const std::int64_t index = std::int64_t{day} * m_nLineCount + line;
+    return m_saLineValues[static_cast<int>(std::min<std::int64_t>(index, INT_MAX))];
+}
+
 bool CLineGraph::HasDot(int day, int line) const {
-    return HasFigures(melkar::ToDayStatus(m_dwaStatus[day])) && !m_saLineValues[day * LineCount() + line].IsEmpty();
+    return HasFigures(melkar::ToDayStatus(m_dwaStatus[day])) && !LineValue(day, line).IsEmpty();
 }
 
 /// A day's dot, and the stroke to the dot of the day before.

@@ -48,8 +48,8 @@ long CSimulation::ReadIniFile(char* path) {
 melkar::ClassKeys CSimulation::ProfileKeys() { return {"CSimulation", melkar::InfoOf(KeyRows::rows)}; }
 
 long CSimulation::ReadWeightDataFile(char* path) {
-    melkar::LogText("CSimulation::ReadWeightDataFile");
     return melkar::ReadGuarded([&] {
+        melkar::LogText("CSimulation::ReadWeightDataFile");
         melkar::DataFile file(path);
         if (!file.IsOpen())
             return melkar::kNoFile;

@@ -21,8 +21,8 @@ CStepGraph::CStepGraph(HWND window, HDC dc, const char* section, HDC shared, HDC
 }
 
 long CStepGraph::ReadDataFile(char* path) {
-    melkar::LogText("CStepGraph::ReadDataFile");
     return melkar::ReadGuarded([&] {
+        melkar::LogText("CStepGraph::ReadDataFile");
         melkar::DataFile file(path);
         if (!file.IsOpen())
             return melkar::kNoFile;

@@ -33,15 +33,16 @@ struct CGraph::KeyRows : melkar::Keys<CGraph> {
     static constexpr Row rows[] = {
         Number<&G::m_nLang>(Common, "LANG", 0, "language number"),
         Text<&G::m_strLocale>(Common, "LOCALE", "locale of dates, such as ja_JP.UTF-8"),
-        Color<&G::m_crCanvas>(Common, "CANVASCOLOR_RGB", "background of the canvas"),
-        Color<&G::m_crBase>(Common, "BASECOLOR_RGB", "background of the whole graph"),
+        Color<&G::m_crCanvas>(Common, "CANVASCOLOR_RGB", "background of the canvas").Needed("255,255,255"),
+        Color<&G::m_crBase>(Common, "BASECOLOR_RGB", "background of the whole graph").Needed("255,255,255"),
         Color<&G::m_crPen>(Common, "PENCOLOR_RGB", "lines and frames"),
         Color<&G::m_crSideBar>(Own, "SIDEBARCOLOR_RGB", "kept; no graph paints with it"),
         Text<melkar::In<&G::m_Title, &CText::m_strText>>(Own, "TITLELABEL", "title"),
         Color<melkar::In<&G::m_Title, &CText::m_crColor>>(Own, "TITLECOLOR_RGB",
                                                           "title; in the background's colour it keeps its room only"),
         Number<melkar::In<&G::m_Title, &CText::m_nSize>>(Own, "TITLESIZE", 0, "title, points"),
-        Text<&G::m_strFont, melkar::In<&G::m_Title, &CText::m_strFontName>>(Common, "FONT", "face of all texts"),
+        Text<&G::m_strFont, melkar::In<&G::m_Title, &CText::m_strFontName>>(Common, "FONT", "face of all texts")
+            .Example("DejaVu Sans"),
         Number<&G::m_nCharset, melkar::In<&G::m_Title, &CText::m_dwCharSet>>(
             Common, "CHARSET", 0, "character set of texts that aren't UTF-8"),
         Text<&G::m_strDateFormatType>(Common, "GRAPH_DATE_FORMAT_TYPE",
@@ -110,7 +111,10 @@ long CGraph::PrepareCycle(const CRect& area) {
         melkar::LogText("CGraph::Draw: rectangle beyond all bounds");
         return melkar::kDrawFailed;
     }
-    PrepareSurface(area);
+    if (!PrepareSurface(area)) {
+        melkar::LogText("CGraph::Draw: no memory for the picture");
+        return melkar::kDrawFailed;
+    }
     return melkar::kOk;
 }
 
@@ -144,19 +148,21 @@ long CGraph::Initialize(HWND window, HDC dc, HDC shared, HDC second, HDC balloon
     return 0;
 }
 
-/// Each cycle works on a fresh surface; under direct output on the device context itself.
-void CGraph::PrepareSurface(const CRect& area) {
+/// Each cycle works on a fresh surface; under direct output on the device context itself. A rectangle without area
+/// needs no bitmap. @return false if the bitmap can't be made
+bool CGraph::PrepareSurface(const CRect& area) {
     FreeSurface();
     m_rcGraph = area;
     m_hMemDC = CreateCompatibleDC(m_hDC);
     m_ownsMemDC = !m_bDirectOutput;
     if (m_bDirectOutput)
-        return;
+        return true;
     m_nOriginX = area.left;
     m_nOriginY = area.top;
     m_rcGraph.OffsetRect(-area.left, -area.top);
     m_hBitmap = CreateCompatibleBitmap(m_hDC, m_rcGraph.Width(), m_rcGraph.Height());
     m_hOldBitmap = static_cast<HBITMAP>(SelectObject(m_hMemDC, m_hBitmap));
+    return m_hBitmap || m_rcGraph.Width() <= 0 || m_rcGraph.Height() <= 0;
 }
 
 void CGraph::FreeSurface() {

@@ -40,7 +40,8 @@ public:
     virtual long ReadDataFile(char* path); ///< nothing here. @return 0
     virtual long ReadIniFile(char* path);  ///< reads this class's keys. @return 0
     /// First half of a draw cycle on `area` (device units); the path isn't used here.
-    /// @return 0, 201 without a device context, -999 for a rectangle beyond +-2^24 and after an exception.
+    /// @return 0, 201 without a device context, -999 for a rectangle beyond +-2^24, without memory for the picture
+    /// and after an exception.
     virtual long Draw(CRect area, char* path);
     virtual long Redraw();      ///< nothing here. @return 0
     virtual long OnClick();     ///< nothing here. @return 0
@@ -163,7 +164,7 @@ protected:
 private:
     struct KeyRows;
 
-    void PrepareSurface(const CRect& area);
+    bool PrepareSurface(const CRect& area);
     void FreeSurface();
     void JudgeStatuses();
     void PaintMessage(const CString& message, COLORREF color);

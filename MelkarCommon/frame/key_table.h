@@ -74,12 +74,14 @@ struct ClassKeys {
 constexpr int kMostColors = 10;       ///< a numbered row of colours for a counted array ends here
 constexpr int kMostListItems = 10000; ///< a list that grows with its numbered row ends here: nobody reads more
 
+constexpr const char* kGraphProfile = "..\\conf\\graph.cnf"; ///< of all graphs
+
 /// One reading of a profile, as seen by one graph.
 class MELKAR_API KeyReader {
 public:
-    /// @param stem stands for "%s" in the name of a key
+    /// @param path empty for the profile of all graphs @param stem stands for "%s" in the name of a key
     KeyReader(const char* path, const char* ownSection, const char* stem = "")
-        : m_file(path), m_own(ownSection), m_stem(stem) {}
+        : m_file(path && *path ? path : kGraphProfile), m_own(ownSection), m_stem(stem) {}
 
     /// `index` counts the keys of a numbered row.
     CString Text(const KeyInfo& key, int index = 0) const;

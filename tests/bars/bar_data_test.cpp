@@ -59,6 +59,16 @@ TEST_F(BarData, TheBigScaleStaysUntilReset) {
     graph.ResetGraphMeasure();
     EXPECT_EQ(graph.m_nChartMax, 1000);
     EXPECT_EQ(graph.m_nChartMaxBig, 5000);
+    graph.m_nChartMaxBig = 0;
+    EXPECT_EQ(top("0,d,999,1.5\n"), 1000) << "there is no big scale";
+}
+
+TEST_F(BarData, ProfileOfAnEmptyNameIsThatOfAllGraphs) {
+    auto graph = Make<Open<CBarGraph>>();
+    graph.m_nChartMax = 7;
+    char none[] = "";
+    graph.ReadIniFile(none);
+    EXPECT_EQ(graph.m_nChartMax, 1000);
 }
 
 } // namespace

@@ -43,6 +43,14 @@ TEST_F(LineGraph, BoxesStandOnTheRightScaleInTheMiddleOfTheSlots) {
     EXPECT_EQ(CRect(*graph.m_oaLineRects[1]), CRect(488, 125, 533, 125)) << "above the scale";
 }
 
+TEST_F(LineGraph, MoreLinesThanArePaintedKeepTheirStride) {
+    auto graph = Make<OpenLine>();
+    graph.m_nLineCount = 12;
+    graph.SetLines({"60", "60", "60", "60", "60", "60", "60", "60", "60", "60", "60", "60", "81"});
+    DrawRecorded(graph, kFourDays, kWideArea);
+    EXPECT_EQ(CRect(*graph.m_oaLineRects[10]), CRect(488, 125, 533, 125)) << "day 1 begins at entry 12";
+}
+
 TEST_F(LineGraph, DotsAndStrokesNeedStatusAndEntry) {
     const struct Case {
         const char *why, *statuses;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <MelkarCommon/frame/legend_layout.h>
 #include <MelkarCommon/support/platform/arrays.h>
 #include <MelkarCommon/support/platform/geometry.h>
 
@@ -17,6 +18,11 @@
 ///   +-------------+-------------+-------+  B
 
 namespace melkar {
+
+/// A line's legend: its sample ends at the text.
+constexpr LegendSpacing kLineLegend{0, 60};
+/// From the sample of a line's legend to the text of the entry left of it.
+constexpr int kLegendBetween = 20;
 
 /// Left and right of a day's bar.
 struct BarSpan {

@@ -17,8 +17,7 @@ using melkar::ScopedPen;
 
 namespace {
 
-constexpr int kSampleWidth = 60;   ///< line sample of a legend
-constexpr int kAverageIndent = 65; ///< from the left end of the sample to the text
+constexpr melkar::LegendSpacing kAverageLegend{5, melkar::kLineLegend.sample};
 constexpr int kLegendBytes = 127;
 constexpr int kTopRow = -2; ///< of a thick line, from its height
 constexpr int kBottomRow = 1;
@@ -33,7 +32,8 @@ void CBarGraph::DrawThickLine(int fromX, int toX, int y) {
 }
 
 void CBarGraph::DrawLegendLine(const CRect& text) {
-    DrawThickLine(text.left, text.left - kSampleWidth, MiddleOf(text));
+    const CRect sample = melkar::LegendSampleOf(text, melkar::kLineLegend);
+    DrawThickLine(sample.right, sample.left, MiddleOf(sample));
 }
 
 void CBarGraph::DrawTargetAverage() {
@@ -46,8 +46,9 @@ void CBarGraph::DrawTargetAverage() {
 }
 
 void CBarGraph::CalcTargetRect() {
-    m_rcTarget = MeasureText(m_strTargetLabel, DT_CALCRECT | DT_SINGLELINE);
-    m_rcTarget.OffsetRect(m_rcCanvas.right - m_rcTarget.right, m_rcTitle.bottom - m_rcTarget.bottom);
+    const CRect size = MeasureText(m_strTargetLabel, DT_CALCRECT | DT_SINGLELINE);
+    m_rcTarget =
+        melkar::LegendEntryTo(m_rcCanvas.right, m_rcTitle.bottom - size.Height(), size, melkar::kLineLegend).text;
 }
 
 void CBarGraph::DrawTarget() {
@@ -83,11 +84,11 @@ void CBarGraph::DrawAverage() {
     const ScopedPen pen(m_hMemDC, PS_DASH, 1, m_crAverage);
     const CString text = AverageText();
     // In the graph's corner, which on a page of its caller's is not that of the surface.
-    CRect box = MeasureText(text, DT_CALCRECT | DT_SINGLELINE, CRect(m_rcGraph.left, m_rcGraph.top, 0, 0));
-    DrawThickLine(box.left, box.left + kSampleWidth, MiddleOf(box));
+    const CRect size = MeasureText(text, DT_CALCRECT | DT_SINGLELINE);
+    const auto legend = melkar::LegendEntryFrom(m_rcGraph.left, m_rcGraph.top, size, kAverageLegend);
+    DrawThickLine(legend.sample.left, legend.sample.right, MiddleOf(legend.sample));
     DrawAverageLine();
-    box.OffsetRect(kAverageIndent, 0);
-    PaintText(text, box, DT_BOTTOM | DT_RIGHT);
+    PaintText(text, legend.text, DT_BOTTOM | DT_RIGHT);
 }
 
 void CBarGraph::DrawAverageLine() {

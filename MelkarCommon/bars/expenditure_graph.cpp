@@ -1,5 +1,6 @@
 #include <MelkarCommon/bars/expenditure_graph.h>
 
+#include <MelkarCommon/bars/bar_layout.h>
 #include <MelkarCommon/bars/day_file.h>
 #include <MelkarCommon/frame/key_table.h>
 #include <MelkarCommon/frame/scale.h>
@@ -17,8 +18,11 @@ using melkar::ScopedFont;
 namespace {
 
 constexpr double kInterval = 500.0;
-constexpr int kLegendGap = 80; ///< from the second entry to the target's text, with room for the line sample
-constexpr int kSampleGap = 3;  ///< from a colour sample to its text
+constexpr double kSampleGap = 3;   ///< from a colour sample to its text
+constexpr int kSquaresBetween = 2; ///< between the texts of two entries, in heights of the right one
+
+/// A square as high as its text.
+melkar::LegendSpacing SquareLegend(const CRect& text) { return {kSampleGap, double(text.Height())}; }
 
 } // namespace
 
@@ -119,20 +123,23 @@ void CExpenditureGraph::DrawSecExs() {
     const ScopedFont font(m_hMemDC, ChartFont(m_nTargetSize));
     if (!m_bPrintTarget) // nothing has placed the box that this row goes by
         CalcTargetRect();
-    const CRect start(0, m_rcTarget.top, 0, 0);
-    m_rcEx1 = MeasureText(m_strEx1Label, DT_CALCRECT, start);
-    m_rcEx2 = MeasureText(m_strEx2Label, DT_CALCRECT, start);
-    m_rcEx2.OffsetRect(m_rcTarget.left - kLegendGap - m_rcEx2.right, 0);
-    m_rcEx1.OffsetRect(m_rcEx2.left - 2 * m_rcEx2.Height() - m_rcEx1.right, 0);
+    const CRect whole = MeasureText(m_strEx1Label, DT_CALCRECT);
+    const CRect part = MeasureText(m_strEx2Label, DT_CALCRECT);
+    const int right = melkar::LegendSampleOf(m_rcTarget, melkar::kLineLegend).left - melkar::kLegendBetween;
+    const auto entry2 = melkar::LegendEntryTo(right, m_rcTarget.top, part, SquareLegend(part));
+    const auto entry1 = melkar::LegendEntryTo(entry2.text.left - kSquaresBetween * part.Height(), m_rcTarget.top, whole,
+                                              SquareLegend(whole));
+    m_rcEx1 = entry1.text;
+    m_rcEx2 = entry2.text;
     PaintText(m_strEx1Label, m_rcEx1, DT_RIGHT);
     PaintText(m_strEx2Label, m_rcEx2, DT_RIGHT);
 
-    // A square as high as its text; `place` 0 stands beside the text, 1 left of that.
-    const auto drawSample = [this](const CRect& text, int place, COLORREF color) {
-        const int right = text.left - kSampleGap - place * text.Height();
-        DrawRectangle(m_hMemDC, CRect(right - text.Height(), text.top, right, text.bottom), color, color, 1);
+    const auto drawSample = [this](const CRect& sample, COLORREF color) {
+        DrawRectangle(m_hMemDC, sample, color, color, 1);
     };
-    drawSample(m_rcEx1, 0, m_crSeries[1]);
-    drawSample(m_rcEx2, 0, m_crSeries[1]);
-    drawSample(m_rcEx1, 1, m_crSeries[0]);
+    CRect beside = entry1.sample; // the legend of both parts has a square for each
+    beside.OffsetRect(-beside.Width(), 0);
+    drawSample(entry1.sample, m_crSeries[1]);
+    drawSample(entry2.sample, m_crSeries[1]);
+    drawSample(beside, m_crSeries[0]);
 }

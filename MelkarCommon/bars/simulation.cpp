@@ -2,6 +2,7 @@
 
 #include <MelkarCommon/bars/day_file.h>
 #include <MelkarCommon/frame/key_table.h>
+#include <MelkarCommon/frame/legend_layout.h>
 #include <MelkarCommon/support/numbers.h>
 #include <MelkarCommon/support/platform/drawing.h>
 #include <MelkarCommon/support/ring_log.h>
@@ -19,6 +20,11 @@ using melkar::Truncate;
 namespace {
 
 constexpr int kScaleGap = 2; ///< between the canvas and a label of the right scale
+
+// Of the legend row, in heights of its texts
+constexpr double kLegendRise = 1.2; ///< from the canvas up to the top of the row
+constexpr double kLegendGap = 0.5;  ///< from a sample to its text
+constexpr double kLineSample = 2.0; ///< width of the line's sample; a square is as wide as high
 
 } // namespace
 
@@ -158,34 +164,28 @@ long CSimulation::DrawCanvas() {
     return 0;
 }
 
-/// A legend text whose right edge stands at `right`, a little above the canvas. @return its box.
-CRect CSimulation::DrawLegendText(const CString& text, int right) {
-    CRect box = MeasureText(text, DT_CALCRECT);
-    box.OffsetRect(right - box.right, Truncate(m_rcCanvas.top - box.Height() * 1.2));
-    PaintText(text, box, DT_LEFT);
-    return box;
+/// Text and sample of one entry, a text height left of `right`. @return the left edge of the sample
+int CSimulation::DrawLegendSquare(const CString& text, int right, int top, COLORREF color) {
+    const CRect size = MeasureText(text, DT_CALCRECT);
+    const double height = size.Height();
+    const auto entry = melkar::LegendEntryTo(right - size.Height(), top, size, {kLegendGap * height, height});
+    PaintText(text, entry.text, DT_LEFT);
+    DrawRectangle(m_hMemDC, entry.sample, color, color, 1);
+    return entry.sample.left;
 }
 
-/// A colour sample beside a legend text. @return its left edge.
-int CSimulation::DrawLegendSample(const CRect& text, COLORREF color) {
-    const int left = Truncate(text.left - 1.5 * text.Height());
-    DrawRectangle(m_hMemDC, CRect(left, text.top, Truncate(text.left - 0.5 * text.Height()), text.bottom), color, color,
-                  1);
-    return left;
-}
-
+/// From right to left, all at the height of the first.
 void CSimulation::DrawSecExs() {
     const ScopedFont font(m_hMemDC, ChartFont(m_nTargetSize));
-    const CRect target = DrawLegendText(m_strTargetWeightLabel, m_rcCanvas.right);
-    const int height = target.Height();
-    const int lineLeft = Truncate(target.left - 2.5 * height);
+    const CRect size = MeasureText(m_strTargetWeightLabel, DT_CALCRECT);
+    const double height = size.Height();
+    const int top = Truncate(m_rcCanvas.top - height * kLegendRise);
+    const auto line = melkar::LegendEntryTo(m_rcCanvas.right, top, size, {kLegendGap * height, kLineSample * height});
+    PaintText(m_strTargetWeightLabel, line.text, DT_LEFT);
     {
         const ScopedPen pen(m_hMemDC, PS_SOLID, 1, m_crTargetWeight);
-        DrawThickLine(lineLeft, Truncate(target.left - 0.5 * height), (target.top + target.bottom) / 2);
+        DrawThickLine(line.sample.left, line.sample.right, (line.text.top + line.text.bottom) / 2);
     }
-    const auto heightOf = [this](const CString& text) { return MeasureText(text, DT_CALCRECT).Height(); };
-    const CRect weight = DrawLegendText(m_strWeightLabel, lineLeft - heightOf(m_strWeightLabel));
-    const int weightLeft = DrawLegendSample(weight, m_crOverweight);
-    const CRect calories = DrawLegendText(m_strVAxsLabel, weightLeft - heightOf(m_strVAxsLabel));
-    DrawLegendSample(calories, m_crBar);
+    const int weightLeft = DrawLegendSquare(m_strWeightLabel, line.sample.left, top, m_crOverweight);
+    DrawLegendSquare(m_strVAxsLabel, weightLeft, top, m_crBar);
 }

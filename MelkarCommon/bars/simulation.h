@@ -47,6 +47,5 @@ private:
     melkar::WeightScale PlanScale() const { return {m_nWeightMax, m_nWeightMin, m_nWeightInterval}; }
     void DrawTargetStroke(int row);
     void DrawWeightSquare(int row);
-    CRect DrawLegendText(const CString& text, int right);
-    int DrawLegendSample(const CRect& text, COLORREF color);
+    int DrawLegendSquare(const CString& text, int right, int top, COLORREF color);
 };

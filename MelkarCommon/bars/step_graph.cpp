@@ -1,5 +1,6 @@
 #include <MelkarCommon/bars/step_graph.h>
 
+#include <MelkarCommon/bars/bar_layout.h>
 #include <MelkarCommon/bars/day_file.h>
 #include <MelkarCommon/support/platform/drawing.h>
 #include <MelkarCommon/support/ring_log.h>
@@ -10,7 +11,6 @@ using melkar::ScopedPen;
 
 namespace {
 
-constexpr int kLegendGap = 80; ///< from the average's text to the target's, with room for the line sample
 constexpr double kInterval = 1000.0;
 
 } // namespace
@@ -44,8 +44,8 @@ long CStepGraph::ReadDataFile(char* path) {
 
 /// Its right edge at `right`, its bottom level with the title's.
 void CStepGraph::LayAverageLegend(int right) {
-    m_rcAverage = MeasureText(AverageText(), DT_CALCRECT | DT_SINGLELINE);
-    m_rcAverage.OffsetRect(right - m_rcAverage.right, m_rcTitle.bottom - m_rcAverage.bottom);
+    const CRect size = MeasureText(AverageText(), DT_CALCRECT | DT_SINGLELINE);
+    m_rcAverage = melkar::LegendEntryTo(right, m_rcTitle.bottom - size.Height(), size, melkar::kLineLegend).text;
 }
 
 void CStepGraph::DrawAverage() {
@@ -61,8 +61,11 @@ void CStepGraph::DrawTarget() {
     if (!m_bPrintAverage) // only its height is used
         LayAverageLegend(m_rcGraph.Width());
     const CString text = "  " + m_strTargetLabel + " ";
-    m_rcTarget = MeasureText(text, DT_CALCRECT | DT_SINGLELINE, CRect(0, m_rcAverage.top, 0, 0));
-    m_rcTarget.OffsetRect((m_bPrintAverage ? m_rcAverage.left - kLegendGap : m_rcCanvas.right) - m_rcTarget.right, 0);
+    const CRect size = MeasureText(text, DT_CALCRECT | DT_SINGLELINE);
+    const int besideAverage = melkar::LegendSampleOf(m_rcAverage, melkar::kLineLegend).left - melkar::kLegendBetween;
+    m_rcTarget = melkar::LegendEntryTo(m_bPrintAverage ? besideAverage : m_rcCanvas.right, m_rcAverage.top, size,
+                                       melkar::kLineLegend)
+                     .text;
     DrawLegendLine(m_rcTarget);
     DrawTargetLine();
     PaintText(text, m_rcTarget, DT_BOTTOM | DT_RIGHT);

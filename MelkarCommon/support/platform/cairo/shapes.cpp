@@ -1,5 +1,5 @@
 #include <MelkarCommon/support/platform/cairo/shapes.h>
-#include <MelkarCommon/support/platform/seam/area.h>
+#include <MelkarCommon/support/platform/seam/corners.h>
 #include <MelkarCommon/support/platform/seam/slice.h>
 
 #include <iterator>
@@ -7,39 +7,6 @@
 namespace melkar {
 
 namespace {
-
-constexpr double kTurn = 2 * std::numbers::pi;
-constexpr double kFar = 1 << 16; ///< cairo mislays edges some 2^18 pixels long; twice the largest surface is enough
-constexpr double kSmallestRadius = 1.0 / 256; ///< less can't be told from nothing
-constexpr int kFarSlicePoints = 4096;         ///< an ellipse that reaches beyond `kFar` becomes that many corners
-
-bool HasArea(const EllipseShape& ellipse) {
-    const auto& [center, radius] = ellipse;
-    const bool numbers =
-        std::isfinite(center.x) && std::isfinite(center.y) && std::isfinite(radius.x) && std::isfinite(radius.y);
-    return numbers && radius.x >= kSmallestRadius && radius.y >= kSmallestRadius;
-}
-
-bool HasArea(const Shape& shape) {
-    return std::visit(Overloaded{
-                          [](const PolygonShape& polygon) { return polygon.points.size() >= 3; },
-                          [](const EllipseShape& ellipse) { return HasArea(ellipse); },
-                          [](const SliceShape& slice) {
-                              return HasArea(slice.whole) && std::isfinite(slice.from) && slice.sweep > 0;
-                          },
-                      },
-                      shape);
-}
-
-/// False if a shape, widened by `margin`, can't touch the clip.
-bool Touches(const Area& bounds, const RECT& clip, double margin) {
-    return bounds.left - margin < clip.right && bounds.right + margin > clip.left &&
-           bounds.top - margin < clip.bottom && bounds.bottom + margin > clip.top;
-}
-
-bool IsNear(const Area& bounds) {
-    return bounds.left > -kFar && bounds.top > -kFar && bounds.right < kFar && bounds.bottom < kFar;
-}
 
 /// Calls trace() where the ellipse is the unit circle, y downwards.
 template <class Trace> void InUnitCircle(cairo_t* cr, const EllipseShape& ellipse, const Trace& trace) {
@@ -73,64 +40,10 @@ void TraceNear(cairo_t* cr, const SliceShape& slice) {
     });
 }
 
-using Corners = std::vector<PointD>;
-
-Corners CornersOf(const PolygonShape& polygon) {
-    Corners corners;
-    for (const POINT& point : polygon.points)
-        corners.push_back({static_cast<double>(point.x), static_cast<double>(point.y)});
-    return corners;
-}
-
-/// Corners along the arc.
-Corners CornersOf(const EllipseShape& ellipse, double from, double sweep) {
-    Corners corners;
-    for (int i = 0; i <= kFarSlicePoints; ++i)
-        corners.push_back(RimPoint(ellipse, from + sweep * i / kFarSlicePoints));
-    return corners;
-}
-
-Corners CornersOf(const EllipseShape& ellipse) { return CornersOf(ellipse, 0, kTurn); }
-
-Corners CornersOf(const SliceShape& slice) {
-    if (slice.sweep >= kTurn)
-        return CornersOf(slice.whole);
-    Corners corners = CornersOf(slice.whole, slice.from, slice.sweep);
-    corners.push_back(slice.apex);
-    return corners;
-}
-
-/// Cuts off what lies beyond `edge`; `side` is 1 to keep the greater values, -1 to keep the smaller ones.
-Corners CutSide(const Corners& corners, double PointD::*axis, double edge, int side) {
-    Corners kept;
-    const auto inside = [&](const PointD& p) { return (p.*axis - edge) * side >= 0; };
-    for (std::size_t i = 0; i < corners.size(); ++i) {
-        const PointD& one = corners[i];
-        const PointD& next = corners[(i + 1) % corners.size()];
-        if (inside(one))
-            kept.push_back(one);
-        if (inside(one) == inside(next))
-            continue;
-        const double part = (edge - one.*axis) / (next.*axis - one.*axis);
-        PointD cut{one.x + (next.x - one.x) * part, one.y + (next.y - one.y) * part};
-        cut.*axis = edge;
-        kept.push_back(cut);
-    }
-    return kept;
-}
-
-void TracePoints(cairo_t* cr, const Corners& points) {
+void TracePoints(cairo_t* cr, const std::vector<PointD>& points) {
     for (const PointD& point : points)
         cairo_line_to(cr, point.x, point.y);
     cairo_close_path(cr);
-}
-
-void TraceFar(cairo_t* cr, Corners corners) {
-    corners = CutSide(corners, &PointD::x, -kFar, 1);
-    corners = CutSide(corners, &PointD::x, kFar, -1);
-    corners = CutSide(corners, &PointD::y, -kFar, 1);
-    corners = CutSide(corners, &PointD::y, kFar, -1);
-    TracePoints(cr, corners);
 }
 
 /// Makes the shape the context's path. @return false if nothing of it can show.
@@ -141,7 +54,9 @@ bool TraceShape(cairo_t* cr, const RECT& clip, const Shape& shape, double margin
     if (!Touches(bounds, clip, margin))
         return false;
     cairo_new_path(cr);
-    const auto trace = [&](const auto& kind) { IsNear(bounds) ? TraceNear(cr, kind) : TraceFar(cr, CornersOf(kind)); };
+    const auto trace = [&](const auto& kind) {
+        IsNear(bounds) ? TraceNear(cr, kind) : TracePoints(cr, NearCorners(kind));
+    };
     std::visit(trace, shape);
     return true;
 }
@@ -154,24 +69,6 @@ cairo_fill_rule_t RuleOf(const Shape& shape) {
 
 /// A width that the rasteriser can bear; no number is one pixel.
 double BoundedWidth(double width) { return width > 0 ? std::min(width, 32768.0) : 1; }
-
-/// The part of a line within bounds, as fractions of its length. Empty if first >= last.
-struct Part {
-    double first = 0;
-    double last = 1;
-
-    void Cut(double start, double distance, double low, double high) {
-        if (distance == 0) {
-            if (start < low || start > high)
-                last = -1;
-            return;
-        }
-        const double one = (low - start) / distance;
-        const double other = (high - start) / distance;
-        first = std::max(first, std::min(one, other));
-        last = std::min(last, std::max(one, other));
-    }
-};
 
 void SetDashes(cairo_t* cr, const Stroke& stroke, double phase) {
     const double lengths[] = {stroke.on, stroke.off};
@@ -211,9 +108,7 @@ void StrokeWideLineOn(cairo_t* cr, const RECT& clip, POINT from, POINT to, const
     const double width = BoundedWidth(stroke.width);
     const PointD start{from.x + 0.5, from.y + 0.5};
     const PointD way{static_cast<double>(to.x) - from.x, static_cast<double>(to.y) - from.y};
-    Part part;
-    part.Cut(start.x, way.x, clip.left - width, clip.right + width);
-    part.Cut(start.y, way.y, clip.top - width, clip.bottom + width);
+    const LinePart part = PartWithin(start, way, clip, width);
     if (part.first >= part.last)
         return;
     cairo_new_path(cr);

@@ -67,14 +67,23 @@ cairo_status_t WriteBytes(void* file, const unsigned char* bytes, unsigned int c
     return static_cast<NewFile*>(file)->Write(bytes, count) ? CAIRO_STATUS_SUCCESS : CAIRO_STATUS_WRITE_ERROR;
 }
 
+cairo_status_t AppendBytes(void* text, const unsigned char* bytes, unsigned int count) {
+    static_cast<std::string*>(text)->append(reinterpret_cast<const char*>(bytes), count);
+    return CAIRO_STATUS_SUCCESS;
+}
+
+CairoSurface SurfaceOf(const PixelBuffer& pixels, cairo_format_t format) {
+    return CairoSurface(cairo_image_surface_create_for_data(reinterpret_cast<unsigned char*>(pixels.pixels), format,
+                                                            pixels.width, pixels.height,
+                                                            pixels.stride * static_cast<int>(sizeof(std::uint32_t))));
+}
+
 /// @return 0 or the error number.
 int WritePicture(const PixelBuffer& pixels, const std::string& path) {
     const std::unique_ptr<NewFile> file = NewFile::Create(path);
     if (file == nullptr)
         return errno;
-    const CairoSurface surface(cairo_image_surface_create_for_data(
-        reinterpret_cast<unsigned char*>(pixels.pixels), CAIRO_FORMAT_RGB24, pixels.width, pixels.height,
-        pixels.stride * static_cast<int>(sizeof(std::uint32_t))));
+    const CairoSurface surface = SurfaceOf(pixels, CAIRO_FORMAT_RGB24);
     if (cairo_surface_write_to_png_stream(surface.get(), WriteBytes, file.get()) != CAIRO_STATUS_SUCCESS)
         file->Abandon();
     return file->Commit();
@@ -107,6 +116,14 @@ int WritePngFile(const PixelBuffer& pixels, const char* path) {
     LogText(
         ("PNG file [" + std::string(path != nullptr ? path : "") + "] not written: " + std::strerror(error)).c_str());
     return -1;
+}
+
+std::string EncodePng(const PixelBuffer& pixels, bool hasAlpha) {
+    std::string bytes;
+    const CairoSurface surface = SurfaceOf(pixels, hasAlpha ? CAIRO_FORMAT_ARGB32 : CAIRO_FORMAT_RGB24);
+    if (cairo_surface_write_to_png_stream(surface.get(), AppendBytes, &bytes) != CAIRO_STATUS_SUCCESS)
+        bytes.clear();
+    return bytes;
 }
 
 } // namespace melkar

@@ -2,6 +2,8 @@
 
 #include <MelkarCommon/support/platform/seam/pixel_buffer.h>
 
+#include <string>
+
 /// @file
 /// Internal. Pictures to and from files.
 
@@ -17,5 +19,8 @@ PixelBuffer Resized(const PixelBuffer& picture, int width, int height, DWORD ope
 /// Writes a PNG file under a temporary name beside `path`, then gives it its name: no half picture ever stands
 /// there. @return 0, or -1 with a log line and nothing changed.
 int WritePngFile(const PixelBuffer& pixels, const char* path);
+
+/// The bytes of a PNG file; empty without memory. @param hasAlpha the pixels are 0xAARRGGBB, multiplied by alpha
+std::string EncodePng(const PixelBuffer& pixels, bool hasAlpha);
 
 } // namespace melkar

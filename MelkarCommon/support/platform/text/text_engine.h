@@ -1,5 +1,6 @@
 #pragma once
 
+#include <MelkarCommon/support/platform/seam/shape.h>
 #include <MelkarCommon/support/platform/types.h>
 
 #include <cstdint>
@@ -54,9 +55,19 @@ struct TextLine {
     mutable std::shared_ptr<const CoverageMask> mask; ///< the one asked for last, if the layout keeps them
 };
 
+/// A font as a page names it to its readers.
+struct FontLook {
+    std::string families; ///< CSS: the wanted one, what stands in for it here, and a generic one
+    std::string language; ///< whose forms Han characters have; mostly empty
+    double em = 0;        ///< device units
+    int weight = FW_NORMAL;
+    bool italic = false;
+};
+
 /// Lines one below the other, each `lineHeight` high.
 struct TextLayout {
     std::string font; ///< for records: "face size[ bold][ italic]"
+    std::shared_ptr<const FontLook> look;
     int lineHeight = 0;
     int ascent = 0;
     int width = 0; ///< that of the widest line
@@ -86,5 +97,17 @@ std::shared_ptr<const TextLayout> WithoutMasks(const std::shared_ptr<const TextL
 /// masks keeps it until another escapement is asked for. Null if the line has no ink, or if it would take more than
 /// half a million pixels: then `FillLine` on a cairo context has to do.
 std::shared_ptr<const CoverageMask> LineMask(const TextLayout& layout, std::size_t line, int escapement);
+
+/// A step of an outline: `Move` and `Line` to a point, `Curve` by two handles to a third one, `Close` to the start.
+struct OutlineStep {
+    enum Kind : char { Move = 'M', Line = 'L', Curve = 'C', Close = 'z' };
+    Kind kind;
+    PointD points[3];
+
+    int Points() const { return kind == Close ? 0 : kind == Curve ? 3 : 1; }
+};
+
+/// The outline of a line's glyphs and rules, from its top-left corner, not turned. Filled by the winding rule.
+std::vector<OutlineStep> LineOutline(const TextLayout& layout, std::size_t line);
 
 } // namespace melkar

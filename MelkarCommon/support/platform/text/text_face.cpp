@@ -138,6 +138,38 @@ std::string NameForRecords(const LOGFONTA& description, const std::string& famil
     return name;
 }
 
+/// A family as CSS has it: generic ones stand as they are, others in quotes, without what would end them.
+void AppendFamily(std::string& css, std::string_view family) {
+    if (!css.empty())
+        css += ',';
+    if (family == "sans" || family == "serif" || family == "monospace") {
+        css += family == "sans" ? "sans-serif" : family;
+        return;
+    }
+    css += '\'';
+    for (const char c : family)
+        if (c != '\'' && c != '\\')
+            css += c;
+    css += '\'';
+}
+
+std::string CssFamilies(std::string_view families) {
+    std::string css;
+    while (!families.empty()) {
+        const std::size_t end = std::min(families.find(','), families.size());
+        if (end > 0)
+            AppendFamily(css, families.substr(0, end));
+        families.remove_prefix(std::min(end + 1, families.size()));
+    }
+    return css;
+}
+
+std::shared_ptr<const FontLook> LookOf(const LOGFONTA& description, const std::string& family, double em) {
+    const char* language = LanguageOf(description.lfCharSet);
+    return std::make_shared<FontLook>(FontLook{CssFamilies(FamiliesFor(family)), language != nullptr ? language : "",
+                                               em, WeightOf(description), description.lfItalic != 0});
+}
+
 /// What distinguishes faces. Angles belong to painting, and width, precisions and pitch have no effect.
 struct FaceKey {
     LOGFONTA description;
@@ -199,6 +231,7 @@ TextFace::TextFace(const LOGFONTA& description, TextMedium textMedium)
     else
         size = SizeFace(description.lfHeight, kFixedAscent, kFixedDescent);
     name = NameForRecords(description, family, size.em);
+    look = LookOf(description, family, size.em);
 }
 
 void TextFace::MakeShaper(const LOGFONTA& description, const std::string& family) {

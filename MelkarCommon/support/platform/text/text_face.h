@@ -45,6 +45,7 @@ public:
     const bool strikeOut;
     FaceSize size;
     std::string name; ///< for records: "face size[ bold][ italic]"
+    std::shared_ptr<const FontLook> look;
 
     /// Shapes paragraphs, one after the other; null if there are no glyphs: fixed medium, or a machine without fonts.
     ObjectPtr<PangoLayout> shaper;

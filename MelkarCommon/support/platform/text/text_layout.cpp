@@ -174,6 +174,7 @@ std::string_view WithoutTrailingBlanks(std::string_view line) { return line.subs
 TextLayout StartLayout(const TextFace& face) {
     TextLayout layout;
     layout.font = face.name;
+    layout.look = face.look;
     layout.lineHeight = face.size.lineHeight;
     layout.ascent = face.size.ascent;
     layout.keepsMasks = face.medium == TextMedium::Pixels;

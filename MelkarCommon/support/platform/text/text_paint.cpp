@@ -268,4 +268,33 @@ void FillLine(cairo_t* cr, const TextLayout& layout, std::size_t line, double x,
     cairo_restore(cr);
 }
 
+std::vector<OutlineStep> LineOutline(const TextLayout& layout, std::size_t line) {
+    if (line >= layout.lines.size())
+        return {};
+    const CairoSurface surface(cairo_image_surface_create(CAIRO_FORMAT_A8, 1, 1));
+    const CairoContext cr(cairo_create(surface.get()));
+    for (const GlyphRun& run : layout.lines[line].runs) {
+        std::vector<cairo_glyph_t> glyphs = run.glyphs;
+        for (cairo_glyph_t& glyph : glyphs)
+            glyph.y += layout.ascent;
+        cairo_set_scaled_font(cr.get(), run.font.get());
+        cairo_glyph_path(cr.get(), glyphs.data(), static_cast<int>(glyphs.size()));
+    }
+    for (const Rule& rule : RulesOf(layout, layout.lines[line]))
+        cairo_rectangle(cr.get(), 0, rule.top, layout.lines[line].width, rule.height);
+    std::vector<OutlineStep> outline;
+    const std::unique_ptr<cairo_path_t, void (*)(cairo_path_t*)> path(cairo_copy_path(cr.get()), cairo_path_destroy);
+    for (int i = 0; i < path->num_data; i += path->data[i].header.length) {
+        constexpr OutlineStep::Kind kKinds[] = {OutlineStep::Move, OutlineStep::Line, OutlineStep::Curve,
+                                                OutlineStep::Close};
+        OutlineStep step{kKinds[path->data[i].header.type], {}};
+        for (int k = 0; k < step.Points(); ++k)
+            step.points[k] = {path->data[i + 1 + k].point.x, path->data[i + 1 + k].point.y};
+        outline.push_back(step);
+    }
+    if (!outline.empty() && outline.back().kind == OutlineStep::Move)
+        outline.pop_back(); // where cairo would go on
+    return outline;
+}
+
 } // namespace melkar

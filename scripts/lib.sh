@@ -9,7 +9,7 @@ BUILD_PACKAGES=(
     g++ cmake ninja-build pkg-config ccache
     libcairo2-dev libpango1.0-dev libfontconfig-dev libfreetype-dev libharfbuzz-dev libgdk-pixbuf-2.0-dev libcups2-dev
     libcli11-dev libgtest-dev libgmock-dev libbenchmark-dev
-    fonts-dejavu fonts-ipafont-gothic locales-all poppler-utils
+    fonts-dejavu fonts-ipafont-gothic locales-all poppler-utils librsvg2-bin
     cups-daemon cups-client cups-filters
 )
 # What scripts/check needs on top.

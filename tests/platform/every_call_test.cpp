@@ -145,6 +145,20 @@ protected:
         return plain;
     }
 
+    /// Away from edges, whose smoothing differs.
+    void ExpectLikePixels(const char* path, const char* what) const {
+        HBITMAP printed = Load(path);
+        BITMAP shown{};
+        GetObjectA(printed, sizeof shown, &shown);
+        ASSERT_EQ(shown.bmWidth * 1000 + shown.bmHeight, kWidth * 1000 + kHeight) << what;
+        const auto* pixels = static_cast<const std::uint32_t*>(shown.bmBits);
+        for (int y = 1; y < kHeight - 1; ++y)
+            for (int x = 1; x < kWidth - 1; ++x)
+                EXPECT_TRUE(!IsPlain(x, y) || AreClose(pixels[y * shown.bmWidthBytes / 4 + x], At(x, y)))
+                    << what << " " << x << "," << y;
+        DeleteObject(printed);
+    }
+
     TempWorkdir m_work;
     HDC m_pixels = CreateMemorySurface(kWidth, kHeight);
 };
@@ -223,20 +237,23 @@ TEST_F(EveryCall, FitsMemoryOfTheHost) {
 }
 
 TEST_F(EveryCall, LooksTheSameOnAPage) {
-    const HDC page = CreatePageSurface("page.pdf", PageFormat::Pdf, kWidth, kHeight, 96);
-    EXPECT_EQ(GetDeviceCaps(page, HORZRES) * 1000 + GetDeviceCaps(page, VERTRES), kWidth * 1000 + kHeight);
-    DrawOn(page);
-    DeleteDC(page);
-    ASSERT_EQ(std::system("pdftoppm -singlefile -r 96 -png page.pdf page"), 0);
-    HBITMAP printed = Load("page.png");
-    BITMAP shown{};
-    GetObjectA(printed, sizeof shown, &shown);
-    ASSERT_EQ(shown.bmWidth * 1000 + shown.bmHeight, kWidth * 1000 + kHeight);
-    const auto* pixels = static_cast<const std::uint32_t*>(shown.bmBits);
-    for (int y = 1; y < kHeight - 1; ++y)
-        for (int x = 1; x < kWidth - 1; ++x)
-            EXPECT_TRUE(!IsPlain(x, y) || AreClose(pixels[y * shown.bmWidthBytes / 4 + x], At(x, y))) << x << "," << y;
-    DeleteObject(printed);
+    const struct {
+        const char* name;
+        PageFormat format;
+        const char* render;
+    } cases[] = {
+        {"page.pdf", PageFormat::Pdf, "pdftoppm -singlefile -r 96 -png page.pdf page"},
+        {"page.svg", PageFormat::Svg, "rsvg-convert -o page.png page.svg"},
+        {"outlines.svg", PageFormat::SvgOutlines, "rsvg-convert -o page.png outlines.svg"},
+    };
+    for (const auto& [name, format, render] : cases) {
+        const HDC page = CreatePageSurface(name, format, kWidth, kHeight, 96);
+        EXPECT_EQ(GetDeviceCaps(page, HORZRES) * 1000 + GetDeviceCaps(page, VERTRES), kWidth * 1000 + kHeight);
+        DrawOn(page);
+        DeleteDC(page);
+        ASSERT_EQ(std::system(render), 0);
+        ExpectLikePixels("page.png", name);
+    }
 }
 
 } // namespace

@@ -7,11 +7,15 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <climits>
+#include <clocale>
 #include <cmath>
 #include <csignal>
 #include <cstdlib>
+#include <cstring>
 #include <functional>
+#include <sstream>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -40,14 +44,6 @@ std::string Between(const std::string& text, const std::string& head, const std:
     return text.substr(from, text.find(tail, from) - from);
 }
 
-/// From each place where `word` stands to the next "/>".
-std::vector<std::string> Elements(const std::string& svg, const std::string& word) {
-    std::vector<std::string> elements;
-    for (std::size_t at = svg.find(word); at != std::string::npos; at = svg.find(word, at + 1))
-        elements.push_back(svg.substr(at, svg.find("/>", at) - at));
-    return elements;
-}
-
 /// One page of 400 x 300 units, in a directory of its own.
 struct Page : testing::Test {
     std::unique_ptr<PageFile> Make(const std::string& name, PageFormat format, int dpi = 96) const {
@@ -63,17 +59,14 @@ struct Page : testing::Test {
         return work.Read("page");
     }
 
-    /// The filled and stroked paths of an SVG page at 96 dpi: corners or ends alone, and the pattern.
-    std::vector<std::string> Paths(const Draw& draw) const {
-        std::vector<std::string> paths;
-        for (const std::string& element : Elements(DrawFile(PageFormat::Svg, 96, draw), "<path ")) {
-            const std::string line = Between(element, " d=\"", "\"");
-            const std::string dash = Between(element, "dasharray:", ";");
-            const std::string phase = Between(element, "dashoffset:", ";");
-            paths.push_back(line.substr(0, std::min(line.find(" Z"), line.find_last_not_of(' ') + 1)) +
-                            (dash.empty() ? "" : " dash " + dash) + (phase.empty() ? "" : " from " + phase));
-        }
-        return paths;
+    /// The elements of an SVG page at 96 dpi, one a line.
+    std::vector<std::string> Elements(const Draw& draw) const {
+        std::istringstream svg(DrawFile(PageFormat::Svg, 96, draw));
+        std::vector<std::string> elements;
+        for (std::string line; std::getline(svg, line);)
+            elements.push_back(line);
+        EXPECT_EQ(elements.back(), "</svg>");
+        return {elements.begin() + 2, elements.end() - 1};
     }
 
     std::vector<std::string> Files() const {
@@ -90,36 +83,40 @@ struct Page : testing::Test {
 TEST_F(Page, LinesCoverTheAreaOfTheirPixels) {
     const struct Case {
         const char* why;
-        POINT from, to;
-        double width;
-        const char* path;
-    } cases[] = {
-        {"even width", {10, 20}, {30, 20}, 2, "M 10 19 L 30 19 L 30 21 L 10 21"},
-        {"thin: half a point, 2/3 in 256ths", {9, 0}, {9, 5}, 0, "M 9.167969 0 L 9.835938 0 L 9.835938 5 L 9.167969 5"},
-        {"far beyond the page", {INT_MIN, 20}, {INT_MAX, 20}, 1, "M 0 20 L 400 20 L 400 21 L 0 21"},
-        {"sloped", {10, 20}, {30, 25}, 2, "M 10.5 20.5 L 30.5 25.5"},
-    };
-    for (const Case& c : cases)
-        EXPECT_THAT(Paths(Line(c.from, c.to, Width(c.width))), ElementsAre(c.path)) << c.why;
-    for (const auto& hidden : {Line({5, 5}, {5, 5}, {}), Line({0, 300}, {9, 300}, {}), Line({-9, 5}, {0, 5}, {})})
-        EXPECT_THAT(Paths(hidden), ElementsAre());
-}
-
-TEST_F(Page, OutlinesAreOnePathWithWholeCorners) {
-    const struct Case {
-        const char* why;
         std::vector<POINT> points;
         double width;
-        const char* path;
+        const char* element;
     } cases[] = {
-        {"odd width", {{10, 20}, {30, 20}, {30, 40}}, 3, "M 10 20.5 L 30.5 20.5 L 30.5 40"},
-        {"even width, leftwards and up", {{30, 40}, {10, 40}, {10, 20}}, 2, "M 31 40 L 10 40 L 10 21"},
-        {"closed", {{10, 10}, {30, 10}, {30, 30}, {10, 30}, {10, 10}}, 2, "M 10 10 L 30 10 L 30 30 L 10 30"},
-        {"sloped, a point twice", {{10, 20}, {20, 25}, {20, 25}, {30, 20}}, 2, "M 10.5 20.5 L 20.5 25.5 L 30.5 20.5"},
+        {"even width", {{10, 20}, {30, 20}}, 2, R"(<path d="M10,20H30" stroke="#000000" stroke-width="2"/>)"},
+        {"thin: half a point", {{9, 0}, {9, 5}}, 0, R"(<path d="M9.5,0V5" stroke="#000000" stroke-width="0.667"/>)"},
+        {"leftwards: the last pixel is left out", {{9, 3}, {2, 3}}, 1, R"(<path d="M10,3.5H3" stroke="#000000"/>)"},
+        {"far beyond the page", {{INT_MIN, 20}, {INT_MAX, 20}}, 1, R"(<path d="M0,20.5H400" stroke="#000000"/>)"},
+        {"sloped",
+         {{10, 20}, {30, 25}},
+         2,
+         R"(<path d="M10.5,20.5L30.5,25.5" stroke="#000000" stroke-width="2" stroke-linecap="round"/>)"},
+        {"odd width",
+         {{10, 20}, {30, 20}, {30, 40}},
+         3,
+         R"(<polyline points="10,20.5 30.5,20.5 30.5,40" fill="none" stroke="#000000" stroke-width="3"/>)"},
+        {"leftwards and up",
+         {{30, 40}, {10, 40}, {10, 20}},
+         2,
+         R"(<polyline points="31,40 10,40 10,21" fill="none" stroke="#000000" stroke-width="2"/>)"},
+        {"closed",
+         {{10, 10}, {30, 10}, {30, 30}, {10, 30}, {10, 10}},
+         2,
+         R"(<polygon points="10,10 30,10 30,30 10,30" fill="none" stroke="#000000" stroke-width="2"/>)"},
+        {"sloped, a point twice",
+         {{10, 20}, {20, 25}, {20, 25}, {30, 20}},
+         1,
+         R"(<polyline points="10.5,20.5 20.5,25.5 30.5,20.5" fill="none" stroke-linejoin="round" stroke="#000000" stroke-linecap="round"/>)"},
     };
     for (const Case& c : cases)
-        EXPECT_THAT(Paths([&](Backend& b) { b.StrokePolyline(c.points, Width(c.width)); }), ElementsAre(c.path))
+        EXPECT_THAT(Elements([&](Backend& b) { b.StrokePolyline(c.points, Width(c.width)); }), ElementsAre(c.element))
             << c.why;
+    for (const auto& hidden : {Line({5, 5}, {5, 5}, {}), Line({0, 300}, {9, 300}, {}), Line({-9, 5}, {0, 5}, {})})
+        EXPECT_THAT(Elements(hidden), ElementsAre());
 }
 
 TEST_F(Page, SlopedLinesSideBySideHaveNoSeam) {
@@ -130,18 +127,22 @@ TEST_F(Page, SlopedLinesSideBySideHaveNoSeam) {
         StrokeLine(b, {10, 30}, {30, 30}, {});
         StrokeLine(b, {10, 31}, {30, 31}, {}); // level: edges meet
     };
-    EXPECT_THAT(Paths(draw), ElementsAre("M 10.5 20.5 L 30.5 25.5", "M 10.5 21.5 L 30.5 26.5", "M 10.5 21 L 30.5 26",
-                                         "M 10.5 23.5 L 30.5 28.5", testing::_, testing::_));
+    EXPECT_THAT(Elements(draw),
+                ElementsAre(HasSubstr("M10.5,20.5L"), HasSubstr("M10.5,21.5L"), HasSubstr("M10.5,21L30.5,26\""),
+                            HasSubstr("M10.5,23.5L"), testing::_, testing::_));
 }
 
 TEST_F(Page, Patterns) {
     const Stroke dashes = Dashes(18, 6, 20);
-    EXPECT_THAT(Paths(Line({10, 20}, {90, 20}, dashes)), ElementsAre("M 10 20.5 L 90 20.5 dash 18,6 from 20"));
-    EXPECT_THAT(Paths(Line({-30, 20}, {90, 20}, dashes)), ElementsAre("M 0 20.5 L 90 20.5 dash 18,6 from 2"))
+    const std::string dash = R"( stroke="#000000" stroke-dasharray="18 6" stroke-dashoffset=")";
+    EXPECT_THAT(Elements(Line({10, 20}, {90, 20}, dashes)), ElementsAre(R"(<path d="M10,20.5H90")" + dash + "20\"/>"));
+    EXPECT_THAT(Elements(Line({-30, 20}, {90, 20}, dashes)), ElementsAre(R"(<path d="M0,20.5H90")" + dash + "2\"/>"))
         << "50 gone at the page's edge";
-    EXPECT_THAT(Paths(Line({90, 20}, {10, 20}, Dashes(18, 6, 20, true))),
-                ElementsAre("M 11 20 L 91 20 L 91 21 L 11 21", "M 91 20.5 L 11 20.5 dash 18,6 from 20"));
-    EXPECT_THAT(Paths(Line({10, 20}, {90, 20}, Dashes(18, NAN))), ElementsAre("M 10 20 L 90 20 L 90 21 L 10 21"));
+    EXPECT_THAT(
+        Elements(Line({90, 20}, {10, 20}, Dashes(18, 6, 20, true))),
+        ElementsAre(R"(<path d="M91,20.5H11" stroke="#ff0000"/>)", R"(<path d="M91,20.5H11")" + dash + "20\"/>"));
+    EXPECT_THAT(Elements(Line({10, 20}, {90, 20}, Dashes(18, NAN))),
+                ElementsAre(R"(<path d="M10,20.5H90" stroke="#000000"/>)"));
 }
 
 TEST_F(Page, FillsStayInTheClip) {
@@ -149,10 +150,30 @@ TEST_F(Page, FillsStayInTheClip) {
         b.SetClip({50, 60, 1000, 1000});
         b.FillRect({10, 10, 100, 100}, kBlue);
         b.FillRect({10, 10, 50, 100}, kBlue);
+        b.FillShape(Ellipse(60, 60, 20, 20), kBlue);
         b.SetClip({0, 0, 400, 300});
         b.FillRect({INT_MIN, INT_MIN, INT_MAX, 7}, kBlue);
     };
-    EXPECT_THAT(Paths(fill), ElementsAre("M 50 60 L 100 60 L 100 100 L 50 100", "M 0 0 L 400 0 L 400 7 L 0 7"));
+    EXPECT_THAT(Elements(fill), ElementsAre(R"(<rect x="50" y="60" width="50" height="40" fill="#0000ff"/>)",
+                                            R"(<svg x="50" y="60" width="350" height="240" viewBox="50 60 350 240">)",
+                                            R"(<circle cx="60" cy="60" r="20" fill="#0000ff"/>)", "</svg>",
+                                            R"(<rect x="0" y="0" width="400" height="7" fill="#0000ff"/>)"));
+}
+
+TEST_F(Page, Shapes) {
+    const double quarter = std::acos(0);
+    const auto draw = [&](Backend& b) {
+        b.FillShape(SliceShape{{{50, 60}, {20, 10}}, 0, quarter, {50, 60}}, kBlue);
+        b.StrokeShape(SliceShape{{{50, 60}, {20, 10}}, -quarter, 3 * quarter, {49, 60}}, Width(2));
+        b.FillShape(Polygon({{1, 2}, {30, 4}, {5, 60}}), kBlue);
+        b.FillShape(Polygon({{1, 2}, {30, 4}}), kBlue);
+    };
+    EXPECT_THAT(
+        Elements(draw),
+        ElementsAre(
+            R"(<path d="M50,60L70,60A20,10 0 0 0 50,50zM50,61 50,50 49,50.013 49,61z" fill="#0000ff"/>)",
+            R"(<path d="M49,60L50,70A20,10 0 1 0 30,60z" fill="none" stroke="#000000" stroke-width="2" stroke-linejoin="round"/>)",
+            R"(<polygon points="1,2 30,4 5,60" fill="#0000ff" fill-rule="evenodd"/>)"));
 }
 
 TEST_F(Page, TextIsFoundWhereItStands) {
@@ -176,29 +197,76 @@ TEST_F(Page, TextIsFoundWhereItStands) {
     }
 }
 
-TEST_F(Page, TextIsClipped) {
-    const auto layout = LayOutText(FindFace(LOGFONTA{}, TextMedium::Page), "a", true, kNoWrap);
-    const std::string svg = DrawFile(PageFormat::Svg, 96, [&](Backend& b) {
-        b.SetClip({0, 0, 50, 300});
-        b.PaintText(layout, 0, {10, 10}, 0, 0xFF000000U, {12, 0, 90, 15}); // cuts the letter
-        b.PaintText(layout, 0, {10, 10}, 0, 0xFF000000U, {50, 0, 90, 15}); // nothing of it shows
+/// 10 high, so that a character of the built-in metrics is 6 wide and its line 13 high.
+std::shared_ptr<const TextLayout> TextOf(std::string_view text, int charset = DEFAULT_CHARSET, bool underline = false) {
+    LOGFONTA font{};
+    font.lfHeight = -10;
+    font.lfCharSet = static_cast<BYTE>(charset);
+    font.lfUnderline = underline ? 1 : 0;
+    std::strcpy(font.lfFaceName, "O'Neill <a>");
+    return LayOutText(FindFace(font, TextMedium::Fixed), text, true, kNoWrap);
+}
+
+TEST_F(Page, TextsKeepTheirCharacters) {
+    const RECT all{0, 0, 400, 300};
+    const std::string length = R"(" lengthAdjust="spacingAndGlyphs")";
+    const std::string font = R"(<g font-family="'ONeill &lt;a&gt;',sans-serif" font-size="10")";
+    const auto draw = [&](Backend& b) {
+        b.PaintText(TextOf("a<&\"\x01\xEF\xBF\xBF"), 0, {20, 30}, 0, 0xFF000000U, all);
+        b.PaintText(TextOf("\x95\xE0", 128, true), 0, {20, 30}, 900, kBlue, all); // one character of CP932
+        b.PaintText(TextOf(" b"), 0, {20, 30}, 0, kBlue, {20, 30, 29, 50});       // 12 x 13: its right side is cut off
+        b.PaintText(TextOf("ab"), 0, {20, 30}, 0, kBlue, {32, 30, 50, 50});
+    };
+    EXPECT_THAT(
+        Elements(draw),
+        ElementsAre(font + ">", R"(<text x="20" y="40" textLength="36)" + length + ">a&lt;&amp;&quot;  </text>", "</g>",
+                    font + " xml:lang=\"ja\">",
+                    R"(<text x="20" y="40" textLength="10)" + length +
+                        R"x( text-decoration="underline" transform="rotate(-90 20 30)" fill="#0000ff">歩</text>)x",
+                    "</g>", font + ">", R"(<svg x="20" y="30" width="9" height="20" viewBox="20 30 9 20">)",
+                    R"(<text xml:space="preserve" x="20" y="40" textLength="12)" + length +
+                        R"( fill="#0000ff"> b</text>)",
+                    "</svg>", "</g>"));
+}
+
+TEST_F(Page, OutlinesHaveTheirTextOnTop) {
+    const auto layout = LayOutText(FindFace(LOGFONTA{}, TextMedium::Page), "ll", true, kNoWrap);
+    const std::string svg = DrawFile(PageFormat::SvgOutlines, 96, [&](Backend& b) {
+        b.PaintText(layout, 0, {10, 20}, 0, kBlue, {0, 0, 400, 300});
     });
-    EXPECT_THAT(Between(svg, "<clipPath", "</clipPath>"), HasSubstr("M 12 ")); // its right side may be tighter
-    EXPECT_EQ(Elements(svg, "<use ").size(), 1U);
+    const std::string outline = Between(svg, "<path d=\"", "\"");
+    EXPECT_EQ(std::count(outline.begin(), outline.end(), 'M'), 2) << outline;
+    EXPECT_EQ(std::count(outline.begin(), outline.end(), 'z'), 2) << outline;
+    EXPECT_THAT(svg.substr(svg.find("<text")), HasSubstr(" fill-opacity=\"0\">ll</text>"));
+}
+
+TEST_F(Page, SameDrawingSameBytes) {
+    const auto draw = [](Backend& b) {
+        b.StrokeShape(Ellipse(60.25, 60.5, 20, 10), Width(1.5));
+        b.PaintText(LayOutText(FindFace(LOGFONTA{}, TextMedium::Page), "1,5", true, kNoWrap), 0, {1, 2}, 0, 0,
+                    {0, 0, 400, 300});
+    };
+    const std::string former = DrawFile(PageFormat::SvgOutlines, 120, draw);
+    ASSERT_NE(std::setlocale(LC_ALL, "de_DE.UTF-8"), nullptr);
+    const std::string latter = DrawFile(PageFormat::SvgOutlines, 120, draw);
+    std::setlocale(LC_ALL, "C");
+    EXPECT_EQ(former, latter);
 }
 
 TEST_F(Page, MaskedCopiesStayOnePicture) {
     std::vector<std::uint32_t> pixels{0xFFFFFFFFU, 0xFF000000U, 0xFFFF0000U, 0xFF804020U};
-    const std::string svg = DrawFile(PageFormat::Svg, 96, [&](Backend& b) {
+    const auto elements = Elements([&](Backend& b) {
         const PixelBuffer picture{pixels.data(), 2, 2, 2};
-        b.FillRect({0, 0, 50, 50}, kBlue);
         for (const DWORD operation : {SRCCOPY, SRCAND, SRCPAINT})
             b.Blit({10, 10, 30, 30}, picture, {0, 0, 2, 2}, operation);
         b.Blit({10, 10, 30, 30}, picture, {0, 0, 2, 3}, SRCCOPY); // reaches beyond the picture
     });
-    EXPECT_THAT(svg, HasSubstr("M 0 0 L 50 0 L 50 50 L 0 50")); // the page is still made of shapes
-    EXPECT_EQ(Elements(svg, "<image ").size(), 3U);
-    EXPECT_THAT(svg, HasSubstr("matrix(10,0,0,10,10,10)")); // each pixel 10 wide, from 10,10
+    ASSERT_EQ(elements.size(), 3U);
+    EXPECT_THAT(
+        elements[0],
+        HasSubstr(
+            R"(<image x="10" y="10" width="20" height="20" preserveAspectRatio="none" href="data:image/png;base64,iVBORw0KGgo)"));
+    EXPECT_THAT(elements[1], HasSubstr("pixelated"));
 }
 
 TEST_F(Page, StrangeShapesAndTextsLoseNoPage) {
@@ -216,7 +284,8 @@ TEST_F(Page, StrangeShapesAndTextsLoseNoPage) {
         std::uint32_t pixel = 0xFF00FF00U;
         b.Blit({INT_MIN, INT_MIN, INT_MAX, INT_MAX}, {&pixel, 1, 1, 1}, {0, 0, 1, 1}, SRCPAINT);
     };
-    for (const PageFormat format : {PageFormat::Pdf, PageFormat::Svg}) // DrawFile expects the file
+    for (const PageFormat format :
+         {PageFormat::Pdf, PageFormat::Svg, PageFormat::SvgOutlines}) // DrawFile expects the file
         DrawFile(format, 1, draw);
 }
 

@@ -41,6 +41,8 @@ week=(--data data/bar-week.csv)
 expect "pixels"                     0 '^$' "${week[@]}" -o a.png
 expect "page, portable"             0 '^$' "${week[@]}" -o a.pdf
 expect "page, scalable"             0 '^$' "${week[@]}" -o a.svg
+expect "with outlines"              0 '^$' "${week[@]}" --svg-outlines -o o.svg
+grep -q 'fill-opacity="0">Steps this week<' o.svg || fail "with outlines" "no unseen title in o.svg"
 expect_file "pixels" $'\x89PNG' a.png
 expect_file "page, portable" '%PDF' a.pdf
 expect_file "page, scalable" '<?xml' a.svg
@@ -85,6 +87,7 @@ expect "size of nothing"            2 '--size' "${week[@]}" --size 0x500 -o a.pn
 expect "size beyond a surface"      2 '--size' "${week[@]}" --size 32768x1 -o a.png
 expect "point of words"             2 '--hover' "${week[@]}" --hover 1,b -o a.png
 expect "balloon on a page"          2 '--hover' "${week[@]}" --hover 1,1 -o a.pdf
+expect "outlines of pixels"         2 "--svg-outlines" "${week[@]}" --svg-outlines -o a.png
 expect "no such section"            2 'no section: OTHER' "${week[@]}" --section OTHER -o a.png
 expect "no such base"               2 'nowhere' "${week[@]}" --base nowhere -o a.png
 expect "base without a profile"     2 'no profile' "${week[@]}" --base / -o a.png

@@ -63,6 +63,12 @@ long DrawDirect(Chart& chart, Request& request, HDC surface) {
     return DrawWhole(chart, request);
 }
 
+PageFormat FormatOf(Output output) {
+    if (output == Output::Pdf)
+        return PageFormat::Pdf;
+    return output == Output::SvgOutlines ? PageFormat::SvgOutlines : PageFormat::Svg;
+}
+
 Surface MakeRecord(const Request& request) {
     return Surface(CreateRecordingSurface(request.size.width, request.size.height, request.dpi));
 }
@@ -74,8 +80,8 @@ int DrawPage(Chart& chart, Request& request) {
     trial.click.reset();
     if (const long code = DrawDirect(chart, trial, MakeRecord(request).get()); code != 0)
         return FailWith(code, request.data);
-    const PageFormat format = request.output == Output::Pdf ? PageFormat::Pdf : PageFormat::Svg;
-    HDC page = CreatePageSurface(request.out.c_str(), format, request.size.width, request.size.height, request.dpi);
+    HDC page = CreatePageSurface(request.out.c_str(), FormatOf(request.output), request.size.width, request.size.height,
+                                 request.dpi);
     if (page != nullptr)
         DrawDirect(chart, request, page);
     return DeleteDC(page) ? 0 : Fail("the picture can't be written", request.out);
@@ -99,7 +105,7 @@ int Draw(Request request) {
         return FailWith(code, request.data);
 
     int exitCode = 0;
-    if (request.output == Output::Svg || request.output == Output::Pdf)
+    if (request.output == Output::Svg || request.output == Output::SvgOutlines || request.output == Output::Pdf)
         exitCode = DrawPage(*chart, request);
     else if (request.output == Output::Record)
         exitCode = DrawRecord(*chart, request);

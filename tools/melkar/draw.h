@@ -8,7 +8,7 @@
 
 namespace melkar::tool {
 
-enum class Output { None, Png, Svg, Pdf, Record };
+enum class Output { None, Png, Svg, SvgOutlines, Pdf, Record };
 
 /// One picture, with all arguments checked and all paths absolute.
 struct Request {

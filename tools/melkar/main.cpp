@@ -37,6 +37,7 @@ struct Arguments {
     int dpi = 96;
     bool record = false;
     bool noFigures = false;
+    bool svgOutlines = false;
     ChartOptions chart;
     std::string printer;
     std::string paper = "A4";
@@ -80,6 +81,8 @@ void AddDrawOptions(CLI::App& draw, Arguments& arguments) {
     draw.add_option("--hover", arguments.hover, "X,Y: paint the balloon of this point into the picture (.png only)");
     draw.add_option("--click", arguments.click, "X,Y: print the day at this point");
     draw.add_flag("--record", arguments.record, "Print the drawing operations instead of writing a file");
+    draw.add_flag("--svg-outlines", arguments.svgOutlines,
+                  "Texts of an .svg as outlines, with unseen texts on top: it looks the same with any fonts");
     draw.add_option("-o", arguments.out, "Picture to write: .png, .svg or .pdf");
 }
 
@@ -111,7 +114,7 @@ Output OutputOf(const Arguments& arguments) {
     if (suffix == ".png")
         return Output::Png;
     if (suffix == ".svg")
-        return Output::Svg;
+        return arguments.svgOutlines ? Output::SvgOutlines : Output::Svg;
     if (suffix == ".pdf")
         return Output::Pdf;
     throw UsageError{"the picture's name must end in .png, .svg or .pdf: " + arguments.out};
@@ -170,6 +173,8 @@ Request RequestOf(const Arguments& arguments) {
     request.output = OutputOf(arguments);
     request.hover = PointOf(arguments.hover, "--hover");
     request.click = PointOf(arguments.click, "--click");
+    if (arguments.svgOutlines && request.output != Output::SvgOutlines)
+        throw UsageError{"--svg-outlines needs a picture of that kind: -o NAME.svg"};
     if (request.hover && request.output != Output::Png)
         throw UsageError{"--hover needs a picture of pixels: -o NAME.png"};
     request.chart = arguments.chart;

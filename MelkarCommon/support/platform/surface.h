@@ -20,7 +20,11 @@ MELKAR_API HDC CreateMemorySurface(int width, int height, int dpi = 96);
 /// least 4 x width). The memory stays the host's and must outlive the surface.
 MELKAR_API HDC WrapPixels(void* pixels, int width, int height, int strideBytes, int dpi = 96);
 
-enum class PageFormat { Pdf, Svg };
+enum class PageFormat {
+    Pdf,
+    Svg,         ///< texts as texts: a reader's machine needs their fonts, or others stand in at the same length
+    SvgOutlines, ///< texts as outlines, with unseen texts on top for those who search and copy
+};
 
 /// One page of width x height device units at `dpi` units per inch. The file appears under `path`, whole, when
 /// the surface is deleted; until then, and after a failure, nothing stands there that wasn't there before. It takes the

@@ -2,37 +2,25 @@
 #include <MelkarCommon/support/platform/cairo/shapes.h>
 #include <MelkarCommon/support/platform/files.h>
 #include <MelkarCommon/support/platform/files/new_file.h>
-#include <MelkarCommon/support/platform/files/report.h>
-#include <MelkarCommon/support/platform/pages/page_file.h>
-#include <MelkarCommon/support/platform/pages/page_lines.h>
+#include <MelkarCommon/support/platform/pages/paper.h>
 #include <MelkarCommon/support/platform/seam/box.h>
 #include <MelkarCommon/support/platform/text/text_on_cairo.h>
 
 #include <cairo-pdf.h>
-#include <cairo-svg.h>
 
 #include <cerrno>
-#include <cmath>
 #include <cstdlib>
 #include <cstring>
 #include <ctime>
+#include <iterator>
 #include <vector>
 
 /// @file
-/// Pages: everything stays a vector, and covers the area that it would cover on pixels.
+/// PDF pages: everything stays a vector, and covers the area that it would cover on pixels.
 
 namespace melkar {
 
 namespace {
-
-constexpr double kPointsPerInch = 72;
-constexpr double kSvgUnitsPerInch = 96;
-
-const char* NameOf(PageFormat format) { return format == PageFormat::Pdf ? "PDF" : "SVG"; }
-
-void LogNotWritten(PageFormat format, const std::string& path, const char* reason) {
-    LogText((std::string(NameOf(format)) + " file [" + path + "] not written: " + reason).c_str());
-}
 
 cairo_status_t WriteBytes(void* file, const unsigned char* bytes, unsigned int count) {
     return static_cast<NewFile*>(file)->Write(bytes, count) ? CAIRO_STATUS_SUCCESS : CAIRO_STATUS_WRITE_ERROR;
@@ -59,62 +47,62 @@ void SetInfo(cairo_surface_t* pdf, const DocumentInfo& info) {
         cairo_pdf_surface_set_metadata(pdf, CAIRO_PDF_METADATA_CREATE_DATE, text);
 }
 
-CairoSurface MakeSurface(NewFile* file, PageFormat format, const Sheet& sheet, const DocumentInfo& info) {
-    if (format == PageFormat::Pdf) {
-        CairoSurface pdf(cairo_pdf_surface_create_for_stream(WriteBytes, file, sheet.width, sheet.height));
-        SetInfo(pdf.get(), info);
-        return pdf;
-    }
-    constexpr double kScale = kSvgUnitsPerInch / kPointsPerInch;
-    CairoSurface svg(
-        cairo_svg_surface_create_for_stream(WriteBytes, file, sheet.width * kScale, sheet.height * kScale));
-    cairo_svg_surface_set_document_unit(svg.get(), CAIRO_SVG_UNIT_PX);
-    return svg;
+CairoSurface MakeSurface(NewFile* file, const Sheet& sheet, const DocumentInfo& info) {
+    CairoSurface pdf(cairo_pdf_surface_create_for_stream(WriteBytes, file, sheet.width, sheet.height));
+    SetInfo(pdf.get(), info);
+    return pdf;
 }
 
-/// A pixel that acts on paper like the operation on pixels, its channels multiplied by its alpha. Paper has no bits
-/// to combine: "and" is exact on white and for grey sources, "or" on black, where masked pictures go.
-Color ToPaper(Color pixel, DWORD operation) {
-    const Color red = (pixel >> 16U) & 0xFFU;
-    const Color green = (pixel >> 8U) & 0xFFU;
-    const Color blue = pixel & 0xFFU;
-    if (operation == SRCPAINT)
-        return (pixel & 0xFFFFFFU) | std::max({red, green, blue}) << 24U;
-    const Color least = std::min({red, green, blue});
-    return (0xFF000000U | (pixel & 0xFFFFFFU)) - least * 0x01010101U;
-}
-
-/// A copy of the source: what is painted is looked at only when the page ends. Blend modes of cairo won't do: for a
-/// single one the whole SVG file becomes one image.
+/// A copy of the source: what is painted is looked at only when the page ends.
 CairoSurface MakeImage(const PixelBuffer& pixels, const RECT& source, DWORD operation) {
     const int width = source.right - source.left;
     CairoSurface image(cairo_image_surface_create(operation == SRCCOPY ? CAIRO_FORMAT_RGB24 : CAIRO_FORMAT_ARGB32,
                                                   width, source.bottom - source.top));
+    const std::vector<Color> paper = OnPaper(pixels, source, operation);
     unsigned char* row = cairo_image_surface_get_data(image.get());
     const int stride = cairo_image_surface_get_stride(image.get());
-    for (int y = source.top; row != nullptr && y < source.bottom; ++y, row += stride) {
-        const std::uint32_t* from = PixelAt(pixels, source.left, y);
-        auto* to = reinterpret_cast<std::uint32_t*>(row);
-        if (operation == SRCCOPY)
-            std::copy_n(from, width, to);
-        else
-            std::transform(from, from + width, to, [=](Color pixel) { return ToPaper(pixel, operation); });
-    }
+    for (auto from = paper.begin(); row != nullptr && from != paper.end(); from += width, row += stride)
+        std::copy_n(from, width, reinterpret_cast<std::uint32_t*>(row));
     cairo_surface_mark_dirty(image.get());
     return image;
 }
 
+void Trace(cairo_t* cr, const PaperLine& line) {
+    cairo_new_path(cr);
+    for (const PointD& point : line.points)
+        cairo_line_to(cr, point.x, point.y);
+    if (line.isClosed)
+        cairo_close_path(cr);
+    cairo_set_line_join(cr, line.hasRoundCorners ? CAIRO_LINE_JOIN_ROUND : CAIRO_LINE_JOIN_MITER);
+    cairo_set_line_cap(cr, line.hasRoundEnds ? CAIRO_LINE_CAP_ROUND : CAIRO_LINE_CAP_BUTT);
+}
+
+/// Strokes the context's path, with pattern and gaps.
+void StrokePath(cairo_t* cr, const Stroke& stroke, double phase) {
+    cairo_set_line_width(cr, stroke.width);
+    cairo_set_dash(cr, nullptr, 0, 0);
+    if (HasPattern(stroke)) {
+        if (stroke.gaps) {
+            SetSourceColor(cr, stroke.gapColor);
+            cairo_stroke_preserve(cr);
+        }
+        const double lengths[] = {stroke.on, stroke.off};
+        cairo_set_dash(cr, lengths, static_cast<int>(std::size(lengths)), PhaseInPeriod(stroke, phase));
+        cairo_set_line_cap(cr, CAIRO_LINE_CAP_BUTT); // others would close short gaps
+    }
+    SetSourceColor(cr, stroke.color);
+    cairo_stroke(cr);
+}
+
 class PageBackend final : public PageFile {
 public:
-    PageBackend(std::unique_ptr<NewFile> file, PageFormat format, int width, int height, int dpi,
-                const DocumentInfo& info)
-        : m_file(std::move(file)), m_format(format), m_room{0, 0, width, height}, m_isWholeSheet(!info.sheet),
-          m_thinnest(dpi / (2 * kPointsPerInch)),
-          m_scale((format == PageFormat::Pdf ? kPointsPerInch : kSvgUnitsPerInch) / dpi) {
+    PageBackend(std::unique_ptr<NewFile> file, int width, int height, int dpi, const DocumentInfo& info)
+        : m_file(std::move(file)), m_room{0, 0, width, height}, m_isWholeSheet(!info.sheet), m_dpi(dpi),
+          m_scale(kPointsPerInch / dpi) {
         const double inch = dpi;
         const Sheet sheet =
             info.sheet.value_or(Sheet{width / inch * kPointsPerInch, height / inch * kPointsPerInch, 0, 0});
-        m_surface = MakeSurface(m_file.get(), format, sheet, info);
+        m_surface = MakeSurface(m_file.get(), sheet, info);
         m_cr.reset(cairo_create(m_surface.get()));
         cairo_scale(Cr(), m_scale, m_scale);
         cairo_translate(Cr(), sheet.left / kPointsPerInch * inch, sheet.top / kPointsPerInch * inch);
@@ -130,13 +118,12 @@ public:
     void SetClip(const RECT& clip) override;
     void FillRect(const RECT& rect, Color color) override;
     void FillShape(const Shape& shape, Color color) override {
-        constexpr double kScreenPixel = 1.5; // half points: pages are looked at on screens, too
         if (Shows())
-            FillShapeOn(Cr(), m_clip, shape, color, std::max(1.0, kScreenPixel * m_thinnest));
+            FillShapeOn(Cr(), m_clip, shape, color, SliceReach(m_dpi));
     }
     void StrokeShape(const Shape& shape, const Stroke& stroke) override {
         if (Shows())
-            StrokeShapeOn(Cr(), m_clip, shape, OnPaper(stroke));
+            StrokeShapeOn(Cr(), m_clip, shape, OnPaper(stroke, m_dpi));
     }
     void StrokePolyline(std::span<const POINT> points, const Stroke& stroke) override;
     void PaintText(const std::shared_ptr<const TextLayout>& layout, std::size_t line, POINT at, int escapement,
@@ -147,15 +134,8 @@ private:
     cairo_t* Cr() { return m_cr.get(); }
     /// Whether anything is drawn at all; between two pages the clip is empty.
     bool Shows() {
-        m_lastLines.clear();
+        m_pen.Lift();
         return !IsEmptyRect(m_clip);
-    }
-    /// What is thinner than half a point gets lost in print.
-    Stroke OnPaper(const Stroke& stroke) const {
-        constexpr double kWidest = 32768;
-        Stroke bounded = stroke;
-        bounded.width = stroke.width > m_thinnest ? std::min(stroke.width, kWidest) : m_thinnest;
-        return bounded;
     }
     void ClipTo(const RECT& clip) {
         if (m_isWholeSheet && clip.left <= 0 && clip.top <= 0 && clip.right >= m_room.right &&
@@ -170,24 +150,21 @@ private:
     }
 
     std::unique_ptr<NewFile> m_file;
-    PageFormat m_format;
     RECT m_room;             ///< to draw on
     bool m_isWholeSheet;     ///< the room leaves no margin
     RECT m_page{0, 0, 0, 0}; ///< the room while a page is open, else empty
     RECT m_clip{0, 0, 0, 0};
     int m_pages = 0; ///< begun
     bool m_hasEnded = false;
-    double m_thinnest;              ///< half a point, in device units
-    double m_scale;                 ///< cairo's units for a device unit
-    std::vector<POINT> m_lastLines; ///< drawn last, if nothing else was since
-    Stroke m_lastStroke;
+    int m_dpi;
+    double m_scale; ///< points in a device unit
+    PaperPen m_pen;
     CairoSurface m_surface;
     CairoContext m_cr;
 };
 
 bool PageBackend::BeginPage() {
-    const bool isFull = m_format == PageFormat::Svg && m_pages > 0;
-    if (m_hasEnded || isFull)
+    if (m_hasEnded)
         return false;
     EndPage();
     ++m_pages;
@@ -220,15 +197,8 @@ bool PageBackend::Finish() {
     cairo_surface_finish(m_surface.get());
     const cairo_status_t written = cairo_surface_status(m_surface.get());
     const cairo_status_t status = drawn != CAIRO_STATUS_SUCCESS ? drawn : written;
-    if (status != CAIRO_STATUS_SUCCESS || m_pages == 0)
-        m_file->Abandon(); // a write error that came first is kept
-    const int error = m_file->Commit();
-    if (error != 0)
-        LogNotWritten(m_format, m_file->Path(),
-                      error != ECANCELED ? std::strerror(error)
-                      : m_pages == 0     ? "no page"
-                                         : cairo_status_to_string(status));
-    return error == 0;
+    const char* error = status != CAIRO_STATUS_SUCCESS ? cairo_status_to_string(status) : nullptr;
+    return FinishPage(*m_file, PageFormat::Pdf, m_pages == 0 ? "no page" : error);
 }
 
 void PageBackend::SetClip(const RECT& clip) {
@@ -247,15 +217,13 @@ void PageBackend::FillRect(const RECT& rect, Color color) {
 }
 
 void PageBackend::StrokePolyline(std::span<const POINT> points, const Stroke& stroke) {
-    constexpr double kThin = 2; // wider ones overlap when they are a unit apart
     if (IsEmptyRect(m_clip))
         return;
-    const Stroke printed = OnPaper(stroke);
-    StrokePolylineOn(Cr(), m_clip, points, printed);
-    if (printed == m_lastStroke && printed.width < kThin && printed.IsSolid() && LieSideBySide(m_lastLines, points))
-        CoverSeamOn(Cr(), m_lastLines, points, printed);
-    m_lastLines.assign(points.begin(), points.end());
-    m_lastStroke = printed;
+    m_pen.Stroke(points, m_clip, OnPaper(stroke, m_dpi), [this](const PaperLine& line, const Stroke& printed) {
+        Trace(Cr(), line);
+        StrokePath(Cr(), printed, line.phase);
+        cairo_set_line_join(Cr(), CAIRO_LINE_JOIN_ROUND);
+    });
 }
 
 void PageBackend::PaintText(const std::shared_ptr<const TextLayout>& layout, std::size_t line, POINT at, int escapement,
@@ -309,7 +277,9 @@ std::unique_ptr<PageFile> MakePageFile(const char* path, PageFormat format, int 
         LogNotWritten(format, resolved, std::strerror(errno));
         return nullptr;
     }
-    return std::make_unique<PageBackend>(std::move(file), format, width, height, dpi, info);
+    if (format != PageFormat::Pdf)
+        return MakeSvgPage(std::move(file), format, width, height, dpi, info);
+    return std::make_unique<PageBackend>(std::move(file), width, height, dpi, info);
 }
 
 } // namespace melkar

@@ -42,7 +42,7 @@ expect "pixels"                     0 '^$' "${week[@]}" -o a.png
 expect "page, portable"             0 '^$' "${week[@]}" -o a.pdf
 expect "page, scalable"             0 '^$' "${week[@]}" -o a.svg
 expect "with outlines"              0 '^$' "${week[@]}" --svg-outlines -o o.svg
-grep -q 'fill-opacity="0">Steps this week<' o.svg || fail "with outlines" "no unseen title in o.svg"
+grep -q 'fill-opacity="0"> Steps this week<' o.svg || fail "with outlines" "no unseen title in o.svg"
 expect_file "pixels" $'\x89PNG' a.png
 expect_file "page, portable" '%PDF' a.pdf
 expect_file "page, scalable" '<?xml' a.svg

@@ -4,17 +4,20 @@
 ROOT=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 export ROOT
 
-# Debian packages that building and testing need.
-BUILD_PACKAGES=(
+# Debian packages that the library, the command and their pictures need.
+DRAW_PACKAGES=(
     g++ cmake ninja-build pkg-config ccache
     libcairo2-dev libpango1.0-dev libfontconfig-dev libfreetype-dev libharfbuzz-dev libgdk-pixbuf-2.0-dev libcups2-dev
-    libcli11-dev libgtest-dev libgmock-dev libbenchmark-dev
-    fonts-dejavu fonts-ipafont-gothic locales-all poppler-utils librsvg2-bin
-    cups-daemon cups-client cups-filters
+    libcli11-dev fonts-dejavu fonts-ipafont-gothic poppler-utils
+)
+# What building everything and testing it need.
+BUILD_PACKAGES=(
+    "${DRAW_PACKAGES[@]}" libgtest-dev libgmock-dev libbenchmark-dev
+    locales-all librsvg2-bin cups-daemon cups-client cups-filters
 )
 # What scripts/check needs on top.
 CHECK_PACKAGES=(git clang-format clang binutils libglib2.0-dev libjpeg-dev libncurses-dev)
-export BUILD_PACKAGES CHECK_PACKAGES
+export DRAW_PACKAGES BUILD_PACKAGES CHECK_PACKAGES
 
 say() { printf '== %s\n' "$*"; }
 
@@ -36,14 +39,32 @@ as_root() {
 
 can_be_root() { [[ $(id -u) -eq 0 ]] || { command -v sudo >/dev/null && sudo -n true 2>/dev/null; }; }
 
-apt_get() { as_root env DEBIAN_FRONTEND=noninteractive apt-get -qq -o DPkg::Lock::Timeout=300 "$@" </dev/null >&2; }
+apt_get() { as_root env DEBIAN_FRONTEND=noninteractive apt-get -y -o DPkg::Lock::Timeout=300 "$@" </dev/null; }
+
+# One line for each package that is fetched or set up; a line stays in the place of the one before on a terminal.
+show_progress() {
+    local line
+    while read -r line; do
+        case $line in
+        Get:* | Unpacking* | "Setting up"*)
+            if [[ -t 2 ]]; then printf '\r\e[K   %.70s' "$line" >&2; else printf '   %s\n' "${line%% (*}" >&2; fi ;;
+        esac
+    done
+    [[ ! -t 2 ]] || printf '\r\e[K' >&2
+}
+
+# missing_packages NAME...: prints those that aren't installed.
+missing_packages() {
+    local package
+    for package in "$@"; do
+        is_installed "$package" || echo "$package"
+    done
+}
 
 # install_packages NAME...: installs those that are missing.
 install_packages() {
-    local missing=() package
-    for package in "$@"; do
-        is_installed "$package" || missing+=("$package")
-    done
+    local missing errors
+    mapfile -t missing < <(missing_packages "$@")
     if [[ ${#missing[@]} -eq 0 ]]; then
         return
     fi
@@ -51,16 +72,24 @@ install_packages() {
     can_be_root || die "run as root or with sudo, or install: apt-get install ${missing[*]}"
     say "installing ${missing[*]}"
     # Package lists that are missing or too old are fetched once.
-    apt_get install -y --no-install-recommends "${missing[@]}" 2>/dev/null && return
-    apt_get update
-    apt_get install -y --no-install-recommends "${missing[@]}"
+    apt_get install --no-install-recommends "${missing[@]}" 2>/dev/null | show_progress && return
+    apt_get update | show_progress
+    errors=$(mktemp)
+    apt_get install --no-install-recommends "${missing[@]}" 2>"$errors" | show_progress ||
+        die "installing failed"$'\n'"$(cat "$errors")"
+    rm -f "$errors"
 }
 
-# build PRESET [TARGET]: configures and builds; without a target everything.
+# build PRESET [TARGET...]: configures and builds; without a target everything.
 build() {
-    local preset=$1 target=${2:-all} output
-    say "building $target ($preset)"
+    local preset=$1 output options=()
+    shift
+    # A single target, such as the command, can be built where the packages of the tests are missing.
+    [[ $# -eq 0 ]] || is_installed libgtest-dev || options+=(-DMELKAR_BUILD_TESTS=OFF)
+    [[ $# -eq 0 ]] || is_installed libbenchmark-dev || options+=(-DMELKAR_BUILD_BENCH=OFF)
+    [[ $# -gt 0 ]] || set -- all
+    say "building $* ($preset)"
     cd "$ROOT" || exit
-    output=$(cmake --preset "$preset" 2>&1) || die "configuring failed"$'\n'"$output"
-    cmake --build --preset "$preset" --target "$target"
+    output=$(cmake --preset "$preset" "${options[@]}" 2>&1) || die "configuring failed"$'\n'"$output"
+    cmake --build --preset "$preset" --target "$@"
 }

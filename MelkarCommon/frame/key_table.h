@@ -161,7 +161,7 @@ template <class Graph> struct KeyRow {
         KeyRow row = *this;
         row.info.fallbackKey = key;
         row.standIn = [](const Graph& graph, KeyInfo& info) {
-            if constexpr (std::is_integral_v<std::remove_cvref_t<decltype(graph.*Member)>>)
+            if constexpr (std::is_integral_v<std::remove_cv_t<std::remove_reference_t<decltype(graph.*Member)>>>)
                 info.fallback = static_cast<int>(graph.*Member);
             else
                 info.fallbackText = graph.*Member;

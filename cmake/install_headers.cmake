@@ -1,0 +1,18 @@
+# Run by `cmake --install` with MELKAR_SOURCE and MELKAR_INCLUDE set: installs what the public headers include, they
+# themselves first.
+cmake_policy(VERSION 3.25)
+set(waiting MelkarCommon/MelkarCommon.h MelkarCommon/key_reference.h)
+set(known ${waiting})
+while(waiting)
+  list(POP_FRONT waiting header)
+  get_filename_component(folder ${header} DIRECTORY)
+  file(INSTALL ${MELKAR_SOURCE}/${header} DESTINATION ${MELKAR_INCLUDE}/${folder})
+  file(STRINGS ${MELKAR_SOURCE}/${header} includes REGEX "^#include <MelkarCommon/")
+  foreach(line IN LISTS includes)
+    string(REGEX REPLACE "^#include <(.*)>.*" "\\1" next "${line}")
+    if(NOT next IN_LIST known)
+      list(APPEND known ${next})
+      list(APPEND waiting ${next})
+    endif()
+  endforeach()
+endwhile()

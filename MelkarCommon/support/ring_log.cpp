@@ -212,5 +212,9 @@ int writeLog(const char* file, const char* format, ...) {
 int writeLogCode(const char* file, int code) { return writeLog(file, "CODE = [%d]", code); }
 
 namespace melkar {
-void LogText(const char* text) { writeLog(kLogFile, "%s", text ? text : ""); }
+void LogText(const char* text) {
+    const int reason = errno; // of what is told, for the caller who asks next
+    writeLog(kLogFile, "%s", text ? text : "");
+    errno = reason;
+}
 } // namespace melkar

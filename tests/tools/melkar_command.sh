@@ -80,6 +80,29 @@ kind=bar
 
 diff <("$melkar" keys) "$docs/profile-keys.md" || fail "the key reference" "docs/profile-keys.md isn't what melkar keys prints"
 
+# says WHY EXIT-CODE PATTERN ARGUMENT...: of the whole command.
+says() {
+    local why=$1 code=$2 pattern=$3 actual=0 printed
+    shift 3
+    printed=$("$melkar" "$@" 2>&1) || actual=$?
+    [[ $actual -eq $code && $printed =~ $pattern ]] || fail "$why" "exit code $actual: $printed"
+}
+says "a mistyped command is named"  2 'unknown command: drow' drow
+says "the version"                  0 '^melkar [0-9]+\.[0-9]+' --version
+! "$melkar" keys >/dev/full 2>full.txt || fail "keys onto a full disk" "exit code 0"
+expect_file "why not" 'melkar: can' full.txt
+
+expect "a suffix in capitals"       0 '^$' "${week[@]}" --output d.PNG
+cmp -s a.png d.PNG || fail "a suffix in capitals" "another picture"
+expect "printed"                    0 '^<\?xml' "${week[@]}" -o - --format SVG
+expect "printed in no format"       2 '--format' "${week[@]}" -o -
+expect "why a picture isn't there"  1 'nowhere/a.png: No such file' "${week[@]}" -o nowhere/a.png
+
+printf 'head\n0,a,5\n0,b\n1,c\n0,d,x\nNo,e,5\n' >doubtful.csv
+for warning in 'line 2: a day in a head row' 'line 3: 2 columns' 'line 5, column 3: not a number: "x"' 'line 6, column 1: not the status'; do
+    expect "a doubtful data file" 0 "warning: .*doubtful.csv: $warning" --data doubtful.csv -o e.png
+done
+
 expect "no output"                  2 'nothing to do' "${week[@]}"
 expect "unknown suffix"             2 'must end in' "${week[@]}" -o a.bmp
 expect "no size"                    2 '--size' "${week[@]}" --size 900 -o a.png

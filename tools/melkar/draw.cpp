@@ -1,9 +1,13 @@
 #include "draw.h"
 
+#include "data_check.h"
+
 #include <MelkarCommon/frame/results.h>
 #include <MelkarCommon/support/platform/drawing.h>
 #include <MelkarCommon/support/platform/surface.h>
 
+#include <cerrno>
+#include <cstring>
 #include <iostream>
 
 namespace melkar::tool {
@@ -19,8 +23,13 @@ int FailWith(long code, const std::string& what) {
     return 1;
 }
 
-int Fail(const char* sentence, const std::string& what) {
-    std::cerr << "melkar: " << sentence << ": " << what << '\n';
+/// With the reason that the system gave for the last call, if it gave one.
+int FailToWrite(const std::string& what) {
+    const int reason = errno;
+    std::cerr << "melkar: can't be written: " << what;
+    if (reason != 0)
+        std::cerr << ": " << std::strerror(reason);
+    std::cerr << '\n';
     return 1;
 }
 
@@ -52,9 +61,9 @@ int DrawPixels(Chart& chart, Request& request) {
     BitBlt(balloon.get(), 0, 0, width, height, shared.get(), 0, 0, SRCCOPY);
     if (request.hover)
         chart.Hover(*request.hover);
-    if (request.output == Output::Png && WritePng(shared.get(), request.out.c_str()) != 0)
-        return Fail("the picture can't be written", request.out);
-    return 0;
+    errno = 0;
+    return request.output == Output::Png && WritePng(shared.get(), request.out.c_str()) != 0 ? FailToWrite(request.out)
+                                                                                             : 0;
 }
 
 /// Draws straight onto the surface, as onto a printer's page.
@@ -63,7 +72,7 @@ long DrawDirect(Chart& chart, Request& request, HDC surface) {
     return DrawWhole(chart, request);
 }
 
-PageFormat FormatOf(Output output) {
+PageFormat PageFormatOf(Output output) {
     if (output == Output::Pdf)
         return PageFormat::Pdf;
     return output == Output::SvgOutlines ? PageFormat::SvgOutlines : PageFormat::Svg;
@@ -80,11 +89,14 @@ int DrawPage(Chart& chart, Request& request) {
     trial.click.reset();
     if (const long code = DrawDirect(chart, trial, MakeRecord(request).get()); code != 0)
         return FailWith(code, request.data);
-    HDC page = CreatePageSurface(request.out.c_str(), FormatOf(request.output), request.size.width, request.size.height,
-                                 request.dpi);
-    if (page != nullptr)
-        DrawDirect(chart, request, page);
-    return DeleteDC(page) ? 0 : Fail("the picture can't be written", request.out);
+    errno = 0;
+    HDC page = CreatePageSurface(request.out.c_str(), PageFormatOf(request.output), request.size.width,
+                                 request.size.height, request.dpi);
+    if (page == nullptr)
+        return FailToWrite(request.out);
+    DrawDirect(chart, request, page);
+    errno = 0;
+    return DeleteDC(page) ? 0 : FailToWrite(request.out);
 }
 
 int DrawRecord(Chart& chart, Request& request) {
@@ -95,7 +107,35 @@ int DrawRecord(Chart& chart, Request& request) {
     return 0;
 }
 
+int DrawOutput(Chart& chart, Request& request) {
+    switch (request.output) {
+    case Output::Svg:
+    case Output::SvgOutlines:
+    case Output::Pdf:
+        return DrawPage(chart, request);
+    case Output::Record:
+        return DrawRecord(chart, request);
+    default:
+        return DrawPixels(chart, request);
+    }
+}
+
+/// Through a file, for the library writes those whole or not at all.
+int DrawToStandardOutput(Chart& chart, Request& request) {
+    const TemporaryFile file;
+    request.out = file.Path();
+    const int exitCode = DrawOutput(chart, request);
+    if (exitCode == 0)
+        file.CopyToStandardOutput();
+    return exitCode;
+}
+
 } // namespace
+
+int FlushStandardOutput() {
+    std::cout.flush();
+    return std::cout ? 0 : FailToWrite("the standard output");
+}
 
 int Draw(Request request) {
     const auto chart = request.kind->make(request.chart);
@@ -103,16 +143,11 @@ int Draw(Request request) {
     // day rows (102 in some classes) is a picture with a message.
     if (const long code = chart->Read(request.data.data()); code != 0 && code != melkar::kNoDays)
         return FailWith(code, request.data);
+    for (const std::string& warning : DataWarnings(*request.kind, request.chart, request.data))
+        std::cerr << "melkar: warning: " << warning << '\n';
 
-    int exitCode = 0;
-    if (request.output == Output::Svg || request.output == Output::SvgOutlines || request.output == Output::Pdf)
-        exitCode = DrawPage(*chart, request);
-    else if (request.output == Output::Record)
-        exitCode = DrawRecord(*chart, request);
-    else
-        exitCode = DrawPixels(*chart, request);
-    std::cout.flush();
-    return exitCode == 0 && !std::cout ? Fail("the output can't be written", "standard output") : exitCode;
+    const int exitCode = request.toStandardOutput ? DrawToStandardOutput(*chart, request) : DrawOutput(*chart, request);
+    return exitCode != 0 ? exitCode : FlushStandardOutput();
 }
 
 } // namespace melkar::tool

@@ -2,13 +2,12 @@
 
 #include "geometry.h"
 #include "kinds.h"
+#include "output.h"
 
 #include <optional>
 #include <string>
 
 namespace melkar::tool {
-
-enum class Output { None, Png, Svg, SvgOutlines, Pdf, Record };
 
 /// One picture, with all arguments checked and all paths absolute.
 struct Request {
@@ -16,6 +15,7 @@ struct Request {
     ChartOptions chart;
     std::string data;
     std::string out;
+    bool toStandardOutput = false; ///< the picture is printed, and `out` isn't used
     Output output = Output::None;
     Size size{900, 500};
     int dpi = 96;
@@ -26,5 +26,8 @@ struct Request {
 /// Draws and writes. The process's current directory must be the host's: the library finds its profile from there.
 /// @return 0, or 1 after a message on the error stream
 int Draw(Request request);
+
+/// To be called last. @return 0, or 1 after a message if something printed was lost
+int FlushStandardOutput();
 
 } // namespace melkar::tool

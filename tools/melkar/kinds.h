@@ -53,11 +53,22 @@ public:
     virtual std::string DateOf(long) const { return {}; }
 };
 
+/// What the data file of a kind looks like, for telling that a file is of another kind. Columns count from 0.
+struct DataForm {
+    int headRows = 0;
+    int columns = 0;     ///< fewest of a day with figures; 0: the file has no form to be checked by
+    int firstFigure = 0; ///< columns that hold numbers, or nothing
+    int lastFigure = 0;
+    bool isSeries = false; ///< one more column for each further figure per day
+    bool hasStatus = true; ///< column 0 has the status of the day
+};
+
 struct Kind {
     const char* name;
     const char* description;
     std::unique_ptr<Chart> (*make)(const ChartOptions& options);
     bool takesData = true; ///< false: all of the picture comes from the profile
+    DataForm form{};
 };
 
 std::span<const Kind> Kinds();

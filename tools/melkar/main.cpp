@@ -31,6 +31,7 @@ struct Arguments {
     std::string base = ".";
     std::string data;
     std::string out;
+    std::string format;
     std::string size = "900x500";
     std::string hover;
     std::string click;
@@ -83,7 +84,23 @@ void AddDrawOptions(CLI::App& draw, Arguments& arguments) {
     draw.add_flag("--record", arguments.record, "Print the drawing operations instead of writing a file");
     draw.add_flag("--svg-outlines", arguments.svgOutlines,
                   "Texts of an .svg as outlines, with unseen texts on top: it looks the same with any fonts");
-    draw.add_option("-o", arguments.out, "Picture to write: .png, .svg or .pdf");
+    draw.add_option("-o,--output", arguments.out, "Picture to write: .png, .svg or .pdf; - prints it");
+    draw.add_option("--format", arguments.format, "png, svg or pdf, whatever the picture's name; -o - needs it");
+}
+
+Output PictureFormat(const Arguments& arguments) {
+    if (!arguments.format.empty()) {
+        const Output format = FormatOf(arguments.format);
+        return format != Output::None ? format
+                                      : throw UsageError{"--format takes png, svg or pdf: " + arguments.format};
+    }
+    if (arguments.out == "-")
+        throw UsageError{"-o - needs --format png, svg or pdf"};
+    const Output format = FormatOfName(arguments.out);
+    return format != Output::None
+               ? format
+               : throw UsageError{"the picture's name must end in .png, .svg or .pdf, or --format tell: " +
+                                  arguments.out};
 }
 
 void AddReportOptions(CLI::App& report, Arguments& arguments) {
@@ -110,14 +127,10 @@ Output OutputOf(const Arguments& arguments) {
             throw UsageError{"nothing to do: give -o, --record or --click"};
         return Output::None;
     }
-    const std::string suffix = fs::path(arguments.out).extension().string();
-    if (suffix == ".png")
-        return Output::Png;
-    if (suffix == ".svg")
-        return arguments.svgOutlines ? Output::SvgOutlines : Output::Svg;
-    if (suffix == ".pdf")
-        return Output::Pdf;
-    throw UsageError{"the picture's name must end in .png, .svg or .pdf: " + arguments.out};
+    if (arguments.out == "-" && !arguments.click.empty())
+        throw UsageError{"--click and -o - would print into each other"};
+    const Output format = PictureFormat(arguments);
+    return format == Output::Svg && arguments.svgOutlines ? Output::SvgOutlines : format;
 }
 
 std::optional<CPoint> PointOf(const std::string& text, const char* option) {
@@ -181,6 +194,7 @@ Request RequestOf(const Arguments& arguments) {
     request.chart.figures = !arguments.noFigures;
     request.dpi = arguments.dpi;
     request.data = arguments.data.empty() ? "" : fs::absolute(arguments.data).string();
+    request.toStandardOutput = arguments.out == "-";
     request.out = fs::absolute(arguments.out.empty() ? "." : arguments.out).string();
     return request;
 }
@@ -216,23 +230,34 @@ int RunReport(Arguments arguments) {
     return PrintReport(std::move(request));
 }
 
+/// A mistyped command is named; the parser would only tell that one is missing.
+void RequireCommand(const CLI::App& app, int argc, char** argv) {
+    const std::string word = argc > 1 ? argv[1] : "-";
+    const auto isNamed = [&word](const CLI::App* command) { return command->check_name(word); };
+    if (word.rfind('-', 0) != 0 && app.get_subcommands(isNamed).empty())
+        throw UsageError{"unknown command: " + word + " (melkar --help lists them)"};
+}
+
 int Run(int argc, char** argv) {
     CLI::App app{"Draws health charts from a profile and a data file"};
     app.require_subcommand(1);
+    app.set_version_flag("--version", "melkar " MELKAR_VERSION);
     Arguments arguments;
     CLI::App* draw = app.add_subcommand("draw", "Draw one chart into a picture");
     AddDrawOptions(*draw, arguments);
     CLI::App* report = app.add_subcommand("report", "Print a report of a month");
     AddReportOptions(*report, arguments);
     const CLI::App* keys = app.add_subcommand("keys", "Print the keys of a profile as a Markdown page");
+    RequireCommand(app, argc, argv);
     try {
         app.parse(argc, argv);
-    } catch (const CLI::CallForHelp& help) {
-        return app.exit(help);
+    } catch (const CLI::Success& asked) { // help or version
+        app.exit(asked);
+        return FlushStandardOutput();
     }
     if (keys->parsed()) {
         std::cout << melkar::KeyReference();
-        return 0;
+        return FlushStandardOutput();
     }
     return report->parsed() ? RunReport(std::move(arguments)) : RunDraw(arguments);
 }

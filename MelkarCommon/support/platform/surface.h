@@ -29,7 +29,7 @@ enum class PageFormat {
 /// One page of width x height device units at `dpi` units per inch. The file appears under `path`, whole, when
 /// the surface is deleted; until then, and after a failure, nothing stands there that wasn't there before. It takes the
 /// place of a regular file, whose mode and, where possible, owner it keeps, or of nothing; a symlink is followed.
-/// Null, with a log line, if the file can't be made.
+/// Null, with a log line and the reason in `errno`, if the file can't be made.
 MELKAR_API HDC CreatePageSurface(const char* path, PageFormat format, int width, int height, int dpi);
 
 /// Keeps what is drawn as a list of operations. Text is measured with a built-in font of fixed metrics (each
@@ -48,7 +48,7 @@ struct PixelView {
 /// Valid until the surface is deleted or another bitmap is selected into it. All zero for a surface without pixels.
 MELKAR_API PixelView GetPixels(HDC surface);
 
-/// Writes the pixels to a PNG file, as whole as a page's and in place of the same. @return 0, or -1 with a log line.
+/// Writes the pixels to a PNG file, as whole as a page's, in place of the same. @return 0, or -1, a log line, `errno`.
 MELKAR_API int WritePng(HDC surface, const char* path);
 
 /// One drawing operation a line, in the order of drawing; empty for a surface that records nothing.

@@ -115,6 +115,7 @@ int WritePngFile(const PixelBuffer& pixels, const char* path) {
         return 0;
     LogText(
         ("PNG file [" + std::string(path != nullptr ? path : "") + "] not written: " + std::strerror(error)).c_str());
+    errno = error;
     return -1;
 }
 

@@ -46,6 +46,7 @@ bool FinishPage(NewFile& file, PageFormat format, const char* drawingError) {
     if (error != 0)
         LogNotWritten(format, file.Path(),
                       error == ECANCELED && drawingError != nullptr ? drawingError : std::strerror(error));
+    errno = error != 0 ? error : errno; // the reason, for who asked
     return error == 0;
 }
 

@@ -1,0 +1,40 @@
+#include "output.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <cctype>
+#include <cerrno>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <stdexcept>
+#include <system_error>
+
+namespace melkar::tool {
+
+namespace fs = std::filesystem;
+
+Output FormatOf(std::string word) {
+    std::transform(word.begin(), word.end(), word.begin(), [](unsigned char letter) { return std::tolower(letter); });
+    return word == "png" ? Output::Png : word == "svg" ? Output::Svg : word == "pdf" ? Output::Pdf : Output::None;
+}
+
+Output FormatOfName(const std::string& path) {
+    const std::string suffix = fs::path(path).extension().string();
+    return suffix.empty() ? Output::None : FormatOf(suffix.substr(1));
+}
+
+TemporaryFile::TemporaryFile() : m_path((fs::temp_directory_path() / "melkar-XXXXXX").string()) {
+    const int descriptor = mkstemp(m_path.data());
+    if (descriptor < 0)
+        throw std::runtime_error("no temporary file: " + std::generic_category().message(errno));
+    close(descriptor);
+}
+
+TemporaryFile::~TemporaryFile() { unlink(m_path.c_str()); }
+
+void TemporaryFile::CopyToStandardOutput() const { std::cout << std::ifstream(m_path, std::ios::binary).rdbuf(); }
+
+} // namespace melkar::tool

@@ -16,6 +16,8 @@
 #include <MelkarCommon/gauges/himand_graph.h>
 #include <MelkarCommon/quadrant/square_graph.h>
 
+#include <iterator>
+
 namespace melkar {
 
 namespace {
@@ -80,7 +82,10 @@ constexpr GraphClass kClasses[] = {
 
 } // namespace
 
-std::span<const GraphClass> Catalogue() { return kClasses; }
+const std::vector<GraphClass>& Catalogue() {
+    static const std::vector<GraphClass> classes(std::begin(kClasses), std::end(kClasses));
+    return classes;
+}
 
 const GraphClass* FindClass(std::string_view name) {
     for (const GraphClass& graph : kClasses)

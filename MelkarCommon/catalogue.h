@@ -5,7 +5,6 @@
 #include <MelkarCommon/frame/key_table.h>
 
 #include <memory>
-#include <span>
 #include <string_view>
 #include <vector>
 
@@ -25,7 +24,7 @@ struct GraphClass {
 };
 
 /// A base class stands before what derives from it.
-MELKAR_API std::span<const GraphClass> Catalogue();
+MELKAR_API const std::vector<GraphClass>& Catalogue();
 
 /// Null if no class has that name.
 MELKAR_API const GraphClass* FindClass(std::string_view name);

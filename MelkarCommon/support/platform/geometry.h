@@ -26,6 +26,7 @@ public:
     constexpr CPoint(const POINT& p) : POINT(p) {} // NOLINT: implicit on purpose, points mix freely
 
     constexpr bool operator==(const POINT& p) const { return x == p.x && y == p.y; }
+    constexpr bool operator==(const CPoint& p) const { return x == p.x && y == p.y; } // else ambiguous with its reverse
 };
 
 /// A rectangle that can be made in place; edges are public and may stand in any order.
@@ -40,6 +41,7 @@ public:
     constexpr bool operator==(const RECT& r) const {
         return left == r.left && top == r.top && right == r.right && bottom == r.bottom;
     }
+    constexpr bool operator==(const CRect& r) const { return *this == static_cast<const RECT&>(r); }
 
     /// Moves each edge inwards by x and y; negative values grow the rectangle.
     constexpr void DeflateRect(int x, int y) {

@@ -39,5 +39,6 @@ using Shape = std::variant<PolygonShape, EllipseShape, SliceShape>;
 
 /// One function for each kind of a variant; `std::visit` takes them together. Leave no `auto` among them.
 template <class... Cases> struct Overloaded : Cases... { using Cases::operator()...; };
+template <class... Cases> Overloaded(Cases...) -> Overloaded<Cases...>; // which clang 14 doesn't see by itself
 
 } // namespace melkar

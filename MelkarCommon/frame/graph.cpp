@@ -3,11 +3,12 @@
 #include <MelkarCommon/frame/day_status.h>
 #include <MelkarCommon/frame/frame_layout.h>
 #include <MelkarCommon/frame/key_table.h>
+#include <MelkarCommon/support/chart_font.h>
 #include <MelkarCommon/support/platform/drawing.h>
-#include <MelkarCommon/support/platform/text/text_decode.h>
 #include <MelkarCommon/support/ring_log.h>
 #include <MelkarCommon/support/scoped.h>
 #include <MelkarCommon/support/support.h>
+#include <MelkarCommon/support/text_cut.h>
 
 #include <algorithm>
 
@@ -16,10 +17,8 @@ using melkar::ScopedFont;
 
 namespace {
 
-constexpr DWORD kPitchAndFamily = 0x31;
 constexpr int kTitleBytes = 255;
 constexpr int kMessageBytes = 511;
-constexpr int kMostPoints = 20000;       ///< text sizes beyond it are as good as this one
 constexpr int kMostCoordinate = 1 << 24; ///< beyond it, sums and products of a layout could leave an int
 
 bool MakesSense(const CRect& area) {
@@ -258,16 +257,13 @@ void CGraph::BitBlt() {
 HDC CGraph::CreateCompatibleDC(HDC surface) const { return m_bDirectOutput ? surface : ::CreateCompatibleDC(surface); }
 
 HFONT CGraph::ChartFontFor(HDC surface, int size, int escapement) const {
-    const int height = ChartMulDiv(std::min(size, kMostPoints), GetDeviceCaps(surface, LOGPIXELSY), 72);
-    return CreateFontA(-height, 0, escapement, 0, FW_NORMAL, 0, 0, 0, static_cast<DWORD>(m_nCharset), 0, 0,
-                       PROOF_QUALITY, kPitchAndFamily, m_strFont);
+    return melkar::MakeChartFont(surface, size, m_nCharset, m_strFont, escapement);
 }
 
 /// Titles and messages keep a size of 0 as it is.
 HFONT CGraph::PlainFont(int size, int weight, const CString& face) const {
-    const int height = MulDiv(std::clamp(size, -kMostPoints, kMostPoints), GetDeviceCaps(m_hMemDC, LOGPIXELSY), 72);
-    return CreateFontA(-height, 0, 0, 0, weight, 0, 0, 0, static_cast<DWORD>(m_nCharset), 0, 0, PROOF_QUALITY,
-                       kPitchAndFamily, face);
+    const int points = std::clamp(size, -melkar::kMostPoints, melkar::kMostPoints);
+    return melkar::MakeFont(MulDiv(points, GetDeviceCaps(m_hMemDC, LOGPIXELSY), 72), weight, m_nCharset, face);
 }
 
 CRect CGraph::MeasureText(const CString& text, UINT format, CRect box) const {
@@ -279,6 +275,4 @@ void CGraph::PaintText(const CString& text, CRect box, UINT format) const {
     DrawTextExA(m_hMemDC, const_cast<char*>(text.GetString()), text.GetLength(), &box, format, nullptr);
 }
 
-CString CGraph::Limited(const CString& text, int bytes) const {
-    return CString(melkar::CutBytes(text.View(), static_cast<std::size_t>(bytes), m_nCharset));
-}
+CString CGraph::Limited(const CString& text, int bytes) const { return melkar::CutText(text, bytes, m_nCharset); }

@@ -1,6 +1,7 @@
 #include <MelkarCommon/reports/report_header.h>
 
 #include <MelkarCommon/reports/header_rows.h>
+#include <MelkarCommon/support/chart_font.h>
 #include <MelkarCommon/support/platform/datetime.h>
 #include <MelkarCommon/support/platform/drawing.h>
 #include <MelkarCommon/support/scoped.h>
@@ -15,9 +16,7 @@ using melkar::HeaderRows;
 namespace {
 
 char kProfile[] = "..\\conf\\graph.cnf"; ///< not constant only because `ReadIniFile` takes such a pointer
-constexpr int kMostPoints = 20000;
 constexpr COLORREF kWhite = 0xFFFFFF;
-constexpr DWORD kPitchAndFamily = 0x31;
 
 // Words of the reader; no key replaces them.
 constexpr const char* kDays = "Days";
@@ -213,9 +212,7 @@ int CReportHeader::Draw(HDC surface, CRect block, CString) {
 }
 
 HFONT CReportHeader::HeaderFont(HDC surface, int size) const {
-    const int height = ChartMulDiv(std::min(size, kMostPoints), GetDeviceCaps(surface, LOGPIXELSY), 72);
-    return CreateFontA(-height, 0, 0, 0, FW_NORMAL, 0, 0, 0, static_cast<DWORD>(m_nCharset), 0, 0, PROOF_QUALITY,
-                       kPitchAndFamily, m_strFont);
+    return melkar::MakeChartFont(surface, size, m_nCharset, m_strFont);
 }
 
 melkar::HeaderSamples CReportHeader::MeasureSamples(int size) const {

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <MelkarCommon/support/platform/types.h>
+
+/// @file
+/// The one way in which fonts of charts and reports are made: upright, plain but for their weight.
+
+namespace melkar {
+
+/// @param emHeight pixels; 0 is the default height @param escapement tenths of a degree. The caller owns the font.
+HFONT MakeFont(int emHeight, int weight, int charset, const char* face, int escapement = 0);
+
+/// A regular one of `points` (11 if it is 0 or negative) on `surface`.
+HFONT MakeChartFont(HDC surface, int points, int charset, const char* face, int escapement = 0);
+
+constexpr int kMostPoints = 20000; ///< text sizes beyond it are as good as this one
+
+} // namespace melkar

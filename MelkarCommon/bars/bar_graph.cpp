@@ -196,12 +196,10 @@ long CBarGraph::Draw(CRect area, char* path) {
     return DrawGuarded([&] {
         ReadDataFile(path);
         GetGraphMeasure();
-        if (const long failure = BeginCycle(area))
-            return failure;
-        if (DrawNoRecordsMessage() == 0)
-            RunSteps(*this, Steps::table);
-        BitBlt();
-        return 0L;
+        return DrawCycle(area, [this] {
+            if (DrawNoRecordsMessage() == 0)
+                RunSteps(*this, Steps::table);
+        });
     });
 }
 

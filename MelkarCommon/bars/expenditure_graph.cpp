@@ -94,11 +94,7 @@ struct CExpenditureGraph::Steps {
 long CExpenditureGraph::Draw(CRect area, char* path) {
     return DrawGuarded([&] {
         ReadDataFile(path);
-        if (const long failure = BeginCycle(area))
-            return failure;
-        RunSteps(*this, Steps::table);
-        BitBlt();
-        return 0L;
+        return DrawCycle(area, [this] { RunSteps(*this, Steps::table); });
     });
 }
 

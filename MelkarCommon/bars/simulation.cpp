@@ -105,11 +105,7 @@ long CSimulation::Draw(CRect area, char* path) {
         ReadDataFile(path);
         std::string plan = std::string(path ? path : "") + ".sim";
         ReadWeightDataFile(plan.data());
-        if (const long failure = BeginCycle(area))
-            return failure;
-        RunSteps(*this, Steps::table);
-        BitBlt();
-        return 0L;
+        return DrawCycle(area, [this] { RunSteps(*this, Steps::table); });
     });
 }
 

@@ -107,16 +107,14 @@ long CCircleGraph::DrawSeparate(CRect area, char*) { return DrawArrangement(area
 
 long CCircleGraph::DrawArrangement(const CRect& area, int isSeparate) {
     return DrawGuarded([&] {
-        if (const long failure = BeginCycle(area))
-            return failure;
-        DrawTitle();
-        m_bSeparate = isSeparate;
-        SetCanvasRect();
-        DrawCircle();
-        if (!m_bSeparate || !m_bExclude)
-            DrawSecExs();
-        BitBlt();
-        return melkar::kOk;
+        return DrawCycle(area, [this, isSeparate] {
+            DrawTitle();
+            m_bSeparate = isSeparate;
+            SetCanvasRect();
+            DrawCircle();
+            if (!m_bSeparate || !m_bExclude)
+                DrawSecExs();
+        });
     });
 }
 

@@ -95,12 +95,7 @@ long CGraph::ReadIniFile(char* path) {
 melkar::ClassKeys CGraph::ProfileKeys() { return {"CGraph", melkar::InfoOf(KeyRows::rows)}; }
 
 long CGraph::Draw(CRect area, char*) {
-    return DrawGuarded([&] {
-        const long result = BeginCycle(area);
-        if (result == 0)
-            BitBlt();
-        return result;
-    });
+    return DrawGuarded([&] { return DrawCycle(area, [] {}); });
 }
 
 long CGraph::PrepareCycle(const CRect& area) {

@@ -79,6 +79,15 @@ protected:
     /// What every cycle begins with: looks at the rectangle and makes the working surface for it.
     /// @return 0; 201 without a device context; -999, with a line in the log, for a rectangle beyond +-2^24.
     long PrepareCycle(const CRect& area);
+    /// A cycle within `DrawGuarded`: the frame, what `paint` adds to it, the copy. @return 0, or what stopped the
+    /// frame, with nothing painted
+    template <class Paint> long DrawCycle(const CRect& area, Paint paint) {
+        if (const long failure = BeginCycle(area))
+            return failure;
+        paint();
+        BitBlt();
+        return melkar::kOk;
+    }
     /// Runs a draw cycle; whatever it throws becomes -999.
     template <class Cycle> static long DrawGuarded(Cycle cycle) {
         try {

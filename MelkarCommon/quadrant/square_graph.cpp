@@ -164,12 +164,10 @@ long CSquareGraph::Draw(CRect area, char* path) {
     return DrawGuarded([&] {
         ReadDataFile(path);
         GetGraphMeasure();
-        if (const long failure = BeginCycle(area))
-            return failure;
-        if (DrawNoRecordsMessage() == 0)
-            RunSteps(*this, Steps::table);
-        BitBlt();
-        return melkar::kOk;
+        return DrawCycle(area, [this] {
+            if (DrawNoRecordsMessage() == 0)
+                RunSteps(*this, Steps::table);
+        });
     });
 }
 

@@ -14,6 +14,7 @@
 #include <MelkarCommon/bars/line_graph.h>
 #include <MelkarCommon/bars/simulation.h>
 #include <MelkarCommon/bars/step_graph.h>
+#include <MelkarCommon/catalogue.h>
 #include <MelkarCommon/gauges/bmi_graph_eng.h>
 #include <MelkarCommon/gauges/himand_graph.h>
 
@@ -29,38 +30,41 @@ constexpr DataForm kWeekly{3, 13, 4, 12};
 constexpr DataForm kOneFigure{1, 1, 0, 0, false, false};
 
 constexpr Kind kKinds[] = {
-    {"bar", "a bar for each day, or a stack of bars", Make<CBarGraph>, true, kBars},
-    {"line", "bars and a line on a scale of its own", Make<CLineGraph>, true, {2, 4, 2, 3}},
-    {"steps", "steps, with scale and average from the data file", Make<CStepGraph>, true, {2, 5, 4, 4}},
-    {"expenditure",
-     "energy in two parts over the band of the average intake",
-     Make<CExpenditureGraph>,
-     true,
-     {2, 4, 2, 3}},
-    {"activity", "activity calories of days or periods", Make<CActivityCalGraph>, true, {3, 12, 11, 11}},
-    {"simulation", "measured and planned weight over activity calories", Make<CSimulation>, true, {3, 12, 11, 11}},
-    {"day", "activity of one day, from a weekly file", MakeDay, true, kWeekly},
+    {"bar", nullptr, Make<CBarGraph>, true, kBars},
+    {"line", nullptr, Make<CLineGraph>, true, {2, 4, 2, 3}},
+    {"steps", nullptr, Make<CStepGraph>, true, {2, 5, 4, 4}},
+    {"expenditure", nullptr, Make<CExpenditureGraph>, true, {2, 4, 2, 3}},
+    {"activity", nullptr, Make<CActivityCalGraph>, true, {3, 12, 11, 11}},
+    {"simulation", nullptr, Make<CSimulation>, true, {3, 12, 11, 11}},
+    {"day", nullptr, MakeDay, true, kWeekly},
     {"week", "a sheet for each day of a week, as on the screen", MakeWeek, true, kWeekly},
     {"week-print", "the same as printed, a week a page", MakePrintedWeek},
-    {"circle", "light, moderate and vigorous time as a pie, legend below it", MakeCircle},
+    {"circle", nullptr, MakeCircle},
     {"circle-separate", "the same with the legend beside it", MakeSeparateCircle},
-    {"bmi", "a bar in the colour of the figure's class", Make<CBMIGraph_Eng>, true, kOneFigure},
-    {"himand", "a disc below the classes of obesity", Make<CHimandGraph>, true, kOneFigure},
+    {"bmi", nullptr, Make<CBMIGraph_Eng>, true, kOneFigure},
+    {"himand", nullptr, Make<CHimandGraph>, true, kOneFigure},
     {"quadrant",
      "days in four quadrants, by samples/hosts/quadrant_days.h",
      Make<CQuadrantDays>,
      true,
      {3, 24, 15, 23}},
     {"image", "a picture file, through its mask if there is one", MakeImageChart},
-    {"panel", "the frame of a panel, all of it from keys", MakePanel, false},
+    {"panel", nullptr, MakePanel, false},
     {"plot", "points on a panel, from a file of points", MakePlot},
     {"pie", "values as slices, from a file of values", MakePie},
-    {"text", "a text of the profile on a panel", MakeText, false},
+    {"text", nullptr, MakeText, false},
 };
 
 } // namespace
 
 std::span<const Kind> Kinds() { return kKinds; }
+
+const char* DescriptionOf(const Kind& kind) {
+    if (kind.description != nullptr)
+        return kind.description;
+    const GraphClass* graph = FindClassOfKind(kind.name);
+    return graph != nullptr ? graph->says : "";
+}
 
 const Kind* FindKind(std::string_view name) {
     for (const Kind& kind : kKinds) {

@@ -65,13 +65,14 @@ struct DataForm {
 
 struct Kind {
     const char* name;
-    const char* description;
+    const char* description; ///< null: as the catalogue of graph classes says
     std::unique_ptr<Chart> (*make)(const ChartOptions& options);
     bool takesData = true; ///< false: all of the picture comes from the profile
     DataForm form{};
 };
 
 std::span<const Kind> Kinds();
+const char* DescriptionOf(const Kind& kind);
 
 /// Null if there is no kind of that name.
 const Kind* FindKind(std::string_view name);

@@ -55,7 +55,7 @@ std::string KindList() {
     std::ostringstream list;
     list << "Kinds:\n" << std::left;
     for (const Kind& kind : Kinds())
-        list << "  " << std::setw(17) << kind.name << kind.description << '\n';
+        list << "  " << std::setw(17) << kind.name << DescriptionOf(kind) << '\n';
     return list.str();
 }
 

@@ -10,7 +10,6 @@
 #include <iterator>
 #include <utility>
 
-using melkar::KeySection;
 using melkar::ScopedFont;
 
 static_assert(CCircadianGraph::kValues == melkar::kDayValues);
@@ -22,32 +21,29 @@ constexpr int kDayNameBytes = 255;
 
 } // namespace
 
-struct CCircadianGraph::KeyRows {
-    using G = CCircadianGraph;
-    using K = melkar::Keys<G>;
-    static constexpr KeySection Own = KeySection::Own;
-    static constexpr melkar::KeyRow<G> rows[] = {
-        K::Color<&G::m_crDate>(Own, "DATECOLOR_RGB", "kept; no painting uses it"),
-        K::Color<&G::m_crDateBack>(Own, "DATEBAKCOLOR_RGB", "kept; no painting uses it"),
-        K::Color<&G::m_crVigorous>(Own, "VIGOROUSCOLOR_RGB", "vigorous class: strip and bars; its label is black"),
-        K::Color<&G::m_crModerate>(Own, "MODERATECOLOR_RGB", "moderate class"),
-        K::Color<&G::m_crLight>(Own, "LIGHTCOLOR_RGB", "light class"),
-        K::Text<&G::m_strVigorousLabel>(Own, "VIGOROUSLABEL", "vigorous class, reading upwards"),
-        K::Text<&G::m_strModerateLabel>(Own, "MODERATELABEL", "moderate class"),
-        K::Text<&G::m_strLightLabel>(Own, "LIGHTLABEL", "light class"),
-        K::Text<&G::m_strCalmLabel>(Own, "CALMLABEL", "kept; no painting uses it"),
-        K::Color<&G::m_crPolygon>(Own, "POLYGONCOLOR_RGB", "fill of the day's profile; the summary on it is black"),
-        K::Color<&G::m_crEvent>(Own, "EVENTCOLOR_RGB", "event marks"),
-        K::Text<&G::m_strIntensityLabel>(Own, "INTENSITY", "above the minutes at the levels"),
-        K::Text<&G::m_strMinLabel>(Own, "MIN", "unit below the minutes at the levels"),
-        K::Text<&G::m_strStepUnit>(Own, "STEPUNIT", "behind the steps"),
-        K::Text<&G::m_strActCalUnit>(Own, "ACTCALUNIT",
-                                     "behind the activity calories; two blanks break the line, except under LANG 0"),
-        K::Text<&G::m_strTotalCalUnit>(Own, "TOTALCALUNIT", "behind the total calories"),
-        K::Text<&G::m_strTimeUnit>(Own, "TIMEUNIT", "behind the time figure, which LANG 0 leaves out"),
-        K::Text<&G::m_strExerciseUnit>(Own, "EXERCISE_UNIT", "behind the exercise amount, which LANG 0 alone shows"),
-        K::Text<&G::m_strExerciseLabel>(Own, "EXERCISE_LABEL", "before the exercise amount"),
-        K::Text<&G::m_strToroken>(Own, "TOROKEN", "last line of the summary of a day that is flagged so"),
+struct CCircadianGraph::KeyRows : melkar::Keys<CCircadianGraph> {
+    static constexpr Row rows[] = {
+        Color<&G::m_crDate>(Own, "DATECOLOR_RGB", "kept; no painting uses it"),
+        Color<&G::m_crDateBack>(Own, "DATEBAKCOLOR_RGB", "kept; no painting uses it"),
+        Color<&G::m_crVigorous>(Own, "VIGOROUSCOLOR_RGB", "vigorous class: strip and bars; its label is black"),
+        Color<&G::m_crModerate>(Own, "MODERATECOLOR_RGB", "moderate class"),
+        Color<&G::m_crLight>(Own, "LIGHTCOLOR_RGB", "light class"),
+        Text<&G::m_strVigorousLabel>(Own, "VIGOROUSLABEL", "vigorous class, reading upwards"),
+        Text<&G::m_strModerateLabel>(Own, "MODERATELABEL", "moderate class"),
+        Text<&G::m_strLightLabel>(Own, "LIGHTLABEL", "light class"),
+        Text<&G::m_strCalmLabel>(Own, "CALMLABEL", "kept; no painting uses it"),
+        Color<&G::m_crPolygon>(Own, "POLYGONCOLOR_RGB", "fill of the day's profile; the summary on it is black"),
+        Color<&G::m_crEvent>(Own, "EVENTCOLOR_RGB", "event marks"),
+        Text<&G::m_strIntensityLabel>(Own, "INTENSITY", "above the minutes at the levels"),
+        Text<&G::m_strMinLabel>(Own, "MIN", "unit below the minutes at the levels"),
+        Text<&G::m_strStepUnit>(Own, "STEPUNIT", "behind the steps"),
+        Text<&G::m_strActCalUnit>(Own, "ACTCALUNIT",
+                                  "behind the activity calories; two blanks break the line, except under LANG 0"),
+        Text<&G::m_strTotalCalUnit>(Own, "TOTALCALUNIT", "behind the total calories"),
+        Text<&G::m_strTimeUnit>(Own, "TIMEUNIT", "behind the time figure, which LANG 0 leaves out"),
+        Text<&G::m_strExerciseUnit>(Own, "EXERCISE_UNIT", "behind the exercise amount, which LANG 0 alone shows"),
+        Text<&G::m_strExerciseLabel>(Own, "EXERCISE_LABEL", "before the exercise amount"),
+        Text<&G::m_strToroken>(Own, "TOROKEN", "last line of the summary of a day that is flagged so"),
     };
 };
 

@@ -14,7 +14,6 @@
 
 using melkar::CircleMarks;
 using melkar::ClassFigures;
-using melkar::KeySection;
 using melkar::ScopedBrush;
 using melkar::ScopedFont;
 using melkar::ScopedObject;
@@ -61,18 +60,15 @@ CString Figure(double value, const CString& unit) {
 
 } // namespace
 
-struct CCircleGraph::KeyRows {
-    using G = CCircleGraph;
-    using K = melkar::Keys<G>;
-    static constexpr KeySection Own = KeySection::Own;
-    static constexpr melkar::KeyRow<G> rows[] = {
-        K::Text<&G::m_strMinLabel>(Own, "MIN", "unit of the minutes"),
-        K::Text<&G::m_strLightLabel>(Own, "LIGHTLABEL", "light class"),
-        K::Text<&G::m_strModerateLabel>(Own, "MODERATELABEL", "moderate class"),
-        K::Text<&G::m_strVigorousLabel>(Own, "VIGOROUSLABEL", "vigorous class"),
-        K::Color<&G::m_crLight>(Own, "LIGHTCOLOR_RGB", "light class: slice and legend"),
-        K::Color<&G::m_crModerate>(Own, "MODERATECOLOR_RGB", "moderate class"),
-        K::Color<&G::m_crVigorous>(Own, "VIGOROUSCOLOR_RGB", "vigorous class"),
+struct CCircleGraph::KeyRows : melkar::Keys<CCircleGraph> {
+    static constexpr Row rows[] = {
+        Text<&G::m_strMinLabel>(Own, "MIN", "unit of the minutes"),
+        Text<&G::m_strLightLabel>(Own, "LIGHTLABEL", "light class"),
+        Text<&G::m_strModerateLabel>(Own, "MODERATELABEL", "moderate class"),
+        Text<&G::m_strVigorousLabel>(Own, "VIGOROUSLABEL", "vigorous class"),
+        Color<&G::m_crLight>(Own, "LIGHTCOLOR_RGB", "light class: slice and legend"),
+        Color<&G::m_crModerate>(Own, "MODERATECOLOR_RGB", "moderate class"),
+        Color<&G::m_crVigorous>(Own, "VIGOROUSCOLOR_RGB", "vigorous class"),
     };
 };
 

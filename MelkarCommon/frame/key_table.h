@@ -2,6 +2,7 @@
 
 #include <MelkarCommon/api.h>
 #include <MelkarCommon/support/ini_reader.h>
+#include <MelkarCommon/support/numbers.h>
 #include <MelkarCommon/support/platform/cstring.h>
 #include <MelkarCommon/support/platform/profile.h>
 #include <MelkarCommon/support/platform/types.h>
@@ -71,7 +72,7 @@ struct ClassKeys {
     std::vector<KeyInfo> keys;
 };
 
-constexpr int kMostColors = 10;       ///< a numbered row of colours for a counted array ends here
+constexpr int kMostCounted = 10;      ///< a numbered row for a counted array ends here
 constexpr int kMostListItems = 10000; ///< a list that grows with its numbered row ends here: nobody reads more
 
 constexpr const char* kGraphProfile = "..\\conf\\graph.cnf"; ///< of all graphs
@@ -222,6 +223,14 @@ template <class Graph> struct Keys {
     template <auto Array, auto Count> static constexpr Row Colors(KeySection at, const char* name, const char* says) {
         return {{at, name, KeyType::Color, 0, says}, StoreColors<Array, Count>};
     }
+    /// The same of numbers with decimals, 0 where they are missing.
+    template <auto Array, auto Count> static constexpr Row Decimals(KeySection at, const char* name, const char* says) {
+        return {{at, name, KeyType::Text, 0, says}, StoreDecimals<Array, Count>};
+    }
+    /// The same of texts, into an array that grows as far as it has to.
+    template <auto Array, auto Count> static constexpr Row Texts(KeySection at, const char* name, const char* says) {
+        return {{at, name, KeyType::Text, 0, says}, StoreTexts<Array, Count>};
+    }
     /// A numbered row of texts from 1 that ends at the first missing or empty one; `Field` of a new item of the growing
     /// `List` for each. The former items are gone.
     template <auto List, auto Field> static constexpr Row TextList(KeySection at, const char* name, const char* says) {
@@ -263,10 +272,22 @@ private:
     template <auto... Members> static void StorePoint(Graph& graph, const KeyReader& reader, const KeyInfo& key) {
         StoreAll<Members...>(graph, reader.Point(key));
     }
+    /// Hands the index of each item of a counted array to `store`.
+    template <auto Count, class Store> static void ForCounted(const Graph& graph, Store store) {
+        for (int i = 0; i < graph.*Count && i < kMostCounted; ++i)
+            store(i);
+    }
     template <auto Array, auto Count>
     static void StoreColors(Graph& graph, const KeyReader& reader, const KeyInfo& key) {
-        for (int i = 0; i < graph.*Count && i < kMostColors; ++i)
-            (graph.*Array)[i] = reader.Color(key, i);
+        ForCounted<Count>(graph, [&](int i) { (graph.*Array)[i] = reader.Color(key, i); });
+    }
+    template <auto Array, auto Count>
+    static void StoreDecimals(Graph& graph, const KeyReader& reader, const KeyInfo& key) {
+        ForCounted<Count>(graph, [&](int i) { (graph.*Array)[i] = ToDouble(reader.Text(key, i)); });
+    }
+    template <auto Array, auto Count>
+    static void StoreTexts(Graph& graph, const KeyReader& reader, const KeyInfo& key) {
+        ForCounted<Count>(graph, [&](int i) { (graph.*Array).SetAtGrow(i, reader.Text(key, i)); });
     }
     template <auto List, auto Field, auto Read>
     static void StoreList(Graph& graph, const KeyReader& reader, const KeyInfo& key) {

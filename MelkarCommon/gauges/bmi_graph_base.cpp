@@ -2,7 +2,6 @@
 
 #include <MelkarCommon/frame/data_file.h>
 #include <MelkarCommon/frame/key_table.h>
-#include <MelkarCommon/frame/numbered_keys.h>
 #include <MelkarCommon/gauges/gauge_layout.h>
 #include <MelkarCommon/support/numbers.h>
 #include <MelkarCommon/support/platform/drawing.h>
@@ -11,33 +10,26 @@
 
 #include <algorithm>
 
-using melkar::KeySection;
-
 namespace {
 
 constexpr std::size_t kRowLimit = 1279; ///< characters, line end included
 
 } // namespace
 
-struct CBMIGraph_Base::KeyRows {
-    using G = CBMIGraph_Base;
-    using K = melkar::Keys<G>;
-    using N = melkar::NumberedKeys<G>;
-    static constexpr KeySection Own = KeySection::Own;
-    static constexpr melkar::KeyRow<G> rows[] = {
+struct CBMIGraph_Base::KeyRows : melkar::Keys<CBMIGraph_Base> {
+    static constexpr Row rows[] = {
         // The frame's keys of the title once more: another profile may be read in with those of this class.
-        K::Text<melkar::In<&G::m_Title, &CText::m_strText>>(Own, "TITLELABEL", "title"),
-        K::Color<melkar::In<&G::m_Title, &CText::m_crColor>>(Own, "TITLECOLOR_RGB", "title"),
-        K::Number<melkar::In<&G::m_Title, &CText::m_nSize>>(Own, "TITLESIZE", 0, "title, points"),
-        K::Number<melkar::In<&G::m_Title, &CText::m_dwCharSet>>(KeySection::Common, "CHARSET", 0,
-                                                                "character set of the title"),
-        K::Text<melkar::In<&G::m_Title, &CText::m_strFontName>>(KeySection::Common, "FONT", "face of the title"),
-        K::Colors<&G::m_crClass, &G::m_nClassCount>(Own, "CLASSCOLOR%d_RGB", "value class, from the lowest"),
-        N::Decimals<&G::m_dClassMax, &G::m_nClassCount>(Own, "CLASSMAXVALUE%d",
-                                                        "first figure above the class, with decimals"),
-        N::Texts<&G::m_saClassCaption, &G::m_nClassCount>(Own, "CLASSCAPTION%d", "caption of the class"),
-        K::Number<&G::m_nMin>(Own, "MIN", 0, "low end of the scale"),
-        K::Number<&G::m_nMax>(Own, "MAX", 0, "high end of the scale; upper bound of the sixth class"),
+        Text<melkar::In<&G::m_Title, &CText::m_strText>>(Own, "TITLELABEL", "title"),
+        Color<melkar::In<&G::m_Title, &CText::m_crColor>>(Own, "TITLECOLOR_RGB", "title"),
+        Number<melkar::In<&G::m_Title, &CText::m_nSize>>(Own, "TITLESIZE", 0, "title, points"),
+        Number<melkar::In<&G::m_Title, &CText::m_dwCharSet>>(Common, "CHARSET", 0, "character set of the title"),
+        Text<melkar::In<&G::m_Title, &CText::m_strFontName>>(Common, "FONT", "face of the title"),
+        Colors<&G::m_crClass, &G::m_nClassCount>(Own, "CLASSCOLOR%d_RGB", "value class, from the lowest"),
+        Decimals<&G::m_dClassMax, &G::m_nClassCount>(Own, "CLASSMAXVALUE%d",
+                                                     "first figure above the class, with decimals"),
+        Texts<&G::m_saClassCaption, &G::m_nClassCount>(Own, "CLASSCAPTION%d", "caption of the class"),
+        Number<&G::m_nMin>(Own, "MIN", 0, "low end of the scale"),
+        Number<&G::m_nMax>(Own, "MAX", 0, "high end of the scale; upper bound of the sixth class"),
     };
 };
 

@@ -1,13 +1,10 @@
 #include <MelkarCommon/gauges/himand_graph.h>
 
 #include <MelkarCommon/frame/key_table.h>
-#include <MelkarCommon/frame/numbered_keys.h>
 #include <MelkarCommon/gauges/gauge_layout.h>
 #include <MelkarCommon/support/platform/drawing.h>
 #include <MelkarCommon/support/scoped.h>
 #include <MelkarCommon/support/support.h>
-
-using melkar::KeySection;
 
 namespace {
 
@@ -18,14 +15,11 @@ constexpr UINT kAtRight = DT_RIGHT | kAtLeft;
 
 } // namespace
 
-struct CHimandGraph::KeyRows {
-    using G = CHimandGraph;
-    using K = melkar::Keys<G>;
-    static constexpr KeySection Own = KeySection::Own;
-    static constexpr melkar::KeyRow<G> rows[] = {
-        K::Colors<&G::m_crClassName, &G::m_nClassCount>(Own, "CLASSCOLORNAME%d_RGB", "second strip of the class"),
-        melkar::NumberedKeys<G>::Texts<&G::m_saClassCaption2, &G::m_nClassCount>(
-            Own, "CLASSCAPTION2_%d", "caption in the second strip; ` __n__ ` breaks the line"),
+struct CHimandGraph::KeyRows : melkar::Keys<CHimandGraph> {
+    static constexpr Row rows[] = {
+        Colors<&G::m_crClassName, &G::m_nClassCount>(Own, "CLASSCOLORNAME%d_RGB", "second strip of the class"),
+        Texts<&G::m_saClassCaption2, &G::m_nClassCount>(Own, "CLASSCAPTION2_%d",
+                                                        "caption in the second strip; ` __n__ ` breaks the line"),
     };
 };
 

@@ -9,7 +9,6 @@
 #include <algorithm>
 
 using melkar::CsvRow;
-using melkar::KeySection;
 
 namespace {
 
@@ -23,32 +22,29 @@ constexpr double kPerCount = 1.0 / 15;
 
 } // namespace
 
-struct CSquareGraph::KeyRows {
-    using G = CSquareGraph;
-    using K = melkar::Keys<G>;
-    static constexpr KeySection Own = KeySection::Own;
-    static constexpr melkar::KeyRow<G> rows[] = {
-        K::Number<&G::m_nPointSize>(Own, "POINTSIZE", 0, "marks, points"),
-        K::Text<&G::m_strPoint>(Own, "POINT", "mark of a day"),
-        K::Text<&G::m_strAveragePoint>(Own, "AVE_POINT", "mark of the average"),
-        K::Color<&G::m_crLeftUpper>(Own, "LEFTUPPERR_COLOR_RGB", "left upper quadrant"),
-        K::Color<&G::m_crRightUpper>(Own, "RIHGTUPPER_COLOR_RGB", "right upper quadrant"),
-        K::Color<&G::m_crLeftLower>(Own, "LEFTLOWER_COLOR_RGB", "left lower quadrant"),
-        K::Color<&G::m_crRightLower>(Own, "RIHGTLOWER_COLOR_RGB", "right lower quadrant"),
-        K::Text<&G::m_strLeftUpperLabel>(Own, "LEFTUPPERR_LABEL", "legend of the left upper quadrant"),
-        K::Text<&G::m_strRightUpperLabel>(Own, "RIHGTUPPER_LABEL", "legend of the right upper quadrant"),
-        K::Text<&G::m_strLeftLowerLabel>(Own, "LEFTLOWER_LABEL", "legend of the left lower quadrant"),
-        K::Text<&G::m_strRightLowerLabel>(Own, "RIHGTLOWER_LABEL", "legend of the right lower quadrant"),
-        K::Text<&G::m_strVAxsLabel>(Own, "VAXSLABEL", "vertical caption; `__d__` stands for the level number"),
-        K::Text<&G::m_strHAxsLabel>(Own, "HAXSLABEL", "horizontal caption"),
-        K::Number<&G::m_nVAxsSize>(Own, "VAXSSIZE", 0, "all texts but the marks, points"),
-        K::Number<&G::m_nHAxsSize>(Own, "HAXSSIZE", 0, "kept; no painting uses it"),
-        K::Text<&G::m_strTargetLabel>(Own, "TARGETLABEL", "for derived classes"),
-        K::Text<&G::m_strAverageLabel>(Own, "AVERAGELABEL", "for derived classes"),
-        K::Color<&G::m_crTarget>(Own, "TARGET_COLOR_RGB", "for derived classes"),
-        K::Color<&G::m_crAverage>(Own, "AVERAGE_COLOR_RGB", "for derived classes"),
-        K::Text<&G::m_strLeftSpace>(Own, "LEFT_SPACE", "sample text: its width is the room left of the canvas"),
-        K::Text<&G::m_strRightSpace>(Own, "RIGHT_SPACE", "sample text: its width is the room right of the canvas"),
+struct CSquareGraph::KeyRows : melkar::Keys<CSquareGraph> {
+    static constexpr Row rows[] = {
+        Number<&G::m_nPointSize>(Own, "POINTSIZE", 0, "marks, points"),
+        Text<&G::m_strPoint>(Own, "POINT", "mark of a day"),
+        Text<&G::m_strAveragePoint>(Own, "AVE_POINT", "mark of the average"),
+        Color<&G::m_crLeftUpper>(Own, "LEFTUPPERR_COLOR_RGB", "left upper quadrant"),
+        Color<&G::m_crRightUpper>(Own, "RIHGTUPPER_COLOR_RGB", "right upper quadrant"),
+        Color<&G::m_crLeftLower>(Own, "LEFTLOWER_COLOR_RGB", "left lower quadrant"),
+        Color<&G::m_crRightLower>(Own, "RIHGTLOWER_COLOR_RGB", "right lower quadrant"),
+        Text<&G::m_strLeftUpperLabel>(Own, "LEFTUPPERR_LABEL", "legend of the left upper quadrant"),
+        Text<&G::m_strRightUpperLabel>(Own, "RIHGTUPPER_LABEL", "legend of the right upper quadrant"),
+        Text<&G::m_strLeftLowerLabel>(Own, "LEFTLOWER_LABEL", "legend of the left lower quadrant"),
+        Text<&G::m_strRightLowerLabel>(Own, "RIHGTLOWER_LABEL", "legend of the right lower quadrant"),
+        Text<&G::m_strVAxsLabel>(Own, "VAXSLABEL", "vertical caption; `__d__` stands for the level number"),
+        Text<&G::m_strHAxsLabel>(Own, "HAXSLABEL", "horizontal caption"),
+        Number<&G::m_nVAxsSize>(Own, "VAXSSIZE", 0, "all texts but the marks, points"),
+        Number<&G::m_nHAxsSize>(Own, "HAXSSIZE", 0, "kept; no painting uses it"),
+        Text<&G::m_strTargetLabel>(Own, "TARGETLABEL", "for derived classes"),
+        Text<&G::m_strAverageLabel>(Own, "AVERAGELABEL", "for derived classes"),
+        Color<&G::m_crTarget>(Own, "TARGET_COLOR_RGB", "for derived classes"),
+        Color<&G::m_crAverage>(Own, "AVERAGE_COLOR_RGB", "for derived classes"),
+        Text<&G::m_strLeftSpace>(Own, "LEFT_SPACE", "sample text: its width is the room left of the canvas"),
+        Text<&G::m_strRightSpace>(Own, "RIGHT_SPACE", "sample text: its width is the room right of the canvas"),
     };
 };
 

@@ -4,11 +4,11 @@
 
 #include <MelkarCommon/circadian/circadian_layout.h>
 #include <MelkarCommon/support/platform/drawing.h>
+#include <MelkarCommon/support/polygons.h>
 #include <MelkarCommon/support/scoped.h>
 #include <MelkarCommon/support/support.h>
 
 #include <algorithm>
-#include <span>
 
 using melkar::ScopedFont;
 using melkar::ScopedPen;
@@ -18,21 +18,6 @@ namespace {
 constexpr int kUpwards = 900; ///< tenths of a degree
 constexpr int kClassLabelBytes = 250;
 constexpr int kMostEvents = 10;
-
-void FillPolygon(HDC surface, std::span<const POINT> corners, COLORREF color) {
-    const HRGN region = CreatePolygonRgn(corners.data(), static_cast<int>(corners.size()), ALTERNATE);
-    const HBRUSH brush = CreateSolidBrush(color);
-    FillRgn(surface, region, brush);
-    DeleteObject(brush);
-    DeleteObject(region);
-}
-
-/// From the first point to the last, which is left out.
-void DrawPath(HDC surface, std::span<const POINT> points) {
-    MoveToEx(surface, points.front().x, points.front().y, nullptr);
-    for (const POINT& point : points.subspan(1))
-        LineTo(surface, point.x, point.y);
-}
 
 } // namespace
 
@@ -106,16 +91,16 @@ void CCircadianGraph::DrawEvent() {
         const CRect box = melkar::EventBoxOf(m_rcGraph, m_rcLeft, *minute, size);
         const POINT triangle[] = {
             {box.left, box.bottom}, {box.right, box.bottom}, {(box.left + box.right) / 2, box.top}};
-        FillPolygon(m_hMemDC, triangle, m_crEvent);
+        melkar::FillPolygon(m_hMemDC, triangle, m_crEvent);
     }
 }
 
 void CCircadianGraph::DrawPolygon() {
     DrawHours();
     const melkar::ProfilePoints profile = melkar::ProfileOf(m_rcLeft, m_dIntensity);
-    FillPolygon(m_hMemDC, profile, m_crPolygon);
+    melkar::FillPolygon(m_hMemDC, profile, m_crPolygon);
     const ScopedPen pen(m_hMemDC, PS_SOLID, 1, m_crPen);
-    DrawPath(m_hMemDC, profile);
+    melkar::DrawPath(m_hMemDC, profile);
 }
 
 void CCircadianGraph::DrawHours() {

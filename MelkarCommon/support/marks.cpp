@@ -2,31 +2,18 @@
 
 #include <MelkarCommon/support/marks_layout.h>
 #include <MelkarCommon/support/platform/drawing.h>
+#include <MelkarCommon/support/polygons.h>
 #include <MelkarCommon/support/scoped.h>
 
 #include <span>
 
 namespace {
 
-void FillPolygon(HDC surface, std::span<const POINT> corners, COLORREF color) {
-    const HBRUSH brush = CreateSolidBrush(color);
-    const HRGN region = CreatePolygonRgn(corners.data(), static_cast<int>(corners.size()), ALTERNATE);
-    FillRgn(surface, region, brush);
-    DeleteObject(region);
-    DeleteObject(brush);
-}
-
-void OutlinePolygon(HDC surface, std::span<const POINT> corners) {
-    MoveToEx(surface, corners.front().x, corners.front().y, nullptr);
-    for (const POINT& corner : corners.subspan(1))
-        LineTo(surface, corner.x, corner.y);
-    LineTo(surface, corners.front().x, corners.front().y);
-}
-
 int DrawMark(HDC surface, std::span<const POINT> corners, unsigned long fill, unsigned long line, int lineWidth) {
-    FillPolygon(surface, corners, static_cast<COLORREF>(fill));
+    melkar::FillPolygon(surface, corners, static_cast<COLORREF>(fill));
     const melkar::ScopedPen pen(surface, PS_SOLID, lineWidth, static_cast<COLORREF>(line));
-    OutlinePolygon(surface, corners);
+    melkar::DrawPath(surface, corners);
+    LineTo(surface, corners.front().x, corners.front().y);
     return 0;
 }
 

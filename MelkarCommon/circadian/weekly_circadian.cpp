@@ -143,13 +143,23 @@ long CWeeklyCircadian::ReadPrintWeeks(const char* path, int page) {
     const CsvRow& header = file.Head(melkar::kPrintLineLimit);
     if (!TakeHeader(header))
         return melkar::kNothingToDraw;
+    TakeBounds(header);
+    return ReadPrintDays(file, page);
+}
+
+/// A bound that the header lacks is the usual one.
+void CWeeklyCircadian::TakeBounds(const CsvRow& header) {
+    enum { From = 3, To = 4 };
     const auto boundOf = [&header](int column, double usual) {
         const double bound = header.DoubleField(column);
         return bound == 0 ? usual : bound;
     };
-    m_dModerateFrom = boundOf(3, 4.0);
-    m_dModerateTo = boundOf(4, 6.0);
+    m_dModerateFrom = boundOf(From, 4.0);
+    m_dModerateTo = boundOf(To, 6.0);
+}
 
+/// @return the days of the week in which the page or the file ends, -1 if none of them has data
+long CWeeklyCircadian::ReadPrintDays(DataFile& file, int page) {
     int day = m_nFirstDay - 1;
     int withoutData = day; // days before the first date count as such
     int pagesDone = 0;

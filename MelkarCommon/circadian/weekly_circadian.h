@@ -5,6 +5,7 @@
 
 namespace melkar {
 class CsvRow;
+class DataFile;
 struct DayRecord;
 } // namespace melkar
 
@@ -84,6 +85,8 @@ protected:
 private:
     long ReadScreenWeek(const char* file);
     long ReadPrintWeeks(const char* file, int page);
+    void TakeBounds(const melkar::CsvRow& header);
+    long ReadPrintDays(melkar::DataFile& file, int page);
     bool TakeHeader(const melkar::CsvRow& header);
     void TakeDay(int day, melkar::DayRecord& record);
 };

@@ -155,33 +155,18 @@ void CGraphBase::DrawGrid(CRect graph) {
     const OwnedPen solid(GridPen(PS_SOLID, 0));
     const ScopedSelection ticks(m_hMemDC, solid.handle);
 
-    const auto walk = [](int extent, int count, auto draw) {
+    const auto drawAxis = [&](int extent, int count, BOOL hasGrid, int tick, auto linesOf) {
         const double step = melkar::DivisionsOf(extent, count).step;
-        for (std::int64_t i = 1, stride = melkar::StrideOf(count, extent); i < count; i += stride)
-            draw(step, static_cast<int>(i));
+        for (std::int64_t i = 1, stride = melkar::StrideOf(count, extent); i < count; i += stride) {
+            const melkar::DivisionLines lines = linesOf(graph, step, static_cast<int>(i), tick);
+            if (hasGrid)
+                DrawLine(m_hMemDC, lines.gridFrom, lines.gridTo, dotted.handle);
+            DrawLine(m_hMemDC, lines.tickFrom, lines.tickTo, nullptr);
+        }
     };
-    const auto line = [&](bool grid, CPoint from, CPoint gridEnd, CPoint tickEnd) {
-        if (grid)
-            DrawLine(m_hMemDC, from, gridEnd, dotted.handle);
-        DrawLine(m_hMemDC, from, tickEnd, nullptr);
-    };
-    walk(graph.Height(), m_nGraphVDivideL, [&](double step, int i) {
-        const int y = melkar::DivisionY(graph, step, i);
-        line(m_bGraphVGridL, {graph.left, y}, {graph.right, y},
-             {melkar::Edge(double(graph.left) + m_nGraphVDivideWidthL), y});
-    });
-    walk(graph.Height(), m_nGraphVDivideR, [&](double step, int i) {
-        const int y = melkar::DivisionY(graph, step, i);
-        const CPoint tickEnd(melkar::Edge(double(graph.right) - m_nGraphVDivideWidthR), y);
-        if (m_bGraphVGridR)
-            DrawLine(m_hMemDC, {graph.left, y}, {graph.right, y}, dotted.handle);
-        DrawLine(m_hMemDC, {graph.right, y}, tickEnd, nullptr);
-    });
-    walk(graph.Width(), m_nGraphHDivide, [&](double step, int i) {
-        const int x = melkar::DivisionX(graph, step, i);
-        line(m_bGraphHGrid, {x, graph.bottom}, {x, graph.top},
-             {x, melkar::Edge(double(graph.bottom) - m_nGraphHDivideHeight)});
-    });
+    drawAxis(graph.Height(), m_nGraphVDivideL, m_bGraphVGridL, m_nGraphVDivideWidthL, melkar::LeftDivision);
+    drawAxis(graph.Height(), m_nGraphVDivideR, m_bGraphVGridR, m_nGraphVDivideWidthR, melkar::RightDivision);
+    drawAxis(graph.Width(), m_nGraphHDivide, m_bGraphHGrid, m_nGraphHDivideHeight, melkar::BottomDivision);
 }
 
 void CGraphBase::DrawGridEx(CRect) {}

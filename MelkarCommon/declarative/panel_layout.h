@@ -91,9 +91,23 @@ inline int StrideOf(int count, int extent) {
     return 1 + static_cast<int>((std::int64_t{count} - 1) / pixels);
 }
 
-/// Where a line or tick of division `index` stands.
-inline int DivisionY(const CRect& graph, double step, int index) { return Edge(graph.bottom - index * step); }
-inline int DivisionX(const CRect& graph, double step, int index) { return Edge(graph.left + index * step); }
+/// What shows one division of an axis: a line across the graph area and a tick `tick` long at its edge.
+struct DivisionLines {
+    CPoint gridFrom, gridTo;
+    CPoint tickFrom, tickTo;
+};
+inline DivisionLines LeftDivision(const CRect& graph, double step, int index, int tick) {
+    const int y = Edge(graph.bottom - index * step);
+    return {{graph.left, y}, {graph.right, y}, {graph.left, y}, {Edge(double(graph.left) + tick), y}};
+}
+inline DivisionLines RightDivision(const CRect& graph, double step, int index, int tick) {
+    const int y = Edge(graph.bottom - index * step);
+    return {{graph.left, y}, {graph.right, y}, {graph.right, y}, {Edge(double(graph.right) - tick), y}};
+}
+inline DivisionLines BottomDivision(const CRect& graph, double step, int index, int tick) {
+    const int x = Edge(graph.left + index * step);
+    return {{x, graph.bottom}, {x, graph.top}, {x, graph.bottom}, {x, Edge(double(graph.bottom) - tick)}};
+}
 
 /// A value as a fraction of its axis, 0 to 1; 0 for what is no number.
 inline float RateOf(float value, float min, float max) {

@@ -171,12 +171,12 @@ void CCircleGraph::DrawSecExs() {
                                     WidestOf(minutes)};
     const auto [light, moderate, vigorous] = melkar::LegendOf(m_rcLegend, sizes, m_bSeparate != 1);
 
-    DrawRectangle(m_hMemDC, light.square, m_crLight, m_crLight, 0);
-    DrawRectangle(m_hMemDC, moderate.square, m_crModerate, m_crModerate, 0);
-    DrawRectangle(m_hMemDC, vigorous.square, m_crVigorous, m_crVigorous, 0);
+    DrawRectangle(m_hMemDC, light.entry.sample, m_crLight, m_crLight, 0);
+    DrawRectangle(m_hMemDC, moderate.entry.sample, m_crModerate, m_crModerate, 0);
+    DrawRectangle(m_hMemDC, vigorous.entry.sample, m_crVigorous, m_crVigorous, 0);
     const melkar::CircleLegendRow* rows[] = {&light, &moderate, &vigorous};
     for (int row = 0; row < 3; ++row)
-        PaintText(labels[row], rows[row]->label, 0);
+        PaintText(labels[row], rows[row]->entry.text, 0);
     for (int row = 0; row < 3; ++row)
         PaintText(percents[row], rows[row]->percent, DT_RIGHT);
     for (int row = 0; row < 3; ++row)

@@ -65,12 +65,13 @@ Columns ColumnsOf(const CRect& legend, const LegendSizes& sizes, int rowHeight) 
     return at;
 }
 
+/// The square reaches to the label, which keeps its distance by a blank of its own.
 CircleLegendRow RowOf(const Columns& at, int top, int bottom, int shift) {
-    CircleLegendRow row{{at.square, top, at.label, bottom},
-                        {at.label, top, at.labelRight, bottom},
+    const LegendSpacing spacing{0, double(at.label - at.square)};
+    CircleLegendRow row{LegendEntryFrom(at.square, top, {at.label, top, at.labelRight, bottom}, spacing),
                         {at.percent, top, at.percentRight, bottom},
                         {at.minutes, top, at.minutesRight, bottom}};
-    for (CRect* box : {&row.square, &row.label, &row.percent, &row.minutes})
+    for (CRect* box : {&row.entry.sample, &row.entry.text, &row.percent, &row.minutes})
         box->OffsetRect(shift, 0);
     return row;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <MelkarCommon/frame/legend_layout.h>
 #include <MelkarCommon/support/platform/arrays.h>
 #include <MelkarCommon/support/platform/geometry.h>
 
@@ -61,8 +62,7 @@ bool ShowsSlice(CPoint from, CPoint to, double share);
 
 /// One row of the legend.
 struct CircleLegendRow {
-    CRect square;
-    CRect label;
+    LegendEntry entry; ///< square and label
     CRect percent;
     CRect minutes;
 };

@@ -43,4 +43,11 @@ inline LegendEntry LegendEntryFrom(int left, int top, const CRect& size, const L
             CRect(left, top, left + Truncate(spacing.sample), bottom)};
 }
 
+/// The entry that begins at `at`, its sample a square of one line; a text of several lines reaches below it.
+inline LegendEntry SquareLegendEntry(CPoint at, int line, const CRect& size) {
+    LegendEntry entry = LegendEntryFrom(at.x, at.y, size, {0, double(line)});
+    entry.sample.bottom = AddEdge(at.y, line);
+    return entry;
+}
+
 } // namespace melkar

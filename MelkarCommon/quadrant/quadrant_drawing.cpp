@@ -1,5 +1,6 @@
 #include <MelkarCommon/quadrant/square_graph.h>
 
+#include <MelkarCommon/frame/legend_layout.h>
 #include <MelkarCommon/frame/scale.h>
 #include <MelkarCommon/quadrant/quadrant_layout.h>
 #include <MelkarCommon/support/numbers.h>
@@ -150,15 +151,15 @@ long CSquareGraph::DrawHAxsLabel() {
 
 void CSquareGraph::DrawSecExs() {
     const ScopedFont font(m_hMemDC, ChartFont(m_nVAxsSize));
-    const CPoint start(m_rcCanvas.right + melkar::kSideGap, m_rcCanvas.top);
-    CRect mark = MeasureText("0", DT_CALCRECT | DT_RIGHT, CRect(start.x, start.y, start.x, start.y));
-    mark.right = mark.left + mark.Height();
+    const int line = MeasureText("0", DT_CALCRECT).Height();
+    const CRect room = melkar::LegendRoom(m_rcGraph, m_rcCanvas, line);
+    CPoint at(m_rcCanvas.right + melkar::kSideGap, m_rcCanvas.top);
     const auto entry = [&](const CString& label, COLORREF color) {
-        const CRect room(mark.right, mark.top, melkar::RightColumnEnd(m_rcGraph), mark.bottom);
-        const CRect box = MeasureText(label, DT_CALCRECT | DT_WORDBREAK, room);
-        PaintText(label, box, DT_WORDBREAK);
-        DrawRectangle(m_hMemDC, mark, color, color, 1);
-        mark.OffsetRect(0, melkar::Truncate(box.Height() * kEntryDistance));
+        const CRect size = MeasureText(label, DT_CALCRECT | DT_WORDBREAK, room);
+        const auto [text, square] = melkar::SquareLegendEntry(at, line, size);
+        PaintText(label, text, DT_WORDBREAK);
+        DrawRectangle(m_hMemDC, square, color, color, 1);
+        at.y = melkar::AddEdge(at.y, melkar::Truncate(size.Height() * kEntryDistance));
     };
     entry(m_strRightUpperLabel, m_crRightUpper);
     entry(m_strLeftUpperLabel, m_crLeftUpper);

@@ -79,6 +79,11 @@ constexpr Quadrants QuadrantsAround(const CRect& whole, int xm, int ym) {
 /// The right edge of legend and share box.
 constexpr int RightColumnEnd(const CRect& graph) { return graph.right - graph.Width() / 20; }
 
+/// Where a legend entry's text wraps: between its square, one line wide, and the column's end.
+constexpr CRect LegendRoom(const CRect& graph, const CRect& canvas, int line) {
+    return {canvas.right + kSideGap + line, canvas.top, RightColumnEnd(graph), canvas.top};
+}
+
 /// The share box, 2.4 lines high.
 inline CRect ShareBox(const CRect& graph, const CRect& canvas, int lineHeight) {
     return {canvas.right + kSideGap, Truncate(canvas.bottom - 2.4 * lineHeight), RightColumnEnd(graph), canvas.bottom};

@@ -116,14 +116,14 @@ TEST(CircleLayout, Marks) {
 TEST(CircleLayout, Legend) {
     const melkar::LegendSizes sizes{17, 50, 40, 60};
     const melkar::CircleLegend beside = melkar::LegendOf({5, 230, 405, 330}, sizes, false);
-    EXPECT_EQ(Text(beside.light.square), "13,293-30,310");
-    EXPECT_EQ(Text(beside.moderate.square), "13,274-30,293");
-    EXPECT_EQ(Text(beside.vigorous.square), "13,257-30,276");
-    EXPECT_EQ(Text(beside.moderate.label), "30,274-80,293");
+    EXPECT_EQ(Text(beside.light.entry.sample), "13,293-30,310");
+    EXPECT_EQ(Text(beside.moderate.entry.sample), "13,274-30,293");
+    EXPECT_EQ(Text(beside.vigorous.entry.sample), "13,257-30,276");
+    EXPECT_EQ(Text(beside.moderate.entry.text), "30,274-80,293");
     EXPECT_EQ(Text(beside.moderate.percent), "88,274-128,293") << "80 + 8.5, 80 + 40 + 8.5";
     EXPECT_EQ(Text(beside.moderate.minutes), "143,274-203,293") << "128 + 15.3";
     const melkar::CircleLegend centred = melkar::LegendOf({5, 230, 405, 330}, sizes, true);
-    EXPECT_EQ(Text(centred.light.square), "114,293-131,310") << "half of 405 - 203";
+    EXPECT_EQ(Text(centred.light.entry.sample), "114,293-131,310") << "half of 405 - 203";
     EXPECT_EQ(Text(centred.vigorous.minutes), "244,257-304,276");
     melkar::LegendOf({5, 230, 405, 330}, {0, 0, 0, 0}, true); // a line without height divides nothing
 }

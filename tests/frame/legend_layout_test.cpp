@@ -14,6 +14,9 @@ TEST(LegendLayout, EntriesToAnEdgeAndFromOne) {
     const auto from = melkar::LegendEntryFrom(10, 5, size, {5, 60});
     EXPECT_EQ(from.sample, CRect(10, 5, 70, 20));
     EXPECT_EQ(from.text, CRect(75, 5, 105, 20));
+    const auto square = melkar::SquareLegendEntry({10, 5}, 8, size);
+    EXPECT_EQ(square.sample, CRect(10, 5, 18, 13)) << "one line, however many the text has";
+    EXPECT_EQ(square.text, CRect(18, 5, 48, 20));
 }
 
 TEST(LegendLayout, EndsOfASampleTruncateEachOnItsOwn) {

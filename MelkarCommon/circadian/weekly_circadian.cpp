@@ -5,6 +5,7 @@
 #include <MelkarCommon/circadian/weekly_layout.h>
 #include <MelkarCommon/frame/data_file.h>
 #include <MelkarCommon/frame/day_status.h>
+#include <MelkarCommon/frame/key_table.h>
 #include <MelkarCommon/frame/results.h>
 #include <MelkarCommon/support/ring_log.h>
 #include <MelkarCommon/support/support.h>
@@ -25,6 +26,10 @@ constexpr int kEighthLine = kWeekDays + 1; ///< of a week in the print file: beh
 } // namespace
 
 CWeeklyCircadian::CWeeklyCircadian(HWND window, HDC dc, const char* section, HDC shared, HDC second, HDC balloon)
+    : CWeeklyCircadian(window, dc, section, shared, second, balloon, melkar::SharedProfile()) {}
+
+CWeeklyCircadian::CWeeklyCircadian(HWND window, HDC dc, const char* section, HDC shared, HDC second, HDC balloon,
+                                   const melkar::SharedProfile&)
     : m_hWnd(window),
       m_hDC(dc), m_Day{{window, dc, section, shared, second, balloon}, {window, dc, section, shared, second, balloon},
                        {window, dc, section, shared, second, balloon}, {window, dc, section, shared, second, balloon},

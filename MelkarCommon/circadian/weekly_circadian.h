@@ -6,6 +6,7 @@
 namespace melkar {
 class CsvRow;
 class DataFile;
+class SharedProfile;
 struct DayRecord;
 } // namespace melkar
 
@@ -22,7 +23,7 @@ struct DayRecord;
 /// amount.
 class MELKAR_API CWeeklyCircadian {
 public:
-    /// Arguments as for `CGraph`; all seven graphs take them.
+    /// Arguments as for `CGraph`; all seven graphs take them, from one reading of the profile.
     CWeeklyCircadian(HWND window, HDC dc, const char* section, HDC shared, HDC second, HDC balloon);
     virtual ~CWeeklyCircadian();
     CWeeklyCircadian(const CWeeklyCircadian&) = delete;
@@ -83,6 +84,8 @@ protected:
     HDC m_hGMemDCBalloon = nullptr;
 
 private:
+    CWeeklyCircadian(HWND window, HDC dc, const char* section, HDC shared, HDC second, HDC balloon,
+                     const melkar::SharedProfile& profileOfAll);
     long ReadScreenWeek(const char* file);
     long ReadPrintWeeks(const char* file, int page);
     void TakeBounds(const melkar::CsvRow& header);

@@ -9,6 +9,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <type_traits>
 #include <vector>
@@ -81,8 +82,7 @@ constexpr const char* kGraphProfile = "..\\conf\\graph.cnf"; ///< of all graphs
 class MELKAR_API KeyReader {
 public:
     /// @param path empty for the profile of all graphs @param stem stands for "%s" in the name of a key
-    KeyReader(const char* path, const char* ownSection, const char* stem = "")
-        : m_file(path && *path ? path : kGraphProfile), m_own(ownSection), m_stem(stem) {}
+    KeyReader(const char* path, const char* ownSection, const char* stem = "");
 
     /// `index` counts the keys of a numbered row.
     CString Text(const KeyInfo& key, int index = 0) const;
@@ -98,9 +98,24 @@ public:
 private:
     const std::string* Find(const KeyInfo& key, int index) const;
 
-    ProfileSnapshot m_file;
+    std::shared_ptr<const ProfileSnapshot> m_file;
     std::string m_own;
     std::string m_stem;
+};
+
+/// While it lives, the graphs that this thread makes take their keys from one reading of the profile of all graphs: a
+/// sheet of seven is made of one state of it, and reads it once. The file is read with the first key.
+class MELKAR_API SharedProfile {
+public:
+    SharedProfile();
+    ~SharedProfile(); ///< what an outer one shares is shared again
+    SharedProfile(const SharedProfile&) = delete;
+    SharedProfile& operator=(const SharedProfile&) = delete;
+
+private:
+    friend class KeyReader;
+    std::shared_ptr<const ProfileSnapshot> m_file;
+    SharedProfile* m_outer;
 };
 
 namespace detail {

@@ -100,6 +100,22 @@ TEST(KeyTable, TellsWhatAnAuthorNeeds) {
     EXPECT_EQ(keys[9].firstIndex, 1);
 }
 
+TEST(KeyTable, GraphsOfOneSheetShareOneReading) {
+    const TempWorkdir work;
+    const auto formatOf = [&work](const char* written) {
+        work.Write("conf/graph.cnf", std::string("[A]\nFORMAT=") + written);
+        Panel panel;
+        melkar::ReadKeys(Panel::Rows::rows, panel, melkar::KeyReader("", "A"));
+        return panel.format;
+    };
+    {
+        const melkar::SharedProfile sheet;
+        EXPECT_EQ(formatOf("one"), "one");
+        EXPECT_EQ(formatOf("two"), "one") << "the file as it stood";
+    }
+    EXPECT_EQ(formatOf("three"), "three");
+}
+
 TEST(KeyTable, OneLineInTheLogPerGraphForAMissingProfile) {
     const struct Case {
         const char *profile, *section, *line;

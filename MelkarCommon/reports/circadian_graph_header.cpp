@@ -4,8 +4,7 @@ int CCircadianGraphHeader::CalcRect(HDC surface, CRect block, CString dataFile) 
     m_hDC = surface;
     GetData(dataFile);
     melkar::LayOutCircadianHeader(m_rcCells, block, MeasureSamples(m_nHeaderSize));
-    return Draw(surface, block, dataFile);
+    return Below();
 }
 
-/// A position below the block, as `CGraphHeader` gives it, so that a host goes on there with either.
-int CCircadianGraphHeader::Draw(HDC, CRect, CString) { return m_rcCells[melkar::B4].bottom + melkar::kBelowHeader; }
+int CCircadianGraphHeader::Draw(HDC, CRect, CString) { return Below(); }

@@ -207,7 +207,7 @@ int CReportHeader::Draw(HDC surface, CRect block, CString) {
     COleDateTime today;
     today = now;
     Put(m_szDate, Spaced(FormatDateEx(today.Format("%Y%m%d"), m_strDateFormatType, m_strLocale)));
-    DrawRectangle(surface, block, kWhite, kWhite, 1);
+    DrawRectangle(surface, block, kWhite, kWhite, 0);
     return 0;
 }
 

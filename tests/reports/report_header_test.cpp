@@ -148,6 +148,11 @@ TEST_F(ReportHeader, GraphHeaderPaintsPairsOnTheSurfaceOfItsLayout) {
 }
 
 TEST_F(ReportHeader, CircadianHeaderPaintsNothingAndTellsWhereToGoOn) {
+    struct Painting : CCircadianGraphHeader {
+        using CCircadianGraphHeader::CCircadianGraphHeader;
+        int Draw(HDC, CRect, CString) override { return -1; }
+    } painting("HEAD");
+    EXPECT_EQ(painting.CalcRect(m_record, kBlock, ""), 184) << "a layout doesn't paint";
     CCircadianGraphHeader header("HEAD");
     EXPECT_EQ(header.CalcRect(m_record, kBlock, "no-such.csv"), 50 + 4 * 26 + 25 + 5) << "samples at 15 points";
     EXPECT_EQ(header.Draw(m_record, kBlock, ""), 184);

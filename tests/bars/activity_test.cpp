@@ -3,8 +3,6 @@
 #include <MelkarCommon/bars/activity_cal_graph.h>
 #include <MelkarCommon/bars/simulation.h>
 
-#include <climits>
-
 namespace {
 
 class OpenActivity : public Open<CActivityCalGraph> {

@@ -1,7 +1,5 @@
 #include "chart_fixture.h"
 
-#include <gmock/gmock.h>
-
 namespace {
 
 class BarData : public ChartTest {};
@@ -36,7 +34,7 @@ TEST_F(BarData, AFileThatCantBeOpenedKeepsWhatIsThere) {
     for (char* path : {missing.data(), static_cast<char*>(nullptr)})
         EXPECT_EQ(graph.ReadDataFile(path), 101);
     EXPECT_EQ(Content(graph), "0 d 12|");
-    EXPECT_THAT(m_files.Read("log/graph.log"), testing::HasSubstr("CBarGraph::ReadDataFile"));
+    EXPECT_THAT(m_files.Read("log/graph.log"), HasSubstr("CBarGraph::ReadDataFile"));
     Read(graph, "a\nb\n");
     EXPECT_EQ(graph.m_saTargets.GetSize(), 1) << "targets are not the file's";
     graph.ClearArrays();

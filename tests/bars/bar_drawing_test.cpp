@@ -2,17 +2,10 @@
 
 #include <MelkarCommon/bars/bar_layout.h>
 
-#include <gmock/gmock.h>
-
 #include <algorithm>
 #include <array>
-#include <climits>
 
 namespace {
-
-using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::SizeIs;
 
 std::string Days(int count) {
     std::string file = "a\nb\n";
@@ -204,7 +197,7 @@ TEST_F(BarDrawing, StandsAnything) {
         for (const CRect& place : places) {
             const HDC record = CreateRecordingSurface(400, 300);
             const HDC shared = CreateMemorySurface(400, 300);
-            Open<CBarGraph> graph(nullptr, record, "STEPS", shared, nullptr, shared);
+            Open<CBarGraph> graph(nullptr, record, "OWN", shared, nullptr, shared);
             graph.m_saTargets.SetAtGrow(5, "nan");
             graph.m_saTargets.SetAtGrow(1, "1e308");
             graph.m_strAverage = "-1e300";
@@ -234,7 +227,7 @@ TEST_F(BarDrawing, CopiedAsPaintedDirectly) {
     graph.Draw(CRect(0, 0, 200, 100), DataFile(Days(3)).data()); // another size before: nothing of it may stay
     graph.Draw(kArea, DataFile(Days(3)).data());
     EXPECT_EQ(graph.m_rcCanvas, CRect(73, 75, 973, 375));
-    EXPECT_THAT(GetRecording(shared), testing::EndsWith("copy 100,50 992x474 from 0,0\n" + direct));
+    EXPECT_THAT(GetRecording(shared), EndsWith("copy 100,50 992x474 from 0,0\n" + direct));
     DeleteDC(shared);
 }
 

@@ -17,7 +17,7 @@ protected:
 
     HDC m_shared = CreateRecordingSurface(1200, 600);
     HDC m_balloon = CreateRecordingSurface(1200, 600);
-    Open<CBarGraph> m_graph{nullptr, m_shared, "STEPS", m_shared, nullptr, m_balloon};
+    Open<CBarGraph> m_graph{nullptr, m_shared, "OWN", m_shared, nullptr, m_balloon};
 };
 
 TEST_F(BarMouse, HitTest) {

@@ -1,22 +1,12 @@
 #pragma once
 
 #include <MelkarCommon/bars/bar_graph.h>
-#include <MelkarCommon/support/platform/drawing.h>
-#include <MelkarCommon/support/platform/surface.h>
-#include <support/temp_workdir.h>
-
-#include <gtest/gtest.h>
+#include <frame/host_fixture.h>
 
 #include <regex>
-#include <sstream>
-#include <string>
-#include <string_view>
-#include <vector>
 
 /// @file
-/// Charts of the bar family on surfaces whose text has fixed metrics, so that every coordinate can be computed:
-/// a character is 3/5 of the em height wide, a line 5/4 of it high, both rounded up. At 96 dpi 15 points are 20
-/// pixels, 12 x 25 a character; 30 points are 24 x 50; the 12 pixels of a new surface's font are 8 x 15.
+/// Charts of the bar family.
 ///
 /// A chart in `kArea` has its title from 51 to 101 and its canvas at (173, 125) to (1073, 425), 900 x 300:
 ///   left    100 + 1 (side bar) + 72 (nine characters of the surface's font)
@@ -28,7 +18,7 @@ constexpr CRect kArea(100, 50, 1092, 524);
 /// Charts whose right margin is as wide as the left one have the same canvas in this one.
 constexpr CRect kWideArea(100, 50, 1146, 524);
 
-/// Section STEPS: scale 0 to 1000 by 250, big scale 0 to 5000 by 1000. Colours are all different.
+/// Section OWN: scale 0 to 1000 by 250, big scale 0 to 5000 by 1000. Colours are all different.
 constexpr std::string_view kCommonProfile = "[COMMON]\n"
                                             "FONT=Fixed\nCANVASCOLOR_RGB=250,250,250\nBASECOLOR_RGB=200,200,200\n"
                                             "PENCOLOR_RGB=1,2,3\nBALLOONCOLOR_RGB=255,255,128\n"
@@ -37,8 +27,7 @@ constexpr std::string_view kCommonProfile = "[COMMON]\n"
                                             "EXCLUDE_COLOR_RGB=9,0,0\nEXCLUDE_MESSAGE=excluded\n"
                                             "VALUESIZE=15\nTARGETSIZE=15\nVMEASURESIZE=15\nMEASURELABELSIZE=15\n"
                                             "HMEASURESIZE=15\nDATESIZE=15\n";
-constexpr std::string_view kOwnProfile = "[STEPS]\n"
-                                         "TITLELABEL=Steps\nTITLESIZE=30\nTITLECOLOR_RGB=0,0,99\n"
+constexpr std::string_view kOwnProfile = "TITLELABEL=Steps\nTITLESIZE=30\nTITLECOLOR_RGB=0,0,99\n"
                                          "VAXSLABEL=steps\nHAXSLABEL=Day\nBARSCOLOR_RGB=0,128,0\n"
                                          "BARSCOLOR2_RGB=0,255,0\nTARGETLABEL=goal\nTARGETCOLOR_RGB=255,0,0\n"
                                          "AVERAGELABEL=mean\nAVERAGECOLOR_RGB=0,0,255\nBARSCOLOR0_RGB=10,0,0\n"
@@ -56,64 +45,22 @@ public:
     using Graph::m_strHeaderField1;
 };
 
-/// The lines of a record that begin with `prefix` and end with `suffix`.
-inline std::vector<std::string> LinesWith(const std::vector<std::string>& lines, std::string_view prefix,
-                                          std::string_view suffix = "") {
-    std::vector<std::string> found;
-    for (const std::string& line : lines)
-        if (line.starts_with(prefix) && line.ends_with(suffix))
-            found.push_back(line);
-    return found;
-}
-
-/// The texts in a record that begin at `x`, each with its top: "60@413".
-inline std::string TextsAt(const std::vector<std::string>& lines, int x) {
-    std::string found;
-    const std::string at = "\" " + std::to_string(x) + ",";
-    for (const std::string& line : LinesWith(lines, "text \""))
-        if (const std::size_t end = line.find(at); end != std::string::npos) {
-            const std::size_t top = end + at.size();
-            found.append(found.empty() ? "" : " ").append(line, 6, end - 6).append("@");
-            found.append(line, top, line.find(' ', top) - top);
-        }
-    return found;
-}
-
-/// A host's directory with the profile, and a surface that records.
-class ChartTest : public testing::Test {
+/// Charts of section OWN.
+class ChartTest : public HostTest {
 protected:
     ChartTest() { WriteProfile(""); }
-    ~ChartTest() override {
-        DeleteDC(m_record);
-        EXPECT_EQ(LiveObjectCount(), m_liveBefore) << "every test hands back its surfaces and drawing objects";
-    }
 
     /// The profile above with lines of the graph's own section added, which count before the profile's.
     void WriteProfile(std::string_view own) {
         std::string profile(kCommonProfile);
-        profile.append("[STEPS]\n").append(own).append("\n").append(kOwnProfile.substr(kOwnProfile.find('\n') + 1));
-        m_files.Write("conf/graph.cnf", profile);
+        m_files.Write("conf/graph.cnf", profile.append("[OWN]\n").append(own).append("\n").append(kOwnProfile));
     }
-
-    /// A graph that paints straight onto the recording surface.
-    template <class Graph> Graph Make() { return {nullptr, m_record, "STEPS", nullptr, nullptr, nullptr}; }
-
-    long Read(CGraph& graph, std::string_view data) { return graph.ReadDataFile(DataFile(data).data()); }
 
     /// Draws a data file onto a new record. @return its lines, the four rows of a thick
     /// one as the upmost only: "thick 173,322 398 #FF0000 w1 dot 3,3".
     std::vector<std::string> DrawRecorded(CGraph& graph, std::string_view data, CRect area = kArea) {
-        DeleteDC(m_record);
-        m_record = CreateRecordingSurface(1200, 600);
-        graph.Initialize(nullptr, m_record, nullptr, nullptr, nullptr);
-        graph.SetDirectOutput(1);
-        EXPECT_EQ(graph.Draw(area, DataFile(data).data()), 0);
         static const std::regex kThick(R"(line (-?\d+),(-?\d+) (-?\d+),\2( .*)(\nline \1,.* \3,.*\4){3})");
-        std::istringstream record(std::regex_replace(GetRecording(m_record), kThick, "thick $1,$2 $3$4"));
-        std::vector<std::string> lines;
-        for (std::string line; std::getline(record, line);)
-            lines.push_back(line);
-        return lines;
+        return LinesOf(std::regex_replace(Record(graph, data, area), kThick, "thick $1,$2 $3$4"));
     }
 
     /// "status date figure figure ...|" for each day
@@ -127,10 +74,4 @@ protected:
         }
         return text.str();
     }
-
-    std::string DataFile(std::string_view data) const { return m_files.Write("bin/days.csv", data); }
-
-    TempWorkdir m_files;
-    std::size_t m_liveBefore = LiveObjectCount();
-    HDC m_record = CreateRecordingSurface(1200, 600);
 };

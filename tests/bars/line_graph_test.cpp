@@ -2,12 +2,7 @@
 
 #include <MelkarCommon/bars/line_graph.h>
 
-#include <gmock/gmock.h>
-
 namespace {
-
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 class OpenLine : public Open<CLineGraph> {
 public:
@@ -98,10 +93,10 @@ TEST_F(LineGraph, ScaleAtTheRight) {
         int coach, decimals;
         const char* labels;
     } cases[] = {
-        {"five pixels right of the canvas, centred on its height", 80, 5, 0, 0, "60@413 65@338 70@263 75@188 80@113"},
-        {"coach mode leaves the bottom and every second label out", 80, 5, 1, 0, "65@338 75@188"},
-        {"decimals of its own", 80, 12.5, 0, 1, "60@413 72.5@226"},
-        {"no interval: steps of 10; 10 x 300 / 19 is 157", 79, 0, 0, 0, "60@413 70@256"},
+        {"five pixels right of the canvas, centred on its height", 80, 5, 0, 0, "60@413|65@338|70@263|75@188|80@113"},
+        {"coach mode leaves the bottom and every second label out", 80, 5, 1, 0, "65@338|75@188"},
+        {"decimals of its own", 80, 12.5, 0, 1, "60@413|72.5@226"},
+        {"no interval: steps of 10; 10 x 300 / 19 is 157", 79, 0, 0, 0, "60@413|70@256"},
     };
     for (const Case& c : cases) {
         auto graph = Make<OpenLine>();

@@ -3,15 +3,9 @@
 #include <MelkarCommon/bars/simulation.h>
 #include <MelkarCommon/bars/weight_layout.h>
 
-#include <gmock/gmock.h>
-
-#include <climits>
-
 namespace {
 
 using melkar::WeightScale;
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 TEST(WeightLayout, ScaleSharesTheStepsOfTheLeftOne) {
     const struct Case {
@@ -79,7 +73,7 @@ protected:
         return graph.ReadWeightDataFile(m_files.Write("bin/plan.sim", plan).data());
     }
     std::vector<std::string> DrawPlan(CSimulation& graph, const std::string& plan) {
-        m_files.Write("bin/days.csv.sim", plan);
+        m_files.Write("bin/data.csv.sim", plan);
         return DrawRecorded(graph, Days("250"), kWideArea);
     }
 };
@@ -137,7 +131,7 @@ TEST_F(Simulation, TargetLineBeginsBehindTheStart) {
                             "line 960,350 735,200 #2A0000 w1"))
         << "only the row behind the first one after the start";
     EXPECT_THAT(LinesWith(DrawPlan(graph, kPlanHead + "20250303,,60\n20250304,,\n"), "line", "#2A0000 w1"),
-                testing::Contains("line 848,1475 398,350 #2A0000 w1"))
+                Contains("line 848,1475 398,350 #2A0000 w1"))
         << "no target counts as 0, however far below: 56 x 300 / 16 = 1050";
     DrawPlan(graph, "skipped\n,2147483647,,-2147483648\nb,1e300,-1e300\nc,inf,nan\n"); // no overflow
 }
@@ -145,7 +139,7 @@ TEST_F(Simulation, TargetLineBeginsBehindTheStart) {
 TEST_F(Simulation, ScaleAtTheRightAndLegendAbove) {
     auto graph = Make<OpenSimulation>();
     const auto lines = DrawPlan(graph, kPlan);
-    EXPECT_EQ(TextsAt(lines, 1075), "72@113 68@188 64@263 60@338 56@413") << "on the grid lines of the left scale";
+    EXPECT_EQ(TextsAt(lines, 1075), "72@113|68@188|64@263|60@338|56@413") << "on the grid lines of the left scale";
     EXPECT_EQ(LinesWith(lines, "text \"kg\" 1141,263 24x25 ", " angle 2700").size(), 1U);
     EXPECT_EQ(TextsAt(lines, 1025) + TextsAt(lines, 913) + TextsAt(lines, 790), "plan@95kg@95steps@95");
     for (const char* sample : {"thick 962,105 1012 #2A0000", "fill 875,95 25x25 #280000", "fill 752,95 25x25 #008000"})
@@ -159,7 +153,7 @@ TEST_F(Simulation, ScaleAtTheRightAndLegendAbove) {
 TEST_F(Simulation, PlanFollowsTheScaleOfTheDataFile) {
     auto graph = Make<OpenSimulation>();
     EXPECT_THAT(LinesWith(DrawRecorded(graph, Days("250"), kWideArea), "text \"0\" 1075,"), IsEmpty()) << "no plan yet";
-    m_files.Write("bin/days.csv.sim", kPlan);
+    m_files.Write("bin/data.csv.sim", kPlan);
     DrawRecorded(graph, Days("1001"), kWideArea); // five steps on the big scale
     EXPECT_EQ(graph.m_nWeightInterval, 3);
     DrawRecorded(graph, Days("250"), kWideArea);

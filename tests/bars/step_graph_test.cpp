@@ -2,13 +2,7 @@
 
 #include <MelkarCommon/bars/step_graph.h>
 
-#include <gmock/gmock.h>
-
 namespace {
-
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::StartsWith;
 
 /// Column 7: top of the scale; column 9: average.
 std::string Head(const std::string& top, const std::string& average = "") {

@@ -1,27 +1,7 @@
 #include <MelkarCommon/circadian/circadian_graph.h>
-#include <MelkarCommon/support/ini_reader.h>
-#include <MelkarCommon/support/platform/desktop.h>
-#include <MelkarCommon/support/platform/drawing.h>
-#include <MelkarCommon/support/platform/surface.h>
-#include <support/temp_workdir.h>
-
-#include <gmock/gmock.h>
-
-#include <algorithm>
-#include <climits>
-#include <cmath>
-#include <sstream>
+#include <frame/host_fixture.h>
 
 namespace {
-
-using testing::AllOf;
-using testing::Contains;
-using testing::ElementsAre;
-using testing::EndsWith;
-using testing::HasSubstr;
-using testing::IsSupersetOf;
-using testing::Not;
-using testing::StartsWith;
 
 // Text on a recording surface has fixed metrics: at 96 dpi a character of 12 points is 10 x 20, one of 14 points 12 x
 // 24, one of 10 points 8 x 17, one of 32 points 26 x 54, one of the font of a new surface 8 x 15.
@@ -37,7 +17,7 @@ constexpr std::string_view kProfile =
     "LOCALE=C\nFONT=F\nCANVASCOLOR_RGB=250,250,250\nBASECOLOR_RGB=200,200,200\nPENCOLOR_RGB=1,2,3\n"
     "GRAPH_DATE_FORMAT_TYPE=DAY\nNORECORDS_COLOR_RGB=4,0,0\nNORECORDS_MESSAGE=none\nNODATA_COLOR_RGB=2,0,0\n"
     "NODATA_MESSAGE=nodata\nEXCLUDE_COLOR_RGB=9,0,0\nEXCLUDE_MESSAGE=left out\n"
-    "[DAY]\nTITLELABEL=Title\nTITLESIZE=10\nTITLECOLOR_RGB=9,9,9\nDATECOLOR_RGB=0,0,99\nDATEBAKCOLOR_RGB=0,99,0\n"
+    "[OWN]\nTITLELABEL=Title\nTITLESIZE=10\nTITLECOLOR_RGB=9,9,9\nDATECOLOR_RGB=0,0,99\nDATEBAKCOLOR_RGB=0,99,0\n"
     "VIGOROUSCOLOR_RGB=30,0,0\nMODERATECOLOR_RGB=20,0,0\nLIGHTCOLOR_RGB=10,0,0\nPOLYGONCOLOR_RGB=60,0,0\n"
     "EVENTCOLOR_RGB=70,0,0\nVIGOROUSLABEL=vig\nMODERATELABEL=mod\nLIGHTLABEL=light\nCALMLABEL=calmcalmcalmcalm\n"
     "INTENSITY=level\nMIN=min\nSTEPUNIT=steps\nACTCALUNIT=kcal  act\nTOTALCALUNIT=kcal\nTIMEUNIT=h\n"
@@ -75,64 +55,23 @@ public:
     }
 };
 
-class CircadianGraph : public testing::Test {
+class CircadianGraph : public HostTest {
 protected:
     CircadianGraph() { m_files.Write("conf/config.cnf", "[SYSTEM]\nDAY=%d.%m.%Y\n"); }
-    ~CircadianGraph() override {
-        DeleteDC(m_record);
-        EXPECT_EQ(LiveObjectCount(), m_liveBefore);
-    }
 
-    OpenDay Make(int lang) {
+    OpenDay MakeDay(int lang) {
         m_files.Write("conf/graph.cnf", "[COMMON]\nLANG=" + std::to_string(lang) + "\n" + std::string(kProfile));
-        return {nullptr, m_record, "DAY", nullptr, nullptr, nullptr};
+        return Make<OpenDay>();
     }
-
-    /// Draws onto a new record. @return its lines
     std::vector<std::string> DrawRecorded(CCircadianGraph& graph, CRect area = kArea) {
-        DeleteDC(m_record);
-        m_record = CreateRecordingSurface(1200, 600);
-        graph.Initialize(nullptr, m_record, nullptr, nullptr, nullptr);
-        graph.SetDirectOutput(1);
-        char path[] = "";
-        EXPECT_EQ(graph.Draw(area, path), 0);
-        std::istringstream record(GetRecording(m_record));
-        std::vector<std::string> lines;
-        for (std::string line; std::getline(record, line);)
-            lines.push_back(line);
-        return lines;
+        return LinesOf(Record(graph, "", area));
     }
     std::vector<std::string> DrawDay(int lang, const Day& day) {
-        OpenDay graph = Make(lang);
+        OpenDay graph = MakeDay(lang);
         graph.SetDay(day);
         return DrawRecorded(graph);
     }
-
-    TempWorkdir m_files;
-    std::size_t m_liveBefore = LiveObjectCount();
-    HDC m_record = CreateRecordingSurface(1200, 600);
 };
-
-/// The lines that begin with `prefix`.
-std::vector<std::string> LinesWith(const std::vector<std::string>& lines, std::string_view prefix) {
-    std::vector<std::string> found;
-    std::copy_if(lines.begin(), lines.end(), std::back_inserter(found),
-                 [&](const std::string& line) { return line.starts_with(prefix); });
-    return found;
-}
-
-/// The texts that begin at x: "text@y".
-std::string TextsAt(const std::vector<std::string>& lines, int x) {
-    std::string found;
-    const std::string at = "\" " + std::to_string(x) + ",";
-    for (const std::string& line : LinesWith(lines, "text \""))
-        if (const std::size_t end = line.find(at); end != std::string::npos) {
-            const std::size_t top = end + at.size();
-            found.append(found.empty() ? "" : "|").append(line, 6, end - 6).append("@");
-            found.append(line, top, line.find(' ', top) - top);
-        }
-    return found;
-}
 
 /// The record without the hours, and with one line for the day's profile and its outline.
 std::vector<std::string> InBrief(const std::vector<std::string>& lines) {
@@ -274,7 +213,7 @@ TEST_F(CircadianGraph, Statuses) {
 }
 
 TEST_F(CircadianGraph, SetReplacesTheWholeDay) {
-    OpenDay graph = Make(0);
+    OpenDay graph = MakeDay(0);
     Day day;
     day.intensity[3] = 5;
     graph.SetDay(day);
@@ -291,12 +230,12 @@ TEST_F(CircadianGraph, SetReplacesTheWholeDay) {
 }
 
 TEST_F(CircadianGraph, WithoutADayThereIsAnEmptyOneWithTheUsualBounds) {
-    OpenDay graph = Make(0);
+    OpenDay graph = MakeDay(0);
     const auto lines = DrawRecorded(graph);
     EXPECT_EQ(TextsAt(lines, 164), "0 steps 0 kcal  act 0 kcal@88") << "status 0, no exercise";
     EXPECT_THAT(lines, Contains("fill 100,148 40x60 #140000")) << "moderate from 4 to 6";
     EXPECT_THAT(lines, Not(Contains(StartsWith("text \"Title")))) << "the sheet has no title";
-    OpenDay other = Make(2);
+    OpenDay other = MakeDay(2);
     EXPECT_THAT(DrawRecorded(other), Contains("fill 100,132 40x92 #140000")) << "from 3.2 to 6.8";
 }
 
@@ -308,7 +247,7 @@ TEST_F(CircadianGraph, EventsBeyondTheTenthAreNotLookedAt) {
 }
 
 TEST_F(CircadianGraph, LongLabelsEndAtACharacter) {
-    OpenDay graph = Make(0);
+    OpenDay graph = MakeDay(0);
     std::string label; // of characters of two bytes
     for (int i = 0; i < 130; ++i)
         label.append("é");
@@ -322,13 +261,13 @@ TEST_F(CircadianGraph, LongLabelsEndAtACharacter) {
 TEST_F(CircadianGraph, NarrowDesktopsHaveASmallerSummary) {
     for (const int width : {820, 821}) {
         SetWorkArea({5, 0, 5 + width, 600});
-        EXPECT_EQ(Make(0).m_nSummaryFontSize, width == 820 ? 10 : 12);
+        EXPECT_EQ(MakeDay(0).m_nSummaryFontSize, width == 820 ? 10 : 12);
     }
     SetWorkArea({0, 0, 1920, 1080});
 }
 
 TEST_F(CircadianGraph, TheFirstOfTheWidestDayNamesIsTheLongest) {
-    OpenDay graph = Make(0);
+    OpenDay graph = MakeDay(0);
     EXPECT_EQ(graph.m_strDayNames[0], "Mon");
     EXPECT_EQ(graph.m_strDayNames[6], "Sun");
     DrawRecorded(graph); // there is a surface to measure on
@@ -338,7 +277,7 @@ TEST_F(CircadianGraph, TheFirstOfTheWidestDayNamesIsTheLongest) {
 }
 
 TEST_F(CircadianGraph, WithoutASurfaceNothingHappens) {
-    OpenDay graph = Make(0);
+    OpenDay graph = MakeDay(0);
     graph.Initialize(nullptr, nullptr, nullptr, nullptr, nullptr);
     graph.SetDay({});
     char path[] = "";
@@ -357,7 +296,7 @@ TEST_F(CircadianGraph, SenselessInputIsCalm) {
     day.intensity[101] = -1e300;
     day.intensity[102] = std::nan("");
     for (const int lang : {0, 1, 2}) {
-        OpenDay graph = Make(lang);
+        OpenDay graph = MakeDay(lang);
         graph.SetDay(day);
         for (const CRect area : {CRect(), CRect(0, 0, 6, 6), CRect(50, 50, 0, 0), CRect(-1, -1, -1, -1),
                                  CRect(0, 0, 16000000, 16000000), CRect(INT_MIN, INT_MIN, INT_MAX, INT_MAX)})

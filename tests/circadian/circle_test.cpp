@@ -1,22 +1,11 @@
 #include <MelkarCommon/circadian/circle_graph.h>
 #include <MelkarCommon/circadian/circle_layout.h>
-#include <MelkarCommon/support/platform/drawing.h>
-#include <MelkarCommon/support/platform/surface.h>
-#include <support/temp_workdir.h>
-
-#include <gmock/gmock.h>
-
-#include <climits>
-#include <iterator>
-#include <sstream>
-#include <string>
-#include <vector>
+#include <frame/host_fixture.h>
 
 namespace {
 
 using melkar::ClassFigures;
 using melkar::ShowsSlice;
-using testing::HasSubstr;
 
 CStringArray Levels(std::initializer_list<const char*> minutes) {
     CStringArray levels;
@@ -128,42 +117,24 @@ TEST(CircleLayout, Legend) {
     melkar::LegendOf({5, 230, 405, 330}, {0, 0, 0, 0}, true); // a line without height divides nothing
 }
 
-class CircleTest : public testing::Test {
+class CircleTest : public HostTest {
 protected:
-    CircleTest() {
-        m_files.Write("conf/graph.cnf", "[COMMON]\nFONT=Fixed\nTARGETSIZE=15\nNORECORDS_MESSAGE=none\n"
-                                        "BASECOLOR_RGB=200,200,200\n[CIRCLE]\nTITLELABEL=Active\nTITLESIZE=15\n"
-                                        "TITLECOLOR_RGB=0,0,9\nMIN=min\nLIGHTLABEL=low\nMODERATELABEL=mid\n"
-                                        "VIGOROUSLABEL=high\nLIGHTCOLOR_RGB=1,0,0\nMODERATECOLOR_RGB=2,0,0\n"
-                                        "VIGOROUSCOLOR_RGB=3,0,0\n");
-    }
-    ~CircleTest() override { EXPECT_EQ(LiveObjectCount(), m_liveBefore); }
+    CircleTest()
+        : HostTest("[COMMON]\nFONT=Fixed\nTARGETSIZE=15\nNORECORDS_MESSAGE=none\nBASECOLOR_RGB=200,200,200\n"
+                   "[OWN]\nTITLELABEL=Active\nTITLESIZE=15\nTITLECOLOR_RGB=0,0,9\nMIN=min\nLIGHTLABEL=low\n"
+                   "MODERATELABEL=mid\nVIGOROUSLABEL=high\nLIGHTCOLOR_RGB=1,0,0\nMODERATECOLOR_RGB=2,0,0\n"
+                   "VIGOROUSCOLOR_RGB=3,0,0\n") {}
 
-    /// The minutes at the levels 1, 5 and 9. @return the record's lines that hold `word`
-    std::vector<std::string> Record(CStringArray levels, const std::string& word, bool isSeparate = false) {
-        HDC record = CreateRecordingSurface(600, 400);
-        {
-            CCircleGraph graph(nullptr, record, "CIRCLE", nullptr, nullptr, nullptr);
-            graph.SetDirectOutput(1);
-            EXPECT_EQ(graph.SetData(&levels), 0);
-            const CRect area(0, 0, 600, 400);
-            EXPECT_EQ(isSeparate ? graph.DrawSeparate(area, nullptr) : graph.Draw(area, nullptr), 0);
-        }
-        std::istringstream text(GetRecording(record));
-        DeleteDC(record);
-        std::vector<std::string> lines;
-        for (std::string line; std::getline(text, line);)
-            if (line.find(word) != std::string::npos)
-                lines.push_back(line);
-        return lines;
+    /// The minutes at the levels 1, 5 and 9. @return the record's lines
+    std::vector<std::string> DrawLevels(CStringArray levels) {
+        auto graph = Make<CCircleGraph>();
+        EXPECT_EQ(graph.SetData(&levels), 0);
+        return LinesOf(Record(graph, "", {0, 0, 600, 400}));
     }
 
     static CStringArray Classes(const char* light, const char* moderate, const char* vigorous) {
         return Levels({light, "", "", "", moderate, "", "", "", vigorous});
     }
-
-    TempWorkdir m_files;
-    std::size_t m_liveBefore = LiveObjectCount();
 };
 
 TEST_F(CircleTest, SlicesOfWhatThereIs) {
@@ -180,8 +151,8 @@ TEST_F(CircleTest, SlicesOfWhatThereIs) {
         {"less than a hundredth of a minute", Classes("0.004", "0.003", "0.002"), 0, ""},
     };
     for (const Case& c : cases) {
-        auto slices = Record(c.levels, "fill");
-        std::erase_if(slices, [](const std::string& line) { return line.starts_with("fill"); });
+        auto slices = DrawLevels(c.levels);
+        std::erase_if(slices, [](const std::string& line) { return line.find(" fill") == std::string::npos; });
         ASSERT_EQ(slices.size(), c.slices) << c.why;
         EXPECT_THAT(slices.empty() ? "" : slices.back(), HasSubstr(c.last)) << c.why;
     }
@@ -193,53 +164,47 @@ TEST_F(CircleTest, SlicesOfWhatThereIs) {
 // Vigorous is the upper left quarter, moderate the lower left one, light the right half.
 TEST_F(CircleTest, RunsCounterClockwise) {
     HDC shared = CreateMemorySurface(600, 400);
-    {
-        CCircleGraph graph(nullptr, shared, "CIRCLE", shared, nullptr, nullptr);
-        CStringArray levels = Classes("2", "1", "1");
-        graph.SetData(&levels);
-        EXPECT_EQ(graph.Draw({0, 0, 600, 400}, nullptr), 0);
-        const auto redAt = [&](int x, int y) { return (GetPixels(shared).pixels[y * 600 + x] >> 16) & 0xFF; };
-        EXPECT_EQ(redAt(260, 120), 3U);
-        EXPECT_EQ(redAt(260, 200), 2U);
-        EXPECT_EQ(redAt(340, 120), 1U);
-        EXPECT_EQ(redAt(340, 200), 1U);
-    }
+    CCircleGraph graph(nullptr, shared, "OWN", shared, nullptr, nullptr);
+    CStringArray levels = Classes("2", "1", "1");
+    graph.SetData(&levels);
+    EXPECT_EQ(graph.Draw({0, 0, 600, 400}, nullptr), 0);
+    const auto redAt = [&](int x, int y) { return (GetPixels(shared).pixels[y * 600 + x] >> 16) & 0xFF; };
+    EXPECT_EQ(redAt(260, 120), 3U);
+    EXPECT_EQ(redAt(260, 200), 2U);
+    EXPECT_EQ(redAt(340, 120), 1U);
+    EXPECT_EQ(redAt(340, 200), 1U);
     DeleteDC(shared);
 }
 
 // Characters of 12 x 25 in a legend from (0, 280) to (600, 400), no line of it free: rows from 370, 343 and 318 on.
 // Squares end at 37, labels at 97, shares of 84 at 193, minutes of 108 at 323; all moves right by 138.
 TEST_F(CircleTest, LegendShowsSharesAndMinutes) {
-    const auto texts = Record(Classes("12.5", "6.25", "125.5"), "text");
+    const auto texts = LinesWith(DrawLevels(Classes("12.5", "6.25", "125.5")), "text");
     ASSERT_EQ(texts.size(), 11U) << "the title twice, then nine of the legend";
     const char* expected[] = {"\" low\" 175,370",      "\" mid\" 175,343",      "\" high\" 175,318",
                               "\"  8.7 %\" 247,370",   "\"  4.3 %\" 247,343",   "\" 87.0 %\" 247,318",
                               "\" 12.5 min\" 353,370", "\"  6.2 min\" 353,343", "\"125.5 min\" 353,318"};
     for (std::size_t i = 0; i < std::size(expected); ++i)
         EXPECT_THAT(texts[i + 2], HasSubstr(expected[i]));
-    const auto none = Record({}, "text");
+    const auto none = LinesWith(DrawLevels({}), "text");
     ASSERT_EQ(none.size(), 11U);
     EXPECT_THAT(none[5], HasSubstr("\"  0.0 %\"")) << "nothing makes no hundred";
 }
 
 TEST_F(CircleTest, WithoutDataOrSurface) {
-    HDC record = CreateRecordingSurface(600, 400);
-    {
-        CCircleGraph graph(nullptr, nullptr, "CIRCLE", nullptr, nullptr, nullptr);
-        EXPECT_EQ(graph.Draw({0, 0, 600, 400}, nullptr), 201);
-        graph.Initialize(nullptr, record, nullptr, nullptr, nullptr);
-        graph.SetDirectOutput(1);
-        EXPECT_EQ(graph.DrawSeparate({0, 0, 600, 400}, nullptr), 0);
-        EXPECT_THAT(GetRecording(record), HasSubstr("text \"none\""));
-        graph.m_nModerateFrom = INT_MIN;
-        graph.m_nModerateTo = INT_MAX;
-        EXPECT_EQ(graph.SetData(nullptr), 0);
-        for (const CRect& area : {CRect(0, 0, 0, 0), CRect(5, 5, 2, 2), CRect(0, 0, 1, 900), CRect(0, 0, 900, 1)}) {
-            EXPECT_EQ(graph.Draw(area, nullptr), 0);
-            EXPECT_EQ(graph.DrawSeparate(area, nullptr), 0);
-        }
+    CCircleGraph graph(nullptr, nullptr, "OWN", nullptr, nullptr, nullptr);
+    EXPECT_EQ(graph.Draw({0, 0, 600, 400}, nullptr), 201);
+    graph.Initialize(nullptr, m_record, nullptr, nullptr, nullptr);
+    graph.SetDirectOutput(1);
+    EXPECT_EQ(graph.DrawSeparate({0, 0, 600, 400}, nullptr), 0);
+    EXPECT_THAT(GetRecording(m_record), HasSubstr("text \"none\""));
+    graph.m_nModerateFrom = INT_MIN;
+    graph.m_nModerateTo = INT_MAX;
+    EXPECT_EQ(graph.SetData(nullptr), 0);
+    for (const CRect& area : {CRect(0, 0, 0, 0), CRect(5, 5, 2, 2), CRect(0, 0, 1, 900), CRect(0, 0, 900, 1)}) {
+        EXPECT_EQ(graph.Draw(area, nullptr), 0);
+        EXPECT_EQ(graph.DrawSeparate(area, nullptr), 0);
     }
-    DeleteDC(record);
 }
 
 } // namespace

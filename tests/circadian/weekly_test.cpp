@@ -1,21 +1,11 @@
 #include <MelkarCommon/circadian/weekly_circadian.h>
 #include <MelkarCommon/circadian/weekly_file.h>
 #include <MelkarCommon/circadian/weekly_layout.h>
-#include <MelkarCommon/support/platform/drawing.h>
-#include <MelkarCommon/support/platform/surface.h>
-#include <support/temp_workdir.h>
-
-#include <gmock/gmock.h>
+#include <frame/host_fixture.h>
 
 #include <limits>
-#include <map>
-#include <sstream>
-#include <string>
-#include <vector>
 
 namespace {
-
-using testing::HasSubstr;
 
 TEST(WeeklyFile, Weekday) {
     const struct Case {
@@ -73,22 +63,10 @@ TEST(WeeklyLayout, DaysOnAPage) {
     EXPECT_EQ(days(-1, 2, 210), ".......");
 }
 
-/// Columns 0 to 785, each its own number unless `texts` says otherwise.
-std::string Line(const std::map<int, std::string>& texts) {
-    std::ostringstream line;
-    for (int column = 0; column <= 785; ++column) {
-        const auto text = texts.find(column);
-        line << (column ? "," : "") << (text == texts.end() ? std::to_string(column) : text->second);
-    }
-    line << "\n";
-    return line.str();
-}
-
 /// Writes down what it hands to its graphs.
 class Week : public CWeeklyCircadian {
 public:
-    Week() : Week(nullptr) {}
-    explicit Week(HDC dc) : CWeeklyCircadian(nullptr, dc, "DAY", nullptr, nullptr, nullptr) {}
+    using CWeeklyCircadian::CWeeklyCircadian;
     using CWeeklyCircadian::m_nFirstDay;
     using CWeeklyCircadian::m_strHeaderField1;
 
@@ -117,37 +95,21 @@ public:
     std::string lastDay;
 };
 
-class WeeklyTest : public testing::Test {
+class WeeklyTest : public HostTest {
 protected:
     WeeklyTest() { WriteProfile("0"); }
-    ~WeeklyTest() override { EXPECT_EQ(LiveObjectCount(), m_liveBefore); }
 
     void WriteProfile(const std::string& language) {
         m_files.Write("conf/graph.cnf",
-                      "[COMMON]\nLANG=" + language + "\nFONT=Fixed\nBASECOLOR_RGB=200,200,200\n[DAY]\n");
+                      "[COMMON]\nLANG=" + language + "\nFONT=Fixed\nBASECOLOR_RGB=200,200,200\n[OWN]\n");
     }
-
-    std::string File(const std::string& content) { return m_files.Write("bin/week.csv", content); }
-
-    TempWorkdir m_files;
-    std::size_t m_liveBefore = LiveObjectCount();
 };
 
 TEST_F(WeeklyTest, ScreenColumns) {
-    Week week;
-    const std::string line = Line({{1, "20260304"},
-                                   {15, "-1"},
-                                   {23, "30"},
-                                   {54, "0630"},
-                                   {57, ""},
-                                   {64, "9.0"},
-                                   {65, "9.01"},
-                                   {66, "-0.1"},
-                                   {67, "0.25"},
-                                   {68, "nan"},
-                                   {783, "8.5"},
-                                   {785, "2.5"}});
-    std::string file = File("skipped\n20260304,second\nskipped\n" + line);
+    auto week = Make<Week>();
+    const std::string line =
+        Row(786, "1=20260304 15=-1 23=30 54=0630 57= 64=9.0 65=9.01 66=-0.1 67=0.25 68=nan 783=8.5 785=2.5", "#");
+    std::string file = DataFile("skipped\n20260304,second\nskipped\n" + line);
     EXPECT_EQ(week.ReadDataFile(file.data()), 0);
     EXPECT_EQ(week.m_nFirstDay, 3);
     EXPECT_EQ(week.m_strHeaderField1, "second");
@@ -159,32 +121,22 @@ TEST_F(WeeklyTest, ScreenColumns) {
     EXPECT_THAT(m_files.Read("log/graph.log"), HasSubstr("CWeeklyCircadian::ReadDataFile"));
 
     WriteProfile("2");
-    Week other;
-    EXPECT_EQ(other.ReadDataFile(File("\n20260304\n\n0,short").data()), 0);
+    auto other = Make<Week>();
+    EXPECT_EQ(other.ReadDataFile(DataFile("\n20260304\n\n0,short").data()), 0);
     EXPECT_EQ(other.lastDay, "3.2-6.8 short 0 0 0 0 0 0 0 |0.000,0.000,0.000,0.000,0.000,0.000,0.000,0.000,0.000,|"
                              ",,,,,,,,,,|");
 }
 
 TEST_F(WeeklyTest, PrintColumns) {
-    Week week;
-    const std::string line = Line({{0, "20260304"},
-                                   {5, "-3"},
-                                   {6, "-0.5"},
-                                   {7, "12.50"},
-                                   {8, "45"},
-                                   {13, "x"},
-                                   {14, ""},
-                                   {24, "9.0"},
-                                   {25, "1.5"},
-                                   {743, "7"},
-                                   {785, "1e99"}});
-    EXPECT_EQ(week.ReadWeekDataFile(File("skipped\n20260304,second,2,3.5,6.5\n" + line).data(), 0), 3);
+    auto week = Make<Week>();
+    const std::string line = Row(786, "0=20260304 5=-3 6=-0.5 7=12.50 8=45 13=x 14= 24=9.0 25=1.5 743=7 785=1e99", "#");
+    EXPECT_EQ(week.ReadWeekDataFile(DataFile("skipped\n20260304,second,2,3.5,6.5\n" + line).data(), 0), 3);
     EXPECT_EQ(week.m_strHeaderField1, "second");
     EXPECT_EQ(week.lastDay, "3.5-6.5 20260304 1 2 3 4 3 744 3.40282e+38 |0,-0.5,12.50,45,9,10,11,12,x,|"
                             ",15,16,17,18,19,20,21,22,23,|0:9 1:1.5 719:7 ");
-    EXPECT_EQ(week.ReadWeekDataFile(File("\n20260304,,,0,\nshort").data(), 0), 3);
+    EXPECT_EQ(week.ReadWeekDataFile(DataFile("\n20260304,,,0,\nshort").data(), 0), 3);
     EXPECT_EQ(week.lastDay, "4-6 short 0 0 0 0 0 0 0 |,,,,,,,,,|,,,,,,,,,,|");
-    EXPECT_EQ(week.ReadWeekDataFile(File("\n20260304,,,0,7\nshort").data(), 0), 3);
+    EXPECT_EQ(week.ReadWeekDataFile(DataFile("\n20260304,,,0,7\nshort").data(), 0), 3);
     EXPECT_THAT(week.lastDay, HasSubstr("4-7 short"));
 }
 
@@ -205,13 +157,13 @@ TEST_F(WeeklyTest, ScreenFileEndsWithTheSunday) {
         {"what is behind them is another", "\n20260302\n\n" + std::string(4999, '1') + "\n", "12", 1},
     };
     for (const Case& c : cases) {
-        Week week;
+        auto week = Make<Week>();
         week.m_nFirstDay = 5;
-        EXPECT_EQ(week.ReadDataFile(File(c.content).data()), 0) << c.why;
+        EXPECT_EQ(week.ReadDataFile(DataFile(c.content).data()), 0) << c.why;
         EXPECT_EQ(week.weekdays, c.weekdays) << c.why;
         EXPECT_EQ(week.m_nFirstDay, c.firstDay) << c.why;
     }
-    Week week;
+    auto week = Make<Week>();
     char missing[] = "missing.csv";
     EXPECT_EQ(week.ReadDataFile(missing), 210);
     EXPECT_EQ(week.ReadWeekDataFile(missing, 0), 210);
@@ -252,21 +204,21 @@ TEST_F(WeeklyTest, PagesAndTheirCounters) {
         {"no date", "20261301", "0000000", 0, -1, ""},
     };
     for (const Case& c : cases) {
-        Week week;
-        EXPECT_EQ(week.ReadWeekDataFile(File(PrintFile(c.firstDate, c.statuses)).data(), c.page), c.result) << c.why;
+        auto week = Make<Week>();
+        EXPECT_EQ(week.ReadWeekDataFile(DataFile(PrintFile(c.firstDate, c.statuses)).data(), c.page), c.result)
+            << c.why;
         EXPECT_EQ(week.weekdays, c.weekdays) << c.why;
     }
-    Week week;
-    EXPECT_EQ(week.ReadWeekDataFile(File(PrintFile(kMonday, "") + std::string(5118, '1') + "\n").data(), 0), 1);
-    EXPECT_EQ(week.ReadWeekDataFile(File(PrintFile(kMonday, "") + std::string(5119, '1') + "\n").data(), 0), 2);
+    auto week = Make<Week>();
+    EXPECT_EQ(week.ReadWeekDataFile(DataFile(PrintFile(kMonday, "") + std::string(5118, '1') + "\n").data(), 0), 1);
+    EXPECT_EQ(week.ReadWeekDataFile(DataFile(PrintFile(kMonday, "") + std::string(5119, '1') + "\n").data(), 0), 2);
 }
 
 /// Fills of whole rows, as "top+height", white ones with a "w" before them.
 std::string Rows(HDC record, int width) {
-    std::istringstream text(GetRecording(record));
     std::string rows;
-    const std::string size = std::string(" ").append(std::to_string(width)).append("x");
-    for (std::string line; std::getline(text, line);) {
+    const std::string size = " " + std::to_string(width) + "x";
+    for (const std::string& line : LinesOf(GetRecording(record))) {
         const bool isWhite = line.ends_with("#FFFFFF");
         if (!line.starts_with("fill 0,") || line.find(size) == std::string::npos ||
             (!isWhite && !line.ends_with("#C8C8C8")))
@@ -279,65 +231,55 @@ std::string Rows(HDC record, int width) {
 }
 
 TEST_F(WeeklyTest, DrawsTheRowsOfItsDays) {
-    HDC record = CreateRecordingSurface(900, 705);
-    {
-        Week week(record);
-        for (CCircadianGraph& day : week.m_Day)
-            day.SetDirectOutput(1);
-        std::string file = File("\n20260306\n\n0,20260306\n0,20260307\n");
-        EXPECT_EQ(week.Draw({0, 0, 900, 705}, file.data()), 0);
-        EXPECT_EQ(Rows(record, 900), "0+100 100+101 201+101 ") << "the day behind the last line is drawn, too";
-        week.m_nRows = 0;
-        EXPECT_EQ(week.Draw({0, 3, 700, 5}, file.data()), 0);
-        EXPECT_EQ(week.m_nRows, 1);
-        EXPECT_EQ(Rows(record, 700), "3+2 ");
-        week.m_nRows = 7;
-        week.Draw({0, 0, 600, 4}, file.data());
-        EXPECT_EQ(Rows(record, 600), "0+1 ") << "rows of no height are left out";
-        char missing[] = "missing.csv";
-        EXPECT_EQ(week.Draw({0, 0, 500, 70}, missing), 0);
-        EXPECT_EQ(Rows(record, 500), "0+10 10+10 20+10 ");
-    }
-    DeleteDC(record);
+    auto week = Make<Week>();
+    for (CCircadianGraph& day : week.m_Day)
+        day.SetDirectOutput(1);
+    std::string file = DataFile("\n20260306\n\n0,20260306\n0,20260307\n");
+    EXPECT_EQ(week.Draw({0, 0, 900, 705}, file.data()), 0);
+    EXPECT_EQ(Rows(m_record, 900), "0+100 100+101 201+101 ") << "the day behind the last line is drawn, too";
+    week.m_nRows = 0;
+    EXPECT_EQ(week.Draw({0, 3, 700, 5}, file.data()), 0);
+    EXPECT_EQ(week.m_nRows, 1);
+    EXPECT_EQ(Rows(m_record, 700), "3+2 ");
+    week.m_nRows = 7;
+    week.Draw({0, 0, 600, 4}, file.data());
+    EXPECT_EQ(Rows(m_record, 600), "0+1 ") << "rows of no height are left out";
+    char missing[] = "missing.csv";
+    EXPECT_EQ(week.Draw({0, 0, 500, 70}, missing), 0);
+    EXPECT_EQ(Rows(m_record, 500), "0+10 10+10 20+10 ");
 }
 
 TEST_F(WeeklyTest, PrintsWeekdaysInTheirPlaces) {
-    HDC record = CreateRecordingSurface(900, 705);
-    {
-        Week week(record);
-        for (CCircadianGraph& day : week.m_Day)
-            day.SetDirectOutput(1);
-        std::string file = File(PrintFile("20260305", "0444"));
-        EXPECT_EQ(week.DrawWeek({0, 0, 900, 705}, file.data(), 0), 0);
-        EXPECT_EQ(Rows(record, 900), "w0+100 w100+101 w201+101 302+100 402+101 503+101 604+101 ");
-        EXPECT_EQ(week.DrawWeek({0, 0, 800, 70}, file.data(), -1), -1);
-        EXPECT_EQ(Rows(record, 800), "") << "nothing to print, nothing painted";
-        char missing[] = "missing.csv";
-        EXPECT_EQ(week.DrawWeek({0, 0, 700, 70}, missing, 3), 0);
-        EXPECT_EQ(Rows(record, 700), "0+10 10+10 20+10 30+10 40+10 50+10 w60+10 ");
-    }
-    DeleteDC(record);
+    auto week = Make<Week>();
+    for (CCircadianGraph& day : week.m_Day)
+        day.SetDirectOutput(1);
+    std::string file = DataFile(PrintFile("20260305", "0444"));
+    EXPECT_EQ(week.DrawWeek({0, 0, 900, 705}, file.data(), 0), 0);
+    EXPECT_EQ(Rows(m_record, 900), "w0+100 w100+101 w201+101 302+100 402+101 503+101 604+101 ");
+    EXPECT_EQ(week.DrawWeek({0, 0, 800, 70}, file.data(), -1), -1);
+    EXPECT_EQ(Rows(m_record, 800), "") << "nothing to print, nothing painted";
+    char missing[] = "missing.csv";
+    EXPECT_EQ(week.DrawWeek({0, 0, 700, 70}, missing, 3), 0);
+    EXPECT_EQ(Rows(m_record, 700), "0+10 10+10 20+10 30+10 40+10 50+10 w60+10 ");
 }
 
 TEST_F(WeeklyTest, GraphsTakeSurfacesAndCopyToTheRow) {
     HDC first = CreateRecordingSurface(900, 700);
     HDC second = CreateRecordingSurface(900, 700);
-    {
-        Week week;
-        EXPECT_EQ(week.GetGMemDC(), nullptr);
-        week.Initialize(nullptr, first, first, second, nullptr);
-        week.Initialize(nullptr, first, nullptr, nullptr, second);
-        EXPECT_EQ(week.GetGMemDC(), first);
-        EXPECT_EQ(week.GetGMemDCCir(), second);
-        EXPECT_EQ(week.GetGMemDCBalloon(), second);
-        std::string file = File("\n20260307\n\n0,20260307\n0,20260308\n");
-        week.Draw({10, 0, 910, 700}, file.data());
-        EXPECT_THAT(GetRecording(first), HasSubstr("copy 10,100 900x100"));
-        EXPECT_EQ(GetRecording(second), "");
-        week.Show2Dialog(1);
-        week.Draw({10, 0, 910, 700}, file.data());
-        EXPECT_THAT(GetRecording(second), HasSubstr("copy 10,0 900x100"));
-    }
+    auto week = Make<Week>();
+    EXPECT_EQ(week.GetGMemDC(), nullptr);
+    week.Initialize(nullptr, first, first, second, nullptr);
+    week.Initialize(nullptr, first, nullptr, nullptr, second);
+    EXPECT_EQ(week.GetGMemDC(), first);
+    EXPECT_EQ(week.GetGMemDCCir(), second);
+    EXPECT_EQ(week.GetGMemDCBalloon(), second);
+    std::string file = DataFile("\n20260307\n\n0,20260307\n0,20260308\n");
+    week.Draw({10, 0, 910, 700}, file.data());
+    EXPECT_THAT(GetRecording(first), HasSubstr("copy 10,100 900x100"));
+    EXPECT_EQ(GetRecording(second), "");
+    week.Show2Dialog(1);
+    week.Draw({10, 0, 910, 700}, file.data());
+    EXPECT_THAT(GetRecording(second), HasSubstr("copy 10,0 900x100"));
     DeleteDC(first);
     DeleteDC(second);
 }

@@ -1,13 +1,6 @@
 #include "panel_fixture.h"
 
-#include <gmock/gmock.h>
-
 namespace {
-
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::IsEmpty;
-using testing::SizeIs;
 
 class Panel : public PanelTest {
 protected:
@@ -15,11 +8,7 @@ protected:
     std::vector<std::string> Draw(std::string_view keys, CRect area = kPanel) {
         WriteProfile(keys);
         auto graph = Make<CGraphBase>();
-        char profile[] = "..\\conf\\graph.cnf";
-        graph.ReadIniFile(profile);
-        DeleteDC(m_record);
-        m_record = CreateRecordingSurface(600, 400);
-        graph.Initialize(nullptr, m_record, nullptr, nullptr, nullptr);
+        ReadProfile(graph);
         return DrawRecorded(graph, area);
     }
 };
@@ -29,9 +18,9 @@ TEST_F(Panel, TitleHasAHeightOrIsntThere) {
                                       "TITLE_LABEL_RGB=1,0,0\nTITLE_BK_RGB=2,0,0\n";
     const auto with = Draw(std::string(keys) + "TITLE_HEIGHT=31");
     // (110, 55) to (480, 86): 370 wide, the text 60 of it; (55 + 86) / 2 - 20 / 2.
-    EXPECT_THAT(with, testing::Contains("fill 110,55 370x31 #020000"));
+    EXPECT_THAT(with, Contains("fill 110,55 370x31 #020000"));
     ASSERT_THAT(LinesWith(with, "text"), SizeIs(1));
-    EXPECT_THAT(LinesWith(with, "text")[0], testing::StartsWith("text \"Weight\" 265,60 60x20"));
+    EXPECT_THAT(LinesWith(with, "text")[0], StartsWith("text \"Weight\" 265,60 60x20"));
     EXPECT_THAT(LinesWith(with, "text")[0], HasSubstr("bold"));
     EXPECT_THAT(LinesWith(with, "text")[0], HasSubstr("#010000"));
     EXPECT_THAT(LinesWith(Draw(keys), "text"), IsEmpty());
@@ -78,11 +67,11 @@ TEST_F(Panel, NotesShowOneRowForEachNumberedKey) {
         "NOTE_MARK_WIDTH=25\nNOTE_LABEL1=a\nNOTE_MARK_RGB1=1,0,0\nNOTE_LABEL2=b\nNOTE_LABEL4=d\n";
     const auto lines = Draw(std::string(keys) + "NOTE_SHOW=true\n");
     // The box is (400, 60) to (480, 160): two rows of 50; marks 5 units within cells of 25 x 50.
-    EXPECT_THAT(lines, testing::Contains("fill 400,60 80x100 #282828"));
-    EXPECT_THAT(lines, testing::Contains(testing::StartsWith("text \"a\" 425,75 10x20")));
-    EXPECT_THAT(lines, testing::Contains(testing::StartsWith("text \"b\" 425,125 10x20")));
+    EXPECT_THAT(lines, Contains("fill 400,60 80x100 #282828"));
+    EXPECT_THAT(lines, Contains(StartsWith("text \"a\" 425,75 10x20")));
+    EXPECT_THAT(lines, Contains(StartsWith("text \"b\" 425,125 10x20")));
     EXPECT_THAT(LinesWith(lines, "text"), SizeIs(2)) << "the row of the first missing number ends the walk";
-    EXPECT_THAT(lines, testing::Contains("fill 406,66 13x38 #010000")) << "within a frame of one unit";
+    EXPECT_THAT(lines, Contains("fill 406,66 13x38 #010000")) << "within a frame of one unit";
     EXPECT_THAT(LinesWith(Draw(keys), "text"), IsEmpty()) << "NOTE_SHOW is off";
 }
 
@@ -119,8 +108,7 @@ TEST_F(Panel, NonsenseEndsSoonAndDrawsWhatItCan) {
 TEST_F(Panel, NotesOutOfRangeAreEmptyAndStayOut) {
     Draw("NOTE_SHOW=true\nNOTE_LABEL1=a\nNOTE_MARK_RGB1=1,0,0\n");
     auto graph = Make<CGraphBase>();
-    char profile[] = "..\\conf\\graph.cnf";
-    graph.ReadIniFile(profile);
+    ReadProfile(graph);
     graph.SetNoteLabel(-1, "x");
     graph.SetNoteLabel(1, "x");
     graph.SetNoteLabel(0, "b");

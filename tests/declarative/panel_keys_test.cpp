@@ -127,7 +127,7 @@ protected:
     }
 
     void Profile(const std::string& keys) const {
-        m_files.Write("conf/graph.cnf", "[COMMON]\nFONT=Fixed\n[PANEL]\n" + keys);
+        m_files.Write("conf/graph.cnf", "[COMMON]\nFONT=Fixed\n[OWN]\n" + keys);
     }
 };
 
@@ -135,8 +135,7 @@ TEST_F(PanelKeys, EachKeyOfThePanelHasTheDefaultAndTheGateOfItsTable) {
     HoldEachKeyToItsTable(CGraphBase::ProfileKeys().keys, [this](const std::string& lines) {
         Profile(lines);
         auto panel = Make<SeenPanel>();
-        char profile[] = "..\\conf\\graph.cnf";
-        panel.ReadIniFile(profile);
+        ReadProfile(panel);
         return panel.State();
     });
 }
@@ -148,20 +147,19 @@ TEST_F(PanelKeys, SoHasEachKeyOfPiesAndTexts) {
     });
     HoldEachKeyToItsTable(CFixedText::ProfileKeys().keys, [this](const std::string& lines) {
         Profile(lines);
-        return SeenText(nullptr, m_record, "PANEL", "ADVICE", nullptr, nullptr, nullptr, 0, 0).State();
+        return SeenText(nullptr, m_record, "OWN", "ADVICE", nullptr, nullptr, nullptr, 0, 0).State();
     });
 }
 
 TEST_F(PanelKeys, AnotherKeysValueStandsInForAMissingOne) {
     Profile("BASE_RGB=1,2,3\nADVICE=x\n");
     auto panel = Make<SeenPanel>();
-    char profile[] = "..\\conf\\graph.cnf";
-    panel.ReadIniFile(profile);
+    ReadProfile(panel);
     EXPECT_EQ(panel.State().substr(0, 14), "197121 197121 ") << "the border takes the colour of the ground";
     panel.ResetBaseColor(5);
-    panel.ReadIniFile(profile);
+    ReadProfile(panel);
     EXPECT_EQ(panel.GetBaseColor(), 197121U) << "reading undoes what a host has set";
-    EXPECT_EQ(SeenText(nullptr, m_record, "PANEL", "ADVICE", nullptr, nullptr, nullptr, 0, 0).State(), "x Fixed20 0");
+    EXPECT_EQ(SeenText(nullptr, m_record, "OWN", "ADVICE", nullptr, nullptr, nullptr, 0, 0).State(), "x Fixed20 0");
 }
 
 } // namespace

@@ -4,17 +4,9 @@
 #include <MelkarCommon/declarative/fixed_text.h>
 #include <MelkarCommon/declarative/plot_graph.h>
 
-#include <gmock/gmock.h>
-
 #include <stdexcept>
 
 namespace {
-
-using testing::Contains;
-using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::SizeIs;
-using testing::StartsWith;
 
 class Plots : public PanelTest {
 protected:
@@ -27,7 +19,7 @@ protected:
         char none[] = "";
         graph.SetDirectOutput(1);
         EXPECT_EQ(graph.Draw(kPanel, none, none), 0);
-        return Recorded();
+        return LinesOf(GetRecording(m_record));
     }
 };
 
@@ -71,10 +63,7 @@ TEST_F(Plots, PointsFollowThePanelAndNoPointIsDrawnWithoutIt) {
     EXPECT_EQ(graph.Draw(kPanel, none, none), 201);
 }
 
-class CirclePanel : public PanelTest {
-protected:
-    std::vector<std::string> DrawPie(CCircleGraphBase& graph) { return DrawRecorded(graph); }
-};
+class CirclePanel : public PanelTest {};
 
 // The pie is (200, 100) to (400, 300), its middle (300, 200), its radius 100.
 TEST_F(CirclePanel, SlicesAndLabelsRunFromTheLastCounterClockwise) {
@@ -84,11 +73,11 @@ TEST_F(CirclePanel, SlicesAndLabelsRunFromTheLastCounterClockwise) {
     graph.SetValue(12.7F, 0);
     graph.SetValue(38.1F, 1);
     graph.SetValue(1, 2); // black: the row of colours ended at the missing third
-    const auto lines = DrawPie(graph);
+    const auto lines = DrawRecorded(graph);
     const auto slices = LinesWith(lines, "slice");
     ASSERT_THAT(slices, SizeIs(2)) << "the third is below the least share";
-    EXPECT_THAT(slices[0], testing::HasSubstr("#020000"));
-    EXPECT_THAT(slices[1], testing::HasSubstr("#010000"));
+    EXPECT_THAT(slices[0], HasSubstr("#020000"));
+    EXPECT_THAT(slices[1], HasSubstr("#010000"));
     const auto labels = LinesWith(lines, "text");
     ASSERT_THAT(labels, SizeIs(2));
     EXPECT_THAT(labels[0], StartsWith("text \"38min\"")) << "blanks around a value are dropped";
@@ -99,16 +88,16 @@ TEST_F(CirclePanel, SlicesAndLabelsRunFromTheLastCounterClockwise) {
 TEST_F(CirclePanel, OneSliceIsTheWholeDiscAndNothingDrawsNothing) {
     WriteProfile("GRAPH_VALUE_RGB1=1,0,0\nGRAPH_VALUE_FONT=20\n");
     auto graph = Make<CCircleGraphBase>(0.0F);
-    EXPECT_THAT(LinesWith(DrawPie(graph), "slice"), IsEmpty());
+    EXPECT_THAT(LinesWith(DrawRecorded(graph), "slice"), IsEmpty());
     graph.SetValue(5, 0);
-    const auto lines = DrawPie(graph);
+    const auto lines = DrawRecorded(graph);
     EXPECT_THAT(lines, Contains(StartsWith("ellipse 300,200 100x100 fill #010000")));
     // Straight below the middle: (300, 250), a box 66 x 40 about it, the text of 10 x 20 in its middle.
     EXPECT_THAT(lines, Contains(StartsWith("text \"5\" 295,240 10x20")));
     graph.ClearValue();
     graph.SetValue(1e30F, 0);
     graph.SetValue(1, 1);
-    EXPECT_THAT(LinesWith(DrawPie(graph), "slice"), SizeIs(testing::Le(2U)))
+    EXPECT_THAT(LinesWith(DrawRecorded(graph), "slice"), SizeIs(testing::Le(2U)))
         << "a slice thinner than a pixel is no whole disc";
 }
 
@@ -125,24 +114,20 @@ TEST_F(PanelTest, TextStandsWhereItsFormatSays) {
         {"a negative margin reaches out", 0, -10, 90},
     };
     for (const Case& c : cases) {
-        DeleteDC(m_record);
-        m_record = CreateRecordingSurface(600, 400);
-        CFixedText graph(nullptr, m_record, "PANEL", "ADVICE", nullptr, nullptr, nullptr, c.format, c.margin);
+        CFixedText graph(nullptr, m_record, "OWN", "ADVICE", nullptr, nullptr, nullptr, c.format, c.margin);
         const auto texts = LinesWith(DrawRecorded(graph), "text");
         ASSERT_THAT(texts, SizeIs(1)) << c.why;
         EXPECT_THAT(texts[0], StartsWith("text \"Walk more\" " + std::to_string(160 + c.margin) + "," +
                                          std::to_string(c.top) + " 90x20"))
             << c.why;
-        EXPECT_THAT(texts[0], testing::HasSubstr("#010000")) << c.why;
+        EXPECT_THAT(texts[0], HasSubstr("#010000")) << c.why;
     }
-    DeleteDC(m_record);
-    m_record = CreateRecordingSurface(600, 400);
-    CFixedText plain(nullptr, m_record, "PANEL", "PLAIN", nullptr, nullptr, nullptr, 0, 0);
+    CFixedText plain(nullptr, m_record, "OWN", "PLAIN", nullptr, nullptr, nullptr, 0, 0);
     EXPECT_THAT(DrawRecorded(plain), Contains(StartsWith("text \"x\" 160,100 10x20 \"Fixed")))
         << "size 20 and the panel's face unless keys say otherwise";
     char profile[] = "..\\conf\\graph.cnf";
     EXPECT_EQ(plain.ReadIniFile(profile, "NONE"), 0);
-    EXPECT_THAT(LinesWith(DrawRecorded(plain), "text \"x\""), SizeIs(1)) << "a missing key: an empty text, nothing new";
+    EXPECT_THAT(LinesWith(DrawRecorded(plain), "text \"x\""), IsEmpty()) << "a missing key: an empty text";
 }
 
 } // namespace

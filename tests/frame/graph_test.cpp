@@ -1,12 +1,8 @@
 #include <bars/chart_fixture.h>
 
-#include <gmock/gmock.h>
-
 #include <stdexcept>
 
 namespace {
-
-using testing::ElementsAre;
 
 /// The frame alone, with statuses from the test.
 class Frame : public CGraph {
@@ -60,8 +56,8 @@ TEST_F(FrameTest, Layout) {
     EXPECT_EQ(graph.m_rcCanvas, CRect(73, 75, 49, 19)) << "no margins below 50 and 20";
     graph.m_nTitleSpace = 4; // half a title more
     graph.m_Title.m_strText = std::string(300, 'x').c_str();
-    EXPECT_THAT(DrawRecorded(graph, "")[1], testing::HasSubstr("\" 102,51 6120x50 ")); // 255 characters of 24
-    EXPECT_EQ(graph.m_rcCanvas, CRect(173, 150, 1073, 501));                           // 524 - 474 / 20
+    EXPECT_THAT(DrawRecorded(graph, "")[1], HasSubstr("\" 102,51 6120x50 ")); // 255 characters of 24
+    EXPECT_EQ(graph.m_rcCanvas, CRect(173, 150, 1073, 501));                  // 524 - 474 / 20
     WriteProfile("TITLECOLOR_RGB=200,200,200\n");
     auto hidden = Make<Frame>();
     EXPECT_TRUE(LinesWith(DrawRecorded(hidden, ""), "text \"Steps\"").empty()) << "in the background's colour";
@@ -69,7 +65,7 @@ TEST_F(FrameTest, Layout) {
 }
 
 TEST_F(FrameTest, Failures) {
-    Frame graph(nullptr, nullptr, "STEPS", nullptr, nullptr, nullptr);
+    Frame graph(nullptr, nullptr, "OWN", nullptr, nullptr, nullptr);
     EXPECT_EQ(graph.Draw(kArea, nullptr), 201);
     EXPECT_EQ(graph.m_rcGraph, CRect()) << "nothing has changed";
     auto failing = Make<Frame>();
@@ -84,7 +80,7 @@ TEST_F(FrameTest, Failures) {
 TEST_F(FrameTest, Surfaces) {
     const HDC first = CreateRecordingSurface(1200, 600);
     const HDC second = CreateRecordingSurface(1200, 600);
-    Frame graph(nullptr, m_record, "STEPS", nullptr, nullptr, first);
+    Frame graph(nullptr, m_record, "OWN", nullptr, nullptr, first);
     graph.Initialize(nullptr, m_record, first, second, nullptr);
     graph.Initialize(nullptr, m_record, nullptr, nullptr, nullptr); // null keeps the former ones
     EXPECT_EQ(graph.GetGMemDCBalloon(), first);

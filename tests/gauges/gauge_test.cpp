@@ -3,12 +3,7 @@
 #include <MelkarCommon/gauges/bmi_graph_eng.h>
 #include <MelkarCommon/gauges/himand_graph.h>
 
-#include <gmock/gmock.h>
-
 namespace {
-
-using testing::HasSubstr;
-using testing::Not;
 
 constexpr std::string_view kProfile =
     "[COMMON]\nFONT=Fixed\nBASECOLOR_RGB=200,200,200\nCANVASCOLOR_RGB=250,250,250\nPENCOLOR_RGB=1,2,3\n"
@@ -101,9 +96,9 @@ TEST_F(Gauge, NextTextIsBlack) {
 }
 
 TEST_F(Gauge, ShowsWhereverItsPictureLands) {
-    CBMIGraph_Eng gauge(nullptr, m_surface, "OWN", m_surface, nullptr, nullptr);
+    CBMIGraph_Eng gauge(nullptr, m_record, "OWN", m_record, nullptr, nullptr);
     EXPECT_EQ(gauge.Draw({100, 50, 400, 90}, DataFile(File("50")).data()), 0);
-    const std::string record = GetRecording(m_surface);
+    const std::string record = GetRecording(m_record);
     EXPECT_THAT(record, HasSubstr("copy 100,50 300x40 from 0,0\n"));
     EXPECT_THAT(record, HasSubstr("text \"50\" 230,60 20x20 \"Fixed 16\" #FFFFFF\n"));
 }

@@ -2,16 +2,9 @@
 
 #include <MelkarCommon/quadrant/square_graph.h>
 
-#include <gmock/gmock.h>
-
 #include <algorithm>
-#include <climits>
-#include <map>
 
 namespace {
-
-using testing::HasSubstr;
-using testing::Not;
 
 constexpr std::string_view kProfile =
     "[COMMON]\nFONT=Fixed\nBASECOLOR_RGB=200,200,200\nCANVASCOLOR_RGB=250,250,250\nPENCOLOR_RGB=1,2,3\n"
@@ -21,15 +14,8 @@ constexpr std::string_view kProfile =
     "LEFTUPPERR_LABEL=aaaaaaaaaaaa bbbbbbbbbbbb\nRIHGTUPPER_LABEL=ru\nLEFTLOWER_LABEL=ll\nRIHGTLOWER_LABEL=rl\n"
     "VAXSLABEL=L__d__\nHAXSLABEL=steps\nVAXSSIZE=15\nLEFT_SPACE=000000\nRIGHT_SPACE=00000000\n";
 
-/// A line of fields: their numbers and texts; the rest stays empty.
-std::string Line(const std::map<int, std::string>& fields) {
-    std::string line;
-    for (int i = 0; i <= 26; ++i) {
-        const auto field = fields.find(i);
-        line += (i > 0 ? "," : "") + (field != fields.end() ? field->second : "");
-    }
-    return line + "\n";
-}
+/// The columns of a line that tell something.
+std::string Line(const std::string& columns) { return Row(27, columns); }
 
 class Open : public CSquareGraph {
 public:
@@ -76,38 +62,33 @@ protected:
 };
 
 TEST_F(SquareGraph, TargetsAndLevelOfTheHead) {
-    using Fields = std::map<int, std::string>;
     const struct Case {
-        const char* why;
-        Fields first, second, day;
-        const char *target1, *target2;
+        const char *why, *first, *second, *day, *target1, *target2;
     } cases[] = {
-        {"fixed in line 1", {{7, "80"}, {8, "2"}, {15, "1"}}, {{5, "x"}, {6, "y"}}, {{9, "d"}, {3, "e"}}, "80", "2"},
-        {"not marked as fixed: the day's", {{7, "80"}, {8, "2"}}, {{5, "x"}, {6, "y"}}, {{9, "d"}, {3, "e"}}, "d", "e"},
-        {"fixed in line 2", {{8, "2"}, {15, "1"}}, {{5, "x"}, {6, "y"}}, {{9, "d"}, {3, "e"}}, "x", "y"},
-        {"line 2 says no", {}, {{5, "x"}, {6, "y"}, {9, "0"}}, {{9, "d"}, {3, "e"}}, "d", "e"},
-        {"an empty first one isn't fixed", {}, {{6, "y"}}, {{9, "d"}, {3, "e"}}, "d", "e"},
-        {"no second one that day: line 2's", {}, {{6, "y"}, {9, "0"}}, {{9, "d"}, {3, "e"}, {26, "0"}}, "d", "y"},
+        {"fixed in line 1", "7=80 8=2 15=1", "5=x 6=y", "9=d 3=e", "80", "2"},
+        {"not marked as fixed: the day's", "7=80 8=2", "5=x 6=y", "9=d 3=e", "d", "e"},
+        {"fixed in line 2", "8=2 15=1", "5=x 6=y", "9=d 3=e", "x", "y"},
+        {"line 2 says no", "", "5=x 6=y 9=0", "9=d 3=e", "d", "e"},
+        {"an empty first one isn't fixed", "", "6=y", "9=d 3=e", "d", "e"},
+        {"no second one that day: line 2's", "", "6=y 9=0", "9=d 3=e 26=0", "d", "y"},
     };
     for (const Case& c : cases) {
         auto graph = Make<Open>();
-        EXPECT_EQ(Read(graph, Line(c.first) + Line(c.second) + "\n" + Line({{9, "former"}}) + Line(c.day)), 0);
+        EXPECT_EQ(Read(graph, Line(c.first) + Line(c.second) + "\n" + Line("9=former") + Line(c.day)), 0);
         EXPECT_EQ(graph.m_strTarget1, c.target1) << c.why;
         EXPECT_EQ(graph.m_strTarget2, c.target2) << c.why;
     }
     auto graph = Make<Open>();
-    Read(graph,
-         Line({{9, "brisk"}, {10, "4"}}) + Line({{20, "calm"}, {21, "2"}}) + Line({{1, "a"}, {2, "c"}, {4, "b"}}));
+    Read(graph, Line("9=brisk 10=4") + Line("20=calm 21=2") + Line("1=a 2=c 4=b"));
     EXPECT_EQ(graph.m_strLevelName + graph.m_strAverage1 + graph.m_strAverage2 + graph.m_strAverage3, "briskabc");
     EXPECT_EQ(graph.m_nLevel, 4);
-    Read(graph, Line({{10, "4"}}) + Line({{20, "calm"}, {21, "2"}}));
+    Read(graph, Line("10=4") + Line("20=calm 21=2"));
     EXPECT_EQ(graph.m_strLevelName, "calm");
     EXPECT_EQ(graph.m_nLevel, 2);
 }
 
 TEST_F(SquareGraph, DaysAndTheirLevels) {
-    const std::map<int, std::string> day = {{0, "1"},   {5, "5000"}, {11, "190"}, {14, "150"}, {15, "15"},
-                                            {16, "-5"}, {22, "30"},  {23, "7"},   {24, "150"}};
+    const std::string day = Line("0=1 5=5000 11=190 14=150 15=15 16=-5 22=30 23=7 24=150");
     const struct Case {
         const char *why, *level, *sum;
     } cases[] = {
@@ -121,7 +102,7 @@ TEST_F(SquareGraph, DaysAndTheirLevels) {
     auto graph = Make<Open>();
     for (const Case& c : cases) {
         graph.m_nLeftUpperCount = 5;
-        Read(graph, Line({{9, "name"}, {10, c.level}}) + "\n\n" + Line(day));
+        Read(graph, Line(std::string("9=name 10=") + c.level) + "\n\n" + day);
         EXPECT_EQ(graph.m_saDayLevelSum.GetAt(0), c.sum) << c.why;
         EXPECT_EQ(graph.m_nLeftUpperCount, 0);
     }
@@ -142,7 +123,7 @@ TEST_F(SquareGraph, DaysAndTheirLevels) {
 // and 626 - 160; figures, captions and entries are 12 x 25 a character.
 TEST_F(SquareGraph, WhatOneSees) {
     auto graph = Make<Plotted>();
-    const std::string record = Record(graph, Line({{9, "n"}, {10, "4"}}) + "\n\n" + Line({{0, "0"}}), kArea);
+    const std::string record = Record(graph, Line("9=n 10=4") + "\n\n" + Line("0=0"), kArea);
     EXPECT_EQ(graph.m_rcCanvas, CRect(172, 226, 572, 626));
     std::size_t at = 0;
     for (const char* line : {
@@ -184,12 +165,12 @@ TEST_F(SquareGraph, WhatOneSees) {
     }
     EXPECT_EQ(graph.inside, 0) << "edges count as inside";
     EXPECT_EQ(graph.outside, -2);
-    EXPECT_THAT(Record(graph, Line({{9, "n"}, {10, "6"}}) + "\n\n" + Line({{0, "0"}}), kArea), HasSubstr("\"L4\""))
+    EXPECT_THAT(Record(graph, Line("9=n 10=6") + "\n\n" + Line("0=0"), kArea), HasSubstr("\"L4\""))
         << "the level is put into the caption once and for all";
 }
 
 TEST_F(SquareGraph, WhatIsLeftOut) {
-    const std::string day = "\n\n\n" + Line({{0, "0"}});
+    const std::string day = "\n\n\n" + Line("0=0");
     auto graph = Make<Plotted>();
     graph.counted = 0;
     const std::string empty = Record(graph, day, kArea);
@@ -199,14 +180,14 @@ TEST_F(SquareGraph, WhatIsLeftOut) {
     EXPECT_THAT(Record(graph, day, kArea), Not(HasSubstr("line 582,608")));
     graph.vMid = 0;
     EXPECT_THAT(Record(graph, day, kArea), Not(HasSubstr("fill 172,626"))) << "lower quadrants without height";
-    const std::string message = Record(graph, "\n\n\n" + Line({{0, "4"}}), kArea);
+    const std::string message = Record(graph, "\n\n\n" + Line("0=4"), kArea);
     EXPECT_THAT(message, HasSubstr("text \"no records\""));
     EXPECT_THAT(message, Not(HasSubstr("fill 172,226")));
-    EXPECT_THAT(Record(graph, "\n\n\n" + Line({{0, "3"}}), kArea), HasSubstr("text \"no data\""));
+    EXPECT_THAT(Record(graph, "\n\n\n" + Line("0=3"), kArea), HasSubstr("text \"no data\""));
 }
 
 TEST_F(SquareGraph, NonsenseDrawsWhatItCanAndEnds) {
-    const std::string day = "\n\n\n" + Line({{0, "0"}});
+    const std::string day = "\n\n\n" + Line("0=0");
     auto bare = Make<Open>();
     EXPECT_THAT(Record(bare, day, kArea), HasSubstr("fill 172,226 200x200 #010000\n")) << "no scale: halves";
     for (const int step : {0, -1, 1, INT_MIN}) {

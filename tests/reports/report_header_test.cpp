@@ -1,19 +1,10 @@
 #include <MelkarCommon/reports/circadian_graph_header.h>
 #include <MelkarCommon/reports/graph_header.h>
-#include <MelkarCommon/support/platform/drawing.h>
-#include <MelkarCommon/support/platform/surface.h>
-#include <support/temp_workdir.h>
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include <frame/host_fixture.h>
 
 #include <regex>
-#include <sstream>
 
 using namespace melkar;
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::Not;
 
 namespace {
 
@@ -62,7 +53,7 @@ TEST(TextSlot, CutsBetweenCharacters) {
     EXPECT_STREQ(slot, "100%n %s");
 }
 
-class ReportHeader : public testing::Test {
+class ReportHeader : public HostTest {
 protected:
     ReportHeader() {
         m_files.Write("conf/graph.cnf",
@@ -72,16 +63,8 @@ protected:
                       "SEX_LABEL=Sex\nDATE_LABEL=Date\nHEADER_SIZE=15\nPERSON_UNIT=-san\nAGE_UNIT=y\n");
         m_files.Write("conf/config.cnf", "[SYSTEM]\nSHORT=%Y|%m|%d\n");
     }
-    ~ReportHeader() override {
-        DeleteDC(m_record);
-        EXPECT_EQ(LiveObjectCount(), m_liveBefore);
-    }
 
     CString File(std::string_view rows) const { return m_files.Write("bin/head.csv", rows).c_str(); }
-
-    TempWorkdir m_files;
-    std::size_t m_liveBefore = LiveObjectCount();
-    HDC m_record = CreateRecordingSurface(800, 500);
 };
 
 TEST_F(ReportHeader, EachFieldHasItsSlot) {

@@ -1,15 +1,8 @@
 #include <MelkarCommon/reports/report.h>
 #include <MelkarCommon/reports/report_layout.h>
-#include <MelkarCommon/support/platform/drawing.h>
-#include <MelkarCommon/support/platform/surface.h>
-#include <support/temp_workdir.h>
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include <frame/host_fixture.h>
 #include <optional>
 #include <thread>
-
-using testing::HasSubstr;
 
 namespace {
 
@@ -41,17 +34,14 @@ private:
     }
 };
 
-class Report : public testing::Test {
+class Report : public HostTest {
 protected:
     Report() { m_files.Write("conf/graph.cnf", "[REPORT_1]\nVERSION=1.02\n"); }
-    ~Report() override { EXPECT_EQ(LiveObjectCount(), m_liveBefore); }
     std::string Info() const {
         EXPECT_EQ(std::system("pdfinfo ../out.pdf > ../info"), 0);
         return m_files.Read("info");
     }
 
-    TempWorkdir m_files;
-    std::size_t m_liveBefore = LiveObjectCount();
     std::string m_out = m_files.Path("out.pdf");
 };
 
@@ -104,12 +94,13 @@ TEST_F(Report, PagesEndAndSoDoesTheDocument) {
 }
 
 TEST_F(Report, LastCopyFreesTheSurface) {
+    const std::size_t before = LiveObjectCount();
     std::optional<TestReport> report(m_out);
     CReport copy(*report);
     TestReport other(m_files.Path("other.pdf"));
-    EXPECT_EQ(LiveObjectCount(), m_liveBefore + 2);
+    EXPECT_EQ(LiveObjectCount(), before + 2);
     static_cast<CReport&>(other) = copy;
-    EXPECT_EQ(LiveObjectCount(), m_liveBefore + 1);
+    EXPECT_EQ(LiveObjectCount(), before + 1);
     EXPECT_GT(report->DocStart(), 0);
     report->PageStart();
     report.reset();

@@ -5,7 +5,6 @@
 #include <MelkarCommon/bars/step_graph.h>
 #include <MelkarCommon/gauges/bmi_graph_eng.h>
 #include <MelkarCommon/gauges/himand_graph.h>
-#include <MelkarCommon/support/platform/desktop.h>
 #include <MelkarCommon/support/platform/drawing.h>
 #include <MelkarCommon/support/platform/surface.h>
 #include <MelkarCommon/support/scoped.h>
@@ -17,11 +16,19 @@
 
 namespace {
 
-constexpr int kChartHeight = 230; // at least: its scale is readable then
-constexpr int kSheetHeight = 230;
-constexpr int kLineHeight = 20; // of what the report writes itself; units, 96 an inch
-constexpr int kTextSize = 9;    // points
+// Units, 96 an inch.
+constexpr int kMargin = 48;
 constexpr int kGap = 16;
+constexpr int kLineHeight = 20;  // of what the report writes itself
+constexpr int kGaugeWidth = 320; // at most; the gauges' own sizes
+constexpr int kBmiHeight = 36;
+constexpr int kDiscHeight = 90;
+constexpr int kChartHeight = 272; // at least: the figures of its scale don't touch
+constexpr int kSheetHeight = 180; // at least: the same
+constexpr int kFigureHeight = 18; // a line of the summary
+constexpr int kSummaryHeight = 4 * kFigureHeight + kGap / 2 + kLineHeight + kBmiHeight;
+
+constexpr int kTextSize = 9; // points
 constexpr int kPointsPerInch = 72;
 constexpr COLORREF kInk = RGB(38, 50, 66);
 
@@ -53,65 +60,53 @@ constexpr Chart kCharts[] = {
     {"EXPENDITURE", "expenditure-month.csv", ShowOn<CExpenditureGraph>},
     {"SIMULATION", "simulation-plan.csv", ShowOn<CSimulation>},
 };
-constexpr int kChartCount = static_cast<int>(std::size(kCharts));
 
-// How many boxes at least `least` high stand below each other.
-int RowsOf(const CRect& area, int least) { return std::max(1, (area.Height() + kGap) / (least + kGap)); }
-
-CRect RowOf(const CRect& area, int rows, int row) {
-    const int pitch = (area.Height() + kGap) / rows;
-    return {area.left, area.top + row * pitch, area.right, area.top + (row + 1) * pitch - kGap};
+// "Steps, average: 7402 steps" of the reader's " 7402 Steps ", whose words are English: the unit is the profile's.
+CString FigureLine(const TextSlot& label, const TextSlot& figure, const CString& unit) {
+    const std::string text(figure);
+    const auto from = std::min(text.find_first_not_of(' '), text.size());
+    const std::string number = text.substr(from, text.find(' ', from) - from);
+    return CString(label) + " " + number.c_str() + " " + unit;
 }
 
-// Sheets choose the size of their summary by the width of the desktop when they are made: here that is the page.
-class PageAsDesktop {
-public:
-    explicit PageAsDesktop(const CRect& page) {
-        SystemParametersInfoA(SPI_GETWORKAREA, 0, &m_former, 0);
-        SetWorkArea(page);
-    }
-    ~PageAsDesktop() { SetWorkArea(m_former); }
-    PageAsDesktop(const PageAsDesktop&) = delete;
-    PageAsDesktop& operator=(const PageAsDesktop&) = delete;
-
-private:
-    RECT m_former{};
-};
+// Boxes in their order on the pages.
+constexpr int kSummaryBox = 0;
+constexpr int kFirstChart = 1;
+constexpr int kFirstSheet = kFirstChart + static_cast<int>(std::size(kCharts));
 
 } // namespace
 
 CMonthReport::CMonthReport(char* printer, int paper, int orientation, char* section, const char* dataDirectory,
                            const char* headerFile)
     : CReport(printer, paper, orientation, section, nullptr, nullptr, nullptr, dataDirectory, headerFile, ""),
-      m_header(section), m_weekFile(DataFile("week-print.csv")),
+      m_header(section), m_sheets(std::make_unique<CPaperSheets>(m_hPrnDC, "WEEK", DataFile("week-print.csv"))),
       m_pageLabel(m_Ini.ReadString("", section, "PAGE_LABEL", "")),
       m_obesityLabel(m_Ini.ReadString("", section, "OBESITY_LABEL", "")) {
-    const PageAsDesktop narrow(m_rcPage);
-    m_weeks = std::make_unique<CPrintedWeeks>(nullptr, m_hPrnDC, "WEEK", m_hPrnDC, m_hPrnDC, m_hPrnDC);
-    for (CCircadianGraph& day : m_weeks->m_Day)
-        day.SetDirectOutput(1);
-    m_sheets = m_weeks->Sheets(m_weekFile.data());
     CMonthReport::CalcRects();
+    LayOutBoxes();
 }
 
+// The cells of the heading block tell how high it is.
 int CMonthReport::CalcRects() {
-    const int width = m_rcPage.Width();
-    const int height = m_rcPage.Height();
-    const int margin = width / 14;
-    m_rcHeader = CRect(margin, height * 5 / 100, width - margin, height * 21 / 100);
-    m_rcGraphs = CRect(margin, height * 23 / 100, width - margin, height * 76 / 100);
-    m_rcFooter = CRect(margin, height * 78 / 100, width - margin, height * 94 / 100);
+    const CRect room(kMargin, kMargin, m_rcPage.right - kMargin, m_rcPage.bottom - kMargin);
+    m_header.CalcRect(m_hPrnDC, room, m_strHeaderFile);
+    m_rcHeader = room;
+    m_rcHeader.bottom = m_header.m_rcCells[melkar::A3].bottom;
+    m_rcFooter = room;
+    m_rcFooter.top = room.bottom - kLineHeight;
+    m_rcGraphs = CRect(room.left, m_rcHeader.bottom + kGap, room.right, m_rcFooter.top - kGap / 2);
     return 0;
 }
 
-int CMonthReport::ChartPages() const {
-    const int rows = RowsOf(m_rcGraphs, kChartHeight);
-    return (kChartCount + rows - 1) / rows;
+void CMonthReport::LayOutBoxes() {
+    std::vector<FlowBox> boxes = {{kSummaryHeight, false}};
+    boxes.insert(boxes.end(), std::size(kCharts), {kChartHeight, true});
+    boxes.insert(boxes.end(), static_cast<std::size_t>(m_sheets->Count()), {kSheetHeight, true});
+    m_places = FlowOverPages(boxes, m_rcGraphs.Height(), kGap);
+    m_pages = m_places.back().page + 1;
 }
 
 int CMonthReport::Print() {
-    const int rows = RowsOf(SheetArea(), kSheetHeight);
-    m_pages = ChartPages() + (static_cast<int>(m_sheets.size()) + rows - 1) / rows;
     if (DocStart() <= 0)
         return 0;
     for (m_page = 0; m_page < m_pages; ++m_page) {
@@ -122,95 +117,70 @@ int CMonthReport::Print() {
     return DocEnd() > 0 ? m_pages : 0;
 }
 
-// The cells are laid out first: they tell how high the frame has to be. The date of printing is the base class's.
+// The date of printing is the base class's.
 int CMonthReport::DrawHeader() {
-    m_header.CalcRect(m_hPrnDC, m_rcHeader, m_strHeaderFile);
-    CRect block = m_rcHeader;
-    block.bottom = m_header.m_rcCells[melkar::A3].bottom;
-    m_header.CReportHeader::Draw(m_hPrnDC, block, m_strHeaderFile);
-    m_header.Draw(m_hPrnDC, block, m_strHeaderFile);
-    if (m_page < ChartPages())
-        DrawPeriod(block.bottom + kGap);
+    m_header.CReportHeader::Draw(m_hPrnDC, m_rcHeader, m_strHeaderFile);
+    m_header.Draw(m_hPrnDC, m_rcHeader, m_strHeaderFile);
     return 0;
-}
-
-// What the heading block reads and leaves to the report: the period and its figures.
-void CMonthReport::DrawPeriod(int top) {
-    const CString rows[] = {
-        CString(m_header.m_szDuringLabel) + m_header.m_szDuring,
-        CString(m_header.m_szEffectiveDaysLabel) + m_header.m_szEffectiveDays,
-        CString(m_header.m_szAveStepLabel) + m_header.m_szAveStep,
-        CString(m_header.m_szAveTotalCalLabel) + m_header.m_szAveTotalCal,
-    };
-    const int middle = (m_rcHeader.left + m_rcHeader.right) / 2;
-    for (int i = 0; i < 4; ++i) {
-        const int left = i % 2 == 0 ? m_rcHeader.left : middle;
-        const int y = top + i / 2 * kLineHeight;
-        Write(CRect(left, y, left + middle - m_rcHeader.left, y + kLineHeight), rows[i], kTextSize, DT_LEFT);
-    }
 }
 
 int CMonthReport::DrawGraphs() {
-    if (m_page < ChartPages())
-        DrawCharts();
-    else
-        DrawSheets();
+    const auto isBefore = [](const FlowPlace& place, int page) { return place.page < page; };
+    auto place = std::lower_bound(m_places.begin(), m_places.end(), m_page, isBefore);
+    for (; place != m_places.end() && place->page == m_page; ++place) {
+        const CRect area(m_rcGraphs.left, m_rcGraphs.top + place->top, m_rcGraphs.right,
+                         m_rcGraphs.top + place->bottom);
+        DrawBox(static_cast<int>(place - m_places.begin()), area);
+    }
     return 0;
 }
 
-void CMonthReport::DrawCharts() {
-    const int most = RowsOf(m_rcGraphs, kChartHeight);
-    const int first = m_page * most;
-    const int rows = std::min(most, kChartCount - first);
-    for (int row = 0; row < rows; ++row) {
-        const Chart& chart = kCharts[first + row];
-        chart.show(m_hPrnDC, chart.section, RowOf(m_rcGraphs, rows, row), DataFile(chart.file));
+void CMonthReport::DrawBox(int box, const CRect& area) {
+    if (box == kSummaryBox)
+        return DrawSummary(area);
+    if (box >= kFirstSheet)
+        return m_sheets->DrawSheet(area, box - kFirstSheet);
+    const Chart& chart = kCharts[box - kFirstChart];
+    chart.show(m_hPrnDC, chart.section, area, DataFile(chart.file));
+}
+
+int CMonthReport::DrawFooter() {
+    CString number;
+    number.Format("%d / %d", m_page + 1, m_pages);
+    Write(m_rcFooter, m_pageLabel + " " + number, DT_RIGHT);
+    return 0;
+}
+
+// Figures and body mass index at the left, the degree of obesity at the right.
+void CMonthReport::DrawSummary(const CRect& area) {
+    const int width = std::min(kGaugeWidth, (area.Width() - kGap) / 2);
+    const CRect bmi(area.left, area.bottom - kBmiHeight, area.left + width, area.bottom);
+    DrawFigures(CRect(area.left, area.top, bmi.right, bmi.top - kLineHeight));
+    Write(CRect(bmi.left, bmi.top - kLineHeight, bmi.right, bmi.top), CString(m_header.m_szBmiLabel), DT_LEFT);
+    OnPage<CBMIGraph_Eng>(m_hPrnDC, "BMI").Show(bmi, DataFile("bmi.csv"));
+
+    const CRect disc(area.right - width, area.bottom - kDiscHeight, area.right, area.bottom);
+    Write(CRect(disc.left, disc.top - kLineHeight, disc.right, disc.top), m_obesityLabel, DT_LEFT);
+    OnPage<CHimandGraph>(m_hPrnDC, "HIMAND").Show(disc, DataFile("himand.csv"));
+}
+
+// What the heading block reads and leaves to the report.
+void CMonthReport::DrawFigures(const CRect& area) {
+    const CString lines[] = {
+        CString(m_header.m_szDuringLabel) + m_header.m_szDuring,
+        FigureLine(m_header.m_szEffectiveDaysLabel, m_header.m_szEffectiveDays, ""),
+        FigureLine(m_header.m_szAveStepLabel, m_header.m_szAveStep, m_header.m_strStepUnit),
+        FigureLine(m_header.m_szAveTotalCalLabel, m_header.m_szAveTotalCal, m_header.m_strCalUnit),
+    };
+    CRect line(area.left, area.top, area.right, area.top + kFigureHeight);
+    for (const CString& text : lines) {
+        Write(line, text, DT_LEFT);
+        line.OffsetRect(0, kFigureHeight);
     }
 }
 
-// Sheets take all the room from below the heading, whose rows are some 18 units high, to the page number.
-CRect CMonthReport::SheetArea() const {
-    constexpr int kHeading = 90;
-    return {m_rcHeader.left, m_rcHeader.top + kHeading, m_rcFooter.right, m_rcFooter.bottom};
-}
-
-void CMonthReport::DrawSheets() {
-    const CRect area = SheetArea();
-    const int rows = RowsOf(area, kSheetHeight);
-    const std::size_t first = static_cast<std::size_t>(m_page - ChartPages()) * static_cast<std::size_t>(rows);
-    for (int row = 0; row < rows && first + row < m_sheets.size(); ++row)
-        m_weeks->DrawSheet(RowOf(area, rows, row), m_weekFile.data(), m_sheets[first + row]);
-}
-
-// The number stands in the margin below the band.
-int CMonthReport::DrawFooter() {
-    if (m_page == 0)
-        DrawGauges();
-    CString number;
-    number.Format("%d / %d", m_page + 1, m_pages);
-    const CRect line(m_rcFooter.left, m_rcFooter.bottom, m_rcFooter.right, m_rcFooter.bottom + kLineHeight);
-    Write(line, m_pageLabel + " " + number, kTextSize, DT_RIGHT);
-    return 0;
-}
-
-void CMonthReport::DrawGauges() {
-    constexpr int kWidth = 280;
-    constexpr int kBarHeight = 36;
-    constexpr int kDiscHeight = 90;
-    const int top = m_rcFooter.top;
-    const int below = top + kLineHeight;
-    const int right = m_rcFooter.right - kWidth;
-    Write(CRect(m_rcFooter.left, top, m_rcFooter.left + kWidth, below), CString(m_header.m_szBmiLabel), kTextSize,
-          DT_LEFT);
-    OnPage<CBMIGraph_Eng>(m_hPrnDC, "BMI")
-        .Show(CRect(m_rcFooter.left, below, m_rcFooter.left + kWidth, below + kBarHeight), DataFile("bmi.csv"));
-    Write(CRect(right, top, m_rcFooter.right, below), m_obesityLabel, kTextSize, DT_LEFT);
-    OnPage<CHimandGraph>(m_hPrnDC, "HIMAND")
-        .Show(CRect(right, below, m_rcFooter.right, below + kDiscHeight), DataFile("himand.csv"));
-}
-
-void CMonthReport::Write(CRect box, const CString& text, int size, unsigned format) const {
-    const int height = size * GetDeviceCaps(m_hPrnDC, LOGPIXELSY) / kPointsPerInch;
+void CMonthReport::Write(CRect box, const CString& text, unsigned format) const {
+    const int height = kTextSize * GetDeviceCaps(m_hPrnDC, LOGPIXELSY) / kPointsPerInch;
     const melkar::ScopedFont font(m_hPrnDC,
                                   CreateFontA(-height, 0, 0, 0, FW_NORMAL, 0, 0, 0, static_cast<DWORD>(m_nCharset), 0,
                                               0, PROOF_QUALITY, 0, m_strFont));

@@ -1,6 +1,7 @@
 #pragma once
 
-#include "printed_weeks.h"
+#include "page_flow.h"
+#include "paper_sheets.h"
 
 #include <MelkarCommon/reports/graph_header.h>
 #include <MelkarCommon/reports/report.h>
@@ -9,12 +10,20 @@
 #include <string>
 #include <vector>
 
-// What a host writes to print a report: the pages of a person's month. `CReport` opens the printer and divides a page
-// into three bands; what stands in them is decided here, by the number of the page.
+// The heading block; the report takes its units, too.
+class CMonthHeader : public CGraphHeader {
+public:
+    using CGraphHeader::CGraphHeader;
+    using CReportHeader::m_strCalUnit;
+    using CReportHeader::m_strStepUnit;
+};
+
+// What a host writes to print a report: the pages of a person's month. `CReport` opens the printer and runs the pages;
+// what stands on them is decided here.
 //
-//   first        heading, charts of the month (as many as the page is high for), gauges
-//   then         heading, the charts that are left
-//   at the end   heading, the sheets of the days
+//   header   the heading block, on every page
+//   graphs   boxes that flow over the pages: the figures of the month with the gauges, the charts, the sheets of days
+//   footer   the number of the page
 //
 // The data files lie in one directory, under the names that the .cpp lists. A file that isn't there is looked for in
 // the directory above, where files without words are for all languages.
@@ -26,7 +35,7 @@ public:
     // Prints all pages. Returns how many; 0 if the printer didn't take them: then the log says why.
     int Print();
 
-    // Wider bands than the library's: a chart of a month needs the room.
+    // Other bands than the library's: an even margin, the rest for the boxes.
     int CalcRects() override;
     int DrawHeader() override;
     int DrawGraphs() override;
@@ -34,20 +43,17 @@ public:
 
 private:
     std::string DataFile(const char* name) const;
-    CRect SheetArea() const;
-    int ChartPages() const;
-    void DrawPeriod(int top);
-    void DrawCharts();
-    void DrawSheets();
-    void DrawGauges();
-    void Write(CRect box, const CString& text, int size, unsigned format) const;
+    void LayOutBoxes();
+    void DrawBox(int box, const CRect& area);
+    void DrawSummary(const CRect& area);
+    void DrawFigures(const CRect& area);
+    void Write(CRect box, const CString& text, unsigned format) const;
 
-    CGraphHeader m_header;
-    std::unique_ptr<CPrintedWeeks> m_weeks;
-    std::string m_weekFile;
-    std::vector<CPrintedWeeks::Sheet> m_sheets;
+    CMonthHeader m_header;
+    std::unique_ptr<CPaperSheets> m_sheets;
     CString m_pageLabel;
     CString m_obesityLabel;
-    int m_page = 0; // from 0
+    std::vector<FlowPlace> m_places; // of the boxes, in the graphs band
+    int m_page = 0;                  // from 0
     int m_pages = 0;
 };

@@ -126,7 +126,7 @@ expect_report() {
 }
 expect_report "a report"            0 '^[0-9]+ pages$' --printer r.pdf
 pdftotext -layout r.pdf r.txt
-for word in 'Dr. Ann Weaver' '168 cm' 'Steps per day' 'Weight plan' '14248 steps' 'Page 2 / '; do
+for word in 'Dr. Ann Weaver' '179 cm' 'Steps per day' 'Weight plan' '14248 steps' 'Page 2 / '; do
     grep -q "$word" r.txt || fail "a report" "it lacks: $word"
 done
 expect_report "no such printer"     1 '^melkar: nothing was printed' --printer nowhere/r.pdf

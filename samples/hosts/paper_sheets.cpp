@@ -1,0 +1,71 @@
+#include "paper_sheets.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+constexpr int kDaysOfWeek = 7; // a line behind them ends the week
+constexpr int kDaysAtHand = 256;
+
+// Points.
+constexpr int kDateSize = 10;
+constexpr int kTextSize = 8;
+constexpr int kMessageSize = 20;
+
+} // namespace
+
+CPaperDay::CPaperDay(HDC page, const char* section) : CCircadianGraph(nullptr, page, section, page, page, page) {
+    SetDirectOutput(1);
+    m_nDateFontSize = kDateSize;
+    m_nClassFontSize = m_nAxisFontSize = m_nSummaryFontSize = kTextSize;
+    m_nMessageSize = kMessageSize;
+}
+
+// The library begins a twentieth of the panel below its top, across the first line of the scale.
+void CPaperDay::WriteMessage() {
+    const CRect panel = m_rcLeft;
+    m_rcLeft.OffsetRect(0, -panel.Height() / 20);
+    CCircadianGraph::WriteMessage();
+    m_rcLeft = panel;
+}
+
+CPaperSheets::CPaperSheets(HDC page, const char* section, std::string file)
+    : CWeeklyCircadian(nullptr, page, section, page, page, page), m_sheet(page, section), m_file(std::move(file)) {
+    ReadFrom(0);
+}
+
+// Another page than the last one asked for would end the reading early.
+void CPaperSheets::ReadFrom(int sheet) {
+    m_first = sheet;
+    m_count = 0;
+    m_days.clear();
+    ReadWeekDataFile(m_file.data(), INT_MAX);
+}
+
+long CPaperSheets::SetDayData(int day, double from, double to, CString date, int status, int steps, int actCal,
+                              int totalCal, double time, CStringArray* events, CStringArray* levels, double* intensity,
+                              int toroken, float exercise) {
+    if (day > kDaysOfWeek)
+        return 0;
+    if (m_count >= m_first && m_count - m_first < kDaysAtHand) {
+        Day& kept = m_days.emplace_back(Day{
+            from, to, std::move(date), status, steps, actCal, totalCal, time, *events, *levels, {}, toroken, exercise});
+        std::copy_n(intensity, kept.intensity.size(), kept.intensity.begin());
+    }
+    ++m_count;
+    return 0;
+}
+
+void CPaperSheets::DrawSheet(const CRect& area, int sheet) {
+    if (sheet < m_first || sheet >= m_first + static_cast<int>(m_days.size()))
+        ReadFrom(sheet);
+    if (m_days.empty())
+        return;
+    Day& day = m_days[static_cast<std::size_t>(sheet - m_first)];
+    m_sheet.Set(m_hWnd, m_hDC, area, "", "", day.from, day.to, &day.levels, day.date, 0, 0, &day.events,
+                day.intensity.data(), day.status, day.steps, day.actCal, day.totalCal, day.time, day.toroken,
+                day.exercise);
+    char none[] = "";
+    m_sheet.Draw(area, none);
+}

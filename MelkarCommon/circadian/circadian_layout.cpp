@@ -2,7 +2,9 @@
 
 #include <MelkarCommon/support/numbers.h>
 
+#include <algorithm>
 #include <cstdint>
+#include <cstdlib>
 #include <cstring>
 #include <iterator>
 
@@ -109,9 +111,10 @@ int MinuteX(const CRect& panel, int minutes, int max) {
 }
 
 std::vector<int> MinuteLines(const CRect& panel, int step, int max) {
+    const int most = std::max(1, std::abs(panel.Width()));
     std::vector<int> lines;
     if (step > 0)
-        for (std::int64_t minutes = step; minutes < max && std::ssize(lines) < panel.Width(); minutes += step)
+        for (std::int64_t minutes = step; minutes < max && std::ssize(lines) < most; minutes += step)
             lines.push_back(static_cast<int>(minutes));
     return lines;
 }

@@ -107,7 +107,7 @@ CRect LevelFigureOf(const CRect& panel, int level, int width, int height);
 /// x of a number of minutes on a scale that ends at `max`; an empty scale puts everything at the left.
 int MinuteX(const CRect& panel, int minutes, int max);
 /// The scale lines: every `step` minutes above 0 and below `max`; none for a step of 0 or less, no more than the
-/// panel's pixels.
+/// panel's pixels, but one even in a panel without any, whose captions are there, too.
 std::vector<int> MinuteLines(const CRect& panel, int step, int max);
 /// A figure of the scale, measured from 0,0: centred on x, a fifth of its height below the panel.
 CRect MinuteFigureOf(const CRect& panel, int x, const CRect& measured);

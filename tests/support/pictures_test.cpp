@@ -37,6 +37,13 @@ std::string Bmp(int width, int height, int bits, const std::string& palette, con
            Bytes(static_cast<std::uint32_t>(palette.size() / 4), 4) + Bytes(0, 4) + palette + rows;
 }
 
+/// The same with the oldest, shortest head; rows of 24 bits.
+std::string OldBmp(int width, int height, const std::string& rows) {
+    return "BM" + Bytes(26 + rows.size(), 4) + Bytes(0, 4) + Bytes(26, 4) + Bytes(12, 4) +
+           Bytes(static_cast<std::uint64_t>(width), 2) + Bytes(static_cast<std::uint64_t>(height), 2) + Bytes(1, 2) +
+           Bytes(24, 2) + rows;
+}
+
 /// A picture of one colour; rows of 24 bits.
 std::string PlainBmp(int width, int height) {
     const int padded = (width * 3 + 3) / 4 * 4;
@@ -117,6 +124,7 @@ TEST_F(Pictures, BitmapsOfEveryDepth) {
         {"16 bits", Bmp(1, 2, 16, "", Bytes(0x7C00, 4) + Bytes(0x001F, 4))},
         {"24 bits", Bmp(1, 2, 24, "", Bytes(0xFF0000, 4) + Bytes(0x0000FF, 4))},
         {"32 bits", Bmp(1, 2, 32, "", Bytes(0xFF0000, 4) + Bytes(0x0000FF, 4))},
+        {"old head, 34 bytes in all", OldBmp(1, 2, Bytes(0xFF0000, 4) + Bytes(0x0000FF, 4))},
         {"top row first", Bmp(1, -2, 24, "", Bytes(0x0000FF, 4) + Bytes(0xFF0000, 4))},
     };
     for (const Case& c : cases) {
@@ -146,6 +154,8 @@ TEST_F(Pictures, NonsenseDrawsNothing) {
                           SRCCOPY, 1, 0),
                   0)
             << "cut behind " << length << " bytes";
+    const std::string oldCut = m_files.Write("bin/old.bmp", OldBmp(1, 2, Bytes(0xFF0000, 7)));
+    EXPECT_EQ(DrawBMP(m_surface, CRect(0, 0, 9, 9), oldCut.c_str(), SRCCOPY, 1, 0), 0);
     const std::string path = m_files.Write("bin/whole.bmp", whole);
     DrawBMP(nullptr, CRect(0, 0, 9, 9), path.c_str(), SRCCOPY, 1, 0);
     for (const CRect& box : {CRect(5, 5, 5, 5), CRect(9, 9, 0, 0), CRect(INT_MIN, INT_MIN, INT_MAX, INT_MAX)})

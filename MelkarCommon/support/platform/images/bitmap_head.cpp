@@ -19,7 +19,12 @@ constexpr std::size_t kPacking = 30;   ///< 1 and 2: rows of runs
 constexpr std::size_t kBytesOfRows = 34;
 constexpr std::size_t kHeads = 54;
 
-constexpr std::uint32_t kOldHeadSize = 12; ///< of a head whose sides have 2 bytes; too rare to be looked at closer
+// The oldest kind of second head, of whole pictures in as few as 30 bytes; its numbers have 2 bytes each.
+constexpr std::uint32_t kOldHeadSize = 12;
+constexpr std::size_t kOldWidth = 18;
+constexpr std::size_t kOldHeight = 20;
+constexpr std::size_t kOldBits = 24;
+constexpr std::size_t kOldHeads = 26;
 
 using Head = std::array<unsigned char, kHeads>;
 
@@ -35,13 +40,20 @@ bool IsPacked(const Head& head) {
     return packing == 1 || packing == 2;
 }
 
-/// Bytes of all rows, each padded to four bytes; a head can promise more than 64 bits hold.
+bool IsOld(const Head& head) { return Number(head, kHeadSize, 4) == kOldHeadSize; }
+
+/// Bytes of rows that are each padded to four bytes; a head can promise more than 64 bits hold.
+double BytesOfRows(std::int64_t width, std::int64_t bits, double height) {
+    return static_cast<double>((width * bits + 31) / 32 * 4) * std::abs(height);
+}
+
 double BytesOfRows(const Head& head) {
+    if (IsOld(head))
+        return BytesOfRows(Number(head, kOldWidth, 2), Number(head, kOldBits, 2), Number(head, kOldHeight, 2));
     if (IsPacked(head))
         return Number(head, kBytesOfRows, 4);
-    const std::int64_t bits = std::int64_t{Number(head, kWidth, 4)} * Number(head, kBits, 2);
-    const auto height = static_cast<std::int32_t>(Number(head, kHeight, 4));
-    return static_cast<double>((bits + 31) / 32 * 4) * std::abs(double{1} * height);
+    return BytesOfRows(Number(head, kWidth, 4), Number(head, kBits, 2),
+                       static_cast<std::int32_t>(Number(head, kHeight, 4)));
 }
 
 } // namespace
@@ -54,9 +66,8 @@ bool IsCutBitmap(const char* path) {
     file.read(reinterpret_cast<char*>(head.data()), kHeads);
     if (file.gcount() < 2 || head[0] != 'B' || head[1] != 'M')
         return false;
-    if (!file)
-        return true;
-    return Number(head, kHeadSize, 4) != kOldHeadSize && size < Number(head, kRowsStart, 4) + BytesOfRows(head);
+    const std::size_t heads = IsOld(head) ? kOldHeads : kHeads;
+    return size < static_cast<double>(heads) || size < Number(head, kRowsStart, 4) + BytesOfRows(head);
 }
 
 } // namespace melkar

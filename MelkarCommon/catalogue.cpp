@@ -15,6 +15,7 @@
 #include <MelkarCommon/gauges/bmi_graph_eng.h>
 #include <MelkarCommon/gauges/himand_graph.h>
 #include <MelkarCommon/quadrant/square_graph.h>
+#include <MelkarCommon/starters.h>
 
 #include <iterator>
 
@@ -48,35 +49,40 @@ std::unique_ptr<CGraph> MakeText(HWND window, HDC dc, const char* section, HDC s
 
 // clang-format off
 constexpr GraphClass kClasses[] = {
-    {"CGraph", "", "", "the frame of every graph", CGraph::ProfileKeys, nullptr},
+    {"CGraph", "", "", "the frame of every graph",
+     "", CGraph::ProfileKeys, nullptr},
     {"CBarGraph", "CGraph", "bar", "a bar for each day, or a stack of bars",
-     CBarGraph::ProfileKeys, Make<CBarGraph>},
+     starters::kBar, CBarGraph::ProfileKeys, Make<CBarGraph>},
     {"CLineGraph", "CBarGraph", "line", "bars and a line on a scale of its own",
-     CLineGraph::ProfileKeys, Make<CLineGraph>},
+     starters::kLine, CLineGraph::ProfileKeys, Make<CLineGraph>},
     {"CStepGraph", "CLineGraph", "steps", "steps, with scale and average from the data file",
-     nullptr, Make<CStepGraph>},
+     starters::kSteps, nullptr, Make<CStepGraph>},
     {"CExpenditureGraph", "CLineGraph", "expenditure", "energy in two parts over the band of the average intake",
-     CExpenditureGraph::ProfileKeys, Make<CExpenditureGraph>},
+     starters::kExpenditure, CExpenditureGraph::ProfileKeys, Make<CExpenditureGraph>},
     {"CActivityCalGraph", "CExpenditureGraph", "activity", "activity calories of days or periods",
-     nullptr, Make<CActivityCalGraph>},
+     starters::kActivity, nullptr, Make<CActivityCalGraph>},
     {"CSimulation", "CActivityCalGraph", "simulation", "measured and planned weight over activity calories",
-     CSimulation::ProfileKeys, Make<CSimulation>},
+     starters::kSimulation, CSimulation::ProfileKeys, Make<CSimulation>},
     {"CCircadianGraph", "CGraph", "day", "activity of one day, from a weekly file",
-     CCircadianGraph::ProfileKeys, Make<CCircadianGraph>},
+     starters::kDay, CCircadianGraph::ProfileKeys, Make<CCircadianGraph>},
     {"CCircleGraph", "CGraph", "circle", "light, moderate and vigorous time as a pie, legend below it",
-     CCircleGraph::ProfileKeys, Make<CCircleGraph>},
-    {"CBMIGraph_Base", "CGraph", "", "a figure against classes of values", CBMIGraph_Base::ProfileKeys, nullptr},
+     starters::kCircle, CCircleGraph::ProfileKeys, Make<CCircleGraph>},
+    {"CBMIGraph_Base", "CGraph", "", "a figure against classes of values",
+     "", CBMIGraph_Base::ProfileKeys, nullptr},
     {"CBMIGraph_Eng", "CBMIGraph_Base", "bmi", "a bar in the colour of the figure's class",
-     nullptr, Make<CBMIGraph_Eng>},
+     starters::kBmi, nullptr, Make<CBMIGraph_Eng>},
     {"CHimandGraph", "CBMIGraph_Base", "himand", "a disc below the classes of obesity",
-     CHimandGraph::ProfileKeys, Make<CHimandGraph>},
+     starters::kHimand, CHimandGraph::ProfileKeys, Make<CHimandGraph>},
     {"CSquareGraph", "CGraph", "quadrant", "the frame of four coloured quadrants, for a derived class to plot on",
-     CSquareGraph::ProfileKeys, Make<CSquareGraph>},
+     starters::kQuadrant, CSquareGraph::ProfileKeys, Make<CSquareGraph>},
     {"CGraphBase", "CGraph", "panel", "the frame of a panel, all of it from keys",
-     CGraphBase::ProfileKeys, MakePanel},
-    {"CPlotGraph", "CGraphBase", "plot", "points on a panel", nullptr, Make<CPlotGraph>},
-    {"CCircleGraphBase", "CGraphBase", "pie", "values as slices", CCircleGraphBase::ProfileKeys, MakePie},
-    {"CFixedText", "CGraphBase", "text", "a text of the profile on a panel", CFixedText::ProfileKeys, MakeText},
+     starters::kPlot, CGraphBase::ProfileKeys, MakePanel},
+    {"CPlotGraph", "CGraphBase", "plot", "points on a panel",
+     starters::kPlot, nullptr, Make<CPlotGraph>},
+    {"CCircleGraphBase", "CGraphBase", "pie", "values as slices",
+     starters::kPie, CCircleGraphBase::ProfileKeys, MakePie},
+    {"CFixedText", "CGraphBase", "text", "a text of the profile on a panel",
+     starters::kText, CFixedText::ProfileKeys, MakeText},
 };
 // clang-format on
 

@@ -18,6 +18,7 @@ struct GraphClass {
     const char* base;    ///< empty for the root
     const char* kind;    ///< what the command calls it; empty for a class that is there to derive from
     const char* says;    ///< what it draws, in a few words
+    const char* starter; ///< the keys that its readable chart needs, as `starters.h` has them; empty as `kind` is
     ClassKeys (*keys)(); ///< the keys of the class itself; null if it has only those of its base classes
     /// A graph of the class; arguments as for the constructor of `CGraph`. Null as `kind` is empty.
     std::unique_ptr<CGraph> (*make)(HWND window, HDC dc, const char* section, HDC shared, HDC second, HDC balloon);

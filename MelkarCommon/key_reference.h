@@ -4,14 +4,26 @@
 #include <MelkarCommon/frame/key_table.h>
 
 #include <string>
+#include <string_view>
 #include <vector>
+
+/// @file
+/// Profiles explained, from the tables that the constructors read by. A kind is that of a graph class in the
+/// catalogue, or "report": the heading block of a report, which draws no graph.
 
 namespace melkar {
 
 /// The profile keys of every class, base classes first: what profile checkers and references are made from.
 MELKAR_API std::vector<ClassKeys> AllProfileKeys();
 
-/// The same as a Markdown page.
+/// The same as a Markdown page, with the kinds that can't do without a key.
 MELKAR_API std::string KeyReference();
+
+/// The keys that one kind reads, as such a page; empty if there is no kind of that name.
+MELKAR_API std::string KeyReferenceOf(std::string_view kind);
+
+/// A profile of the keys alone without which a chart of the kind isn't readable, with values that suit. The graph's
+/// own keys stand in `section`. Empty if there is no kind of that name.
+MELKAR_API std::string StarterProfile(std::string_view kind, const std::string& section);
 
 } // namespace melkar

@@ -31,7 +31,7 @@ constexpr int kNoScaleCode = 340;   ///< what the log says of it
 
 struct CBarGraph::KeyRows : melkar::Keys<CBarGraph> {
     static constexpr Row rows[] = {
-        Color<&G::m_crBar>(Own, "BARSCOLOR_RGB", "bar below its target, or without one").Needed("150,190,226"),
+        Color<&G::m_crBar>(Own, "BARSCOLOR_RGB", "bar below its target, or without one"),
         Color<&G::m_crBar2>(Own, "BARSCOLOR2_RGB", "bar at or above its target"),
         Text<&G::m_strVAxsLabel>(Own, "VAXSLABEL", "vertical axis label: the unit").Example("steps"),
         Text<&G::m_strHAxsLabel>(Own, "HAXSLABEL", "horizontal axis label"),
@@ -49,10 +49,9 @@ struct CBarGraph::KeyRows : melkar::Keys<CBarGraph> {
         Number<&G::m_nAverageLeft>(Own, "AverageLeft", 0, "kept; no painting uses it"),
         Colors<&G::m_crSeries, &G::m_nSeriesCount>(Own, "BARSCOLOR%d_RGB", "stacked series, from the bottom"),
         Color<&G::m_crBalloon>(Common, "BALLOONCOLOR_RGB", "balloon"),
-        Number<&G::m_nChartMax, &G::m_nDefChartMax>(Own, "CHARTMAX", 0, "top of the scale").Needed("10000"),
+        Number<&G::m_nChartMax, &G::m_nDefChartMax>(Own, "CHARTMAX", 0, "top of the scale"),
         Number<&G::m_nChartMin>(Own, "CHARTMIN", 0, "bottom of the scale"),
-        Number<&G::m_dChartInterval, &G::m_nDefChartInterval>(Own, "CHARTINTERVAL", 0, "step of the scale")
-            .Needed("2000"),
+        Number<&G::m_dChartInterval, &G::m_nDefChartInterval>(Own, "CHARTINTERVAL", 0, "step of the scale"),
         Number<&G::m_nChartMaxBig, &G::m_nDefChartMaxBig>(Own, "CHARTMAX_BIG", 0, "top of the big scale")
             .Example("20000"),
         Number<&G::m_nChartIntervalBig, &G::m_nDefChartIntervalBig>(Own, "CHARTINTERVAL_BIG", 0,

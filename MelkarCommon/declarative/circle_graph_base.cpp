@@ -24,7 +24,7 @@ struct CCircleGraphBase::KeyRows : melkar::Keys<CCircleGraphBase> {
     static constexpr Row rows[] = {
         ColorList<&G::m_vecValues, &circle_value::color>(Own, "GRAPH_VALUE_RGB%d",
                                                          "slices; black can't be one of them"),
-        Number<&G::m_nValueFont>(Own, "GRAPH_VALUE_FONT", 0, "labels, cell height").Needed("20"),
+        Number<&G::m_nValueFont>(Own, "GRAPH_VALUE_FONT", 0, "labels, cell height"),
         Text<&G::m_strValueFormat>(Own, "GRAPH_VALUE_FORMAT", "format of a label's figure").Else(kWholeFigure),
         Text<&G::m_strValueUnit>(Own, "GRAPH_VALUE_UNIT", "behind each label"),
     };

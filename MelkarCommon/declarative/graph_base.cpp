@@ -21,11 +21,9 @@ struct CGraphBase::KeyRows : melkar::Keys<CGraphBase> {
         Number<&G::m_nTitleFont>(Own, "TITLE_FONT", 0, "title, cell height of the font"),
         Color<&G::m_crTitleLabel>(Own, "TITLE_LABEL_RGB", "title"),
         Color<&G::m_crTitleBk>(Own, "TITLE_BK_RGB", "ground of the title"),
-        Point<&G::m_ptGraphOffsetLT>(Own, "GRAPH_OFFSET_LT", "graph area, from the panel's left and top")
-            .Needed("104,88"),
-        Point<&G::m_ptGraphOffsetRB>(Own, "GRAPH_OFFSET_RB", "graph area, from the panel's right and bottom")
-            .Needed("40,84"),
-        Color<&G::m_crGraphBk>(Own, "GRAPH_BK_RGB", "ground of the graph area").Needed("247,249,252"),
+        Point<&G::m_ptGraphOffsetLT>(Own, "GRAPH_OFFSET_LT", "graph area, from the panel's left and top"),
+        Point<&G::m_ptGraphOffsetRB>(Own, "GRAPH_OFFSET_RB", "graph area, from the panel's right and bottom"),
+        Color<&G::m_crGraphBk>(Own, "GRAPH_BK_RGB", "ground of the graph area"),
         Color<&G::m_crGraphGrid>(Own, "GRAPH_GRID_RGB", "grid lines"),
         Number<&G::m_nGraphVDivideL>(Own, "GRAPH_VERTICAL_DIVIDE_L", 0, "divisions of the left axis").Example("5"),
         Number<&G::m_nGraphVDivideWidthL>(Own, "GRAPH_VERTICAL_DIVIDE_WIDTH_L", 0, "length of its ticks"),

@@ -32,8 +32,8 @@ struct CGraph::KeyRows : melkar::Keys<CGraph> {
     static constexpr Row rows[] = {
         Number<&G::m_nLang>(Common, "LANG", 0, "language number"),
         Text<&G::m_strLocale>(Common, "LOCALE", "locale of dates, such as ja_JP.UTF-8"),
-        Color<&G::m_crCanvas>(Common, "CANVASCOLOR_RGB", "background of the canvas").Needed("255,255,255"),
-        Color<&G::m_crBase>(Common, "BASECOLOR_RGB", "background of the whole graph").Needed("255,255,255"),
+        Color<&G::m_crCanvas>(Common, "CANVASCOLOR_RGB", "background of the canvas"),
+        Color<&G::m_crBase>(Common, "BASECOLOR_RGB", "background of the whole graph"),
         Color<&G::m_crPen>(Common, "PENCOLOR_RGB", "lines and frames"),
         Color<&G::m_crSideBar>(Own, "SIDEBARCOLOR_RGB", "kept; no graph paints with it"),
         Text<melkar::In<&G::m_Title, &CText::m_strText>>(Own, "TITLELABEL", "title"),

@@ -21,7 +21,7 @@
 ///     struct CThermometer::KeyRows : melkar::Keys<CThermometer> {
 ///         static constexpr Gate Scale{"SCALE", On<&G::m_bScale>};
 ///         static constexpr Row rows[] = {
-///             Number<&G::m_nMax>(Own, "MAX", 40, "top of the scale").Needed("40"),
+///             Number<&G::m_nMax>(Own, "MAX", 40, "top of the scale").Example("60"),
 ///             Color<&G::m_crColumn>(Own, "COLUMN_RGB", "the column"),
 ///             Color<&G::m_crFrame>(Own, "FRAME_RGB", "its frame").Else<&G::m_crColumn>("COLUMN_RGB"),
 ///             TrueWord<&G::m_bScale>(Own, "SCALE", "the scale exists"),
@@ -58,7 +58,6 @@ struct KeyInfo {
     const char* fallbackKey = "";  ///< the key whose value stands in for a missing one, if there is such a key
     const char* gate = "";         ///< the key of the switch without which this one isn't read, if there is one
     const char* example = "";      ///< a value as it may stand in the profile; see `ExampleOf`
-    bool needed = false;           ///< without it the chart isn't readable
     int firstIndex = 0;            ///< what "%d" counts from
 };
 
@@ -188,12 +187,6 @@ template <class Graph> struct KeyRow {
     constexpr KeyRow Example(const char* value) const {
         KeyRow row = *this;
         row.info.example = value;
-        return row;
-    }
-    /// The same for a key without which the chart isn't readable.
-    constexpr KeyRow Needed(const char* value) const {
-        KeyRow row = Example(value);
-        row.info.needed = true;
         return row;
     }
 };

@@ -2,11 +2,13 @@
 
 #include <MelkarCommon/catalogue.h>
 #include <MelkarCommon/frame/results.h>
+#include <MelkarCommon/key_reference.h>
 #include <MelkarCommon/support/platform/drawing.h>
 #include <MelkarCommon/support/platform/surface.h>
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <set>
 #include <string>
 
@@ -29,6 +31,21 @@ TEST(Catalogue, KeysComeFromTheRootDown) {
     for (const melkar::ClassKeys& keys : melkar::KeysReadBy(*melkar::FindClassOfKind("activity")))
         tables += std::string(keys.className) + " ";
     EXPECT_EQ(tables, "CGraph CBarGraph CLineGraph CExpenditureGraph ");
+}
+
+TEST(Catalogue, StarterProfilesAreReadToTheLastLine) {
+    for (const melkar::GraphClass& graph : melkar::Catalogue()) {
+        const std::string starter = graph.starter;
+        const std::string profile = melkar::StarterProfile(graph.kind, "A");
+        EXPECT_EQ(profile.empty(), *graph.kind == '\0') << graph.name;
+        const auto lines = std::count(profile.begin(), profile.end(), '\n'); // two name a section
+        EXPECT_TRUE(profile.empty() || lines == std::count(starter.begin(), starter.end(), '\n') + 3)
+            << "a class doesn't read all of it:\n"
+            << profile;
+    }
+    const std::string page = melkar::KeyReferenceOf("activity");
+    EXPECT_NE(page.find("| `600` (needed) | top"), std::string::npos) << "a base's key with the value of this kind";
+    EXPECT_EQ(melkar::KeyReferenceOf("CBarGraph"), "") << "a class is no kind";
 }
 
 TEST(Catalogue, EveryClassDrawsWithoutProfileAndData) {

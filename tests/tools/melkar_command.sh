@@ -98,10 +98,29 @@ expect "printed"                    0 '^<\?xml' "${week[@]}" -o - --format SVG
 expect "printed in no format"       2 '--format' "${week[@]}" -o -
 expect "why a picture isn't there"  1 'nowhere/a.png: No such file' "${week[@]}" -o nowhere/a.png
 
-printf 'head\n0,a,5\n0,b\n1,c\n0,d,x\nNo,e,5\n' >doubtful.csv
-for warning in 'line 2: a day in a head row' 'line 3: 2 columns' 'line 5, column 3: not a number: "x"' 'line 6, column 1: not the status'; do
-    expect "a doubtful data file" 0 "warning: .*doubtful.csv: $warning" --data doubtful.csv -o e.png
-done
+# doubts WHY CONTENTS PATTERN...: what is said of a data file of that kind; it is drawn all the same.
+doubts() {
+    local why=$1 pattern
+    printf "$2" >doubtful.csv
+    shift 2
+    for pattern in "$@"; do
+        expect "$why" 0 "warning: .*doubtful.csv: $pattern" --section WEEK --data doubtful.csv -o e.png
+    done
+}
+doubts "bars" 'head\n0,a,5\n0,b\n1,c\n0,d,x\nNo,e,5\n' 'line 2: figures in a head row' 'line 3: 2 columns' \
+    'line 5, column 3: not a number: "x"' 'line 6, column 1: not the status'
+printf 'a\nb\n0,20260302,,,,5\n' >doubtful.csv
+kind=week-print && expect "a week for the screen" 1 'line 3, column 2: not the status' --section WEEK --data doubtful.csv -o e.png
+kind=circle && doubts "levels" '5\nfive\n' 'line 2, column 1: not a number' 'line 2: ends behind 2 rows .* takes 9'
+kind=plot && doubts "points" '0,1,2,#000000,0\n1,2,3,red,1\n' 'line 1: figures in a head row' 'line 2, column 4: not a colour'
+kind=pie && doubts "values" '1\nx\n' 'line 2, column 1: not a number'
+kind=panel && doubts "no data file at all" '' 'this kind takes no data file'
+kind=bar
+
+says "a kind that reads no keys"    2 'no kind with keys .*: bra' keys bra
+mkdir -p starter/{bin,conf,log}
+"$melkar" keys bar --profile --section MINE >starter/conf/graph.cnf
+expect "a profile to start from"    0 'text "12000".*' "${week[@]}" --base starter/bin --section MINE --record
 
 expect "no output"                  2 'nothing to do' "${week[@]}"
 expect "unknown suffix"             2 'must end in' "${week[@]}" -o a.bmp

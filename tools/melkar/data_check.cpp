@@ -28,78 +28,109 @@ bool IsNumber(std::string_view text) {
 
 bool IsStatus(std::string_view text) { return text.size() == 1 && text[0] >= '0' && text[0] <= '4'; }
 
+bool IsColor(std::string_view text) {
+    return text.size() == 7 && text[0] == '#' && text.find_first_not_of("0123456789abcdefABCDEF", 1) == text.npos;
+}
+
 int CountColumns(std::string_view line) { return 1 + static_cast<int>(std::count(line.begin(), line.end(), ',')); }
+
+std::string Quoted(const CString& text) { return '"' + std::string(text.View().substr(0, 40)) + '"'; }
 
 /// Reads one file line by line and collects what doesn't suit.
 class Check {
 public:
     Check(const DataForm& form, const ChartOptions& options, std::string path)
-        : m_form(form), m_path(std::move(path)), m_columns(form.columns), m_lastFigure(form.lastFigure) {
-        if (form.isSeries && options.series > 1) {
-            m_columns += options.series - 1;
-            m_lastFigure += options.series - 1;
-        }
-    }
+        : m_form(form), m_path(std::move(path)), m_further(form.isSeries ? std::max(options.series, 1) - 1 : 0) {}
 
     std::vector<std::string> Run() {
         std::ifstream file(m_path);
-        std::string line;
-        for (int number = 1; std::getline(file, line); ++number)
-            Take(line, number);
+        if (!file) // that is for the reader to tell
+            return {};
+        for (std::string line; std::getline(file, line);) {
+            ++m_line;
+            if (!Trimmed(line).empty())
+                Take(line);
+        }
+        if (m_rows < m_form.rows)
+            Warn("ends behind " + Count(m_rows, "row") + " of figures; this kind takes " + std::to_string(m_form.rows));
         if (m_count > kMostWarnings)
             m_warnings.push_back(m_path + ": and " + std::to_string(m_count - kMostWarnings) + " more");
         return std::move(m_warnings);
     }
 
 private:
-    void Take(const std::string& line, int number) {
-        if (Trimmed(line).empty())
+    static std::string Count(int count, const std::string& what) {
+        return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
+    }
+
+    void Take(const std::string& line) {
+        m_row.Split(line.c_str());
+        m_columns = CountColumns(line);
+        if (m_line > m_form.headRows)
+            TakeRow();
+        else if (m_line == m_form.headRows && IsRowOfFigures())
+            Warn("figures in a head row, of which there are " + std::to_string(m_form.headRows) +
+                 ": they aren't drawn");
+    }
+
+    int ColumnsWanted() const { return m_form.columns + m_further; }
+
+    /// Of one column a head could be a number as well.
+    bool IsRowOfFigures() const {
+        return m_form.columns > 1 && m_columns >= ColumnsWanted() && (!HasStatus() || IsStatus(Status())) &&
+               IsNumber(Trimmed(m_row.Field(m_form.figures[0].first).View()));
+    }
+
+    bool HasStatus() const { return m_form.status != DataForm::kNone; }
+    std::string Status() const { return std::string(Trimmed(m_row.Field(m_form.status).View())); }
+
+    void TakeRow() {
+        if (m_form.hasWeeks && m_columns == 1)
             return;
-        if (number > m_form.headRows)
-            TakeDay(line, number);
-        else if (number == m_form.headRows && m_form.hasStatus && IsDay(line))
-            Warn(number, 0,
-                 "a day in a head row, of which there are " + std::to_string(m_form.headRows) + ": it isn't drawn");
-    }
-
-    bool IsDay(const std::string& line) const {
-        const CString status = getCSV(line.c_str(), 0);
-        const CString figure = getCSV(line.c_str(), m_form.firstFigure);
-        return CountColumns(line) >= m_columns && IsStatus(Trimmed(status.View())) && IsNumber(Trimmed(figure.View()));
-    }
-
-    void TakeDay(const std::string& line, int number) {
-        const CString status = getCSV(line.c_str(), 0);
-        if (m_form.hasStatus && !IsStatus(Trimmed(status.View())))
-            return Warn(number, 1, "not the status of a day: " + Quoted(status));
-        if (m_form.hasStatus && Trimmed(status.View()) != "0")
+        ++m_rows;
+        if (HasStatus() && !IsStatus(Status()))
+            return Warn("not the status of a day: " + Quoted(m_row.Field(m_form.status)), m_form.status);
+        if (HasStatus() && Status() != "0")
             return; // a day without figures
-        if (CountColumns(line) < m_columns)
-            return Warn(number, 0,
-                        std::to_string(CountColumns(line)) + " columns; this kind takes " + std::to_string(m_columns));
-        for (int column = m_form.firstFigure; column <= m_lastFigure; ++column)
-            TakeFigure(getCSV(line.c_str(), column), number, column + 1);
+        if (m_columns < ColumnsWanted())
+            return Warn(Count(m_columns, "column") + "; this kind takes " + std::to_string(ColumnsWanted()));
+        TakeFigures();
     }
 
-    void TakeFigure(const CString& text, int number, int column) {
+    void TakeFigures() {
+        for (const ColumnRange& range : m_form.figures)
+            for (int column = range.first; column <= range.last; ++column)
+                TakeFigure(column);
+        for (int further = 0; further < m_further; ++further)
+            TakeFigure(m_form.columns + further);
+        if (m_form.color == DataForm::kNone)
+            return;
+        const CString color = m_row.Field(m_form.color);
+        if (!IsColor(Trimmed(color.View())))
+            Warn("not a colour as in #RRGGBB: " + Quoted(color), m_form.color);
+    }
+
+    void TakeFigure(int column) {
+        const CString text = m_row.Field(column);
         const std::string_view figure = Trimmed(text.View());
         if (!figure.empty() && !IsNumber(figure))
-            Warn(number, column, "not a number: " + Quoted(text));
+            Warn("not a number: " + Quoted(text), column);
     }
 
-    static std::string Quoted(const CString& text) { return '"' + std::string(text.View().substr(0, 40)) + '"'; }
-
-    /// Column 0 stands for the whole line.
-    void Warn(int line, int column, const std::string& what) {
+    /// Without a column it is about the whole line.
+    void Warn(const std::string& what, int column = DataForm::kNone) {
         if (++m_count <= kMostWarnings)
-            m_warnings.push_back(m_path + ": line " + std::to_string(line) +
-                                 (column > 0 ? ", column " + std::to_string(column) : "") + ": " + what);
+            m_warnings.push_back(m_path + ": line " + std::to_string(m_line) +
+                                 (column >= 0 ? ", column " + std::to_string(column + 1) : "") + ": " + what);
     }
 
     const DataForm& m_form;
     std::string m_path;
-    int m_columns;
-    int m_lastFigure;
+    int m_further; ///< columns of the second and further figures of a day
+    melkar::CsvRow m_row;
+    int m_columns = 0;
+    int m_line = 0; ///< from 1
+    int m_rows = 0; ///< behind the head rows
     std::size_t m_count = 0;
     std::vector<std::string> m_warnings;
 };
@@ -107,7 +138,9 @@ private:
 } // namespace
 
 std::vector<std::string> DataWarnings(const Kind& kind, const ChartOptions& options, const std::string& path) {
-    return kind.form.columns > 0 ? Check(kind.form, options, path).Run() : std::vector<std::string>{};
+    if (!kind.form)
+        return path.empty() ? std::vector<std::string>{} : std::vector{path + ": this kind takes no data file"};
+    return kind.form->columns > 0 ? Check(*kind.form, options, path).Run() : std::vector<std::string>{};
 }
 
 } // namespace melkar::tool

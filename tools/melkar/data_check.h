@@ -12,7 +12,7 @@
 namespace melkar::tool {
 
 /// Sentences, each with the file's name, a line and mostly a column, both from 1; at most five, and a last one that
-/// counts the others. None if the file suits, can't be read, or the kind has no form to check it by.
+/// counts the others. None if the file suits, can't be read or isn't text in columns.
 std::vector<std::string> DataWarnings(const Kind& kind, const ChartOptions& options, const std::string& path);
 
 } // namespace melkar::tool

@@ -139,12 +139,12 @@ int FlushStandardOutput() {
 
 int Draw(Request request) {
     const auto chart = request.kind->make(request.chart);
+    for (const std::string& warning : DataWarnings(*request.kind, request.chart, request.data))
+        std::cerr << "melkar: warning: " << warning << '\n';
     // A graph draws its former days if the file is missing and doesn't tell; so the file is tried first. One without
     // day rows (102 in some classes) is a picture with a message.
     if (const long code = chart->Read(request.data.data()); code != 0 && code != melkar::kNoDays)
         return FailWith(code, request.data);
-    for (const std::string& warning : DataWarnings(*request.kind, request.chart, request.data))
-        std::cerr << "melkar: warning: " << warning << '\n';
 
     const int exitCode = request.toStandardOutput ? DrawToStandardOutput(*chart, request) : DrawOutput(*chart, request);
     return exitCode != 0 ? exitCode : FlushStandardOutput();

@@ -25,34 +25,43 @@ template <class G> std::unique_ptr<Chart> Make(const ChartOptions& options) {
     return std::make_unique<ToolGraph<G>>(options);
 }
 
-constexpr DataForm kBars{2, 3, 2, 2, true};
-constexpr DataForm kWeekly{3, 13, 4, 12};
-constexpr DataForm kOneFigure{1, 1, 0, 0, false, false};
+// Columns of days; `circadian/weekly_circadian.h` and `square_graph.h` describe the wide ones.
+constexpr DataForm kBars{.headRows = 2, .columns = 3, .figures = {{{2, 2}}}, .status = 0, .isSeries = true};
+constexpr DataForm kLine{.headRows = 2, .columns = 4, .figures = {{{2, 3}}}, .status = 0};
+constexpr DataForm kSteps{.headRows = 2, .columns = 5, .figures = {{{4, 4}}}, .status = 0};
+constexpr DataForm kActivity{.headRows = 3, .columns = 12, .figures = {{{9, 9}, {11, 11}}}, .status = 0};
+constexpr DataForm kWeek{
+    .headRows = 3, .columns = 784, .figures = {{{5, 5}, {8, 8}, {11, 12}, {15, 23}, {64, 783}}}, .status = 0};
+constexpr DataForm kPrintedWeek{
+    .headRows = 2, .columns = 744, .figures = {{{2, 13}, {24, 743}}}, .status = 1, .hasWeeks = true};
+constexpr DataForm kQuadrant{.headRows = 3, .columns = 24, .figures = {{{15, 23}}}, .status = 0};
+
+constexpr DataForm kLevels{.rows = 9, .columns = 1, .figures = {{{0, 0}}}};
+constexpr DataForm kOneFigure{.headRows = 1, .columns = 1, .figures = {{{0, 0}}}};
+constexpr DataForm kPoints{.headRows = 1, .rows = 1, .columns = 5, .figures = {{{0, 2}, {4, 4}}}, .color = 3};
+constexpr DataForm kValues{.rows = 1, .columns = 1, .figures = {{{0, 0}}}};
+constexpr DataForm kPicture{};
 
 constexpr Kind kKinds[] = {
-    {"bar", nullptr, Make<CBarGraph>, true, kBars},
-    {"line", nullptr, Make<CLineGraph>, true, {2, 4, 2, 3}},
-    {"steps", nullptr, Make<CStepGraph>, true, {2, 5, 4, 4}},
-    {"expenditure", nullptr, Make<CExpenditureGraph>, true, {2, 4, 2, 3}},
-    {"activity", nullptr, Make<CActivityCalGraph>, true, {3, 12, 11, 11}},
-    {"simulation", nullptr, Make<CSimulation>, true, {3, 12, 11, 11}},
-    {"day", nullptr, MakeDay, true, kWeekly},
-    {"week", "a sheet for each day of a week, as on the screen", MakeWeek, true, kWeekly},
-    {"week-print", "the same as printed, a week a page", MakePrintedWeek},
-    {"circle", nullptr, MakeCircle},
-    {"circle-separate", "the same with the legend beside it", MakeSeparateCircle},
-    {"bmi", nullptr, Make<CBMIGraph_Eng>, true, kOneFigure},
-    {"himand", nullptr, Make<CHimandGraph>, true, kOneFigure},
-    {"quadrant",
-     "days in four quadrants, by samples/hosts/quadrant_days.h",
-     Make<CQuadrantDays>,
-     true,
-     {3, 24, 15, 23}},
-    {"image", "a picture file, through its mask if there is one", MakeImageChart},
-    {"panel", nullptr, MakePanel, false},
-    {"plot", "points on a panel, from a file of points", MakePlot},
-    {"pie", "values as slices, from a file of values", MakePie},
-    {"text", nullptr, MakeText, false},
+    {"bar", Make<CBarGraph>, kBars},
+    {"line", Make<CLineGraph>, kLine},
+    {"steps", Make<CStepGraph>, kSteps},
+    {"expenditure", Make<CExpenditureGraph>, kLine},
+    {"activity", Make<CActivityCalGraph>, kActivity},
+    {"simulation", Make<CSimulation>, kActivity},
+    {"day", MakeDay, kWeek},
+    {"week", MakeWeek, kWeek, "a sheet for each day of a week, as on the screen", "day"},
+    {"week-print", MakePrintedWeek, kPrintedWeek, "the same as printed, a week a page", "day"},
+    {"circle", MakeCircle, kLevels},
+    {"circle-separate", MakeSeparateCircle, kLevels, "the same with the legend beside it", "circle"},
+    {"bmi", Make<CBMIGraph_Eng>, kOneFigure},
+    {"himand", Make<CHimandGraph>, kOneFigure},
+    {"quadrant", Make<CQuadrantDays>, kQuadrant, "days in four quadrants, by samples/hosts/quadrant_days.h"},
+    {"image", MakeImageChart, kPicture, "a picture file on CANVASCOLOR_RGB, through its mask if there is one"},
+    {"panel", MakePanel, std::nullopt},
+    {"plot", MakePlot, kPoints, "points on a panel, from a file of points"},
+    {"pie", MakePie, kValues, "values as slices, from a file of values"},
+    {"text", MakeText, std::nullopt},
 };
 
 } // namespace
@@ -65,6 +74,8 @@ const char* DescriptionOf(const Kind& kind) {
     const GraphClass* graph = FindClassOfKind(kind.name);
     return graph != nullptr ? graph->says : "";
 }
+
+const char* KeysOf(const Kind& kind) { return kind.keysOf != nullptr ? kind.keysOf : kind.name; }
 
 const Kind* FindKind(std::string_view name) {
     for (const Kind& kind : kKinds) {

@@ -3,7 +3,9 @@
 #include <MelkarCommon/support/platform/geometry.h>
 #include <MelkarCommon/support/platform/types.h>
 
+#include <array>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -53,26 +55,37 @@ public:
     virtual std::string DateOf(long) const { return {}; }
 };
 
+/// Columns from one to another, both included, from 0; none by default.
+struct ColumnRange {
+    int first = 0;
+    int last = -1;
+};
+
 /// What the data file of a kind looks like, for telling that a file is of another kind. Columns count from 0.
 struct DataForm {
+    static constexpr int kNone = -1;
+
     int headRows = 0;
-    int columns = 0;     ///< fewest of a day with figures; 0: the file has no form to be checked by
-    int firstFigure = 0; ///< columns that hold numbers, or nothing
-    int lastFigure = 0;
-    bool isSeries = false; ///< one more column for each further figure per day
-    bool hasStatus = true; ///< column 0 has the status of the day
+    int rows = 0;                         ///< fewest behind the head rows
+    int columns = 0;                      ///< fewest of a row with figures; 0: the file isn't text in columns
+    std::array<ColumnRange, 5> figures{}; ///< hold numbers, or nothing
+    int status = kNone;                   ///< holds the status of the day
+    int color = kNone;                    ///< holds a colour, #RRGGBB
+    bool isSeries = false;                ///< one more column for each further figure per day
+    bool hasWeeks = false;                ///< a line of one column ends a week
 };
 
 struct Kind {
     const char* name;
-    const char* description; ///< null: as the catalogue of graph classes says
     std::unique_ptr<Chart> (*make)(const ChartOptions& options);
-    bool takesData = true; ///< false: all of the picture comes from the profile
-    DataForm form{};
+    std::optional<DataForm> form;      ///< of the data file; none: all of the picture comes from the profile
+    const char* description = nullptr; ///< null: as the catalogue of graph classes says
+    const char* keysOf = nullptr;      ///< the kind of the catalogue that reads the same keys; null: that of its name
 };
 
 std::span<const Kind> Kinds();
 const char* DescriptionOf(const Kind& kind);
+const char* KeysOf(const Kind& kind); ///< the kind of the catalogue that reads the same keys
 
 /// Null if there is no kind of that name.
 const Kind* FindKind(std::string_view name);

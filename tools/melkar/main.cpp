@@ -44,6 +44,7 @@ struct Arguments {
     std::string paper = "A4";
     std::string header;
     bool landscape = false;
+    bool profile = false;
 };
 
 /// A sentence for the error stream.
@@ -117,6 +118,13 @@ void AddReportOptions(CLI::App& report, Arguments& arguments) {
     report.add_option("--section", arguments.chart.section, "Section of the profile; REPORT if none");
 }
 
+void AddKeysOptions(CLI::App& keys, Arguments& arguments) {
+    keys.footer(KindList() + "  report           the heading block of a report\n");
+    keys.add_option("KIND", arguments.kind, "The keys of this kind alone, and which of them its chart needs");
+    keys.add_flag("--profile", arguments.profile, "Print a profile of the needed keys, to start from");
+    keys.add_option("--section", arguments.chart.section, "The graph's section in it; MY_CHART if none");
+}
+
 Output OutputOf(const Arguments& arguments) {
     if (arguments.record && !arguments.out.empty())
         throw UsageError{"--record prints to the standard output and takes no -o"};
@@ -177,7 +185,7 @@ Request RequestOf(const Arguments& arguments) {
     request.kind = FindKind(arguments.kind);
     if (request.kind == nullptr)
         throw UsageError{"unknown kind: " + arguments.kind + " (melkar draw --help lists them)"};
-    if (arguments.data.empty() && request.kind->takesData)
+    if (arguments.data.empty() && request.kind->form)
         throw UsageError{"this kind draws a data file: --data FILE"};
     const auto size = ParseSize(arguments.size);
     if (!size)
@@ -230,6 +238,18 @@ int RunReport(Arguments arguments) {
     return PrintReport(std::move(request));
 }
 
+std::string KeysText(const Arguments& arguments) {
+    if (arguments.kind.empty())
+        return arguments.profile ? throw UsageError{"--profile needs a kind"} : melkar::KeyReference();
+    const Kind* kind = FindKind(arguments.kind);
+    const std::string name = kind != nullptr ? KeysOf(*kind) : arguments.kind; // a report isn't drawn, but has keys
+    const std::string section = arguments.chart.section.empty() ? "MY_CHART" : arguments.chart.section;
+    const std::string text = arguments.profile ? melkar::StarterProfile(name, section) : melkar::KeyReferenceOf(name);
+    return !text.empty() ? text
+                         : throw UsageError{"no kind with keys of its own: " + arguments.kind +
+                                            " (melkar keys --help lists them)"};
+}
+
 /// A mistyped command is named; the parser would only tell that one is missing.
 void RequireCommand(const CLI::App& app, int argc, char** argv) {
     const std::string word = argc > 1 ? argv[1] : "-";
@@ -247,7 +267,8 @@ int Run(int argc, char** argv) {
     AddDrawOptions(*draw, arguments);
     CLI::App* report = app.add_subcommand("report", "Print a report of a month");
     AddReportOptions(*report, arguments);
-    const CLI::App* keys = app.add_subcommand("keys", "Print the keys of a profile as a Markdown page");
+    CLI::App* keys = app.add_subcommand("keys", "Print the keys of a profile as a Markdown page");
+    AddKeysOptions(*keys, arguments);
     RequireCommand(app, argc, argv);
     try {
         app.parse(argc, argv);
@@ -256,7 +277,7 @@ int Run(int argc, char** argv) {
         return FlushStandardOutput();
     }
     if (keys->parsed()) {
-        std::cout << melkar::KeyReference();
+        std::cout << KeysText(arguments);
         return FlushStandardOutput();
     }
     return report->parsed() ? RunReport(std::move(arguments)) : RunDraw(arguments);

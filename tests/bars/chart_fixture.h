@@ -19,20 +19,16 @@ constexpr CRect kArea(100, 50, 1092, 524);
 constexpr CRect kWideArea(100, 50, 1146, 524);
 
 /// Section OWN: scale 0 to 1000 by 250, big scale 0 to 5000 by 1000. Colours are all different.
-constexpr std::string_view kCommonProfile = "[COMMON]\n"
-                                            "FONT=Fixed\nCANVASCOLOR_RGB=250,250,250\nBASECOLOR_RGB=200,200,200\n"
-                                            "PENCOLOR_RGB=1,2,3\nBALLOONCOLOR_RGB=255,255,128\n"
-                                            "NORECORDS_COLOR_RGB=4,0,0\nNORECORDS_MESSAGE=no __n__ records\n"
-                                            "NODATA_COLOR_RGB=2,0,0\nNODATA_MESSAGE=no data\n"
-                                            "EXCLUDE_COLOR_RGB=9,0,0\nEXCLUDE_MESSAGE=excluded\n"
-                                            "VALUESIZE=15\nTARGETSIZE=15\nVMEASURESIZE=15\nMEASURELABELSIZE=15\n"
-                                            "HMEASURESIZE=15\nDATESIZE=15\n";
-constexpr std::string_view kOwnProfile = "TITLELABEL=Steps\nTITLESIZE=30\nTITLECOLOR_RGB=0,0,99\n"
-                                         "VAXSLABEL=steps\nHAXSLABEL=Day\nBARSCOLOR_RGB=0,128,0\n"
-                                         "BARSCOLOR2_RGB=0,255,0\nTARGETLABEL=goal\nTARGETCOLOR_RGB=255,0,0\n"
-                                         "AVERAGELABEL=mean\nAVERAGECOLOR_RGB=0,0,255\nBARSCOLOR0_RGB=10,0,0\n"
-                                         "BARSCOLOR1_RGB=20,0,0\nCHARTMAX=1000\nCHARTINTERVAL=250\n"
-                                         "CHARTMAX_BIG=5000\nCHARTINTERVAL_BIG=1000\n";
+constexpr std::string_view kCommonProfile =
+    "[COMMON]\nFONT=Fixed\nCANVASCOLOR_RGB=250,250,250\nBASECOLOR_RGB=200,200,200\nPENCOLOR_RGB=1,2,3\n"
+    "BALLOONCOLOR_RGB=255,255,128\nNORECORDS_COLOR_RGB=4,0,0\nNORECORDS_MESSAGE=no __n__ records\n"
+    "NODATA_COLOR_RGB=2,0,0\nNODATA_MESSAGE=no data\nEXCLUDE_COLOR_RGB=9,0,0\nEXCLUDE_MESSAGE=excluded\nVALUESIZE=15\n"
+    "TARGETSIZE=15\nVMEASURESIZE=15\nMEASURELABELSIZE=15\nHMEASURESIZE=15\nDATESIZE=15\n";
+constexpr std::string_view kOwnProfile =
+    "TITLELABEL=Steps\nTITLESIZE=30\nTITLECOLOR_RGB=0,0,99\nVAXSLABEL=steps\nHAXSLABEL=Day\nBARSCOLOR_RGB=0,128,0\n"
+    "BARSCOLOR2_RGB=0,255,0\nTARGETLABEL=goal\nTARGETCOLOR_RGB=255,0,0\nAVERAGELABEL=mean\nAVERAGECOLOR_RGB=0,0,255\n"
+    "BARSCOLOR0_RGB=10,0,0\nBARSCOLOR1_RGB=20,0,0\nCHARTMAX=1000\nCHARTINTERVAL=250\nCHARTMAX_BIG=5000\n"
+    "CHARTINTERVAL_BIG=1000\n";
 
 /// A graph of the bar family whose members a test can see and set.
 template <class Graph> class Open : public Graph {

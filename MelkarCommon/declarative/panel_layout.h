@@ -85,9 +85,11 @@ inline CRect BandRightwards(const CRect& scale, double step, int index) {
 }
 
 /// Which of `count` divisions are drawn: every `stride`-th one. More of them than `extent` has pixels would paint the
-/// same pixels again and again (and a profile may ask for 2^31 of them), so then a stride leaves one a pixel.
+/// same pixels again and again (and a profile may ask for 2^31 of them), so then a stride leaves one a pixel. Of an
+/// area far larger than any surface no more pixels count than the longest side of one has.
 inline int StrideOf(int count, int extent) {
-    const int pixels = std::max(1, std::abs(extent));
+    constexpr int kLongestSide = 32767;
+    const int pixels = std::clamp(std::abs(extent), 1, kLongestSide);
     return 1 + static_cast<int>((std::int64_t{count} - 1) / pixels);
 }
 

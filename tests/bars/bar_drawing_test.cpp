@@ -183,39 +183,6 @@ TEST_F(BarDrawing, MessagesAndMissingDays) {
     EXPECT_THAT(LinesWith(DrawRecorded(graph, "a\nb\n2,d,9\n1,e,250\n"), "text \"excluded\""), SizeIs(3));
 }
 
-/// Whatever profile, figures and place: a picture, at once, or a refusal.
-TEST_F(BarDrawing, StandsAnything) {
-    const char* scales[] = {"CHARTMAX=-5\nCHARTMAX_BIG=-9\n",
-                            "CHARTMAX=2000000000\nCHARTMIN=-2000000000\nCHARTINTERVAL=1\n",
-                            "CHARTMAX=1\nCHARTMIN=-2147483648\nCHARTMAX_BIG=0\n",
-                            "VALUESIZE=4000\nTITLESIZE=2147483647\nHAXSLABEL=\nTITLELABEL=\n"};
-    const CRect places[] = {{0, 0, 300, 200},   {5, 5, 5, 5},         {300, 200, 0, 0},
-                            {-50, -50, 40, 30}, {0, 0, 1 << 24, 300}, {INT_MIN, 0, INT_MAX, 9}};
-    std::string file = DataFile("a\nb\n0,d,nan\n0,e,1e308\n0,f,-1e308\n0,g,-3\n7,h,1e999\n-9,,\n");
-    for (const char* scale : scales) {
-        WriteProfile(std::string("IS_PRINTTARGET=1\nIS_PRINTAVERAGE=1\n") + scale);
-        for (const CRect& place : places) {
-            const HDC record = CreateRecordingSurface(400, 300);
-            const HDC shared = CreateMemorySurface(400, 300);
-            Open<CBarGraph> graph(nullptr, record, "OWN", shared, nullptr, shared);
-            graph.m_saTargets.SetAtGrow(5, "nan");
-            graph.m_saTargets.SetAtGrow(1, "1e308");
-            graph.m_strAverage = "-1e300";
-            for (const int direct : {0, 1}) {
-                graph.SetDirectOutput(direct);
-                const long result = graph.Draw(place, file.data());
-                EXPECT_TRUE(result == 0 || result == -999) << scale << place.right;
-                graph.OnMouseMove(CPoint(150, 60));
-                graph.OnMouseMove(2147483647L * 4, -5);
-            }
-            const std::string text = GetRecording(record);
-            EXPECT_LT(std::count(text.begin(), text.end(), '\n'), 1000) << scale;
-            DeleteDC(record);
-            DeleteDC(shared);
-        }
-    }
-}
-
 /// Painted on a surface of its own and copied, a chart has the same operations at the same places.
 TEST_F(BarDrawing, CopiedAsPaintedDirectly) {
     auto graph = Make<Open<CBarGraph>>();

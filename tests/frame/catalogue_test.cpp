@@ -1,16 +1,12 @@
-#include "support/temp_workdir.h"
-
+#include <MelkarCommon/bars/bar_graph.h>
 #include <MelkarCommon/catalogue.h>
 #include <MelkarCommon/frame/results.h>
 #include <MelkarCommon/key_reference.h>
-#include <MelkarCommon/support/platform/drawing.h>
-#include <MelkarCommon/support/platform/surface.h>
-
-#include <gtest/gtest.h>
+#include <frame/host_fixture.h>
 
 #include <algorithm>
+#include <regex>
 #include <set>
-#include <string>
 
 namespace {
 
@@ -48,22 +44,52 @@ TEST(Catalogue, StarterProfilesAreReadToTheLastLine) {
     EXPECT_EQ(melkar::KeyReferenceOf("CBarGraph"), "") << "a class is no kind";
 }
 
-TEST(Catalogue, EveryClassDrawsWithoutProfileAndData) {
-    const TempWorkdir work;
-    const std::size_t before = LiveObjectCount();
-    char path[] = "none.csv";
+/// A profile in which every key of the class, and the first ones of every row, has the same value.
+std::string ProfileOf(const melkar::GraphClass& graph, const std::string& value) {
+    std::string common = "[COMMON]\n", own = "[OWN]\n";
+    for (const melkar::ClassKeys& table : melkar::KeysReadBy(graph))
+        for (const melkar::KeyInfo& key : table.keys)
+            for (const char* number : {"0", "1", "2"}) {
+                std::string& section = key.section == melkar::KeySection::Own ? own : common;
+                section.append(std::regex_replace(key.name, std::regex("%[ds]"), number)).append("=" + value + "\n");
+            }
+    return common + own;
+}
+
+/// Whatever profile, file and place say: a picture, at once, or a refusal.
+class Anything : public HostTest, public testing::WithParamInterface<const char*> {};
+
+TEST_P(Anything, IsDrawnByEveryClass) {
+    const std::string data = "head\n,,-2147483648,nan,1e99,,,1e308,,-1,,1e308\n0,d,nan,1e308,inf,,,,,nan,,-1e308\n"
+                             "0,20260301,1e308,-1e308\n7,h,1e999\n-9,,\n\n0,i,-3";
     for (const melkar::GraphClass& graph : melkar::Catalogue()) {
         if (!graph.make)
             continue;
+        m_files.Write("conf/graph.cnf", ProfileOf(graph, GetParam()));
         const HDC screen = CreateMemorySurface(160, 120);
+        const HDC record = CreateRecordingSurface(160, 120);
         {
-            const auto one = graph.make(nullptr, screen, "A", screen, screen, screen);
-            for (const CRect& area : {CRect(0, 0, 160, 120), CRect(5, 5, 4, 4), CRect(0, 0, 0, 120)})
-                EXPECT_STRNE(melkar::ResultText(one->Draw(area, path)), "unknown result") << graph.name;
+            const auto shown = graph.make(nullptr, screen, "OWN", screen, screen, screen);
+            const auto direct = graph.make(nullptr, record, "OWN", nullptr, nullptr, nullptr);
+            direct->SetDirectOutput(1);
+            for (const CRect& area :
+                 {CRect(0, 0, 160, 120), CRect(5, 5, 4, 4), CRect(0, 0, 0, 120), CRect(300, 200, 0, 0),
+                  CRect(-50, -50, 40, 30), CRect(0, 0, 1 << 24, 300), CRect(INT_MIN, 0, INT_MAX, 9)})
+                for (CGraph* each : {shown.get(), direct.get()}) {
+                    const long result = each->Draw(area, DataFile(data).data());
+                    EXPECT_STRNE(melkar::ResultText(result), "unknown result") << graph.name;
+                    if (auto* chart = dynamic_cast<CBarGraph*>(each); chart) {
+                        chart->OnMouseMove(CPoint(80, 60));
+                        chart->OnMouseMove(2147483647L * 4, -5);
+                    }
+                }
         }
+        EXPECT_LT(GetRecording(record).size(), 30U << 20) << graph.name << " draws without measure";
         DeleteDC(screen);
-        EXPECT_EQ(LiveObjectCount(), before) << graph.name;
+        DeleteDC(record);
     }
 }
+INSTANTIATE_TEST_SUITE_P(Catalogue, Anything,
+                         testing::Values("", "1", "-1", "2147483647", "-2147483648", "nan,1e308,%n"));
 
 } // namespace

@@ -3,7 +3,7 @@
 #include <MelkarCommon/support/platform/printing/printer.h>
 #include <MelkarCommon/support/platform/surface.h>
 #include <MelkarCommon/support/support.h>
-#include <support/print_server.h>
+#include <support/faulty_printer.h>
 #include <support/temp_workdir.h>
 
 #include <csignal>
@@ -123,16 +123,6 @@ TEST_F(Printing, CallsOutOfTurnDoNothing) {
     DeleteDC(screen);
 }
 
-TEST_F(Printing, PrintersThatAreNotThereAreLogged) {
-    for (const char* name : {"no/such/folder/out.pdf", "ipp://127.0.0.1:1/printers/Test", "two words", ""}) {
-        HANDLE printer = this;
-        EXPECT_FALSE(OpenPrinterA(const_cast<char*>(name), &printer, nullptr)) << name;
-        EXPECT_EQ(printer, nullptr);
-        EXPECT_EQ(Open(name), nullptr);
-        EXPECT_THAT(Log(), HasSubstr("printer [" + std::string(name) + "]: "));
-    }
-}
-
 /// In a process of its own, whose limit can't be lifted again.
 [[noreturn]] void PrintOnFullDisk(HDC surface) {
     std::signal(SIGXFSZ, SIG_IGN);
@@ -163,7 +153,8 @@ TEST_F(PrintingToServer, JobsTellWhatWasAsked) {
     const DEVMODEA unknown = Settings(99, DMORIENT_PORTRAIT, DMCOLOR_COLOR);
     HDC queue = Open("Test", &settings);
     HDC address = Open(m_server.Address(), &unknown);
-    EXPECT_EQ(GetDeviceCaps(queue, HORZRES), 1026) << "1122.5 less twice the half inch at the sheet's top and bottom";
+    EXPECT_EQ(GetDeviceCaps(queue, HORZRES), 954) << "1122.5 - 72 - 96, the margins of A4 with borders";
+    EXPECT_EQ(GetDeviceCaps(address, VERTRES), 960) << "1056 - 48 - 48, those of its own paper";
     EXPECT_GT(StartDocA(queue, &kJob), 0);
     EXPECT_EQ(m_server.JobAttribute(1, "job-name"), "") << "no job before the document is whole";
     AbortDoc(queue);
@@ -197,7 +188,12 @@ TEST_F(PrintingToServer, TheServerGetsEveryByte) {
 }
 
 TEST_F(PrintingToServer, ServersThatGoAwayLeaveNothingBehind) {
-    HDC surface = Open("Test");
+    const FaultyPrinter printer(1);
+    HDC surface = Open(printer.Address());
+    EXPECT_EQ(PrintPages(surface, 3000), SP_ERROR) << "it hangs up while the document is on its way";
+    EXPECT_THAT(Log(), HasSubstr(printer.Address() + "]: Broken pipe"));
+    DeleteDC(surface);
+    surface = Open("Test");
     EXPECT_GT(StartDocA(surface, &kJob), 0);
     StartPage(surface);
     m_server.Stop();

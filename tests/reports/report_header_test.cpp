@@ -15,21 +15,15 @@ constexpr CRect kBlock(100, 50, 700, 400);
 TEST(ReportHeaderLayout, ColumnsAreAsWideAsTheirSamples) {
     HeaderCells c{};
     LayOutGraphHeader(c, kBlock, kSamples);
-    EXPECT_EQ(c[A0], CRect(100, 50, 160, 71));
-    EXPECT_EQ(c[A3], CRect(100, 113, 160, 134));
-    EXPECT_EQ(c[A6], CRect(100, 176, 160, 197));
-    EXPECT_EQ(c[B0], CRect(161, 50, 700, 71)) << "one unit right of column A, up to the block's edge";
-    EXPECT_EQ(c[B2], CRect(161, 92, 700, 113));
-    EXPECT_EQ(c[B3], CRect(161, 113, 251, 131)) << "as high as its sample, without the unit of column A";
-    EXPECT_EQ(c[C3], CRect(251, 113, 301, 131));
-    EXPECT_EQ(c[D3], CRect(301, 113, 381, 131));
-    EXPECT_EQ(c[E3], CRect(381, 113, 421, 131));
-    EXPECT_EQ(c[F3], CRect(421, 113, 700, 131));
-    EXPECT_EQ(c[F5], CRect(421, 155, 700, 173));
-    EXPECT_EQ(c[B6], CRect(161, 176, 700, 194));
-    EXPECT_EQ(c[H0], CRect(600, 50, 700, 71));
-    EXPECT_EQ(c[G0], CRect(530, 50, 600, 71));
-    EXPECT_EQ(c[G5], CRect(530, 155, 600, 176));
+    // B0 begins one unit right of column A; row 3 is as high as B3's sample, without the unit of column A.
+    const std::pair<HeaderCell, CRect> cells[] = {
+        {A0, {100, 50, 160, 71}},   {A3, {100, 113, 160, 134}}, {A6, {100, 176, 160, 197}}, {B0, {161, 50, 700, 71}},
+        {B2, {161, 92, 700, 113}},  {B3, {161, 113, 251, 131}}, {C3, {251, 113, 301, 131}}, {D3, {301, 113, 381, 131}},
+        {E3, {381, 113, 421, 131}}, {F3, {421, 113, 700, 131}}, {F5, {421, 155, 700, 173}}, {B6, {161, 176, 700, 194}},
+        {H0, {600, 50, 700, 71}},   {G0, {530, 50, 600, 71}},   {G5, {530, 155, 600, 176}},
+    };
+    for (const auto& [cell, place] : cells)
+        EXPECT_EQ(c[cell], place) << cell;
 }
 
 TEST(ReportHeaderLayout, CircadianBlockEndsWithRow4) {
@@ -72,22 +66,16 @@ TEST_F(ReportHeader, EachFieldHasItsSlot) {
     constexpr std::string_view head = "\"Doe\",J,Q,Jo,team\nall well\n41,f,170,65,22\n3/1,3/31,28,,,,";
     constexpr std::string_view rest = "\n8000,300,30,3,6\nnone\n310,2100,7400\n640,2900,15200\ndropped\nTokyo\n";
     ASSERT_EQ(header.GetData(File(std::string(head) + "1" + std::string(rest))), 0);
-    EXPECT_STREQ(header.m_szName, " Doe J Q-san");
-    EXPECT_STREQ(header.m_szNickname, "Jo");
-    EXPECT_STREQ(header.m_szGroup, " team");
-    EXPECT_STREQ(header.m_szComment, " all well");
-    EXPECT_STREQ(header.m_szAge, " 41 y ");
-    EXPECT_STREQ(header.m_szBmi, " 22 ");
-    EXPECT_STREQ(header.m_szDuring, " 3/1 - 3/31 ");
-    EXPECT_STREQ(header.m_szEffectiveDays, " 28 Days ");
-    EXPECT_STREQ(header.m_szStepTarget, " 8000 Steps ");
-    EXPECT_STREQ(header.m_szCalTarget, " 300 Cal ");
-    EXPECT_STREQ(header.m_szActTarget, " 30 min. ");
-    EXPECT_STREQ(header.m_szModerate, " 3 - 6 ");
-    EXPECT_STREQ(header.m_szExclude, " none ");
-    EXPECT_STREQ(header.m_szAveTotalCal, " 2100 Cal ");
-    EXPECT_STREQ(header.m_szMaxStep, " 15200 Steps ");
-    EXPECT_STREQ(header.m_szSite, " Tokyo");
+    std::string texts;
+    for (const TextSlot* slot :
+         {&header.m_szName, &header.m_szNickname, &header.m_szGroup, &header.m_szComment, &header.m_szAge,
+          &header.m_szBmi, &header.m_szDuring, &header.m_szEffectiveDays, &header.m_szStepTarget, &header.m_szCalTarget,
+          &header.m_szActTarget, &header.m_szModerate, &header.m_szExclude, &header.m_szAveTotalCal,
+          &header.m_szMaxStep, &header.m_szSite})
+        texts.append(*slot).append("|");
+    EXPECT_EQ(texts,
+              " Doe J Q-san|Jo| team| all well| 41 y | 22 | 3/1 - 3/31 | 28 Days | 8000 Steps | 300 Cal | 30 min. |"
+              " 3 - 6 | none | 2100 Cal | 15200 Steps | Tokyo|");
 
     ASSERT_EQ(header.GetData(File(std::string(head) + "01" + std::string(rest) + "10\n11\n12\n45,9000\n")), 0);
     EXPECT_STREQ(header.m_szStepTarget, " 9000 Steps ") << "any other flag: from row 13";

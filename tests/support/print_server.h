@@ -14,12 +14,31 @@
 #include <thread>
 #include <unistd.h>
 
+/// A socket at a free port of the loopback.
+struct LoopbackSocket {
+    LoopbackSocket() {
+        sockaddr_in address{AF_INET, 0, {htonl(INADDR_LOOPBACK)}, {}};
+        socklen_t size = sizeof address;
+        bind(socket, reinterpret_cast<sockaddr*>(&address), size);
+        getsockname(socket, reinterpret_cast<sockaddr*>(&address), &size);
+        port = ntohs(address.sin_port);
+    }
+    ~LoopbackSocket() { close(socket); }
+    LoopbackSocket(const LoopbackSocket&) = delete;
+    LoopbackSocket& operator=(const LoopbackSocket&) = delete;
+
+    int socket = ::socket(AF_INET, SOCK_STREAM, 0);
+    int port = 0;
+};
+
 /// A print server of its own on the loopback, with the queue "Test" that prints to a file; it keeps what it was sent.
-/// Gone with the object, and with the process at the latest. Calls of this thread that name a queue are led to it.
+/// The queue's own paper is Letter; A4 comes without borders and, behind that, with half an inch at the sides, three
+/// quarters below and one inch above. Gone with the object, and with the process at the latest. Calls of this thread
+/// that name a queue are led to it.
 class PrintServer {
 public:
     /// @param root an absolute directory for all that the server writes
-    explicit PrintServer(const std::filesystem::path& root) : m_root(root), m_port(FreePort()) {
+    explicit PrintServer(const std::filesystem::path& root) : m_root(root), m_port(LoopbackSocket().port) {
         WriteFiles();
         const std::string conf = m_root / "cupsd.conf";
         const std::string files = m_root / "cups-files.conf";
@@ -30,8 +49,10 @@ public:
             _exit(127);
         }
         WaitUntilItAnswers();
-        const std::string add = "lpadmin -h " + Host() + " -p Test -E -v file:" + (m_root / "printed").string() +
-                                " -P /usr/share/ppd/cupsfilters/Generic-PDF_Printer-PDF.ppd 2>/dev/null";
+        const std::string add = "cd " + m_root.string() + R"( && sed 's|Area A4/.*|Area A4/A4: "0 0 595 842"|
+            s|Area A4.Full.*|Area A4.Fullbleed/A4: "36 54 559 770"|' )" +
+                                "/usr/share/ppd/cupsfilters/Generic-PDF_Printer-PDF.ppd" + " > ppd && lpadmin -h " +
+                                Host() + " -p Test -E -v file:$PWD/printed -P ppd 2>/dev/null";
         if (std::system(add.c_str()) != 0) {
             Stop();
             throw std::runtime_error("no queue");
@@ -78,18 +99,6 @@ public:
 
 private:
     std::string Host() const { return "127.0.0.1:" + std::to_string(m_port); }
-
-    static int FreePort() {
-        const int probe = socket(AF_INET, SOCK_STREAM, 0);
-        sockaddr_in address{};
-        address.sin_family = AF_INET;
-        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        socklen_t size = sizeof address;
-        bind(probe, reinterpret_cast<sockaddr*>(&address), size);
-        getsockname(probe, reinterpret_cast<sockaddr*>(&address), &size);
-        close(probe);
-        return ntohs(address.sin_port);
-    }
 
     /// The server's children are of another user and have to get in.
     void WriteFiles() const {

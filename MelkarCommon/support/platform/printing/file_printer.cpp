@@ -25,11 +25,12 @@ class FilePrinter : public Printer {
 public:
     explicit FilePrinter(std::string path) : m_path(std::move(path)) {}
     const PrinterDefaults& Defaults() const override { return m_defaults; }
+    Margins MarginsOf(const Paper&) const override { return {}; }
     std::unique_ptr<PrintJob> Begin(const JobTicket&) override { return std::make_unique<FileJob>(m_path); }
 
 private:
     std::string m_path;
-    PrinterDefaults m_defaults{FindPaper(DMPAPER_A4), {}, true};
+    PrinterDefaults m_defaults{FindPaper(DMPAPER_A4), true};
 };
 
 } // namespace

@@ -12,6 +12,7 @@
 #include <filesystem>
 #include <optional>
 #include <unistd.h>
+#include <vector>
 
 namespace melkar {
 namespace {
@@ -83,6 +84,14 @@ Message MakeRequest(const Address& address, ipp_op_t operation) {
     return request;
 }
 
+/// Why a request failed. CUPS tells "Success" of a connection that broke.
+std::string FailureOf(http_t* server) {
+    if (const int error = httpError(server))
+        return std::strerror(error);
+    const std::string reason = cupsLastErrorString();
+    return reason != std::strerror(0) ? reason : "the connection was lost";
+}
+
 /// The answer to a request; null, with a log line, if it failed. @param document a file to send along, -1 for none
 Message Ask(const Address& address, Message request, int document) {
     const Connection server = Connect(address);
@@ -93,7 +102,7 @@ Message Ask(const Address& address, Message request, int document) {
     Message answer(cupsDoIORequest(server.get(), request.release(), address.resource.c_str(), document, -1));
     if (answer && ippGetStatusCode(answer.get()) <= IPP_STATUS_OK_EVENTS_COMPLETE)
         return answer;
-    LogPrinter(address.name, cupsLastErrorString());
+    LogPrinter(address.name, FailureOf(server.get()));
     return nullptr;
 }
 
@@ -104,20 +113,48 @@ const Paper* PaperOf(ipp_t* facts) {
     return paper != nullptr ? paper : FindPaper(DMPAPER_A4);
 }
 
-/// A printer's word is not trusted further than a quarter of a small sheet.
-int MarginOf(ipp_t* media, const char* name) {
-    constexpr int kMost = 2500;
-    ipp_attribute_t* margin = ippFindAttribute(media, name, IPP_TAG_INTEGER);
-    return margin != nullptr ? std::clamp(ippGetInteger(margin, 0), 0, kMost) : 0;
+/// A kind of sheet as a printer tells it.
+struct Medium {
+    int width; ///< upright, hundredths of a millimetre; 0 for sheets of any size
+    int height;
+    Margins margins;
+};
+
+int IntegerOf(ipp_t* collection, const char* name) {
+    ipp_attribute_t* found = ippFindAttribute(collection, name, IPP_TAG_INTEGER);
+    return found != nullptr ? ippGetInteger(found, 0) : 0;
 }
 
-Margins MarginsOf(ipp_t* facts) {
-    ipp_attribute_t* found = ippFindAttribute(facts, "media-col-default", IPP_TAG_BEGIN_COLLECTION);
-    if (found == nullptr)
-        return {};
-    ipp_t* media = ippGetCollection(found, 0);
-    return {MarginOf(media, "media-left-margin"), MarginOf(media, "media-top-margin"),
-            MarginOf(media, "media-right-margin"), MarginOf(media, "media-bottom-margin")};
+/// A printer's word is not trusted further than three centimetres.
+int MarginOf(ipp_t* medium, const char* name) { return std::clamp(IntegerOf(medium, name), 0, 3000); }
+
+/// All zero for none.
+Medium MediumOf(ipp_t* medium) {
+    ipp_attribute_t* found = ippFindAttribute(medium, "media-size", IPP_TAG_BEGIN_COLLECTION);
+    ipp_t* size = ippGetCollection(found, 0);
+    return {IntegerOf(size, "x-dimension"),
+            IntegerOf(size, "y-dimension"),
+            {MarginOf(medium, "media-left-margin"), MarginOf(medium, "media-top-margin"),
+             MarginOf(medium, "media-right-margin"), MarginOf(medium, "media-bottom-margin")}};
+}
+
+/// The printer's own sheet first, in any case; then those that lie in it and those that it can take, if it tells.
+std::vector<Medium> MediaOf(ipp_t* facts) {
+    const auto find = [facts](const char* name) { return ippFindAttribute(facts, name, IPP_TAG_BEGIN_COLLECTION); };
+    std::vector<Medium> media = {MediumOf(ippGetCollection(find("media-col-default"), 0))};
+    for (const char* name : {"media-col-ready", "media-col-database"}) {
+        ipp_attribute_t* found = find(name);
+        for (int i = 0; i < ippGetCount(found); ++i)
+            media.push_back(MediumOf(ippGetCollection(found, i)));
+    }
+    return media;
+}
+
+/// Sizes in inches and in points come rounded.
+bool IsOf(const Medium& medium, const Paper& paper) {
+    constexpr int kHalfMillimetre = 50;
+    return std::abs(medium.width - paper.width) <= kHalfMillimetre &&
+           std::abs(medium.height - paper.height) <= kHalfMillimetre;
 }
 
 bool IsColored(ipp_t* facts) {
@@ -191,9 +228,18 @@ private:
 
 class IppPrinter : public Printer {
 public:
-    IppPrinter(Address address, const PrinterDefaults& defaults)
-        : m_address(std::move(address)), m_defaults(defaults) {}
+    IppPrinter(Address address, const PrinterDefaults& defaults, std::vector<Medium> media)
+        : m_address(std::move(address)), m_defaults(defaults), m_media(std::move(media)) {}
     const PrinterDefaults& Defaults() const override { return m_defaults; }
+    /// Those of the first such sheet with any: borderless ones have to be asked for. For a paper that it doesn't tell
+    /// of, those of the printer's own sheet.
+    Margins MarginsOf(const Paper& paper) const override {
+        const Medium* best = nullptr;
+        for (const Medium& medium : m_media)
+            if (IsOf(medium, paper) && (best == nullptr || best->margins == Margins{}))
+                best = &medium;
+        return best != nullptr ? best->margins : m_media.front().margins;
+    }
     std::unique_ptr<PrintJob> Begin(const JobTicket& ticket) override {
         auto job = std::make_unique<IppJob>(m_address, ticket);
         if (job->HasRoom())
@@ -205,12 +251,14 @@ public:
 private:
     Address m_address;
     PrinterDefaults m_defaults;
+    std::vector<Medium> m_media; ///< its own sheet first
 };
 
 } // namespace
 
 std::unique_ptr<Printer> FindIppPrinter(const std::string& name) {
-    constexpr std::array<const char*, 3> kWanted = {"media-default", "media-col-default", "print-color-mode-supported"};
+    constexpr std::array kWanted = {"media-default", "media-col-ready", "media-col-database", "media-col-default",
+                                    "print-color-mode-supported"};
     const std::optional<Address> address = ParseAddress(name);
     if (!address) {
         LogPrinter(name, "not the name of a printer");
@@ -222,8 +270,8 @@ std::unique_ptr<Printer> FindIppPrinter(const std::string& name) {
     const Message facts = Ask(*address, std::move(request), -1);
     if (!facts)
         return nullptr;
-    const PrinterDefaults defaults{PaperOf(facts.get()), MarginsOf(facts.get()), IsColored(facts.get())};
-    return std::make_unique<IppPrinter>(*address, defaults);
+    const PrinterDefaults defaults{PaperOf(facts.get()), IsColored(facts.get())};
+    return std::make_unique<IppPrinter>(*address, defaults, MediaOf(facts.get()));
 }
 
 } // namespace melkar

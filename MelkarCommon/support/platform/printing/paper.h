@@ -22,6 +22,8 @@ struct Margins {
     int top = 0;
     int right = 0;
     int bottom = 0;
+
+    bool operator==(const Margins&) const = default;
 };
 
 /// Null for a code that isn't known.

@@ -13,7 +13,6 @@ namespace melkar {
 /// What a printer does if nothing is asked of it.
 struct PrinterDefaults {
     const Paper* paper; ///< never null
-    Margins margins;    ///< that take no ink
     bool isColored;
 };
 
@@ -42,6 +41,8 @@ public:
     virtual ~Printer() = default;
 
     virtual const PrinterDefaults& Defaults() const = 0;
+    /// The edges of a sheet that take no ink.
+    virtual Margins MarginsOf(const Paper& paper) const = 0;
     /// Null, with a log line, if there is no room for a document.
     virtual std::unique_ptr<PrintJob> Begin(const JobTicket& ticket) = 0;
 };

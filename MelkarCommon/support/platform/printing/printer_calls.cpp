@@ -61,7 +61,8 @@ HDC MakePrinterSurface(const char* name, const DEVMODEA* settings) {
         return nullptr;
     auto state = std::make_unique<PrintState>();
     state->ticket = TicketOf(settings, *printer, name);
-    state->sheet = LayOutSheet(*state->ticket.paper, printer->Defaults().margins, state->ticket.isLandscape);
+    const Paper& paper = *state->ticket.paper;
+    state->sheet = LayOutSheet(paper, printer->MarginsOf(paper), state->ticket.isLandscape);
     state->printer = std::move(printer);
     const DeviceSize room{state->sheet.roomWidth, state->sheet.roomHeight};
     auto surface = std::make_unique<HDC__>(TextMedium::Page, kUnitsPerInch, room);

@@ -32,7 +32,7 @@ RECT Ordered(int left, int top, int right, int bottom) {
 /// Grows (or, below 0, shrinks) by `by` on every side.
 RECT Grown(const RECT& r, int by) {
     const Box box = ToBox(r);
-    return Saturated(Box{box.left - by, box.top - by, box.right + by, box.bottom + by});
+    return ToRect(Box{box.left - by, box.top - by, box.right + by, box.bottom + by});
 }
 
 void Fill(HDC surface, const RECT& rect, COLORREF color) {
@@ -119,8 +119,8 @@ void CutSpan(int& from, int& to, int& targetFrom, int& targetTo, int limit) {
         return;
     }
     const double scale = (double{1} * targetTo - targetFrom) / (double{1} * to - from);
-    targetTo = Saturated(targetFrom + std::llround((double{1} * cutTo - from) * scale));
-    targetFrom = Saturated(targetFrom + std::llround((double{1} * cutFrom - from) * scale));
+    targetTo = NearestInt(targetFrom + std::llround((double{1} * cutTo - from) * scale));
+    targetFrom = NearestInt(targetFrom + std::llround((double{1} * cutFrom - from) * scale));
     from = cutFrom;
     to = cutTo;
 }
@@ -183,9 +183,7 @@ BOOL CopyPlayedRecord(HDC to, HDC from, Copy copy, DWORD operation) {
     return TRUE;
 }
 
-RECT RectAt(int x, int y, int width, int height) {
-    return {x, y, Saturated(std::int64_t{x} + width), Saturated(std::int64_t{y} + height)};
-}
+RECT RectAt(int x, int y, int width, int height) { return {x, y, AddEdge(x, width), AddEdge(y, height)}; }
 
 } // namespace
 

@@ -26,7 +26,7 @@ std::string_view Bytes(const HDC__& surface, const char* text, int length) {
 Shape Background(POINT at, int width, int height, int escapement) {
     PolygonShape box;
     for (const PointD& corner : TurnedBox(at, width, height, escapement))
-        box.points.push_back({Saturated(std::llround(corner.x)), Saturated(std::llround(corner.y))});
+        box.points.push_back({NearestInt(std::llround(corner.x)), NearestInt(std::llround(corner.y))});
     return box;
 }
 
@@ -60,8 +60,8 @@ void PaintLine(HDC surface, const std::shared_ptr<const TextLayout>& layout, std
 int LineLeft(const RECT& rect, int width, UINT format) {
     const std::int64_t room = std::int64_t{rect.right} - rect.left - width;
     if (format & DT_CENTER)
-        return Saturated(rect.left + room / 2);
-    return format & DT_RIGHT ? Saturated(rect.left + room) : rect.left;
+        return NearestInt(rect.left + room / 2);
+    return format & DT_RIGHT ? NearestInt(rect.left + room) : rect.left;
 }
 
 /// Top of the first line in the rectangle: vertical placement is for single lines only.
@@ -111,8 +111,8 @@ int DrawTextExA(HDC surface, char* text, int length, RECT* rect, UINT format, vo
         layout = LayOutText(surface->Face(), bytes, singleLine, layout->width);
     const int height = singleLine ? layout->lineHeight : layout->Height(); // a single line is there without text, too
     if (measures) {
-        rect->right = Saturated(std::int64_t{rect->left} + layout->width);
-        rect->bottom = Saturated(std::int64_t{rect->top} + height);
+        rect->right = AddEdge(rect->left, layout->width);
+        rect->bottom = AddEdge(rect->top, height);
     } else {
         PaintLayout(surface, layout, *rect, format);
     }

@@ -25,9 +25,9 @@ bool Covers(const RECT& outer, const RECT& inner) {
 }
 
 RECT Around(const Area& area) {
-    return Saturated(
-        Box{static_cast<std::int64_t>(std::floor(area.left)), static_cast<std::int64_t>(std::floor(area.top)),
-            static_cast<std::int64_t>(std::ceil(area.right)), static_cast<std::int64_t>(std::ceil(area.bottom))});
+    return ToRect(Box{static_cast<std::int64_t>(std::floor(area.left)), static_cast<std::int64_t>(std::floor(area.top)),
+                      static_cast<std::int64_t>(std::ceil(area.right)),
+                      static_cast<std::int64_t>(std::ceil(area.bottom))});
 }
 
 bool IsFar(POINT p) { return p.x < -kFar || p.x > kFar || p.y < -kFar || p.y > kFar; }

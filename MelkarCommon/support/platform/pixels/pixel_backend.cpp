@@ -221,7 +221,7 @@ void PixelBackend::FillCorner(Corner corner, POINT at, const Stroke& stroke, con
     const std::int64_t left = std::int64_t{at.x} - width / 2;
     const std::int64_t top = std::int64_t{at.y} - width / 2;
     if (corner == Corner::Square)
-        FillRect(Saturated(Box{left, top, left + width, top + width}), stroke.color);
+        FillRect(ToRect(Box{left, top, left + width, top + width}), stroke.color);
     else if (corner == Corner::Round && disc.mask != nullptr)
         BlendAt(disc, at, stroke.color);
     else if (corner == Corner::Round)

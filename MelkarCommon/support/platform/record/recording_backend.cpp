@@ -134,9 +134,7 @@ public:
     }
 
 private:
-    RECT Moved(const RECT& r) const {
-        return Saturated({r.left + m_dx, r.top + m_dy, r.right + m_dx, r.bottom + m_dy});
-    }
+    RECT Moved(const RECT& r) const { return ToRect({r.left + m_dx, r.top + m_dy, r.right + m_dx, r.bottom + m_dy}); }
     POINT Moved(POINT p) const {
         const RECT moved = Moved(RECT{p.x, p.y, p.x, p.y});
         return {moved.left, moved.top};

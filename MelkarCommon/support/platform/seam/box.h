@@ -11,9 +11,6 @@
 
 namespace melkar {
 
-/// The nearest int.
-constexpr int Saturated(std::int64_t value) { return NearestInt(value); }
-
 /// A rectangle whose edges can't overflow; made from ints by adding and subtracting.
 struct Box {
     std::int64_t left;
@@ -36,8 +33,8 @@ constexpr RECT ClipBox(const Box& box, const RECT& clip) {
 }
 
 /// The rectangle with each edge at the nearest int.
-constexpr RECT Saturated(const Box& box) {
-    return {Saturated(box.left), Saturated(box.top), Saturated(box.right), Saturated(box.bottom)};
+constexpr RECT ToRect(const Box& box) {
+    return {NearestInt(box.left), NearestInt(box.top), NearestInt(box.right), NearestInt(box.bottom)};
 }
 
 } // namespace melkar

@@ -1,10 +1,8 @@
 // Copies between surfaces: of pictures loaded at another size, of records that can't stay records, and what a record
 // lets go of.
 
+#include "support/surface.h"
 #include "support/temp_workdir.h"
-
-#include <MelkarCommon/support/platform/drawing.h>
-#include <MelkarCommon/support/platform/surface.h>
 #include <MelkarCommon/support/scoped.h>
 
 #include <gtest/gtest.h>
@@ -12,14 +10,6 @@
 #include <string>
 
 namespace {
-
-struct Surface {
-    explicit Surface(HDC dc) : handle(dc) {}
-    ~Surface() { DeleteDC(handle); }
-    Surface(const Surface&) = delete;
-    Surface& operator=(const Surface&) = delete;
-    HDC handle;
-};
 
 void Fill(HDC surface, RECT r, COLORREF color) {
     const melkar::ScopedPen none(surface, PS_NULL, 0, 0);
@@ -41,24 +31,24 @@ TEST(Copies, MasksLoadedAtAnotherSizeKeepTheirEdge) {
     const std::string path = work.Path("bin/mask.png");
     {
         const Surface file(CreateMemorySurface(2, 1));
-        Fill(file.handle, {0, 0, 1, 1}, RGB(0, 0, 0));
-        ASSERT_EQ(WritePng(file.handle, path.c_str()), 0);
+        Fill(file, {0, 0, 1, 1}, RGB(0, 0, 0));
+        ASSERT_EQ(WritePng(file, path.c_str()), 0);
     }
     const std::size_t alive = LiveObjectCount();
     HANDLE mask = LoadImageA(nullptr, path.c_str(), IMAGE_BITMAP, 7, 1, LR_LOADFROMFILE);
     {
         const Surface from(CreateCompatibleDC(nullptr));
-        const melkar::ScopedObject selected(from.handle, mask); // deletes it
+        const melkar::ScopedObject selected(from, mask); // deletes it
         const auto copied = [&](COLORREF ground, DWORD operation) {
             const Surface to(CreateMemorySurface(8, 1));
-            Fill(to.handle, {0, 0, 8, 1}, ground);
-            EXPECT_TRUE(BitBlt(to.handle, 0, 0, 7, 1, from.handle, 0, 0, operation));
-            return Row(to.handle);
+            Fill(to, {0, 0, 8, 1}, ground);
+            EXPECT_TRUE(BitBlt(to, 0, 0, 7, 1, from, 0, 0, operation));
+            return Row(to);
         };
         EXPECT_EQ(copied(RGB(255, 255, 255), SRCCOPY), "##???...") << "smooth: 3 of 7 pixels lie between the centres";
         EXPECT_EQ(copied(RGB(255, 255, 255), SRCAND), "###.....") << "the centre of the fourth lies on the second half";
         EXPECT_EQ(copied(RGB(0, 0, 0), SRCPAINT), "###....#");
-        Fill(from.handle, {0, 0, 1, 1}, RGB(255, 255, 255));
+        Fill(from, {0, 0, 1, 1}, RGB(255, 255, 255));
         EXPECT_EQ(copied(RGB(255, 255, 255), SRCAND).substr(0, 2), ".#") << "drawn on: it no longer is its file";
     }
     EXPECT_EQ(LiveObjectCount(), alive);
@@ -67,40 +57,40 @@ TEST(Copies, MasksLoadedAtAnotherSizeKeepTheirEdge) {
 TEST(Copies, UnknownOperationsAreRefused) {
     const Surface pixels(CreateMemorySurface(4, 4));
     const Surface record(CreateRecordingSurface(4, 4));
-    for (HDC from : {pixels.handle, record.handle})
-        for (HDC to : {pixels.handle, record.handle})
+    for (HDC from : {HDC{pixels}, HDC{record}})
+        for (HDC to : {HDC{pixels}, HDC{record}})
             EXPECT_FALSE(BitBlt(to, 0, 0, 2, 2, from, 0, 0, 0x1234));
-    EXPECT_EQ(GetRecording(record.handle), "");
+    EXPECT_EQ(GetRecording(record), "");
 }
 
 TEST(Copies, RecordsArePlayedAtPixelsWhereTheyMustBe) {
     const Surface record(CreateRecordingSurface(4, 1));
-    Fill(record.handle, {0, 0, 2, 1}, RGB(0, 0, 0));
+    Fill(record, {0, 0, 2, 1}, RGB(0, 0, 0));
     const Surface pixels(CreateMemorySurface(8, 1));
-    EXPECT_TRUE(StretchBlt(pixels.handle, 0, 0, 8, 1, record.handle, 0, 0, 4, 1, SRCAND));
-    EXPECT_EQ(Row(pixels.handle), "####....");
-    EXPECT_TRUE(StretchBlt(pixels.handle, 4, 0, 4, 1, record.handle, 1, 0, 1, 1, SRCCOPY)) << "a part, enlarged";
-    EXPECT_EQ(Row(pixels.handle), "########");
+    EXPECT_TRUE(StretchBlt(pixels, 0, 0, 8, 1, record, 0, 0, 4, 1, SRCAND));
+    EXPECT_EQ(Row(pixels), "####....");
+    EXPECT_TRUE(StretchBlt(pixels, 4, 0, 4, 1, record, 1, 0, 1, 1, SRCCOPY)) << "a part, enlarged";
+    EXPECT_EQ(Row(pixels), "########");
     const Surface other(CreateRecordingSurface(8, 4));
-    EXPECT_TRUE(StretchBlt(other.handle, 0, 0, 8, 2, record.handle, 0, 0, 4, 1, SRCCOPY));
-    EXPECT_TRUE(BitBlt(other.handle, 1, 2, 4, 1, record.handle, 0, 0, SRCPAINT));
-    EXPECT_EQ(GetRecording(other.handle), "image 0,0 8x2 from 4x1\nimage 1,2 4x1 from 4x1 or\n");
+    EXPECT_TRUE(StretchBlt(other, 0, 0, 8, 2, record, 0, 0, 4, 1, SRCCOPY));
+    EXPECT_TRUE(BitBlt(other, 1, 2, 4, 1, record, 0, 0, SRCPAINT));
+    EXPECT_EQ(GetRecording(other), "image 0,0 8x2 from 4x1\nimage 1,2 4x1 from 4x1 or\n");
 }
 
 TEST(Copies, ARecordDropsWhatIsCovered) {
     const Surface record(CreateRecordingSurface(10, 10));
-    Fill(record.handle, {1, 1, 9, 9}, RGB(255, 0, 0));
-    Fill(record.handle, {0, 0, 10, 9}, RGB(0, 255, 0)); // leaves a row
-    EXPECT_EQ(GetRecording(record.handle), "fill 1,1 8x8 #FF0000\nfill 0,0 10x9 #00FF00\n");
-    Fill(record.handle, {0, 0, 10, 10}, RGB(0, 0, 255));
-    EXPECT_EQ(GetRecording(record.handle), "fill 0,0 10x10 #0000FF\n");
+    Fill(record, {1, 1, 9, 9}, RGB(255, 0, 0));
+    Fill(record, {0, 0, 10, 9}, RGB(0, 255, 0)); // leaves a row
+    EXPECT_EQ(GetRecording(record), "fill 1,1 8x8 #FF0000\nfill 0,0 10x9 #00FF00\n");
+    Fill(record, {0, 0, 10, 10}, RGB(0, 0, 255));
+    EXPECT_EQ(GetRecording(record), "fill 0,0 10x10 #0000FF\n");
 
     const Surface shared(CreateRecordingSurface(10, 10));
     for (int redraw = 0; redraw < 3; ++redraw)
-        BitBlt(shared.handle, 0, 0, 10, 10, record.handle, 0, 0, SRCCOPY);
-    EXPECT_EQ(GetRecording(shared.handle), "copy 0,0 10x10 from 0,0\nfill 0,0 10x10 #0000FF\n");
-    BitBlt(shared.handle, 0, 0, 5, 5, record.handle, 0, 0, SRCCOPY);
-    EXPECT_EQ(GetRecording(shared.handle),
+        BitBlt(shared, 0, 0, 10, 10, record, 0, 0, SRCCOPY);
+    EXPECT_EQ(GetRecording(shared), "copy 0,0 10x10 from 0,0\nfill 0,0 10x10 #0000FF\n");
+    BitBlt(shared, 0, 0, 5, 5, record, 0, 0, SRCCOPY);
+    EXPECT_EQ(GetRecording(shared),
               "copy 0,0 10x10 from 0,0\nfill 0,0 10x10 #0000FF\ncopy 0,0 5x5 from 0,0\nfill 0,0 5x5 #0000FF\n")
         << "under a clip that fill covers a part";
 }

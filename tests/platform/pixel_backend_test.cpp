@@ -1,4 +1,4 @@
-#include "brushes.h"
+#include "canvas.h"
 
 #include <MelkarCommon/support/platform/geometry.h>
 #include <MelkarCommon/support/platform/pixels/pixel_backend.h>
@@ -13,55 +13,6 @@
 
 namespace melkar {
 namespace {
-
-constexpr Color kWhite = 0xFFFFFFFFU;
-constexpr Color kBlack = 0xFF000000U;
-constexpr Color kRed = 0xFFFF0000U;
-constexpr Color kBlue = 0xFF0000FFU;
-
-/// A white picture with a margin of two guard pixels behind each row.
-struct Canvas {
-    Canvas(int width, int height, Color color = kWhite)
-        : memory(static_cast<std::size_t>((width + 2) * height), color), buffer{memory.data(), width, height,
-                                                                                width + 2},
-          backend(MakePixelBackend(buffer)) {}
-
-    Color& At(int x, int y) { return *(memory.data() + y * std::ptrdiff_t{buffer.stride} + x); }
-    Color At(int x, int y) const { return *(memory.data() + y * std::ptrdiff_t{buffer.stride} + x); }
-    int Blue(int x, int y) const { return static_cast<int>(At(x, y) & 0xFFU); }
-    /// '.' white, '#' black, 'r' red, 'b' blue, '?' anything else.
-    char Letter(int x, int y) const {
-        const Color color = At(x, y);
-        return color == kWhite ? '.' : color == kBlack ? '#' : color == kRed ? 'r' : color == kBlue ? 'b' : '?';
-    }
-    std::string Row(int y) const {
-        std::string text;
-        for (int x = 0; x < buffer.width; ++x)
-            text += Letter(x, y);
-        return text;
-    }
-    std::string Column(int x) const {
-        std::string text;
-        for (int y = 0; y < buffer.height; ++y)
-            text += Letter(x, y);
-        return text;
-    }
-    template <class Visit> void EachPixel(const Visit& visit) const {
-        for (int y = 0; y < buffer.height; ++y)
-            for (int x = 0; x < buffer.width; ++x)
-                visit(x, y);
-    }
-    bool GuardIsClean() const {
-        for (int y = 0; y < buffer.height; ++y)
-            if (At(buffer.width, y) != kWhite || At(buffer.width + 1, y) != kWhite)
-                return false;
-        return true;
-    }
-
-    std::vector<std::uint32_t> memory;
-    PixelBuffer buffer;
-    std::unique_ptr<Backend> backend;
-};
 
 TEST(PixelLines, LevelLinesFromEndToEnd) {
     const struct Case {

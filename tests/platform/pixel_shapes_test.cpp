@@ -1,12 +1,11 @@
 // What the pixel backend fills and strokes by itself, against values from a drawing on paper and against the general
 // rasteriser.
 
-#include "brushes.h"
+#include "canvas.h"
 
 #include <MelkarCommon/support/platform/cairo/handles.h>
 #include <MelkarCommon/support/platform/cairo/shapes.h>
 #include <MelkarCommon/support/platform/drawing.h>
-#include <MelkarCommon/support/platform/pixels/pixel_backend.h>
 #include <MelkarCommon/support/platform/pixels/pixel_chains.h>
 #include <MelkarCommon/support/platform/pixels/pixel_discs.h>
 #include <MelkarCommon/support/platform/surface.h>
@@ -21,22 +20,9 @@
 namespace melkar {
 namespace {
 
-constexpr Color kWhite = 0xFFFFFFFFU;
-constexpr Color kBlack = 0xFF000000U;
-constexpr int kSide = 80;
-
-struct Picture {
-    std::vector<std::uint32_t> memory = std::vector<std::uint32_t>(std::size_t{kSide} * kSide, kWhite);
-    PixelBuffer buffer{memory.data(), kSide, kSide, kSide};
-    std::unique_ptr<Backend> backend = MakePixelBackend(buffer);
-
-    /// How dark a pixel is, 0 to 255.
-    int Ink(int x, int y) const { return 255 - static_cast<int>(*PixelAt(buffer, x, y) & 0xFFU); }
-};
-
 /// The greatest difference to what the general rasteriser makes of it. It works in fifteenths of a row, so what it has
 /// to be exact in is drawn `scale` times as large and averaged.
-template <class Draw> int FarthestFromRasteriser(const Picture& picture, int scale, const Draw& draw) {
+template <class Draw> int FarthestFromRasteriser(const Canvas& picture, int scale, const Draw& draw) {
     const int side = kSide * scale;
     const CairoSurface surface(cairo_image_surface_create(CAIRO_FORMAT_A8, side, side));
     const CairoContext cr(cairo_create(surface.get()));
@@ -58,9 +44,9 @@ template <class Draw> int FarthestFromRasteriser(const Picture& picture, int sca
 
 /// What is drawn under a clip is what is drawn without one, and nothing outside of it.
 template <class Draw> void ExpectCutAt(const RECT& clip, const Draw& draw) {
-    Picture whole;
+    Canvas whole;
     draw(*whole.backend);
-    Picture cut;
+    Canvas cut;
     cut.backend->SetClip(clip);
     draw(*cut.backend);
     for (int y = 0; y < kSide; ++y)
@@ -86,7 +72,7 @@ TEST(PixelChains, CoverageByHand) {
         {"mirrored: goes to the left first", {{4, 4}, {0, 4}, {0, 0}}, 2, 2, 128},
     };
     for (const Case& c : cases) {
-        Picture picture;
+        Canvas picture;
         const auto chains = FindChains(c.corners, {0, 0, kSide, kSide});
         ASSERT_TRUE(chains) << c.why;
         FillChains(picture.buffer, {0, 0, kSide, kSide}, *chains, kBlack);
@@ -100,7 +86,7 @@ TEST(PixelChains, LeaveWhatGoesToAndFro) {
     const std::vector<POINT> crossing{{0, 0}, {10, 15}, {20, 0}, {20, 10}, {5, 2}, {0, 10}};
     EXPECT_FALSE(FindChains(zigzag, clip));
     EXPECT_FALSE(FindChains(crossing, clip)) << "within a column";
-    Picture picture;
+    Canvas picture;
     picture.backend->FillShape(PolygonShape{zigzag}, kBlack);
     EXPECT_EQ(picture.Ink(17, 9), 0) << "in the notch";
     EXPECT_EQ(picture.Ink(3, 10), 255);
@@ -124,7 +110,7 @@ TEST(PixelChains, LikeTheRasteriser) {
     constexpr RECT kWhole{0, 0, kSide, kSide};
     for (int i = 0; i < 100; ++i) {
         const PolygonShape polygon{RandomChains(random)};
-        Picture picture;
+        Canvas picture;
         const auto chains = FindChains(polygon.points, kWhole);
         ASSERT_TRUE(chains) << i;
         FillChains(picture.buffer, kWhole, *chains, kBlack);
@@ -146,7 +132,7 @@ TEST(PixelDiscs, LikeTheRasteriser) {
         const auto draw = [&](Backend& backend) {
             isRing ? backend.StrokeShape(ellipse, stroke) : backend.FillShape(ellipse, kBlack);
         };
-        Picture picture;
+        Canvas picture;
         draw(*picture.backend);
         const RECT all{0, 0, kSide, kSide};
         const auto drawOther = [&](cairo_t* cr) {
@@ -172,7 +158,7 @@ TEST(PixelDiscs, SmallOnesAreKept) {
 TEST(PixelPolyline, FramesAreWholeAtTheirCorners) {
     const POINT frame[] = {{5, 5}, {25, 5}, {25, 15}, {5, 15}, {5, 5}};
     for (const int width : {2, 3, 6}) {
-        Picture picture;
+        Canvas picture;
         picture.backend->StrokePolyline(frame, Width(width));
         const int outside = 5 - width / 2;
         for (int y = 0; y < 25; ++y)
@@ -237,7 +223,7 @@ TEST(PixelPolyline, WideOnesAreWholeAlongTheirPath) {
             if (isSloped)
                 points.insert(points.end(), points.size() == 3 ? 2 : 1, next); // one point is named twice
         }
-        Picture picture;
+        Canvas picture;
         picture.backend->StrokePolyline(points, Width(width));
         for (int y = 0; y < kSide; ++y)
             for (int x = 0; x < kSide; ++x) {

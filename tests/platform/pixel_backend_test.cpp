@@ -15,12 +15,7 @@ namespace melkar {
 namespace {
 
 TEST(PixelLines, LevelLinesFromEndToEnd) {
-    const struct Case {
-        const char* why;
-        int from, to;
-        Stroke stroke;
-        const char* row;
-    } cases[] = {
+    const std::tuple<const char*, int, int, Stroke, const char*> cases[] = {
         {"leftwards, end left out", 6, 2, {}, "...####....."},
         {"pattern goes from the start, leftwards", 11, -1, Dashes(3, 2), "##..###..###"},
         {"pattern counts from a hidden start, leftwards", 15, -1, Dashes(3, 2), "#..###..###."},
@@ -29,15 +24,15 @@ TEST(PixelLines, LevelLinesFromEndToEnd) {
         {"no number as phase", 0, 12, Dashes(3, 2, NAN), "###..###..##"},
         {"negative phase", 0, 12, Dashes(3, 2, -1), ".###..###..#"},
     };
-    for (const Case& c : cases) {
+    for (const auto& [why, from, to, stroke, row] : cases) {
         Canvas level(12, 3);
-        StrokeLine(*level.backend, {c.from, 1}, {c.to, 1}, c.stroke);
-        EXPECT_EQ(level.Row(1), c.row) << c.why;
-        EXPECT_EQ(level.Row(0) + level.Row(2), std::string(24, '.')) << c.why;
+        StrokeLine(*level.backend, {from, 1}, {to, 1}, stroke);
+        EXPECT_EQ(level.Row(1), row) << why;
+        EXPECT_EQ(level.Row(0) + level.Row(2), std::string(24, '.')) << why;
         Canvas upright(3, 12);
-        StrokeLine(*upright.backend, {1, c.from}, {1, c.to}, c.stroke);
-        EXPECT_EQ(upright.Column(1), c.row) << c.why << ", upright";
-        EXPECT_TRUE(level.GuardIsClean() && upright.GuardIsClean()) << c.why;
+        StrokeLine(*upright.backend, {1, from}, {1, to}, stroke);
+        EXPECT_EQ(upright.Column(1), row) << why << ", upright";
+        EXPECT_TRUE(level.GuardIsClean() && upright.GuardIsClean()) << why;
     }
 }
 

@@ -57,11 +57,7 @@ template <class Draw> void ExpectCutAt(const RECT& clip, const Draw& draw) {
 }
 
 TEST(PixelChains, CoverageByHand) {
-    const struct Case {
-        const char* why;
-        std::vector<POINT> corners;
-        int x, y, ink;
-    } cases[] = {
+    const std::tuple<const char*, std::vector<POINT>, int, int, int> cases[] = {
         {"half a pixel on the diagonal", {{0, 0}, {4, 4}, {0, 4}}, 2, 2, 128},
         {"whole below it", {{0, 0}, {4, 4}, {0, 4}}, 2, 3, 255},
         {"first of two rows: a quarter", {{5, 9}, {5, 2}, {6, 0}, {6, 9}}, 5, 0, 64},
@@ -71,12 +67,12 @@ TEST(PixelChains, CoverageByHand) {
         {"far corners: y at column 7 is still 7", {{0, 0}, {INT_MAX, INT_MAX}, {0, INT_MAX}}, 7, 7, 128},
         {"mirrored: goes to the left first", {{4, 4}, {0, 4}, {0, 0}}, 2, 2, 128},
     };
-    for (const Case& c : cases) {
+    for (const auto& [why, corners, x, y, ink] : cases) {
         Canvas picture;
-        const auto chains = FindChains(c.corners, {0, 0, kSide, kSide});
-        ASSERT_TRUE(chains) << c.why;
+        const auto chains = FindChains(corners, {0, 0, kSide, kSide});
+        ASSERT_TRUE(chains) << why;
         FillChains(picture.buffer, {0, 0, kSide, kSide}, *chains, kBlack);
-        EXPECT_NEAR(picture.Ink(c.x, c.y), c.ink, 1) << c.why;
+        EXPECT_NEAR(picture.Ink(x, y), ink, 1) << why;
     }
 }
 

@@ -6,10 +6,8 @@
 #include <support/faulty_printer.h>
 #include <support/temp_workdir.h>
 
-#include <csignal>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 
 using namespace melkar;
 using testing::HasSubstr;
@@ -121,21 +119,6 @@ TEST_F(Printing, CallsOutOfTurnDoNothing) {
     EXPECT_EQ(GlobalFree(screen), static_cast<HANDLE>(screen));
     EXPECT_EQ(GlobalAlloc(0, static_cast<std::size_t>(-1)), nullptr) << "the size of the settings of no printer";
     DeleteDC(screen);
-}
-
-/// In a process of its own, whose limit can't be lifted again.
-[[noreturn]] void PrintOnFullDisk(HDC surface) {
-    std::signal(SIGXFSZ, SIG_IGN);
-    const rlimit limit{512, 512};
-    setrlimit(RLIMIT_FSIZE, &limit);
-    std::_Exit(PrintPages(surface, 20) == SP_ERROR ? 0 : 1);
-}
-
-TEST_F(Printing, FullDiskLeavesNoFile) {
-    HDC surface = Open(m_files.Path("out.pdf"));
-    EXPECT_EXIT(PrintOnFullDisk(surface), testing::ExitedWithCode(0), "");
-    DeleteDC(surface);
-    EXPECT_FALSE(IsThere("out.pdf"));
 }
 
 class PrintingToServer : public Printing {

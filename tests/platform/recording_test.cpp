@@ -63,18 +63,16 @@ std::vector<RecordedOp> Record(const std::vector<Draw>& draws, const RECT& clip 
     return ops;
 }
 
-struct Case {
-    const char* why;
-    Draw draw;
-    const char* line; ///< without its line feed; empty: nothing is recorded
-};
+/// Why, what is drawn, and its line without the line feed; empty: nothing is recorded.
+using Cases = std::vector<std::tuple<const char*, Draw, std::string>>;
 
-void Check(const Case& c, const RECT& clip) {
-    EXPECT_EQ(FormatRecording(Record({c.draw}, clip)), *c.line ? std::string(c.line) + "\n" : "") << c.why;
+void Check(const Cases& cases, const RECT& clip) {
+    for (const auto& [why, draw, line] : cases)
+        EXPECT_EQ(FormatRecording(Record({draw}, clip)), line.empty() ? "" : line + "\n") << why;
 }
 
 TEST(Recording, Lines) {
-    const Case cases[] = {
+    const Cases cases = {
         {"three decimals", Line({60, 39}, {8, 39}, Width(1.0626)), "line 60,39 8,39 #000000 w1.063"},
         {"dots", Line({0, 0}, {9, 9}, Dashes(3, 3, std::sqrt(2))), "line 0,0 9,9 #000000 w1 dot 3,3 phase 1.414"},
         {"beyond the picture", Image(kPicture, {1, 0, 5, 3}), ""},
@@ -87,12 +85,11 @@ TEST(Recording, Lines) {
         {"escapes", Text("\"\\\n\r\t\x01\x7F\xC3\xA4", {12, 20}),
          R"(text "\"\\\n\r\t\x01\x7Fä" 12,20 40x15 "Sans 12 bold" #4A90D9)"},
     };
-    for (const Case& c : cases)
-        Check(c, kAll);
+    Check(cases, kAll);
 }
 
 TEST(Recording, NarrowClip) {
-    const Case cases[] = {
+    const Cases cases = {
         {"fill beside", Fill({0, 0, 10, 99}), ""},
         {"line to the left, within", Line({29, 12}, {9, 12}), "line 29,12 9,12 #000000 w1"},
         {"line in the row below", Line({10, 30}, {30, 30}), ""},
@@ -109,8 +106,7 @@ TEST(Recording, NarrowClip) {
         {"copy cut", Image({28, 9, 32, 12}, kPicture), "image 28,10 2x2 from 2x2"},
         {"scaled copy kept", Image({28, 9, 36, 12}, kPicture), "image 28,9 8x3 from 4x3 clip 10,10 30,30"},
     };
-    for (const Case& c : cases)
-        Check(c, {10, 10, 30, 30});
+    Check(cases, {10, 10, 30, 30});
 }
 
 TEST(Recording, CopiesKeepTheirPixels) {

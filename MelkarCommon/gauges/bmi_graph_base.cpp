@@ -50,8 +50,8 @@ melkar::ClassKeys CBMIGraph_Base::ProfileKeys() { return {"CBMIGraph_Base", melk
 COLORREF CBMIGraph_Base::ClassColor(int cls) const { return m_crClass[std::clamp(cls, 0, kMostClasses - 1)]; }
 
 long CBMIGraph_Base::ReadDataFile(char* path) {
-    melkar::LogText("CBMIGraph_Base::ReadDataFile");
     return melkar::ReadGuarded([&] {
+        melkar::LogText("CBMIGraph_Base::ReadDataFile");
         melkar::DataFile file(path);
         if (!file.IsOpen())
             return melkar::kNoFile;

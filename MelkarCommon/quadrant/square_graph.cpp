@@ -132,8 +132,8 @@ void CSquareGraph::TakeDay(const CsvRow& row, const Targets& targets) {
 }
 
 long CSquareGraph::ReadDataFile(char* path) {
-    melkar::LogText("CSquareGraph::ReadDataFile");
     return melkar::ReadGuarded([&] {
+        melkar::LogText("CSquareGraph::ReadDataFile");
         m_nLeftUpperCount = m_nLeftLowerCount = m_nRightUpperCount = m_nRightLowerCount = 0;
         melkar::DataFile file(path);
         if (!file.IsOpen())

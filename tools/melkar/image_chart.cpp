@@ -21,7 +21,7 @@ public:
     long Read(char* path) override {
         const HANDLE picture = LoadImageA(nullptr, path, IMAGE_BITMAP, 0, 0, LR_LOADFROMFILE);
         DeleteObject(picture);
-        return picture ? kOk : kNoFile;
+        return picture ? kOk : fs::exists(path) ? kImageFailed : kNoFile;
     }
 
     void Bind(const Surfaces& surfaces) override { m_surface = surfaces.isDirect ? surfaces.dc : surfaces.shared; }

@@ -4,6 +4,8 @@
 #include "support/temp_workdir.h"
 
 #include <MelkarCommon/support/platform/drawing.h>
+#include <MelkarCommon/support/platform/printing.h>
+#include <MelkarCommon/support/platform/seam/grey_backend.h>
 #include <MelkarCommon/support/platform/surface.h>
 #include <MelkarCommon/support/scoped.h>
 #include <MelkarCommon/support/support.h>
@@ -32,6 +34,7 @@ void DrawRoundShapes(HDC s) {
     {
         const ScopedPen pen(s, PS_SOLID, 4, kRust);
         Ellipse(s, 70, 50, 10, 10);                 // edges the wrong way round
+        Ellipse(s, 283, 10, 297, 24);               // small
         Pie(s, 80, 10, 140, 50, 150, 30, 110, 0);   // from the right to the top
         Pie(s, 150, 10, 210, 50, 180, 50, 150, 30); // from the bottom round to the left
     }
@@ -54,14 +57,26 @@ void DrawRectanglesAndRegions(HDC s) {
     const POINT star[] = {{180, 60}, {200, 100}, {150, 75}, {210, 75}, {160, 100}};
     const POINT twice[] = {{0, 230}, {1 << 30, 230}, {0, 1 << 30}, {0, 230}, {1 << 30, 230}, {0, 1 << 30}};
     const POINT dart[] = {{290, 60}, {298, 100}, {282, 100}};
+    const POINT profile[] = {{205, 160}, {205, 130}, {210, 110}, {213, 150}, {220, 105}, {230, 140}, {236, 160}};
     const LOGBRUSH description{BS_SOLID, kRust, 0};
     HBRUSH rust = CreateBrushIndirect(&description);
     for (HRGN region : {CreatePolygonRgn(star, 5, ALTERNATE), CreatePolygonRgn(twice, 6, WINDING),
-                        CreatePolygonRgn(dart, 3, ALTERNATE)}) {
+                        CreatePolygonRgn(dart, 3, ALTERNATE), CreatePolygonRgn(profile, 7, ALTERNATE)}) {
         FillRgn(s, region, rust);
         DeleteObject(region);
     }
     DeleteObject(rust);
+}
+
+/// A closed frame and a zigzag, both as wide as their corners show.
+void DrawPaths(HDC s) {
+    const ScopedPen pen(s, PS_SOLID, 6, kRust);
+    MoveToEx(s, 250, 170, nullptr);
+    for (const POINT& to : {POINT{300, 170}, {300, 190}, {250, 190}, {250, 170}})
+        LineTo(s, to.x, to.y);
+    MoveToEx(s, 250, 200, nullptr);
+    for (const POINT& to : {POINT{265, 222}, {280, 200}, {295, 222}})
+        LineTo(s, to.x, to.y);
 }
 
 void DrawLines(HDC s) {
@@ -128,6 +143,7 @@ protected:
         HBITMAP picture = Load("picture.png");
         DrawRoundShapes(s);
         DrawRectanglesAndRegions(s);
+        DrawPaths(s);
         DrawLines(s);
         DrawPicture(s, picture);
         DrawTexts(s);
@@ -146,7 +162,7 @@ protected:
     }
 
     /// Away from edges, whose smoothing differs.
-    void ExpectLikePixels(const char* path, const char* what) const {
+    void ExpectLikePixels(const char* path, const char* what, bool isGrey = false) const {
         HBITMAP printed = Load(path);
         BITMAP shown{};
         GetObjectA(printed, sizeof shown, &shown);
@@ -154,7 +170,8 @@ protected:
         const auto* pixels = static_cast<const std::uint32_t*>(shown.bmBits);
         for (int y = 1; y < kHeight - 1; ++y)
             for (int x = 1; x < kWidth - 1; ++x)
-                EXPECT_TRUE(!IsPlain(x, y) || AreClose(pixels[y * shown.bmWidthBytes / 4 + x], At(x, y)))
+                EXPECT_TRUE(!IsPlain(x, y) || AreClose(pixels[y * shown.bmWidthBytes / 4 + x],
+                                                       isGrey ? melkar::GreyOf(At(x, y)) : At(x, y)))
                     << what << " " << x << "," << y;
         DeleteObject(printed);
     }
@@ -168,6 +185,8 @@ TEST_F(EveryCall, IsRecorded) {
     DrawOn(record);
     EXPECT_EQ(GetRecording(record), R"(ellipse 40,30 30x20 fill #145AA0
 ellipse 40,30 28x18 stroke #C85014 w4
+ellipse 290,17 7x7 fill #145AA0
+ellipse 290,17 5x5 stroke #C85014 w4
 slice 110,30 30x20 from 0 sweep 90 fill #145AA0
 slice 110,30 28x18 from 0 sweep 90 stroke #C85014 w4
 slice 180,30 30x20 from -90 sweep 270 fill #145AA0
@@ -186,6 +205,14 @@ fill 135,65 5x30 #145AA0
 polygon 180,60 200,100 150,75 210,75 160,100 fill #C85014
 polygon 0,230 1073741824,230 0,1073741824 0,230 1073741824,230 0,1073741824 winding fill #C85014
 polygon 290,60 298,100 282,100 fill #C85014
+polygon 205,160 205,130 210,110 213,150 220,105 230,140 236,160 fill #C85014
+line 250,170 300,170 #C85014 w6
+line 300,170 300,190 #C85014 w6
+line 300,190 250,190 #C85014 w6
+line 250,190 250,170 #C85014 w6
+line 250,200 265,222 #C85014 w6
+line 265,222 280,200 #C85014 w6
+line 280,200 295,222 #C85014 w6
 line 220,65 280,95 #145AA0 w6
 line 280,95 220,85 #C85014 w5 dash 18,6 gaps #FAC85A
 line 10,220 140,220 #C85014 w5 dash 18,6 gaps #FAC85A
@@ -210,15 +237,18 @@ TEST_F(EveryCall, ShowsInPixels) {
         std::vector<POINT> at;
     } cases[] = {
         // insides of shapes and frames, the line, the stem of each H
-        {0xFF145AA0U, {{40, 30}, {120, 20}, {195, 40}, {223, 30}, {274, 40}, {310, 120}, {82, 80}, {250, 80}}},
+        {0xFF145AA0U,
+         {{40, 30}, {120, 20}, {195, 40}, {223, 30}, {274, 40}, {310, 120}, {82, 80}, {250, 80}, {290, 17}}},
         {0xFF145AA0U, {{17, 175}, {110, 208}, {268, 117}, {187, 205}}},
         // outlines, dashes, regions, the left half of each picture
         {0xFFC85014U, {{12, 30}, {12, 60}, {180, 70}, {290, 90}, {160, 235}, {271, 94}, {20, 220}}},
         {0xFFC85014U, {{10, 110}, {45, 120}, {90, 120}, {147, 115}, {175, 115}}},
+        // the small ring, the profile's peaks, the corners of the frame and of the zigzag
+        {0xFFC85014U, {{285, 17}, {220, 120}, {213, 156}, {248, 168}, {302, 192}, {265, 223}, {280, 200}}},
         {0xFFFAC85AU, {{40, 80}, {259, 91}, {30, 220}, {50, 152}}}, // brush, gaps, behind the text
         // what a pie leaves out, beside the far edges, in a frame, a star, a gap, the right half of each picture
         {0xFFFFFFFFU, {{100, 40}, {165, 40}, {298, 120}, {160, 228}, {110, 80}, {180, 82}, {30, 60}}},
-        {0xFFFFFFFFU, {{25, 115}, {65, 120}, {120, 120}, {142, 115}}},
+        {0xFFFFFFFFU, {{25, 115}, {65, 120}, {120, 120}, {142, 115}, {214, 115}, {275, 180}}},
     };
     for (const auto& [color, points] : cases)
         for (const POINT& at : points)
@@ -232,7 +262,8 @@ TEST_F(EveryCall, FitsMemoryOfTheHost) {
     DeleteDC(wrapped);
     for (int y = 0; y < kHeight; ++y)
         for (int x = 0; x < kWidth + 3; ++x)
-            ASSERT_EQ(memory[static_cast<std::size_t>(y * (kWidth + 3) + x)], x < kWidth ? At(x, y) : 0xFFFFFFFFU)
+            ASSERT_TRUE(
+                AreClose(memory[static_cast<std::size_t>(y * (kWidth + 3) + x)], x < kWidth ? At(x, y) : 0xFFFFFFFFU))
                 << x << "," << y;
 }
 
@@ -253,6 +284,25 @@ TEST_F(EveryCall, LooksTheSameOnAPage) {
         DeleteDC(page);
         ASSERT_EQ(std::system(render), 0);
         ExpectLikePixels("page.png", name);
+    }
+}
+
+TEST_F(EveryCall, LooksTheSameOnASecondSheet) {
+    const DOCINFOA job{sizeof job, "Every call", nullptr, nullptr, 0};
+    for (const bool isGrey : {false, true}) {
+        DEVMODEA settings{};
+        settings.dmFields = DM_COLOR;
+        settings.dmColor = isGrey ? DMCOLOR_MONOCHROME : DMCOLOR_COLOR;
+        const HDC sheets = CreateDCA("WINSPOOL", "sheets.pdf", nullptr, &settings);
+        StartDocA(sheets, &job);
+        StartPage(sheets);
+        DrawRectangle(sheets, RECT{0, 0, kWidth, kHeight}, kSea, kSea, 1);
+        StartPage(sheets);
+        DrawOn(sheets);
+        EXPECT_GT(EndDoc(sheets), 0);
+        DeleteDC(sheets);
+        ASSERT_EQ(std::system("pdftoppm -f 2 -singlefile -r 96 -W 320 -H 240 -png sheets.pdf page"), 0);
+        ExpectLikePixels("page.png", isGrey ? "grey" : "colours", isGrey);
     }
 }
 

@@ -196,7 +196,7 @@ void PixelBackend::StrokeLine(POINT from, POINT to, const Stroke& stroke) {
 }
 
 /// Makes the corners of wide lines whole, and rounds the ends of sloped ones. Those before the lines that are drawn
-/// already are whole.
+/// already are whole, and a rounded end becomes a corner as it is: twice, its rim would be too dark.
 void PixelBackend::JoinLines(std::span<const POINT> points, const Stroke& stroke) {
     const std::vector<POINT> corners = WithoutRepeats(points);
     if (corners.size() < 2 || IsEmptyRect(m_clip))
@@ -205,7 +205,8 @@ void PixelBackend::JoinLines(std::span<const POINT> points, const Stroke& stroke
     const std::size_t drawn = WithoutRepeats(points.first(std::min(stroke.drawn + 1, points.size()))).size() - 1;
     const double radius = WholeWidth(stroke.width) / 2.0;
     const PlacedMask disc = FindDisc({{0.5, 0.5}, {radius, radius}}, 0);
-    for (std::size_t i = std::max<std::size_t>(drawn, 1); i < last; ++i)
+    const bool hasEnd = drawn > 0 && IsSloped(corners[drawn - 1], corners[drawn]);
+    for (std::size_t i = hasEnd ? drawn + 1 : std::max<std::size_t>(drawn, 1); i < last; ++i)
         FillCorner(CornerBetween(corners[i - 1], corners[i], corners[i + 1]), corners[i], stroke, disc);
     if (IsSamePoint(corners.front(), corners.back()))
         return FillCorner(CornerBetween(corners[last - 1], corners[0], corners[1]), corners[0], stroke, disc);

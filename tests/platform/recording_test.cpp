@@ -1,6 +1,7 @@
 #include "brushes.h"
 
 #include <MelkarCommon/support/platform/record/record.h>
+#include <MelkarCommon/support/platform/seam/grey_backend.h>
 #include <MelkarCommon/support/platform/text/glyph_run.h>
 
 #include <gtest/gtest.h>
@@ -154,6 +155,31 @@ TEST(Recording, ReplayFarOff) {
     EXPECT_EQ(first({0, 0, 10, 10}, INT_MAX, INT_MAX), "") << "lands beyond every surface";
     EXPECT_EQ(first({INT_MAX - 3, 0, INT_MAX, 9}, 0, 0), "fill 0,0 3x9 #4A90D9") << "comes from the far end";
     EXPECT_EQ(first({10, 10, 0, 0}, 0, 0), "") << "source in the wrong order";
+}
+
+// By hand: red is as light as 0.299 * 255 = 76 = 4C, green as 150 = 96, blue as 29 = 1D, #4A90D9 as 131 = 83.
+TEST(Grey, OfEveryVerbIsAsLightAsItsColour) {
+    std::vector<RecordedOp> ops;
+    const auto grey = MakeGreyBackend(MakeRecordingBackend(ops, 100, 80));
+    Stroke dashes = Dashes(3, 2, 0, true);
+    dashes.color = 0xFF00FF00U;
+    for (const Draw& draw :
+         {Fill(RECT{0, 0, 9, 9}), Fill(kTriangle), Draw([&](Backend& b) { b.StrokeShape(kEllipse, dashes); }),
+          Line({0, 0}, {9, 9}, dashes), Text("a", {12, 20})})
+        draw(*grey);
+    grey->SetClip({0, 0, 4, 80});
+    std::uint32_t pixels[] = {0, 0xFFFF0000U, 0xFF00FF00U, 0, 0, 0xFF0000FFU, 0xFFFFFFFFU, 0};
+    grey->Blit({2, 0, 4, 2}, {pixels, 4, 2, 4}, {1, 0, 3, 2}, SRCAND);
+    EXPECT_EQ(*std::get<BlitOp>(ops.back().verb).pixels,
+              (std::vector<std::uint32_t>{0xFF4C4C4CU, 0xFF969696U, 0xFF1D1D1DU, 0xFFFFFFFFU}));
+    grey->FillRect({0, 0, 9, 9}, kBlue);
+    EXPECT_EQ(FormatRecording(ops), "fill 0,0 9x9 #838383\n"
+                                    "polygon 1,2 30,4 -5,60 fill #838383\n"
+                                    "ellipse 50,40.5 20x10.25 stroke #969696 w1\n"
+                                    "line 0,0 9,9 #969696 w1 dash 3,2 gaps #4C4C4C\n"
+                                    "text \"a\" 12,20 40x15 \"Sans 12 bold\" #838383\n"
+                                    "image 2,0 2x2 from 2x2 and\n"
+                                    "fill 0,0 4x9 #838383\n");
 }
 
 } // namespace

@@ -40,10 +40,11 @@ struct CCircadianGraph::KeyRows : melkar::Keys<CCircadianGraph> {
         Text<&G::m_strActCalUnit>(Own, "ACTCALUNIT",
                                   "behind the activity calories; two blanks break the line, except under LANG 0"),
         Text<&G::m_strTotalCalUnit>(Own, "TOTALCALUNIT", "behind the total calories"),
-        Text<&G::m_strTimeUnit>(Own, "TIMEUNIT", "behind the time figure, which LANG 0 leaves out"),
+        Text<&G::m_strTimeUnit>(Own, "TIMEUNIT", "behind the time figure, which LANG 0 leaves out").Example("min"),
         Text<&G::m_strExerciseUnit>(Own, "EXERCISE_UNIT", "behind the exercise amount, which LANG 0 alone shows"),
         Text<&G::m_strExerciseLabel>(Own, "EXERCISE_LABEL", "before the exercise amount"),
-        Text<&G::m_strToroken>(Own, "TOROKEN", "last line of the summary of a day that is flagged so"),
+        Text<&G::m_strToroken>(Own, "TOROKEN", "last line of the summary of a day that is flagged so")
+            .Example("Entered by hand in part"),
     };
 };
 

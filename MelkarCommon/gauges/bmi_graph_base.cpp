@@ -19,11 +19,12 @@ constexpr std::size_t kRowLimit = 1279; ///< characters, line end included
 struct CBMIGraph_Base::KeyRows : melkar::Keys<CBMIGraph_Base> {
     static constexpr Row rows[] = {
         // The frame's keys of the title once more: another profile may be read in with those of this class.
-        Text<melkar::In<&G::m_Title, &CText::m_strText>>(Own, "TITLELABEL", "title"),
+        Text<melkar::In<&G::m_Title, &CText::m_strText>>(Own, "TITLELABEL", "title").Example("Body mass index"),
         Color<melkar::In<&G::m_Title, &CText::m_crColor>>(Own, "TITLECOLOR_RGB", "title"),
-        Number<melkar::In<&G::m_Title, &CText::m_nSize>>(Own, "TITLESIZE", 0, "title, points"),
+        Number<melkar::In<&G::m_Title, &CText::m_nSize>>(Own, "TITLESIZE", 0, "title, points").Example("11"),
         Number<melkar::In<&G::m_Title, &CText::m_dwCharSet>>(Common, "CHARSET", 0, "character set of the title"),
-        Text<melkar::In<&G::m_Title, &CText::m_strFontName>>(Common, "FONT", "face of the title"),
+        Text<melkar::In<&G::m_Title, &CText::m_strFontName>>(Common, "FONT", "face of the title")
+            .Example("DejaVu Sans"),
         Colors<&G::m_crClass, &G::m_nClassCount>(Own, "CLASSCOLOR%d_RGB", "value class, from the lowest"),
         Decimals<&G::m_dClassMax, &G::m_nClassCount>(Own, "CLASSMAXVALUE%d",
                                                      "first figure above the class, with decimals"),

@@ -50,7 +50,7 @@ private:
 
 struct CReport::KeyRows : melkar::Keys<CReport> {
     static constexpr Row rows[] = {
-        Text<&G::m_strFont>(Common, "FONT", "face; kept for a host"),
+        Text<&G::m_strFont>(Common, "FONT", "face; kept for a host").Example("DejaVu Sans"),
         Number<&G::m_nCharset>(Common, "CHARSET", 0, "character set; kept for a host"),
         Text<&G::m_strVersion>(Own, "VERSION", "kept for a host"),
     };

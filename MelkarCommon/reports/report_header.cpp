@@ -41,11 +41,11 @@ melkar::TextSize SizeOf(HDC surface, const CString& text) {
 
 struct CReportHeader::KeyRows : melkar::Keys<CReportHeader> {
     static constexpr Row rows[] = {
-        Text<&G::m_strFont>(Common, "FONT", "face of all texts"),
+        Text<&G::m_strFont>(Common, "FONT", "face of all texts").Example("DejaVu Sans"),
         Number<&G::m_nCharset>(Common, "CHARSET", 0, "character set of texts that aren't UTF-8"),
-        Text<&G::m_strLocale>(Common, "LOCALE", "locale of dates, such as ja_JP.UTF-8"),
-        Text<&G::m_strDateFormatType>(Own, "DATE_FORMAT_TYPE",
-                                      "key of the date format in section SYSTEM of config.cnf"),
+        Text<&G::m_strLocale>(Common, "LOCALE", "locale of dates, such as ja_JP.UTF-8").Example("en_US.UTF-8"),
+        Text<&G::m_strDateFormatType>(Own, "DATE_FORMAT_TYPE", "key of the date format in section SYSTEM of config.cnf")
+            .Example("DATE_LONG"),
         Text<&G::m_str1stLabel>(Own, "1ST_LABEL", "a text as wide as the first column of labels"),
         Text<&G::m_str2ndLabel>(Own, "2ND_LABEL", "the same, second column"),
         Text<&G::m_str3rdLabel>(Own, "3RD_LABEL", "the same, third column"),
@@ -79,7 +79,7 @@ struct CReportHeader::KeyRows : melkar::Keys<CReportHeader> {
         Text<&G::m_szAveStepLabel>(Own, "AVE_STEP_LABEL", "label; kept for a host"),
         Text<&G::m_szMaxStepLabel>(Own, "MAX_STEP_LABEL", "label; kept for a host"),
         Number<&G::m_nHeaderSize>(Own, "HEADER_SIZE", 0, "texts, points; 11 if it is 0").Example("10"),
-        Text<&G::m_strPersonUnit>(Own, "PERSON_UNIT", "behind the name"),
+        Text<&G::m_strPersonUnit>(Own, "PERSON_UNIT", "behind the name").Example("\" (member)\""),
         Text<&G::m_strAgeUnit>(Own, "AGE_UNIT", "behind the age"),
         Text<&G::m_strCalUnit>(Own, "CAL_UNIT", "kept"),
         Text<&G::m_strStepUnit>(Own, "STEP_UNIT", "kept"),
@@ -94,7 +94,8 @@ struct CReportHeader::KeyRows : melkar::Keys<CReportHeader> {
     };
     /// Read where the own section has no format of dates.
     static constexpr Row commonDateFormat[] = {
-        Text<&G::m_strDateFormatType>(Common, "GRAPH_DATE_FORMAT_TYPE", "the same where DATE_FORMAT_TYPE is empty"),
+        Text<&G::m_strDateFormatType>(Common, "GRAPH_DATE_FORMAT_TYPE", "the same where DATE_FORMAT_TYPE is empty")
+            .Example("DATE_LONG"),
     };
 };
 

@@ -1,5 +1,7 @@
 #include "paper_sheets.h"
 
+#include <MelkarCommon/support/scoped.h>
+
 #include <algorithm>
 #include <utility>
 
@@ -13,6 +15,8 @@ constexpr int kDateSize = 10;
 constexpr int kTextSize = 8;
 constexpr int kMessageSize = 20;
 
+constexpr int kHalfLine = 6; // units, of a text of 8 points
+
 } // namespace
 
 CPaperDay::CPaperDay(HDC page, const char* section) : CCircadianGraph(nullptr, page, section, page, page, page) {
@@ -22,12 +26,26 @@ CPaperDay::CPaperDay(HDC page, const char* section) : CCircadianGraph(nullptr, p
     m_nMessageSize = kMessageSize;
 }
 
-// The library begins a twentieth of the panel below its top, across the first line of the scale.
+// The library begins in the middle between the panel's top and the first line of its scale, and puts the remark on a
+// second line. Half a line higher nothing is crossed; the remark goes to the right. Panels without a scale have room.
 void CPaperDay::WriteMessage() {
+    if (m_nLang != 0)
+        return CCircadianGraph::WriteMessage();
     const CRect panel = m_rcLeft;
-    m_rcLeft.OffsetRect(0, -panel.Height() / 20);
+    const int hasRemark = std::exchange(m_bToroken, 0);
+    m_rcLeft.OffsetRect(0, -kHalfLine);
     CCircadianGraph::WriteMessage();
     m_rcLeft = panel;
+    m_bToroken = hasRemark;
+    if (hasRemark != 0)
+        WriteRemark();
+}
+
+void CPaperDay::WriteRemark() {
+    constexpr int kGap = 8;
+    const CRect band(m_rcLeft.left, m_rcLeft.top, m_rcLeft.right - kGap, m_rcLeft.top + m_rcLeft.Height() / 10);
+    const melkar::ScopedFont font(m_hMemDC, ChartFont(kTextSize));
+    PaintText(m_strToroken, band, DT_RIGHT | DT_VCENTER | DT_SINGLELINE);
 }
 
 CPaperSheets::CPaperSheets(HDC page, const char* section, std::string file)

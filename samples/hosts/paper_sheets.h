@@ -12,6 +12,9 @@ class CPaperDay : public CCircadianGraph {
 public:
     CPaperDay(HDC page, const char* section);
     void WriteMessage() override;
+
+private:
+    void WriteRemark();
 };
 
 // The days of a weekly print file, however many weeks it holds, one by one. A host that prints whole weeks calls

@@ -23,8 +23,8 @@ constexpr int kLineHeight = 20;  // of what the report writes itself
 constexpr int kGaugeWidth = 320; // at most; the gauges' own sizes
 constexpr int kBmiHeight = 36;
 constexpr int kDiscHeight = 90;
-constexpr int kChartHeight = 272; // at least: the figures of its scale don't touch
-constexpr int kSheetHeight = 180; // at least: the same
+constexpr int kChartHeight = 256; // at least: the figures of its scale don't touch
+constexpr int kSheetHeight = 172; // at least: the same
 constexpr int kFigureHeight = 18; // a line of the summary
 constexpr int kSummaryHeight = 4 * kFigureHeight + kGap / 2 + kLineHeight + kBmiHeight;
 

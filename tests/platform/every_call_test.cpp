@@ -231,30 +231,6 @@ text "HI" 170,190 48x50 "DejaVu Sans 40 bold" #145AA0 angle 300
     DeleteDC(record);
 }
 
-TEST_F(EveryCall, ShowsInPixels) {
-    const struct {
-        std::uint32_t color;
-        std::vector<POINT> at;
-    } cases[] = {
-        // insides of shapes and frames, the line, the stem of each H
-        {0xFF145AA0U,
-         {{40, 30}, {120, 20}, {195, 40}, {223, 30}, {274, 40}, {310, 120}, {82, 80}, {250, 80}, {290, 17}}},
-        {0xFF145AA0U, {{17, 175}, {110, 208}, {268, 117}, {187, 205}}},
-        // outlines, dashes, regions, the left half of each picture
-        {0xFFC85014U, {{12, 30}, {12, 60}, {180, 70}, {290, 90}, {160, 235}, {271, 94}, {20, 220}}},
-        {0xFFC85014U, {{10, 110}, {45, 120}, {90, 120}, {147, 115}, {175, 115}}},
-        // the small ring, the profile's peaks, the corners of the frame and of the zigzag
-        {0xFFC85014U, {{285, 17}, {220, 120}, {213, 156}, {248, 168}, {302, 192}, {265, 223}, {280, 200}}},
-        {0xFFFAC85AU, {{40, 80}, {259, 91}, {30, 220}, {50, 152}}}, // brush, gaps, behind the text
-        // what a pie leaves out, beside the far edges, in a frame, a star, a gap, the right half of each picture
-        {0xFFFFFFFFU, {{100, 40}, {165, 40}, {298, 120}, {160, 228}, {110, 80}, {180, 82}, {30, 60}}},
-        {0xFFFFFFFFU, {{25, 115}, {65, 120}, {120, 120}, {142, 115}, {214, 115}, {275, 180}}},
-    };
-    for (const auto& [color, points] : cases)
-        for (const POINT& at : points)
-            EXPECT_EQ(At(at.x, at.y), color) << at.x << "," << at.y;
-}
-
 TEST_F(EveryCall, FitsMemoryOfTheHost) {
     std::vector<std::uint32_t> memory(std::size_t{kWidth + 3} * kHeight, 0xFFFFFFFFU);
     const HDC wrapped = WrapPixels(memory.data(), kWidth, kHeight, (kWidth + 3) * 4);

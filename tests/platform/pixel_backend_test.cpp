@@ -7,9 +7,9 @@
 
 #include <gtest/gtest.h>
 
-#include <chrono>
 #include <climits>
 #include <cmath>
+#include <ctime>
 
 namespace melkar {
 namespace {
@@ -216,7 +216,7 @@ TEST(PixelLines, MixPixelsTogetherLikeEachAlone) {
 
 TEST(PixelBackend, HostileCoordinatesEndAtOnce) {
     const int edges[] = {INT_MIN, INT_MIN + 1, -(1 << 24), -1, 0, 5, 1 << 24, INT_MAX - 1, INT_MAX};
-    const auto start = std::chrono::steady_clock::now();
+    const std::clock_t start = std::clock();
     Canvas canvas(16, 16);
     const auto& backend = canvas.backend;
     Stroke wide = Dashes(2, 1, 1e300);
@@ -233,7 +233,7 @@ TEST(PixelBackend, HostileCoordinatesEndAtOnce) {
                     backend->FillShape(Ellipse(a, b, std::abs(static_cast<double>(c)), 1 + std::abs(d / 2.0)), kBlue);
                 }
     EXPECT_TRUE(canvas.GuardIsClean());
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(60)); // a walk along one takes minutes
+    EXPECT_LT(std::clock() - start, 60 * CLOCKS_PER_SEC); // a walk along one takes minutes
 }
 
 } // namespace

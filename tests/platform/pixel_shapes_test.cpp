@@ -49,11 +49,9 @@ template <class Draw> void ExpectCutAt(const RECT& clip, const Draw& draw) {
     Canvas cut;
     cut.backend->SetClip(clip);
     draw(*cut.backend);
-    for (int y = 0; y < kSide; ++y)
-        for (int x = 0; x < kSide; ++x) {
-            const bool isInside = x >= clip.left && x < clip.right && y >= clip.top && y < clip.bottom;
-            ASSERT_EQ(cut.Ink(x, y), isInside ? whole.Ink(x, y) : 0) << x << "," << y;
-        }
+    cut.EachPixel([&](int x, int y) {
+        ASSERT_EQ(cut.Ink(x, y), CRect(clip).PtInRect({x, y}) ? whole.Ink(x, y) : 0) << x << "," << y;
+    });
 }
 
 TEST(PixelChains, CoverageByHand) {
@@ -156,15 +154,13 @@ TEST(PixelPolyline, FramesAreWholeAtTheirCorners) {
     for (const int width : {2, 3, 6}) {
         Canvas picture;
         picture.backend->StrokePolyline(frame, Width(width));
-        const int outside = 5 - width / 2;
-        for (int y = 0; y < 25; ++y)
-            for (int x = 0; x < 35; ++x) {
-                const bool isWithin =
-                    x >= outside && y >= outside && x < 25 - width / 2 + width && y < 15 - width / 2 + width;
-                const bool isInner =
-                    x >= outside + width && y >= outside + width && x < 25 - width / 2 && y < 15 - width / 2;
-                ASSERT_EQ(picture.Ink(x, y), isWithin && !isInner ? 255 : 0) << width << ": " << x << "," << y;
-            }
+        const int half = width / 2;
+        const CRect outer(5 - half, 5 - half, 25 - half + width, 15 - half + width);
+        const CRect inner(5 - half + width, 5 - half + width, 25 - half, 15 - half);
+        picture.EachPixel([&](int x, int y) {
+            ASSERT_EQ(picture.Ink(x, y), outer.PtInRect({x, y}) && !inner.PtInRect({x, y}) ? 255 : 0)
+                << width << ": " << x << "," << y;
+        });
     }
 }
 

@@ -6,6 +6,7 @@
 #include <cmath>
 #include <gtest/gtest.h>
 #include <initializer_list>
+#include <tuple>
 
 namespace {
 
@@ -37,12 +38,7 @@ TEST(ActivityFigures, LevelsAndMets) {
 
 TEST(ActivityFigures, ThreeBands) {
     const auto nine = Entries({"1", "2", "3", "4", "5", "6", "7", "8", "9"});
-    const struct Case {
-        const char* why;
-        CStringArray totals;
-        int p, q;
-        double light, moderate, vigorous;
-    } cases[] = {
+    const std::tuple<const char*, CStringArray, int, int, double, double, double> cases[] = {
         {"bounds belong to the middle", nine, 3, 5, 3, 12, 30},
         {"no middle", nine, 4, 3, 6, 0, 39},
         {"bounds out of range", nine, -7, 99, 0, 45, 0},
@@ -56,59 +52,46 @@ TEST(ActivityFigures, ThreeBands) {
         {"no totals at all", {}, 3, 6, 0, 0, 0},
         {"a tenth entry isn't a level", Entries({"", "", "", "", "", "", "", "", "5", "7"}), 3, 6, 0, 0, 5},
     };
-    for (const Case& c : cases) {
-        CStringArray totals = c.totals;
-        double light = -1;
-        double moderate = -1;
-        double vigorous = -1;
-        CalcLMV(&light, &moderate, &vigorous, totals, c.p, c.q);
-        EXPECT_NEAR(light, c.light, 1e-9) << c.why;
-        EXPECT_NEAR(moderate, c.moderate, 1e-9) << c.why;
-        EXPECT_NEAR(vigorous, c.vigorous, 1e-9) << c.why;
+    for (auto [why, totals, p, q, light, moderate, vigorous] : cases) {
+        double found[] = {-1, -1, -1};
+        CalcLMV(&found[0], &found[1], &found[2], totals, p, q);
+        EXPECT_NEAR(found[0], light, 1e-9) << why;
+        EXPECT_NEAR(found[1], moderate, 1e-9) << why;
+        EXPECT_NEAR(found[2], vigorous, 1e-9) << why;
+        CalcLMV(nullptr, nullptr, nullptr, totals, p, q);
     }
-    CStringArray totals = nine;
-    CalcLMV(nullptr, nullptr, nullptr, totals, 3, 6);
 }
 
 TEST(ActivityFigures, IsThereData) {
-    const struct Case {
-        const char* why;
-        CStringArray entries;
-        int filled, notZero;
-    } cases[] = {
+    const std::tuple<const char*, CStringArray, int, int> cases[] = {
         {"none", {}, 0, 0},
         {"the third is filled; an empty one isn't \"0\"", Entries({"0", "", "5"}), 1, 2},
         {"all zero", Entries({"0", "0"}), 1, 0},
         {"all empty", Entries({"", ""}), 0, 1},
         {"text, not value", Entries({"0", "00"}), 1, 2},
     };
-    for (const Case& c : cases) {
-        CStringArray entries = c.entries;
-        EXPECT_EQ(ExistData(&entries), c.filled) << c.why;
-        EXPECT_EQ(ExistExcludedData(&entries), c.notZero) << c.why;
+    for (auto [why, entries, filled, notZero] : cases) {
+        EXPECT_EQ(ExistData(&entries), filled) << why;
+        EXPECT_EQ(ExistExcludedData(&entries), notZero) << why;
     }
     EXPECT_EQ(ExistData(nullptr) + ExistExcludedData(nullptr), 0);
 }
 
 TEST(ActivityFigures, IsThereDataInAFile) {
     const TempWorkdir files;
-    const std::string row(1019, ','); // with "x" before, "3" and a line feed behind it a line of 1022
-    const struct Case {
-        const char* why;
-        std::string content;
-        int index, row;
-    } cases[] = {
+    const std::string commas(1019, ','); // with "x" before, "3" and a line feed behind it a line of 1022
+    const std::tuple<const char*, std::string, int, int> cases[] = {
         {"the third", "h\nh\n3,a\n3,b\n0,c\n", 0, 3},
         {"head lines don't count", "0\n0\n", 0, 0},
         {"all without data", "h\nh\n3\n3", 0, 0},
         {"a blank row has status 0", "h\nh\n\n3\n", 0, 1},
         {"no such field: 0", "h\nh\n3\n", 5, 1},
-        {"as long as a line may be", "h\nh\nx" + row + "3\n", 1019, 0},
-        {"longer: its line feed is a row of its own", "h\nh\n,x" + row + "3\n", 1020, 2},
+        {"as long as a line may be", "h\nh\nx" + commas + "3\n", 1019, 0},
+        {"longer: its line feed is a row of its own", "h\nh\n,x" + commas + "3\n", 1020, 2},
         {"empty", "", 0, 0},
     };
-    for (const Case& c : cases)
-        EXPECT_EQ(ExistData(files.Write("bin/days.csv", c.content).c_str(), c.index), c.row) << c.why;
+    for (const auto& [why, content, index, row] : cases)
+        EXPECT_EQ(ExistData(files.Write("bin/days.csv", content).c_str(), index), row) << why;
     EXPECT_EQ(ExistData("missing.csv", 0) + ExistData(nullptr, 0), 0);
 }
 

@@ -17,9 +17,7 @@ struct Dates : testing::Test {
 };
 
 TEST_F(Dates, Formatting) {
-    const struct Case {
-        const char *why, *date, *format, *text;
-    } cases[] = {
+    const char* const cases[][4] = {
         {"with a time behind it", "20081231235959", "%m/%d/%Y", "12/31/2008"},
         {"the day of the week and of the year", "20080229", "%a %j %U", "Fri 060 08"},
         {"too short", "2008", "%Y", "2008"},
@@ -28,9 +26,9 @@ TEST_F(Dates, Formatting) {
         {"a format that yields nothing", "20081231", "%Z", ""},
         {"other bytes pass", "20081231", "%Y\xE5\xB9\xB4\xFF", "2008\xE5\xB9\xB4\xFF"},
     };
-    for (const Case& c : cases)
+    for (const auto& [why, date, format, text] : cases)
         for (const char* locale : {"", "C", "no_SUCH"})
-            EXPECT_EQ(FormatDate(c.date, c.format, locale), c.text) << c.why << ", locale " << locale;
+            EXPECT_EQ(FormatDate(date, format, locale), text) << why << ", locale " << locale;
 }
 
 TEST_F(Dates, LongFormats) {

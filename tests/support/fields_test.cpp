@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <sys/stat.h>
+#include <tuple>
 #include <vector>
 
 namespace {
@@ -18,11 +19,7 @@ using namespace std::string_literals;
 TEST(Fields, BothReadersGiveTheSame) {
     const std::string longest(1279, 'x');
     const std::string cut = longest + "y,\"" + longest + "y\",z";
-    const struct Case {
-        const char *why, *line;
-        int index;
-        std::string field;
-    } cases[] = {
+    const std::tuple<const char*, const char*, int, std::string> cases[] = {
         {"last, without its line feed", "4,20081231,12.5\n", 2, "12.5"},
         {"behind the last", "4,20081231,12.5\n", 3, ""},
         {"no line", nullptr, 0, ""},
@@ -35,10 +32,10 @@ TEST(Fields, BothReadersGiveTheSame) {
         {"longer than a field can be", cut.c_str(), 0, longest},
     };
     CsvRow row;
-    for (const Case& c : cases) {
-        row.Split(c.line);
-        EXPECT_EQ(getCSV(c.line, c.index), c.field.c_str()) << c.why;
-        EXPECT_EQ(row.Field(c.index), c.field.c_str()) << c.why;
+    for (const auto& [why, line, index, field] : cases) {
+        row.Split(line);
+        EXPECT_EQ(getCSV(line, index), field.c_str()) << why;
+        EXPECT_EQ(row.Field(index), field.c_str()) << why;
     }
 }
 
@@ -73,12 +70,7 @@ std::vector<std::string> Lines(const std::string& path, std::size_t limit) {
 
 TEST(Lines, OfAFile) {
     const std::string block(65535, 'b'); // one byte short of a block
-    const struct Case {
-        const char* why;
-        std::string bytes;
-        std::size_t limit;
-        std::vector<std::string> lines;
-    } cases[] = {
+    const std::tuple<const char*, std::string, std::size_t, std::vector<std::string>> cases[] = {
         {"mark, CR LF, no last line feed", "\xEF\xBB\xBF\x61\r\nb", 9, {"a\n", "b"}},
         {"longer than the limit", "abcdefg\nh\n", 3, {"abc", "def", "g\n", "h\n"}},
         {"CR LF parted by the limit", "abcd\r\ne\n", 5, {"abcd\n", "e\n"}},
@@ -87,8 +79,8 @@ TEST(Lines, OfAFile) {
         {"a NUL hides the rest of its line only", "a\0b\nc\n"s, 9, {"a", "c\n"}},
     };
     const TempWorkdir work;
-    for (const Case& c : cases)
-        EXPECT_EQ(Lines(work.Write("conf/lines", c.bytes), c.limit), c.lines) << c.why;
+    for (const auto& [why, bytes, limit, lines] : cases)
+        EXPECT_EQ(Lines(work.Write("conf/lines", bytes), limit), lines) << why;
 }
 
 TEST(Lines, OnlyRegularFilesOpen) {

@@ -22,24 +22,21 @@ constexpr char kProfile[] = "\xEF\xBB\xBF"
                             "[Open\nLAST=end";
 
 TEST(Profile, SnapshotAndSingleReadsAgree) {
-    const struct Case {
-        const char *section, *key;
-        const char* value; ///< null if there is none
-    } cases[] = {
-        {"Steps", "EARLY", nullptr},     {"STEPS", "Max", "42"},        {" Steps ", " max ", "42"},
-        {"Steps", "; COMMENT", nullptr}, {"Steps", "DOUBLE", " kept "}, {"Steps", "SINGLE", "a"},
-        {"Steps", "UNEVEN", "\"a'"},     {"Steps", "EQUALS", "a=b;c"},  {"Steps", "no equals sign", nullptr},
-        {"Steps", "", nullptr},          {"Steps", "LATE", nullptr},    {"open", "last", "end"},
+    const char* const cases[][3] = {
+        {"Steps", "EARLY", "(none)"},     {"STEPS", "Max", "42"},        {" Steps ", " max ", "42"},
+        {"Steps", "; COMMENT", "(none)"}, {"Steps", "DOUBLE", " kept "}, {"Steps", "SINGLE", "a"},
+        {"Steps", "UNEVEN", "\"a'"},      {"Steps", "EQUALS", "a=b;c"},  {"Steps", "no equals sign", "(none)"},
+        {"Steps", "", "(none)"},          {"Steps", "LATE", "(none)"},   {"open", "last", "end"},
     };
     const TempWorkdir work;
     const std::string path = work.Write("conf/p.cnf", kProfile);
     const ProfileSnapshot snapshot(path.c_str());
-    for (const Case& c : cases) {
-        const std::string* found = snapshot.Find(c.section, c.key);
-        EXPECT_EQ(found ? found->c_str() : "(none)", std::string(c.value ? c.value : "(none)")) << c.key;
+    for (const auto& [section, key, value] : cases) {
+        const std::string* found = snapshot.Find(section, key);
+        EXPECT_EQ(found ? *found : "(none)", value) << key;
         char buffer[64];
-        const DWORD length = GetPrivateProfileStringA(c.section, c.key, "(none)", buffer, sizeof buffer, path.c_str());
-        EXPECT_EQ(std::string(buffer, length), c.value ? c.value : "(none)") << c.key;
+        const DWORD length = GetPrivateProfileStringA(section, key, "(none)", buffer, sizeof buffer, path.c_str());
+        EXPECT_EQ(std::string(buffer, length), value) << key;
     }
 }
 

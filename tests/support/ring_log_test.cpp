@@ -11,6 +11,7 @@
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <thread>
+#include <tuple>
 #include <unistd.h>
 
 namespace {
@@ -39,27 +40,22 @@ struct RingLog : testing::Test {
 };
 
 TEST_F(RingLog, LongLinesTakeSeveralRecords) {
-    const struct Case {
-        const char* why;
-        std::size_t length; ///< of the whole line
-        std::size_t records;
-    } cases[] = {
+    const std::tuple<const char*, std::size_t, std::size_t> cases[] = {
         {"one record", 119, 1},
         {"exactly full: an empty one follows", 120, 2},
         {"one byte more", 121, 2},
         {"longer than a text can be: cut", kStampLength + 9000, (kStampLength + 3999) / 120 + 1},
     };
-    for (const Case& c : cases) {
+    for (const auto& [why, length, records] : cases) { // the length is that of the whole line
         SetLog("00000000\r\n");
-        EXPECT_EQ(writeLog(kLogFile, "%s", std::string(c.length - kStampLength, 'x').c_str()), 0) << c.why;
+        EXPECT_EQ(writeLog(kLogFile, "%s", std::string(length - kStampLength, 'x').c_str()), 0) << why;
         const std::string log = Log();
-        EXPECT_EQ(std::stoul(log.substr(0, 8)), c.records) << c.why;
+        EXPECT_EQ(std::stoul(log.substr(0, 8)), records) << why;
         EXPECT_EQ(log.substr(8, 3) + log.substr(30, 3), "\r\n[]  ") << "end of the head, edges of the stamp";
-        EXPECT_EQ(Record(log, c.records + 1), kEndMark) << c.why;
-        const std::size_t cut = std::min(c.length, kStampLength + 3999);
-        EXPECT_EQ(Record(log, c.records),
-                  Padded(c.records == 1 ? log.substr(10, c.length) : std::string(cut % 120, 'x')))
-            << c.why;
+        EXPECT_EQ(Record(log, records + 1), kEndMark) << why;
+        const std::size_t cut = std::min(length, kStampLength + 3999);
+        EXPECT_EQ(Record(log, records), Padded(records == 1 ? log.substr(10, length) : std::string(cut % 120, 'x')))
+            << why;
     }
 }
 

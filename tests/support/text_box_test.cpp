@@ -5,27 +5,23 @@
 
 #include <climits>
 #include <gmock/gmock.h>
+#include <tuple>
 
 namespace {
 
 using testing::HasSubstr;
 
 TEST(TextBox, WhereTextStands) {
-    const struct Case {
-        const char* why;
-        CRect box;
-        int height;
-        CRect middle, bottom;
-    } cases[] = {
+    const std::tuple<const char*, CRect, int, CRect, CRect> cases[] = {
         {"each half is cut by itself: 25 + 71 is 96, 48 - 7", {5, 25, 90, 71}, 15, {5, 41, 90, 56}, {5, 56, 90, 71}},
         {"left of the origin halves are cut towards it", {0, -10, 9, -3}, 4, {0, -8, 9, -4}, {0, -7, 9, -3}},
         {"exactly as high as the box", {5, 20, 90, 35}, 15, {5, 20, 90, 35}, {5, 20, 90, 35}},
         {"higher than the box: all of it", {5, 20, 90, 35}, 16, {5, 20, 90, 35}, {5, 20, 90, 35}},
         {"a box upside down", {0, 50, 9, 20}, 15, {0, 50, 9, 20}, {0, 50, 9, 20}},
     };
-    for (const Case& c : cases) {
-        EXPECT_EQ(melkar::TextAtMiddle(c.box, c.height), c.middle) << c.why;
-        EXPECT_EQ(melkar::TextAtBottom(c.box, c.height), c.bottom) << c.why;
+    for (const auto& [why, box, height, middle, bottom] : cases) {
+        EXPECT_EQ(melkar::TextAtMiddle(box, height), middle) << why;
+        EXPECT_EQ(melkar::TextAtBottom(box, height), bottom) << why;
     }
 }
 

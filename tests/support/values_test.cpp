@@ -46,17 +46,15 @@ TEST(Numbers, Decimals) {
 }
 
 TEST(Numbers, ProductQuotients) {
-    const struct Case {
-        int number, numerator, denominator, result;
-    } cases[] = {
+    const int cases[][4] = {
         {5, 1, 2, 3},         {-5, 1, 2, -3},
         {5, -1, -2, 3},       {5, 1, -2, -3},
         {1, 1, 0, -1},        {INT_MAX, INT_MAX, INT_MAX, INT_MAX},
         {INT_MAX, 2, 1, -1},  {INT_MIN, 1, 1, INT_MIN},
         {INT_MIN, 1, -1, -1}, {INT_MIN, INT_MIN, INT_MIN, INT_MIN},
     };
-    for (const Case& c : cases)
-        EXPECT_EQ(MulDiv(c.number, c.numerator, c.denominator), c.result) << c.number << " " << c.numerator;
+    for (const auto& [number, numerator, denominator, result] : cases)
+        EXPECT_EQ(MulDiv(number, numerator, denominator), result) << number << " " << numerator;
     EXPECT_EQ(ChartMulDiv(-4, 96, 72), 15);
 }
 

@@ -52,8 +52,7 @@ TEST_F(ActivityCal, ScaleStartsFromTheProfileAtEachRead) {
     EXPECT_EQ(top("1001"), 5000);
     EXPECT_EQ(top("1000"), 1000);
     EXPECT_EQ(top("1001"), 5000);
-    char missing[] = "no-such.csv";
-    EXPECT_EQ(graph.ReadDataFile(missing), 101);
+    EXPECT_EQ(graph.ReadDataFile(m_missing), 101);
     EXPECT_EQ(graph.m_nChartMax, 1000) << "reset before the file is looked for";
     WriteProfile("CHARTMAX=0");
     auto repaired = Make<OpenActivity>();

@@ -47,8 +47,7 @@ TEST_F(Expenditure, TakesTheHeader) {
     auto graph = Make<OpenExpenditure>();
     graph.m_strAverage = "9"; // to be emptied
     EXPECT_EQ(Read(graph, Head("1800.5", "0")), 102);
-    char missing[] = "no-such.csv";
-    EXPECT_EQ(graph.ReadDataFile(missing), 101);
+    EXPECT_EQ(graph.ReadDataFile(m_missing), 101);
     EXPECT_EQ(graph.m_strHeaderField0 + graph.m_strHeaderField1 + graph.m_strAverageIntake + graph.m_strAverage,
               "AB1800.5");
     EXPECT_EQ(graph.m_nHeaderField5, 77);
@@ -61,16 +60,11 @@ TEST_F(Expenditure, TakesTheHeader) {
 /// The band lies on the canvas, under scale and bars; two days' bars are 225 wide, at 285 and 735.
 TEST_F(Expenditure, StacksThePartsOverTheBand) {
     auto graph = Make<OpenExpenditure>();
-    const auto lines = DrawRecorded(graph, Head("1000", "4000") + "0,a,2000,500\n0,b,300,500\n", kWideArea);
-    const char* kOrder[] = {
-        "fill 173,125 900x300 #FAFAFA", "fill 173,350 900x75 #1E0000",  "text \"500\" ",
-        "fill 285,388 225x37 #0A0000",  "fill 285,275 225x113 #140000", "fill 735,388 225x37 #0A0000",
-        "fill 735,388 225x15 #140000"}; // a negative rest lies upside down on the first part
-    auto next = lines.begin();
-    for (const char* step : kOrder) {
-        next = std::find_if(next, lines.end(), [&](const std::string& line) { return line.starts_with(step); });
-        EXPECT_NE(next, lines.end()) << step;
-    }
+    // a negative rest lies upside down on the first part
+    ExpectInOrder(Record(graph, Head("1000", "4000") + "0,a,2000,500\n0,b,300,500\n", kWideArea),
+                  {"fill 173,125 900x300 #FAFAFA", "fill 173,350 900x75 #1E0000", "text \"500\" ",
+                   "fill 285,388 225x37 #0A0000", "fill 285,275 225x113 #140000", "fill 735,388 225x37 #0A0000",
+                   "fill 735,388 225x15 #140000"});
     EXPECT_EQ(graph.OnClick(CPoint(800, 400)), 1);
     EXPECT_EQ(graph.OnMouseMove(CPoint(300, 300)), 1);
     DrawRecorded(graph, Head("0", "4000") + "0,a,9000,500\n", kWideArea);

@@ -96,8 +96,7 @@ TEST_F(Simulation, CodesOfThePlan) {
         ASSERT_EQ(ReadPlan(graph, kPlan), 0);
         EXPECT_EQ(graph.m_strWeightStart + graph.m_strWeightField2, "20250302kept");
         graph.m_dChartInterval = c.interval;
-        char missing[] = "no-such.sim";
-        EXPECT_EQ(graph.ReadWeightDataFile(missing), 101);
+        EXPECT_EQ(graph.ReadWeightDataFile(m_missing), 101);
         EXPECT_EQ(graph.m_saWeights.GetSize(), 4) << "a missing file leaves the former plan";
         EXPECT_EQ(ReadPlan(graph, c.plan), c.code) << c.why;
         EXPECT_EQ(graph.m_saWeights.GetSize(), 0) << c.why;

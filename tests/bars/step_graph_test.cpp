@@ -30,8 +30,7 @@ TEST_F(StepGraph, MissingFileKeepsAllAndOneWithoutDaysForgetsAll) {
     auto graph = Make<Open<CStepGraph>>();
     DrawRecorded(graph, Head("2000", "5") + "0,1/1,,,2001\n", kWideArea);
     EXPECT_EQ(graph.m_nChartMax, 5000) << "the scale of the file yields to the big one";
-    char missing[] = "no-such.csv";
-    EXPECT_EQ(graph.ReadDataFile(missing), 101);
+    EXPECT_EQ(graph.ReadDataFile(m_missing), 101);
     EXPECT_EQ(Read(graph, Head("-5")), 102);
     EXPECT_EQ(graph.m_nChartMax, 10000) << "a top of the scale has to be above 0";
     EXPECT_THAT(m_files.Read("log/graph.log"), HasSubstr("CODE = [340]"));

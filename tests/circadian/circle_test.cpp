@@ -20,12 +20,6 @@ std::string Text(const ClassFigures& figures) {
     return text.str();
 }
 
-std::string Text(const CRect& rect) {
-    std::ostringstream text;
-    text << rect.left << "," << rect.top << "-" << rect.right << "," << rect.bottom;
-    return text.str();
-}
-
 TEST(CircleShares, OfTheClasses) {
     const CStringArray nine = Levels({"1", "2", "4", "8", "16", "32", "64", "128", "256"});
     const struct Case {
@@ -71,21 +65,14 @@ TEST(CircleShares, AddUpToAHundred) {
 }
 
 TEST(CircleLayout, Areas) {
-    const struct Case {
-        const char* why;
-        melkar::CircleAreas areas;
-        const char *circle, *legend;
-    } cases[] = {
-        {"below, 3/5 of the height", melkar::LegendBelow({10, 20, 410, 320}), "120,50-300,230", "10,230-410,320"},
-        {"below, 3/5 of the width - 2", melkar::LegendBelow({10, 20, 110, 320}), "31,80-89,138", "10,138-110,320"},
-        {"beside", melkar::LegendBeside({10, 20, 610, 320}), "190,80-430,320", "430,20-610,320"},
-        {"beside, no larger than the width", melkar::LegendBeside({10, 20, 110, 320}), "610,220-710,320",
-         "710,20-110,320"},
-    };
-    for (const Case& c : cases) {
-        EXPECT_EQ(Text(c.areas.circle), c.circle) << c.why;
-        EXPECT_EQ(Text(c.areas.legend), c.legend) << c.why;
-    }
+    const melkar::CircleAreas below = melkar::LegendBelow({10, 20, 410, 320});
+    EXPECT_EQ(below.circle, CRect(120, 50, 300, 230)) << "3/5 of the height";
+    EXPECT_EQ(below.legend, CRect(10, 230, 410, 320));
+    EXPECT_EQ(melkar::LegendBelow({10, 20, 110, 320}).circle, CRect(31, 80, 89, 138)) << "3/5 of the width - 2";
+    const melkar::CircleAreas beside = melkar::LegendBeside({10, 20, 610, 320});
+    EXPECT_EQ(beside.circle, CRect(190, 80, 430, 320));
+    EXPECT_EQ(beside.legend, CRect(430, 20, 610, 320));
+    EXPECT_EQ(melkar::LegendBeside({10, 20, 110, 320}).circle, CRect(610, 220, 710, 320)) << "not beyond the width";
 }
 
 // The full circle ends a millionth early: 100 x sin is 99.99..., cut to 99, and half of it 49.
@@ -105,15 +92,15 @@ TEST(CircleLayout, Marks) {
 TEST(CircleLayout, Legend) {
     const melkar::LegendSizes sizes{17, 50, 40, 60};
     const melkar::CircleLegend beside = melkar::LegendOf({5, 230, 405, 330}, sizes, false);
-    EXPECT_EQ(Text(beside.light.entry.sample), "13,293-30,310");
-    EXPECT_EQ(Text(beside.moderate.entry.sample), "13,274-30,293");
-    EXPECT_EQ(Text(beside.vigorous.entry.sample), "13,257-30,276");
-    EXPECT_EQ(Text(beside.moderate.entry.text), "30,274-80,293");
-    EXPECT_EQ(Text(beside.moderate.percent), "88,274-128,293") << "80 + 8.5, 80 + 40 + 8.5";
-    EXPECT_EQ(Text(beside.moderate.minutes), "143,274-203,293") << "128 + 15.3";
+    EXPECT_EQ(beside.light.entry.sample, CRect(13, 293, 30, 310));
+    EXPECT_EQ(beside.moderate.entry.sample, CRect(13, 274, 30, 293));
+    EXPECT_EQ(beside.vigorous.entry.sample, CRect(13, 257, 30, 276));
+    EXPECT_EQ(beside.moderate.entry.text, CRect(30, 274, 80, 293));
+    EXPECT_EQ(beside.moderate.percent, CRect(88, 274, 128, 293)) << "80 + 8.5, 80 + 40 + 8.5";
+    EXPECT_EQ(beside.moderate.minutes, CRect(143, 274, 203, 293)) << "128 + 15.3";
     const melkar::CircleLegend centred = melkar::LegendOf({5, 230, 405, 330}, sizes, true);
-    EXPECT_EQ(Text(centred.light.entry.sample), "114,293-131,310") << "half of 405 - 203";
-    EXPECT_EQ(Text(centred.vigorous.minutes), "244,257-304,276");
+    EXPECT_EQ(centred.light.entry.sample, CRect(114, 293, 131, 310)) << "half of 405 - 203";
+    EXPECT_EQ(centred.vigorous.minutes, CRect(244, 257, 304, 276));
     melkar::LegendOf({5, 230, 405, 330}, {0, 0, 0, 0}, true); // a line without height divides nothing
 }
 

@@ -164,9 +164,8 @@ TEST_F(WeeklyTest, ScreenFileEndsWithTheSunday) {
         EXPECT_EQ(week.m_nFirstDay, c.firstDay) << c.why;
     }
     auto week = Make<Week>();
-    char missing[] = "missing.csv";
-    EXPECT_EQ(week.ReadDataFile(missing), 210);
-    EXPECT_EQ(week.ReadWeekDataFile(missing, 0), 210);
+    EXPECT_EQ(week.ReadDataFile(m_missing), 210);
+    EXPECT_EQ(week.ReadWeekDataFile(m_missing, 0), 210);
     EXPECT_EQ(week.m_nFirstDay, 1);
     EXPECT_THAT(m_files.Read("log/graph.log"), HasSubstr("CODE = [210]"));
 }
@@ -244,8 +243,7 @@ TEST_F(WeeklyTest, DrawsTheRowsOfItsDays) {
     week.m_nRows = 7;
     week.Draw({0, 0, 600, 4}, file.data());
     EXPECT_EQ(Rows(m_record, 600), "0+1 ") << "rows of no height are left out";
-    char missing[] = "missing.csv";
-    EXPECT_EQ(week.Draw({0, 0, 500, 70}, missing), 0);
+    EXPECT_EQ(week.Draw({0, 0, 500, 70}, m_missing), 0);
     EXPECT_EQ(Rows(m_record, 500), "0+10 10+10 20+10 ");
 }
 
@@ -258,8 +256,7 @@ TEST_F(WeeklyTest, PrintsWeekdaysInTheirPlaces) {
     EXPECT_EQ(Rows(m_record, 900), "w0+100 w100+101 w201+101 302+100 402+101 503+101 604+101 ");
     EXPECT_EQ(week.DrawWeek({0, 0, 800, 70}, file.data(), -1), -1);
     EXPECT_EQ(Rows(m_record, 800), "") << "nothing to print, nothing painted";
-    char missing[] = "missing.csv";
-    EXPECT_EQ(week.DrawWeek({0, 0, 700, 70}, missing, 3), 0);
+    EXPECT_EQ(week.DrawWeek({0, 0, 700, 70}, m_missing, 3), 0);
     EXPECT_EQ(Rows(m_record, 700), "0+10 10+10 20+10 30+10 40+10 50+10 w60+10 ");
 }
 

@@ -65,6 +65,15 @@ inline std::string TextsAt(const std::vector<std::string>& lines, int x) {
     return found;
 }
 
+/// Holds a record to `pieces`, in this order, whatever stands between them.
+inline void ExpectInOrder(const std::string& record, const std::vector<const char*>& pieces) {
+    std::size_t at = 0;
+    for (const char* piece : pieces) {
+        at = record.find(piece, at);
+        ASSERT_NE(at, std::string::npos) << piece << " is not there or not behind the one before it in\n" << record;
+    }
+}
+
 /// A host's directory, and a surface that records. Texts have fixed metrics: a character is 3/5 of the em height wide,
 /// a line 5/4 of it high, both rounded up. At 96 dpi 10 points are 8 x 17, 12 points 10 x 20, 15 points 12 x 25,
 /// 30 points 24 x 50; the 12 pixels of a new surface's font are 8 x 15.
@@ -95,6 +104,7 @@ protected:
     }
 
     TempWorkdir m_files;
+    char m_missing[12] = "missing.csv"; ///< no such file
     std::size_t m_liveBefore = LiveObjectCount();
     HDC m_record = CreateRecordingSurface(1200, 700);
 };

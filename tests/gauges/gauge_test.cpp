@@ -48,8 +48,7 @@ TEST_F(Gauge, ReadsOneFigure) {
         EXPECT_EQ(gauge.m_strValue, c.figure) << c.why;
         EXPECT_EQ(gauge.m_nClass, c.cls) << c.why;
     }
-    char missing[] = "missing.csv";
-    EXPECT_EQ(gauge.ReadDataFile(missing), 101);
+    EXPECT_EQ(gauge.ReadDataFile(m_missing), 101);
     EXPECT_EQ(gauge.m_strValue, "100");
 }
 
@@ -108,8 +107,7 @@ TEST_F(Gauge, NonsenseDrawsWhatItCan) {
     bar.m_nMin = bar.m_nMax;
     EXPECT_THAT(Record(bar, File("50"), {100, 50, 400, 90}), HasSubstr("text \"50\" 100,60")) << "no range";
     CHimandGraph unbound(nullptr, nullptr, "OWN", nullptr, nullptr, nullptr);
-    char missing[] = "missing.csv";
-    EXPECT_EQ(unbound.Draw({0, 0, 9, 9}, missing), 0) << "always";
+    EXPECT_EQ(unbound.Draw({0, 0, 9, 9}, m_missing), 0) << "always";
 }
 
 // The first strip is a line of 10 points high, 50 to 67, the second reaches the middle, 100. Bounds: 160, 251, 340.
@@ -117,22 +115,18 @@ TEST_F(Gauge, StripsOfTheClasses) {
     auto disc = Make<Open<CHimandGraph>>();
     const std::string record = Record(disc, File("50"), {100, 50, 400, 150});
     EXPECT_THAT(record, HasSubstr("fill 101,51 298x98 #C8C8C8\n"));
-    std::size_t at = 0;
-    for (const char* line : {
-             "fill 101,51 58x15 #0A0000\n",
-             "text \"A\" 126,50 8x17 \"Fixed 13\" #000000\n",
-             "fill 101,68 58x31 #140000\n",
-             "text \"a\" 126,67 8x17 \"Fixed 13\" #000000\n",
-             "text \"b\" 126,84 8x17 \"Fixed 13\" #000000 clip",
-             "fill 161,51 89x15 #0B0000\n",
-             "fill 161,68 89x31 #150000\n",
-             "fill 252,51 87x15 #0C0000\n",
-             "fill 252,68 87x31 #160000\n",
-             "text \"d\" 291,67",
-         }) {
-        at = record.find(line, at);
-        ASSERT_NE(at, std::string::npos) << line << "is not there or not behind the one before it in\n" << record;
-    }
+    ExpectInOrder(record, {
+                              "fill 101,51 58x15 #0A0000\n",
+                              "text \"A\" 126,50 8x17 \"Fixed 13\" #000000\n",
+                              "fill 101,68 58x31 #140000\n",
+                              "text \"a\" 126,67 8x17 \"Fixed 13\" #000000\n",
+                              "text \"b\" 126,84 8x17 \"Fixed 13\" #000000 clip",
+                              "fill 161,51 89x15 #0B0000\n",
+                              "fill 161,68 89x31 #150000\n",
+                              "fill 252,51 87x15 #0C0000\n",
+                              "fill 252,68 87x31 #160000\n",
+                              "text \"d\" 291,67",
+                          });
     EXPECT_EQ(disc.m_rcCanvas, CRect(100, 67, 400, 150));
 }
 

@@ -108,8 +108,7 @@ TEST_F(SquareGraph, DaysAndTheirLevels) {
     }
     EXPECT_EQ(graph.m_saDayField5.GetAt(0) + "/" + graph.m_saDayField11.GetAt(0), "5000/190");
     EXPECT_EQ(graph.m_dwaStatus[0], 1U);
-    char missing[] = "missing.csv";
-    EXPECT_EQ(graph.ReadDataFile(missing), 101);
+    EXPECT_EQ(graph.ReadDataFile(m_missing), 101);
     EXPECT_EQ(graph.m_dwaStatus.GetSize() + graph.m_saDayField5.GetSize(), 2) << "the former days stay";
     for (const char* file : {"", "one\n", "one\ntwo"}) {
         EXPECT_EQ(Read(graph, file), 0);
@@ -125,44 +124,40 @@ TEST_F(SquareGraph, WhatOneSees) {
     auto graph = Make<Plotted>();
     const std::string record = Record(graph, Line("9=n 10=4") + "\n\n" + Line("0=0"), kArea);
     EXPECT_EQ(graph.m_rcCanvas, CRect(172, 226, 572, 626));
-    std::size_t at = 0;
-    for (const char* line : {
-             "fill 172,226 400x400 #FAFAFA\n",
-             "fill 172,226 100x240 #010000\nfill 272,226 300x240 #020000\n",
-             "fill 172,466 100x160 #030000\nfill 272,466 300x160 #040000\n",
-             "text \"0\" 150,614 12x25",
-             "text \"25\" 138,414 24x25",
-             "text \"50\" 138,214 24x25",
-             "text \"0\" 166,626 12x25",
-             "text \"50\" 360,626 24x25",
-             "text \"100\" 554,626 36x25",
-             // marks in the surface's font, 8 x 15, twice each
-             "text \"p\" 168,219 8x15 \"sans 12\" #000000\ntext \"p\" 168,219 8x15",
-             "text \"q\" 568,619 8x15 \"sans 12\" #000000\ntext \"q\" 568,619 8x15",
-             // the share box, 36 high, with six characters of 13 in a cell
-             "fill 582,590 139x18 #010000\ntext \"33.4% \" 643,590 78x27",
-             "fill 582,608 139x18 #030000\ntext \"33.3% \" 643,608 78x27",
-             "fill 721,590 139x18 #020000\n",
-             "fill 721,608 139x18 #040000\ntext \"0.0% \" 795,608 65x27",
-             "line 582,590 860,590 #000000 w1\n",
-             "line 582,608 860,608 #000000 w1 dot",
-             "line 721,590 721,626 #000000 w1 dot",
-             "text \"L4\" 101,438 24x25 \"Fixed 20\" #000000 angle 900",
-             "text \"steps\" 342,651 60x25",
-             // the legend: 1.1 lines of 25 are 27, of 50 are 55
-             "text \"ru\" 607,226 24x25",
-             "fill 582,226 25x25 #020000\n",
-             "text \"aaaaaaaaaaaa\" 607,253",
-             "text \"bbbbbbbbbbbb\" 607,278",
-             "fill 582,253 25x25 #010000\n",
-             "text \"rl\" 607,308",
-             "fill 582,308 25x25 #040000\n",
-             "text \"ll\" 607,335",
-             "fill 582,335 25x25 #030000\n",
-         }) {
-        at = record.find(line, at);
-        ASSERT_NE(at, std::string::npos) << line << " is not there or not behind the one before it in\n" << record;
-    }
+    ExpectInOrder(record, {
+                              "fill 172,226 400x400 #FAFAFA\n",
+                              "fill 172,226 100x240 #010000\nfill 272,226 300x240 #020000\n",
+                              "fill 172,466 100x160 #030000\nfill 272,466 300x160 #040000\n",
+                              "text \"0\" 150,614 12x25",
+                              "text \"25\" 138,414 24x25",
+                              "text \"50\" 138,214 24x25",
+                              "text \"0\" 166,626 12x25",
+                              "text \"50\" 360,626 24x25",
+                              "text \"100\" 554,626 36x25",
+                              // marks in the surface's font, 8 x 15, twice each
+                              "text \"p\" 168,219 8x15 \"sans 12\" #000000\ntext \"p\" 168,219 8x15",
+                              "text \"q\" 568,619 8x15 \"sans 12\" #000000\ntext \"q\" 568,619 8x15",
+                              // the share box, 36 high, with six characters of 13 in a cell
+                              "fill 582,590 139x18 #010000\ntext \"33.4% \" 643,590 78x27",
+                              "fill 582,608 139x18 #030000\ntext \"33.3% \" 643,608 78x27",
+                              "fill 721,590 139x18 #020000\n",
+                              "fill 721,608 139x18 #040000\ntext \"0.0% \" 795,608 65x27",
+                              "line 582,590 860,590 #000000 w1\n",
+                              "line 582,608 860,608 #000000 w1 dot",
+                              "line 721,590 721,626 #000000 w1 dot",
+                              "text \"L4\" 101,438 24x25 \"Fixed 20\" #000000 angle 900",
+                              "text \"steps\" 342,651 60x25",
+                              // the legend: 1.1 lines of 25 are 27, of 50 are 55
+                              "text \"ru\" 607,226 24x25",
+                              "fill 582,226 25x25 #020000\n",
+                              "text \"aaaaaaaaaaaa\" 607,253",
+                              "text \"bbbbbbbbbbbb\" 607,278",
+                              "fill 582,253 25x25 #010000\n",
+                              "text \"rl\" 607,308",
+                              "fill 582,308 25x25 #040000\n",
+                              "text \"ll\" 607,335",
+                              "fill 582,335 25x25 #030000\n",
+                          });
     EXPECT_EQ(graph.inside, 0) << "edges count as inside";
     EXPECT_EQ(graph.outside, -2);
     EXPECT_THAT(Record(graph, Line("9=n 10=6") + "\n\n" + Line("0=0"), kArea), HasSubstr("\"L4\""))

@@ -14,8 +14,9 @@ namespace melkar {
 enum class ObjectKind : std::uint8_t { Gone, Pen, Brush, Font, Bitmap, Region, Surface, Printer, Memory };
 constexpr std::size_t kObjectKinds = 9;
 
-/// The first base of every object that has a handle.
-struct HandleHead {
+/// The first base of every object that has a handle. Aligned like the links of the list of free memory, which take the
+/// place of objects.
+struct alignas(void*) HandleHead {
     explicit HandleHead(ObjectKind objectKind) : kind(objectKind) {}
     const ObjectKind kind;
 };

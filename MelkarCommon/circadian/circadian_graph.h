@@ -28,11 +28,11 @@ public:
     long DrawExcludeMessage() override;
 
     /// Takes a day in place of the former one; everything is copied.
-    /// @param window, dc as for `Initialize` @param area kept until `Draw` gives another
-    /// @param extra1, extra2 kept; no painting uses them
-    /// @param from, to first and last intensity level of the moderate class
+    /// @param window as for `Initialize` @param dc likewise @param area kept until `Draw` gives another
+    /// @param extra1 kept; no painting uses it @param extra2 likewise
+    /// @param from first intensity level of the moderate class @param to its last one
     /// @param levels minutes at the levels 1 to 9, as text; null counts as empty
-    /// @param date of the day, YYYYMMDD @param dayIndex, reserved kept; no painting uses them
+    /// @param date of the day, YYYYMMDD @param dayIndex kept; no painting uses it @param reserved likewise
     /// @param events times as text, hours x 100 + minutes; the first ten show, "" and "0" don't; null counts as empty
     /// @param intensity 720 values, a level from 0 to 9 for each 2 minutes from midnight; null is a day at rest
     /// @param status 0 a day with figures, 1 excluded, 2 and 3 no data, 4 no records

@@ -46,7 +46,8 @@ constexpr ClassBounds UsualBounds(int lang) {
 
 // Panels
 
-/// @param classLine, dateLine, axisLine heights of a line in the fonts of class labels, date and figures
+/// @param classLine height of a line in the font of class labels @param dateLine in that of the date @param axisLine in
+/// that of figures
 CRect LeftPanelOf(const CRect& graph, int classLine, int dateLine, int axisLine, int lang);
 /// @param figureWidth width of three digits
 CRect RightPanelOf(const CRect& graph, const CRect& left, int figureWidth);

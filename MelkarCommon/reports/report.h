@@ -27,8 +27,8 @@ public:
     /// Reads "..\conf\graph.cnf" and "..\conf\config.cnf" and opens the printer.
     /// @param printer see printing.h @param paper a `DMPAPER_...` code; its low 16 bits reach the printer
     /// @param orientation degrees: 90 is landscape, all else portrait @param section the report's own section
-    /// @param shared, second, balloon the application's surfaces, kept for a derived class
-    /// @param dataFile, headerFile, footerFile paths, kept for a derived class
+    /// @param shared the application's surface, kept for a derived class @param second likewise @param balloon likewise
+    /// @param dataFile a path, kept for a derived class @param headerFile likewise @param footerFile likewise
     CReport(char* const printer, int paper, int orientation, char* section, HDC shared, HDC second, HDC balloon,
             const char* dataFile, const char* headerFile, const char* footerFile);
     CReport(const CReport&) = default;

@@ -13,6 +13,6 @@ MELKAR_API int DrawTriangle(HDC surface, RECT box, unsigned long fill, unsigned 
 MELKAR_API int DrawDiamond(HDC surface, CRect box, unsigned long fill, unsigned long line, int lineWidth);
 /// A shaft with the surface's pen, and a head of two barbs at either end.
 /// @param halfAngle between shaft and barb, radians @param headLength of a barb, device units
-/// @param headAtTo, headAtFrom 0: no head there
+/// @param headAtTo 0: no head there @param headAtFrom likewise
 MELKAR_API void DrawArrow(HDC surface, CPoint from, CPoint to, double halfAngle, double headLength, int headAtTo,
                           int headAtFrom);

@@ -27,7 +27,7 @@ struct FaceSize {
     int ascent = 0;
 };
 
-/// @param height as `lfHeight`. @param up, down the font's ascent and descent as parts of its em.
+/// @param height as `lfHeight`. @param up the font's ascent as a part of its em @param down its descent.
 FaceSize SizeFace(int height, double up, double down);
 
 /// Lets the thread's faces go, and the machine's fonts with them.

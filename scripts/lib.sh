@@ -41,17 +41,22 @@ can_be_root() { [[ $(id -u) -eq 0 ]] || { command -v sudo >/dev/null && sudo -n 
 
 apt_get() { as_root env DEBIAN_FRONTEND=noninteractive apt-get -y -o DPkg::Lock::Timeout=300 "$@" </dev/null; }
 
-# One line for each package that is fetched or set up; a line stays in the place of the one before on a terminal.
+# What apt-get is about to do, and a line for each package that is fetched or set up; on a terminal each line takes the
+# place of the one before.
 show_progress() {
-    local line
+    local line all='?' ready=0
     while read -r line; do
         case $line in
-        Get:* | Unpacking* | "Setting up"*)
-            if [[ -t 2 ]]; then printf '\r\e[K   %.70s' "$line" >&2; else printf '   %s\n' "${line%% (*}" >&2; fi ;;
+        *" newly installed,"*) all=${line#*, } all=${all%% *} ;;
+        "Need to get "* | "After this operation,"*) printf '   %s\n' "$line" >&2 ;;
+        "Setting up "*) show_step "${line%% (*} ($((++ready)) of $all)" ;;
+        Get:* | Unpacking*) show_step "${line%% (*}" ;;
         esac
     done
     [[ ! -t 2 ]] || printf '\r\e[K' >&2
 }
+
+show_step() { if [[ -t 2 ]]; then printf '\r\e[K   %.70s' "$1" >&2; else printf '   %s\n' "$1" >&2; fi; }
 
 # missing_packages NAME...: prints those that aren't installed.
 missing_packages() {

@@ -55,9 +55,11 @@ constexpr Command kCommands[] = {
     {"keys", "Print the keys of a profile as a Markdown page", AddKeysOptions, RunKeys},
 };
 
-/// A mistyped command is named; the parser would only tell that one is missing.
+/// A mistyped command is named, and a missing one told how to find; the parser would only tell that one is missing.
 void RequireCommand(const CLI::App& app, int argc, char** argv) {
-    const std::string word = argc > 1 ? argv[1] : "-";
+    if (argc < 2)
+        throw UsageError{"no command (melkar --help lists them)"};
+    const std::string word = argv[1];
     const auto isNamed = [&word](const CLI::App* command) { return command->check_name(word); };
     if (word.rfind('-', 0) != 0 && app.get_subcommands(isNamed).empty())
         throw UsageError{"unknown command: " + word + " (melkar --help lists them)"};

@@ -135,12 +135,7 @@ void HDC__::AddLine(POINT from, POINT to, const Stroke& stroke) {
 }
 
 bool WaitingLines::GoOnAt(POINT from, const Stroke& next) const {
-    if (points.empty() || points.back().x != from.x || points.back().y != from.y)
-        return false;
-    Stroke same = next;
-    same.phase = stroke.phase;
-    same.drawn = stroke.drawn;
-    return same == stroke;
+    return !points.empty() && points.back().x == from.x && points.back().y == from.y && stroke.LooksLike(next);
 }
 
 std::shared_ptr<TextFace> HDC__::Face() const {

@@ -3,7 +3,7 @@
 #include <MelkarCommon/support/platform/geometry.h>
 #include <MelkarCommon/support/platform/pixels/pixel_backend.h>
 #include <MelkarCommon/support/platform/pixels/pixel_blit.h>
-#include <MelkarCommon/support/platform/pixels/pixel_pairs.h>
+#include <MelkarCommon/support/platform/pixels/pixel_lanes.h>
 
 #include <gtest/gtest.h>
 
@@ -188,28 +188,36 @@ TEST(PixelText, BlendsFourAtOnceLikeEachAlone) {
     }
 }
 
+constexpr Weight kFalling{0xF00000, -0x111111}; // 240 of 256 and less
+
 TEST(PixelLines, MixPixelsTogetherLikeEachAlone) {
-    constexpr int kLength = 9;
-    constexpr int kStart = 0xF00000; // 240 of 256
-    constexpr int kStep = -0x123456;
-    const PairMixer mixer(kInk);
-    for (int count = 0; count <= kLength; ++count) {
-        const Canvas before = Speckled(3, kLength);
-        Canvas column = Speckled(3, kLength);
-        Canvas pairs = Speckled(3, kLength);
-        Canvas apart = Speckled(3, kLength);
-        const std::ptrdiff_t stride = column.buffer.stride;
-        mixer.MixEvenly(column.memory.data(), stride, count, kStart, kStep);
-        mixer.MixPairs(pairs.memory.data(), 1, stride, count, kStart, kStart, kStep);
-        mixer.MixPairs(apart.memory.data(), 2, stride, count, kStart, kStart, kStep);
+    constexpr int kLength = 13;
+    for (int i = 0; i < 2 * kLength; ++i) {
+        const int count = i / 2;
+        const Canvas before = Speckled(kLength, kLength);
+        Canvas pairs = Speckled(kLength, kLength);
+        Canvas fours = Speckled(kLength, kLength);
+        Canvas span = Speckled(kLength, kLength);
+        const std::ptrdiff_t stride = pairs.buffer.stride;
+        const std::array two{RestOf(kFalling), kFalling};
+        const std::array four{kFalling, Weight{0, 0}, Weight{kWholeWeight, 0}, RestOf(kFalling)};
+        const auto mix = [&](auto lanes) {
+            const LaneMixer<lanes> mixer(kInk);
+            mixer.MixSteps(pairs.memory.data(), stride, count, two);
+            mixer.MixSteps(fours.memory.data(), stride, count, four);
+            mixer.MixSpan(span.memory.data(), count, kFalling);
+        };
+        i % 2 == 0 ? RunInFours(mix) : RunInLanes(mix);
         before.EachPixel([&](int x, int y) {
+            const auto mixed = [&](int step, int all, int sign) {
+                const int weight = (kFalling.start + step * kFalling.step) >> 16;
+                return step < count ? Mixed(before.At(x, y), kInk, all + sign * weight, 256) : before.At(x, y);
+            };
             const Color own = before.At(x, y);
-            const int weight = (kStart + y * kStep) >> 16;
-            const Color first = y < count ? Mixed(own, kInk, weight, 256) : own;
-            const Color left = y < count ? Mixed(own, kInk, 256 - weight, 256) : own;
-            EXPECT_EQ(column.At(x, y), x == 0 ? first : own) << count << " in row " << y;
-            EXPECT_EQ(pairs.At(x, y), x == 0 ? left : x == 1 ? first : own) << count << " in row " << y;
-            EXPECT_EQ(apart.At(x, y), x == 0 ? left : x == 2 ? first : own) << count << " in row " << y;
+            const Color ofFour[] = {mixed(y, 0, 1), own, y < count ? kInk : own, mixed(y, 256, -1)};
+            EXPECT_EQ(pairs.At(x, y), x == 0 ? mixed(y, 256, -1) : x == 1 ? mixed(y, 0, 1) : own) << count;
+            EXPECT_EQ(fours.At(x, y), x < 4 ? ofFour[x] : own) << count << " in row " << y;
+            EXPECT_EQ(span.At(x, y), y == 0 ? mixed(x, 0, 1) : own) << count << " at " << x;
         });
     }
 }

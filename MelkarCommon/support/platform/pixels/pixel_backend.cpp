@@ -10,6 +10,8 @@
 #include <MelkarCommon/support/platform/text/text_engine.h>
 #include <MelkarCommon/support/platform/text/text_on_cairo.h>
 
+#include <array>
+
 namespace melkar {
 
 namespace {
@@ -74,7 +76,9 @@ public:
     }
 
     void StrokePolyline(std::span<const POINT> points, const Stroke& stroke) override {
-        ForEachSegment(points, stroke, [this](POINT from, POINT to, const Stroke& own) { StrokeLine(from, to, own); });
+        if (IsEmptyRect(m_clip) || points.size() < stroke.drawn + 2)
+            return;
+        StrokeSegments(points, stroke);
         if (WholeWidth(stroke.width) > 1 && !HasPattern(stroke))
             JoinLines(points, stroke);
     }
@@ -96,7 +100,8 @@ private:
     bool FillAsChains(const PolygonShape& polygon, Color color);
     bool BlendDisc(const EllipseShape& ellipse, double strokeWidth, Color color);
     void BlendAt(const PlacedMask& disc, POINT at, Color color);
-    void StrokeLine(POINT from, POINT to, const Stroke& stroke);
+    void StrokeSegments(std::span<const POINT> points, const Stroke& stroke);
+    void StrokeWideLine(POINT from, POINT to, const Stroke& stroke);
     void JoinLines(std::span<const POINT> points, const Stroke& stroke);
     void FillCorner(Corner corner, POINT at, const Stroke& stroke, const PlacedMask& disc);
     cairo_t* Context();
@@ -182,24 +187,30 @@ void PixelBackend::BlendAt(const PlacedMask& disc, POINT at, Color color) {
     BlendMask(m_buffer, m_clip, *disc.mask, disc.x + at.x, disc.y + at.y, color);
 }
 
-void PixelBackend::StrokeLine(POINT from, POINT to, const Stroke& stroke) {
-    if (IsEmptyRect(m_clip))
-        return;
-    m_ground.WriteDownTo(std::int64_t{std::max(from.y, to.y)} + WholeWidth(stroke.width));
-    if (IsSloped(from, to) && WholeWidth(stroke.width) > kWidestWalk)
-        OnContext([&](cairo_t* cr) { StrokeWideLineOn(cr, m_clip, from, to, stroke); });
-    else if (IsSloped(from, to))
-        StrokeSlopedLine(m_buffer, m_clip, from, to, stroke, m_lastLine.NextTo(from, to, stroke));
+void PixelBackend::StrokeSegments(std::span<const POINT> points, const Stroke& stroke) {
+    const std::span<const POINT> open = points.subspan(stroke.drawn);
+    const auto lowest = std::max_element(open.begin(), open.end(), [](POINT a, POINT b) { return a.y < b.y; });
+    m_ground.WriteDownTo(std::int64_t{lowest->y} + WholeWidth(stroke.width));
+    if (WholeWidth(stroke.width) > kWidestWalk)
+        ForEachSegment(points, stroke,
+                       [this](POINT from, POINT to, const Stroke& own) { StrokeWideLine(from, to, own); });
     else
-        StrokeAxisLine(m_buffer, m_clip, from, to, stroke);
-    m_lastLine = {from, to, stroke.color, stroke.IsSolid()};
+        StrokeLines(m_buffer, m_clip, points, stroke, m_lastLine.NextTo(open[0], open[1], stroke));
+    m_lastLine = {points[points.size() - 2], points.back(), stroke.color, stroke.IsSolid()};
+}
+
+void PixelBackend::StrokeWideLine(POINT from, POINT to, const Stroke& stroke) {
+    if (IsSloped(from, to))
+        OnContext([&](cairo_t* cr) { StrokeWideLineOn(cr, m_clip, from, to, stroke); });
+    else
+        StrokeLines(m_buffer, m_clip, std::array{from, to}, stroke);
 }
 
 /// Makes the corners of wide lines whole, and rounds the ends of sloped ones. Those before the lines that are drawn
 /// already are whole, and a rounded end becomes a corner as it is: twice, its rim would be too dark.
 void PixelBackend::JoinLines(std::span<const POINT> points, const Stroke& stroke) {
     const std::vector<POINT> corners = WithoutRepeats(points);
-    if (corners.size() < 2 || IsEmptyRect(m_clip))
+    if (corners.size() < 2)
         return;
     const std::size_t last = corners.size() - 1;
     const std::size_t drawn = WithoutRepeats(points.first(std::min(stroke.drawn + 1, points.size()))).size() - 1;

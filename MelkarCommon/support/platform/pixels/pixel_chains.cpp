@@ -1,5 +1,5 @@
 #include <MelkarCommon/support/platform/pixels/pixel_chains.h>
-#include <MelkarCommon/support/platform/pixels/pixel_pairs.h>
+#include <MelkarCommon/support/platform/pixels/pixel_lanes.h>
 #include <MelkarCommon/support/platform/pixels/pixel_spans.h>
 
 #include <array>
@@ -96,83 +96,138 @@ Rows RowsOf(const ChainEdge& edge, const RECT& clip) {
     return {top, bottom < high ? bottom + 1 : bottom};
 }
 
-/// Paints one column after the other; rows that stay solid across a block of columns are written as spans.
-class ChainFiller {
+/// An edge within one column: the rows that it covers in part. Between the first and the last one it covers evenly more
+/// from row to row.
+struct PartRows {
+    Rows rows;
+    Weight between; ///< from the second row on
+};
+
+/// Of what lies below an edge (`side` 1) or above it (-1).
+PartRows PartRowsOf(const ChainEdge& edge, const RECT& clip, int side) {
+    const Rows rows = RowsOf(edge, clip);
+    if (rows.bottom - rows.top <= 2)
+        return {rows, {0, 0}};
+    const double step = side * double{kWholeWeight} / (edge.low - edge.high);
+    constexpr double kHalf = 1 << (kWeightBits - 1);
+    const double second = (rows.top + 1.5 - edge.high) * step + (side > 0 ? 0 : kWholeWeight) + kHalf;
+    return {rows, {static_cast<std::int32_t>(second), static_cast<std::int32_t>(step)}};
+}
+
+/// Paints block after block of neighbouring columns, row by row, so that each line of the cache is written once.
+///
+///      ._  _      upper band: of each column nothing, a part or all
+///     _| \/ |
+///     ########    common rows: solid across the block
+///     \__/\  |    lower band
+///          \_|
+template <int kLanes> class ChainFiller {
 public:
     ChainFiller(const PixelBuffer& buffer, const RECT& clip, Color color)
         : m_buffer(buffer), m_clip(clip), m_color(color), m_mixer(color) {}
 
-    void Fill(const ChainColumns& chains) {
+    void Fill(const ChainColumns& chains) const {
         const int count = static_cast<int>(chains.columns.size());
-        for (int i = 0; i < count; i += kBlock)
-            FillBlock(chains.left + i, &chains.columns[static_cast<std::size_t>(i)], std::min(kBlock, count - i));
+        const ChainColumn* const columns = chains.columns.data();
+        int i = 0;
+        for (; i + kLanes <= count; i += kLanes)
+            FillBlock(chains.left + i, columns + i);
+        for (; i < count; ++i)
+            FillColumn(chains.left + i, columns[i]);
     }
 
 private:
-    static constexpr int kBlock = 8; ///< columns; wider blocks have fewer rows in common
+    using Numbers = typename Lanes<kLanes>::Numbers;
+    using Edges = std::array<PartRows, kLanes>;
 
-    void FillBlock(int x, const ChainColumn* columns, int count) {
-        std::array<Rows, kBlock> solid{};
+    void FillBlock(int x, const ChainColumn* columns) const {
+        Edges upper{};
+        Edges lower{};
+        Rows reach{m_clip.bottom, m_clip.top};
         Rows common{m_clip.top, m_clip.bottom};
-        for (int i = 0; i < count; ++i) {
-            solid[i] = FillEdges(x + i, columns[i]);
-            common = {std::max(common.top, solid[i].top), std::min(common.bottom, solid[i].bottom)};
+        for (int i = 0; i < kLanes; ++i) {
+            const auto lane = static_cast<std::size_t>(i);
+            upper[lane] = PartRowsOf(columns[i].upper, m_clip, 1);
+            lower[lane] = PartRowsOf(columns[i].lower, m_clip, -1);
+            reach = {std::min(reach.top, upper[lane].rows.top), std::max(reach.bottom, lower[lane].rows.bottom)};
+            common = {std::max(common.top, upper[lane].rows.bottom), std::min(common.bottom, lower[lane].rows.top)};
         }
-        if (common.top >= common.bottom)
-            common = {m_clip.bottom, m_clip.bottom};
-        for (int y = common.top; y < common.bottom; ++y)
-            std::fill_n(PixelAt(m_buffer, x, y), count, m_color);
-        for (int i = 0; i < count; ++i) {
-            FillColumn(x + i, {solid[i].top, std::min(solid[i].bottom, common.top)});
-            FillColumn(x + i, {std::max(solid[i].top, common.bottom), solid[i].bottom});
-        }
-    }
-
-    /// Paints what the edges of a column cover in part. @return the rows between them.
-    Rows FillEdges(int x, const ChainColumn& column) {
-        const Rows upper = RowsOf(column.upper, m_clip);
-        const Rows lower = RowsOf(column.lower, m_clip);
-        if (upper.bottom > lower.top) {
-            for (int y = upper.top; y < std::max(upper.bottom, lower.bottom); ++y)
-                Blend(x, y, PartBelow(y, column.upper) - PartBelow(y, column.lower));
-            return {m_clip.bottom, m_clip.bottom};
-        }
-        FillEdge(x, upper, column.upper, 1);
-        FillEdge(x, lower, column.lower, -1);
-        return {upper.bottom, lower.top};
-    }
-
-    /// What lies below an edge (`side` 1) or above it (-1). Between its ends an edge covers evenly more from row to
-    /// row.
-    void FillEdge(int x, const Rows& rows, const ChainEdge& edge, int side) {
-        if (rows.top >= rows.bottom)
+        if (common.top > common.bottom) {
+            for (int i = 0; i < kLanes; ++i)
+                FillColumn(x + i, columns[i]);
             return;
-        constexpr double kOne = 256 << kWeightBits;
-        constexpr double kHalf = 1 << (kWeightBits - 1);
-        const double step = rows.bottom - rows.top > 2 ? side * kOne / (edge.low - edge.high) : 0;
-        const double first = (rows.top + 1.5 - edge.high) * step + (side > 0 ? 0 : kOne) + kHalf;
-        Blend(x, rows.top, PartOf(rows.top, edge, side));
-        if (rows.bottom - rows.top > 1)
-            Blend(x, rows.bottom - 1, PartOf(rows.bottom - 1, edge, side));
-        m_mixer.MixEvenly(PixelAt(m_buffer, x, rows.top + 1), m_buffer.stride, rows.bottom - rows.top - 2,
-                          static_cast<std::int32_t>(first), static_cast<std::int32_t>(step));
+        }
+        for (int i = 0; i < kLanes; ++i) {
+            const auto lane = static_cast<std::size_t>(i);
+            BlendEnds(x + i, upper[lane].rows, columns[i].upper, 1);
+            BlendEnds(x + i, lower[lane].rows, columns[i].lower, -1);
+        }
+        MixBand<1>(x, {reach.top, common.top}, upper);
+        for (int y = common.top; y < common.bottom; ++y)
+            std::fill_n(PixelAt(m_buffer, x, y), kLanes, m_color);
+        MixBand<-1>(x, {common.bottom, reach.bottom}, lower);
     }
 
-    void Blend(int x, int y, double part) {
+    /// Rows with edges of one chain alone, but for the ends of these: the columns' parts, and what lies below them
+    /// (`kSide` 1) or above them (-1).
+    template <int kSide> void MixBand(int x, const Rows& band, const Edges& edges) const {
+        Numbers row{}; // counted from the first one between the ends
+        Numbers last{};
+        Numbers weight{};
+        Numbers step{};
+        for (int lane = 0; lane < kLanes; ++lane) {
+            const auto& [rows, between] = edges[static_cast<std::size_t>(lane)];
+            row[lane] = band.top - rows.top - 1;
+            last[lane] = rows.bottom - rows.top - 2;
+            weight[lane] = between.start;
+            step[lane] = between.step;
+        }
+        weight += step * row; // what overflows on the way there lies beyond the edge
+        for (int y = band.top; y < band.bottom; ++y, row += 1, weight += step) {
+            const Numbers isBetween = (row >= 0) & (row < last);
+            const Numbers isWhole = kSide > 0 ? row > last : row < -1;
+            const Numbers taken = (weight & isBetween) | (kWholeWeight & isWhole);
+            m_mixer.MixRow(PixelAt(m_buffer, x, y), taken);
+        }
+    }
+
+    void FillColumn(int x, const ChainColumn& column) const {
+        const PartRows upper = PartRowsOf(column.upper, m_clip, 1);
+        const PartRows lower = PartRowsOf(column.lower, m_clip, -1);
+        if (upper.rows.bottom > lower.rows.top) {
+            for (int y = upper.rows.top; y < std::max(upper.rows.bottom, lower.rows.bottom); ++y)
+                Blend(x, y, ToWeight(PartBelow(y, column.upper) - PartBelow(y, column.lower)));
+            return;
+        }
+        BlendEnds(x, upper.rows, column.upper, 1);
+        BlendBetween(x, upper);
+        for (int y = upper.rows.bottom; y < lower.rows.top; ++y)
+            *PixelAt(m_buffer, x, y) = m_color;
+        BlendEnds(x, lower.rows, column.lower, -1);
+        BlendBetween(x, lower);
+    }
+
+    void BlendEnds(int x, const Rows& rows, const ChainEdge& edge, int side) const {
+        if (rows.top < rows.bottom)
+            Blend(x, rows.top, ToWeight(PartOf(rows.top, edge, side)));
+        if (rows.top < rows.bottom - 1)
+            Blend(x, rows.bottom - 1, ToWeight(PartOf(rows.bottom - 1, edge, side)));
+    }
+
+    void BlendBetween(int x, const PartRows& edge) const {
+        for (int y = edge.rows.top + 1, i = 0; y < edge.rows.bottom - 1; ++y, ++i)
+            Blend(x, y, static_cast<std::uint32_t>(edge.between.At(i)) >> kWeightBits);
+    }
+
+    void Blend(int x, int y, std::uint32_t weight) const {
         std::uint32_t* const pixel = PixelAt(m_buffer, x, y);
-        *pixel = MixColor256(*pixel, m_color, ToWeight(part));
-    }
-
-    void FillColumn(int x, const Rows& rows) {
-        std::uint32_t* pixel = PixelAt(m_buffer, x, rows.top);
-        for (int y = rows.top; y < rows.bottom; ++y, pixel += m_buffer.stride)
-            *pixel = m_color;
+        *pixel = MixColor256(*pixel, m_color, weight);
     }
 
     PixelBuffer m_buffer;
     RECT m_clip;
     Color m_color;
-    PairMixer m_mixer;
+    LaneMixer<kLanes> m_mixer;
 };
 
 } // namespace
@@ -202,7 +257,7 @@ std::optional<ChainColumns> FindChains(std::span<const POINT> polygon, const REC
 }
 
 void FillChains(const PixelBuffer& buffer, const RECT& clip, const ChainColumns& chains, Color color) {
-    ChainFiller(buffer, clip, color).Fill(chains);
+    RunInLanes([&](auto lanes) { ChainFiller<lanes>(buffer, clip, color).Fill(chains); });
 }
 
 } // namespace melkar

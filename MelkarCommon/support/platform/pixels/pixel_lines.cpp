@@ -1,9 +1,10 @@
 #include <MelkarCommon/support/platform/pixels/pixel_lines.h>
-#include <MelkarCommon/support/platform/pixels/pixel_pairs.h>
+#include <MelkarCommon/support/platform/pixels/pixel_runs.h>
 #include <MelkarCommon/support/platform/pixels/pixel_spans.h>
 
 #include <cmath>
 #include <cstdlib>
+#include <utility>
 
 namespace melkar {
 
@@ -56,39 +57,6 @@ template <class Paint> void ForEachRun(const Stroke& stroke, double unit, const 
     }
 }
 
-/// A sloped line in terms of its longer ("major") and shorter ("minor") direction.
-struct Walk {
-    bool steep; ///< the major direction is down
-    std::int64_t major;
-    std::int64_t minor;
-    std::int64_t length; ///< steps, never 0
-    std::int64_t rise;   ///< minor distance, signed; not more than the length
-    bool up;             ///< the major coordinate grows
-};
-
-Walk PlanWalk(POINT from, POINT to) {
-    const std::int64_t dx = std::int64_t{to.x} - from.x;
-    const std::int64_t dy = std::int64_t{to.y} - from.y;
-    if (std::abs(dy) > std::abs(dx))
-        return {true, from.y, from.x, std::abs(dy), dx, dy > 0};
-    return {false, from.x, from.y, std::abs(dx), dy, dx > 0};
-}
-
-/// Where a line lies across its walk, in pixels from the minor position: `width` from `start` on. A line of width 1
-/// takes one pixel's worth of colour at every slope, a wider one is as wide as it says at a right angle to itself.
-struct Breadth {
-    double start;
-    double width;
-};
-
-Breadth BreadthOf(const Walk& walk, int width) {
-    if (width == 1)
-        return {0, 1};
-    const double length = static_cast<double>(walk.length);
-    const double across = width * std::hypot(length, static_cast<double>(walk.rise)) / length;
-    return {0.5 - across / 2, across};
-}
-
 /// The steps that may touch the clip, a few too many in the minor direction.
 Steps StepsInClip(const Walk& walk, const Breadth& breadth, const RECT& clip) {
     const int low = walk.steep ? clip.left : clip.top;
@@ -105,19 +73,6 @@ Steps StepsInClip(const Walk& walk, const Breadth& breadth, const RECT& clip) {
     return {std::max(along.begin, first), std::min(along.end, stop)};
 }
 
-/// True if nothing of the line lies beyond the clip: then no step has to look where it is.
-bool IsInside(const Walk& walk, const Breadth& breadth, const RECT& clip) {
-    const std::int64_t low = walk.steep ? clip.left : clip.top;
-    const std::int64_t high = walk.steep ? clip.right : clip.bottom;
-    const std::int64_t start = walk.steep ? clip.top : clip.left;
-    const std::int64_t end = walk.steep ? clip.bottom : clip.right;
-    const auto margin = static_cast<std::int64_t>(breadth.width / 2) + 2;
-    const std::int64_t last = walk.up ? walk.major + walk.length - 1 : walk.major - walk.length + 1;
-    return std::min(walk.minor, walk.minor + walk.rise) - margin >= low &&
-           std::max(walk.minor, walk.minor + walk.rise) + margin < high && std::min(walk.major, last) >= start &&
-           std::max(walk.major, last) < end;
-}
-
 /// Where the walk goes in memory, and both sides of the line across it in 32.32 fixed point, counted from the clip's
 /// edge.
 class Walker {
@@ -126,8 +81,7 @@ public:
     Walker(const PixelBuffer& buffer, const RECT& clip, const Walk& walk, const Breadth& breadth, std::int64_t first)
         : m_buffer(buffer), m_first(first), m_major(walk.up ? walk.major + first : walk.major - first),
           m_direction(walk.up ? 1 : -1), m_steep(walk.steep), m_low(walk.steep ? clip.left : clip.top),
-          m_rows((walk.steep ? clip.right : clip.bottom) - m_low), m_isInside(IsInside(walk, breadth, clip)),
-          m_width(ToFixed(breadth.width)) {
+          m_rows((walk.steep ? clip.right : clip.bottom) - m_low), m_width(ToFixed(breadth.width)) {
         // Divisions of 128 bits take longer than drawing a short line; on any picture 64 will do.
         constexpr std::int64_t kShort = 1 << 15;
         const bool isShort = walk.length < kShort && std::abs(walk.minor - m_low) < kShort;
@@ -136,34 +90,23 @@ public:
     }
 
     void Draw(const Steps& steps, Color color, Neighbour neighbour) const {
-        const bool isSlow = std::abs(m_slope) < kOne / 4; // runs of some steps that stay on their pixels
-        if (m_isInside && isSlow && neighbour == Neighbour::None)
-            return DrawRuns(steps, color);
         std::int64_t position = m_start + (steps.begin - m_first) * m_slope;
         for (std::int64_t i = steps.begin; i < steps.end; ++i, position += m_slope)
             DrawStep(OffsetOf(i), position, color, neighbour);
     }
 
 private:
-    static constexpr std::int64_t kOne = std::int64_t{1} << 32;
-
-    static std::int64_t ToFixed(double pixels) { return static_cast<std::int64_t>(pixels * static_cast<double>(kOne)); }
-
     /// Sets slope and first position, in whole numbers of type `Number`.
     template <class Number> void Start(const Walk& walk) {
-        m_slope = static_cast<std::int64_t>(Ratio(Number{kOne} * walk.rise, walk.length));
-        const Number risen = m_first == 0 ? Number{0} : Number{kOne} * m_first * walk.rise / walk.length;
-        m_start = static_cast<std::int64_t>(Number{kOne} * (walk.minor - m_low) + risen) + kHalfWeight;
+        m_slope = Ratio(Number{walk.rise}, walk.length);
+        const Number risen = m_first == 0 ? Number{0} : Number{kFixedOne} * m_first * walk.rise / walk.length;
+        m_start = static_cast<std::int64_t>(Number{kFixedOne} * (walk.minor - m_low) + risen) + kHalfWeight;
     }
 
-    /// Cut off towards zero. Numbers of 48 bits are exact in a double, which is divided in half the time.
-    static std::int64_t Ratio(std::int64_t part, std::int64_t whole) {
-        return static_cast<std::int64_t>(static_cast<double>(part) / static_cast<double>(whole));
+    static std::int64_t Ratio(std::int64_t part, std::int64_t whole) { return FixedRatio(part, whole); }
+    static std::int64_t Ratio(Wide part, std::int64_t whole) {
+        return static_cast<std::int64_t>(kFixedOne * part / whole);
     }
-    static Wide Ratio(Wide part, std::int64_t whole) { return part / whole; }
-
-    /// Added once, so that cutting a position to 256ths rounds it: a third of a pixel, three times, is a whole one.
-    static constexpr std::int64_t kHalfWeight = std::int64_t{1} << 23;
 
     std::ptrdiff_t AlongMajor() const { return m_steep ? m_buffer.stride : 1; }
     std::ptrdiff_t AlongMinor() const { return m_steep ? 1 : m_buffer.stride; }
@@ -186,50 +129,8 @@ private:
             Touch(offset, end >> 32, color, neighbour == Neighbour::Behind ? kWhole : rest);
     }
 
-    /// All steps, none of which leaves the clip, run by run: in a run the same rows are touched.
-    void DrawRuns(const Steps& steps, Color color) const {
-        const PairMixer mixer(color);
-        const std::ptrdiff_t stride = m_direction * AlongMajor();
-        std::int64_t position = m_start + (steps.begin - m_first) * m_slope;
-        for (std::int64_t i = steps.begin; i < steps.end;) {
-            const std::int64_t end = position + m_width;
-            const auto count = static_cast<int>(std::min({steps.end - i, StepsInRows(position, end), kLongestRun}));
-            const std::int64_t inner = (end >> 32) - (position >> 32);
-            std::uint32_t* const pixel = m_buffer.pixels + OffsetOf(i) + (position >> 32) * AlongMinor();
-            mixer.MixPairs(pixel, inner * AlongMinor(), stride, count, FineWeightOf(position), FineWeightOf(end),
-                           static_cast<std::int32_t>(m_slope >> 8));
-            for (std::int64_t row = 1; row < inner; ++row)
-                FillRun(pixel + row * AlongMinor(), stride, count, color);
-            i += count;
-            position += count * m_slope;
-        }
-    }
-
-    /// Beyond that many steps a weight of 16 more bits might no longer be that of the position.
-    static constexpr std::int64_t kLongestRun = 64;
-
-    /// How many steps it takes, one at least, until one of two positions comes to another row. Slopes are small here,
-    /// so parts of a pixel are divided in 32 bits.
-    std::int64_t StepsInRows(std::int64_t one, std::int64_t other) const {
-        if (m_slope == 0)
-            return kLongestRun;
-        const auto part = static_cast<std::uint32_t>(one);
-        const auto otherPart = static_cast<std::uint32_t>(other);
-        const std::uint32_t room = m_slope > 0 ? ~std::max(part, otherPart) : std::min(part, otherPart);
-        return std::int64_t{room / static_cast<std::uint32_t>(std::abs(m_slope))} + 1;
-    }
-
-    static void FillRun(std::uint32_t* pixel, std::ptrdiff_t stride, int count, Color color) {
-        for (; count > 0; --count, pixel += stride)
-            *pixel = color;
-    }
-
     /// What a position leaves of its pixel, in 256ths.
     static std::uint32_t WeightOf(std::int64_t position) { return static_cast<std::uint32_t>(position >> 24) & 0xFFU; }
-    /// The same with `kWeightBits` more.
-    static std::int32_t FineWeightOf(std::int64_t position) {
-        return static_cast<std::int32_t>((position >> 8) & 0xFFFFFF);
-    }
 
     void Touch(std::ptrdiff_t offset, std::int64_t row, Color color, std::uint32_t weight) const {
         if (row < 0 || row >= m_rows)
@@ -245,13 +146,10 @@ private:
     bool m_steep;
     std::int64_t m_low; ///< the clip's edge in the minor direction
     std::int64_t m_rows;
-    bool m_isInside;
     std::int64_t m_width;
     std::int64_t m_slope = 0;
     std::int64_t m_start = 0;
 };
-
-} // namespace
 
 void StrokeAxisLine(const PixelBuffer& buffer, const RECT& clip, POINT from, POINT to, const Stroke& stroke) {
     const bool level = from.y == to.y;
@@ -271,6 +169,32 @@ void StrokeAxisLine(const PixelBuffer& buffer, const RECT& clip, POINT from, POI
         FillRows(buffer, ClipBox(box, clip), color);
     });
 }
+
+void StrokeSlopedLine(const PixelBuffer& buffer, const RECT& clip, POINT from, POINT to, const Stroke& stroke,
+                      Neighbour neighbour) {
+    const Walk walk = PlanWalk(from, to);
+    const Breadth breadth = BreadthOf(walk, WholeWidth(stroke.width));
+    const Steps steps = IsInside(walk, breadth, clip) ? Steps{0, walk.length} : StepsInClip(walk, breadth, clip);
+    if (steps.begin >= steps.end)
+        return;
+    const Walker walker(buffer, clip, walk, breadth, steps.begin);
+    const auto draw = [&](const Steps& run, Color color) { walker.Draw(run, color, neighbour); };
+    if (!HasPattern(stroke))
+        return draw(steps, stroke.color);
+    const auto length = static_cast<double>(walk.length);
+    ForEachRun(stroke, std::hypot(length, static_cast<double>(walk.rise)) / length, steps, draw);
+}
+
+/// Never made part of what runs in lanes: it would be compiled once more there.
+[[gnu::noinline]] void StrokeLine(const PixelBuffer& buffer, const RECT& clip, POINT from, POINT to,
+                                  const Stroke& stroke, Neighbour neighbour) {
+    if (from.x == to.x || from.y == to.y)
+        StrokeAxisLine(buffer, clip, from, to, stroke);
+    else
+        StrokeSlopedLine(buffer, clip, from, to, stroke, neighbour);
+}
+
+} // namespace
 
 Neighbour NeighbourOf(POINT formerFrom, POINT formerTo, POINT from, POINT to) {
     const std::int64_t dx = std::int64_t{from.x} - formerFrom.x;
@@ -294,21 +218,19 @@ Corner CornerBetween(POINT before, POINT at, POINT next) {
     return in.rise == 0 && out.rise == 0 ? Corner::Square : Corner::Round;
 }
 
-void StrokeSlopedLine(const PixelBuffer& buffer, const RECT& clip, POINT from, POINT to, const Stroke& stroke,
-                      Neighbour neighbour) {
-    const Walk walk = PlanWalk(from, to);
-    if (walk.rise == 0)
-        return;
-    const Breadth breadth = BreadthOf(walk, WholeWidth(stroke.width));
-    const Steps steps = IsInside(walk, breadth, clip) ? Steps{0, walk.length} : StepsInClip(walk, breadth, clip);
-    if (steps.begin >= steps.end)
-        return;
-    const Walker walker(buffer, clip, walk, breadth, steps.begin);
-    const auto draw = [&](const Steps& run, Color color) { walker.Draw(run, color, neighbour); };
-    if (!HasPattern(stroke))
-        return draw(steps, stroke.color);
-    const auto length = static_cast<double>(walk.length);
-    ForEachRun(stroke, std::hypot(length, static_cast<double>(walk.rise)) / length, steps, draw);
+void StrokeLines(const PixelBuffer& buffer, const RECT& clip, std::span<const POINT> points, const Stroke& stroke,
+                 Neighbour neighbour) {
+    const auto strokeLine = [&](POINT from, POINT to, const Stroke& own) {
+        StrokeLine(buffer, clip, from, to, own, std::exchange(neighbour, Neighbour::None));
+    };
+    if (HasPattern(stroke) || neighbour != Neighbour::None)
+        return ForEachSegment(points, stroke, strokeLine);
+    RunInLanes([&](auto lanes) {
+        const RunPainter<lanes> runs(buffer, clip, WholeWidth(stroke.width), stroke.color);
+        for (std::size_t i = stroke.drawn + 1; i < points.size(); ++i)
+            if (!runs.Draw(points[i - 1], points[i]))
+                strokeLine(points[i - 1], points[i], stroke);
+    });
 }
 
 } // namespace melkar

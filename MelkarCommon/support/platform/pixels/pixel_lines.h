@@ -3,13 +3,12 @@
 #include <MelkarCommon/support/platform/seam/pixel_buffer.h>
 #include <MelkarCommon/support/platform/seam/stroke.h>
 
+#include <span>
+
 /// @file
 /// Internal. Lines of any width straight on the pixels.
 
 namespace melkar {
-
-/// Exact rows or columns. `clip` lies within the buffer; nothing is drawn for a line of no length.
-void StrokeAxisLine(const PixelBuffer& buffer, const RECT& clip, POINT from, POINT to, const Stroke& stroke);
 
 /// Whether a sloped line lies against one of the same colour drawn just before, a pixel further in its shorter
 /// direction. Each of them shares pixels with the other, which then are covered whole: lines one beside the other make
@@ -27,9 +26,12 @@ enum class Corner {
 };
 Corner CornerBetween(POINT before, POINT at, POINT next);
 
-/// A sloped line: one step per pixel of its longer direction. A line of width 1 gives each step one pixel's worth of
-/// colour, split between the two pixels beside the exact position; a wider one ends along a row or a column.
-void StrokeSlopedLine(const PixelBuffer& buffer, const RECT& clip, POINT from, POINT to, const Stroke& stroke,
-                      Neighbour neighbour = Neighbour::None);
+/// The polyline's segments that aren't drawn yet, without what is missing at their corners; of any width along an axis,
+/// up to 4 else. Along an axis they are exact rows or columns. A sloped line takes one step per pixel of its longer
+/// direction: with width 1 each step gives one pixel's worth of colour, split between the two pixels beside the exact
+/// position; a wider line ends along a row or a column. `neighbour` is how the first of the segments lies: lines that
+/// follow each other meet in a point and are never side by side. `clip` lies within the buffer.
+void StrokeLines(const PixelBuffer& buffer, const RECT& clip, std::span<const POINT> points, const Stroke& stroke,
+                 Neighbour neighbour = Neighbour::None);
 
 } // namespace melkar

@@ -145,7 +145,7 @@ TEST(PixelDiscs, SmallOnesAreKept) {
     EXPECT_EQ(FindDisc(disc, 0).mask, FindDisc(moved, 0).mask);
     EXPECT_NE(FindDisc(disc, 0).mask, FindDisc(disc, 1).mask) << "a ring isn't a disc";
     EXPECT_EQ(FindDisc(moved, 0).y, -12) << "from -12 to -3";
-    EXPECT_EQ(FindDisc({{0, 0}, {23.5, 23.5}}, 2).mask, nullptr) << "49 pixels across";
+    EXPECT_EQ(FindDisc({{0, 0}, {255.5, 9}}, 2).mask, nullptr) << "513 pixels across";
     EXPECT_EQ(FindDisc({{NAN, 0}, {4, 4}}, 0).mask, nullptr);
 }
 

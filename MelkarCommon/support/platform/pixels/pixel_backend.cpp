@@ -64,14 +64,14 @@ public:
     void FillShape(const Shape& shape, Color color) override {
         const auto* polygon = std::get_if<PolygonShape>(&shape);
         const auto* ellipse = std::get_if<EllipseShape>(&shape);
-        const bool isDone = (polygon && FillAsChains(*polygon, color)) || (ellipse && BlendDisc(*ellipse, 0, color));
+        const bool isDone = (polygon && FillAsChains(*polygon, color)) || (ellipse && TryDisc(*ellipse, 0, color));
         if (!isDone)
             OnContext([&](cairo_t* cr) { FillShapeOn(cr, m_clip, shape, color); });
     }
 
     void StrokeShape(const Shape& shape, const Stroke& stroke) override {
         const auto* ellipse = std::get_if<EllipseShape>(&shape);
-        if (!ellipse || !(stroke.width > 0) || !BlendDisc(*ellipse, stroke.width, stroke.color))
+        if (!ellipse || !(stroke.width > 0) || !TryDisc(*ellipse, stroke.width, stroke.color))
             OnContext([&](cairo_t* cr) { StrokeShapeOn(cr, m_clip, shape, stroke); });
     }
 
@@ -98,12 +98,12 @@ private:
     }
 
     bool FillAsChains(const PolygonShape& polygon, Color color);
-    bool BlendDisc(const EllipseShape& ellipse, double strokeWidth, Color color);
-    void BlendAt(const PlacedMask& disc, POINT at, Color color);
+    bool TryDisc(const EllipseShape& ellipse, double strokeWidth, Color color);
+    void PaintAt(const PlacedDisc& disc, POINT at, Color color);
     void StrokeSegments(std::span<const POINT> points, const Stroke& stroke);
     void StrokeWideLine(POINT from, POINT to, const Stroke& stroke);
     void JoinLines(std::span<const POINT> points, const Stroke& stroke);
-    void FillCorner(Corner corner, POINT at, const Stroke& stroke, const PlacedMask& disc);
+    void FillCorner(Corner corner, POINT at, const Stroke& stroke, const PlacedDisc& disc);
     cairo_t* Context();
     template <class Draw> void OnContext(const Draw& draw);
     void PaintHugeText(const TextLayout& layout, std::size_t line, POINT at, int escapement, Color color,
@@ -172,19 +172,19 @@ bool PixelBackend::FillAsChains(const PolygonShape& polygon, Color color) {
 }
 
 /// The disc, or its outline if `strokeWidth` is above 0. @return false, with nothing drawn, if it needs the rasteriser.
-bool PixelBackend::BlendDisc(const EllipseShape& ellipse, double strokeWidth, Color color) {
-    const PlacedMask disc = FindDisc(ellipse, strokeWidth);
+bool PixelBackend::TryDisc(const EllipseShape& ellipse, double strokeWidth, Color color) {
+    const PlacedDisc disc = FindDisc(ellipse, strokeWidth);
     if (disc.mask == nullptr)
         return false;
-    BlendAt(disc, {0, 0}, color);
+    PaintAt(disc, {0, 0}, color);
     return true;
 }
 
 /// The disc, moved by `at`.
-void PixelBackend::BlendAt(const PlacedMask& disc, POINT at, Color color) {
+void PixelBackend::PaintAt(const PlacedDisc& disc, POINT at, Color color) {
     m_lastLine = {};
     m_ground.WriteDownTo(disc.y + at.y + disc.mask->height);
-    BlendMask(m_buffer, m_clip, *disc.mask, disc.x + at.x, disc.y + at.y, color);
+    PaintDisc(m_buffer, m_clip, {disc.mask, disc.x + at.x, disc.y + at.y}, color);
 }
 
 void PixelBackend::StrokeSegments(std::span<const POINT> points, const Stroke& stroke) {
@@ -215,7 +215,7 @@ void PixelBackend::JoinLines(std::span<const POINT> points, const Stroke& stroke
     const std::size_t last = corners.size() - 1;
     const std::size_t drawn = WithoutRepeats(points.first(std::min(stroke.drawn + 1, points.size()))).size() - 1;
     const double radius = WholeWidth(stroke.width) / 2.0;
-    const PlacedMask disc = FindDisc({{0.5, 0.5}, {radius, radius}}, 0);
+    const PlacedDisc disc = FindDisc({{0.5, 0.5}, {radius, radius}}, 0);
     const bool hasEnd = drawn > 0 && IsSloped(corners[drawn - 1], corners[drawn]);
     for (std::size_t i = hasEnd ? drawn + 1 : std::max<std::size_t>(drawn, 1); i < last; ++i)
         FillCorner(CornerBetween(corners[i - 1], corners[i], corners[i + 1]), corners[i], stroke, disc);
@@ -228,14 +228,14 @@ void PixelBackend::JoinLines(std::span<const POINT> points, const Stroke& stroke
 }
 
 /// `disc` is the one about (0, 0) that rounds a corner; without a mask the rasteriser fills it.
-void PixelBackend::FillCorner(Corner corner, POINT at, const Stroke& stroke, const PlacedMask& disc) {
+void PixelBackend::FillCorner(Corner corner, POINT at, const Stroke& stroke, const PlacedDisc& disc) {
     const int width = WholeWidth(stroke.width);
     const std::int64_t left = std::int64_t{at.x} - width / 2;
     const std::int64_t top = std::int64_t{at.y} - width / 2;
     if (corner == Corner::Square)
         FillRect(ToRect(Box{left, top, left + width, top + width}), stroke.color);
     else if (corner == Corner::Round && disc.mask != nullptr)
-        BlendAt(disc, at, stroke.color);
+        PaintAt(disc, at, stroke.color);
     else if (corner == Corner::Round)
         FillShape(EllipseShape{{at.x + 0.5, at.y + 0.5}, {width / 2.0, width / 2.0}}, stroke.color);
 }

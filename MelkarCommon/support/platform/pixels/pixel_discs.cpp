@@ -1,6 +1,8 @@
 #include <MelkarCommon/support/platform/cairo/handles.h>
 #include <MelkarCommon/support/platform/cairo/shapes.h>
+#include <MelkarCommon/support/platform/pixels/pixel_blend.h>
 #include <MelkarCommon/support/platform/pixels/pixel_discs.h>
+#include <MelkarCommon/support/platform/pixels/pixel_spans.h>
 #include <MelkarCommon/support/platform/values/lru_cache.h>
 
 #include <cmath>
@@ -10,8 +12,8 @@ namespace melkar {
 
 namespace {
 
-constexpr double kLargest = 48;         ///< pixels across: beyond, a mask costs more than the rasteriser
-constexpr std::size_t kMostDiscs = 128; ///< of up to 2.5 kB each
+constexpr double kLargest = 512;       ///< pixels across
+constexpr std::size_t kMostDiscs = 64; ///< of 1 kB each at 24 pixels, of 30 kB at 512
 constexpr double kFar = 1 << 30;
 
 /// What the coverage of a disc depends on: its size and where its centre lies within a pixel.
@@ -37,7 +39,7 @@ struct DiscHash {
 
 struct KeptDisc {
     DiscSize size;
-    std::shared_ptr<const CoverageMask> mask;
+    std::shared_ptr<const DiscMask> mask;
 
     const DiscSize& Key() const { return size; }
 };
@@ -58,35 +60,62 @@ CairoContext MakeCanvas(int width, int height) {
     return canvas;
 }
 
-/// Null without memory.
-std::shared_ptr<const CoverageMask> DrawDisc(const DiscSize& size) {
+void AddWhole(DiscMask& mask, std::int16_t x, std::int16_t y) {
+    const DiscSpan* last = mask.spans.empty() ? nullptr : &mask.spans.back();
+    if (last == nullptr || last->y != y || last->x + last->count != x)
+        mask.spans.push_back({x, y, 0});
+    mask.spans.back().count = static_cast<std::int16_t>(mask.spans.back().count + 4);
+}
+
+void AddFour(DiscMask& mask, int x, int y, const std::uint8_t* coverage) {
+    const std::uint32_t four = Four(coverage);
+    const auto left = static_cast<std::int16_t>(x);
+    const auto top = static_cast<std::int16_t>(y);
+    if (four == 0xFFFFFFFFU)
+        AddWhole(mask, left, top);
+    else if (four != 0)
+        mask.rims.push_back({left, top, {coverage[0], coverage[1], coverage[2], coverage[3]}});
+}
+
+/// The box of a disc. Its width is a whole number of fours.
+DiscMask BoxOf(const DiscSize& size) {
     const double reach[] = {size.radius.x + size.strokeWidth / 2, size.radius.y + size.strokeWidth / 2};
-    auto mask = std::make_shared<CoverageMask>();
-    mask->left = static_cast<int>(std::floor(size.part.x - reach[0]));
-    mask->top = static_cast<int>(std::floor(size.part.y - reach[1]));
-    mask->width = static_cast<int>(std::ceil(size.part.x + reach[0])) - mask->left;
-    mask->height = static_cast<int>(std::ceil(size.part.y + reach[1])) - mask->top;
+    DiscMask mask;
+    mask.left = static_cast<int>(std::floor(size.part.x - reach[0]));
+    mask.top = static_cast<int>(std::floor(size.part.y - reach[1]));
+    mask.width = (static_cast<int>(std::ceil(size.part.x + reach[0])) - mask.left + 3) / 4 * 4;
+    mask.height = static_cast<int>(std::ceil(size.part.y + reach[1])) - mask.top;
+    return mask;
+}
+
+void DrawOn(cairo_t* canvas, const DiscMask& box, const DiscSize& size) {
+    const EllipseShape ellipse{{size.part.x - box.left, size.part.y - box.top}, size.radius};
+    const RECT whole{0, 0, box.width, box.height};
+    Stroke stroke;
+    stroke.width = size.strokeWidth;
+    if (size.strokeWidth > 0)
+        StrokeShapeOn(canvas, whole, ellipse, stroke);
+    else
+        FillShapeOn(canvas, whole, ellipse, stroke.color);
+}
+
+/// Null without memory.
+std::shared_ptr<const DiscMask> DrawDisc(const DiscSize& size) {
+    auto mask = std::make_shared<DiscMask>(BoxOf(size));
     const CairoContext canvas = MakeCanvas(mask->width, mask->height);
-    const EllipseShape ellipse{{size.part.x - mask->left, size.part.y - mask->top}, size.radius};
-    const RECT whole{0, 0, mask->width, mask->height};
-    if (size.strokeWidth > 0) {
-        Stroke stroke;
-        stroke.width = size.strokeWidth;
-        StrokeShapeOn(canvas.get(), whole, ellipse, stroke);
-    } else {
-        FillShapeOn(canvas.get(), whole, ellipse, Stroke{}.color);
-    }
+    DrawOn(canvas.get(), *mask, size);
     cairo_surface_t* const surface = cairo_get_target(canvas.get());
     cairo_surface_flush(surface);
     if (cairo_status(canvas.get()) != CAIRO_STATUS_SUCCESS || cairo_surface_status(surface) != CAIRO_STATUS_SUCCESS)
         return nullptr;
-    mask->stride = cairo_image_surface_get_stride(surface);
-    const unsigned char* const coverage = cairo_image_surface_get_data(surface);
-    mask->coverage.assign(coverage, coverage + std::ptrdiff_t{mask->stride} * mask->height);
+    const std::uint8_t* row = cairo_image_surface_get_data(surface);
+    for (int y = 0; y < mask->height; ++y, row += cairo_image_surface_get_stride(surface))
+        for (int x = 0; x < mask->width; x += 4)
+            AddFour(*mask, x, y, row + x);
     return mask;
 }
 
-std::shared_ptr<const CoverageMask> MaskOf(const DiscSize& size) {
+std::shared_ptr<const DiscMask> MaskOf(const DiscSize& size) {
     if (const KeptDisc* kept = t_discs.Find(size))
         return kept->mask;
     auto mask = DrawDisc(size);
@@ -97,9 +126,33 @@ std::shared_ptr<const CoverageMask> MaskOf(const DiscSize& size) {
     return t_discs.Add({size, std::move(mask)}).mask;
 }
 
+/// All of a disc within its picture; `corner` is the pixel under the mask's top-left one.
+void PaintWhole(std::uint32_t* corner, std::ptrdiff_t stride, const DiscMask& mask, Color color) {
+    for (const DiscSpan& span : mask.spans)
+        std::fill_n(corner + span.y * stride + span.x, span.count, color);
+    for (const DiscRim& rim : mask.rims)
+        BlendFour(corner + rim.y * stride + rim.x, Four(rim.coverage.data()), color);
+}
+
+/// What lies within the clip.
+void PaintCut(const PixelBuffer& buffer, const RECT& clip, const PlacedDisc& disc, Color color) {
+    const auto visible = [&](const auto& part, int count) {
+        const std::int64_t left = disc.x + part.x;
+        const std::int64_t top = disc.y + part.y;
+        return ClipBox({left, top, left + count, top + 1}, clip);
+    };
+    for (const DiscSpan& span : disc.mask->spans)
+        FillRows(buffer, visible(span, span.count), color);
+    for (const DiscRim& rim : disc.mask->rims) {
+        const RECT box = visible(rim, 4);
+        for (int x = box.left; x < box.right; ++x)
+            BlendPixel(*PixelAt(buffer, x, box.top), color, rim.coverage[static_cast<std::size_t>(x - disc.x - rim.x)]);
+    }
+}
+
 } // namespace
 
-PlacedMask FindDisc(const EllipseShape& ellipse, double strokeWidth) {
+PlacedDisc FindDisc(const EllipseShape& ellipse, double strokeWidth) {
     if (!IsSmall(ellipse, strokeWidth))
         return {};
     const PointD pixel{std::floor(ellipse.center.x), std::floor(ellipse.center.y)};
@@ -109,6 +162,16 @@ PlacedMask FindDisc(const EllipseShape& ellipse, double strokeWidth) {
     const std::int64_t x = static_cast<std::int64_t>(pixel.x) + mask->left;
     const std::int64_t y = static_cast<std::int64_t>(pixel.y) + mask->top;
     return {std::move(mask), x, y};
+}
+
+void PaintDisc(const PixelBuffer& buffer, const RECT& clip, const PlacedDisc& disc, Color color) {
+    const DiscMask& mask = *disc.mask;
+    const bool isInside = disc.x >= clip.left && disc.y >= clip.top && disc.x + mask.width <= clip.right &&
+                          disc.y + mask.height <= clip.bottom;
+    if (isInside)
+        PaintWhole(PixelAt(buffer, static_cast<int>(disc.x), static_cast<int>(disc.y)), buffer.stride, mask, color);
+    else
+        PaintCut(buffer, clip, disc, color);
 }
 
 } // namespace melkar

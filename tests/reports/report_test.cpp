@@ -19,13 +19,8 @@ public:
     int DrawGraphs() override { return Note("graphs "); }
     int DrawFooter() override { return Note("footer"); }
 
-    using CReport::m_nColorMode;
-    using CReport::m_nPaperSize;
-    using CReport::m_rcFooter;
-    using CReport::m_rcGraphs;
-    using CReport::m_rcHeader;
-    using CReport::m_rcPage;
-    using CReport::m_strVersion;
+    using CReport::m_nColorMode, CReport::m_nPaperSize, CReport::m_rcFooter, CReport::m_rcGraphs, CReport::m_rcHeader,
+        CReport::m_rcPage, CReport::m_strVersion;
     std::string order;
 
 private:

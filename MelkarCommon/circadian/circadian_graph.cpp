@@ -18,6 +18,7 @@ namespace {
 
 constexpr int kNarrowDesktop = 820; ///< pixels
 constexpr int kDayNameBytes = 255;
+constexpr int kSectionBytes = 255;
 
 } // namespace
 
@@ -64,7 +65,7 @@ CCircadianGraph::CCircadianGraph(HWND window, HDC dc, const char* section, HDC s
 CCircadianGraph::~CCircadianGraph() = default;
 
 long CCircadianGraph::ReadIniFile(char* path) {
-    melkar::ReadKeys(KeyRows::rows, *this, path, m_strSection);
+    melkar::ReadKeys(KeyRows::rows, *this, path, Limited(m_strSection, kSectionBytes));
     for (int day = 0; day < std::ssize(m_strDayNames); ++day) {
         char name[100] = "";
         GetLocaleInfoA(LOCALE_USER_DEFAULT | LOCALE_NOUSEROVERRIDE, LOCALE_SABBREVDAYNAME1 + static_cast<DWORD>(day),

@@ -41,7 +41,7 @@ public:
         CCircadianGraph::m_nSummaryFontSize;
     using CCircadianGraph::m_rcLeft, CCircadianGraph::m_rcRight, CCircadianGraph::m_saEvents;
     using CCircadianGraph::m_saLevelMinutes, CCircadianGraph::m_strVigorousLabel, CCircadianGraph::m_strMinLabel;
-    using CCircadianGraph::m_strDayNames, CCircadianGraph::m_strLongestDay;
+    using CCircadianGraph::m_strDayNames, CCircadianGraph::m_strLongestDay, CCircadianGraph::m_strSection;
 
     void SetDay(const Day& day) {
         CStringArray levels, events;
@@ -246,7 +246,7 @@ TEST_F(CircadianGraph, EventsBeyondTheTenthAreNotLookedAt) {
         << "skipped ones use up their place; and the profile";
 }
 
-TEST_F(CircadianGraph, LongLabelsEndAtACharacter) {
+TEST_F(CircadianGraph, LongNamesEndAtACharacter) {
     OpenDay graph = MakeDay(0);
     std::string label; // of characters of two bytes
     for (int i = 0; i < 130; ++i)
@@ -256,6 +256,11 @@ TEST_F(CircadianGraph, LongLabelsEndAtACharacter) {
     const auto lines = DrawRecorded(graph);
     EXPECT_THAT(lines, Contains(AllOf(StartsWith("text \"x"), HasSubstr(label.substr(0, 248) + "\" ")))) << "of 250";
     EXPECT_THAT(lines, Contains(AllOf(StartsWith("text \"é"), HasSubstr(label.substr(0, 254) + "\" ")))) << "of 255";
+    graph.m_strSection = std::string(256, 's').c_str();
+    char profile[] = "../conf/graph.cnf";
+    m_files.Write("conf/graph.cnf", "[" + std::string(255, 's') + "]\nMIN=m\n");
+    graph.ReadIniFile(profile);
+    EXPECT_EQ(graph.m_strMinLabel, "m") << "a section's name of 255";
 }
 
 TEST_F(CircadianGraph, NarrowDesktopsHaveASmallerSummary) {

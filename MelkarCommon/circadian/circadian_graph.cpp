@@ -110,7 +110,7 @@ void CCircadianGraph::Set(HWND window, HDC dc, CRect area, CString extra1, CStri
 
 /// The first of the widest; without a surface to measure on, the first of all.
 void CCircadianGraph::CalcLongestDay() {
-    const ScopedFont font(m_hMemDC, ChartFont(m_nDateFontSize));
+    const ScopedFont font(m_hMemDC, PlainFont(m_nDateFontSize));
     int widest = -1;
     for (const CString& name : m_strDayNames) {
         const int width = MeasureText(Limited(name, kDayNameBytes), DT_CALCRECT).Width();
@@ -176,7 +176,7 @@ CRect CCircadianGraph::MeasureClassLabel(const CString& label) const {
 
 void CCircadianGraph::SetLeftRect() {
     const auto lineOf = [this](int size, std::initializer_list<const CString*> labels) {
-        const ScopedFont font(m_hMemDC, ChartFont(size));
+        const ScopedFont font(m_hMemDC, PlainFont(size));
         CRect widest;
         for (const CString* label : labels)
             if (const CRect box = MeasureClassLabel(*label); box.Width() > widest.Width())
@@ -190,6 +190,6 @@ void CCircadianGraph::SetLeftRect() {
 }
 
 void CCircadianGraph::SetRightRect() {
-    const ScopedFont font(m_hMemDC, ChartFont(m_nAxisFontSize));
+    const ScopedFont font(m_hMemDC, PlainFont(m_nAxisFontSize));
     m_rcRight = melkar::RightPanelOf(m_rcGraph, m_rcLeft, MeasureText("000", DT_CALCRECT | DT_CENTER).Width());
 }

@@ -56,7 +56,7 @@ void CCircadianGraph::DrawClasses() {
     } classes[] = {{bands.vigorous, m_crVigorous, m_strVigorousLabel},
                    {bands.moderate, m_crModerate, m_strModerateLabel},
                    {bands.light, m_crLight, m_strLightLabel}};
-    const ScopedFont font(m_hMemDC, ChartFont(m_nClassFontSize, kUpwards));
+    const ScopedFont font(m_hMemDC, PlainFont(m_nClassFontSize, kUpwards));
     for (const auto& one : classes)
         DrawRectangle(m_hMemDC, one.band, one.color, one.color, 0);
     SetBkMode(m_hMemDC, TRANSPARENT); // stays for the steps that follow
@@ -71,7 +71,7 @@ void CCircadianGraph::DrawClasses() {
 /// In black, whatever the profile's date colours; the text colour, the mode and the graph's background colour stay
 /// for the steps that follow.
 void CCircadianGraph::DrawDate() {
-    const ScopedFont font(m_hMemDC, ChartFont(m_nDateFontSize));
+    const ScopedFont font(m_hMemDC, PlainFont(m_nDateFontSize));
     SetBkMode(m_hMemDC, TRANSPARENT);
     SetTextColor(m_hMemDC, 0);
     const CString caption = FormatDateEx(m_strDate, m_strDateFormatType, m_strLocale);
@@ -104,7 +104,7 @@ void CCircadianGraph::DrawPolygon() {
 }
 
 void CCircadianGraph::DrawHours() {
-    const ScopedFont font(m_hMemDC, ChartFont(m_nAxisFontSize));
+    const ScopedFont font(m_hMemDC, PlainFont(m_nAxisFontSize));
     SetBkMode(m_hMemDC, TRANSPARENT);
     for (int hour = 0; hour < melkar::kDayHours; ++hour)
         DrawHour(hour);

@@ -24,7 +24,7 @@ void CCircadianGraph::DrawRightGraph() {
     if (m_nLang == melkar::kLangLeftOnly)
         return;
     DrawRectangle(m_hMemDC, m_rcRight, m_crCanvas, m_crCanvas, 0);
-    const ScopedFont font(m_hMemDC, ChartFont(m_nAxisFontSize));
+    const ScopedFont font(m_hMemDC, PlainFont(m_nAxisFontSize));
     SetTextColor(m_hMemDC, 0);
     SetBkMode(m_hMemDC, TRANSPARENT);
     DrawLevelFigures();

@@ -18,7 +18,7 @@ constexpr const char* kIndent = "☆";
 void CCircadianGraph::WriteMessage() {
     if (m_nLang != melkar::kLangExercise)
         m_strActCalUnit.Replace("  ", "\n");
-    const ScopedFont font(m_hMemDC, ChartFont(m_nSummaryFontSize));
+    const ScopedFont font(m_hMemDC, PlainFont(m_nSummaryFontSize));
     CRect box = melkar::SummaryBox(m_rcLeft);
     if (m_nLang == melkar::kLangExercise)
         box.OffsetRect(MeasureText(kIndent, DT_CALCRECT).Width(), 0);

@@ -66,10 +66,12 @@ void ReadDay(const CsvRow& line, const Columns& at, DayRecord& day) {
     day.time = line.DoubleField(at.time) * kMinutesPerUnit;
     day.actCal = line.IntField(at.actCal);
     day.totalCal = line.IntField(at.totalCal);
+    day.levels.SetSize(kLevels);
     for (int level = 0; level < kLevels; ++level)
-        day.levels.SetAtGrow(level, at.minutes(line, at.levels + level));
+        day.levels.SetAt(level, at.minutes(line, at.levels + level));
+    day.events.SetSize(kEvents);
     for (int event = 0; event < kEvents; ++event)
-        day.events.SetAtGrow(event, line.Field(at.events + event));
+        day.events.SetAt(event, line.Field(at.events + event));
     for (int i = 0; i < kDayValues; ++i)
         day.intensity[static_cast<std::size_t>(i)] = IntensityIn(line, at.intensity + i);
     day.toroken = line.IntField(at.toroken);

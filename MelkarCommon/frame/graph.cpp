@@ -198,7 +198,7 @@ void CGraph::SetTitleRect() { m_rcTitle = melkar::TitleStart(m_rcGraph, m_rcSide
 void CGraph::DrawTitle() {
     SetTitleRect();
     const CString title = Limited(m_Title.m_strText, kTitleBytes);
-    const ScopedFont font(m_hMemDC, PlainFont(m_Title.m_nSize, FW_BOLD, m_Title.m_strFontName));
+    const ScopedFont font(m_hMemDC, PlainFont(m_Title.m_nSize, 0, FW_BOLD, m_Title.m_strFontName));
     SetBkMode(m_hMemDC, m_Title.m_nBkMode);
     SetTextColor(m_hMemDC, m_Title.m_crColor);
     m_rcTitle = MeasureText(title, DT_CALCRECT | DT_SINGLELINE, m_rcTitle);
@@ -238,7 +238,7 @@ long CGraph::DrawExcludeMessage() {
 /// Centred across the graph, its lines as a block in the middle of the height.
 void CGraph::PaintMessage(const CString& message, COLORREF color) {
     const CString text = Limited(message, kMessageBytes);
-    const ScopedFont font(m_hMemDC, PlainFont(m_nMessageSize, FW_NORMAL, m_strFont));
+    const ScopedFont font(m_hMemDC, PlainFont(m_nMessageSize));
     SetTextColor(m_hMemDC, color);
     const int height = MeasureText(text, DT_CALCRECT | DT_CENTER | DT_VCENTER).Height();
     CRect box = m_rcGraph;
@@ -260,10 +260,10 @@ HFONT CGraph::ChartFontFor(HDC surface, int size, int escapement) const {
     return melkar::MakeChartFont(surface, size, m_nCharset, m_strFont, escapement);
 }
 
-/// Titles and messages keep a size of 0 as it is.
-HFONT CGraph::PlainFont(int size, int weight, const CString& face) const {
+HFONT CGraph::PlainFont(int size, int escapement, int weight, const CString& face) const {
     const int points = std::clamp(size, -melkar::kMostPoints, melkar::kMostPoints);
-    return melkar::MakeFont(MulDiv(points, GetDeviceCaps(m_hMemDC, LOGPIXELSY), 72), weight, m_nCharset, face);
+    return melkar::MakeFont(MulDiv(points, GetDeviceCaps(m_hMemDC, LOGPIXELSY), 72), weight, m_nCharset, face,
+                            escapement);
 }
 
 CRect CGraph::MeasureText(const CString& text, UINT format, CRect box) const {

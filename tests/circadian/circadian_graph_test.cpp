@@ -246,14 +246,16 @@ TEST_F(CircadianGraph, EventsBeyondTheTenthAreNotLookedAt) {
         << "skipped ones use up their place; and the profile";
 }
 
-TEST_F(CircadianGraph, LongNamesEndAtACharacter) {
+TEST_F(CircadianGraph, LongNamesAndNoSize) {
     OpenDay graph = MakeDay(0);
     std::string label; // of characters of two bytes
     for (int i = 0; i < 130; ++i)
         label.append("é");
     graph.m_strVigorousLabel = ("x" + label).c_str();
     graph.m_strMinLabel = label.c_str();
+    graph.m_nSummaryFontSize = 0;
     const auto lines = DrawRecorded(graph);
+    EXPECT_THAT(lines, Contains(HasSubstr("\"F 12\""))) << "no size is that of a new surface's font";
     EXPECT_THAT(lines, Contains(AllOf(StartsWith("text \"x"), HasSubstr(label.substr(0, 248) + "\" ")))) << "of 250";
     EXPECT_THAT(lines, Contains(AllOf(StartsWith("text \"é"), HasSubstr(label.substr(0, 254) + "\" ")))) << "of 255";
     graph.m_strSection = std::string(256, 's').c_str();

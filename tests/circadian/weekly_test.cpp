@@ -87,8 +87,10 @@ public:
             if (intensity[i] != 0)
                 text << i << ":" << intensity[i] << " ";
         lastDay = text.str();
-        return CWeeklyCircadian::SetDayData(day, from, to, date, status, steps, actCal, totalCal, time, events, levels,
-                                            intensity, toroken, exercise);
+        CWeeklyCircadian::SetDayData(day, from, to, date, status, steps, actCal, totalCal, time, events, levels,
+                                     intensity, toroken, exercise);
+        events->Add("not the next day's");
+        return 0;
     }
 
     std::string weekdays; ///< a digit for each line
@@ -134,7 +136,7 @@ TEST_F(WeeklyTest, PrintColumns) {
     EXPECT_EQ(week.m_strHeaderField1, "second");
     EXPECT_EQ(week.lastDay, "3.5-6.5 20260304 1 2 3 4 3 744 3.40282e+38 |0,-0.5,12.50,45,9,10,11,12,x,|"
                             ",15,16,17,18,19,20,21,22,23,|0:9 1:1.5 719:7 ");
-    EXPECT_EQ(week.ReadWeekDataFile(DataFile("\n20260304,,,0,\nshort").data(), 0), 3);
+    EXPECT_EQ(week.ReadWeekDataFile(DataFile("\n20260304,,,0,\n\nshort").data(), 0), 4);
     EXPECT_EQ(week.lastDay, "4-6 short 0 0 0 0 0 0 0 |,,,,,,,,,|,,,,,,,,,,|");
     EXPECT_EQ(week.ReadWeekDataFile(DataFile("\n20260304,,,0,7\nshort").data(), 0), 3);
     EXPECT_THAT(week.lastDay, HasSubstr("4-7 short"));

@@ -3,6 +3,7 @@
 #include <MelkarCommon/circadian/circadian_graph.h>
 
 #include <MelkarCommon/circadian/circadian_layout.h>
+#include <MelkarCommon/support/marks_layout.h>
 #include <MelkarCommon/support/platform/drawing.h>
 #include <MelkarCommon/support/polygons.h>
 #include <MelkarCommon/support/scoped.h>
@@ -89,9 +90,7 @@ void CCircadianGraph::DrawEvent() {
         if (!minute)
             continue;
         const CRect box = melkar::EventBoxOf(m_rcGraph, m_rcLeft, *minute, size);
-        const POINT triangle[] = {
-            {box.left, box.bottom}, {box.right, box.bottom}, {(box.left + box.right) / 2, box.top}};
-        melkar::FillPolygon(m_hMemDC, triangle, m_crEvent);
+        melkar::FillPolygon(m_hMemDC, melkar::TriangleIn(box), m_crEvent);
     }
 }
 

@@ -143,17 +143,13 @@ int LastRecord(int file, const std::string& path) {
     return std::clamp(melkar::ParseInt(std::string_view(digits, sizeof digits)), 0, kLastRecord);
 }
 
-/// The record, and the end mark behind it. @return false once a write fails.
+/// The record, and the end mark behind it, in one write. @return false once it fails.
 bool WriteRecord(int file, int record, std::string_view text) {
-    char piece[kPiece] = {};
-    std::memcpy(piece, text.data(), std::min(text.size(), kPiece));
-    char endMark[kPiece] = {};
-    std::memset(endMark, '=', kPiece - 1);
-
-    const off_t offset = kHead + kRecord * (record - 1);
-    const auto lineEnd = static_cast<off_t>(kPiece);
-    return WriteAt(file, offset, {piece, kPiece}) && WriteAt(file, offset + lineEnd, "\r\n") &&
-           WriteAt(file, offset + kRecord, {endMark, kPiece}) && WriteAt(file, offset + kRecord + lineEnd, "\r\n");
+    constexpr std::string_view kLineEnd = "\r\n";
+    std::string bytes(text.substr(0, kPiece));
+    bytes.resize(kPiece);
+    bytes.append(kLineEnd).append(kPiece - 1, '=').append(1, '\0').append(kLineEnd);
+    return WriteAt(file, kHead + kRecord * (record - 1), bytes);
 }
 
 /// @return false if the log can't be opened.

@@ -283,11 +283,7 @@ BOOL LineTo(HDC surface, int x, int y) {
     const POINT from = std::exchange(surface->position, POINT{x, y});
     if (!surface->backend || surface->pen->style == PS_NULL)
         return FALSE;
-    Stroke stroke = StrokeOf(*surface, *surface->pen);
-    stroke.phase = surface->patternPhase;
-    surface->AddLine(from, {x, y}, stroke);
-    if (!stroke.IsSolid())
-        surface->patternPhase += Distance(from, {x, y});
+    surface->AddLine(from, {x, y});
     return TRUE;
 }
 

@@ -74,6 +74,8 @@ const PixelBuffer& Bitmap::PixelsFor(DWORD operation) {
 }
 
 void Bitmap::ForgetFile() {
+    if (file.pixels == nullptr)
+        return;
     GivePixelsBack(file.pixels, file.width, file.height);
     file = {};
 }

@@ -16,13 +16,25 @@ struct DeviceSize {
     int height;
 };
 
+/// What a line's stroke depends on, on one surface.
+struct LineLook {
+    int style;
+    int width;
+    COLORREF color;
+    int bkMode;
+    COLORREF bkColor;
+
+    bool operator==(const LineLook&) const = default;
+};
+
 /// Lines that wait to be drawn as one path, so that their corners are whole and an outline is one stroke.
 struct WaitingLines {
     std::vector<POINT> points; ///< empty: none wait
+    LineLook look{};
     Stroke stroke;
 
-    /// True if a line from `from` in this stroke goes on where they end. Where they end, so does their pattern.
-    bool GoOnAt(POINT from, const Stroke& next) const;
+    /// True if a line from `from` of this look goes on where they end. Where they end, so does their pattern.
+    bool GoOnAt(POINT from, const LineLook& next) const;
 };
 
 /// What the surface of a printer keeps; the printer calls know what it is.
@@ -46,8 +58,8 @@ struct HDC__ : melkar::HandleHead, melkar::InHandleMemory<melkar::ObjectKind::Su
     const melkar::PixelBuffer* ShownPixels();
     /// The backend with every line on it that was drawn, for whatever comes next; null without room to draw on.
     melkar::Backend* Drawing();
-    /// Adds a line to those that wait.
-    void AddLine(POINT from, POINT to, const melkar::Stroke& stroke);
+    /// Adds a line of the selected pen to those that wait.
+    void AddLine(POINT from, POINT to);
     void FlushLines();
     /// The face of `font`; one without a height is as large as 12 pixels are at 96 dpi. Looked up each time and never
     /// kept: a face is its thread's, a surface may go to another.

@@ -111,22 +111,26 @@ void HDC__::FlushLines() {
 
 /// Memory that was handed out may be looked at after any call, so nothing waits there: each line is drawn as it comes,
 /// and those before it count for the corner.
-void HDC__::AddLine(POINT from, POINT to, const Stroke& stroke) {
+void HDC__::AddLine(POINT from, POINT to) {
     constexpr std::size_t kMostPoints = 4096;
     if (bitmap)
         bitmap->ForgetFile();
-    if (!lines.GoOnAt(from, stroke)) {
+    const LineLook look{pen->style, pen->width, pen->color, bkMode, bkColor};
+    if (!lines.GoOnAt(from, look)) {
         FlushLines();
         lines.points.push_back(from);
-        lines.stroke = stroke;
+        lines.look = look;
+        lines.stroke = StrokeOf(*this, *pen);
+        lines.stroke.phase = patternPhase;
     } else if (lines.points.size() == kMostPoints) {
         const POINT before = lines.points[kMostPoints - 2];
         FlushLines();
         lines.points.assign({before, from});
-        lines.stroke = stroke;
-        lines.stroke.phase -= stroke.IsSolid() ? 0 : Distance(before, from);
+        lines.stroke.phase = patternPhase - (lines.stroke.IsSolid() ? 0 : Distance(before, from));
         lines.stroke.drawn = 1;
     }
+    if (!lines.stroke.IsSolid())
+        patternPhase += Distance(from, to);
     lines.points.push_back(to);
     if (!bitmap || !bitmap->isExposed || !bitmap->pixels.pixels)
         return;
@@ -134,8 +138,8 @@ void HDC__::AddLine(POINT from, POINT to, const Stroke& stroke) {
     lines.stroke.drawn = lines.points.size() - 1;
 }
 
-bool WaitingLines::GoOnAt(POINT from, const Stroke& next) const {
-    return !points.empty() && points.back().x == from.x && points.back().y == from.y && stroke.LooksLike(next);
+bool WaitingLines::GoOnAt(POINT from, const LineLook& next) const {
+    return !points.empty() && points.back().x == from.x && points.back().y == from.y && look == next;
 }
 
 std::shared_ptr<TextFace> HDC__::Face() const {

@@ -28,11 +28,6 @@ struct Stroke {
 
     bool operator==(const Stroke&) const = default;
     bool IsSolid() const { return on <= 0 || off <= 0; }
-    /// The same but for what each of both begins with.
-    bool LooksLike(const Stroke& other) const {
-        return color == other.color && width == other.width && on == other.on && off == other.off &&
-               gaps == other.gaps && gapColor == other.gapColor;
-    }
 };
 
 /// The width in whole pixels, at least 1, at most what any surface can show.

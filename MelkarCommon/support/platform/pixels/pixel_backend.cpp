@@ -184,7 +184,7 @@ bool PixelBackend::TryDisc(const EllipseShape& ellipse, double strokeWidth, Colo
 void PixelBackend::PaintAt(const PlacedDisc& disc, POINT at, Color color) {
     m_lastLine = {};
     m_ground.WriteDownTo(disc.y + at.y + disc.mask->height);
-    PaintDisc(m_buffer, m_clip, {disc.mask, disc.x + at.x, disc.y + at.y}, color);
+    PaintDisc(m_buffer, m_clip, *disc.mask, disc.x + at.x, disc.y + at.y, color);
 }
 
 void PixelBackend::StrokeSegments(std::span<const POINT> points, const Stroke& stroke) {

@@ -135,18 +135,17 @@ void PaintWhole(std::uint32_t* corner, std::ptrdiff_t stride, const DiscMask& ma
 }
 
 /// What lies within the clip.
-void PaintCut(const PixelBuffer& buffer, const RECT& clip, const PlacedDisc& disc, Color color) {
+void PaintCut(const PixelBuffer& buffer, const RECT& clip, const DiscMask& mask, std::int64_t x, std::int64_t y,
+              Color color) {
     const auto visible = [&](const auto& part, int count) {
-        const std::int64_t left = disc.x + part.x;
-        const std::int64_t top = disc.y + part.y;
-        return ClipBox({left, top, left + count, top + 1}, clip);
+        return ClipBox({x + part.x, y + part.y, x + part.x + count, y + part.y + 1}, clip);
     };
-    for (const DiscSpan& span : disc.mask->spans)
+    for (const DiscSpan& span : mask.spans)
         FillRows(buffer, visible(span, span.count), color);
-    for (const DiscRim& rim : disc.mask->rims) {
+    for (const DiscRim& rim : mask.rims) {
         const RECT box = visible(rim, 4);
-        for (int x = box.left; x < box.right; ++x)
-            BlendPixel(*PixelAt(buffer, x, box.top), color, rim.coverage[static_cast<std::size_t>(x - disc.x - rim.x)]);
+        for (int i = box.left; i < box.right; ++i)
+            BlendPixel(*PixelAt(buffer, i, box.top), color, rim.coverage[static_cast<std::size_t>(i - x - rim.x)]);
     }
 }
 
@@ -164,14 +163,14 @@ PlacedDisc FindDisc(const EllipseShape& ellipse, double strokeWidth) {
     return {std::move(mask), x, y};
 }
 
-void PaintDisc(const PixelBuffer& buffer, const RECT& clip, const PlacedDisc& disc, Color color) {
-    const DiscMask& mask = *disc.mask;
-    const bool isInside = disc.x >= clip.left && disc.y >= clip.top && disc.x + mask.width <= clip.right &&
-                          disc.y + mask.height <= clip.bottom;
+void PaintDisc(const PixelBuffer& buffer, const RECT& clip, const DiscMask& mask, std::int64_t x, std::int64_t y,
+               Color color) {
+    const bool isInside =
+        x >= clip.left && y >= clip.top && x + mask.width <= clip.right && y + mask.height <= clip.bottom;
     if (isInside)
-        PaintWhole(PixelAt(buffer, static_cast<int>(disc.x), static_cast<int>(disc.y)), buffer.stride, mask, color);
+        PaintWhole(PixelAt(buffer, static_cast<int>(x), static_cast<int>(y)), buffer.stride, mask, color);
     else
-        PaintCut(buffer, clip, disc, color);
+        PaintCut(buffer, clip, mask, x, y, color);
 }
 
 } // namespace melkar

@@ -51,7 +51,8 @@ struct PlacedDisc {
 /// above 0.
 PlacedDisc FindDisc(const EllipseShape& ellipse, double strokeWidth);
 
-/// `clip` lies within the buffer. The disc has a mask.
-void PaintDisc(const PixelBuffer& buffer, const RECT& clip, const PlacedDisc& disc, Color color);
+/// The mask's top-left pixel falls on (x, y). `clip` lies within the buffer.
+void PaintDisc(const PixelBuffer& buffer, const RECT& clip, const DiscMask& mask, std::int64_t x, std::int64_t y,
+               Color color);
 
 } // namespace melkar

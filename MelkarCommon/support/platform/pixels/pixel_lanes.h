@@ -68,7 +68,7 @@ template <int kLanes> class LaneMixer {
 public:
     explicit LaneMixer(Color color)
         : m_color(color), m_redBlue(Channels(Pixels{} + (color & kRedBlue))),
-          m_green(Channels(Pixels{} + (color >> 8U & kRedBlue))) {}
+          m_green(Channels(Pixels{} + ((color & kGreen) >> 8U))) {}
 
     /// A pixel for each lane, side by side, and the weights of these.
     void MixRow(std::uint32_t* pixel, const typename Lanes<kLanes>::Numbers& weights) const {
@@ -88,13 +88,9 @@ public:
         SpreadWeights(taken, growth, weights);
         int i = 0;
         for (; i + kSteps <= count; i += kSteps, pixel += kSteps * stride, taken += growth) {
-            Pixels pixels{};
-            Gather<kWidth>(pixels, pixel, stride);
-            Mix(pixels, taken);
-            Scatter<kWidth>(pixels, pixel, stride);
+            MixOnce<kWidth>(pixel, stride, taken);
         }
-        for (; i < count; ++i, pixel += stride)
-            MixStep(pixel, i, weights);
+        MixRest(pixel, stride, i, count - i, weights);
     }
 
     /// `count` pixels side by side, each of them a step.
@@ -109,22 +105,54 @@ public:
 
 private:
     using Pixels = typename Lanes<kLanes>::Pixels;
+    using Pairs = typename Lanes<kLanes>::Pairs;
     using Channels = typename Lanes<kLanes>::Channels;
     static constexpr std::uint32_t kRedBlue = 0xFF00FFU;
+    static constexpr std::uint32_t kGreen = 0xFF00U;
+
+    /// As many steps as there are lanes for.
+    template <std::size_t kWidth> void MixOnce(std::uint32_t* pixel, std::ptrdiff_t stride, const Pixels& taken) const {
+        Pixels pixels{};
+        Gather<kWidth>(pixels, pixel, stride);
+        Mix(pixels, taken);
+        Scatter<kWidth>(pixels, pixel, stride);
+    }
+
+    /// The steps from `first` on, fewer than there are lanes for. No loop: compilers make more of it than it is.
+    template <std::size_t kWidth> void MixRest(std::uint32_t* pixel, std::ptrdiff_t stride, int first, int count,
+                                               const std::array<Weight, kWidth>& weights) const {
+        if constexpr (kLanes == 8 && kWidth == 2)
+            if ((count & 2) != 0) {
+                const std::array half{weights[0].From(first), weights[1].From(first)};
+                LaneMixer<4>(m_color).MixSteps(pixel, stride, 2, half);
+                pixel += 2 * stride;
+                first += 2;
+            }
+        if constexpr (kLanes > kWidth)
+            if ((count & 1) != 0)
+                MixStep(pixel, first, weights);
+    }
 
     /// The weights of as many steps as there are lanes for, and what they grow by from there to the next ones.
     template <std::size_t kWidth>
     static void SpreadWeights(Pixels& taken, Pixels& growth, const std::array<Weight, kWidth>& weights) {
-        Pixels steps{};
+        Pairs starts{};
+        Pairs steps{};
         Pixels passed{};
-        for (int lane = 0; lane < kLanes; ++lane) {
-            const Weight& weight = weights[static_cast<std::size_t>(lane) % kWidth];
-            taken[lane] = static_cast<std::uint32_t>(weight.start);
-            steps[lane] = static_cast<std::uint32_t>(weight.step);
+        for (int lane = 0; lane < kLanes; ++lane)
             passed[lane] = static_cast<std::uint32_t>(lane) / kWidth;
+        for (int pair = 0; pair < kLanes / 2; ++pair) {
+            const Weight& one = weights[static_cast<std::size_t>(2 * pair) % kWidth];
+            const Weight& other = weights[static_cast<std::size_t>(2 * pair + 1) % kWidth];
+            starts[pair] = PairOf(one.start, other.start);
+            steps[pair] = PairOf(one.step, other.step);
         }
-        taken += steps * passed;
-        growth = steps * (kLanes / kWidth);
+        taken = Pixels(starts) + Pixels(steps) * passed;
+        growth = Pixels(steps) * (kLanes / kWidth);
+    }
+
+    static std::uint64_t PairOf(std::int32_t one, std::int32_t other) {
+        return static_cast<std::uint32_t>(one) | std::uint64_t{static_cast<std::uint32_t>(other)} << 32U;
     }
 
     /// Puts the parts together in registers: what goes there by way of memory is waited for.
@@ -138,7 +166,7 @@ private:
             Lanes<kLanes>::Join(lanes, parts[0], parts[1]);
         } else {
             static_assert(kWidth == 2);
-            typename Lanes<kLanes>::Pairs pairs{};
+            Pairs pairs{};
             for (int i = 0; i < kLanes / 2; ++i) {
                 std::uint64_t pair = 0;
                 std::memcpy(&pair, pixel + i * stride, sizeof pair);
@@ -155,15 +183,15 @@ private:
             std::memcpy(pixel, reinterpret_cast<const char*>(&lanes) + i * kBytes, kBytes);
     }
 
-    /// Red and blue, green and the unused byte travel together in 16 bits each.
+    /// Red and blue travel together, 16 bits each, and green beside the unused byte, which becomes 0xFF.
     void Mix(Pixels& pixels, const Pixels& weights) const {
         Channels weight = Channels(weights);
         Lanes<kLanes>::DoubleUpper(weight);
         const Channels redBlue = Channels(pixels & kRedBlue);
-        const Channels green = Channels(pixels) >> 8;
+        const Channels green = Channels(pixels & kGreen);
         const Channels one = (redBlue << 8) + (m_redBlue - redBlue) * weight + 0x80;
-        const Channels other = (Channels(pixels) & 0xFF00) + (m_green - green) * weight + 0x80;
-        pixels = Pixels(one >> 8 | (other & 0xFF00)) | 0xFF000000U;
+        const Channels other = green + (m_green - (green >> 8)) * weight + Channels(Pixels{} + 0xFF800080U);
+        pixels = Pixels(one >> 8 | (other & 0xFF00));
     }
 
     template <std::size_t kWidth>

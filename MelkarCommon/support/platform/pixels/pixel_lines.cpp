@@ -64,7 +64,7 @@ Steps StepsInClip(const Walk& walk, const Breadth& breadth, const RECT& clip) {
     const Steps along = walk.steep ? VisibleSteps(walk.major, walk.length, walk.up, clip.top, clip.bottom)
                                    : VisibleSteps(walk.major, walk.length, walk.up, clip.left, clip.right);
     const double stepsPerRow = static_cast<double>(walk.length) / static_cast<double>(walk.rise);
-    const double margin = 2 + breadth.width / 2;
+    const double margin = 2 + static_cast<double>(breadth.width) / (2 * static_cast<double>(kFixedOne));
     const double one = (static_cast<double>(low - walk.minor) - margin) * stepsPerRow;
     const double other = (static_cast<double>(high - walk.minor) + margin) * stepsPerRow;
     const double limit = static_cast<double>(walk.length);
@@ -81,12 +81,12 @@ public:
     Walker(const PixelBuffer& buffer, const RECT& clip, const Walk& walk, const Breadth& breadth, std::int64_t first)
         : m_buffer(buffer), m_first(first), m_major(walk.up ? walk.major + first : walk.major - first),
           m_direction(walk.up ? 1 : -1), m_steep(walk.steep), m_low(walk.steep ? clip.left : clip.top),
-          m_rows((walk.steep ? clip.right : clip.bottom) - m_low), m_width(ToFixed(breadth.width)) {
+          m_rows((walk.steep ? clip.right : clip.bottom) - m_low), m_width(breadth.width) {
         // Divisions of 128 bits take longer than drawing a short line; on any picture 64 will do.
         constexpr std::int64_t kShort = 1 << 15;
         const bool isShort = walk.length < kShort && std::abs(walk.minor - m_low) < kShort;
         isShort ? Start<std::int64_t>(walk) : Start<Wide>(walk);
-        m_start += ToFixed(breadth.start);
+        m_start += breadth.start;
     }
 
     void Draw(const Steps& steps, Color color, Neighbour neighbour) const {

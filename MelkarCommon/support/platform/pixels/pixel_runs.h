@@ -41,15 +41,14 @@ private:
 
     void DrawRuns(const Walk& walk, const Breadth& breadth) const {
         const std::int64_t slope = FixedRatio(walk.rise, walk.length);
-        const std::int64_t width = ToFixed(breadth.width);
         const std::ptrdiff_t minorStride = walk.steep ? 1 : m_buffer.stride;
         const std::ptrdiff_t majorStride = walk.steep ? m_buffer.stride : 1;
         const int direction = walk.up ? 1 : -1;
         const auto step = static_cast<std::int32_t>(slope >> kFineBits);
         std::uint32_t* pixel = m_buffer.pixels + walk.major * majorStride;
-        std::int64_t position = kFixedOne * walk.minor + kHalfWeight + ToFixed(breadth.start);
+        std::int64_t position = kFixedOne * walk.minor + kHalfWeight + breadth.start;
         for (std::int64_t left = walk.length; left > 0;) {
-            const std::int64_t end = position + width;
+            const std::int64_t end = position + breadth.width;
             const int count = StepsInRows(position, end, slope, static_cast<int>(std::min(left, kLongestRun)));
             const Run run{pixel + (position >> 32) * minorStride,
                           direction,

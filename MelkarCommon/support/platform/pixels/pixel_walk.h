@@ -18,6 +18,15 @@
 
 namespace melkar {
 
+constexpr std::int64_t kFixedOne = std::int64_t{1} << 32;
+
+/// Added to a position once, so that cutting it to 256ths rounds: a third of a pixel, three times, is a whole one.
+constexpr std::int64_t kHalfWeight = std::int64_t{1} << 23;
+
+inline std::int64_t ToFixed(double pixels) {
+    return static_cast<std::int64_t>(pixels * static_cast<double>(kFixedOne));
+}
+
 /// A sloped line in terms of its longer ("major") and shorter ("minor") direction.
 struct Walk {
     bool steep; ///< the major direction is down
@@ -36,20 +45,21 @@ inline Walk PlanWalk(POINT from, POINT to) {
     return {false, from.x, from.y, std::abs(dx), dy, dx > 0};
 }
 
-/// Where a line lies across its walk, in pixels from the minor position: `width` from `start` on. A line of width 1
-/// takes one pixel's worth of colour at every slope, a wider one is as wide as it says at a right angle to itself.
+/// Where a line lies across its walk, counted from the minor position: `width` from `start` on, in fixed point. A line
+/// of width 1 takes one pixel's worth of colour at every slope, a wider one is as wide as it says at a right angle to
+/// itself.
 struct Breadth {
-    double start;
-    double width;
+    std::int64_t start;
+    std::int64_t width;
 };
 
 inline Breadth BreadthOf(const Walk& walk, int width) {
     if (width == 1)
-        return {0, 1};
+        return {0, kFixedOne};
     const auto length = static_cast<double>(walk.length);
     const auto rise = static_cast<double>(walk.rise);
     const double across = width * std::sqrt(length * length + rise * rise) / length;
-    return {0.5 - across / 2, across};
+    return {ToFixed(0.5 - across / 2), ToFixed(across)};
 }
 
 /// True if nothing of the line lies beyond the clip, nor a pixel further to its sides: then no step has to look where
@@ -59,20 +69,11 @@ inline bool IsInside(const Walk& walk, const Breadth& breadth, const RECT& clip)
     const std::int64_t high = walk.steep ? clip.right : clip.bottom;
     const std::int64_t start = walk.steep ? clip.top : clip.left;
     const std::int64_t end = walk.steep ? clip.bottom : clip.right;
-    const auto margin = static_cast<std::int64_t>(breadth.width / 2) + 2;
+    const std::int64_t margin = breadth.width / (2 * kFixedOne) + 2;
     const std::int64_t last = walk.up ? walk.major + walk.length - 1 : walk.major - walk.length + 1;
     return std::min(walk.minor, walk.minor + walk.rise) - margin >= low &&
            std::max(walk.minor, walk.minor + walk.rise) + margin < high && std::min(walk.major, last) >= start &&
            std::max(walk.major, last) < end;
-}
-
-constexpr std::int64_t kFixedOne = std::int64_t{1} << 32;
-
-/// Added to a position once, so that cutting it to 256ths rounds: a third of a pixel, three times, is a whole one.
-constexpr std::int64_t kHalfWeight = std::int64_t{1} << 23;
-
-inline std::int64_t ToFixed(double pixels) {
-    return static_cast<std::int64_t>(pixels * static_cast<double>(kFixedOne));
 }
 
 /// part / whole in fixed point, cut off towards zero; both below 2^20 in size. Numbers of 52 bits are exact in a

@@ -1,5 +1,6 @@
 #include <MelkarCommon/support/platform/calls/handles.h>
 
+#include <algorithm>
 #include <array>
 #include <mutex>
 #include <utility>
@@ -52,8 +53,10 @@ struct ThreadPieces {
 };
 thread_local ThreadPieces t_pieces;
 
-/// Fresh pieces; null without memory.
-FreePiece* MakePieces(std::size_t size) {
+/// Fresh pieces, each with room for a free one and aligned as that is; null without memory.
+FreePiece* MakePieces(std::size_t objectSize) {
+    constexpr std::size_t kAlign = alignof(FreePiece);
+    const std::size_t size = (std::max(objectSize, sizeof(FreePiece)) + kAlign - 1) / kAlign * kAlign;
     auto* block = static_cast<std::byte*>(::operator new(size* kObjectsAtOnce, std::nothrow));
     FreePiece* first = nullptr;
     for (std::size_t i = kObjectsAtOnce; block != nullptr && i > 0; --i)

@@ -172,11 +172,12 @@ TEST_F(PrintingToServer, TheServerGetsEveryByte) {
 
 TEST_F(PrintingToServer, ServersThatGoAwayLeaveNothingBehind) {
     const FaultyPrinter printer(1);
-    HDC surface = Open(printer.Address());
-    EXPECT_EQ(PrintPages(surface, 3000), SP_ERROR) << "it hangs up while the document is on its way";
+    auto job = FindPrinter(printer.Address())->Begin({"job", FindPaper(DMPAPER_A4)});
+    std::ofstream(job->Path()) << std::string(4 << 20, 'x');
+    EXPECT_FALSE(job->Deliver()) << "it hangs up while the document is on its way";
     EXPECT_THAT(Log(), HasSubstr(printer.Address() + "]: Broken pipe"));
-    DeleteDC(surface);
-    surface = Open("Test");
+    job.reset();
+    HDC surface = Open("Test");
     EXPECT_GT(StartDocA(surface, &kJob), 0);
     StartPage(surface);
     m_server.Stop();

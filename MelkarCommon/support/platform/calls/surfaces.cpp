@@ -37,7 +37,7 @@ bool MakesSense(int width, int height) {
 /// A picture of one colour, which waits to be written.
 std::unique_ptr<Bitmap> MakePicture(const PixelBuffer& memory, COLORREF color, Owner owner) {
     auto picture = std::make_unique<Bitmap>(memory, true, owner);
-    picture->pending = {ToColor(color), 0, memory.height};
+    picture->pending = {ToColor(color), {0, 0, memory.width, memory.height}};
     picture->isExposed = false;
     return picture;
 }

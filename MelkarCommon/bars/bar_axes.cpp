@@ -8,7 +8,6 @@
 #include <MelkarCommon/support/scoped.h>
 #include <MelkarCommon/support/support.h>
 
-using melkar::Scale;
 using melkar::ScopedFont;
 using melkar::ScopedPen;
 
@@ -16,7 +15,6 @@ namespace {
 
 constexpr int kLabelGap = 5; ///< between a scale label and the canvas
 constexpr int kLabelBytes = 255;
-constexpr double kFallbackInterval = 10.0;
 
 } // namespace
 
@@ -25,28 +23,14 @@ long CBarGraph::DrawCanvasMeasure() {
     const ScopedFont font(m_hMemDC, ChartFont(m_nVMeasureSize));
     SetBkMode(m_hMemDC, TRANSPARENT);
     if (!(m_dChartInterval > 0))
-        m_dChartInterval = kFallbackInterval;
+        m_dChartInterval = melkar::kStepOfNone;
 
-    for (const melkar::ScaleStep& step : ScaleSteps(LeftScale(), m_dChartInterval, m_nDecimals)) {
-        CRect box = step.box;
-        box.OffsetRect(m_rcCanvas.left - kLabelGap - box.right, step.y - box.Height() / 2);
+    for (const melkar::ScaleStep& step : ScaleSteps(LeftScale(), m_nDecimals)) {
         if (!m_bCoach || !step.even)
-            PaintText(step.label, box, DT_RIGHT);
+            PaintText(step.label, melkar::LabelBoxTo(m_rcCanvas.left - kLabelGap, step), DT_RIGHT);
         DrawLine(m_hMemDC, CPoint(m_rcCanvas.left, step.y), CPoint(m_rcCanvas.right, step.y), nullptr);
     }
     return 0;
-}
-
-std::vector<melkar::ScaleStep> CBarGraph::ScaleSteps(const Scale& scale, double interval, int decimals) const {
-    const int labelHeight = MeasureText("0", DT_CALCRECT).Height();
-    const melkar::ScaleWalk walk = melkar::WalkScale(scale, interval, labelHeight);
-    std::vector<melkar::ScaleStep> steps;
-    for (int i = 0; i < walk.count; ++i) {
-        const double value = walk.At(i);
-        const CString label = melkar::ScaleLabel(value, decimals);
-        steps.push_back({label, MeasureText(label, DT_CALCRECT), melkar::ScaleLineY(scale, value), i % 2 == 0});
-    }
-    return steps;
 }
 
 long CBarGraph::DrawCanvas() {

@@ -15,7 +15,7 @@
 
 using melkar::BarSpan;
 using melkar::CsvRow;
-using melkar::Scale;
+using melkar::ScalePixels;
 using melkar::ScopedFont;
 using melkar::ScopedPen;
 
@@ -152,8 +152,8 @@ double CBarGraph::SumOf(int day) const {
     return sum;
 }
 
-Scale CBarGraph::LeftScale() const {
-    return {double(m_nChartMin), double(m_nChartMax), m_rcCanvas.top, m_rcCanvas.bottom};
+ScalePixels CBarGraph::LeftScale() const {
+    return melkar::PixelsOf({double(m_nChartMin), double(m_nChartMax), m_dChartInterval}, m_rcCanvas);
 }
 
 int CBarGraph::GetGraphMeasure() {
@@ -214,7 +214,7 @@ long CBarGraph::DrawBarChart() {
 }
 
 void CBarGraph::DrawStackedBars() {
-    const Scale scale = LeftScale();
+    const ScalePixels scale = LeftScale();
     for (int day = 0; day < Days(); ++day) {
         const BarSpan span = melkar::BarOf(m_rcCanvas, day, Days());
         int bottom = m_rcCanvas.bottom;
@@ -230,7 +230,7 @@ void CBarGraph::DrawStackedBars() {
 }
 
 void CBarGraph::DrawSingleBars() {
-    const Scale scale = LeftScale();
+    const ScalePixels scale = LeftScale();
     for (int day = 0; day < Days(); ++day) {
         const BarSpan span = melkar::BarOf(m_rcCanvas, day, Days());
         const int top = melkar::FigureFromZeroY(scale, FigureOf(day, 0));

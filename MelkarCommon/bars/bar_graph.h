@@ -3,11 +3,8 @@
 #include <MelkarCommon/api.h>
 #include <MelkarCommon/frame/graph.h>
 
-#include <vector>
-
 namespace melkar {
-struct Scale;
-struct ScaleStep;
+struct ScalePixels;
 class CsvRow;
 } // namespace melkar
 
@@ -73,8 +70,8 @@ protected:
     /// Series per day, within 1 to 10 whatever `m_nSeriesCount` says.
     int SeriesCount() const;
     double FigureOf(int day, int series) const;
-    double SumOf(int day) const; ///< of all series
-    melkar::Scale LeftScale() const;
+    double SumOf(int day) const;           ///< of all series
+    melkar::ScalePixels LeftScale() const; ///< as it stands on the canvas
 
     // For data readers.
     void ForgetDays();                      ///< days, figures and bars; not the targets
@@ -83,8 +80,6 @@ protected:
     void RepairChartMax(); ///< 10000, and a log line, in place of a top of the scale of 0 or less
 
     // For painters.
-    /// The steps of a scale with their labels measured in the surface's font.
-    std::vector<melkar::ScaleStep> ScaleSteps(const melkar::Scale& scale, double interval, int decimals) const;
     /// Four rows of the surface's pen from y - 2 to y + 1; a dash or dot pattern lines up.
     void DrawThickLine(int fromX, int toX, int y);
     void DrawLegendLine(const CRect& text); ///< the sample of a line legend, left of its text

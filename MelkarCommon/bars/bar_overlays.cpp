@@ -11,7 +11,7 @@
 #include <optional>
 #include <vector>
 
-using melkar::Scale;
+using melkar::ScalePixels;
 using melkar::ScopedFont;
 using melkar::ScopedPen;
 
@@ -61,12 +61,12 @@ void CBarGraph::DrawTarget() {
 
 /// Row by row, so that the pattern of each runs on from day to day.
 void CBarGraph::DrawTargetLine() {
-    const Scale scale = LeftScale();
+    const ScalePixels left = LeftScale();
     std::vector<std::optional<int>> heights(Days());
     for (int day = 0; day < Days() && day < m_saTargets.GetSize(); ++day) {
         const double target = melkar::ToDouble(m_saTargets[day]);
-        if (!m_saValues[day * SeriesCount()].IsEmpty() && melkar::LiesOn(scale, target))
-            heights[day] = melkar::TargetY(scale, target);
+        if (!m_saValues[day * SeriesCount()].IsEmpty() && left.scale.Holds(target))
+            heights[day] = melkar::TargetY(left, target);
     }
     const auto stretches = melkar::LevelStretches(m_rcCanvas, heights);
     for (int row = kTopRow; row <= kBottomRow; ++row)
@@ -92,8 +92,8 @@ void CBarGraph::DrawAverage() {
 }
 
 void CBarGraph::DrawAverageLine() {
-    const Scale scale = LeftScale();
+    const ScalePixels left = LeftScale();
     const double average = melkar::ToDouble(m_strAverage);
-    if (melkar::LiesOn(scale, average))
-        DrawThickLine(m_rcCanvas.left, m_rcCanvas.right, melkar::AverageY(scale, average));
+    if (left.scale.Holds(average))
+        DrawThickLine(m_rcCanvas.left, m_rcCanvas.right, melkar::AverageY(left, average));
 }

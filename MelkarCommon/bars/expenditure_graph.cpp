@@ -99,11 +99,11 @@ long CExpenditureGraph::Draw(CRect area, char* path) {
 }
 
 long CExpenditureGraph::DrawAverageIntake() {
-    const melkar::Scale scale = LeftScale();
+    const melkar::ScalePixels left = LeftScale();
     const double intake = melkar::ToDouble(m_strAverageIntake);
-    if (!melkar::LiesOn(scale, intake))
+    if (!left.scale.Holds(intake))
         return 0;
-    const int height = m_nChartMax == 0 ? 0 : melkar::Truncate(scale.Height() * intake) / m_nChartMax;
+    const int height = m_nChartMax == 0 ? 0 : melkar::Truncate(left.Height() * intake) / m_nChartMax;
     m_rcIntake = CRect(m_rcCanvas.left, m_rcCanvas.bottom - height, m_rcCanvas.right, m_rcCanvas.bottom);
     DrawRectangle(m_hMemDC, m_rcIntake, m_crIntake, m_crIntake, 1);
 

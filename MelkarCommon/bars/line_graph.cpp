@@ -13,7 +13,7 @@
 #include <climits>
 #include <cstdint>
 
-using melkar::Scale;
+using melkar::ScalePixels;
 using melkar::ScopedBrush;
 using melkar::ScopedFont;
 using melkar::ScopedPen;
@@ -22,7 +22,6 @@ namespace {
 
 constexpr int kMostLines = 10;
 constexpr int kLabelGap = 5; ///< between the canvas and a label of the right scale
-constexpr double kFallbackInterval = 10.0;
 
 } // namespace
 
@@ -80,14 +79,16 @@ void CLineGraph::SetCanvasRect() {
 
 int CLineGraph::LineCount() const { return std::clamp(m_nLineCount, 0, kMostLines); }
 
-Scale CLineGraph::RightScale() const { return {m_dChartLineMin, m_dChartLineMax, m_rcCanvas.top, m_rcCanvas.bottom}; }
+ScalePixels CLineGraph::RightScale() const {
+    return melkar::PixelsOf({m_dChartLineMin, m_dChartLineMax, m_dChartLineInterval}, m_rcCanvas);
+}
 
 long CLineGraph::DrawBarChart() {
     CBarGraph::DrawBarChart();
     if (!m_bLines)
         return 0;
     m_oaLineRects.RemoveAll();
-    const Scale scale = RightScale();
+    const ScalePixels scale = RightScale();
     for (int day = 0; day < Days(); ++day) {
         for (int line = 0; line < LineCount(); ++line) {
             const double value = melkar::ToDouble(LineValue(day, line));
@@ -128,16 +129,14 @@ long CLineGraph::DrawCanvasMeasure() {
     if (!m_bLines || !m_bLineMeasure)
         return 0;
     if (!(m_dChartLineInterval > 0))
-        m_dChartLineInterval = kFallbackInterval;
+        m_dChartLineInterval = melkar::kStepOfNone;
     {
         const ScopedFont font(m_hMemDC, ChartFont(m_nVMeasureSize));
         SetBkMode(m_hMemDC, TRANSPARENT);
-        for (const melkar::ScaleStep& step : ScaleSteps(RightScale(), m_dChartLineInterval, m_nLineDecimals)) {
-            CRect box = step.box;
-            box.OffsetRect(m_rcCanvas.right + kLabelGap, step.y - box.Height() / 2);
-            if (!m_bCoach || !step.even)
-                PaintText(step.label, box, DT_LEFT);
-        }
+        std::vector<melkar::ScaleStep> steps = ScaleSteps(RightScale(), m_nLineDecimals);
+        if (m_bCoach)
+            std::erase_if(steps, [](const melkar::ScaleStep& step) { return step.even; });
+        DrawRightLabels(steps, kLabelGap);
     }
     DrawVLineAxsLabel();
     return 0;

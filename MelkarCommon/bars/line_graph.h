@@ -60,7 +60,7 @@ protected:
 
 private:
     struct KeyRows;
-    melkar::Scale RightScale() const;
+    melkar::ScalePixels RightScale() const;
     const CString& LineValue(int day, int line) const;
     bool HasDot(int day, int line) const;
     void DrawDot(int day, int line);

@@ -9,6 +9,7 @@
 #include <MelkarCommon/support/scoped.h>
 #include <MelkarCommon/support/support.h>
 
+#include <algorithm>
 #include <string>
 
 using melkar::CsvRow;
@@ -86,10 +87,14 @@ bool CSimulation::SetWeightScale(int highest, int lowest) {
     const auto scale = melkar::WeightScaleFor(highest, lowest, steps);
     if (!scale)
         return false;
-    m_nWeightMax = scale->max;
-    m_nWeightMin = scale->min;
-    m_nWeightInterval = scale->interval;
+    m_nWeightMax = static_cast<int>(scale->max);
+    m_nWeightMin = static_cast<int>(scale->min);
+    m_nWeightInterval = static_cast<int>(scale->step);
     return true;
+}
+
+melkar::ScalePixels CSimulation::WeightScale() const {
+    return melkar::PixelsOf({double(m_nWeightMin), double(m_nWeightMax), double(m_nWeightInterval)}, m_rcCanvas);
 }
 
 struct CSimulation::Steps {
@@ -125,7 +130,7 @@ void CSimulation::DrawTargetStroke(int row) {
     const auto pointOf = [this](int of, int shift) {
         const double target = ToDouble(m_saTargetWeights[of]);
         return CPoint(melkar::WeightX(m_rcCanvas, of, m_saWeights.GetSize()),
-                      melkar::TargetWeightY(m_rcCanvas, PlanScale(), target) + shift);
+                      melkar::TargetWeightY(WeightScale(), target) + shift);
     };
     for (int shift = -2; shift <= 0; ++shift)
         DrawLine(m_hMemDC, pointOf(row, shift), pointOf(row - 1, shift), nullptr);
@@ -137,7 +142,7 @@ void CSimulation::DrawWeightSquare(int row) {
         return;
     const int half = m_rcCanvas.Width() / 100;
     const int x = melkar::WeightX(m_rcCanvas, row, m_saWeights.GetSize());
-    const int y = melkar::WeightY(m_rcCanvas, PlanScale(), weight);
+    const int y = melkar::WeightY(WeightScale(), weight);
     const bool isAbove = Truncate(ToDouble(m_saTargetWeights[row])) < weight;
     const COLORREF color = isAbove ? m_crOverweight : m_crUnderweight;
     DrawRectangle(m_hMemDC, CRect(x - half, y - half, x + half, y + half), color, color, 1);
@@ -148,13 +153,9 @@ long CSimulation::DrawCanvas() {
     SetBkMode(m_hMemDC, TRANSPARENT);
     {
         const ScopedFont font(m_hMemDC, ChartFont(m_nVMeasureLabelSize));
-        const melkar::Scale scale{double(m_nWeightMin), double(m_nWeightMax), m_rcCanvas.top, m_rcCanvas.bottom};
-        const std::vector<melkar::ScaleStep> steps = ScaleSteps(scale, m_nWeightInterval, 0);
-        for (auto step = steps.rbegin(); step != steps.rend(); ++step) { // from the top down
-            CRect box = step->box;
-            box.OffsetRect(m_rcCanvas.right + kScaleGap, step->y - box.Height() / 2);
-            PaintText(step->label, box, DT_LEFT);
-        }
+        std::vector<melkar::ScaleStep> steps = ScaleSteps(WeightScale(), 0);
+        std::reverse(steps.begin(), steps.end()); // from the top down
+        DrawRightLabels(steps, kScaleGap);
     }
     DrawDownwardLabel(m_strWeightLabel, 0.2, 0.0);
     return 0;

@@ -44,7 +44,7 @@ private:
     struct KeyRows;
     struct Steps;
     bool SetWeightScale(int highest, int lowest);
-    melkar::WeightScale PlanScale() const { return {m_nWeightMax, m_nWeightMin, m_nWeightInterval}; }
+    melkar::ScalePixels WeightScale() const;
     void DrawTargetStroke(int row);
     void DrawWeightSquare(int row);
     int DrawLegendSquare(const CString& text, int right, int top, COLORREF color);

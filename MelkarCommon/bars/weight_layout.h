@@ -15,25 +15,19 @@
 
 namespace melkar {
 
-struct WeightScale {
-    int max = 0;
-    int min = 0;
-    int interval = 0;
-};
-
-/// The scale for weights from `lowest` to `highest` with `steps` steps. The top is ceil(highest + 1.9), the bottom at
-/// or below floor(lowest - 0.9), or 0 where that is negative, and may itself be negative. Nothing if there is a range
-/// but no step to divide it into.
-std::optional<WeightScale> WeightScaleFor(int highest, int lowest, int steps);
+/// The scale, all whole numbers within an int, for weights from `lowest` to `highest` with `steps` steps. The top is
+/// ceil(highest + 1.9), the bottom at or below floor(lowest - 0.9), or 0 where that is negative, and may itself be
+/// negative. Nothing if there is a range but no step to divide it into.
+std::optional<Scale> WeightScaleFor(int highest, int lowest, int steps);
 
 /// Centre of row `row` of `rows`.
 int WeightX(const CRect& canvas, int row, int rows);
 
 /// y of the target line: bottom - trunc((target - min) x height) / (max - min), the last division between integers. It
 /// may lie outside of the canvas, at most 2^24 away.
-int TargetWeightY(const CRect& canvas, const WeightScale& scale, double target);
+int TargetWeightY(const ScalePixels& on, double target);
 
 /// y of a measured weight, cut to whole kilograms and kept on the canvas.
-int WeightY(const CRect& canvas, const WeightScale& scale, double weight);
+int WeightY(const ScalePixels& on, double weight);
 
 } // namespace melkar

@@ -3,6 +3,7 @@
 #include <MelkarCommon/frame/day_status.h>
 #include <MelkarCommon/frame/frame_layout.h>
 #include <MelkarCommon/frame/key_table.h>
+#include <MelkarCommon/frame/scale.h>
 #include <MelkarCommon/support/chart_font.h>
 #include <MelkarCommon/support/platform/drawing.h>
 #include <MelkarCommon/support/ring_log.h>
@@ -273,6 +274,22 @@ CRect CGraph::MeasureText(const CString& text, UINT format, CRect box) const {
 
 void CGraph::PaintText(const CString& text, CRect box, UINT format) const {
     DrawTextExA(m_hMemDC, const_cast<char*>(text.GetString()), text.GetLength(), &box, format, nullptr);
+}
+
+std::vector<melkar::ScaleStep> CGraph::ScaleSteps(const melkar::ScalePixels& on, int decimals) const {
+    const melkar::ScaleWalk walk = melkar::WalkScale(on, MeasureText("0", DT_CALCRECT).Height());
+    std::vector<melkar::ScaleStep> steps;
+    for (int line = 0; line < walk.count; ++line) {
+        const double value = walk.At(line);
+        const CString label = melkar::ScaleLabel(value, decimals);
+        steps.push_back({label, MeasureText(label, DT_CALCRECT), melkar::ScaleLineY(on, value), line % 2 == 0});
+    }
+    return steps;
+}
+
+void CGraph::DrawRightLabels(const std::vector<melkar::ScaleStep>& steps, int gap) const {
+    for (const melkar::ScaleStep& step : steps)
+        PaintText(step.label, melkar::LabelBoxFrom(m_rcCanvas.right + gap, step), DT_LEFT);
 }
 
 CString CGraph::Limited(const CString& text, int bytes) const { return melkar::CutText(text, bytes, m_nCharset); }

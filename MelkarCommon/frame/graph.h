@@ -10,8 +10,12 @@
 #include <MelkarCommon/support/platform/types.h>
 #include <MelkarCommon/support/text.h>
 
+#include <vector>
+
 namespace melkar {
 struct ClassKeys;
+struct ScalePixels;
+struct ScaleStep;
 } // namespace melkar
 
 /// The frame of every graph: its surfaces and profile, the first half of a draw cycle (working surface, background,
@@ -106,6 +110,10 @@ protected:
     /// The size of a text on the working surface in its font, from `box`'s left and top on.
     CRect MeasureText(const CString& text, UINT format, CRect box = CRect()) const;
     void PaintText(const CString& text, CRect box, UINT format) const;
+    /// The lines of a scale, from the bottom up, with their labels measured in the surface's font.
+    std::vector<melkar::ScaleStep> ScaleSteps(const melkar::ScalePixels& on, int decimals) const;
+    /// Labels of a scale right of the canvas, `gap` pixels from it.
+    void DrawRightLabels(const std::vector<melkar::ScaleStep>& steps, int gap) const;
     /// The head of a text that fits a fixed room of `bytes`, cutting no character in two.
     CString Limited(const CString& text, int bytes) const;
     int Days() const { return m_saDates.GetSize(); }

@@ -24,56 +24,63 @@ double RoundFactor(double least) {
 
 } // namespace
 
-int ScaleLineY(const Scale& scale, double value) {
+int ScaleLineY(const ScalePixels& on, double value) {
+    const Scale& scale = on.scale;
     if (!scale.HasRange())
-        return scale.bottom;
-    const int rise = Truncate((value - scale.min) * scale.Height() / (scale.max - scale.min));
-    const auto [low, high] = std::minmax({0, scale.Height()});
-    return scale.bottom - std::clamp(rise, low, high); // the product may be infinite, the line lies on the scale
+        return on.bottom;
+    const int rise = Truncate((value - scale.min) * on.Height() / (scale.max - scale.min));
+    const auto [low, high] = std::minmax({0, on.Height()});
+    return on.bottom - std::clamp(rise, low, high); // the product may be infinite, the line lies on the scale
 }
 
-int FigureY(const Scale& scale, double value) {
+int FigureY(const ScalePixels& on, double value) {
+    const Scale& scale = on.scale;
     if (!(value >= scale.min))
-        return scale.bottom;
+        return on.bottom;
     if (value > scale.max)
-        return scale.top;
+        return on.top;
     if (!scale.HasRange())
-        return scale.bottom;
-    return scale.bottom - Truncate((value - scale.min) / (scale.max - scale.min) * scale.Height());
+        return on.bottom;
+    return on.bottom - Truncate((value - scale.min) / (scale.max - scale.min) * on.Height());
 }
 
-int FigureFromZeroY(const Scale& scale, double value) {
+int FigureFromZeroY(const ScalePixels& on, double value) {
+    const Scale& scale = on.scale;
     if (!(value >= scale.min))
-        return scale.bottom;
+        return on.bottom;
     if (value > scale.max)
-        return scale.top;
+        return on.top;
     if (!(scale.max > 0))
-        return scale.bottom; // nothing to measure by
-    return Truncate(std::clamp(scale.bottom - std::trunc(value / scale.max * scale.Height()), -kFar, kFar));
+        return on.bottom; // nothing to measure by
+    return Truncate(std::clamp(on.bottom - std::trunc(value / scale.max * on.Height()), -kFar, kFar));
 }
 
-int TargetY(const Scale& scale, double value) {
+int TargetY(const ScalePixels& on, double value) {
+    const Scale& scale = on.scale;
     if (!scale.HasRange())
-        return scale.bottom;
-    return Truncate(scale.bottom - (value - scale.min) * scale.Height() / (scale.max - scale.min));
+        return on.bottom;
+    return Truncate(on.bottom - (value - scale.min) * on.Height() / (scale.max - scale.min));
 }
 
-int AverageY(const Scale& scale, double value) {
+int AverageY(const ScalePixels& on, double value) {
+    const Scale& scale = on.scale;
     if (!scale.HasRange())
-        return scale.bottom;
+        return on.bottom;
     const auto distance = static_cast<std::int64_t>(value - scale.min);
     const auto range = static_cast<std::int64_t>(scale.max - scale.min);
-    return scale.bottom - static_cast<int>(distance * scale.Height() / std::max<std::int64_t>(range, 1));
+    return on.bottom - static_cast<int>(distance * on.Height() / std::max<std::int64_t>(range, 1));
 }
 
-ScaleWalk WalkScale(const Scale& scale, double interval, int labelHeight) {
-    if (!(scale.max >= scale.min) || !(interval > 0))
-        return {scale.min, interval, 0};
-    const double rows = std::clamp(scale.Height(), 1, kMostRows);
-    const double lines = std::floor((scale.max - scale.min) / interval);
+ScaleWalk WalkScale(const ScalePixels& on, int labelHeight) {
+    const Scale& scale = on.scale;
+    double step = scale.step;
+    if (!(scale.max >= scale.min) || !(step > 0))
+        return {scale.min, step, 0};
+    const double rows = std::clamp(on.Height(), 1, kMostRows);
+    const double lines = std::floor((scale.max - scale.min) / step);
     if (lines > rows)
-        interval *= RoundFactor(lines * std::max(1, labelHeight) / rows);
-    ScaleWalk walk{scale.min, interval, Truncate((scale.max - scale.min) / interval) + 1};
+        step *= RoundFactor(lines * std::max(1, labelHeight) / rows);
+    ScaleWalk walk{scale.min, step, Truncate((scale.max - scale.min) / step) + 1};
     while (walk.count > 1 && walk.At(walk.count - 1) > scale.max)
         --walk.count;
     return walk;

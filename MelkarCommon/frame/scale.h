@@ -1,48 +1,63 @@
 #pragma once
 
+#include <MelkarCommon/api.h>
 #include <MelkarCommon/support/platform/cstring.h>
 #include <MelkarCommon/support/platform/geometry.h>
 
 /// @file
-/// Scales: where a value stands between the bottom and the top of a canvas, and the walk of the scale lines. All y are
-/// device units, growing downwards. On a scale without range its one value stands at the bottom, as does what is no
-/// number; nothing leaves the canvas unless a function says so.
+/// Scales. A scale knows values: its ends, and the step from line to line. On a canvas it has pixels, and what value is
+/// where is a question to them. All y are device units, growing downwards. On a scale without range its one value
+/// stands at the bottom, as does what is no number; nothing leaves the canvas unless a function says so.
+///
+///              +--------------+ top, its highest value
+///        40 ---|--------------|--- 68      labels stand half-way over their line, each with a gap to the canvas
+///        20 ---|--------------|--- 64
+///         0 ---+--------------+--- 60      bottom, its lowest value
 
 namespace melkar {
 
-/// The part of a scale that stands on a canvas from `top` to `bottom`.
 struct Scale {
-    double min;
-    double max;
+    double min = 0;
+    double max = 0;
+    double step = 0; ///< from line to line
+
+    bool HasRange() const { return max > min; }
+    /// Whether a value lies on the scale, both ends included; false for what is no number.
+    bool Holds(double value) const { return value >= min && value <= max; }
+};
+
+constexpr double kStepOfNone = 10.0; ///< of a scale whose profile gives it no step above 0
+
+/// A scale, and the rows of a canvas that it stands on.
+struct ScalePixels {
+    Scale scale;
     int top;
     int bottom;
 
     int Height() const { return bottom - top; }
-    bool HasRange() const { return max > min; }
 };
 
+inline ScalePixels PixelsOf(const Scale& scale, const CRect& canvas) { return {scale, canvas.top, canvas.bottom}; }
+
 /// y of a scale line: bottom - trunc((v - min) x height / (max - min)).
-int ScaleLineY(const Scale& scale, double value);
+MELKAR_API int ScaleLineY(const ScalePixels& on, double value);
 
 /// y of a figure measured from the bottom of the scale: bottom - trunc((v - min) / (max - min) x height). Below the
 /// scale it is the bottom, above it the top.
-int FigureY(const Scale& scale, double value);
+MELKAR_API int FigureY(const ScalePixels& on, double value);
 
 /// y of a figure measured from 0, whatever the bottom of the scale: bottom - trunc(v / max x height). Below the
 /// scale it is the bottom, above it the top. A negative figure on a scale that begins below 0 leaves the canvas
 /// downwards.
-int FigureFromZeroY(const Scale& scale, double value);
+MELKAR_API int FigureFromZeroY(const ScalePixels& on, double value);
 
 /// y of a target: trunc(bottom - (v - min) x height / (max - min)), one pixel higher than a figure's where the product
 /// leaves a fraction. The value lies within the scale.
-int TargetY(const Scale& scale, double value);
+MELKAR_API int TargetY(const ScalePixels& on, double value);
 
 /// y of an average: the distance from the bottom of the scale is cut to a whole number before it is scaled, all in
 /// whole numbers. The value lies within the scale.
-int AverageY(const Scale& scale, double value);
-
-/// Whether a value lies on the scale, both ends included; false for what is no number.
-inline bool LiesOn(const Scale& scale, double value) { return value >= scale.min && value <= scale.max; }
+MELKAR_API int AverageY(const ScalePixels& on, double value);
 
 /// The lines of a scale: `count` of them from `first` on, `step` apart.
 struct ScaleWalk {
@@ -53,19 +68,28 @@ struct ScaleWalk {
     double At(int line) const { return first + line * step; }
 };
 
-/// Every `interval` (above 0) from the bottom while not above the top. Where there would be more lines than pixel rows,
-/// only a round multiple of the interval gets a line, so that labels of `labelHeight` have room.
-ScaleWalk WalkScale(const Scale& scale, double interval, int labelHeight);
+/// Every step (above 0) from the bottom while not above the top. Where there would be more lines than pixel rows,
+/// only a round multiple of the step gets a line, so that labels of `labelHeight` have room.
+MELKAR_API ScaleWalk WalkScale(const ScalePixels& on, int labelHeight);
 
-/// One step of a scale, ready to be placed.
+/// One line of a scale with its label, ready to be placed.
 struct ScaleStep {
     CString label;
-    CRect box; ///< the label's size, its top-left corner at (0, 0)
-    int y;     ///< of the line
-    bool even; ///< the first step and every second one after it: has no label in coach mode
+    CRect size; ///< of the label; its top-left corner is at (0, 0)
+    int y;      ///< of the line
+    bool even;  ///< the first line and every second one after it: has no label in coach mode
 };
 
+/// Where a label stands whose box ends at `right`.
+inline CRect LabelBoxTo(int right, const ScaleStep& step) {
+    const int top = step.y - step.size.Height() / 2;
+    return {right - step.size.Width(), top, right, top + step.size.Height()};
+}
+
+/// Where a label stands whose box begins at `left`.
+inline CRect LabelBoxFrom(int left, const ScaleStep& step) { return LabelBoxTo(left + step.size.Width(), step); }
+
 /// A whole value without decimals, any other with `decimals` of them.
-CString ScaleLabel(double value, int decimals);
+MELKAR_API CString ScaleLabel(double value, int decimals);
 
 } // namespace melkar

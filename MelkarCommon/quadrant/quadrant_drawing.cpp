@@ -61,8 +61,8 @@ void CSquareGraph::DrawFigures(int min, int max, int step,
                                const std::function<CPoint(int value, const CRect& size)>& place) {
     if (min >= max)
         return;
-    const melkar::Scale scale{double(min), double(max), m_rcCanvas.top, m_rcCanvas.bottom};
-    const melkar::ScaleWalk walk = melkar::WalkScale(scale, step, MeasureText("0", DT_CALCRECT).Height());
+    const melkar::ScalePixels scale = melkar::PixelsOf({double(min), double(max), double(step)}, m_rcCanvas);
+    const melkar::ScaleWalk walk = melkar::WalkScale(scale, MeasureText("0", DT_CALCRECT).Height());
     for (int i = 0; i < walk.count; ++i) {
         const int value = melkar::Truncate(walk.At(i));
         const CString figure = melkar::FormatFixed(value, 0);

@@ -5,7 +5,7 @@
 
 namespace {
 
-using melkar::WeightScale;
+using melkar::Scale;
 
 TEST(WeightLayout, ScaleSharesTheStepsOfTheLeftOne) {
     const struct Case {
@@ -18,10 +18,10 @@ TEST(WeightLayout, ScaleSharesTheStepsOfTheLeftOne) {
         {"the bottom may be below 0", 5, 0, 10, 7, -3, 1},
     };
     for (const Case& c : cases) {
-        const WeightScale scale = melkar::WeightScaleFor(c.highest, c.lowest, c.steps).value_or(WeightScale{});
+        const Scale scale = melkar::WeightScaleFor(c.highest, c.lowest, c.steps).value_or(Scale{});
         EXPECT_EQ(scale.max, c.max) << c.why;
         EXPECT_EQ(scale.min, c.min) << c.why;
-        EXPECT_EQ(scale.interval, c.interval) << c.why;
+        EXPECT_EQ(scale.step, c.interval) << c.why;
     }
     EXPECT_FALSE(melkar::WeightScaleFor(70, 60, 0)) << "a range, but nothing to divide it into";
     EXPECT_EQ(melkar::WeightScaleFor(INT_MAX, INT_MIN, 1)->max, INT_MAX);
@@ -40,10 +40,10 @@ TEST(WeightLayout, TargetsMayLeaveTheCanvasAndWeightsNot) {
         {"far off: at most 2^24 away", 1e300, 425 - (1 << 24), 125},
     };
     for (const Case& c : cases) {
-        EXPECT_EQ(melkar::TargetWeightY(canvas, {72, 57, 3}, c.value), c.target) << c.why;
-        EXPECT_EQ(melkar::WeightY(canvas, {72, 57, 3}, c.value), c.weight) << c.why;
+        EXPECT_EQ(melkar::TargetWeightY({{57, 72}, 125, 425}, c.value), c.target) << c.why;
+        EXPECT_EQ(melkar::WeightY({{57, 72}, 125, 425}, c.value), c.weight) << c.why;
     }
-    EXPECT_EQ(melkar::TargetWeightY(canvas, {12, 12, 1}, 12), 425) << "no range: no division by it";
+    EXPECT_EQ(melkar::TargetWeightY({{12, 12}, 125, 425}, 12), 425) << "no range: no division by it";
     EXPECT_EQ(melkar::WeightX(canvas, 6, 7), 173 + 835) << "the middle of a slot: 900 x 13 / 14";
 }
 

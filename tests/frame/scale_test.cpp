@@ -6,26 +6,26 @@
 
 namespace {
 
-using melkar::Scale;
+using melkar::ScalePixels;
 
 TEST(ScaleTest, WhereFiguresStand) {
     const struct Case {
         const char* why;
-        Scale scale;
+        ScalePixels scale;
         double value;
         int fromBottom; ///< stacked and line figures
         int fromZero;   ///< single bars
     } cases[] = {
-        {"a fraction of a pixel is cut towards the bottom", {0, 1000, 100, 400}, 999.9, 101, 101},
-        {"exactly the top", {0, 1000, 100, 400}, 1000, 100, 100},
-        {"above the top, beyond an int", {0, 1000, 100, 400}, 1e308, 100, 100},
-        {"below a raised scale", {500, 1000, 100, 400}, 400, 400, 400},
-        {"no number", {0, 1000, 100, 400}, NAN, 400, 400},
-        {"the bottom of a raised scale has a height from 0", {500, 1000, 100, 400}, 500, 400, 250},
-        {"negative on a scale that begins below 0", {-100, 1000, 100, 400}, -50, 387, 415},
-        {"far below 0: off any surface, but an int", {-2147483648.0, 1, 100, 400}, -2e9, 380, 1 << 26},
-        {"no range: its one value", {10, 10, 100, 400}, 10, 400, 100},
-        {"a top of 0", {0, 0, 100, 400}, 0, 400, 400},
+        {"a fraction of a pixel is cut towards the bottom", {{0, 1000}, 100, 400}, 999.9, 101, 101},
+        {"exactly the top", {{0, 1000}, 100, 400}, 1000, 100, 100},
+        {"above the top, beyond an int", {{0, 1000}, 100, 400}, 1e308, 100, 100},
+        {"below a raised scale", {{500, 1000}, 100, 400}, 400, 400, 400},
+        {"no number", {{0, 1000}, 100, 400}, NAN, 400, 400},
+        {"the bottom of a raised scale has a height from 0", {{500, 1000}, 100, 400}, 500, 400, 250},
+        {"negative on a scale that begins below 0", {{-100, 1000}, 100, 400}, -50, 387, 415},
+        {"far below 0: off any surface, but an int", {{-2147483648.0, 1}, 100, 400}, -2e9, 380, 1 << 26},
+        {"no range: its one value", {{10, 10}, 100, 400}, 10, 400, 100},
+        {"a top of 0", {{0, 0}, 100, 400}, 0, 400, 400},
     };
     for (const Case& c : cases) {
         EXPECT_EQ(melkar::FigureY(c.scale, c.value), c.fromBottom) << c.why;
@@ -37,24 +37,25 @@ TEST(ScaleTest, WhereFiguresStand) {
 TEST(ScaleTest, WhereLinesStand) {
     const struct Case {
         const char* why;
-        Scale scale;
+        ScalePixels scale;
         double value;
         int line, target, average;
     } cases[] = {
-        {"a fraction puts the target a pixel higher", {0, 1000, 125, 425}, 334, 325, 324, 325},
-        {"the average is cut before it is scaled", {0, 1000, 125, 425}, 503.9, 274, 273, 275},
-        {"no range", {7, 7, 125, 425}, 7, 425, 425, 425},
-        {"the whole range of an int", {-2147483648.0, 2147483647.0, 0, 32000}, 2147483647.0, 0, 0, 0},
+        {"a fraction puts the target a pixel higher", {{0, 1000}, 125, 425}, 334, 325, 324, 325},
+        {"the average is cut before it is scaled", {{0, 1000}, 125, 425}, 503.9, 274, 273, 275},
+        {"no range", {{7, 7}, 125, 425}, 7, 425, 425, 425},
+        {"the whole range of an int", {{-2147483648.0, 2147483647.0}, 0, 32000}, 2147483647.0, 0, 0, 0},
     };
     for (const Case& c : cases) {
         EXPECT_EQ(melkar::ScaleLineY(c.scale, c.value), c.line) << c.why;
         EXPECT_EQ(melkar::TargetY(c.scale, c.value), c.target) << c.why;
         EXPECT_EQ(melkar::AverageY(c.scale, c.value), c.average) << c.why;
     }
-    const int line = melkar::ScaleLineY({0, 1e308, -453, -53}, 5e307);
+    const int line = melkar::ScaleLineY({{0, 1e308}, -453, -53}, 5e307);
     EXPECT_TRUE(line >= -453 && line <= -53) << "a product beyond a double must not leave the canvas";
-    EXPECT_TRUE(melkar::LiesOn({0, 10, 0, 1}, 0) && melkar::LiesOn({0, 10, 0, 1}, 10));
-    EXPECT_FALSE(melkar::LiesOn({0, 10, 0, 1}, 10.5) || melkar::LiesOn({0, 10, 0, 1}, NAN));
+    const melkar::Scale ten{0, 10};
+    EXPECT_TRUE(ten.Holds(0) && ten.Holds(10));
+    EXPECT_FALSE(ten.Holds(10.5) || ten.Holds(NAN));
 }
 
 TEST(ScaleTest, Walk) {
@@ -72,15 +73,15 @@ TEST(ScaleTest, Walk) {
         {"bounded by the pixels", 0, 2e9, 1, 11, 2e9},
     };
     for (const Case& c : cases) {
-        const melkar::ScaleWalk walk = melkar::WalkScale({c.min, c.max, 100, 400}, c.interval, 20);
+        const melkar::ScaleWalk walk = melkar::WalkScale({{c.min, c.max, c.interval}, 100, 400}, 20);
         EXPECT_EQ(walk.count, c.count) << c.why;
         EXPECT_EQ(walk.At(walk.count - 1), c.last) << c.why;
     }
     // Of a canvas far higher than any surface no more than 32767 rows count.
-    EXPECT_LE(melkar::WalkScale({0, 2147483647.0, -(1 << 24), 1 << 24}, 1, 1).count, 32768);
+    EXPECT_LE(melkar::WalkScale({{0, 2147483647.0, 1}, -(1 << 24), 1 << 24}, 1).count, 32768);
     for (const double interval : {5e-324, 0.0, -1.0, double(NAN)})
         for (const int height : {-5, 0, 300})
-            EXPECT_LE(melkar::WalkScale({-2147483648.0, 2147483647.0, 100, 100 + height}, interval, 0).count, 302);
+            EXPECT_LE(melkar::WalkScale({{-2147483648.0, 2147483647.0, interval}, 100, 100 + height}, 0).count, 302);
 }
 
 } // namespace

@@ -26,6 +26,7 @@ namespace melkar {
 constexpr int kDayHours = 24;
 constexpr int kDayMinutes = 1440;
 constexpr int kDayValues = 720; ///< intensity values of a day: one for 2 minutes
+constexpr int kMostEvents = 10; ///< of a day
 constexpr int kValuesAnHour = kDayValues / kDayHours;
 constexpr int kLevels = 9;       ///< bars of the right panel
 constexpr int kPanelLevels = 10; ///< levels from the bottom of a panel to its top

@@ -18,7 +18,6 @@ namespace {
 
 constexpr int kUpwards = 900; ///< tenths of a degree
 constexpr int kClassLabelBytes = 250;
-constexpr int kMostEvents = 10;
 
 } // namespace
 
@@ -84,7 +83,7 @@ void CCircadianGraph::DrawDate() {
 /// The marks are as high as a digit in the font that the surface came with.
 void CCircadianGraph::DrawEvent() {
     const int size = MeasureText("0", DT_CALCRECT).Height();
-    const int count = std::min(m_saEvents.GetSize(), kMostEvents);
+    const int count = std::min(m_saEvents.GetSize(), melkar::kMostEvents);
     for (int i = 0; i < count; ++i) {
         const auto minute = melkar::EventMinute(m_saEvents[i]);
         if (!minute)

@@ -83,8 +83,9 @@ void CWeeklyCircadian::TakeDay(int day, DayRecord& record) {
 
 /// @return whether the header has a date; the weekday stays as it was if not.
 bool CWeeklyCircadian::TakeHeader(const CsvRow& header) {
-    m_strFirstDate = header.Field(0);
-    m_strHeaderField1 = header.Field(1);
+    enum { FirstDate, Kept };
+    m_strFirstDate = header.Field(FirstDate);
+    m_strHeaderField1 = header.Field(Kept);
     const int weekday = melkar::WeekdayOf(m_strFirstDate);
     if (weekday == 0) {
         melkar::LogText("CWeeklyCircadian: the first date is none [" + m_strFirstDate + "]");

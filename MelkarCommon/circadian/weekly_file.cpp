@@ -11,7 +11,6 @@ namespace melkar {
 
 namespace {
 
-constexpr int kEvents = 10;
 constexpr double kTopLevel = 9.0;
 constexpr int kLevelDecimals = 3;
 /// Times are counted in units of which 15 make a minute.
@@ -43,10 +42,32 @@ struct Columns {
     int toroken;
     int exercise;
 };
-constexpr Columns kScreenColumns = {0, 1, 5, 8, 11, 12, 15, ScreenMinutes, 54, 64, 784, 785};
+constexpr Columns kScreenColumns = {.status = 0,
+                                    .date = 1,
+                                    .steps = 5,
+                                    .time = 8,
+                                    .actCal = 11,
+                                    .totalCal = 12,
+                                    .levels = 15,
+                                    .minutes = ScreenMinutes,
+                                    .events = 54,
+                                    .intensity = 64,
+                                    .toroken = 784,
+                                    .exercise = 785};
 /// The minutes of level 4 are the time figure as well; the exercise amount stands as far behind as in the screen's
 /// file.
-constexpr Columns kPrintColumns = {1, 0, 2, 8, 3, 4, 5, PrintMinutes, 14, 24, 744, 785};
+constexpr Columns kPrintColumns = {.status = 1,
+                                   .date = 0,
+                                   .steps = 2,
+                                   .time = 8,
+                                   .actCal = 3,
+                                   .totalCal = 4,
+                                   .levels = 5,
+                                   .minutes = PrintMinutes,
+                                   .events = 14,
+                                   .intensity = 24,
+                                   .toroken = 744,
+                                   .exercise = 785};
 
 /// What is no level of intensity is rest.
 double IntensityIn(const CsvRow& line, int column) {
@@ -69,8 +90,8 @@ void ReadDay(const CsvRow& line, const Columns& at, DayRecord& day) {
     day.levels.SetSize(kLevels);
     for (int level = 0; level < kLevels; ++level)
         day.levels.SetAt(level, at.minutes(line, at.levels + level));
-    day.events.SetSize(kEvents);
-    for (int event = 0; event < kEvents; ++event)
+    day.events.SetSize(kMostEvents);
+    for (int event = 0; event < kMostEvents; ++event)
         day.events.SetAt(event, line.Field(at.events + event));
     for (int i = 0; i < kDayValues; ++i)
         day.intensity[static_cast<std::size_t>(i)] = IntensityIn(line, at.intensity + i);

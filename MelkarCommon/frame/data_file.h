@@ -3,6 +3,7 @@
 #include <MelkarCommon/frame/results.h>
 #include <MelkarCommon/support/fields.h>
 #include <MelkarCommon/support/platform/files.h>
+#include <MelkarCommon/support/ring_log.h>
 
 #include <string>
 
@@ -39,6 +40,15 @@ template <class Reader> long ReadGuarded(Reader reader) {
     } catch (...) {
         return kReadFailed;
     }
+}
+
+/// The same on a file, with the reader's name in the log. @return 101 if the file can't be opened
+template <class Reader> long ReadFile(const char* name, const char* path, Reader reader) {
+    return ReadGuarded([&]() -> long {
+        LogText(name);
+        DataFile file(path);
+        return file.IsOpen() ? reader(file) : kNoFile;
+    });
 }
 
 } // namespace melkar

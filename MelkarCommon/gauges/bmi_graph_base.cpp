@@ -5,7 +5,6 @@
 #include <MelkarCommon/gauges/gauge_layout.h>
 #include <MelkarCommon/support/numbers.h>
 #include <MelkarCommon/support/platform/drawing.h>
-#include <MelkarCommon/support/ring_log.h>
 #include <MelkarCommon/support/support.h>
 
 #include <algorithm>
@@ -51,14 +50,11 @@ melkar::ClassKeys CBMIGraph_Base::ProfileKeys() { return {"CBMIGraph_Base", melk
 COLORREF CBMIGraph_Base::ClassColor(int cls) const { return m_crClass[std::clamp(cls, 0, kMostClasses - 1)]; }
 
 long CBMIGraph_Base::ReadDataFile(char* path) {
-    return melkar::ReadGuarded([&] {
-        melkar::LogText("CBMIGraph_Base::ReadDataFile");
-        melkar::DataFile file(path);
-        if (!file.IsOpen())
-            return melkar::kNoFile;
-        m_strValue = file.Head(kRowLimit).Field(0);
+    enum { Figure }; // all that a row has
+    return melkar::ReadFile("CBMIGraph_Base::ReadDataFile", path, [this](melkar::DataFile& file) {
+        m_strValue = file.Head(kRowLimit).Field(Figure);
         if (const melkar::CsvRow& row = file.Head(kRowLimit); file.HasHead())
-            m_strValue = row.Field(0);
+            m_strValue = row.Field(Figure);
         m_dValue = melkar::ToDouble(m_strValue);
         const auto classes = static_cast<std::size_t>(std::clamp(m_nClassCount, 0, kMostClasses));
         m_nClass = melkar::ClassOf(m_dValue, m_nMin, m_nMax, {m_dClassMax, classes}, m_nClass);

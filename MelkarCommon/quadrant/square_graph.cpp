@@ -17,8 +17,18 @@ constexpr int kTitleSpace = 5;           ///< half title heights above the canva
 constexpr int kMessageSize = 24;         ///< points
 
 constexpr int kLevels = 9;
-constexpr int kFirstLevelField = 15;
 constexpr double kPerCount = 1.0 / 15;
+
+// Columns of the head rows
+struct First {
+    enum { Target1 = 7, Target2, LevelName, Level, IsFixed = 15 };
+};
+struct Second {
+    enum { Target1 = 5, Target2, IsFixed = 9, LevelName = 20, Level };
+};
+struct Third {
+    enum { Average1 = 1, Average3, Average2 = 4 };
+};
 
 } // namespace
 
@@ -82,37 +92,38 @@ struct CSquareGraph::Targets {
 CSquareGraph::Targets CSquareGraph::TakeHead(melkar::DataFile& file) {
     Targets targets;
     const CsvRow& first = file.Head(kLineLimit);
-    const bool firstHasPair = !first.Field(7).IsEmpty();
-    if (firstHasPair && first.Field(15) == "1") {
-        targets.fixed1 = first.Field(7);
-        targets.fixed2 = first.Field(8);
+    const bool firstHasPair = !first.Field(First::Target1).IsEmpty();
+    if (firstHasPair && first.Field(First::IsFixed) == "1") {
+        targets.fixed1 = first.Field(First::Target1);
+        targets.fixed2 = first.Field(First::Target2);
     }
-    m_strLevelName = first.Field(9);
-    m_nLevel = first.IntField(10);
+    m_strLevelName = first.Field(First::LevelName);
+    m_nLevel = first.IntField(First::Level);
 
     const CsvRow& second = file.Head(kLineLimit);
     if (m_strLevelName.IsEmpty()) {
-        m_strLevelName = second.Field(20);
-        m_nLevel = second.IntField(21);
+        m_strLevelName = second.Field(Second::LevelName);
+        m_nLevel = second.IntField(Second::Level);
     }
-    if (!firstHasPair && second.Field(9) != "0") {
-        targets.fixed1 = second.Field(5);
-        targets.fixed2 = second.Field(6);
+    if (!firstHasPair && second.Field(Second::IsFixed) != "0") {
+        targets.fixed1 = second.Field(Second::Target1);
+        targets.fixed2 = second.Field(Second::Target2);
     }
-    targets.substitute = second.Field(6);
+    targets.substitute = second.Field(Second::Target2);
 
     const CsvRow& third = file.Head(kLineLimit);
-    m_strAverage1 = third.Field(1);
-    m_strAverage2 = third.Field(4);
-    m_strAverage3 = third.Field(2);
+    m_strAverage1 = third.Field(Third::Average1);
+    m_strAverage2 = third.Field(Third::Average2);
+    m_strAverage3 = third.Field(Third::Average3);
     return targets;
 }
 
 /// Of the nine levels those from `m_nLevel` on; all of them for a level below 1, none above 9.
 CString CSquareGraph::LevelSum(const CsvRow& row) const {
+    enum { FirstLevel = 15 };
     double sum = 0;
     for (int level = std::max(m_nLevel, 1); level <= kLevels; ++level) {
-        const double count = melkar::ToDouble(row.Field(kFirstLevelField + level - 1));
+        const double count = melkar::ToDouble(row.Field(FirstLevel + level - 1));
         if (count > 0)
             sum += count;
     }
@@ -120,15 +131,16 @@ CString CSquareGraph::LevelSum(const CsvRow& row) const {
 }
 
 void CSquareGraph::TakeDay(const CsvRow& row, const Targets& targets) {
-    m_dwaStatus.Add(static_cast<DWORD>(row.IntField(0)));
-    m_saDayField5.Add(row.Field(5));
-    m_saDayField11.Add(row.Field(11));
+    enum { Status, Target2 = 3, Kept5 = 5, Target1 = 9, Kept11 = 11, HasTarget2 = 26 };
+    m_dwaStatus.Add(static_cast<DWORD>(row.IntField(Status)));
+    m_saDayField5.Add(row.Field(Kept5));
+    m_saDayField11.Add(row.Field(Kept11));
     m_saDayLevelSum.Add(LevelSum(row));
-    m_strTarget1 = targets.AreFixed() ? targets.fixed1 : row.Field(9);
+    m_strTarget1 = targets.AreFixed() ? targets.fixed1 : row.Field(Target1);
     if (targets.AreFixed())
         m_strTarget2 = targets.fixed2;
     else
-        m_strTarget2 = row.Field(26) == "0" ? targets.substitute : row.Field(3);
+        m_strTarget2 = row.Field(HasTarget2) == "0" ? targets.substitute : row.Field(Target2);
 }
 
 long CSquareGraph::ReadDataFile(char* path) {

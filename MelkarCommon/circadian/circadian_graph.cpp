@@ -3,6 +3,7 @@
 #include <MelkarCommon/circadian/circadian_layout.h>
 #include <MelkarCommon/frame/day_status.h>
 #include <MelkarCommon/frame/key_table.h>
+#include <MelkarCommon/frame/text_limits.h>
 #include <MelkarCommon/support/platform/desktop.h>
 #include <MelkarCommon/support/scoped.h>
 
@@ -17,7 +18,6 @@ static_assert(CCircadianGraph::kValues == melkar::kDayValues);
 namespace {
 
 constexpr int kNarrowDesktop = 820; ///< pixels
-constexpr int kDayNameBytes = 255;
 constexpr int kSectionBytes = 255;
 
 } // namespace
@@ -113,7 +113,7 @@ void CCircadianGraph::CalcLongestDay() {
     const ScopedFont font(m_hMemDC, PlainFont(m_nDateFontSize));
     int widest = -1;
     for (const CString& name : m_strDayNames) {
-        const int width = MeasureText(Limited(name, kDayNameBytes), DT_CALCRECT).Width();
+        const int width = MeasureText(Limited(name, melkar::kLabelBytes), DT_CALCRECT).Width();
         if (width > widest) {
             widest = width;
             m_strLongestDay = name;

@@ -3,6 +3,7 @@
 #include <MelkarCommon/circadian/circadian_graph.h>
 
 #include <MelkarCommon/circadian/circadian_layout.h>
+#include <MelkarCommon/frame/text_limits.h>
 #include <MelkarCommon/support/numbers.h>
 #include <MelkarCommon/support/platform/drawing.h>
 #include <MelkarCommon/support/scoped.h>
@@ -13,7 +14,6 @@ using melkar::ScopedPen;
 
 namespace {
 
-constexpr int kCaptionBytes = 255;
 constexpr int kCaptionGap = 2; ///< between the panel and the caption above it
 constexpr UINT kMeasureCentred = DT_CALCRECT | DT_SINGLELINE | DT_CENTER;
 constexpr UINT kPaintCentred = DT_SINGLELINE | DT_CENTER;
@@ -64,12 +64,12 @@ CRect CCircadianGraph::DrawMinute(int minutes, int x) {
 
 /// The unit begins below the last figure, the caption stands above the panel.
 void CCircadianGraph::DrawScaleCaptions(const CRect& lastFigure) {
-    const CString unit = Limited(m_strMinLabel, kCaptionBytes);
+    const CString unit = Limited(m_strMinLabel, melkar::kLabelBytes);
     CRect unitBox = MeasureText(unit, kMeasureCentred);
     unitBox.OffsetRect(m_rcRight.right - lastFigure.Width() / 2, lastFigure.bottom + lastFigure.Height() / 5);
     PaintText(unit, unitBox, kPaintCentred);
 
-    const CString caption = Limited(m_strIntensityLabel, kCaptionBytes);
+    const CString caption = Limited(m_strIntensityLabel, melkar::kLabelBytes);
     CRect captionBox = MeasureText(caption, kMeasureCentred);
     captionBox.OffsetRect(m_rcRight.left, m_rcRight.top - captionBox.Height() - kCaptionGap);
     PaintText(caption, captionBox, kPaintCentred);

@@ -8,9 +8,10 @@
 ///   graph.left                                  graph.right
 ///    |#  Title                                       |     # side bar, one pixel wide
 ///    |#        +----------------------------------+  |     title space: title height x space / 2
-///    |#  scale |             canvas               |  |     scale: room for the labels left of the canvas
-///    |#        +----------------------------------+  |     right margin: width / 50
-///    |#                                              |     bottom margin: height / 20
+///    |#u scale |             canvas               |d |     scale: room for the labels left of the canvas
+///    |#p       |                                  |o |     right margin: width / 50
+///    |#        +----------------------------------+  |     bottom margin: height / 20
+///    |#                                              |     up, down: turned labels, centred along the canvas
 
 namespace melkar {
 
@@ -26,5 +27,9 @@ constexpr CRect CanvasOf(const CRect& graph, const CRect& sideBar, int titleHeig
     return {sideBar.right + scaleRoom, graph.top + titleHeight * titleSpace / 2, graph.right - graph.Width() / 50,
             graph.bottom - graph.Height() / 20};
 }
+
+/// y at which a label of this length begins that reads upwards, or downwards.
+constexpr int UpwardLabelY(const CRect& canvas, int length) { return (canvas.top + canvas.bottom + length) / 2; }
+constexpr int DownwardLabelY(const CRect& canvas, int length) { return (canvas.top + canvas.bottom - length) / 2; }
 
 } // namespace melkar

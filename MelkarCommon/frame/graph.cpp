@@ -4,12 +4,14 @@
 #include <MelkarCommon/frame/frame_layout.h>
 #include <MelkarCommon/frame/key_table.h>
 #include <MelkarCommon/frame/scale.h>
+#include <MelkarCommon/frame/text_limits.h>
 #include <MelkarCommon/support/chart_font.h>
 #include <MelkarCommon/support/platform/drawing.h>
 #include <MelkarCommon/support/ring_log.h>
 #include <MelkarCommon/support/scoped.h>
 #include <MelkarCommon/support/support.h>
 #include <MelkarCommon/support/text_cut.h>
+#include <MelkarCommon/support/text_measure.h>
 
 #include <algorithm>
 
@@ -18,8 +20,6 @@ using melkar::ScopedFont;
 
 namespace {
 
-constexpr int kTitleBytes = 255;
-constexpr int kMessageBytes = 511;
 constexpr int kMostCoordinate = 1 << 24; ///< beyond it, sums and products of a layout could leave an int
 
 bool MakesSense(const CRect& area) {
@@ -198,7 +198,7 @@ void CGraph::SetTitleRect() { m_rcTitle = melkar::TitleStart(m_rcGraph, m_rcSide
 
 void CGraph::DrawTitle() {
     SetTitleRect();
-    const CString title = Limited(m_Title.m_strText, kTitleBytes);
+    const CString title = Limited(m_Title.m_strText, melkar::kLabelBytes);
     const ScopedFont font(m_hMemDC, PlainFont(m_Title.m_nSize, 0, FW_BOLD, m_Title.m_strFontName));
     SetBkMode(m_hMemDC, m_Title.m_nBkMode);
     SetTextColor(m_hMemDC, m_Title.m_crColor);
@@ -238,7 +238,7 @@ long CGraph::DrawExcludeMessage() {
 
 /// Centred across the graph, its lines as a block in the middle of the height.
 void CGraph::PaintMessage(const CString& message, COLORREF color) {
-    const CString text = Limited(message, kMessageBytes);
+    const CString text = Limited(message, melkar::kMessageBytes);
     const ScopedFont font(m_hMemDC, PlainFont(m_nMessageSize));
     SetTextColor(m_hMemDC, color);
     const int height = MeasureText(text, DT_CALCRECT | DT_CENTER | DT_VCENTER).Height();
@@ -268,12 +268,11 @@ HFONT CGraph::PlainFont(int size, int escapement, int weight, const CString& fac
 }
 
 CRect CGraph::MeasureText(const CString& text, UINT format, CRect box) const {
-    DrawTextExA(m_hMemDC, const_cast<char*>(text.GetString()), text.GetLength(), &box, format, nullptr);
-    return box;
+    return melkar::MeasureText(m_hMemDC, text, format, box);
 }
 
 void CGraph::PaintText(const CString& text, CRect box, UINT format) const {
-    DrawTextExA(m_hMemDC, const_cast<char*>(text.GetString()), text.GetLength(), &box, format, nullptr);
+    melkar::PaintText(m_hMemDC, text, box, format);
 }
 
 std::vector<melkar::ScaleStep> CGraph::ScaleSteps(const melkar::ScalePixels& on, int decimals) const {

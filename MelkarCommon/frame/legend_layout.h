@@ -29,6 +29,9 @@ inline CRect LegendSampleOf(const CRect& text, const LegendSpacing& spacing) {
             text.bottom};
 }
 
+/// y of a line through the middle of its sample.
+inline int SampleLineY(const CRect& sample) { return (sample.top + sample.bottom) / 2; }
+
 /// The entry whose text, of the size that `size` has, ends at `right`.
 inline LegendEntry LegendEntryTo(int right, int top, const CRect& size, const LegendSpacing& spacing) {
     const CRect text(right - size.Width(), top, right, top + size.Height());

@@ -1,5 +1,6 @@
 #include <MelkarCommon/quadrant/square_graph.h>
 
+#include <MelkarCommon/frame/frame_layout.h>
 #include <MelkarCommon/frame/legend_layout.h>
 #include <MelkarCommon/frame/scale.h>
 #include <MelkarCommon/quadrant/quadrant_layout.h>
@@ -135,7 +136,7 @@ long CSquareGraph::DrawVAxsLabel() {
     const ScopedFont font(m_hMemDC, ChartFont(m_nVAxsSize, kUpwards));
     m_strVAxsLabel.Replace("__d__", melkar::FormatFixed(m_nLevel, 0));
     const int width = MeasureText(m_strVAxsLabel, DT_CALCRECT).Width();
-    TextOutA(m_hMemDC, m_rcSideBar.right, (m_rcCanvas.top + m_rcCanvas.bottom + width) / 2, m_strVAxsLabel,
+    TextOutA(m_hMemDC, m_rcSideBar.right, melkar::UpwardLabelY(m_rcCanvas, width), m_strVAxsLabel,
              m_strVAxsLabel.GetLength());
     return 0;
 }

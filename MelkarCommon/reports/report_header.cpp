@@ -6,6 +6,7 @@
 #include <MelkarCommon/support/platform/drawing.h>
 #include <MelkarCommon/support/scoped.h>
 #include <MelkarCommon/support/support.h>
+#include <MelkarCommon/support/text_measure.h>
 
 #include <algorithm>
 #include <cstring>
@@ -32,8 +33,7 @@ CString WithUnit(const CString& figure, const char* unit) { return " " + figure 
 CString Range(const CString& from, const CString& to) { return " " + from + " - " + to + " "; }
 
 melkar::TextSize SizeOf(HDC surface, const CString& text) {
-    CRect box;
-    DrawTextExA(surface, const_cast<char*>(text.GetString()), text.GetLength(), &box, DT_CALCRECT, nullptr);
+    const CRect box = melkar::MeasureText(surface, text, DT_CALCRECT);
     return {box.Width(), box.Height()};
 }
 

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <MelkarCommon/support/platform/cstring.h>
+#include <MelkarCommon/support/platform/geometry.h>
+#include <MelkarCommon/support/platform/types.h>
+
+/// @file
+/// Texts on any surface, in its font; `format` are flags of `DrawTextExA`.
+
+namespace melkar {
+
+/// The size of a text, from `box`'s left and top on. The format has `DT_CALCRECT`.
+CRect MeasureText(HDC surface, const CString& text, UINT format, CRect box = CRect());
+void PaintText(HDC surface, const CString& text, CRect box, UINT format);
+
+} // namespace melkar

@@ -27,6 +27,8 @@ CActivityCalGraph::CActivityCalGraph(HWND window, HDC dc, const char* section, H
 }
 
 long CActivityCalGraph::ReadDataFile(char* path) {
+    enum { Average = 2 };                                        // of the third row
+    enum { FirstDay = 1, LastDay = 2, Target = 9, Figure = 11 }; // of a slot
     return melkar::ReadGuarded([&] {
         melkar::LogText("CActivityCalGraph::ReadDataFile");
         ResetGraphMeasure();
@@ -38,19 +40,19 @@ long CActivityCalGraph::ReadDataFile(char* path) {
         TakeHeaderFields(file.Head(melkar::kHeadLimit));
         m_strAverageIntake = "0";
         RepairChartMax();
-        m_strAverage = file.Head(melkar::kHeadLimit).Field(2);
+        m_strAverage = file.Head(melkar::kHeadLimit).Field(Average);
 
         const CString format = melkar::DateFormat(m_strDateFormatType); // one look at the date profile for all days
         const auto dateText = [&](const CString& day) { return ::FormatDate(day, format, m_strLocale); };
         const long result = melkar::ReadDays(file, [&](const CsvRow& row) {
             const bool hasFigures = AddDay(row);
-            const CString first = row.Field(1);
-            const CString last = row.Field(2);
+            const CString first = row.Field(FirstDay);
+            const CString last = row.Field(LastDay);
             const bool isOneDay = first == last;
             m_saDates.SetAt(Days() - 1,
                             isOneDay ? dateText(first) : " " + dateText(first) + m_strDateFormatSpan + dateText(last));
-            m_saTargets.Add(row.Field(9));
-            m_saValues.Add(hasFigures ? row.Field(11) : CString());
+            m_saTargets.Add(row.Field(Target));
+            m_saValues.Add(hasFigures ? row.Field(Figure) : CString());
         });
         if (result == melkar::kOk)
             GetGraphMeasure();

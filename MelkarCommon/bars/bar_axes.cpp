@@ -1,33 +1,36 @@
 // Scale lines, frame, axis labels and figures of a bar chart.
 
 #include <MelkarCommon/bars/bar_graph.h>
+#include <MelkarCommon/bars/bar_text_layout.h>
 #include <MelkarCommon/frame/day_status.h>
+#include <MelkarCommon/frame/frame_layout.h>
 #include <MelkarCommon/frame/scale.h>
+#include <MelkarCommon/frame/text_limits.h>
 #include <MelkarCommon/support/numbers.h>
 #include <MelkarCommon/support/platform/drawing.h>
 #include <MelkarCommon/support/scoped.h>
 #include <MelkarCommon/support/support.h>
 
+using melkar::ScopedBkMode;
 using melkar::ScopedFont;
 using melkar::ScopedPen;
 
 namespace {
 
-constexpr int kLabelGap = 5; ///< between a scale label and the canvas
-constexpr int kLabelBytes = 255;
+constexpr int kUpwards = 900; ///< tenths of a degree
 
 } // namespace
 
 long CBarGraph::DrawCanvasMeasure() {
     const ScopedPen pen(m_hMemDC, PS_SOLID, 1, m_crPen);
     const ScopedFont font(m_hMemDC, ChartFont(m_nVMeasureSize));
-    SetBkMode(m_hMemDC, TRANSPARENT);
+    SetBkMode(m_hMemDC, TRANSPARENT); // stays for the steps that follow
     if (!(m_dChartInterval > 0))
         m_dChartInterval = melkar::kStepOfNone;
 
     for (const melkar::ScaleStep& step : ScaleSteps(LeftScale(), m_nDecimals)) {
         if (!m_bCoach || !step.even)
-            PaintText(step.label, melkar::LabelBoxTo(m_rcCanvas.left - kLabelGap, step), DT_RIGHT);
+            PaintText(step.label, melkar::LabelBoxTo(m_rcCanvas.left - melkar::kScaleGap, step), DT_RIGHT);
         DrawLine(m_hMemDC, CPoint(m_rcCanvas.left, step.y), CPoint(m_rcCanvas.right, step.y), nullptr);
     }
     return 0;
@@ -39,19 +42,20 @@ long CBarGraph::DrawCanvas() {
 }
 
 long CBarGraph::DrawVAxsLabel() {
-    const ScopedFont font(m_hMemDC, ChartFont(m_nVMeasureLabelSize, 900));
-    const CString label = Limited(m_strVAxsLabel, kLabelBytes);
-    const int width = MeasureText(label, DT_CALCRECT | DT_BOTTOM | DT_RIGHT).Width();
-    TextOutA(m_hMemDC, m_rcSideBar.right, (m_rcCanvas.top + m_rcCanvas.bottom + width) / 2, label, label.GetLength());
+    const ScopedFont font(m_hMemDC, ChartFont(m_nVMeasureLabelSize, kUpwards));
+    const ScopedBkMode transparent(m_hMemDC, TRANSPARENT);
+    const CString label = Limited(m_strVAxsLabel, melkar::kLabelBytes);
+    const int length = MeasureText(label, DT_CALCRECT | DT_BOTTOM | DT_RIGHT).Width();
+    TextOutA(m_hMemDC, m_rcSideBar.right, melkar::UpwardLabelY(m_rcCanvas, length), label, label.GetLength());
     return 0;
 }
 
 long CBarGraph::DrawHAxsLabel() {
     const ScopedFont font(m_hMemDC, ChartFont(m_nHMeasureLabelSize));
-    const CString label = Limited(m_strHAxsLabel, kLabelBytes);
+    const ScopedBkMode transparent(m_hMemDC, TRANSPARENT);
+    const CString label = Limited(m_strHAxsLabel, melkar::kLabelBytes);
     const int height = MeasureText(label, DT_CALCRECT | DT_BOTTOM | DT_CENTER).Height();
-    PaintText(label, CRect(m_rcCanvas.left, m_rcGraph.bottom - 2 * height, m_rcCanvas.right, m_rcGraph.bottom - height),
-              DT_BOTTOM | DT_CENTER);
+    PaintText(label, melkar::LabelBox(m_rcCanvas, m_rcGraph.bottom, height), DT_BOTTOM | DT_CENTER);
     return 0;
 }
 
@@ -65,10 +69,8 @@ CString CBarGraph::FigureText(int day) const {
 
 /// Above the bar on the canvas colour, or inside it where it wouldn't fit above.
 void CBarGraph::DrawFigure(const CString& figure, const RECT& bar) {
-    CRect box = MeasureText(figure, DT_CALCRECT | DT_CENTER);
-    const bool fitsAbove = bar.top - box.Height() - 2 > m_rcCanvas.top;
-    box.OffsetRect((bar.left + bar.right) / 2 - box.Width() / 2, fitsAbove ? bar.top - box.Height() - 1 : bar.top + 1);
-    SetBkMode(m_hMemDC, fitsAbove && !m_bValueTransparent ? OPAQUE : TRANSPARENT);
+    const auto [box, isAbove] = melkar::FigureOf(bar, MeasureText(figure, DT_CALCRECT | DT_CENTER), m_rcCanvas.top);
+    const ScopedBkMode mode(m_hMemDC, isAbove && !m_bValueTransparent ? OPAQUE : TRANSPARENT);
     PaintText(figure, box, DT_SINGLELINE);
 }
 
@@ -83,6 +85,6 @@ long CBarGraph::DrawValueOnBar() {
         if (bar && !HasNoData(melkar::ToDayStatus(m_dwaStatus[day])))
             DrawFigure(FigureText(day), *bar);
     }
-    SetBkMode(m_hMemDC, TRANSPARENT);
+    SetBkMode(m_hMemDC, TRANSPARENT); // stays for the steps that follow
     return 0;
 }

@@ -1,8 +1,8 @@
 // The row under the canvas: a caption and a tick per day, thinned out so that captions don't run into each other.
 
 #include <MelkarCommon/bars/bar_graph.h>
-#include <MelkarCommon/bars/bar_layout.h>
-#include <MelkarCommon/support/numbers.h>
+#include <MelkarCommon/bars/bar_text_layout.h>
+#include <MelkarCommon/frame/text_limits.h>
 #include <MelkarCommon/support/platform/drawing.h>
 #include <MelkarCommon/support/scoped.h>
 #include <MelkarCommon/support/support.h>
@@ -13,54 +13,52 @@ using melkar::ScopedPen;
 namespace {
 
 constexpr int kMostCaptions = 7;
-constexpr int kLongView = 61; ///< days from which only firsts of the month have a caption
-constexpr int kCaptionBytes = 127;
+constexpr int kLongView = 61;      ///< days from which only firsts of the month have a caption
 constexpr double kTickReach = 0.3; ///< in heights of a zero, up and down from the canvas' bottom
 constexpr float kLongTick = 0.35F;
 constexpr float kShortTick = 0.15F;
 
 } // namespace
 
-void CBarGraph::DrawTick(int x, int bottom, int top) { DrawLine(m_hMemDC, CPoint(x, bottom), CPoint(x, top), nullptr); }
+void CBarGraph::DrawTick(const melkar::DayTick& tick) {
+    DrawLine(m_hMemDC, CPoint(tick.x, tick.bottom), CPoint(tick.x, tick.top), nullptr);
+}
 
-/// A caption turned by the escapement, beginning at the middle of the day's bar less half of what it reaches across.
+int CBarGraph::MiddleOf(int day) const { return melkar::BarOf(m_rcCanvas, day, Days()).Middle(); }
+
+/// A caption turned by the escapement.
 void CBarGraph::DrawTurnedCaption(int day, const CString& caption) {
     const CRect size = MeasureText(caption, DT_CALCRECT | DT_CENTER);
-    const melkar::TurnedExtent extent = melkar::ExtentOf(size.Width(), size.Height(), m_nDateEscapement);
-    const int middle = melkar::BarOf(m_rcCanvas, day, Days()).Middle();
-    TextOutA(m_hMemDC, middle - melkar::Truncate(extent.across) / 2, m_rcCanvas.bottom + melkar::Truncate(extent.down),
-             caption, caption.GetLength());
+    const CPoint start =
+        melkar::TurnedCaptionStart(m_rcCanvas, MiddleOf(day), melkar::ExtentOf(size, m_nDateEscapement));
+    TextOutA(m_hMemDC, start.x, start.y, caption, caption.GetLength());
 }
 
-/// A caption centred on the day's slot; the box reaches a canvas width further on both sides, so that a caption wider
-/// than its slot isn't cut.
-void CBarGraph::DrawCentredCaption(int day, const CString& caption, int zeroHeight) {
-    const int width = m_rcCanvas.Width();
-    const CRect box(melkar::SlotLeft(m_rcCanvas, day, Days()) - width,
-                    melkar::Truncate(m_rcCanvas.bottom + 0.5 * zeroHeight),
-                    melkar::SlotLeft(m_rcCanvas, day + 1, Days()) + width, m_rcGraph.bottom);
-    PaintText(caption, box, DT_CENTER);
-}
-
-long CBarGraph::DrawDate() {
+/// Runs `paintDay` for each day with the strip's font and pen; it takes the height of a zero, by which ticks go.
+template <class PaintDay> long CBarGraph::DrawStrip(PaintDay paintDay) {
     if (m_bDateStrip != 1)
         return 0;
-    SetBkMode(m_hMemDC, TRANSPARENT);
+    SetBkMode(m_hMemDC, TRANSPARENT); // stays for the steps that follow
     const ScopedFont font(m_hMemDC, ChartFont(m_nDateSize, m_nDateEscapement));
     const ScopedPen pen(m_hMemDC, PS_SOLID, 1, m_crPen);
     const int zeroHeight = MeasureText("0", DT_CALCRECT).Height();
+    for (int day = 0; day < Days(); ++day)
+        paintDay(day, zeroHeight);
+    return 0;
+}
+
+long CBarGraph::DrawDate() {
     const int step = (Days() + kMostCaptions - 1) / kMostCaptions;
-    for (int day = 0; day < Days(); day += step) {
-        const CString caption = Limited(m_saDates[day], kCaptionBytes);
+    return DrawStrip([&](int day, int zeroHeight) {
+        if (day % step != 0)
+            return;
+        const CString caption = Limited(m_saDates[day], melkar::kCaptionBytes);
         if (m_nDateEscapement != 0)
             DrawTurnedCaption(day, caption);
         else
-            DrawCentredCaption(day, caption, zeroHeight);
-        DrawTick(melkar::BarOf(m_rcCanvas, day, Days()).Middle(),
-                 melkar::Truncate(m_rcCanvas.bottom + kTickReach * zeroHeight),
-                 melkar::Truncate(m_rcCanvas.bottom - kTickReach * zeroHeight));
-    }
-    return 0;
+            PaintText(caption, melkar::CaptionBox(m_rcCanvas, m_rcGraph.bottom, day, Days(), zeroHeight), DT_CENTER);
+        DrawTick(melkar::DayTickOf(MiddleOf(day), m_rcCanvas.bottom, kTickReach * zeroHeight));
+    });
 }
 
 /// One date if the slot is a single day, else both, one behind the other.
@@ -81,20 +79,11 @@ bool CBarGraph::IsCaptionedByCalendar(int day) const {
 }
 
 long CBarGraph::DrawDateDailyCoach() {
-    if (m_bDateStrip != 1)
-        return 0;
-    SetBkMode(m_hMemDC, TRANSPARENT);
-    const ScopedFont font(m_hMemDC, ChartFont(m_nDateSize, m_nDateEscapement));
-    const ScopedPen pen(m_hMemDC, PS_SOLID, 1, m_crPen);
-    const auto zeroHeight = static_cast<float>(MeasureText("0", DT_CALCRECT).Height());
-    const auto bottom = static_cast<float>(m_rcCanvas.bottom);
-    for (int day = 0; day < Days(); ++day) {
+    return DrawStrip([&](int day, int zeroHeight) {
         const bool captioned = IsCaptionedByCalendar(day);
         if (captioned)
             DrawTurnedCaption(day, PeriodCaption(day));
-        const float reach = (captioned ? kLongTick : kShortTick) * zeroHeight;
-        DrawTick(melkar::BarOf(m_rcCanvas, day, Days()).Middle(), melkar::Truncate(bottom + reach),
-                 melkar::Truncate(bottom - reach));
-    }
-    return 0;
+        const float reach = (captioned ? kLongTick : kShortTick) * static_cast<float>(zeroHeight);
+        DrawTick(melkar::DayTickOf(MiddleOf(day), m_rcCanvas.bottom, reach));
+    });
 }

@@ -1,10 +1,11 @@
 #include <MelkarCommon/bars/bar_graph.h>
 
-#include <MelkarCommon/bars/bar_layout.h>
+#include <MelkarCommon/bars/bar_text_layout.h>
 #include <MelkarCommon/bars/day_file.h>
 #include <MelkarCommon/frame/day_status.h>
 #include <MelkarCommon/frame/key_table.h>
 #include <MelkarCommon/frame/scale.h>
+#include <MelkarCommon/frame/text_limits.h>
 #include <MelkarCommon/support/numbers.h>
 #include <MelkarCommon/support/platform/drawing.h>
 #include <MelkarCommon/support/ring_log.h>
@@ -21,8 +22,6 @@ using melkar::ScopedPen;
 
 namespace {
 
-constexpr int kMostSeries = 10;
-constexpr int kTextBytes = 127; ///< fixed room of a date text and of the horizontal label while they are measured
 constexpr int kPolylineWidth = 4;
 constexpr int kRepairedMax = 10000; ///< top of a scale that a data file left at 0 or below
 constexpr int kNoScaleCode = 340;   ///< what the log says of it
@@ -104,14 +103,16 @@ void CBarGraph::ForgetDays() {
 }
 
 bool CBarGraph::AddDay(const CsvRow& row) {
-    m_dwaStatus.Add(static_cast<DWORD>(row.IntField(0)));
-    m_saDates.Add(row.Field(1));
-    return HasFigures(melkar::ToDayStatus(row.IntField(0)));
+    enum { Status, Date };
+    m_dwaStatus.Add(static_cast<DWORD>(row.IntField(Status)));
+    m_saDates.Add(row.Field(Date));
+    return HasFigures(melkar::ToDayStatus(row.IntField(Status)));
 }
 
 void CBarGraph::TakeHeaderFields(const CsvRow& row) {
-    m_strHeaderField0 = row.Field(0);
-    m_strHeaderField1 = row.Field(1);
+    enum { First, Second };
+    m_strHeaderField0 = row.Field(First);
+    m_strHeaderField1 = row.Field(Second);
 }
 
 void CBarGraph::RepairChartMax() {
@@ -122,18 +123,15 @@ void CBarGraph::RepairChartMax() {
 }
 
 long CBarGraph::ReadDataFile(char* path) {
-    return melkar::ReadGuarded([&] {
-        melkar::LogText("CBarGraph::ReadDataFile");
-        melkar::DataFile file(path);
-        if (!file.IsOpen())
-            return melkar::kNoFile;
+    enum { FirstSeries = 2 };
+    return melkar::ReadFile("CBarGraph::ReadDataFile", path, [this](melkar::DataFile& file) {
         ForgetDays();
         file.Head(melkar::kRowLimit);
         file.Head(melkar::kRowLimit);
         melkar::ReadDays(file, [this](const CsvRow& row) {
             AddDay(row);
             for (int series = 0; series < SeriesCount(); ++series)
-                m_saValues.Add(row.Field(2 + series));
+                m_saValues.Add(row.Field(FirstSeries + series));
         });
         return melkar::kOk; // a file without days is no failure here
     });
@@ -179,15 +177,13 @@ void CBarGraph::SetCanvasRect() {
     CGraph::SetCanvasRect();
     if (!m_strHAxsLabel.IsEmpty()) {
         const ScopedFont font(m_hMemDC, ChartFont(m_nVMeasureLabelSize));
-        const CString label = Limited(m_strHAxsLabel, kTextBytes);
-        m_rcCanvas.bottom -= 2 * MeasureText(label, DT_CALCRECT | DT_CENTER).Height();
+        const CString label = Limited(m_strHAxsLabel, melkar::kCaptionBytes);
+        m_rcCanvas.bottom -= melkar::LabelRoom(MeasureText(label, DT_CALCRECT | DT_CENTER).Height());
     }
     if (Days() > 0) {
         const ScopedFont font(m_hMemDC, ChartFont(m_nDateSize, m_nDateEscapement));
-        const CString caption = Limited("  " + m_saDates[Days() - 1] + "\n", kTextBytes);
-        const CRect size = MeasureText(caption, DT_CALCRECT | DT_CENTER);
-        const double extent = melkar::ExtentOf(size.Width(), size.Height(), m_nDateEscapement).down;
-        m_rcCanvas.bottom -= melkar::Truncate(extent * 1.05);
+        const CString caption = Limited("  " + m_saDates[Days() - 1] + "\n", melkar::kCaptionBytes);
+        m_rcCanvas.bottom -= melkar::CaptionRoom(MeasureText(caption, DT_CALCRECT | DT_CENTER), m_nDateEscapement);
     }
 }
 
@@ -249,12 +245,8 @@ void CBarGraph::DrawSingleBars() {
 void CBarGraph::DrawPolyline(int day) {
     if (day == 0)
         return;
-    const auto peak = [this](int of) {
-        const RECT& bar = *m_oaBarRects[of];
-        return CPoint((bar.left + bar.right) / 2, bar.top);
-    };
     const ScopedPen pen(m_hMemDC, PS_SOLID, kPolylineWidth, m_crPen);
-    DrawLine(m_hMemDC, peak(day - 1), peak(day), nullptr);
+    DrawLine(m_hMemDC, melkar::PeakOf(*m_oaBarRects[day - 1]), melkar::PeakOf(*m_oaBarRects[day]), nullptr);
 }
 
 COLORREF CBarGraph::BarColorOf(int day) const {

@@ -4,6 +4,7 @@
 #include <MelkarCommon/frame/graph.h>
 
 namespace melkar {
+struct DayTick;
 struct ScalePixels;
 class CsvRow;
 } // namespace melkar
@@ -65,9 +66,10 @@ public:
     unsigned long GetBarColor2() const { return m_crBar2; }
     void SetBarColor2(unsigned long color) { m_crBar2 = static_cast<COLORREF>(color); }
     static melkar::ClassKeys ProfileKeys();
+    static constexpr int kMostSeries = 10; ///< per day
 
 protected:
-    /// Series per day, within 1 to 10 whatever `m_nSeriesCount` says.
+    /// Series per day, within 1 to `kMostSeries` whatever `m_nSeriesCount` says.
     int SeriesCount() const;
     double FigureOf(int day, int series) const;
     double SumOf(int day) const;           ///< of all series
@@ -87,8 +89,7 @@ protected:
     void DrawTargetLine();
     /// The average's line across the canvas, if it lies on the scale.
     void DrawAverageLine();
-    CString AverageText() const;               ///< label, average and unit
-    void DrawTick(int x, int bottom, int top); ///< of the date strip, upwards from `bottom`
+    CString AverageText() const; ///< label, average and unit
 
     int m_nDefChartMax = 0;
     int m_nDefChartInterval = 0;
@@ -99,9 +100,9 @@ protected:
     double m_dChartInterval = 0; ///< step of the scale in use
     int m_nChartMaxBig = 0;
     int m_nChartIntervalBig = 0;
-    int m_nSeriesCount = 1; ///< at most 10
+    int m_nSeriesCount = 1; ///< at most `kMostSeries`
     int m_bPolyline = 0;    ///< a single series is painted as a line
-    COLORREF m_crSeries[10] = {};
+    COLORREF m_crSeries[kMostSeries] = {};
 
 public:
     /// Bar rectangles of the last painting, index day x series count + series.
@@ -163,8 +164,10 @@ private:
     void DrawFigure(const CString& figure, const RECT& bar);
     int HitTest(CPoint point, int enabled) const;
     void DrawBalloon(CPoint pointer, int bar);
+    int MiddleOf(int day) const; ///< x of the middle of its bar
+    template <class PaintDay> long DrawStrip(PaintDay paintDay);
+    void DrawTick(const melkar::DayTick& tick);
     void DrawTurnedCaption(int day, const CString& caption);
-    void DrawCentredCaption(int day, const CString& caption, int zeroHeight);
     CString PeriodCaption(int day) const;
     bool IsCaptionedByCalendar(int day) const;
 };

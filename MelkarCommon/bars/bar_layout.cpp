@@ -1,7 +1,5 @@
 #include <MelkarCommon/bars/bar_layout.h>
 
-#include <cmath>
-
 namespace melkar {
 
 std::vector<LevelStretch> LevelStretches(const CRect& canvas, const std::vector<std::optional<int>>& heights) {
@@ -30,11 +28,6 @@ int BarAt(const CObArray& bars, int x, int y, int bottom) {
             return i;
     }
     return -1;
-}
-
-TurnedExtent ExtentOf(int width, int height, int escapement) {
-    const double angle = escapement * 3.141592 / 1800;
-    return {width * std::cos(angle) + height * std::sin(angle), height * std::cos(angle) + width * std::sin(angle)};
 }
 
 } // namespace melkar

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <MelkarCommon/frame/legend_layout.h>
+#include <MelkarCommon/api.h>
 #include <MelkarCommon/support/platform/arrays.h>
 #include <MelkarCommon/support/platform/geometry.h>
 
@@ -9,7 +9,7 @@
 #include <vector>
 
 /// @file
-/// Where days and bars stand on the canvas. Device units; divisions truncate towards zero.
+/// Where days, bars and dots stand on the canvas. Device units; divisions truncate towards zero.
 ///
 ///   L                                   R
 ///   |   +---+       +---+               |     slot of a day: an Nth of the canvas
@@ -19,11 +19,6 @@
 
 namespace melkar {
 
-/// A line's legend: its sample ends at the text.
-constexpr LegendSpacing kLineLegend{0, 60};
-/// From the sample of a line's legend to the text of the entry left of it.
-constexpr int kLegendBetween = 20;
-
 /// Left and right of a day's bar.
 struct BarSpan {
     int left;
@@ -32,27 +27,38 @@ struct BarSpan {
     int Middle() const { return (left + right) / 2; }
 };
 
-/// The left edge of a day's slot; of the day behind the last one, the right edge of the canvas.
-inline int SlotLeft(const CRect& canvas, int day, int days) {
-    return canvas.left + static_cast<int>(std::int64_t{canvas.Width()} * day / days);
+/// The left edge of a day's slot; of the day behind the last one, the right edge of the canvas. `days` is at least 1.
+inline int SlotLeft(const CRect& canvas, std::int64_t day, std::int64_t days) {
+    return canvas.left + static_cast<int>(canvas.Width() * day / days);
 }
 
-/// `days` is at least 1.
+/// The width of half a slot.
+inline int HalfSlot(const CRect& canvas, int days) {
+    return static_cast<int>(canvas.Width() / (std::int64_t{2} * days));
+}
+
 inline BarSpan BarOf(const CRect& canvas, int day, int days) {
-    const int width = static_cast<int>(canvas.Width() / (std::int64_t{2} * days));
-    const int left = static_cast<int>(std::int64_t{canvas.Width()} * day / days) + width / 2 + canvas.left;
+    const int width = HalfSlot(canvas, days);
+    const int left = SlotLeft(canvas, day, days) + width / 2;
     return {left, left + width};
 }
+
+/// The middle of a bar's top.
+inline CPoint PeakOf(const RECT& bar) { return {(bar.left + bar.right) / 2, bar.top}; }
 
 /// What a line series keeps of a day: a twentieth of the canvas wide around the slot's middle, without height at `y`.
 inline CRect LineBoxOf(const CRect& canvas, int day, int days, int y) {
     const int width = canvas.Width() / 20;
-    const int left = static_cast<int>(canvas.Width() / (std::int64_t{2} * days) +
-                                      std::int64_t{canvas.Width()} * day / days - width / 2 + canvas.left);
+    const int left = SlotLeft(canvas, day, days) + HalfSlot(canvas, days) - width / 2;
     return {left, y, left + width, y};
 }
-inline CPoint DotOf(const CRect& box) { return {(box.left + box.right) / 2, box.top}; }
-inline int DotRadius(const CRect& box) { return box.Width() / 10; }
+
+/// The dot of a line series, a fifth of its box wide.
+inline CRect DotOf(const CRect& box) {
+    const CPoint centre = PeakOf(box);
+    const int radius = box.Width() / 10;
+    return {centre.x - radius, centre.y - radius, centre.x + radius, centre.y + radius};
+}
 
 /// Neighbouring days at one height: whole slots, `right` that of the first day behind them.
 struct LevelStretch {
@@ -63,17 +69,16 @@ struct LevelStretch {
 
 /// The stretches of a line that has a height of its own for each day, or none. It starts anew behind a day without one
 /// and where the height changes, and nowhere else.
-std::vector<LevelStretch> LevelStretches(const CRect& canvas, const std::vector<std::optional<int>>& heights);
+std::vector<LevelStretch> LevelStretches(const CRect& canvas,
+                                                    const std::vector<std::optional<int>>& heights);
+
+/// The canvas with a margin at the right as wide as the left one, for a scale of its own there.
+constexpr CRect BetweenScales(const CRect& canvas, const CRect& graph) {
+    return {canvas.left, canvas.top, graph.right - (canvas.left - graph.left), canvas.bottom};
+}
 
 /// Index of the bar under a point: the first whose right edge isn't left of it and whose top isn't below it, since a
 /// stack grows upwards; -1 in the gaps, above the bars and from `bottom` down.
-int BarAt(const CObArray& bars, int x, int y, int bottom);
-
-/// How far a text of this size reaches across and down when it is turned by an angle in tenths of a degree.
-struct TurnedExtent {
-    double across;
-    double down;
-};
-TurnedExtent ExtentOf(int width, int height, int escapement);
+MELKAR_API int BarAt(const CObArray& bars, int x, int y, int bottom);
 
 } // namespace melkar

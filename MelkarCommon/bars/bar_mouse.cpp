@@ -1,10 +1,12 @@
 // Clicks and hovering, between two draws, on what the last one left.
 
 #include <MelkarCommon/bars/bar_graph.h>
-#include <MelkarCommon/bars/bar_layout.h>
+#include <MelkarCommon/bars/bar_text_layout.h>
+#include <MelkarCommon/frame/text_limits.h>
 #include <MelkarCommon/support/platform/drawing.h>
 #include <MelkarCommon/support/scoped.h>
 #include <MelkarCommon/support/support.h>
+#include <MelkarCommon/support/text_measure.h>
 
 #include <algorithm>
 #include <climits>
@@ -13,18 +15,7 @@ using melkar::ScopedFont;
 
 namespace {
 
-constexpr int kPointerGap = 3;   ///< from the pointer to the balloon's text
-constexpr int kBalloonRise = 6;  ///< how far the balloon's text ends above the pointer's gap
-constexpr int kBalloonFrame = 3; ///< around the text
-constexpr int kBalloonBytes = 255;
-
 int ToCoordinate(long value) { return static_cast<int>(std::clamp<long>(value, INT_MIN, INT_MAX)); }
-
-/// Size of a text on any surface, in its font.
-CRect Measured(HDC surface, const CString& text, UINT format, CRect box = CRect()) {
-    DrawTextExA(surface, const_cast<char*>(text.GetString()), text.GetLength(), &box, format, nullptr);
-    return box;
-}
 
 } // namespace
 
@@ -65,16 +56,13 @@ void CBarGraph::DrawBalloon(CPoint pointer, int bar) {
     const CString date = m_saDates[bar / SeriesCount()];
     const CString figure = m_saValues[bar];
     const ScopedFont font(surface, ChartFontFor(surface, m_nBalloonSize));
-    const int width =
-        std::max(Measured(surface, date, DT_CALCRECT).Width(), Measured(surface, figure, DT_CALCRECT).Width());
-    const CPoint corner(pointer.x + kPointerGap, pointer.y + kPointerGap);
-    const CString text = Limited(date + "\n" + figure, kBalloonBytes);
-    CRect box = Measured(surface, text, DT_CALCRECT | DT_CENTER, CRect(corner.x, corner.y, corner.x + width, corner.y));
-    box.OffsetRect(0, -(box.Height() + kBalloonRise));
-
-    CRect frame = box;
-    frame.DeflateRect(-kBalloonFrame, -kBalloonFrame);
-    DrawRectangle(surface, frame, m_crBalloon, m_crPen, 1);
+    const auto widthOf = [surface](const CString& line) {
+        return melkar::MeasureText(surface, line, DT_CALCRECT).Width();
+    };
+    const CRect start = melkar::BalloonStart(pointer, std::max(widthOf(date), widthOf(figure)));
+    const CString text = Limited(date + "\n" + figure, melkar::kLabelBytes);
+    const auto balloon = melkar::BalloonOf(melkar::MeasureText(surface, text, DT_CALCRECT | DT_CENTER, start));
+    DrawRectangle(surface, balloon.frame, m_crBalloon, m_crPen, 1);
     SetBkMode(surface, TRANSPARENT);
-    DrawTextExA(surface, const_cast<char*>(text.GetString()), text.GetLength(), &box, DT_CENTER, nullptr);
+    melkar::PaintText(surface, text, balloon.text, DT_CENTER);
 }

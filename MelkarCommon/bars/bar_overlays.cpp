@@ -1,8 +1,9 @@
 // Target and average lines over the bars, each with a legend.
 
 #include <MelkarCommon/bars/bar_graph.h>
-#include <MelkarCommon/bars/bar_layout.h>
+#include <MelkarCommon/bars/bar_text_layout.h>
 #include <MelkarCommon/frame/scale.h>
+#include <MelkarCommon/frame/text_limits.h>
 #include <MelkarCommon/support/numbers.h>
 #include <MelkarCommon/support/platform/drawing.h>
 #include <MelkarCommon/support/scoped.h>
@@ -18,11 +19,8 @@ using melkar::ScopedPen;
 namespace {
 
 constexpr melkar::LegendSpacing kAverageLegend{5, melkar::kLineLegend.sample};
-constexpr int kLegendBytes = 127;
 constexpr int kTopRow = -2; ///< of a thick line, from its height
 constexpr int kBottomRow = 1;
-
-int MiddleOf(const CRect& box) { return (box.top + box.bottom) / 2; }
 
 } // namespace
 
@@ -33,11 +31,11 @@ void CBarGraph::DrawThickLine(int fromX, int toX, int y) {
 
 void CBarGraph::DrawLegendLine(const CRect& text) {
     const CRect sample = melkar::LegendSampleOf(text, melkar::kLineLegend);
-    DrawThickLine(sample.right, sample.left, MiddleOf(sample));
+    DrawThickLine(sample.right, sample.left, melkar::SampleLineY(sample));
 }
 
 void CBarGraph::DrawTargetAverage() {
-    SetBkMode(m_hMemDC, TRANSPARENT);
+    SetBkMode(m_hMemDC, TRANSPARENT); // stays for the steps that follow
     const ScopedFont font(m_hMemDC, ChartFont(m_nTargetSize));
     if (m_bPrintAverage)
         DrawAverage();
@@ -77,7 +75,7 @@ void CBarGraph::DrawTargetLine() {
 CString CBarGraph::AverageText() const {
     CString text;
     text.Format("  %s: %s %s", m_strAverageLabel.GetString(), m_strAverage.GetString(), m_strVAxsLabel.GetString());
-    return Limited(text, kLegendBytes);
+    return Limited(text, melkar::kCaptionBytes);
 }
 
 void CBarGraph::DrawAverage() {
@@ -86,7 +84,7 @@ void CBarGraph::DrawAverage() {
     // In the graph's corner, which on a page of its caller's is not that of the surface.
     const CRect size = MeasureText(text, DT_CALCRECT | DT_SINGLELINE);
     const auto legend = melkar::LegendEntryFrom(m_rcGraph.left, m_rcGraph.top, size, kAverageLegend);
-    DrawThickLine(legend.sample.left, legend.sample.right, MiddleOf(legend.sample));
+    DrawThickLine(legend.sample.left, legend.sample.right, melkar::SampleLineY(legend.sample));
     DrawAverageLine();
     PaintText(text, legend.text, DT_BOTTOM | DT_RIGHT);
 }

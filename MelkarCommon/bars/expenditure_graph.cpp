@@ -1,28 +1,20 @@
 #include <MelkarCommon/bars/expenditure_graph.h>
 
-#include <MelkarCommon/bars/bar_layout.h>
 #include <MelkarCommon/bars/day_file.h>
+#include <MelkarCommon/bars/expenditure_layout.h>
 #include <MelkarCommon/frame/key_table.h>
-#include <MelkarCommon/frame/scale.h>
 #include <MelkarCommon/support/numbers.h>
 #include <MelkarCommon/support/platform/drawing.h>
-#include <MelkarCommon/support/ring_log.h>
 #include <MelkarCommon/support/scoped.h>
 #include <MelkarCommon/support/support.h>
 
-#include <cstdint>
-
 using melkar::CsvRow;
+using melkar::ScopedBkMode;
 using melkar::ScopedFont;
 
 namespace {
 
 constexpr double kInterval = 500.0;
-constexpr double kSampleGap = 3;   ///< from a colour sample to its text
-constexpr int kSquaresBetween = 2; ///< between the texts of two entries, in heights of the right one
-
-/// A square as high as its text.
-melkar::LegendSpacing SquareLegend(const CRect& text) { return {kSampleGap, double(text.Height())}; }
 
 } // namespace
 
@@ -57,26 +49,24 @@ void CExpenditureGraph::ForgetPeriod() {
 }
 
 long CExpenditureGraph::ReadDataFile(char* path) {
-    return melkar::ReadGuarded([&] {
-        melkar::LogText("CExpenditureGraph::ReadDataFile");
-        melkar::DataFile file(path);
-        if (!file.IsOpen())
-            return melkar::kNoFile;
+    enum { Intake = 2, Top = 4, Kept = 5 }; // of the header
+    enum { Total = 2, FirstPart = 3 };      // of a day
+    return melkar::ReadFile("CExpenditureGraph::ReadDataFile", path, [this](melkar::DataFile& file) {
         ForgetPeriod();
         file.Head(melkar::kHeadLimit);
         const CsvRow& header = file.Head(melkar::kHeadLimit);
         TakeHeaderFields(header);
-        m_strAverageIntake = header.Field(2);
+        m_strAverageIntake = header.Field(Intake);
         m_strAverage = "";
         m_nChartMin = 0;
         m_dChartInterval = kInterval;
-        m_nChartMax = header.IntField(4);
-        m_nHeaderField5 = header.IntField(5);
+        m_nChartMax = header.IntField(Top);
+        m_nHeaderField5 = header.IntField(Kept);
         RepairChartMax();
         return melkar::ReadDays(file, [this](const CsvRow& row) {
             const bool hasFigures = AddDay(row);
-            const double rest = double(row.IntField(2)) - row.IntField(3);
-            m_saValues.Add(hasFigures ? row.Field(3) : CString());
+            const double rest = double(row.IntField(Total)) - row.IntField(FirstPart);
+            m_saValues.Add(hasFigures ? row.Field(FirstPart) : CString());
             m_saValues.Add(hasFigures ? melkar::FormatFixed(rest, 0) : CString());
         });
     });
@@ -103,14 +93,13 @@ long CExpenditureGraph::DrawAverageIntake() {
     const double intake = melkar::ToDouble(m_strAverageIntake);
     if (!left.scale.Holds(intake))
         return 0;
-    const int height = m_nChartMax == 0 ? 0 : melkar::Truncate(left.Height() * intake) / m_nChartMax;
-    m_rcIntake = CRect(m_rcCanvas.left, m_rcCanvas.bottom - height, m_rcCanvas.right, m_rcCanvas.bottom);
+    m_rcIntake = melkar::IntakeBandOf(m_rcCanvas, left, intake);
     DrawRectangle(m_hMemDC, m_rcIntake, m_crIntake, m_crIntake, 1);
 
-    // In the right margin, from the band's top down; it wraps there.
     const ScopedFont font(m_hMemDC, ChartFont(m_nIntakeSize));
-    const CRect margin(m_rcCanvas.right, m_rcIntake.top, m_rcGraph.right, m_rcIntake.top);
-    const CRect box = MeasureText(m_strAverageIntakeLabel, DT_EDITCONTROL | DT_CALCRECT | DT_WORDBREAK, margin);
+    const ScopedBkMode transparent(m_hMemDC, TRANSPARENT);
+    const CRect start = melkar::IntakeLabelStart(m_rcIntake, m_rcGraph.right);
+    const CRect box = MeasureText(m_strAverageIntakeLabel, DT_EDITCONTROL | DT_CALCRECT | DT_WORDBREAK, start);
     PaintText(m_strAverageIntakeLabel, box, DT_EDITCONTROL | DT_WORDBREAK);
     return 0;
 }
@@ -119,23 +108,18 @@ void CExpenditureGraph::DrawSecExs() {
     const ScopedFont font(m_hMemDC, ChartFont(m_nTargetSize));
     if (!m_bPrintTarget) // nothing has placed the box that this row goes by
         CalcTargetRect();
-    const CRect whole = MeasureText(m_strEx1Label, DT_CALCRECT);
-    const CRect part = MeasureText(m_strEx2Label, DT_CALCRECT);
-    const int right = melkar::LegendSampleOf(m_rcTarget, melkar::kLineLegend).left - melkar::kLegendBetween;
-    const auto entry2 = melkar::LegendEntryTo(right, m_rcTarget.top, part, SquareLegend(part));
-    const auto entry1 = melkar::LegendEntryTo(entry2.text.left - kSquaresBetween * part.Height(), m_rcTarget.top, whole,
-                                              SquareLegend(whole));
-    m_rcEx1 = entry1.text;
-    m_rcEx2 = entry2.text;
+    const ScopedBkMode transparent(m_hMemDC, TRANSPARENT);
+    const auto legend = melkar::PartsLegendOf(m_rcTarget, MeasureText(m_strEx1Label, DT_CALCRECT),
+                                              MeasureText(m_strEx2Label, DT_CALCRECT));
+    m_rcEx1 = legend.whole.text;
+    m_rcEx2 = legend.part.text;
     PaintText(m_strEx1Label, m_rcEx1, DT_RIGHT);
     PaintText(m_strEx2Label, m_rcEx2, DT_RIGHT);
 
     const auto drawSample = [this](const CRect& sample, COLORREF color) {
         DrawRectangle(m_hMemDC, sample, color, color, 1);
     };
-    CRect beside = entry1.sample; // the legend of both parts has a square for each
-    beside.OffsetRect(-beside.Width(), 0);
-    drawSample(entry1.sample, m_crSeries[1]);
-    drawSample(entry2.sample, m_crSeries[1]);
-    drawSample(beside, m_crSeries[0]);
+    drawSample(legend.whole.sample, m_crSeries[1]);
+    drawSample(legend.part.sample, m_crSeries[1]);
+    drawSample(legend.besideWhole, m_crSeries[0]);
 }

@@ -1,6 +1,6 @@
 #include <MelkarCommon/bars/line_graph.h>
 
-#include <MelkarCommon/bars/bar_layout.h>
+#include <MelkarCommon/bars/bar_text_layout.h>
 #include <MelkarCommon/frame/day_status.h>
 #include <MelkarCommon/frame/key_table.h>
 #include <MelkarCommon/frame/scale.h>
@@ -20,8 +20,9 @@ using melkar::ScopedPen;
 
 namespace {
 
-constexpr int kMostLines = 10;
-constexpr int kLabelGap = 5; ///< between the canvas and a label of the right scale
+constexpr int kDownwards = 2700;    ///< tenths of a degree
+constexpr double kLabelShare = 0.1; ///< of its height, from the label of the right scale to the edge of the graph
+constexpr double kLabelGap = 5;     ///< and so many pixels
 
 } // namespace
 
@@ -71,10 +72,9 @@ int CLineGraph::ResetGraphMeasure() {
     return 0;
 }
 
-/// The right margin is as wide as the left one.
 void CLineGraph::SetCanvasRect() {
     CBarGraph::SetCanvasRect();
-    m_rcCanvas.right = m_rcGraph.right - (m_rcCanvas.left - m_rcGraph.left);
+    m_rcCanvas = melkar::BetweenScales(m_rcCanvas, m_rcGraph);
 }
 
 int CLineGraph::LineCount() const { return std::clamp(m_nLineCount, 0, kMostLines); }
@@ -116,12 +116,11 @@ void CLineGraph::DrawDot(int day, int line) {
     const ScopedPen pen(m_hMemDC, PS_SOLID, 1, m_crLine[line]);
     const ScopedBrush brush(m_hMemDC, m_crLine[line]);
     const CRect box = *m_oaLineRects[day * LineCount() + line];
-    const CPoint dot = melkar::DotOf(box);
-    const int radius = melkar::DotRadius(box);
-    Pie(m_hMemDC, dot.x - radius, dot.y - radius, dot.x + radius, dot.y + radius, dot.x - radius, dot.y - radius,
-        dot.x - radius, dot.y - radius);
+    const CRect dot = melkar::DotOf(box);
+    Pie(m_hMemDC, dot.left, dot.top, dot.right, dot.bottom, dot.left, dot.top, dot.left, dot.top);
     if (day > 0 && HasDot(day - 1, line))
-        DrawLine(m_hMemDC, dot, melkar::DotOf(*m_oaLineRects[(day - 1) * LineCount() + line]), nullptr);
+        DrawLine(m_hMemDC, melkar::PeakOf(box), melkar::PeakOf(*m_oaLineRects[(day - 1) * LineCount() + line]),
+                 nullptr);
 }
 
 long CLineGraph::DrawCanvasMeasure() {
@@ -136,7 +135,7 @@ long CLineGraph::DrawCanvasMeasure() {
         std::vector<melkar::ScaleStep> steps = ScaleSteps(RightScale(), m_nLineDecimals);
         if (m_bCoach)
             std::erase_if(steps, [](const melkar::ScaleStep& step) { return step.even; });
-        DrawRightLabels(steps, kLabelGap);
+        DrawRightLabels(steps, melkar::kScaleGap);
     }
     DrawVLineAxsLabel();
     return 0;
@@ -144,13 +143,14 @@ long CLineGraph::DrawCanvasMeasure() {
 
 long CLineGraph::DrawVLineAxsLabel() {
     if (m_bLines)
-        DrawDownwardLabel(m_strVLineAxsLabel, 0.1, 5.0);
+        DrawDownwardLabel(m_strVLineAxsLabel, kLabelShare, kLabelGap);
     return 0;
 }
 
 void CLineGraph::DrawDownwardLabel(const CString& text, double share, double gap) {
-    const ScopedFont font(m_hMemDC, ChartFont(m_nVMeasureLabelSize, 2700));
+    const ScopedFont font(m_hMemDC, ChartFont(m_nVMeasureLabelSize, kDownwards));
+    const melkar::ScopedBkMode transparent(m_hMemDC, TRANSPARENT);
     const CRect size = MeasureText(text, DT_CALCRECT | DT_BOTTOM);
-    TextOutA(m_hMemDC, melkar::Truncate(m_rcGraph.right - size.Height() * share - gap),
-             (m_rcCanvas.bottom + m_rcCanvas.top - size.Width()) / 2, text, text.GetLength());
+    const CPoint start = melkar::DownwardLabelStart(m_rcCanvas, m_rcGraph.right, size, share, gap);
+    TextOutA(m_hMemDC, start.x, start.y, text, text.GetLength());
 }

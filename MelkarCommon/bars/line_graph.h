@@ -21,9 +21,10 @@ public:
     int ResetGraphMeasure() override; ///< both scales; the bottom of the right one stays
     virtual long DrawVLineAxsLabel(); ///< label of the right scale, reading downwards. @return 0
     static melkar::ClassKeys ProfileKeys();
+    static constexpr int kMostLines = 10; ///< per day
 
 protected:
-    int LineCount() const; ///< lines per day, within 0 to 10 whatever `m_nLineCount` says
+    int LineCount() const; ///< lines per day, within 0 to `kMostLines` whatever `m_nLineCount` says
     /// A text turned to read downwards, centred along the canvas, `gap` pixels and `share` of its height left of the
     /// graph's right edge.
     void DrawDownwardLabel(const CString& text, double share, double gap);
@@ -36,8 +37,8 @@ public:
     CStringArray m_saLineValues;
 
 protected:
-    COLORREF m_crLine[10] = {};
-    COLORREF m_crLineTarget[10] = {};
+    COLORREF m_crLine[kMostLines] = {};
+    COLORREF m_crLineTarget[kMostLines] = {};
     int m_nDefLineMax = 0;
     int m_nDefLineInterval = 0;
     int m_nDefLineMaxBig = 0;

@@ -2,10 +2,8 @@
 
 #include <MelkarCommon/bars/day_file.h>
 #include <MelkarCommon/frame/key_table.h>
-#include <MelkarCommon/frame/legend_layout.h>
 #include <MelkarCommon/support/numbers.h>
 #include <MelkarCommon/support/platform/drawing.h>
-#include <MelkarCommon/support/ring_log.h>
 #include <MelkarCommon/support/scoped.h>
 #include <MelkarCommon/support/support.h>
 
@@ -20,12 +18,8 @@ using melkar::Truncate;
 
 namespace {
 
-constexpr int kScaleGap = 2; ///< between the canvas and a label of the right scale
-
-// Of the legend row, in heights of its texts
-constexpr double kLegendRise = 1.2; ///< from the canvas up to the top of the row
-constexpr double kLegendGap = 0.5;  ///< from a sample to its text
-constexpr double kLineSample = 2.0; ///< width of the line's sample; a square is as wide as high
+constexpr int kWeightScaleGap = 2;  ///< between the canvas and a label of the right scale
+constexpr double kLabelShare = 0.2; ///< of its height, from the label of the right scale to the edge of the graph
 
 } // namespace
 
@@ -55,11 +49,9 @@ long CSimulation::ReadIniFile(char* path) {
 melkar::ClassKeys CSimulation::ProfileKeys() { return {"CSimulation", melkar::InfoOf(KeyRows::rows)}; }
 
 long CSimulation::ReadWeightDataFile(char* path) {
-    return melkar::ReadGuarded([&] {
-        melkar::LogText("CSimulation::ReadWeightDataFile");
-        melkar::DataFile file(path);
-        if (!file.IsOpen())
-            return melkar::kNoFile;
+    enum { Start, Highest, Kept, Lowest }; // of the header
+    enum { Date, Weight, TargetWeight };   // of a slot
+    return melkar::ReadFile("CSimulation::ReadWeightDataFile", path, [this](melkar::DataFile& file) {
         m_saTargetWeights.RemoveAll();
         m_saWeights.RemoveAll();
         m_saWeightDates.RemoveAll();
@@ -67,14 +59,14 @@ long CSimulation::ReadWeightDataFile(char* path) {
         const CsvRow& header = file.Head(melkar::kHeadLimit);
         if (!file.HasHead())
             return melkar::kNoDays; // an empty file says nothing of the scale
-        m_strWeightStart = header.Field(0);
-        m_strWeightField2 = header.Field(2);
-        if (!SetWeightScale(header.IntField(1), header.IntField(3)))
+        m_strWeightStart = header.Field(Start);
+        m_strWeightField2 = header.Field(Kept);
+        if (!SetWeightScale(header.IntField(Highest), header.IntField(Lowest)))
             return melkar::kReadFailed;
         return melkar::ReadDays(file, [this](const CsvRow& row) {
-            m_saWeightDates.Add(row.Field(0));
-            m_saWeights.Add(row.Field(1));
-            m_saTargetWeights.Add(row.Field(2));
+            m_saWeightDates.Add(row.Field(Date));
+            m_saWeights.Add(row.Field(Weight));
+            m_saTargetWeights.Add(row.Field(TargetWeight));
         });
     });
 }
@@ -140,49 +132,43 @@ void CSimulation::DrawWeightSquare(int row) {
     const double weight = ToDouble(m_saWeights[row]);
     if (!(weight >= m_nWeightMin))
         return;
-    const int half = m_rcCanvas.Width() / 100;
-    const int x = melkar::WeightX(m_rcCanvas, row, m_saWeights.GetSize());
-    const int y = melkar::WeightY(WeightScale(), weight);
+    const CPoint centre(melkar::WeightX(m_rcCanvas, row, m_saWeights.GetSize()),
+                        melkar::WeightY(WeightScale(), weight));
     const bool isAbove = Truncate(ToDouble(m_saTargetWeights[row])) < weight;
     const COLORREF color = isAbove ? m_crOverweight : m_crUnderweight;
-    DrawRectangle(m_hMemDC, CRect(x - half, y - half, x + half, y + half), color, color, 1);
+    DrawRectangle(m_hMemDC, melkar::WeightSquareOf(m_rcCanvas, centre), color, color, 1);
 }
 
 long CSimulation::DrawCanvas() {
     CBarGraph::DrawCanvas();
-    SetBkMode(m_hMemDC, TRANSPARENT);
+    SetBkMode(m_hMemDC, TRANSPARENT); // stays for the steps that follow
     {
         const ScopedFont font(m_hMemDC, ChartFont(m_nVMeasureLabelSize));
         std::vector<melkar::ScaleStep> steps = ScaleSteps(WeightScale(), 0);
         std::reverse(steps.begin(), steps.end()); // from the top down
-        DrawRightLabels(steps, kScaleGap);
+        DrawRightLabels(steps, kWeightScaleGap);
     }
-    DrawDownwardLabel(m_strWeightLabel, 0.2, 0.0);
+    DrawDownwardLabel(m_strWeightLabel, kLabelShare, 0.0);
     return 0;
 }
 
-/// Text and sample of one entry, a text height left of `right`. @return the left edge of the sample
-int CSimulation::DrawLegendSquare(const CString& text, int right, int top, COLORREF color) {
-    const CRect size = MeasureText(text, DT_CALCRECT);
-    const double height = size.Height();
-    const auto entry = melkar::LegendEntryTo(right - size.Height(), top, size, {kLegendGap * height, height});
+void CSimulation::DrawLegendSquare(const CString& text, const melkar::LegendEntry& entry, COLORREF color) {
     PaintText(text, entry.text, DT_LEFT);
     DrawRectangle(m_hMemDC, entry.sample, color, color, 1);
-    return entry.sample.left;
 }
 
-/// From right to left, all at the height of the first.
 void CSimulation::DrawSecExs() {
     const ScopedFont font(m_hMemDC, ChartFont(m_nTargetSize));
-    const CRect size = MeasureText(m_strTargetWeightLabel, DT_CALCRECT);
-    const double height = size.Height();
-    const int top = Truncate(m_rcCanvas.top - height * kLegendRise);
-    const auto line = melkar::LegendEntryTo(m_rcCanvas.right, top, size, {kLegendGap * height, kLineSample * height});
-    PaintText(m_strTargetWeightLabel, line.text, DT_LEFT);
+    const melkar::ScopedBkMode transparent(m_hMemDC, TRANSPARENT);
+    const auto sizeOf = [this](const CString& text) { return MeasureText(text, DT_CALCRECT); };
+    const auto legend = melkar::PlanLegendOf(m_rcCanvas, sizeOf(m_strTargetWeightLabel), sizeOf(m_strWeightLabel),
+                                             sizeOf(m_strVAxsLabel));
+    PaintText(m_strTargetWeightLabel, legend.line.text, DT_LEFT);
     {
         const ScopedPen pen(m_hMemDC, PS_SOLID, 1, m_crTargetWeight);
-        DrawThickLine(line.sample.left, line.sample.right, (line.text.top + line.text.bottom) / 2);
+        const CRect& sample = legend.line.sample;
+        DrawThickLine(sample.left, sample.right, melkar::SampleLineY(sample));
     }
-    const int weightLeft = DrawLegendSquare(m_strWeightLabel, line.sample.left, top, m_crOverweight);
-    DrawLegendSquare(m_strVAxsLabel, weightLeft, top, m_crBar);
+    DrawLegendSquare(m_strWeightLabel, legend.weight, m_crOverweight);
+    DrawLegendSquare(m_strVAxsLabel, legend.bars, m_crBar);
 }

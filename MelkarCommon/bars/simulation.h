@@ -47,5 +47,5 @@ private:
     melkar::ScalePixels WeightScale() const;
     void DrawTargetStroke(int row);
     void DrawWeightSquare(int row);
-    int DrawLegendSquare(const CString& text, int right, int top, COLORREF color);
+    void DrawLegendSquare(const CString& text, const melkar::LegendEntry& entry, COLORREF color);
 };

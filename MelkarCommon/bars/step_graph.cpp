@@ -1,9 +1,8 @@
 #include <MelkarCommon/bars/step_graph.h>
 
-#include <MelkarCommon/bars/bar_layout.h>
+#include <MelkarCommon/bars/bar_text_layout.h>
 #include <MelkarCommon/bars/day_file.h>
 #include <MelkarCommon/support/platform/drawing.h>
-#include <MelkarCommon/support/ring_log.h>
 #include <MelkarCommon/support/scoped.h>
 
 using melkar::CsvRow;
@@ -21,23 +20,21 @@ CStepGraph::CStepGraph(HWND window, HDC dc, const char* section, HDC shared, HDC
 }
 
 long CStepGraph::ReadDataFile(char* path) {
-    return melkar::ReadGuarded([&] {
-        melkar::LogText("CStepGraph::ReadDataFile");
-        melkar::DataFile file(path);
-        if (!file.IsOpen())
-            return melkar::kNoFile;
+    enum { Top = 7, Average = 9 }; // of the header
+    enum { Steps = 4 };            // of a day
+    return melkar::ReadFile("CStepGraph::ReadDataFile", path, [this](melkar::DataFile& file) {
         ForgetDays();
         file.Head(melkar::kHeadLimit);
         const CsvRow& header = file.Head(melkar::kHeadLimit);
         TakeHeaderFields(header);
         m_nChartMin = 0;
         m_dChartInterval = kInterval;
-        m_nChartMax = header.IntField(7);
+        m_nChartMax = header.IntField(Top);
         RepairChartMax();
-        m_strAverage = header.Field(9);
+        m_strAverage = header.Field(Average);
         return melkar::ReadDays(file, [this](const CsvRow& row) {
             const bool hasFigures = AddDay(row);
-            m_saValues.Add(hasFigures ? row.Field(4) : CString());
+            m_saValues.Add(hasFigures ? row.Field(Steps) : CString());
         });
     });
 }

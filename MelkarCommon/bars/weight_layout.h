@@ -1,5 +1,6 @@
 #pragma once
 
+#include <MelkarCommon/frame/legend_layout.h>
 #include <MelkarCommon/frame/scale.h>
 #include <MelkarCommon/support/platform/geometry.h>
 
@@ -8,10 +9,10 @@
 /// @file
 /// The weight plan: its scale, which shares the grid lines of the left one, and where its figures stand.
 ///
-///   |  72 -- 1000 |     as many steps as the left scale has,
-///   |  69 --  800 |     each a whole number of kilograms,
-///   |  66 --  600 |     the top a little above the highest weight
-///   |  ...        |
+///        [] bars   [] weight   ==== target       from right to left, all at the top of the first
+///   1000 +---------------------------------+ 72   as many steps as the left scale has,
+///    800 |   []       ____________---------| 69   each a whole number of kilograms,
+///    600 |_______-----        []           | 66   the top a little above the highest weight
 
 namespace melkar {
 
@@ -20,7 +21,7 @@ namespace melkar {
 /// negative. Nothing if there is a range but no step to divide it into.
 std::optional<Scale> WeightScaleFor(int highest, int lowest, int steps);
 
-/// Centre of row `row` of `rows`.
+/// x of the centre of row `row` of `rows`.
 int WeightX(const CRect& canvas, int row, int rows);
 
 /// y of the target line: bottom - trunc((target - min) x height) / (max - min), the last division between integers. It
@@ -29,5 +30,20 @@ int TargetWeightY(const ScalePixels& on, double target);
 
 /// y of a measured weight, cut to whole kilograms and kept on the canvas.
 int WeightY(const ScalePixels& on, double weight);
+
+/// The square of a measured weight, a fiftieth of the canvas wide.
+inline CRect WeightSquareOf(const CRect& canvas, const CPoint& centre) {
+    const int half = canvas.Width() / 100;
+    return {centre.x - half, centre.y - half, centre.x + half, centre.y + half};
+}
+
+struct PlanLegend {
+    LegendEntry line;   ///< the target weight
+    LegendEntry weight; ///< a square as wide as high, like that of the bars
+    LegendEntry bars;
+};
+
+/// Each entry a text height left of the one at its right.
+PlanLegend PlanLegendOf(const CRect& canvas, const CRect& lineSize, const CRect& weightSize, const CRect& barsSize);
 
 } // namespace melkar

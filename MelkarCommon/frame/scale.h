@@ -27,6 +27,7 @@ struct Scale {
 };
 
 constexpr double kStepOfNone = 10.0; ///< of a scale whose profile gives it no step above 0
+constexpr int kScaleGap = 5;         ///< between the canvas and a label of its scale
 
 /// A scale, and the rows of a canvas that it stands on.
 struct ScalePixels {

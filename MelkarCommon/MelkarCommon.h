@@ -5,6 +5,7 @@
 
 #include <MelkarCommon/bars/activity_cal_graph.h>
 #include <MelkarCommon/bars/bar_graph.h>
+#include <MelkarCommon/bars/bar_layout.h>
 #include <MelkarCommon/bars/expenditure_graph.h>
 #include <MelkarCommon/bars/line_graph.h>
 #include <MelkarCommon/bars/simulation.h>
@@ -19,9 +20,12 @@
 #include <MelkarCommon/declarative/plot.h>
 #include <MelkarCommon/declarative/plot_graph.h>
 #include <MelkarCommon/frame/cycle.h>
+#include <MelkarCommon/frame/data_file.h>
 #include <MelkarCommon/frame/day_status.h>
 #include <MelkarCommon/frame/graph.h>
+#include <MelkarCommon/frame/legend_layout.h>
 #include <MelkarCommon/frame/results.h>
+#include <MelkarCommon/frame/scale.h>
 #include <MelkarCommon/gauges/bmi_graph_base.h>
 #include <MelkarCommon/gauges/bmi_graph_eng.h>
 #include <MelkarCommon/gauges/himand_graph.h>

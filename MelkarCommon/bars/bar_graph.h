@@ -156,18 +156,18 @@ protected:
 private:
     struct KeyRows;
     struct Steps;
-    void DrawStackedBars();
-    void DrawSingleBars();
-    void DrawPolyline(int day);
-    COLORREF BarColorOf(int day) const;
-    CString FigureText(int day) const;
-    void DrawFigure(const CString& figure, const RECT& bar);
-    int HitTest(CPoint point, int enabled) const;
-    void DrawBalloon(CPoint pointer, int bar);
-    int MiddleOf(int day) const; ///< x of the middle of its bar
+    MELKAR_LOCAL void DrawStackedBars();
+    MELKAR_LOCAL void DrawSingleBars();
+    MELKAR_LOCAL void DrawPolyline(int day);
+    MELKAR_LOCAL COLORREF BarColorOf(int day) const;
+    MELKAR_LOCAL CString FigureText(int day) const;
+    MELKAR_LOCAL void DrawFigure(const CString& figure, const RECT& bar);
+    MELKAR_LOCAL int HitTest(CPoint point, int enabled) const;
+    MELKAR_LOCAL void DrawBalloon(CPoint pointer, int bar);
+    MELKAR_LOCAL int MiddleOf(int day) const; ///< x of the middle of its bar
     template <class PaintDay> long DrawStrip(PaintDay paintDay);
-    void DrawTick(const melkar::DayTick& tick);
-    void DrawTurnedCaption(int day, const CString& caption);
-    CString PeriodCaption(int day) const;
-    bool IsCaptionedByCalendar(int day) const;
+    MELKAR_LOCAL void DrawTick(const melkar::DayTick& tick);
+    MELKAR_LOCAL void DrawTurnedCaption(int day, const CString& caption);
+    MELKAR_LOCAL CString PeriodCaption(int day) const;
+    MELKAR_LOCAL bool IsCaptionedByCalendar(int day) const;
 };

@@ -69,7 +69,7 @@ struct LevelStretch {
 
 /// The stretches of a line that has a height of its own for each day, or none. It starts anew behind a day without one
 /// and where the height changes, and nowhere else.
-std::vector<LevelStretch> LevelStretches(const CRect& canvas,
+MELKAR_API std::vector<LevelStretch> LevelStretches(const CRect& canvas,
                                                     const std::vector<std::optional<int>>& heights);
 
 /// The canvas with a margin at the right as wide as the left one, for a scale of its own there.

@@ -61,8 +61,8 @@ protected:
 
 private:
     struct KeyRows;
-    melkar::ScalePixels RightScale() const;
-    const CString& LineValue(int day, int line) const;
-    bool HasDot(int day, int line) const;
-    void DrawDot(int day, int line);
+    MELKAR_LOCAL melkar::ScalePixels RightScale() const;
+    MELKAR_LOCAL const CString& LineValue(int day, int line) const;
+    MELKAR_LOCAL bool HasDot(int day, int line) const;
+    MELKAR_LOCAL void DrawDot(int day, int line);
 };

@@ -43,9 +43,9 @@ protected:
 private:
     struct KeyRows;
     struct Steps;
-    bool SetWeightScale(int highest, int lowest);
-    melkar::ScalePixels WeightScale() const;
-    void DrawTargetStroke(int row);
-    void DrawWeightSquare(int row);
-    void DrawLegendSquare(const CString& text, const melkar::LegendEntry& entry, COLORREF color);
+    MELKAR_LOCAL bool SetWeightScale(int highest, int lowest);
+    MELKAR_LOCAL melkar::ScalePixels WeightScale() const;
+    MELKAR_LOCAL void DrawTargetStroke(int row);
+    MELKAR_LOCAL void DrawWeightSquare(int row);
+    MELKAR_LOCAL void DrawLegendSquare(const CString& text, const melkar::LegendEntry& entry, COLORREF color);
 };

@@ -21,5 +21,5 @@ protected:
     CRect m_rcAverage; ///< box of the average legend
 
 private:
-    void LayAverageLegend(int right);
+    MELKAR_LOCAL void LayAverageLegend(int right);
 };

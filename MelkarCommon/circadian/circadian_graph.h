@@ -112,17 +112,17 @@ private:
     friend class CWeeklyCircadian; // resets its days and asks for their language
     struct KeyRows;
 
-    void DrawContent();
-    CRect MeasureClassLabel(const CString& label) const;
-    void DrawGridLines();
-    void DrawHours();
-    void DrawHour(int hour);
-    CString SummaryText() const;
-    CString ExerciseText() const;
-    void DrawLevelFigures();
-    void DrawMinuteScale();
-    CRect DrawMinute(int minutes, int x);
-    void DrawScaleCaptions(const CRect& lastFigure);
-    void DrawLevelBar(int level);
-    COLORREF ClassColorOf(int level) const;
+    MELKAR_LOCAL void DrawContent();
+    MELKAR_LOCAL CRect MeasureClassLabel(const CString& label) const;
+    MELKAR_LOCAL void DrawGridLines();
+    MELKAR_LOCAL void DrawHours();
+    MELKAR_LOCAL void DrawHour(int hour);
+    MELKAR_LOCAL CString SummaryText() const;
+    MELKAR_LOCAL CString ExerciseText() const;
+    MELKAR_LOCAL void DrawLevelFigures();
+    MELKAR_LOCAL void DrawMinuteScale();
+    MELKAR_LOCAL CRect DrawMinute(int minutes, int x);
+    MELKAR_LOCAL void DrawScaleCaptions(const CRect& lastFigure);
+    MELKAR_LOCAL void DrawLevelBar(int level);
+    MELKAR_LOCAL COLORREF ClassColorOf(int level) const;
 };

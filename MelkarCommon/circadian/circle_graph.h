@@ -57,8 +57,8 @@ protected:
 
 private:
     struct KeyRows;
-    long DrawArrangement(const CRect& area, int isSeparate);
-    void TakeShares(const melkar::ClassFigures& shares);
-    void DrawSlice(CPoint from, CPoint to, double share, COLORREF color);
-    int WidestOf(const CString (&texts)[3]) const;
+    MELKAR_LOCAL long DrawArrangement(const CRect& area, int isSeparate);
+    MELKAR_LOCAL void TakeShares(const melkar::ClassFigures& shares);
+    MELKAR_LOCAL void DrawSlice(CPoint from, CPoint to, double share, COLORREF color);
+    MELKAR_LOCAL int WidestOf(const CString (&texts)[3]) const;
 };

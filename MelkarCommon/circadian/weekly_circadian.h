@@ -84,12 +84,12 @@ protected:
     HDC m_hGMemDCBalloon = nullptr;
 
 private:
-    CWeeklyCircadian(HWND window, HDC dc, const char* section, HDC shared, HDC second, HDC balloon,
-                     const melkar::SharedProfile& profileOfAll);
-    long ReadScreenWeek(const char* file);
-    long ReadPrintWeeks(const char* file, int page);
-    void TakeBounds(const melkar::CsvRow& header);
-    long ReadPrintDays(melkar::DataFile& file, int page);
-    bool TakeHeader(const melkar::CsvRow& header);
-    void TakeDay(int day, melkar::DayRecord& record);
+    MELKAR_LOCAL CWeeklyCircadian(HWND window, HDC dc, const char* section, HDC shared, HDC second, HDC balloon,
+                                  const melkar::SharedProfile& profileOfAll);
+    MELKAR_LOCAL long ReadScreenWeek(const char* file);
+    MELKAR_LOCAL long ReadPrintWeeks(const char* file, int page);
+    MELKAR_LOCAL void TakeBounds(const melkar::CsvRow& header);
+    MELKAR_LOCAL long ReadPrintDays(melkar::DataFile& file, int page);
+    MELKAR_LOCAL bool TakeHeader(const melkar::CsvRow& header);
+    MELKAR_LOCAL void TakeDay(int day, melkar::DayRecord& record);
 };

@@ -46,8 +46,8 @@ protected:
 
 private:
     struct KeyRows;
-    void CalcSum();
-    CRect CalcLabelRect(CPoint outer, CPoint centre, int size) const;
-    std::vector<double> Values() const;
-    void DrawSlice(const melkar::PieSquare& pie, const melkar::PieSlice& slice);
+    MELKAR_LOCAL void CalcSum();
+    MELKAR_LOCAL CRect CalcLabelRect(CPoint outer, CPoint centre, int size) const;
+    MELKAR_LOCAL std::vector<double> Values() const;
+    MELKAR_LOCAL void DrawSlice(const melkar::PieSquare& pie, const melkar::PieSlice& slice);
 };

@@ -181,10 +181,10 @@ protected:
 
 private:
     struct KeyRows;
-    void DrawPanel();
-    void DrawLeftScale(const CRect& graph);
-    void DrawRightScale(const CRect& graph);
-    void DrawBottomScale(const CRect& graph);
-    void DrawVFigures(const CRect& scale, double step, const melkar::ScaleLook& look);
-    void DrawUpwardCaption(const CRect& strip, const CString& caption, int fontHeight);
+    MELKAR_LOCAL void DrawPanel();
+    MELKAR_LOCAL void DrawLeftScale(const CRect& graph);
+    MELKAR_LOCAL void DrawRightScale(const CRect& graph);
+    MELKAR_LOCAL void DrawBottomScale(const CRect& graph);
+    MELKAR_LOCAL void DrawVFigures(const CRect& scale, double step, const melkar::ScaleLook& look);
+    MELKAR_LOCAL void DrawUpwardCaption(const CRect& strip, const CString& caption, int fontHeight);
 };

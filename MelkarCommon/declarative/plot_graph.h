@@ -40,6 +40,7 @@ protected:
     std::vector<CPlot> m_vecPlots; ///< in the order of adding
 
 private:
-    CPoint PositionOf(const CRect& graph, const CPlot& plot);
-    void DrawJoin(const CPoint& from, int fromSize, const CPoint& to, int toSize, int endHead, int startHead);
+    MELKAR_LOCAL CPoint PositionOf(const CRect& graph, const CPlot& plot);
+    MELKAR_LOCAL void DrawJoin(const CPoint& from, int fromSize, const CPoint& to, int toSize, int endHead,
+                               int startHead);
 };

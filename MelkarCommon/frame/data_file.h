@@ -12,7 +12,7 @@
 
 namespace melkar {
 
-class DataFile {
+class MELKAR_API DataFile {
 public:
     /// A file that can't be opened leaves a line in the log that names it.
     explicit DataFile(const char* path);

@@ -261,6 +261,8 @@ HFONT CGraph::ChartFontFor(HDC surface, int size, int escapement) const {
     return melkar::MakeChartFont(surface, size, m_nCharset, m_strFont, escapement);
 }
 
+HFONT CGraph::PlainFont(int size, int escapement) const { return PlainFont(size, escapement, FW_NORMAL, m_strFont); }
+
 HFONT CGraph::PlainFont(int size, int escapement, int weight, const CString& face) const {
     const int points = std::clamp(size, -melkar::kMostPoints, melkar::kMostPoints);
     return melkar::MakeFont(MulDiv(points, GetDeviceCaps(m_hMemDC, LOGPIXELSY), 72), weight, m_nCharset, face,

@@ -106,7 +106,7 @@ protected:
     HFONT ChartFont(int size, int escapement = 0) const { return ChartFontFor(m_hMemDC, size, escapement); }
     HFONT ChartFontFor(HDC surface, int size, int escapement = 0) const;
     /// The same with the size taken as it is: 0 gives the height of a new surface's font.
-    HFONT PlainFont(int size, int escapement = 0) const { return PlainFont(size, escapement, FW_NORMAL, m_strFont); }
+    HFONT PlainFont(int size, int escapement = 0) const;
     /// The size of a text on the working surface in its font, from `box`'s left and top on.
     CRect MeasureText(const CString& text, UINT format, CRect box = CRect()) const;
     void PaintText(const CString& text, CRect box, UINT format) const;
@@ -183,11 +183,11 @@ protected:
 private:
     struct KeyRows;
 
-    bool PrepareSurface(const CRect& area);
-    void FreeSurface();
-    void JudgeStatuses();
-    void PaintMessage(const CString& message, COLORREF color);
-    HFONT PlainFont(int size, int escapement, int weight, const CString& face) const;
+    MELKAR_LOCAL bool PrepareSurface(const CRect& area);
+    MELKAR_LOCAL void FreeSurface();
+    MELKAR_LOCAL void JudgeStatuses();
+    MELKAR_LOCAL void PaintMessage(const CString& message, COLORREF color);
+    MELKAR_LOCAL HFONT PlainFont(int size, int escapement, int weight, const CString& face) const;
 
     bool m_ownsMemDC = false; ///< the working surface is the graph's, not the caller's
 };

@@ -12,6 +12,6 @@ public:
     long DrawValue() override;
 
 private:
-    void DrawBar(const CRect& bar);
-    void WriteFigure(const CRect& band, int end);
+    MELKAR_LOCAL void DrawBar(const CRect& bar);
+    MELKAR_LOCAL void WriteFigure(const CRect& band, int end);
 };

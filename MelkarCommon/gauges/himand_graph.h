@@ -25,6 +25,6 @@ protected:
 
 private:
     struct KeyRows;
-    void DrawStrip(const CRect& strip, COLORREF color, CString caption);
-    void DrawDisc(const CRect& band, int x, const CString& text);
+    MELKAR_LOCAL void DrawStrip(const CRect& strip, COLORREF color, CString caption);
+    MELKAR_LOCAL void DrawDisc(const CRect& band, int x, const CString& text);
 };

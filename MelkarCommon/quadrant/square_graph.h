@@ -119,12 +119,13 @@ private:
     struct Steps;
     struct Targets;
 
-    Targets TakeHead(melkar::DataFile& file);
-    void TakeDay(const melkar::CsvRow& row, const Targets& targets);
-    CString LevelSum(const melkar::CsvRow& row) const;
-    void LayOutCanvas();
-    void DrawFigures(int min, int max, int step, const std::function<CPoint(int value, const CRect& size)>& place);
-    void DrawVFigures();
-    void DrawHFigures();
-    void DrawShares(const CRect& box, int xm, int ym);
+    MELKAR_LOCAL Targets TakeHead(melkar::DataFile& file);
+    MELKAR_LOCAL void TakeDay(const melkar::CsvRow& row, const Targets& targets);
+    MELKAR_LOCAL CString LevelSum(const melkar::CsvRow& row) const;
+    MELKAR_LOCAL void LayOutCanvas();
+    MELKAR_LOCAL void DrawFigures(int min, int max, int step,
+                                  const std::function<CPoint(int value, const CRect& size)>& place);
+    MELKAR_LOCAL void DrawVFigures();
+    MELKAR_LOCAL void DrawHFigures();
+    MELKAR_LOCAL void DrawShares(const CRect& box, int xm, int ym);
 };

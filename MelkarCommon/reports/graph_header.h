@@ -20,5 +20,5 @@ public:
 
 private:
     int Below() const { return m_rcCells[melkar::B6].bottom + melkar::kBelowHeader; }
-    void DrawPairs() const;
+    MELKAR_LOCAL void DrawPairs() const;
 };

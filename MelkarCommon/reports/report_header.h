@@ -79,10 +79,10 @@ protected:
 
 private:
     struct KeyRows;
-    void TakePerson(melkar::HeaderRows& rows);
-    bool TakePeriod(melkar::HeaderRows& rows);
-    void TakeTargets(melkar::HeaderRows& rows, bool isOwnSource);
-    void TakeFigures(melkar::HeaderRows& rows);
-    void TakeLateTargets(melkar::HeaderRows& rows);
+    MELKAR_LOCAL void TakePerson(melkar::HeaderRows& rows);
+    MELKAR_LOCAL bool TakePeriod(melkar::HeaderRows& rows);
+    MELKAR_LOCAL void TakeTargets(melkar::HeaderRows& rows, bool isOwnSource);
+    MELKAR_LOCAL void TakeFigures(melkar::HeaderRows& rows);
+    MELKAR_LOCAL void TakeLateTargets(melkar::HeaderRows& rows);
     void Put(TextSlot& slot, const CString& text) const { slot.Set(text, m_nCharset); }
 };

@@ -33,7 +33,7 @@ public:
     double DoubleField(int index) const; ///< through `atof`
 
 private:
-    const char* Start(int index) const;
+    MELKAR_LOCAL const char* Start(int index) const;
 
     std::vector<const char*> m_starts;
 };

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <MelkarCommon/api.h>
 #include <MelkarCommon/support/platform/cstring.h>
 
 /// @file
@@ -10,11 +9,11 @@ namespace melkar {
 
 /// Whether a `printf` format holds exactly one conversion of a double (e, f, g or a, in either case, with flags, a
 /// width up to 99 and a precision up to 30) and beside it only text and "%%".
-MELKAR_API bool IsFigureFormat(const char* format);
+bool IsFigureFormat(const char* format);
 
 /// A format that was looked at once and then serves any number of figures. An empty one shows nothing; a hostile one
 /// leaves a line in the log and `fallback` stands in.
-class MELKAR_API FigureFormat {
+class FigureFormat {
 public:
     FigureFormat(CString format, const char* fallback);
     CString Of(double value) const; ///< the same whatever locale the host has set

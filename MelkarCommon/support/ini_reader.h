@@ -28,5 +28,5 @@ protected:
 
 namespace melkar {
 /// What `ReadString` makes of a value as it stands in the file; null stands for a missing one.
-MELKAR_API CString ProfileText(const std::string* value, const char* fallback);
+CString ProfileText(const std::string* value, const char* fallback);
 } // namespace melkar

@@ -23,7 +23,7 @@ MELKAR_API POINT GetPOINT(const char* file, const char* section, const char* key
 
 namespace melkar {
 /// The colour that a profile value stands for, as `GetRGBEx` reads it; at most 1023 bytes count.
-MELKAR_API COLORREF ParseColor(const char* value, COLORREF fallback);
+COLORREF ParseColor(const char* value, COLORREF fallback);
 /// The point that one stands for, as `GetPOINT` reads it.
 POINT ParsePoint(std::string_view value);
 } // namespace melkar
@@ -43,7 +43,7 @@ MELKAR_API CString FormatDateEx(CString date, CString key, CString locale);
 
 namespace melkar {
 /// The format that `FormatDateEx` would use: for many dates in one go.
-MELKAR_API CString DateFormat(const char* key);
+CString DateFormat(const char* key);
 } // namespace melkar
 
 /// `MulDiv`, with 11 in place of a size that is 0 or negative.

@@ -35,7 +35,7 @@ namespace melkar {
 
 /// Chooses, for one scope and this thread, the locale of `COleDateTime::Format`. An empty name changes
 /// nothing; an unknown one leaves the "C" locale in force. The locale of the process is not touched.
-class MELKAR_API ScopedFormatLocale {
+class ScopedFormatLocale {
 public:
     explicit ScopedFormatLocale(const char* name);
     ~ScopedFormatLocale();

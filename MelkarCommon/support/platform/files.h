@@ -13,7 +13,7 @@ namespace melkar {
 
 /// The path itself if it has no backslash or if such a file exists as it stands, else the path with
 /// slashes in place of the backslashes.
-MELKAR_API std::string ResolvePath(const char* path);
+std::string ResolvePath(const char* path);
 
 /// Reads a text file line by line, linear in its size. CR LF counts as LF, a byte order mark at the
 /// start is dropped, a last line needs no line feed. Only regular files open: a directory, a pipe or a
@@ -32,8 +32,8 @@ public:
     const char* Next(std::size_t limit);
 
 private:
-    bool Fill();
-    void JoinCrLf();
+    MELKAR_LOCAL bool Fill();
+    MELKAR_LOCAL void JoinCrLf();
 
     std::size_t m_left = 0; ///< bytes of the file, as long as it was when it was opened, that aren't read yet
     int m_file = -1;
@@ -46,6 +46,6 @@ private:
 
 /// The whole of a regular file with no translation, or an empty text if it can't be read or has more than
 /// 256 MiB; `found` (may be null) tells that from an empty file.
-MELKAR_API std::string ReadWholeFile(const char* path, bool* found);
+std::string ReadWholeFile(const char* path, bool* found);
 
 } // namespace melkar

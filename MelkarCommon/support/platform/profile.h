@@ -19,7 +19,7 @@ namespace melkar {
 
 /// One profile file as it stood when it was read: for many reads in one pass. A section is taken apart
 /// when it is first asked for a key, so a snapshot serves one thread at a time.
-class MELKAR_API ProfileSnapshot {
+class ProfileSnapshot {
 public:
     /// Reads the whole file; a missing or unreadable one gives an empty snapshot.
     explicit ProfileSnapshot(const char* path);
@@ -53,7 +53,7 @@ private:
 /// The integer that a profile value stands for: leading blanks, a sign, decimal digits; what follows
 /// is ignored, a value without digits is 0, one beyond 32 bits becomes the nearest bound. An empty
 /// value stands for `fallback`.
-MELKAR_API int ProfileInt(const std::string* value, int fallback);
+int ProfileInt(const std::string* value, int fallback);
 
 } // namespace melkar
 

@@ -1,6 +1,5 @@
 #include <MelkarCommon/support/platform/calls/handles.h>
 
-#include <algorithm>
 #include <array>
 #include <mutex>
 #include <utility>
@@ -53,10 +52,8 @@ struct ThreadPieces {
 };
 thread_local ThreadPieces t_pieces;
 
-/// Fresh pieces, each with room for a free one and aligned as that is; null without memory.
-FreePiece* MakePieces(std::size_t objectSize) {
-    constexpr std::size_t kAlign = alignof(FreePiece);
-    const std::size_t size = (std::max(objectSize, sizeof(FreePiece)) + kAlign - 1) / kAlign * kAlign;
+/// Fresh pieces; null without memory.
+FreePiece* MakePieces(std::size_t size) {
     auto* block = static_cast<std::byte*>(::operator new(size* kObjectsAtOnce, std::nothrow));
     FreePiece* first = nullptr;
     for (std::size_t i = kObjectsAtOnce; block != nullptr && i > 0; --i)

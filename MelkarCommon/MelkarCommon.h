@@ -22,6 +22,7 @@
 #include <MelkarCommon/frame/cycle.h>
 #include <MelkarCommon/frame/data_file.h>
 #include <MelkarCommon/frame/day_status.h>
+#include <MelkarCommon/frame/frame_layout.h>
 #include <MelkarCommon/frame/graph.h>
 #include <MelkarCommon/frame/legend_layout.h>
 #include <MelkarCommon/frame/results.h>

@@ -72,11 +72,6 @@ struct LevelStretch {
 MELKAR_API std::vector<LevelStretch> LevelStretches(const CRect& canvas,
                                                     const std::vector<std::optional<int>>& heights);
 
-/// The canvas with a margin at the right as wide as the left one, for a scale of its own there.
-constexpr CRect BetweenScales(const CRect& canvas, const CRect& graph) {
-    return {canvas.left, canvas.top, graph.right - (canvas.left - graph.left), canvas.bottom};
-}
-
 /// Index of the bar under a point: the first whose right edge isn't left of it and whose top isn't below it, since a
 /// stack grows upwards; -1 in the gaps, above the bars and from `bottom` down.
 MELKAR_API int BarAt(const CObArray& bars, int x, int y, int bottom);

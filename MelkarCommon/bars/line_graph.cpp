@@ -2,6 +2,7 @@
 
 #include <MelkarCommon/bars/bar_text_layout.h>
 #include <MelkarCommon/frame/day_status.h>
+#include <MelkarCommon/frame/frame_layout.h>
 #include <MelkarCommon/frame/key_table.h>
 #include <MelkarCommon/frame/scale.h>
 #include <MelkarCommon/support/numbers.h>

@@ -28,6 +28,11 @@ constexpr CRect CanvasOf(const CRect& graph, const CRect& sideBar, int titleHeig
             graph.bottom - graph.Height() / 20};
 }
 
+/// The canvas with a margin at the right as wide as the left one, for a scale of its own there.
+constexpr CRect BetweenScales(const CRect& canvas, const CRect& graph) {
+    return {canvas.left, canvas.top, graph.right - (canvas.left - graph.left), canvas.bottom};
+}
+
 /// y at which a label of this length begins that reads upwards, or downwards.
 constexpr int UpwardLabelY(const CRect& canvas, int length) { return (canvas.top + canvas.bottom + length) / 2; }
 constexpr int DownwardLabelY(const CRect& canvas, int length) { return (canvas.top + canvas.bottom - length) / 2; }

@@ -271,7 +271,8 @@ void FillLine(cairo_t* cr, const TextLayout& layout, std::size_t line, double x,
 std::vector<OutlineStep> LineOutline(const TextLayout& layout, std::size_t line) {
     if (line >= layout.lines.size())
         return {};
-    const CairoSurface surface(cairo_image_surface_create(CAIRO_FORMAT_A8, 1, 1));
+    // Without bounds: on a bounded one cairo leaves out glyphs that stand ten ems beyond it.
+    const CairoSurface surface(cairo_recording_surface_create(CAIRO_CONTENT_ALPHA, nullptr));
     const CairoContext cr(cairo_create(surface.get()));
     for (const GlyphRun& run : layout.lines[line].runs) {
         std::vector<cairo_glyph_t> glyphs = run.glyphs;

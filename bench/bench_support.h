@@ -1,12 +1,9 @@
 #pragma once
 
 #include <MelkarCommon/MelkarCommon.h>
+#include <MelkarCommon/platform/bench/floor.h>
 
-#include <benchmark/benchmark.h>
-
-#include <functional>
 #include <string>
-#include <vector>
 
 /// A working directory of its own with the profile of the samples: made once, removed at the end.
 class BenchDirectory {
@@ -21,24 +18,6 @@ private:
 
     std::string m_root;
 };
-
-constexpr int kWidth = 900;
-constexpr int kHeight = 500;
-
-/// Clears a picture and copies it: what no redraw can do without.
-class Floor {
-public:
-    explicit Floor(int width = kWidth, int height = kHeight);
-    void Run();
-
-private:
-    std::vector<std::uint32_t> m_picture;
-    std::vector<std::uint32_t> m_screen;
-};
-
-/// Runs `work` and `floor` in turns; the time reported is that of `work`, the counter "ratio" the median of the one by
-/// the median of the other.
-void MeasureAgainst(benchmark::State& state, const std::function<void()>& work, const std::function<void()>& floor);
 
 /// The three surfaces that a host gives to a graph.
 struct Host {

@@ -2,7 +2,7 @@
 
 #include "bench_support.h"
 
-#include <MelkarCommon/support/platform/files.h>
+#include <MelkarCommon/platform/files.h>
 
 #include <algorithm>
 #include <random>

@@ -1,7 +1,7 @@
 # Run by `cmake --install` with MELKAR_SOURCE and MELKAR_INCLUDE set: installs what the public headers include, they
 # themselves first.
 cmake_policy(VERSION 3.25)
-set(waiting MelkarCommon/MelkarCommon.h MelkarCommon/key_reference.h)
+set(waiting MelkarCommon/MelkarCommon.h MelkarCommon/registry/key_reference.h)
 set(known ${waiting})
 while(waiting)
   list(POP_FRONT waiting header)

@@ -1,7 +1,7 @@
 #include <MelkarCommon/bars/activity_cal_graph.h>
 
 #include <MelkarCommon/bars/day_file.h>
-#include <MelkarCommon/support/platform/desktop.h>
+#include <MelkarCommon/platform/desktop.h>
 #include <MelkarCommon/support/ring_log.h>
 #include <MelkarCommon/support/support.h>
 

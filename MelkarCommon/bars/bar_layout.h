@@ -1,8 +1,8 @@
 #pragma once
 
 #include <MelkarCommon/api.h>
-#include <MelkarCommon/support/platform/arrays.h>
-#include <MelkarCommon/support/platform/geometry.h>
+#include <MelkarCommon/platform/arrays.h>
+#include <MelkarCommon/platform/geometry.h>
 
 #include <cstdint>
 #include <optional>

@@ -3,8 +3,8 @@
 #include <MelkarCommon/bars/bar_graph.h>
 #include <MelkarCommon/bars/bar_text_layout.h>
 #include <MelkarCommon/frame/text_limits.h>
-#include <MelkarCommon/support/platform/drawing.h>
-#include <MelkarCommon/support/scoped.h>
+#include <MelkarCommon/platform/drawing.h>
+#include <MelkarCommon/platform/scoped.h>
 #include <MelkarCommon/support/support.h>
 #include <MelkarCommon/support/text_measure.h>
 

@@ -3,9 +3,9 @@
 #include <MelkarCommon/bars/day_file.h>
 #include <MelkarCommon/bars/expenditure_layout.h>
 #include <MelkarCommon/frame/key_table.h>
+#include <MelkarCommon/platform/drawing.h>
+#include <MelkarCommon/platform/scoped.h>
 #include <MelkarCommon/support/numbers.h>
-#include <MelkarCommon/support/platform/drawing.h>
-#include <MelkarCommon/support/scoped.h>
 #include <MelkarCommon/support/support.h>
 
 using melkar::CsvRow;

@@ -5,9 +5,9 @@
 #include <MelkarCommon/frame/frame_layout.h>
 #include <MelkarCommon/frame/key_table.h>
 #include <MelkarCommon/frame/scale.h>
+#include <MelkarCommon/platform/drawing.h>
+#include <MelkarCommon/platform/scoped.h>
 #include <MelkarCommon/support/numbers.h>
-#include <MelkarCommon/support/platform/drawing.h>
-#include <MelkarCommon/support/scoped.h>
 #include <MelkarCommon/support/support.h>
 
 #include <algorithm>

@@ -2,8 +2,8 @@
 
 #include <MelkarCommon/bars/bar_text_layout.h>
 #include <MelkarCommon/bars/day_file.h>
-#include <MelkarCommon/support/platform/drawing.h>
-#include <MelkarCommon/support/scoped.h>
+#include <MelkarCommon/platform/drawing.h>
+#include <MelkarCommon/platform/scoped.h>
 
 using melkar::CsvRow;
 using melkar::ScopedPen;

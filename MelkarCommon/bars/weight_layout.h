@@ -2,7 +2,7 @@
 
 #include <MelkarCommon/frame/legend_layout.h>
 #include <MelkarCommon/frame/scale.h>
-#include <MelkarCommon/support/platform/geometry.h>
+#include <MelkarCommon/platform/geometry.h>
 
 #include <optional>
 

@@ -4,8 +4,8 @@
 #include <MelkarCommon/frame/day_status.h>
 #include <MelkarCommon/frame/key_table.h>
 #include <MelkarCommon/frame/text_limits.h>
-#include <MelkarCommon/support/platform/desktop.h>
-#include <MelkarCommon/support/scoped.h>
+#include <MelkarCommon/platform/desktop.h>
+#include <MelkarCommon/platform/scoped.h>
 
 #include <algorithm>
 #include <iterator>

@@ -3,10 +3,10 @@
 #include <MelkarCommon/circadian/circadian_graph.h>
 
 #include <MelkarCommon/circadian/circadian_layout.h>
+#include <MelkarCommon/platform/drawing.h>
+#include <MelkarCommon/platform/scoped.h>
 #include <MelkarCommon/support/marks_layout.h>
-#include <MelkarCommon/support/platform/drawing.h>
 #include <MelkarCommon/support/polygons.h>
-#include <MelkarCommon/support/scoped.h>
 #include <MelkarCommon/support/support.h>
 
 #include <algorithm>

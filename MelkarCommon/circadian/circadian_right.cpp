@@ -4,9 +4,9 @@
 
 #include <MelkarCommon/circadian/circadian_layout.h>
 #include <MelkarCommon/frame/text_limits.h>
+#include <MelkarCommon/platform/drawing.h>
+#include <MelkarCommon/platform/scoped.h>
 #include <MelkarCommon/support/numbers.h>
-#include <MelkarCommon/support/platform/drawing.h>
-#include <MelkarCommon/support/scoped.h>
 #include <MelkarCommon/support/support.h>
 
 using melkar::ScopedFont;

@@ -3,8 +3,8 @@
 #include <MelkarCommon/circadian/circadian_graph.h>
 
 #include <MelkarCommon/circadian/circadian_layout.h>
+#include <MelkarCommon/platform/scoped.h>
 #include <MelkarCommon/support/numbers.h>
-#include <MelkarCommon/support/scoped.h>
 
 using melkar::ScopedFont;
 

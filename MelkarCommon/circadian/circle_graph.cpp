@@ -4,10 +4,10 @@
 #include <MelkarCommon/frame/data_file.h>
 #include <MelkarCommon/frame/key_table.h>
 #include <MelkarCommon/frame/results.h>
+#include <MelkarCommon/platform/drawing.h>
+#include <MelkarCommon/platform/scoped.h>
 #include <MelkarCommon/support/numbers.h>
-#include <MelkarCommon/support/platform/drawing.h>
 #include <MelkarCommon/support/ring_log.h>
-#include <MelkarCommon/support/scoped.h>
 #include <MelkarCommon/support/support.h>
 
 #include <algorithm>

@@ -1,8 +1,8 @@
 #pragma once
 
 #include <MelkarCommon/frame/legend_layout.h>
-#include <MelkarCommon/support/platform/arrays.h>
-#include <MelkarCommon/support/platform/geometry.h>
+#include <MelkarCommon/platform/arrays.h>
+#include <MelkarCommon/platform/geometry.h>
 
 /// @file
 /// Shares of the three intensity classes, and where pie and legend stand. Device units; divisions of whole numbers

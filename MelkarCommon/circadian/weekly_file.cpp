@@ -1,8 +1,8 @@
 #include <MelkarCommon/circadian/weekly_file.h>
 
 #include <MelkarCommon/circadian/circadian_layout.h>
+#include <MelkarCommon/platform/datetime.h>
 #include <MelkarCommon/support/numbers.h>
-#include <MelkarCommon/support/platform/datetime.h>
 
 #include <algorithm>
 #include <limits>

@@ -1,9 +1,9 @@
 #pragma once
 
 #include <MelkarCommon/circadian/circadian_graph.h>
+#include <MelkarCommon/platform/arrays.h>
+#include <MelkarCommon/platform/cstring.h>
 #include <MelkarCommon/support/fields.h>
-#include <MelkarCommon/support/platform/arrays.h>
-#include <MelkarCommon/support/platform/cstring.h>
 
 #include <array>
 #include <cstddef>

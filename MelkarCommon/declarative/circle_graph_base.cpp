@@ -2,9 +2,9 @@
 
 #include <MelkarCommon/declarative/pie_layout.h>
 #include <MelkarCommon/frame/key_table.h>
+#include <MelkarCommon/platform/drawing.h>
+#include <MelkarCommon/platform/scoped.h>
 #include <MelkarCommon/support/figure_format.h>
-#include <MelkarCommon/support/platform/drawing.h>
-#include <MelkarCommon/support/scoped.h>
 #include <MelkarCommon/support/text_box.h>
 
 using melkar::PieSlice;

@@ -2,7 +2,7 @@
 
 #include <MelkarCommon/declarative/panel_layout.h>
 #include <MelkarCommon/frame/key_table.h>
-#include <MelkarCommon/support/scoped.h>
+#include <MelkarCommon/platform/scoped.h>
 #include <MelkarCommon/support/text_box.h>
 
 using melkar::ScopedTextColor;

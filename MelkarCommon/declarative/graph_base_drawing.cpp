@@ -3,10 +3,10 @@
 #include <MelkarCommon/declarative/graph_base.h>
 
 #include <MelkarCommon/declarative/panel_layout.h>
+#include <MelkarCommon/platform/drawing.h>
+#include <MelkarCommon/platform/scoped.h>
 #include <MelkarCommon/support/figure_format.h>
 #include <MelkarCommon/support/font.h>
-#include <MelkarCommon/support/platform/drawing.h>
-#include <MelkarCommon/support/scoped.h>
 #include <MelkarCommon/support/support.h>
 #include <MelkarCommon/support/text_box.h>
 

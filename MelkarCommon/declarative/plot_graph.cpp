@@ -1,9 +1,9 @@
 #include <MelkarCommon/declarative/plot_graph.h>
 
 #include <MelkarCommon/declarative/plot_layout.h>
+#include <MelkarCommon/platform/drawing.h>
+#include <MelkarCommon/platform/scoped.h>
 #include <MelkarCommon/support/marks.h>
-#include <MelkarCommon/support/platform/drawing.h>
-#include <MelkarCommon/support/scoped.h>
 
 #include <stdexcept>
 

@@ -1,8 +1,8 @@
 #pragma once
 
 #include <MelkarCommon/frame/results.h>
+#include <MelkarCommon/platform/files.h>
 #include <MelkarCommon/support/fields.h>
-#include <MelkarCommon/support/platform/files.h>
 #include <MelkarCommon/support/ring_log.h>
 
 #include <string>

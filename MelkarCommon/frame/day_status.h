@@ -1,6 +1,6 @@
 #pragma once
 
-#include <MelkarCommon/support/platform/types.h>
+#include <MelkarCommon/platform/types.h>
 
 /// @file
 /// What a data file says of a day, and the questions that painters and readers ask of it. Any other number counts as

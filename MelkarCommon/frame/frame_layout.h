@@ -1,6 +1,6 @@
 #pragma once
 
-#include <MelkarCommon/support/platform/geometry.h>
+#include <MelkarCommon/platform/geometry.h>
 
 /// @file
 /// Where the frame's parts stand. Device units; divisions truncate towards zero.

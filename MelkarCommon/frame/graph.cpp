@@ -5,10 +5,10 @@
 #include <MelkarCommon/frame/key_table.h>
 #include <MelkarCommon/frame/scale.h>
 #include <MelkarCommon/frame/text_limits.h>
+#include <MelkarCommon/platform/drawing.h>
+#include <MelkarCommon/platform/scoped.h>
 #include <MelkarCommon/support/chart_font.h>
-#include <MelkarCommon/support/platform/drawing.h>
 #include <MelkarCommon/support/ring_log.h>
-#include <MelkarCommon/support/scoped.h>
 #include <MelkarCommon/support/support.h>
 #include <MelkarCommon/support/text_cut.h>
 #include <MelkarCommon/support/text_measure.h>

@@ -3,11 +3,11 @@
 #include <MelkarCommon/api.h>
 #include <MelkarCommon/frame/cycle.h>
 #include <MelkarCommon/frame/results.h>
+#include <MelkarCommon/platform/arrays.h>
+#include <MelkarCommon/platform/cstring.h>
+#include <MelkarCommon/platform/geometry.h>
+#include <MelkarCommon/platform/types.h>
 #include <MelkarCommon/support/ini_reader.h>
-#include <MelkarCommon/support/platform/arrays.h>
-#include <MelkarCommon/support/platform/cstring.h>
-#include <MelkarCommon/support/platform/geometry.h>
-#include <MelkarCommon/support/platform/types.h>
 #include <MelkarCommon/support/text.h>
 
 #include <vector>

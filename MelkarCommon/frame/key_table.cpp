@@ -1,7 +1,7 @@
 #include <MelkarCommon/frame/key_table.h>
 
+#include <MelkarCommon/platform/values/ascii.h>
 #include <MelkarCommon/support/numbers.h>
-#include <MelkarCommon/support/platform/values/ascii.h>
 #include <MelkarCommon/support/ring_log.h>
 #include <MelkarCommon/support/support.h>
 

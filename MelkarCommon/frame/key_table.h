@@ -1,11 +1,11 @@
 #pragma once
 
 #include <MelkarCommon/api.h>
+#include <MelkarCommon/platform/cstring.h>
+#include <MelkarCommon/platform/profile.h>
+#include <MelkarCommon/platform/types.h>
 #include <MelkarCommon/support/ini_reader.h>
 #include <MelkarCommon/support/numbers.h>
-#include <MelkarCommon/support/platform/cstring.h>
-#include <MelkarCommon/support/platform/profile.h>
-#include <MelkarCommon/support/platform/types.h>
 
 #include <cstddef>
 #include <cstdint>

@@ -1,7 +1,7 @@
 #pragma once
 
+#include <MelkarCommon/platform/geometry.h>
 #include <MelkarCommon/support/numbers.h>
-#include <MelkarCommon/support/platform/geometry.h>
 
 /// @file
 /// Where the entries of a legend stand: a sample of the line or colour, and its text. Device units.

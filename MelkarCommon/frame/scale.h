@@ -1,8 +1,8 @@
 #pragma once
 
 #include <MelkarCommon/api.h>
-#include <MelkarCommon/support/platform/cstring.h>
-#include <MelkarCommon/support/platform/geometry.h>
+#include <MelkarCommon/platform/cstring.h>
+#include <MelkarCommon/platform/geometry.h>
 
 /// @file
 /// Scales. A scale knows values: its ends, and the step from line to line. On a canvas it has pixels, and what value is

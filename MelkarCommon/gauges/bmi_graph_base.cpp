@@ -3,8 +3,8 @@
 #include <MelkarCommon/frame/data_file.h>
 #include <MelkarCommon/frame/key_table.h>
 #include <MelkarCommon/gauges/gauge_layout.h>
+#include <MelkarCommon/platform/drawing.h>
 #include <MelkarCommon/support/numbers.h>
-#include <MelkarCommon/support/platform/drawing.h>
 #include <MelkarCommon/support/support.h>
 
 #include <algorithm>

@@ -1,8 +1,8 @@
 #include <MelkarCommon/gauges/bmi_graph_eng.h>
 
 #include <MelkarCommon/gauges/gauge_layout.h>
-#include <MelkarCommon/support/platform/drawing.h>
-#include <MelkarCommon/support/scoped.h>
+#include <MelkarCommon/platform/drawing.h>
+#include <MelkarCommon/platform/scoped.h>
 #include <MelkarCommon/support/support.h>
 
 #include <algorithm>

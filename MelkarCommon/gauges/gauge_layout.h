@@ -1,8 +1,8 @@
 #pragma once
 
+#include <MelkarCommon/platform/geometry.h>
+#include <MelkarCommon/platform/types.h>
 #include <MelkarCommon/support/numbers.h>
-#include <MelkarCommon/support/platform/geometry.h>
-#include <MelkarCommon/support/platform/types.h>
 
 #include <algorithm>
 #include <cmath>

@@ -2,8 +2,8 @@
 
 #include <MelkarCommon/frame/key_table.h>
 #include <MelkarCommon/gauges/gauge_layout.h>
-#include <MelkarCommon/support/platform/drawing.h>
-#include <MelkarCommon/support/scoped.h>
+#include <MelkarCommon/platform/drawing.h>
+#include <MelkarCommon/platform/scoped.h>
 #include <MelkarCommon/support/support.h>
 
 namespace {

@@ -3,10 +3,10 @@
 #include <MelkarCommon/frame/frame_layout.h>
 #include <MelkarCommon/frame/legend_layout.h>
 #include <MelkarCommon/frame/scale.h>
+#include <MelkarCommon/platform/drawing.h>
+#include <MelkarCommon/platform/scoped.h>
 #include <MelkarCommon/quadrant/quadrant_layout.h>
 #include <MelkarCommon/support/numbers.h>
-#include <MelkarCommon/support/platform/drawing.h>
-#include <MelkarCommon/support/scoped.h>
 #include <MelkarCommon/support/support.h>
 #include <MelkarCommon/support/text_box.h>
 

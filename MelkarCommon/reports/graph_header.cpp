@@ -1,7 +1,7 @@
 #include <MelkarCommon/reports/graph_header.h>
 
-#include <MelkarCommon/support/platform/drawing.h>
-#include <MelkarCommon/support/scoped.h>
+#include <MelkarCommon/platform/drawing.h>
+#include <MelkarCommon/platform/scoped.h>
 #include <MelkarCommon/support/support.h>
 
 using namespace melkar; // NOLINT(google-build-using-namespace): cells by their names

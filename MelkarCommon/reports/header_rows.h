@@ -1,7 +1,7 @@
 #pragma once
 
+#include <MelkarCommon/platform/files.h>
 #include <MelkarCommon/support/fields.h>
-#include <MelkarCommon/support/platform/files.h>
 
 #include <string>
 

@@ -1,7 +1,7 @@
 #include <MelkarCommon/reports/report.h>
 
+#include <MelkarCommon/platform/drawing.h>
 #include <MelkarCommon/reports/report_layout.h>
-#include <MelkarCommon/support/platform/drawing.h>
 #include <MelkarCommon/support/ring_log.h>
 #include <MelkarCommon/support/support.h>
 

@@ -2,11 +2,11 @@
 
 #include <MelkarCommon/api.h>
 #include <MelkarCommon/frame/key_table.h>
+#include <MelkarCommon/platform/cstring.h>
+#include <MelkarCommon/platform/geometry.h>
+#include <MelkarCommon/platform/printing.h>
+#include <MelkarCommon/platform/types.h>
 #include <MelkarCommon/support/ini_reader.h>
-#include <MelkarCommon/support/platform/cstring.h>
-#include <MelkarCommon/support/platform/geometry.h>
-#include <MelkarCommon/support/platform/printing.h>
-#include <MelkarCommon/support/platform/types.h>
 
 #include <memory>
 

@@ -1,10 +1,10 @@
 #include <MelkarCommon/reports/report_header.h>
 
+#include <MelkarCommon/platform/datetime.h>
+#include <MelkarCommon/platform/drawing.h>
+#include <MelkarCommon/platform/scoped.h>
 #include <MelkarCommon/reports/header_rows.h>
 #include <MelkarCommon/support/chart_font.h>
-#include <MelkarCommon/support/platform/datetime.h>
-#include <MelkarCommon/support/platform/drawing.h>
-#include <MelkarCommon/support/scoped.h>
 #include <MelkarCommon/support/support.h>
 #include <MelkarCommon/support/text_measure.h>
 

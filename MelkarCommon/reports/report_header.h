@@ -2,11 +2,11 @@
 
 #include <MelkarCommon/api.h>
 #include <MelkarCommon/frame/key_table.h>
+#include <MelkarCommon/platform/cstring.h>
+#include <MelkarCommon/platform/types.h>
 #include <MelkarCommon/reports/report_header_layout.h>
 #include <MelkarCommon/reports/text_slot.h>
 #include <MelkarCommon/support/ini_reader.h>
-#include <MelkarCommon/support/platform/cstring.h>
-#include <MelkarCommon/support/platform/types.h>
 
 namespace melkar {
 class HeaderRows;

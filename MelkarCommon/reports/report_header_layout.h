@@ -1,6 +1,6 @@
 #pragma once
 
-#include <MelkarCommon/support/platform/geometry.h>
+#include <MelkarCommon/platform/geometry.h>
 
 #include <array>
 

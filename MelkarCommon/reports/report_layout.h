@@ -1,6 +1,6 @@
 #pragma once
 
-#include <MelkarCommon/support/platform/geometry.h>
+#include <MelkarCommon/platform/geometry.h>
 
 /// @file
 /// The bands of a page: a tenth of it is margin on every side.

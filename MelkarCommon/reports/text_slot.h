@@ -1,7 +1,7 @@
 #pragma once
 
 #include <MelkarCommon/api.h>
-#include <MelkarCommon/support/platform/cstring.h>
+#include <MelkarCommon/platform/cstring.h>
 
 /// A text of at most 255 bytes in a fixed room, as the blocks of a report keep them. A longer text is cut between two
 /// characters; a per cent sign is a character like any other.

@@ -1,9 +1,9 @@
 #include <MelkarCommon/support/activity_figures.h>
 
+#include <MelkarCommon/platform/files.h>
+#include <MelkarCommon/platform/geometry.h>
 #include <MelkarCommon/support/fields.h>
 #include <MelkarCommon/support/numbers.h>
-#include <MelkarCommon/support/platform/files.h>
-#include <MelkarCommon/support/platform/geometry.h>
 
 #include <algorithm>
 #include <cmath>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <MelkarCommon/api.h>
-#include <MelkarCommon/support/platform/arrays.h>
+#include <MelkarCommon/platform/arrays.h>
 
 /// @file
 /// Services for the host on its own kinds of figures: intensity levels and METs, sums of levels, and whether a data set

@@ -1,6 +1,6 @@
 #include <MelkarCommon/support/chart_font.h>
 
-#include <MelkarCommon/support/platform/drawing.h>
+#include <MelkarCommon/platform/drawing.h>
 #include <MelkarCommon/support/support.h>
 
 #include <algorithm>

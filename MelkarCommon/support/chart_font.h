@@ -1,6 +1,6 @@
 #pragma once
 
-#include <MelkarCommon/support/platform/types.h>
+#include <MelkarCommon/platform/types.h>
 
 /// @file
 /// The one way in which fonts of charts and reports are made: upright, plain but for their weight.

@@ -1,6 +1,6 @@
+#include <MelkarCommon/platform/datetime.h>
+#include <MelkarCommon/platform/profile.h>
 #include <MelkarCommon/support/numbers.h>
-#include <MelkarCommon/support/platform/datetime.h>
-#include <MelkarCommon/support/platform/profile.h>
 #include <MelkarCommon/support/support.h>
 
 #include <clocale>

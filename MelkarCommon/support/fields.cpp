@@ -1,8 +1,8 @@
 #include <MelkarCommon/support/fields.h>
 
+#include <MelkarCommon/platform/files.h>
+#include <MelkarCommon/platform/values/ascii.h>
 #include <MelkarCommon/support/numbers.h>
-#include <MelkarCommon/support/platform/files.h>
-#include <MelkarCommon/support/platform/values/ascii.h>
 
 #include <cstdint>
 #include <optional>

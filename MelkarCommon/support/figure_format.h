@@ -1,6 +1,6 @@
 #pragma once
 
-#include <MelkarCommon/support/platform/cstring.h>
+#include <MelkarCommon/platform/cstring.h>
 
 /// @file
 /// Formats of figures that come from a profile. A profile is data: a format is used only if it can do no harm.

@@ -1,6 +1,6 @@
 #include <MelkarCommon/support/font.h>
 
-#include <MelkarCommon/support/platform/drawing.h>
+#include <MelkarCommon/platform/drawing.h>
 
 #include <cstring>
 

@@ -1,8 +1,8 @@
 #pragma once
 
 #include <MelkarCommon/api.h>
-#include <MelkarCommon/support/platform/cstring.h>
-#include <MelkarCommon/support/platform/types.h>
+#include <MelkarCommon/platform/cstring.h>
+#include <MelkarCommon/platform/types.h>
 
 /// Bits: 1 bold, 2 italic.
 enum FontStyle : int { FontStyleRegular = 0, FontStyleBold = 1, FontStyleItalic = 2, FontStyleBoldItalic = 3 };

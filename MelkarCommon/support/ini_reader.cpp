@@ -1,6 +1,6 @@
 #include <MelkarCommon/support/ini_reader.h>
 
-#include <MelkarCommon/support/platform/profile.h>
+#include <MelkarCommon/platform/profile.h>
 
 #include <string_view>
 

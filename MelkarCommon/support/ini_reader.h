@@ -1,7 +1,7 @@
 #pragma once
 
 #include <MelkarCommon/api.h>
-#include <MelkarCommon/support/platform/cstring.h>
+#include <MelkarCommon/platform/cstring.h>
 
 #include <string>
 

@@ -1,9 +1,9 @@
 #include <MelkarCommon/support/marks.h>
 
+#include <MelkarCommon/platform/drawing.h>
+#include <MelkarCommon/platform/scoped.h>
 #include <MelkarCommon/support/marks_layout.h>
-#include <MelkarCommon/support/platform/drawing.h>
 #include <MelkarCommon/support/polygons.h>
-#include <MelkarCommon/support/scoped.h>
 
 #include <span>
 

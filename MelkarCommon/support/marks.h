@@ -1,8 +1,8 @@
 #pragma once
 
 #include <MelkarCommon/api.h>
-#include <MelkarCommon/support/platform/geometry.h>
-#include <MelkarCommon/support/platform/types.h>
+#include <MelkarCommon/platform/geometry.h>
+#include <MelkarCommon/platform/types.h>
 
 /// @file
 /// Small marks: a filled triangle, a filled diamond, an arrow. What has no extent draws nothing.

@@ -1,7 +1,7 @@
 #pragma once
 
+#include <MelkarCommon/platform/geometry.h>
 #include <MelkarCommon/support/numbers.h>
-#include <MelkarCommon/support/platform/geometry.h>
 
 #include <array>
 #include <cmath>

@@ -1,7 +1,7 @@
 #include <MelkarCommon/support/numbers.h>
 
-#include <MelkarCommon/support/platform/values/ascii.h>
-#include <MelkarCommon/support/platform/values/locales.h>
+#include <MelkarCommon/platform/values/ascii.h>
+#include <MelkarCommon/platform/values/locales.h>
 #include <MelkarCommon/support/support.h>
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <MelkarCommon/api.h>
-#include <MelkarCommon/support/platform/cstring.h>
+#include <MelkarCommon/platform/cstring.h>
 
 /// @file
 /// Figures stay text from the file to the drawing; these read and write them, the same whatever locale

@@ -1,9 +1,9 @@
 #include <MelkarCommon/support/pictures.h>
 
+#include <MelkarCommon/platform/cstring.h>
+#include <MelkarCommon/platform/drawing.h>
 #include <MelkarCommon/support/box_layout.h>
 #include <MelkarCommon/support/numbers.h>
-#include <MelkarCommon/support/platform/cstring.h>
-#include <MelkarCommon/support/platform/drawing.h>
 #include <MelkarCommon/support/ring_log.h>
 
 #include <exception>

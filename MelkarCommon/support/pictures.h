@@ -1,8 +1,8 @@
 #pragma once
 
 #include <MelkarCommon/api.h>
-#include <MelkarCommon/support/platform/geometry.h>
-#include <MelkarCommon/support/platform/types.h>
+#include <MelkarCommon/platform/geometry.h>
+#include <MelkarCommon/platform/types.h>
 
 /// @file
 /// Picture files on a surface: BMP, PNG and whatever else the machine's image loaders read.

@@ -1,6 +1,6 @@
 #include <MelkarCommon/support/polygons.h>
 
-#include <MelkarCommon/support/platform/drawing.h>
+#include <MelkarCommon/platform/drawing.h>
 
 namespace melkar {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <MelkarCommon/support/platform/types.h>
+#include <MelkarCommon/platform/types.h>
 
 #include <span>
 

@@ -1,5 +1,5 @@
-#include <MelkarCommon/support/platform/profile.h>
-#include <MelkarCommon/support/platform/values/ascii.h>
+#include <MelkarCommon/platform/profile.h>
+#include <MelkarCommon/platform/values/ascii.h>
 #include <MelkarCommon/support/support.h>
 
 #include <cstring>

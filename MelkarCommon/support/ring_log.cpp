@@ -1,9 +1,10 @@
 #include <MelkarCommon/support/ring_log.h>
 
-#include <MelkarCommon/support/platform/datetime.h>
-#include <MelkarCommon/support/platform/files.h>
-#include <MelkarCommon/support/platform/values/ascii.h>
-#include <MelkarCommon/support/platform/values/locales.h>
+#include <MelkarCommon/platform/datetime.h>
+#include <MelkarCommon/platform/files.h>
+#include <MelkarCommon/platform/files/log_sink.h>
+#include <MelkarCommon/platform/values/ascii.h>
+#include <MelkarCommon/platform/values/locales.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -213,4 +214,9 @@ void LogText(const char* text) {
     writeLog(kLogFile, "%s", text ? text : "");
     errno = reason;
 }
+
+namespace {
+/// What the drawing layer has to tell goes into the log from the moment that the library is loaded.
+[[maybe_unused]] const bool g_isSink = (SetLogSink(LogText), true);
+} // namespace
 } // namespace melkar

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <MelkarCommon/api.h>
-#include <MelkarCommon/support/platform/files/report.h>
 
 /// @file
 /// The ring log: a file of fixed-length records that never grows beyond 12200132 bytes. Offsets: 0 the counter of
@@ -19,3 +18,8 @@ inline constexpr const char* kLogFile = "..\\log\\graph.log";
 MELKAR_API int writeLog(const char* file, const char* format, ...) __attribute__((format(printf, 2, 3)));
 /// Writes "CODE = [code]".
 MELKAR_API int writeLogCode(const char* file, int code);
+
+namespace melkar {
+/// Writes a line into the log of all graphs, taken as it is: text from files is never a format. Keeps `errno`.
+MELKAR_API void LogText(const char* text);
+} // namespace melkar

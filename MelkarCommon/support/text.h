@@ -1,8 +1,8 @@
 #pragma once
 
 #include <MelkarCommon/api.h>
-#include <MelkarCommon/support/platform/cstring.h>
-#include <MelkarCommon/support/platform/types.h>
+#include <MelkarCommon/platform/cstring.h>
+#include <MelkarCommon/platform/types.h>
 
 /// A styled text: plain data.
 class MELKAR_API CText {

@@ -1,9 +1,9 @@
 #include <MelkarCommon/support/text_box.h>
 
+#include <MelkarCommon/platform/drawing.h>
+#include <MelkarCommon/platform/scoped.h>
 #include <MelkarCommon/support/box_layout.h>
 #include <MelkarCommon/support/font.h>
-#include <MelkarCommon/support/platform/drawing.h>
-#include <MelkarCommon/support/scoped.h>
 
 #include <algorithm>
 

@@ -1,9 +1,9 @@
 #pragma once
 
 #include <MelkarCommon/api.h>
-#include <MelkarCommon/support/platform/cstring.h>
-#include <MelkarCommon/support/platform/geometry.h>
-#include <MelkarCommon/support/platform/types.h>
+#include <MelkarCommon/platform/cstring.h>
+#include <MelkarCommon/platform/geometry.h>
+#include <MelkarCommon/platform/types.h>
 
 /// @file
 /// Word-wrapped text in a box. The text always wraps at the box's left and right edges, whatever `format` (flags of

@@ -1,6 +1,6 @@
 #include <MelkarCommon/support/text_cut.h>
 
-#include <MelkarCommon/support/platform/text/text_decode.h>
+#include <MelkarCommon/platform/text/text_decode.h>
 
 namespace melkar {
 

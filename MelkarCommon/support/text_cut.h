@@ -1,6 +1,6 @@
 #pragma once
 
-#include <MelkarCommon/support/platform/cstring.h>
+#include <MelkarCommon/platform/cstring.h>
 
 namespace melkar {
 

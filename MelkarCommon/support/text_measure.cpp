@@ -1,6 +1,6 @@
 #include <MelkarCommon/support/text_measure.h>
 
-#include <MelkarCommon/support/platform/drawing.h>
+#include <MelkarCommon/platform/drawing.h>
 
 namespace melkar {
 

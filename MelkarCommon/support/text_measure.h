@@ -1,8 +1,8 @@
 #pragma once
 
-#include <MelkarCommon/support/platform/cstring.h>
-#include <MelkarCommon/support/platform/geometry.h>
-#include <MelkarCommon/support/platform/types.h>
+#include <MelkarCommon/platform/cstring.h>
+#include <MelkarCommon/platform/geometry.h>
+#include <MelkarCommon/platform/types.h>
 
 /// @file
 /// Texts on any surface, in its font; `format` are flags of `DrawTextExA`.

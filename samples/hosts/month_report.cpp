@@ -5,9 +5,9 @@
 #include <MelkarCommon/bars/step_graph.h>
 #include <MelkarCommon/gauges/bmi_graph_eng.h>
 #include <MelkarCommon/gauges/himand_graph.h>
-#include <MelkarCommon/support/platform/drawing.h>
-#include <MelkarCommon/support/platform/surface.h>
-#include <MelkarCommon/support/scoped.h>
+#include <MelkarCommon/platform/drawing.h>
+#include <MelkarCommon/platform/scoped.h>
+#include <MelkarCommon/platform/surface.h>
 
 #include <algorithm>
 #include <filesystem>

@@ -1,6 +1,6 @@
 #include "paper_sheets.h"
 
-#include <MelkarCommon/support/scoped.h>
+#include <MelkarCommon/platform/scoped.h>
 
 #include <algorithm>
 #include <utility>

@@ -1,8 +1,8 @@
 #include "quadrant_days.h"
 
+#include <MelkarCommon/platform/drawing.h>
+#include <MelkarCommon/platform/scoped.h>
 #include <MelkarCommon/support/numbers.h>
-#include <MelkarCommon/support/platform/drawing.h>
-#include <MelkarCommon/support/scoped.h>
 
 #include <algorithm>
 #include <cmath>

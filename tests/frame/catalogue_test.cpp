@@ -1,7 +1,7 @@
 #include <MelkarCommon/bars/bar_graph.h>
-#include <MelkarCommon/catalogue.h>
 #include <MelkarCommon/frame/results.h>
-#include <MelkarCommon/key_reference.h>
+#include <MelkarCommon/registry/catalogue.h>
+#include <MelkarCommon/registry/key_reference.h>
 #include <frame/host_fixture.h>
 
 #include <algorithm>

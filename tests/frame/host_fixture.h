@@ -1,10 +1,10 @@
 #pragma once
 
 #include <MelkarCommon/frame/graph.h>
-#include <MelkarCommon/support/platform/desktop.h>
-#include <MelkarCommon/support/platform/drawing.h>
-#include <MelkarCommon/support/platform/surface.h>
-#include <support/temp_workdir.h>
+#include <MelkarCommon/platform/desktop.h>
+#include <MelkarCommon/platform/drawing.h>
+#include <MelkarCommon/platform/surface.h>
+#include <MelkarCommon/platform/tests/temp_workdir.h>
 
 #include <gmock/gmock.h>
 

@@ -1,4 +1,4 @@
-#include "support/temp_workdir.h"
+#include <MelkarCommon/platform/tests/temp_workdir.h>
 
 #include <MelkarCommon/frame/graph.h>
 #include <MelkarCommon/frame/key_table.h>

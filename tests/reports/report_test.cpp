@@ -1,8 +1,8 @@
+#include <MelkarCommon/platform/tests/faulty_printer.h>
 #include <MelkarCommon/reports/report.h>
 #include <MelkarCommon/reports/report_layout.h>
 #include <frame/host_fixture.h>
 #include <optional>
-#include <support/faulty_printer.h>
 #include <thread>
 
 namespace {

@@ -1,4 +1,4 @@
-#include "temp_workdir.h"
+#include <MelkarCommon/platform/tests/temp_workdir.h>
 
 #include <MelkarCommon/support/activity_figures.h>
 

@@ -1,7 +1,7 @@
-#include "temp_workdir.h"
+#include <MelkarCommon/platform/tests/temp_workdir.h>
 
-#include <MelkarCommon/support/platform/datetime.h>
-#include <MelkarCommon/support/platform/desktop.h>
+#include <MelkarCommon/platform/datetime.h>
+#include <MelkarCommon/platform/desktop.h>
 #include <MelkarCommon/support/support.h>
 
 #include <gtest/gtest.h>

@@ -1,8 +1,8 @@
-#include "temp_workdir.h"
+#include <MelkarCommon/platform/tests/temp_workdir.h>
 
+#include <MelkarCommon/platform/files.h>
 #include <MelkarCommon/support/fields.h>
 #include <MelkarCommon/support/numbers.h>
-#include <MelkarCommon/support/platform/files.h>
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,8 @@
-#include "record_of.h"
+#include <MelkarCommon/platform/tests/record_of.h>
 
 #include <MelkarCommon/support/marks.h>
 #include <MelkarCommon/support/marks_layout.h>
+#include <MelkarCommon/support/support.h>
 
 #include <algorithm>
 #include <climits>
@@ -56,6 +57,14 @@ TEST(Marks, ArrowsThatPointNowhere) {
             DrawArrow(dc, {INT_MIN, INT_MIN}, {INT_MAX, INT_MAX}, nonsense, nonsense, 1, 1);
             DrawArrow(nullptr, {0, 0}, {1, 1}, kSixthOfPi, nonsense, 1, 1);
         });
+}
+
+TEST(Rectangles, RefusedOnesMakeNoPen) {
+    EXPECT_EQ(RecordOf([](HDC surface) {
+                  for (const RECT refused : {RECT{5, 5, 5, 9}, RECT{5, 5, 9, 5}, RECT{-9, 0, -1, 5}, RECT{0, -1, 5, 5}})
+                      EXPECT_EQ(DrawRectangle(surface, refused, 0, 0, 1), -1);
+              }),
+              "");
 }
 
 } // namespace

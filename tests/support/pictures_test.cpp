@@ -1,9 +1,9 @@
-#include "temp_workdir.h"
+#include <MelkarCommon/platform/tests/temp_workdir.h>
 
+#include <MelkarCommon/platform/drawing.h>
+#include <MelkarCommon/platform/surface.h>
 #include <MelkarCommon/support/box_layout.h>
 #include <MelkarCommon/support/pictures.h>
-#include <MelkarCommon/support/platform/drawing.h>
-#include <MelkarCommon/support/platform/surface.h>
 #include <MelkarCommon/support/support.h>
 
 #include <climits>

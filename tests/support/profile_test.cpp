@@ -1,7 +1,7 @@
-#include "temp_workdir.h"
+#include <MelkarCommon/platform/tests/temp_workdir.h>
 
+#include <MelkarCommon/platform/profile.h>
 #include <MelkarCommon/support/ini_reader.h>
-#include <MelkarCommon/support/platform/profile.h>
 #include <MelkarCommon/support/support.h>
 
 #include <gtest/gtest.h>

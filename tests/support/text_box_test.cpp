@@ -1,4 +1,4 @@
-#include "record_of.h"
+#include <MelkarCommon/platform/tests/record_of.h>
 
 #include <MelkarCommon/support/box_layout.h>
 #include <MelkarCommon/support/text_box.h>

@@ -3,8 +3,8 @@
 #include "data_check.h"
 
 #include <MelkarCommon/frame/results.h>
-#include <MelkarCommon/support/platform/drawing.h>
-#include <MelkarCommon/support/platform/surface.h>
+#include <MelkarCommon/platform/drawing.h>
+#include <MelkarCommon/platform/surface.h>
 
 #include <cerrno>
 #include <cstring>

@@ -1,8 +1,8 @@
 #include "image_chart.h"
 
 #include <MelkarCommon/frame/results.h>
+#include <MelkarCommon/platform/drawing.h>
 #include <MelkarCommon/support/pictures.h>
-#include <MelkarCommon/support/platform/drawing.h>
 #include <MelkarCommon/support/support.h>
 
 #include <filesystem>

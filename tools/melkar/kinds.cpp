@@ -14,9 +14,9 @@
 #include <MelkarCommon/bars/line_graph.h>
 #include <MelkarCommon/bars/simulation.h>
 #include <MelkarCommon/bars/step_graph.h>
-#include <MelkarCommon/catalogue.h>
 #include <MelkarCommon/gauges/bmi_graph_eng.h>
 #include <MelkarCommon/gauges/himand_graph.h>
+#include <MelkarCommon/registry/catalogue.h>
 
 namespace melkar::tool {
 namespace {

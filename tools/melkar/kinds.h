@@ -1,7 +1,7 @@
 #pragma once
 
-#include <MelkarCommon/support/platform/geometry.h>
-#include <MelkarCommon/support/platform/types.h>
+#include <MelkarCommon/platform/geometry.h>
+#include <MelkarCommon/platform/types.h>
 
 #include <array>
 #include <memory>

@@ -3,7 +3,7 @@
 
 #include "requests.h"
 
-#include <MelkarCommon/key_reference.h>
+#include <MelkarCommon/registry/key_reference.h>
 
 #include <iostream>
 

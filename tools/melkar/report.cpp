@@ -2,7 +2,7 @@
 
 #include <month_report.h>
 
-#include <MelkarCommon/support/platform/printing.h>
+#include <MelkarCommon/platform/printing.h>
 
 #include <iostream>
 #include <strings.h>

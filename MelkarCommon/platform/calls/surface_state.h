@@ -1,0 +1,100 @@
+#pragma once
+
+#include <MelkarCommon/platform/calls/gdi_objects.h>
+#include <MelkarCommon/platform/pages/page_file.h>
+#include <MelkarCommon/platform/seam/backend.h>
+#include <MelkarCommon/platform/types.h>
+
+#include <memory>
+#include <vector>
+
+namespace melkar {
+
+/// In device units.
+struct DeviceSize {
+    int width;
+    int height;
+};
+
+/// What a line's stroke depends on, on one surface.
+struct LineLook {
+    int style;
+    int width;
+    COLORREF color;
+    int bkMode;
+    COLORREF bkColor;
+
+    bool operator==(const LineLook&) const = default;
+};
+
+/// Lines that wait to be drawn as one path, so that their corners are whole and an outline is one stroke.
+struct WaitingLines {
+    std::vector<POINT> points; ///< empty: none wait
+    LineLook look{};
+    Stroke stroke;
+
+    /// True if a line from `from` of this look goes on where they end. Where they end, so does their pattern.
+    bool GoOnAt(POINT from, const LineLook& next) const;
+};
+
+/// What the surface of a printer keeps; the printer calls know what it is.
+class SurfacePrinting {
+public:
+    virtual ~SurfacePrinting() = default;
+};
+
+} // namespace melkar
+
+/// A drawing surface: the selected objects and modes, above the backend that does the work. Internal.
+struct HDC__ : melkar::HandleHead, melkar::InHandleMemory<melkar::ObjectKind::Surface> {
+    HDC__(melkar::TextMedium surfaceMedium, int surfaceDpi, melkar::DeviceSize deviceSize);
+    ~HDC__();
+    HDC__(const HDC__&) = delete;
+    HDC__& operator=(const HDC__&) = delete;
+
+    /// Draws on `picture` from now on. @return the former one, null if this one is selected elsewhere.
+    melkar::Bitmap* Take(melkar::Bitmap& picture);
+    /// The picture with everything on it that was drawn; null without pixels.
+    const melkar::PixelBuffer* ShownPixels();
+    /// The backend with every line on it that was drawn, for whatever comes next; null without room to draw on.
+    melkar::Backend* Drawing();
+    /// Adds a line of the selected pen to those that wait.
+    void AddLine(POINT from, POINT to);
+    void FlushLines();
+    /// The face of `font`; one without a height is as large as 12 pixels are at 96 dpi. Looked up each time and never
+    /// kept: a face is its thread's, a surface may go to another.
+    std::shared_ptr<melkar::TextFace> Face() const;
+
+    const melkar::TextMedium medium;
+    const int dpi;
+    const melkar::DeviceSize device;
+    RECT bounds{0, 0, 0, 0}; ///< of the room to draw on
+
+    melkar::Pen* pen;
+    melkar::Brush* brush;
+    melkar::FontObject* font;
+    melkar::Bitmap* bitmap = nullptr;          ///< null on a page
+    std::unique_ptr<melkar::Bitmap> ownBitmap; ///< of a surface with room of its own
+    std::unique_ptr<melkar::Backend> backend;  ///< null: no room to draw on. To draw, take `Drawing()`
+    melkar::WaitingLines lines;
+    melkar::PageFile* page = nullptr; ///< the backend, if it is a page that is finished with the surface
+    std::unique_ptr<melkar::SurfacePrinting> printing; ///< null on what isn't a printer's
+
+    COLORREF textColor = RGB(0, 0, 0);
+    COLORREF bkColor = RGB(255, 255, 255);
+    int bkMode = OPAQUE;
+    POINT position{0, 0};
+    double patternPhase = 0; ///< device units gone since the last `MoveToEx`
+};
+
+namespace melkar {
+
+/// False for null, for a handle of another kind and for a deleted one: nothing of these may be touched.
+inline bool IsSurface(HDC handle) { return handle && handle->kind == ObjectKind::Surface; }
+
+/// A pen's width on this surface, at least 1: scaled with dpi / 96, on paper not below half a point.
+int PenWidth(const HDC__& surface, const Pen& pen);
+/// How lines look that this pen draws on this surface now.
+Stroke StrokeOf(const HDC__& surface, const Pen& pen);
+
+} // namespace melkar

@@ -1,0 +1,120 @@
+#include <MelkarCommon/platform/calls/surface_state.h>
+#include <MelkarCommon/platform/drawing.h>
+#include <MelkarCommon/platform/seam/area.h>
+#include <MelkarCommon/platform/seam/box.h>
+#include <MelkarCommon/platform/text/text_decode.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <cstring>
+
+using namespace melkar;
+
+namespace {
+
+/// The bytes that a text and a length stand for. Whether a character is cut shows only in the whole text: its first
+/// bytes alone would be read in another code page.
+std::string_view Bytes(const HDC__& surface, const char* text, int length) {
+    if (!text)
+        return {};
+    const std::string_view whole(text);
+    return length < 0 ? whole : CutBytes(whole, static_cast<std::size_t>(length), surface.font->description.lfCharSet);
+}
+
+/// The box behind a line of text, turned about its top-left corner.
+Shape Background(POINT at, int width, int height, int escapement) {
+    PolygonShape box;
+    for (const PointD& corner : TurnedBox(at, width, height, escapement))
+        box.points.push_back({NearestInt(std::llround(corner.x)), NearestInt(std::llround(corner.y))});
+    return box;
+}
+
+/// The ground behind a line of text, within `clip`.
+void PaintGround(HDC surface, const RECT& clip, POINT at, int width, int height) {
+    Backend& backend = *surface->backend;
+    const Color color = ToColor(surface->bkColor);
+    const int escapement = surface->font->description.lfEscapement;
+    if (escapement == 0) {
+        const Box ground{at.x, at.y, std::int64_t{at.x} + width, std::int64_t{at.y} + height};
+        return backend.FillRect(ClipBox(ground, clip), color);
+    }
+    backend.SetClip(ClipBox(ToBox(clip), surface->bounds));
+    backend.FillShape(Background(at, width, height, escapement), color);
+    backend.SetClip(surface->bounds);
+}
+
+/// One line with its top-left corner at `at`, on its background if the mode is opaque.
+void PaintLine(HDC surface, const std::shared_ptr<const TextLayout>& layout, std::size_t index, POINT at,
+               const RECT& clip) {
+    Backend* backend = surface->Drawing();
+    if (!backend)
+        return;
+    const TextLine& line = layout->lines[index];
+    if (surface->bkMode == OPAQUE && line.width > 0)
+        PaintGround(surface, clip, at, line.width, layout->lineHeight);
+    backend->PaintText(layout, index, at, surface->font->description.lfEscapement, ToColor(surface->textColor), clip);
+}
+
+/// Left end of a line in the rectangle.
+int LineLeft(const RECT& rect, int width, UINT format) {
+    const std::int64_t room = std::int64_t{rect.right} - rect.left - width;
+    if (format & DT_CENTER)
+        return NearestInt(rect.left + room / 2);
+    return format & DT_RIGHT ? NearestInt(rect.left + room) : rect.left;
+}
+
+/// Top of the first line in the rectangle: vertical placement is for single lines only.
+std::int64_t TextTop(const RECT& rect, int height, UINT format) {
+    if (!(format & DT_SINGLELINE))
+        return rect.top;
+    const std::int64_t room = std::int64_t{rect.bottom} - rect.top - height;
+    if (format & DT_VCENTER)
+        return rect.top + room / 2;
+    return format & DT_BOTTOM ? rect.top + room : rect.top;
+}
+
+void PaintLayout(HDC surface, const std::shared_ptr<const TextLayout>& layout, const RECT& rect, UINT format) {
+    std::int64_t y = TextTop(rect, layout->Height(), format);
+    const RECT visible = ClipBox(ToBox(rect), surface->bounds);
+    for (std::size_t i = 0; i < layout->lines.size(); ++i, y += layout->lineHeight) {
+        if (y >= visible.bottom)
+            break;
+        if (y + layout->lineHeight <= visible.top)
+            continue;
+        PaintLine(surface, layout, i, {LineLeft(rect, layout->lines[i].width, format), static_cast<int>(y)}, rect);
+    }
+}
+
+} // namespace
+
+BOOL TextOutA(HDC surface, int x, int y, const char* text, int length) {
+    if (!IsSurface(surface) || !text)
+        return FALSE;
+    const auto layout = LayOutText(surface->Face(), Bytes(*surface, text, length), true, kNoWrap);
+    for (std::size_t i = 0; i < layout->lines.size(); ++i)
+        PaintLine(surface, layout, i, {x, y}, surface->bounds);
+    return TRUE;
+}
+
+int DrawTextExA(HDC surface, char* text, int length, RECT* rect, UINT format, void*) {
+    if (!IsSurface(surface) || !text || !rect)
+        return 0;
+    const bool singleLine = (format & DT_SINGLELINE) != 0;
+    const bool wraps = (format & DT_WORDBREAK) && !singleLine;
+    const bool measures = (format & DT_CALCRECT) != 0;
+    const std::int64_t room = std::int64_t{rect->right} - rect->left;
+    const int wrapWidth = wraps ? static_cast<int>(std::clamp<std::int64_t>(room, 0, INT32_MAX)) : kNoWrap;
+    const std::string_view bytes = Bytes(*surface, text, length);
+    auto layout = LayOutText(surface->Face(), bytes, singleLine, wrapWidth);
+    if (measures && wraps && layout->width > wrapWidth) // a wide word makes room for the others in the measured box
+        layout = LayOutText(surface->Face(), bytes, singleLine, layout->width);
+    const int height = singleLine ? layout->lineHeight : layout->Height(); // a single line is there without text, too
+    if (measures) {
+        rect->right = AddEdge(rect->left, layout->width);
+        rect->bottom = AddEdge(rect->top, height);
+    } else {
+        PaintLayout(surface, layout, *rect, format);
+    }
+    return height;
+}

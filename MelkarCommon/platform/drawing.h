@@ -1,0 +1,90 @@
+#pragma once
+
+#include <MelkarCommon/api.h>
+#include <MelkarCommon/platform/types.h>
+
+/// @file
+/// The drawing calls. They keep their platform names and meanings. All of them are null-safe: on a null or
+/// unsuitable handle they draw nothing and return 0 (null). A handle of another kind and one of something that was
+/// deleted are unsuitable; a deleted handle is noticed until another object of its kind takes its memory, and a pointer
+/// that never was a handle is not noticed. A returned object belongs to the caller, who
+/// deletes it with `DeleteObject` (surfaces with `DeleteDC`); deleting an object that is selected into a
+/// surface is refused, stock objects are never deleted.
+///
+/// Rectangles and fills cover left..right-1 and top..bottom-1. Pen widths and dash patterns scale with
+/// dpi / 96, except that a pen of width 0 stays one pixel wide.
+
+// Surfaces and bitmaps
+
+/// A memory surface that suits `surface` (its dpi, and its kind: what is drawn on one that suits a page or
+/// a recording stays vector until it is copied there). It has no room until a bitmap is selected into it.
+MELKAR_API HDC CreateCompatibleDC(HDC surface);
+/// A black bitmap to select into a surface that suits `surface`. Null if a side is below 1
+/// or above 32767, or for more than 2^27 pixels.
+MELKAR_API HBITMAP CreateCompatibleBitmap(HDC surface, int width, int height);
+/// Frees any surface and finishes the file of a page surface. @return FALSE for null, and for a page
+/// whose file couldn't be written (then there is no file, and a log line).
+MELKAR_API BOOL DeleteDC(HDC surface);
+
+// Objects
+
+/// Selects a pen, brush, font or bitmap. @return the former object of that kind; null, with nothing
+/// changed, for a null or unsuitable one, and for a bitmap that is selected elsewhere.
+MELKAR_API HGDIOBJ SelectObject(HDC surface, HGDIOBJ object);
+/// @return FALSE for null, for a stock object and for one that is selected into a surface.
+MELKAR_API BOOL DeleteObject(HGDIOBJ object);
+/// Brushes, pens and the default font by the numbers in types.h; null for others. Never deleted.
+MELKAR_API HGDIOBJ GetStockObject(int index);
+/// Stores a `BITMAP` for a bitmap, a `LOGFONTA` for a font. @return the bytes stored, or 0.
+MELKAR_API int GetObjectA(HGDIOBJ object, int size, void* out);
+
+MELKAR_API HFONT CreateFontA(int height, int width, int escapement, int orientation, int weight, DWORD italic,
+                             DWORD underline, DWORD strikeOut, DWORD charSet, DWORD outPrecision, DWORD clipPrecision,
+                             DWORD quality, DWORD pitchAndFamily, const char* face);
+MELKAR_API HFONT CreateFontIndirectA(const LOGFONTA* description);
+MELKAR_API HPEN CreatePen(int style, int width, COLORREF color);
+/// Style bits beyond `PS_STYLE_MASK` and user patterns are ignored.
+MELKAR_API HPEN ExtCreatePen(DWORD style, DWORD width, const LOGBRUSH* brush, DWORD patternCount, const DWORD* pattern);
+MELKAR_API HBRUSH CreateSolidBrush(COLORREF color);
+MELKAR_API HBRUSH CreateBrushIndirect(const LOGBRUSH* brush);
+/// A polygon; `mode` is `ALTERNATE` or `WINDING`. Null for fewer than three points.
+MELKAR_API HRGN CreatePolygonRgn(const POINT* points, int count, int mode);
+/// A bitmap from a file (`type` `IMAGE_BITMAP`, `flags` with `LR_LOADFROMFILE`), scaled to width x height
+/// unless both are 0. BMP, PNG and whatever else the machine's image loaders read. Null on failure.
+MELKAR_API HANDLE LoadImageA(HINSTANCE instance, const char* name, UINT type, int width, int height, UINT flags);
+
+// State
+
+MELKAR_API int SetBkMode(HDC surface, int mode);               ///< @return the former mode, 0 on failure
+MELKAR_API COLORREF SetBkColor(HDC surface, COLORREF color);   ///< @return the former colour
+MELKAR_API COLORREF SetTextColor(HDC surface, COLORREF color); ///< @return the former colour
+/// `LOGPIXELSX`, `LOGPIXELSY`: dots per inch; 96 for a null surface. `HORZRES`, `VERTRES`: width and height in device
+/// units, of a compatible surface those of the one that it suits. Other queries give 0.
+MELKAR_API int GetDeviceCaps(HDC surface, int query);
+
+// Drawing
+
+MELKAR_API BOOL MoveToEx(HDC surface, int x, int y, POINT* former); ///< restarts the pen's pattern
+MELKAR_API BOOL LineTo(HDC surface, int x, int y);                  ///< leaves out the end point
+MELKAR_API BOOL Rectangle(HDC surface, int left, int top, int right, int bottom);
+MELKAR_API BOOL Ellipse(HDC surface, int left, int top, int right, int bottom);
+/// The slice of the ellipse in the rectangle from the radial through (x1, y1) counter-clockwise to the
+/// radial through (x2, y2); equal radials give the whole disc.
+MELKAR_API BOOL Pie(HDC surface, int left, int top, int right, int bottom, int x1, int y1, int x2, int y2);
+MELKAR_API BOOL FillRgn(HDC surface, HRGN region, HBRUSH brush);
+MELKAR_API BOOL BitBlt(HDC to, int x, int y, int width, int height, HDC from, int fromX, int fromY, DWORD operation);
+/// Scales: `SRCCOPY` smoothly, `SRCAND` and `SRCPAINT` by the nearest pixel; what was recorded is played at pixels.
+MELKAR_API BOOL StretchBlt(HDC to, int x, int y, int width, int height, HDC from, int fromX, int fromY, int fromWidth,
+                           int fromHeight, DWORD operation);
+
+// Text is NUL-terminated; a length is a limit, at which no character is cut in two. Valid UTF-8 is UTF-8; other bytes
+// are read in the code page of the font's character set.
+
+/// The top-left corner of the text stands at (x, y); the font's escapement turns it about that point.
+MELKAR_API BOOL TextOutA(HDC surface, int x, int y, const char* text, int length);
+/// Draws or, with `DT_CALCRECT`, measures text in a rectangle. Lines break at CR LF and LF (not with
+/// `DT_SINGLELINE`), with `DT_WORDBREAK` also at the rectangle's width. Vertical placement counts only with
+/// `DT_SINGLELINE`. Drawing is clipped to the rectangle; measuring sets right and bottom and nothing else.
+/// An empty text has no width; with `DT_SINGLELINE` it is one line high, else of no height.
+/// @param length bytes of the text, -1 for all of it. @return the height of the text, 0 on failure.
+MELKAR_API int DrawTextExA(HDC surface, char* text, int length, RECT* rect, UINT format, void* parameters);

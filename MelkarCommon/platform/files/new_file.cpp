@@ -1,0 +1,172 @@
+#include <MelkarCommon/platform/files/new_file.h>
+
+#include <atomic>
+#include <cerrno>
+#include <climits>
+#include <cstdlib>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace melkar {
+
+namespace {
+
+/// A name beside `path` that no other thread or process uses now.
+std::string TemporaryName(const std::string& path) {
+    static std::atomic<unsigned> s_count{0};
+    return path + "." + std::to_string(getpid()) + "." + std::to_string(s_count.fetch_add(1)) + ".new";
+}
+
+std::string FolderOf(const std::string& path) {
+    const std::size_t slash = path.rfind('/');
+    return slash == std::string::npos ? "." : path.substr(0, slash + 1);
+}
+
+/// Where a symlink leads, and from there on; the end need not be there. `path` itself if it is no link.
+std::string FollowLinks(std::string path) {
+    constexpr int kMostLinks = 40; // as the system itself gives up
+    char target[PATH_MAX];
+    for (int i = 0; i < kMostLinks; ++i) {
+        const ssize_t length = readlink(path.c_str(), target, sizeof target);
+        if (length <= 0 || length == sizeof target)
+            return path;
+        const std::string next(target, static_cast<std::size_t>(length));
+        path = next.front() == '/' ? next : FolderOf(path) + "/" + next;
+    }
+    return path;
+}
+
+/// Whether a file may take the place of what `path` names: a regular file that the caller may write, or nothing.
+/// `status` is that of the file there, its mode 0 if there is none. Else false, with `errno` set.
+bool MayReplace(const std::string& path, struct stat& status) {
+    status = {};
+    if (lstat(path.c_str(), &status) != 0)
+        return errno == ENOENT;
+    if (S_ISREG(status.st_mode))
+        return faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) == 0;
+    errno = S_ISDIR(status.st_mode) ? EISDIR : S_ISLNK(status.st_mode) ? ELOOP : ENOTSUP;
+    return false;
+}
+
+/// The name of an open file without one, by which it can be given one.
+std::string HandleName(int descriptor) { return "/proc/self/fd/" + std::to_string(descriptor); }
+
+/// A file without a name, gone with its last descriptor; -1 where the file system has no such files, or where they
+/// couldn't be given a name later.
+int OpenNameless(const std::string& path, mode_t mode) {
+    const int descriptor = open(FolderOf(path).c_str(), O_WRONLY | O_TMPFILE | O_CLOEXEC, mode);
+    if (descriptor < 0 || access(HandleName(descriptor).c_str(), F_OK) == 0)
+        return descriptor;
+    close(descriptor);
+    return -1;
+}
+
+/// Opens a fresh file and puts its name into `name`. A killed process of the same number may have left some.
+int OpenNamed(const std::string& path, mode_t mode, std::string& name) {
+    constexpr int kTries = 1000;
+    for (int i = 0; i < kTries; ++i) {
+        name = TemporaryName(path);
+        const int descriptor = open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
+        if (descriptor >= 0 || errno != EEXIST)
+            return descriptor;
+    }
+    return -1;
+}
+
+/// Gives the new file the owner, where that is allowed, and the mode of the one that it replaces.
+void TakeOver(int descriptor, const struct stat& former) {
+    [[maybe_unused]] const bool isKept = fchown(descriptor, former.st_uid, former.st_gid) == 0 ||
+                                         fchown(descriptor, -1U, former.st_gid) == 0; // else it is the writer's
+    fchmod(descriptor, former.st_mode & 07777);
+}
+
+} // namespace
+
+std::unique_ptr<NewFile> NewFile::Create(const std::string& path) {
+    const std::string target = FollowLinks(path);
+    struct stat former;
+    if (!MayReplace(target, former))
+        return nullptr;
+    const bool replaces = former.st_mode != 0;
+    const mode_t mode = replaces ? 0600 : 0666;
+    std::string name;
+    int descriptor = OpenNameless(target, mode);
+    if (descriptor < 0)
+        descriptor = OpenNamed(target, mode, name);
+    if (descriptor < 0)
+        return nullptr;
+    if (replaces)
+        TakeOver(descriptor, former);
+    if (std::FILE* stream = fdopen(descriptor, "wb"))
+        return std::unique_ptr<NewFile>(new NewFile(path, target, std::move(name), stream));
+    close(descriptor);
+    if (!name.empty())
+        unlink(name.c_str());
+    errno = ENOMEM;
+    return nullptr;
+}
+
+NewFile::~NewFile() {
+    if (m_stream != nullptr)
+        std::fclose(m_stream);
+    RemoveTemporary();
+}
+
+void NewFile::KeepError() {
+    if (m_error == 0)
+        m_error = errno != 0 ? errno : EIO;
+}
+
+void NewFile::RemoveTemporary() {
+    if (!m_temporary.empty())
+        unlink(m_temporary.c_str());
+    m_temporary.clear();
+}
+
+bool NewFile::Write(const void* bytes, std::size_t count) {
+    if (m_error != 0 || m_stream == nullptr)
+        return false;
+    errno = 0;
+    if (std::fwrite(bytes, 1, count, m_stream) != count)
+        KeepError();
+    return m_error == 0;
+}
+
+void NewFile::Abandon() {
+    if (m_error == 0)
+        m_error = ECANCELED;
+}
+
+/// A file without a name gets its own at once if that is free, else a temporary one: a link replaces nothing.
+bool NewFile::GiveName() {
+    const std::string handle = HandleName(fileno(m_stream));
+    if (linkat(AT_FDCWD, handle.c_str(), AT_FDCWD, m_target.c_str(), AT_SYMLINK_FOLLOW) == 0)
+        return true;
+    if (errno != EEXIST)
+        return false;
+    m_temporary = TemporaryName(m_target);
+    return linkat(AT_FDCWD, handle.c_str(), AT_FDCWD, m_temporary.c_str(), AT_SYMLINK_FOLLOW) == 0;
+}
+
+int NewFile::Commit() {
+    if (m_stream == nullptr)
+        return m_error;
+    struct stat former;
+    errno = 0;
+    const bool isWhole = std::fflush(m_stream) == 0 && MayReplace(m_target, former);
+    if (!isWhole || (m_error == 0 && m_temporary.empty() && !GiveName()))
+        KeepError();
+    errno = 0;
+    if (std::fclose(m_stream) != 0)
+        KeepError();
+    m_stream = nullptr;
+    if (m_error == 0 && !m_temporary.empty() && std::rename(m_temporary.c_str(), m_target.c_str()) != 0)
+        KeepError();
+    if (m_error == 0)
+        m_temporary.clear();
+    RemoveTemporary();
+    return m_error;
+}
+
+} // namespace melkar

@@ -1,0 +1,159 @@
+#include <MelkarCommon/platform/profile.h>
+
+#include <MelkarCommon/platform/files.h>
+#include <MelkarCommon/platform/values/ascii.h>
+
+#include <algorithm>
+#include <cstring>
+#include <optional>
+
+namespace melkar {
+namespace {
+
+/// Cuts the first line off `rest`. @return it without blanks at its ends, so without a carriage return, too.
+std::string_view TakeLine(std::string_view& rest) {
+    const std::size_t end = rest.find('\n');
+    const std::string_view line = rest.substr(0, end);
+    rest.remove_prefix(end == std::string_view::npos ? rest.size() : end + 1);
+    return TrimBlanks(line);
+}
+
+/// Where the next line that begins with a bracket has it; `from` is the start of a line. Looks for brackets rather
+/// than for lines: a profile has many keys for each section.
+std::size_t FindBracket(std::string_view text, std::size_t from) {
+    for (std::size_t at = text.find('[', from); at != std::string_view::npos; at = text.find('[', at + 1)) {
+        std::size_t before = at;
+        while (before > from && text[before - 1] != '\n' && IsBlank(text[before - 1]))
+            --before;
+        if (before == from || text[before - 1] == '\n')
+            return at;
+    }
+    return std::string_view::npos;
+}
+
+struct SectionText {
+    std::string_view name; ///< to the end of the line if no bracket closes it
+    std::string_view body;
+};
+
+/// Cuts the next section, and what stands before it, off `rest`.
+std::optional<SectionText> TakeSection(std::string_view& rest) {
+    const std::size_t bracket = FindBracket(rest, 0);
+    if (bracket == std::string_view::npos)
+        return std::nullopt;
+    rest.remove_prefix(bracket);
+    const std::string_view header = TakeLine(rest);
+    const std::size_t end = std::min(FindBracket(rest, 0), rest.size());
+    const SectionText section{TrimBlanks(header.substr(1, header.find(']') - 1)), rest.substr(0, end)};
+    rest.remove_prefix(end);
+    return section;
+}
+
+std::string_view WithoutQuotes(std::string_view value) {
+    const bool isQuoted =
+        value.size() >= 2 && value.front() == value.back() && (value.front() == '"' || value.front() == '\'');
+    return isQuoted ? value.substr(1, value.size() - 2) : value;
+}
+
+struct KeyAndValue {
+    std::string_view key;
+    std::string_view value;
+};
+
+/// Nothing for a comment and for a line without a key.
+std::optional<KeyAndValue> SplitLine(std::string_view line) {
+    const std::size_t equals = line.find('=');
+    if (line.starts_with(';') || equals == std::string_view::npos || equals == 0)
+        return std::nullopt;
+    return KeyAndValue{TrimBlanks(line.substr(0, equals)), WithoutQuotes(TrimBlanks(line.substr(equals + 1)))};
+}
+
+std::string_view WithoutByteOrderMark(std::string_view text) {
+    return text.starts_with("\xEF\xBB\xBF") ? text.substr(3) : text;
+}
+
+std::optional<std::string_view> FindInSection(std::string_view body, std::string_view key) {
+    while (!body.empty()) {
+        const auto entry = SplitLine(TakeLine(body));
+        if (entry && EqualNoCase(entry->key, key))
+            return entry->value;
+    }
+    return std::nullopt;
+}
+
+/// One key's value, read no further than the end of its section.
+std::optional<std::string_view> FindInText(std::string_view text, std::string_view section, std::string_view key) {
+    std::string_view rest = WithoutByteOrderMark(text);
+    while (const auto next = TakeSection(rest))
+        if (EqualNoCase(next->name, section))
+            return FindInSection(next->body, key);
+    return std::nullopt;
+}
+
+std::optional<std::string> ReadKey(const char* path, const char* section, const char* key) {
+    if (!path || !section || !key)
+        return std::nullopt;
+    const std::string text = ReadWholeFile(path, nullptr);
+    const auto value = FindInText(text, TrimBlanks(section), TrimBlanks(key));
+    return value ? std::optional<std::string>(*value) : std::nullopt;
+}
+
+std::string Lower(std::string_view text) {
+    std::string lower(text);
+    std::transform(lower.begin(), lower.end(), lower.begin(), LowerAscii);
+    return lower;
+}
+
+} // namespace
+
+ProfileSnapshot::ProfileSnapshot(const char* path) : m_path(path ? path : ""), m_text(ReadWholeFile(path, &m_isRead)) {
+    std::string_view rest = WithoutByteOrderMark(m_text);
+    while (const auto section = TakeSection(rest))
+        m_sections.try_emplace(Lower(section->name), Section{section->body, {}}); // repeated ones add nothing
+}
+
+bool ProfileSnapshot::HasSection(std::string_view section) const {
+    return m_sections.contains(Lower(TrimBlanks(section)));
+}
+
+void ProfileSnapshot::Section::Split() {
+    while (!unsplit.empty())
+        if (const auto entry = SplitLine(TakeLine(unsplit)))
+            entries.push_back({entry->key, std::string(entry->value)});
+}
+
+const std::string* ProfileSnapshot::Find(std::string_view section, std::string_view key) const {
+    const auto found = m_sections.find(Lower(TrimBlanks(section)));
+    if (found == m_sections.end())
+        return nullptr;
+    found->second.Split();
+    key = TrimBlanks(key);
+    for (const Entry& entry : found->second.entries)
+        if (EqualNoCase(entry.key, key))
+            return &entry.value;
+    return nullptr;
+}
+
+int ProfileInt(const std::string* value, int fallback) {
+    return value && !value->empty() ? ParseInt(*value) : fallback;
+}
+
+} // namespace melkar
+
+DWORD GetPrivateProfileStringA(const char* section, const char* key, const char* fallback, char* buffer, DWORD size,
+                               const char* path) {
+    if (!buffer || size == 0)
+        return 0;
+    const auto value = melkar::ReadKey(path, section, key);
+    const std::string_view text = value ? std::string_view(*value) : std::string_view(fallback ? fallback : "");
+    const std::size_t length = std::min<std::size_t>(text.size(), size - 1);
+    if (length > 0)
+        std::memmove(buffer, text.data(), length); // the buffer may hold the fallback
+    buffer[length] = '\0';
+    return static_cast<DWORD>(length);
+}
+
+int GetPrivateProfileIntA(const char* section, const char* key, int fallback, const char* path) {
+    const auto value = melkar::ReadKey(path, section, key);
+    return melkar::ProfileInt(value ? &*value : nullptr, fallback);
+}

@@ -1,0 +1,130 @@
+#include <MelkarCommon/platform/cairo/handles.h>
+#include <MelkarCommon/platform/files.h>
+#include <MelkarCommon/platform/files/log_sink.h>
+#include <MelkarCommon/platform/files/new_file.h>
+#include <MelkarCommon/platform/images/bitmap_head.h>
+#include <MelkarCommon/platform/images/image_file.h>
+#include <MelkarCommon/platform/pixels/pixel_blit.h>
+#include <MelkarCommon/platform/pixels/pixel_memory.h>
+#include <MelkarCommon/platform/pixels/pixel_spans.h>
+
+#include <gdk-pixbuf/gdk-pixbuf.h>
+
+#include <cerrno>
+#include <cstring>
+#include <sys/stat.h>
+
+namespace melkar {
+
+namespace {
+
+constexpr int kLargestSide = 32767;
+
+struct PixbufRelease {
+    void operator()(GdkPixbuf* pixbuf) const { g_object_unref(pixbuf); }
+};
+using PixbufPointer = std::unique_ptr<GdkPixbuf, PixbufRelease>;
+
+bool IsRegularFile(const char* path) {
+    struct stat status {};
+    return stat(path, &status) == 0 && S_ISREG(status.st_mode);
+}
+
+/// The file's picture if its head promises a size that we'd take; a few bytes can claim gigabytes.
+PixbufPointer OpenPicture(const char* path) {
+    int width = 0;
+    int height = 0;
+    if (!IsRegularFile(path) || gdk_pixbuf_get_file_info(path, &width, &height) == nullptr)
+        return nullptr;
+    if (width < 1 || height < 1 || width > kLargestSide || height > kLargestSide || IsCutBitmap(path))
+        return nullptr;
+    return PixbufPointer(gdk_pixbuf_new_from_file(path, nullptr));
+}
+
+/// One row of a pixbuf: three or four bytes a pixel, transparent parts laid on white.
+void ConvertRow(std::uint32_t* out, const guint8* bytes, int width, int channels, bool hasAlpha) {
+    for (int x = 0; x < width; ++x, bytes += channels) {
+        const Color color = ToColor(RGB(bytes[0], bytes[1], bytes[2]));
+        out[x] = hasAlpha ? MixColor255(kWhite, color, bytes[3]) : color;
+    }
+}
+
+PixelBuffer ToPixels(const GdkPixbuf* pixbuf) {
+    const int width = gdk_pixbuf_get_width(pixbuf);
+    const int height = gdk_pixbuf_get_height(pixbuf);
+    const PixelBuffer buffer{TakePixels(width, height), width, height, width};
+    if (buffer.pixels == nullptr)
+        return {};
+    const guint8* bytes = gdk_pixbuf_read_pixels(pixbuf);
+    const auto rowBytes = static_cast<std::ptrdiff_t>(gdk_pixbuf_get_rowstride(pixbuf));
+    for (int y = 0; y < height; ++y)
+        ConvertRow(PixelAt(buffer, 0, y), bytes + y * rowBytes, width, gdk_pixbuf_get_n_channels(pixbuf),
+                   gdk_pixbuf_get_has_alpha(pixbuf) != 0);
+    return buffer;
+}
+
+cairo_status_t WriteBytes(void* file, const unsigned char* bytes, unsigned int count) {
+    return static_cast<NewFile*>(file)->Write(bytes, count) ? CAIRO_STATUS_SUCCESS : CAIRO_STATUS_WRITE_ERROR;
+}
+
+cairo_status_t AppendBytes(void* text, const unsigned char* bytes, unsigned int count) {
+    static_cast<std::string*>(text)->append(reinterpret_cast<const char*>(bytes), count);
+    return CAIRO_STATUS_SUCCESS;
+}
+
+CairoSurface SurfaceOf(const PixelBuffer& pixels, cairo_format_t format) {
+    return CairoSurface(cairo_image_surface_create_for_data(reinterpret_cast<unsigned char*>(pixels.pixels), format,
+                                                            pixels.width, pixels.height,
+                                                            pixels.stride * static_cast<int>(sizeof(std::uint32_t))));
+}
+
+/// @return 0 or the error number.
+int WritePicture(const PixelBuffer& pixels, const std::string& path) {
+    const std::unique_ptr<NewFile> file = NewFile::Create(path);
+    if (file == nullptr)
+        return errno;
+    const CairoSurface surface = SurfaceOf(pixels, CAIRO_FORMAT_RGB24);
+    if (cairo_surface_write_to_png_stream(surface.get(), WriteBytes, file.get()) != CAIRO_STATUS_SUCCESS)
+        file->Abandon();
+    return file->Commit();
+}
+
+} // namespace
+
+PixelBuffer LoadImageFile(const char* path) {
+    const PixbufPointer pixbuf = path != nullptr ? OpenPicture(ResolvePath(path).c_str()) : nullptr;
+    return pixbuf != nullptr ? ToPixels(pixbuf.get()) : PixelBuffer{};
+}
+
+PixelBuffer Resized(const PixelBuffer& picture, int width, int height, DWORD operation) {
+    const bool sensible = width > 0 && height > 0 && width <= kLargestSide && height <= kLargestSide;
+    const PixelBuffer scaled{sensible ? TakePixels(width, height) : nullptr, width, height, width};
+    if (scaled.pixels == nullptr)
+        return {};
+    const RECT whole{0, 0, width, height};
+    FillRows(scaled, whole, ToColor(RGB(0, 0, 0))); // "or" takes the picture as it is
+    BlitPixels(scaled, whole, whole, picture, {0, 0, picture.width, picture.height},
+               operation == SRCCOPY ? SRCCOPY : SRCPAINT);
+    return scaled;
+}
+
+int WritePngFile(const PixelBuffer& pixels, const char* path) {
+    const bool sensible = path != nullptr && pixels.pixels != nullptr && pixels.width > 0 && pixels.height > 0;
+    const int error = sensible ? WritePicture(pixels, ResolvePath(path)) : EINVAL;
+    if (error == 0)
+        return 0;
+    Report(
+        ("PNG file [" + std::string(path != nullptr ? path : "") + "] not written: " + std::strerror(error)).c_str());
+    errno = error;
+    return -1;
+}
+
+std::string EncodePng(const PixelBuffer& pixels, bool hasAlpha) {
+    std::string bytes;
+    const CairoSurface surface = SurfaceOf(pixels, hasAlpha ? CAIRO_FORMAT_ARGB32 : CAIRO_FORMAT_RGB24);
+    if (cairo_surface_write_to_png_stream(surface.get(), AppendBytes, &bytes) != CAIRO_STATUS_SUCCESS)
+        bytes.clear();
+    return bytes;
+}
+
+} // namespace melkar

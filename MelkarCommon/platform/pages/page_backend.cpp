@@ -1,0 +1,285 @@
+#include <MelkarCommon/platform/cairo/handles.h>
+#include <MelkarCommon/platform/cairo/shapes.h>
+#include <MelkarCommon/platform/files.h>
+#include <MelkarCommon/platform/files/new_file.h>
+#include <MelkarCommon/platform/pages/paper.h>
+#include <MelkarCommon/platform/seam/box.h>
+#include <MelkarCommon/platform/text/text_on_cairo.h>
+
+#include <cairo-pdf.h>
+
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <ctime>
+#include <iterator>
+#include <vector>
+
+/// @file
+/// PDF pages: everything stays a vector, and covers the area that it would cover on pixels.
+
+namespace melkar {
+
+namespace {
+
+cairo_status_t WriteBytes(void* file, const unsigned char* bytes, unsigned int count) {
+    return static_cast<NewFile*>(file)->Write(bytes, count) ? CAIRO_STATUS_SUCCESS : CAIRO_STATUS_WRITE_ERROR;
+}
+
+/// Builds that have to give the same bytes each time set the date in the environment.
+std::optional<std::time_t> DateFromEnvironment() {
+    const char* epoch = std::getenv("SOURCE_DATE_EPOCH");
+    char* end = nullptr;
+    const auto seconds = static_cast<std::time_t>(epoch != nullptr ? std::strtoll(epoch, &end, 10) : 0);
+    return epoch != nullptr && end != epoch && *end == '\0' ? std::optional(seconds) : std::nullopt;
+}
+
+void SetInfo(cairo_surface_t* pdf, const DocumentInfo& info) {
+    cairo_pdf_surface_set_metadata(pdf, CAIRO_PDF_METADATA_CREATOR, "MelkarCommon");
+    if (!info.title.empty())
+        cairo_pdf_surface_set_metadata(pdf, CAIRO_PDF_METADATA_TITLE, info.title.c_str());
+    const std::optional<std::time_t> created = info.created ? info.created : DateFromEnvironment();
+    std::tm date{};
+    char text[sizeof "9999-12-31T23:59:59Z"];
+    if (!created || gmtime_r(&*created, &date) == nullptr)
+        return; // the present
+    if (std::strftime(text, sizeof text, "%Y-%m-%dT%H:%M:%SZ", &date) != 0)
+        cairo_pdf_surface_set_metadata(pdf, CAIRO_PDF_METADATA_CREATE_DATE, text);
+}
+
+CairoSurface MakeSurface(NewFile* file, const Sheet& sheet, const DocumentInfo& info) {
+    CairoSurface pdf(cairo_pdf_surface_create_for_stream(WriteBytes, file, sheet.width, sheet.height));
+    SetInfo(pdf.get(), info);
+    return pdf;
+}
+
+/// A copy of the source: what is painted is looked at only when the page ends.
+CairoSurface MakeImage(const PixelBuffer& pixels, const RECT& source, DWORD operation) {
+    const int width = source.right - source.left;
+    CairoSurface image(cairo_image_surface_create(operation == SRCCOPY ? CAIRO_FORMAT_RGB24 : CAIRO_FORMAT_ARGB32,
+                                                  width, source.bottom - source.top));
+    const std::vector<Color> paper = OnPaper(pixels, source, operation);
+    unsigned char* row = cairo_image_surface_get_data(image.get());
+    const int stride = cairo_image_surface_get_stride(image.get());
+    for (auto from = paper.begin(); row != nullptr && from != paper.end(); from += width, row += stride)
+        std::copy_n(from, width, reinterpret_cast<std::uint32_t*>(row));
+    cairo_surface_mark_dirty(image.get());
+    return image;
+}
+
+void Trace(cairo_t* cr, const PaperLine& line) {
+    cairo_new_path(cr);
+    for (const PointD& point : line.points)
+        cairo_line_to(cr, point.x, point.y);
+    if (line.isClosed)
+        cairo_close_path(cr);
+    cairo_set_line_join(cr, line.hasRoundCorners ? CAIRO_LINE_JOIN_ROUND : CAIRO_LINE_JOIN_MITER);
+    cairo_set_line_cap(cr, line.hasRoundEnds ? CAIRO_LINE_CAP_ROUND : CAIRO_LINE_CAP_BUTT);
+}
+
+/// Strokes the context's path, with pattern and gaps.
+void StrokePath(cairo_t* cr, const Stroke& stroke, double phase) {
+    cairo_set_line_width(cr, stroke.width);
+    cairo_set_dash(cr, nullptr, 0, 0);
+    if (HasPattern(stroke)) {
+        if (stroke.gaps) {
+            SetSourceColor(cr, stroke.gapColor);
+            cairo_stroke_preserve(cr);
+        }
+        const double lengths[] = {stroke.on, stroke.off};
+        cairo_set_dash(cr, lengths, static_cast<int>(std::size(lengths)), PhaseInPeriod(stroke, phase));
+        cairo_set_line_cap(cr, CAIRO_LINE_CAP_BUTT); // others would close short gaps
+    }
+    SetSourceColor(cr, stroke.color);
+    cairo_stroke(cr);
+}
+
+class PageBackend final : public PageFile {
+public:
+    PageBackend(std::unique_ptr<NewFile> file, int width, int height, int dpi, const DocumentInfo& info)
+        : m_file(std::move(file)), m_room{0, 0, width, height}, m_isWholeSheet(!info.sheet), m_dpi(dpi),
+          m_scale(kPointsPerInch / dpi) {
+        const double inch = dpi;
+        const Sheet sheet =
+            info.sheet.value_or(Sheet{width / inch * kPointsPerInch, height / inch * kPointsPerInch, 0, 0});
+        m_surface = MakeSurface(m_file.get(), sheet, info);
+        m_cr.reset(cairo_create(m_surface.get()));
+        cairo_scale(Cr(), m_scale, m_scale);
+        cairo_translate(Cr(), sheet.left / kPointsPerInch * inch, sheet.top / kPointsPerInch * inch);
+        cairo_set_line_join(Cr(), CAIRO_LINE_JOIN_ROUND);
+    }
+    ~PageBackend() override { m_file->Abandon(); }
+
+    bool BeginPage() override;
+    void EndPage() override;
+    bool Finish() override;
+    void Abandon() override;
+
+    void SetClip(const RECT& clip) override;
+    void FillRect(const RECT& rect, Color color) override;
+    void FillShape(const Shape& shape, Color color) override {
+        if (Shows())
+            FillShapeOn(Cr(), m_clip, shape, color, SliceReach(m_dpi));
+    }
+    void StrokeShape(const Shape& shape, const Stroke& stroke) override {
+        if (Shows())
+            StrokeShapeOn(Cr(), m_clip, shape, OnPaper(stroke, m_dpi));
+    }
+    void StrokePolyline(std::span<const POINT> points, const Stroke& stroke) override;
+    void PaintText(const std::shared_ptr<const TextLayout>& layout, std::size_t line, POINT at, int escapement,
+                   Color color, const RECT& clip) override;
+    void Blit(const RECT& target, const PixelBuffer& pixels, const RECT& source, DWORD operation) override;
+
+private:
+    cairo_t* Cr() { return m_cr.get(); }
+    /// Whether anything is drawn at all; between two pages the clip is empty.
+    bool Shows() {
+        m_pen.Lift();
+        return !IsEmptyRect(m_clip);
+    }
+    void ClipTo(const RECT& clip) {
+        if (m_isWholeSheet && clip.left <= 0 && clip.top <= 0 && clip.right >= m_room.right &&
+            clip.bottom >= m_room.bottom)
+            return;
+        Rectangle(clip);
+        cairo_clip(Cr());
+    }
+    void Rectangle(const RECT& r) {
+        cairo_new_path(Cr());
+        cairo_rectangle(Cr(), r.left, r.top, double{1} * r.right - r.left, double{1} * r.bottom - r.top);
+    }
+
+    std::unique_ptr<NewFile> m_file;
+    RECT m_room;             ///< to draw on
+    bool m_isWholeSheet;     ///< the room leaves no margin
+    RECT m_page{0, 0, 0, 0}; ///< the room while a page is open, else empty
+    RECT m_clip{0, 0, 0, 0};
+    int m_pages = 0; ///< begun
+    bool m_hasEnded = false;
+    int m_dpi;
+    double m_scale; ///< points in a device unit
+    PaperPen m_pen;
+    CairoSurface m_surface;
+    CairoContext m_cr;
+};
+
+bool PageBackend::BeginPage() {
+    if (m_hasEnded)
+        return false;
+    EndPage();
+    ++m_pages;
+    m_page = m_room;
+    SetClip(m_page);
+    return true;
+}
+
+void PageBackend::EndPage() {
+    if (IsEmptyRect(m_page))
+        return;
+    cairo_show_page(Cr());
+    m_page = {0, 0, 0, 0};
+    SetClip(m_page);
+}
+
+void PageBackend::Abandon() {
+    m_hasEnded = true;
+    m_page = {0, 0, 0, 0};
+    SetClip(m_page);
+    m_file->Abandon();
+}
+
+bool PageBackend::Finish() {
+    if (m_hasEnded)
+        return false;
+    m_hasEnded = true;
+    EndPage();
+    const cairo_status_t drawn = cairo_status(Cr());
+    cairo_surface_finish(m_surface.get());
+    const cairo_status_t written = cairo_surface_status(m_surface.get());
+    const cairo_status_t status = drawn != CAIRO_STATUS_SUCCESS ? drawn : written;
+    const char* error = status != CAIRO_STATUS_SUCCESS ? cairo_status_to_string(status) : nullptr;
+    return FinishPage(*m_file, PageFormat::Pdf, m_pages == 0 ? "no page" : error);
+}
+
+void PageBackend::SetClip(const RECT& clip) {
+    m_clip = ClipBox(ToBox(clip), m_page);
+    cairo_reset_clip(Cr());
+    ClipTo(m_clip);
+}
+
+void PageBackend::FillRect(const RECT& rect, Color color) {
+    const RECT visible = ClipBox(ToBox(rect), m_clip);
+    if (!Shows() || IsEmptyRect(visible))
+        return;
+    SetSourceColor(Cr(), color);
+    Rectangle(visible);
+    cairo_fill(Cr());
+}
+
+void PageBackend::StrokePolyline(std::span<const POINT> points, const Stroke& stroke) {
+    if (IsEmptyRect(m_clip))
+        return;
+    m_pen.Stroke(points, m_clip, OnPaper(stroke, m_dpi), [this](const PaperLine& line, const Stroke& printed) {
+        Trace(Cr(), line);
+        StrokePath(Cr(), printed, line.phase);
+        cairo_set_line_join(Cr(), CAIRO_LINE_JOIN_ROUND);
+    });
+}
+
+void PageBackend::PaintText(const std::shared_ptr<const TextLayout>& layout, std::size_t line, POINT at, int escapement,
+                            Color color, const RECT& clip) {
+    constexpr int kFar = 1 << 16; // twice the largest page; cairo's coordinates wrap at 2^23 points
+    const RECT visible = ClipBox(ToBox(clip), m_clip);
+    if (!Shows() || layout == nullptr || IsEmptyRect(visible) || at.x < -kFar || at.x > kFar || at.y < -kFar ||
+        at.y > kFar)
+        return;
+    // Larger than FreeType can scale, at a dpi of 1 or 2: such a font fails, the whole page with it, and later pages.
+    constexpr double kLargestOnPaper = 1 << 15;
+    if (layout->lineHeight * m_scale > kLargestOnPaper)
+        return;
+    cairo_save(Cr());
+    ClipTo(visible);
+    cairo_new_path(Cr());
+    SetSourceColor(Cr(), color);
+    ShowLine(Cr(), *layout, line, at.x, at.y, escapement);
+    cairo_restore(Cr());
+}
+
+void PageBackend::Blit(const RECT& target, const PixelBuffer& pixels, const RECT& source, DWORD operation) {
+    const RECT visible = ClipBox(ToBox(target), m_clip);
+    if (!Shows() || IsEmptyRect(visible) || !CanBlit(pixels, source, operation))
+        return;
+    const CairoSurface image = MakeImage(pixels, source, operation);
+    cairo_save(Cr());
+    Rectangle(visible);
+    cairo_translate(Cr(), target.left, target.top);
+    cairo_scale(Cr(), (double{1} * target.right - target.left) / (source.right - source.left),
+                (double{1} * target.bottom - target.top) / (source.bottom - source.top));
+    cairo_set_source_surface(Cr(), image.get(), 0, 0);
+    cairo_pattern_set_extend(cairo_get_source(Cr()), CAIRO_EXTEND_PAD); // no fringe where the edge is resampled
+    cairo_pattern_set_filter(cairo_get_source(Cr()), operation == SRCCOPY ? CAIRO_FILTER_GOOD : CAIRO_FILTER_NEAREST);
+    cairo_fill(Cr());
+    cairo_restore(Cr());
+}
+
+} // namespace
+
+std::unique_ptr<PageFile> MakePageFile(const char* path, PageFormat format, int width, int height, int dpi,
+                                       const DocumentInfo& info) {
+    const bool sensible = path != nullptr && *path != '\0' && width > 0 && height > 0 && dpi > 0;
+    if (!sensible) {
+        LogNotWritten(format, path != nullptr ? path : "", std::strerror(EINVAL));
+        return nullptr;
+    }
+    const std::string resolved = ResolvePath(path);
+    std::unique_ptr<NewFile> file = NewFile::Create(resolved);
+    if (file == nullptr) {
+        LogNotWritten(format, resolved, std::strerror(errno));
+        return nullptr;
+    }
+    if (format != PageFormat::Pdf)
+        return MakeSvgPage(std::move(file), format, width, height, dpi, info);
+    return std::make_unique<PageBackend>(std::move(file), width, height, dpi, info);
+}
+
+} // namespace melkar

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <MelkarCommon/platform/files/new_file.h>
+#include <MelkarCommon/platform/pages/page_file.h>
+#include <MelkarCommon/platform/pages/paper_lines.h>
+
+/// @file
+/// Internal. What all page files have in common: how lines and pictures lie on paper, and how a file comes to its name.
+
+namespace melkar {
+
+constexpr double kPointsPerInch = 72;
+
+/// A stroke as paper shows it: what is thinner than half a point gets lost in print.
+Stroke OnPaper(const Stroke& stroke, int dpi);
+
+/// How far a slice reaches under the next one: a pixel of a screen that shows the page as large as it is, a device unit
+/// at least.
+inline double SliceReach(int dpi) {
+    constexpr double kScreenDpi = 96;
+    return std::max(1.0, dpi / kScreenDpi);
+}
+
+/// Draws polylines through `draw(line, stroke)`; keeps the last one, to cover its seam with the next.
+class PaperPen {
+public:
+    template <class Draw>
+    void Stroke(std::span<const POINT> points, const RECT& clip, const melkar::Stroke& stroke, const Draw& draw) {
+        constexpr double kThin = 2; // wider ones overlap when they are a unit apart
+        for (const PaperLine& line : LinesOnPaper(points, clip, stroke))
+            draw(line, stroke);
+        const bool mayHaveSeam = stroke == m_lastStroke && stroke.width < kThin && stroke.IsSolid();
+        if (const auto seam = mayHaveSeam ? SeamBetween(m_lastLines, points) : std::nullopt)
+            draw(*seam, stroke);
+        m_lastLines.assign(points.begin(), points.end());
+        m_lastStroke = stroke;
+    }
+    /// Something else is drawn over the last line.
+    void Lift() { m_lastLines.clear(); }
+
+private:
+    std::vector<POINT> m_lastLines;
+    melkar::Stroke m_lastStroke;
+};
+
+/// Pixels of the source rectangle, tightly packed, their channels multiplied by their alpha, that act on paper like the
+/// operation on pixels. Paper has no bits to combine: "and" is exact on white and for grey sources, "or" on black,
+/// where masked pictures go.
+std::vector<Color> OnPaper(const PixelBuffer& pixels, const RECT& source, DWORD operation);
+
+/// Gives the file its name. @param drawingError what went wrong with drawing, null if nothing did. @return false, with
+/// a log line and no file, if there was an error or the file can't be written.
+bool FinishPage(NewFile& file, PageFormat format, const char* drawingError);
+
+/// Logs that there is no page file. @param format what it should have been
+void LogNotWritten(PageFormat format, const std::string& path, const char* reason);
+
+/// @param file open and empty
+std::unique_ptr<PageFile> MakeSvgPage(std::unique_ptr<NewFile> file, PageFormat format, int width, int height, int dpi,
+                                      const DocumentInfo& info);
+
+} // namespace melkar

@@ -1,0 +1,126 @@
+#pragma once
+
+#include <MelkarCommon/platform/pixels/pixel_lanes.h>
+#include <MelkarCommon/platform/pixels/pixel_walk.h>
+#include <MelkarCommon/platform/seam/pixel_buffer.h>
+
+/// @file
+/// Internal. The sloped lines that curves are made of, run by run: all within the clip, and so close to an axis that
+/// several steps touch the same rows (of a steep line: columns).
+
+namespace melkar {
+
+template <int kLanes> class RunPainter {
+public:
+    /// Lines of up to 4 pixels' width. `clip` lies within the buffer.
+    RunPainter(const PixelBuffer& buffer, const RECT& clip, int width, Color color)
+        : m_buffer(buffer), m_clip(clip), m_width(width), m_color(color), m_mixer(color) {}
+
+    /// @return false, with nothing drawn, for any other line.
+    bool Draw(POINT from, POINT to) const {
+        const Walk walk = PlanWalk(from, to);
+        if (walk.rise == 0 || 4 * std::abs(walk.rise) >= walk.length)
+            return false;
+        const Breadth breadth = BreadthOf(walk, m_width);
+        if (!IsInside(walk, breadth, m_clip))
+            return false;
+        DrawRuns(walk, breadth);
+        return true;
+    }
+
+private:
+    /// Steps that touch the same rows: the first and the last of these in part, those between them whole.
+    struct Run {
+        std::uint32_t* pixel; ///< of the first step, in the first row
+        int direction;        ///< in which the major coordinate goes
+        int count;
+        int rows; ///< from the first one to the last
+        Weight first;
+        Weight last;
+    };
+
+    void DrawRuns(const Walk& walk, const Breadth& breadth) const {
+        const std::int64_t slope = FixedRatio(walk.rise, walk.length);
+        const std::ptrdiff_t minorStride = walk.steep ? 1 : m_buffer.stride;
+        const std::ptrdiff_t majorStride = walk.steep ? m_buffer.stride : 1;
+        const int direction = walk.up ? 1 : -1;
+        const auto step = static_cast<std::int32_t>(slope >> kFineBits);
+        std::uint32_t* pixel = m_buffer.pixels + walk.major * majorStride;
+        std::int64_t position = kFixedOne * walk.minor + kHalfWeight + breadth.start;
+        for (std::int64_t left = walk.length; left > 0;) {
+            const std::int64_t end = position + breadth.width;
+            const int count = StepsInRows(position, end, slope, static_cast<int>(std::min(left, kLongestRun)));
+            const Run run{pixel + (position >> 32) * minorStride,
+                          direction,
+                          count,
+                          static_cast<int>((end >> 32) - (position >> 32)),
+                          RestOf({FineWeight(position), step}),
+                          {FineWeight(end), step}};
+            walk.steep ? DrawSteep(run) : DrawLevel(run);
+            left -= count;
+            position += count * slope;
+            pixel += count * direction * majorStride;
+        }
+    }
+
+    static constexpr int kFineBits = 24 - kWeightBits;
+    /// Beyond that many steps a weight of 16 more bits might no longer be that of the position.
+    static constexpr std::int64_t kLongestRun = 64;
+
+    /// What a position leaves of its pixel.
+    static std::int32_t FineWeight(std::int64_t position) {
+        return static_cast<std::int32_t>((position >> kFineBits) & 0xFFFFFF);
+    }
+
+    /// How many steps it takes, one at least and `most`, until one of two positions comes to another row. Slopes are
+    /// small here, so parts of a pixel are divided in 32 bits.
+    static int StepsInRows(std::int64_t one, std::int64_t other, std::int64_t slope, int most) {
+        const std::int64_t way = (most - 1) * slope;
+        if ((one + way) >> 32 == one >> 32 && (other + way) >> 32 == other >> 32)
+            return most;
+        const auto part = static_cast<std::uint32_t>(one);
+        const auto otherPart = static_cast<std::uint32_t>(other);
+        const std::uint32_t room = slope > 0 ? ~std::max(part, otherPart) : std::min(part, otherPart);
+        return static_cast<int>(room / static_cast<std::uint32_t>(std::abs(slope))) + 1;
+    }
+
+    /// The rows of the walk are columns here, and the pixels of a step stand side by side. Four of them reach across a
+    /// line of width 2; a wider one takes four from both its sides.
+    void DrawSteep(const Run& run) const {
+        constexpr Weight kNone{0, 0};
+        constexpr Weight kAll{kWholeWeight, 0};
+        if (run.rows == 1)
+            return MixColumns(run, 0, std::array{run.first, run.last});
+        if (run.rows == 2)
+            return MixColumns(run, 0, std::array{run.first, kAll, run.last, kNone});
+        if (run.rows == 3)
+            return MixColumns(run, 0, std::array{run.first, kAll, kAll, run.last});
+        MixColumns(run, 0, std::array{run.first, kAll, kAll, kAll});
+        MixColumns(run, run.rows - 3, std::array{kAll, kAll, kAll, run.last});
+    }
+
+    template <std::size_t kColumns>
+    void MixColumns(const Run& run, int column, const std::array<Weight, kColumns>& weights) const {
+        m_mixer.MixSteps(run.pixel + column, run.direction * m_buffer.stride, run.count, weights);
+    }
+
+    void DrawLevel(const Run& run) const {
+        const int back = run.direction > 0 ? 0 : run.count - 1; // to the leftmost step
+        const auto fromLeft = [&](const Weight& weight) -> Weight {
+            return run.direction > 0 ? weight : Weight{weight.At(back), -weight.step};
+        };
+        std::uint32_t* row = run.pixel - back;
+        m_mixer.MixSpan(row, run.count, fromLeft(run.first));
+        for (int i = 1; i < run.rows; ++i)
+            std::fill_n(row += m_buffer.stride, run.count, m_color);
+        m_mixer.MixSpan(row + m_buffer.stride, run.count, fromLeft(run.last));
+    }
+
+    PixelBuffer m_buffer;
+    RECT m_clip;
+    int m_width;
+    Color m_color;
+    LaneMixer<kLanes> m_mixer;
+};
+
+} // namespace melkar

@@ -1,0 +1,277 @@
+#include <MelkarCommon/platform/printing.h>
+#include <MelkarCommon/platform/printing/printer.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <climits>
+#include <cstdlib>
+#include <cstring>
+#include <cups/cups.h>
+#include <fcntl.h>
+#include <filesystem>
+#include <optional>
+#include <unistd.h>
+#include <vector>
+
+namespace melkar {
+namespace {
+
+constexpr int kConnectMilliseconds = 5000;
+constexpr double kAnswerSeconds = 30;
+
+struct CloseHttp {
+    void operator()(http_t* server) const { httpClose(server); }
+};
+using Connection = std::unique_ptr<http_t, CloseHttp>;
+
+struct DeleteIpp {
+    void operator()(ipp_t* message) const { ippDelete(message); }
+};
+using Message = std::unique_ptr<ipp_t, DeleteIpp>;
+
+/// Where a printer listens.
+struct Address {
+    std::string name; ///< as the host gave it
+    std::string host;
+    int port = 0;
+    http_encryption_t encryption = HTTP_ENCRYPTION_IF_REQUESTED;
+    std::string resource;
+    std::string uri; ///< as requests name the printer
+};
+
+std::optional<Address> ParseUri(const std::string& name) {
+    std::array<char, HTTP_MAX_URI> scheme{}, user{}, host{}, resource{};
+    int port = 0;
+    const auto size = static_cast<int>(HTTP_MAX_URI);
+    if (httpSeparateURI(HTTP_URI_CODING_ALL, name.c_str(), scheme.data(), size, user.data(), size, host.data(), size,
+                        &port, resource.data(), size) < HTTP_URI_STATUS_OK)
+        return std::nullopt;
+    const bool isSecure = std::strcmp(scheme.data(), "ipps") == 0;
+    return Address{
+        name, host.data(), port, isSecure ? HTTP_ENCRYPTION_ALWAYS : HTTP_ENCRYPTION_IF_REQUESTED, resource.data(),
+        name};
+}
+
+/// A queue of the server that CUPS knows: the one of CUPS_SERVER, or this machine's.
+std::optional<Address> ParseQueue(const std::string& name) {
+    std::array<char, HTTP_MAX_URI> uri{};
+    if (httpAssembleURIf(HTTP_URI_CODING_ALL, uri.data(), static_cast<int>(uri.size()), "ipp", nullptr, "localhost", 0,
+                         "/printers/%s", name.c_str()) < HTTP_URI_STATUS_OK)
+        return std::nullopt;
+    return Address{name, cupsServer(), ippPort(), cupsEncryption(), "/printers/" + name, uri.data()};
+}
+
+std::optional<Address> ParseAddress(const std::string& name) {
+    if (name.starts_with("ipp://") || name.starts_with("ipps://"))
+        return ParseUri(name);
+    const bool isQueue = !name.empty() && name.find_first_of("/?# \t") == std::string::npos;
+    return isQueue ? ParseQueue(name) : std::nullopt;
+}
+
+Connection Connect(const Address& address) {
+    Connection server(httpConnect2(address.host.c_str(), address.port, nullptr, AF_UNSPEC, address.encryption, 1,
+                                   kConnectMilliseconds, nullptr));
+    if (server)
+        httpSetTimeout(server.get(), kAnswerSeconds, nullptr, nullptr);
+    return server;
+}
+
+Message MakeRequest(const Address& address, ipp_op_t operation) {
+    Message request(ippNewRequest(operation));
+    ippAddString(request.get(), IPP_TAG_OPERATION, IPP_TAG_URI, "printer-uri", nullptr, address.uri.c_str());
+    ippAddString(request.get(), IPP_TAG_OPERATION, IPP_TAG_NAME, "requesting-user-name", nullptr, cupsUser());
+    return request;
+}
+
+/// Why a request failed. CUPS tells "Success" of a connection that broke.
+std::string FailureOf(http_t* server) {
+    if (const int error = httpError(server))
+        return std::strerror(error);
+    const std::string reason = cupsLastErrorString();
+    return reason != std::strerror(0) ? reason : "the connection was lost";
+}
+
+/// The answer to a request; null, with a log line, if it failed. @param document a file to send along, -1 for none
+Message Ask(const Address& address, Message request, int document) {
+    const Connection server = Connect(address);
+    if (!server) {
+        LogPrinter(address.name, "no print server at " + address.host + ":" + std::to_string(address.port));
+        return nullptr;
+    }
+    Message answer(cupsDoIORequest(server.get(), request.release(), address.resource.c_str(), document, -1));
+    if (answer && ippGetStatusCode(answer.get()) <= IPP_STATUS_OK_EVENTS_COMPLETE)
+        return answer;
+    LogPrinter(address.name, FailureOf(server.get()));
+    return nullptr;
+}
+
+const Paper* PaperOf(ipp_t* facts) {
+    ipp_attribute_t* media = ippFindAttribute(facts, "media-default", IPP_TAG_ZERO);
+    const char* name = media != nullptr ? ippGetString(media, 0, nullptr) : nullptr;
+    const Paper* paper = name != nullptr ? FindPaper(std::string_view(name)) : nullptr;
+    return paper != nullptr ? paper : FindPaper(DMPAPER_A4);
+}
+
+/// A kind of sheet as a printer tells it.
+struct Medium {
+    int width; ///< upright, hundredths of a millimetre; 0 for sheets of any size
+    int height;
+    Margins margins;
+};
+
+int IntegerOf(ipp_t* collection, const char* name) {
+    ipp_attribute_t* found = ippFindAttribute(collection, name, IPP_TAG_INTEGER);
+    return found != nullptr ? ippGetInteger(found, 0) : 0;
+}
+
+/// A printer's word is not trusted further than three centimetres.
+int MarginOf(ipp_t* medium, const char* name) { return std::clamp(IntegerOf(medium, name), 0, 3000); }
+
+/// All zero for none.
+Medium MediumOf(ipp_t* medium) {
+    ipp_attribute_t* found = ippFindAttribute(medium, "media-size", IPP_TAG_BEGIN_COLLECTION);
+    ipp_t* size = ippGetCollection(found, 0);
+    return {IntegerOf(size, "x-dimension"),
+            IntegerOf(size, "y-dimension"),
+            {MarginOf(medium, "media-left-margin"), MarginOf(medium, "media-top-margin"),
+             MarginOf(medium, "media-right-margin"), MarginOf(medium, "media-bottom-margin")}};
+}
+
+/// The printer's own sheet first, in any case; then those that lie in it and those that it can take, if it tells.
+std::vector<Medium> MediaOf(ipp_t* facts) {
+    const auto find = [facts](const char* name) { return ippFindAttribute(facts, name, IPP_TAG_BEGIN_COLLECTION); };
+    std::vector<Medium> media = {MediumOf(ippGetCollection(find("media-col-default"), 0))};
+    for (const char* name : {"media-col-ready", "media-col-database"}) {
+        ipp_attribute_t* found = find(name);
+        for (int i = 0; i < ippGetCount(found); ++i)
+            media.push_back(MediumOf(ippGetCollection(found, i)));
+    }
+    return media;
+}
+
+/// Sizes in inches and in points come rounded.
+bool IsOf(const Medium& medium, const Paper& paper) {
+    constexpr int kHalfMillimetre = 50;
+    return std::abs(medium.width - paper.width) <= kHalfMillimetre &&
+           std::abs(medium.height - paper.height) <= kHalfMillimetre;
+}
+
+bool IsColored(ipp_t* facts) {
+    ipp_attribute_t* modes = ippFindAttribute(facts, "print-color-mode-supported", IPP_TAG_KEYWORD);
+    return modes == nullptr || ippContainsString(modes, "color") != 0;
+}
+
+Message PrintRequest(const Address& address, const JobTicket& ticket) {
+    Message request = MakeRequest(address, IPP_OP_PRINT_JOB);
+    ipp_t* ipp = request.get();
+    ippAddString(ipp, IPP_TAG_OPERATION, IPP_TAG_NAME, "job-name", nullptr, ticket.name.c_str());
+    ippAddString(ipp, IPP_TAG_OPERATION, IPP_TAG_MIMETYPE, "document-format", nullptr, "application/pdf");
+    ippAddString(ipp, IPP_TAG_JOB, IPP_TAG_KEYWORD, "media", nullptr, ticket.paper->media);
+    ippAddInteger(ipp, IPP_TAG_JOB, IPP_TAG_ENUM, "orientation-requested",
+                  ticket.isLandscape ? IPP_ORIENT_LANDSCAPE : IPP_ORIENT_PORTRAIT);
+    ippAddString(ipp, IPP_TAG_JOB, IPP_TAG_KEYWORD, "print-color-mode", nullptr,
+                 ticket.isColored ? "color" : "monochrome");
+    if (ticket.copies > 1)
+        ippAddInteger(ipp, IPP_TAG_JOB, IPP_TAG_INTEGER, "copies", ticket.copies);
+    return request;
+}
+
+/// A directory that only this user sees: what is printed is private. Removed with what is in it.
+class PrivateDirectory {
+public:
+    PrivateDirectory() {
+        std::error_code error;
+        std::string name = (std::filesystem::temp_directory_path(error) / "melkar-XXXXXX").string();
+        if (!error && mkdtemp(name.data()) != nullptr)
+            m_path = name;
+    }
+    ~PrivateDirectory() {
+        std::error_code ignored;
+        if (!m_path.empty())
+            std::filesystem::remove_all(m_path, ignored);
+    }
+    PrivateDirectory(const PrivateDirectory&) = delete;
+    PrivateDirectory& operator=(const PrivateDirectory&) = delete;
+
+    const std::string& Path() const { return m_path; } ///< empty if there is none
+
+private:
+    std::string m_path;
+};
+
+/// The job is made when its document is whole, so that one that never ends is never seen by the server.
+class IppJob : public PrintJob {
+public:
+    IppJob(Address address, JobTicket ticket)
+        : m_address(std::move(address)), m_ticket(std::move(ticket)), m_path(m_directory.Path() + "/document.pdf") {}
+
+    bool HasRoom() const { return !m_directory.Path().empty(); }
+    const std::string& Path() const override { return m_path; }
+    bool Deliver() override {
+        const int document = open(m_path.c_str(), O_RDONLY | O_CLOEXEC);
+        if (document < 0) {
+            LogPrinter(m_address.name, std::strerror(errno));
+            return false;
+        }
+        const Message answer = Ask(m_address, PrintRequest(m_address, m_ticket), document);
+        close(document);
+        return answer != nullptr;
+    }
+
+private:
+    Address m_address;
+    JobTicket m_ticket;
+    PrivateDirectory m_directory;
+    std::string m_path;
+};
+
+class IppPrinter : public Printer {
+public:
+    IppPrinter(Address address, const PrinterDefaults& defaults, std::vector<Medium> media)
+        : m_address(std::move(address)), m_defaults(defaults), m_media(std::move(media)) {}
+    const PrinterDefaults& Defaults() const override { return m_defaults; }
+    /// Those of the first such sheet with any: borderless ones have to be asked for. For a paper that it doesn't tell
+    /// of, those of the printer's own sheet.
+    Margins MarginsOf(const Paper& paper) const override {
+        const Medium* best = nullptr;
+        for (const Medium& medium : m_media)
+            if (IsOf(medium, paper) && (best == nullptr || best->margins == Margins{}))
+                best = &medium;
+        return best != nullptr ? best->margins : m_media.front().margins;
+    }
+    std::unique_ptr<PrintJob> Begin(const JobTicket& ticket) override {
+        auto job = std::make_unique<IppJob>(m_address, ticket);
+        if (job->HasRoom())
+            return job;
+        LogPrinter(m_address.name, "no directory for temporary files");
+        return nullptr;
+    }
+
+private:
+    Address m_address;
+    PrinterDefaults m_defaults;
+    std::vector<Medium> m_media; ///< its own sheet first
+};
+
+} // namespace
+
+std::unique_ptr<Printer> FindIppPrinter(const std::string& name) {
+    constexpr std::array kWanted = {"media-default", "media-col-ready", "media-col-database", "media-col-default",
+                                    "print-color-mode-supported"};
+    const std::optional<Address> address = ParseAddress(name);
+    if (!address) {
+        LogPrinter(name, "not the name of a printer");
+        return nullptr;
+    }
+    Message request = MakeRequest(*address, IPP_OP_GET_PRINTER_ATTRIBUTES);
+    ippAddStrings(request.get(), IPP_TAG_OPERATION, IPP_TAG_KEYWORD, "requested-attributes",
+                  static_cast<int>(kWanted.size()), nullptr, kWanted.data());
+    const Message facts = Ask(*address, std::move(request), -1);
+    if (!facts)
+        return nullptr;
+    const PrinterDefaults defaults{PaperOf(facts.get()), IsColored(facts.get())};
+    return std::make_unique<IppPrinter>(*address, defaults, MediaOf(facts.get()));
+}
+
+} // namespace melkar

@@ -1,0 +1,115 @@
+#include <MelkarCommon/platform/calls/surface_state.h>
+#include <MelkarCommon/platform/printing.h>
+#include <MelkarCommon/platform/printing/print_state.h>
+
+#include <algorithm>
+#include <cstring>
+#include <strings.h>
+
+using namespace melkar; // NOLINT(google-build-using-namespace)
+
+namespace {
+
+/// What a printer's handle points to.
+struct OpenPrinter : HandleHead, InHandleMemory<ObjectKind::Printer> {
+    explicit OpenPrinter(std::unique_ptr<Printer> found) : HandleHead(ObjectKind::Printer), printer(std::move(found)) {}
+    std::unique_ptr<Printer> printer;
+};
+
+OpenPrinter* PrinterOf(HANDLE handle) {
+    auto* head = static_cast<HandleHead*>(handle);
+    return head != nullptr && head->kind == ObjectKind::Printer ? static_cast<OpenPrinter*>(head) : nullptr;
+}
+
+DEVMODEA SettingsOf(const PrinterDefaults& defaults, const char* name) {
+    DEVMODEA settings{};
+    std::strncpy(reinterpret_cast<char*>(settings.dmDeviceName), name, sizeof settings.dmDeviceName - 1);
+    settings.dmSize = sizeof settings;
+    settings.dmFields = DM_ORIENTATION | DM_PAPERSIZE | DM_COPIES | DM_COLOR;
+    settings.dmOrientation = DMORIENT_PORTRAIT;
+    settings.dmPaperSize = defaults.paper->code;
+    settings.dmCopies = 1;
+    settings.dmColor = defaults.isColored ? DMCOLOR_COLOR : DMCOLOR_MONOCHROME;
+    return settings;
+}
+
+const Paper* PaperOf(const DEVMODEA& settings, const Printer& printer, const char* name) {
+    const Paper* own = printer.Defaults().paper;
+    if ((settings.dmFields & DM_PAPERSIZE) == 0)
+        return own;
+    if (const Paper* paper = FindPaper(settings.dmPaperSize))
+        return paper;
+    LogPrinter(name, "no paper has the code " + std::to_string(settings.dmPaperSize) + "; " + own->media + " is taken");
+    return own;
+}
+
+/// What the settings ask for, a field at a time; the rest is as the printer has it.
+JobTicket TicketOf(const DEVMODEA* settings, const Printer& printer, const char* name) {
+    const DEVMODEA wanted = settings != nullptr ? *settings : DEVMODEA{};
+    const auto has = [&wanted](DWORD field) { return (wanted.dmFields & field) != 0; };
+    JobTicket ticket;
+    ticket.paper = PaperOf(wanted, printer, name);
+    ticket.isLandscape = has(DM_ORIENTATION) && wanted.dmOrientation == DMORIENT_LANDSCAPE;
+    ticket.isColored = has(DM_COLOR) ? wanted.dmColor == DMCOLOR_COLOR : printer.Defaults().isColored;
+    ticket.copies = has(DM_COPIES) ? std::max<int>(1, wanted.dmCopies) : 1;
+    return ticket;
+}
+
+HDC MakePrinterSurface(const char* name, const DEVMODEA* settings) {
+    auto printer = FindPrinter(name);
+    if (!printer)
+        return nullptr;
+    auto state = std::make_unique<PrintState>();
+    state->ticket = TicketOf(settings, *printer, name);
+    const Paper& paper = *state->ticket.paper;
+    state->sheet = LayOutSheet(paper, printer->MarginsOf(paper), state->ticket.isLandscape);
+    state->printer = std::move(printer);
+    const DeviceSize room{state->sheet.roomWidth, state->sheet.roomHeight};
+    auto surface = std::make_unique<HDC__>(TextMedium::Page, kUnitsPerInch, room);
+    surface->bounds = {0, 0, room.width, room.height};
+    surface->printing = std::move(state);
+    return surface.release();
+}
+
+} // namespace
+
+BOOL OpenPrinterA(char* name, HANDLE* printer, void*) {
+    if (printer == nullptr)
+        return FALSE;
+    *printer = nullptr;
+    try {
+        auto found = FindPrinter(name != nullptr ? name : "");
+        if (found)
+            *printer = static_cast<HandleHead*>(new OpenPrinter(std::move(found)));
+    } catch (...) {
+        return FALSE; // no memory
+    }
+    return *printer != nullptr ? TRUE : FALSE;
+}
+
+BOOL ClosePrinter(HANDLE printer) {
+    const OpenPrinter* open = PrinterOf(printer);
+    delete open;
+    return open != nullptr ? TRUE : FALSE;
+}
+
+int DocumentPropertiesA(HWND, HANDLE printer, char* name, DEVMODEA* out, const DEVMODEA*, DWORD mode) {
+    const OpenPrinter* open = PrinterOf(printer);
+    if (open == nullptr)
+        return -1;
+    if (mode == 0)
+        return sizeof(DEVMODEA);
+    if (out != nullptr && (mode & DM_OUT_BUFFER) != 0)
+        *out = SettingsOf(open->printer->Defaults(), name != nullptr ? name : "");
+    return 1;
+}
+
+HDC CreateDCA(const char* driver, const char* printer, const char*, const DEVMODEA* settings) {
+    if (driver == nullptr || strcasecmp(driver, "WINSPOOL") != 0 || printer == nullptr)
+        return nullptr;
+    try {
+        return MakePrinterSurface(printer, settings);
+    } catch (...) {
+        return nullptr; // no memory
+    }
+}

@@ -1,0 +1,67 @@
+#pragma once
+
+#include <MelkarCommon/platform/seam/backend.h>
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <variant>
+#include <vector>
+
+/// @file
+/// Internal. A record: the verbs of the seam as a list. They are a variant so that a new verb doesn't compile until it
+/// is played, measured and written.
+
+namespace melkar {
+
+struct FillRectOp {
+    RECT rect;
+    Color color;
+};
+struct FillShapeOp {
+    Shape shape;
+    Color color;
+};
+struct StrokeShapeOp {
+    Shape shape;
+    Stroke stroke;
+};
+struct StrokePolylineOp {
+    std::vector<POINT> points;
+    Stroke stroke;
+};
+struct TextOp {
+    std::shared_ptr<const TextLayout> layout;
+    std::size_t line;
+    POINT at;
+    int escapement;
+    Color color;
+};
+struct BlitOp {
+    RECT target;
+    RECT source;
+    DWORD operation;
+    std::shared_ptr<const std::vector<std::uint32_t>> pixels; ///< copy of the source rectangle, tightly packed
+};
+/// No drawing: the operations behind it were copied from another record.
+struct CopyMark {
+    RECT target;
+    RECT source;
+};
+
+struct RecordedOp {
+    std::variant<FillRectOp, FillShapeOp, StrokeShapeOp, StrokePolylineOp, TextOp, BlitOp, CopyMark> verb;
+    RECT clip{0, 0, 0, 0}; ///< nothing beyond it is drawn; empty: no clip
+};
+
+/// Keeps the verbs in `ops`, which someone else owns and which outlives the backend.
+std::unique_ptr<Backend> MakeRecordingBackend(std::vector<RecordedOp>& ops, int width, int height);
+
+/// The record as text, one operation a line, one segment a line of a polyline.
+std::string FormatRecording(const std::vector<RecordedOp>& ops);
+
+/// Plays the part of a record that lies in `source` onto `to`, so that `source`'s corner lands on (x, y); clipped
+/// to that part. The clip of `to` is `whole` afterwards.
+void Replay(const std::vector<RecordedOp>& ops, Backend& to, const RECT& source, int x, int y, const RECT& whole);
+
+} // namespace melkar

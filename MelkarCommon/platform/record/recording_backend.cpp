@@ -1,0 +1,205 @@
+#include <MelkarCommon/platform/record/recording_parts.h>
+#include <MelkarCommon/platform/seam/box.h>
+#include <MelkarCommon/platform/text/text_engine.h>
+
+#include <utility>
+
+/// @file
+/// Keeps drawing operations and plays them again. While the clip is narrower than the surface, operations outside of
+/// it are dropped, rectangles and copies are cut to it, and what can't be cut carries it along.
+
+namespace melkar {
+
+namespace {
+
+bool SameSize(const RECT& a, const RECT& b) {
+    const Box one = ToBox(a);
+    const Box other = ToBox(b);
+    return one.right - one.left == other.right - other.left && one.bottom - one.top == other.bottom - other.top;
+}
+
+bool Covers(const RECT& a, const RECT& b) {
+    return a.left <= b.left && a.top <= b.top && a.right >= b.right && a.bottom >= b.bottom;
+}
+
+class RecordingBackend final : public Backend {
+public:
+    RecordingBackend(std::vector<RecordedOp>& ops, int width, int height)
+        : m_ops(ops), m_whole{0, 0, width, height}, m_clip(m_whole) {}
+
+    void SetClip(const RECT& clip) override {
+        m_clip = ClipBox(ToBox(clip), m_whole);
+        m_narrow = !Covers(clip, m_whole);
+    }
+
+    void FillRect(const RECT& rect, Color color) override {
+        const RECT cut = m_narrow ? ClipBox(ToBox(rect), m_clip) : rect;
+        if (IsEmptyRect(cut))
+            return;
+        if (Covers(cut, m_whole))
+            DropCovered();
+        m_ops.push_back({FillRectOp{cut, color}});
+    }
+    void FillShape(const Shape& shape, Color color) override { Keep({FillShapeOp{shape, color}}); }
+    void StrokeShape(const Shape& shape, const Stroke& stroke) override { Keep({StrokeShapeOp{shape, stroke}}); }
+    void StrokePolyline(std::span<const POINT> points, const Stroke& stroke) override {
+        Keep({StrokePolylineOp{{points.begin(), points.end()}, stroke}});
+    }
+    void PaintText(const std::shared_ptr<const TextLayout>& layout, std::size_t line, POINT at, int escapement,
+                   Color color, const RECT& clip) override;
+    void Blit(const RECT& target, const PixelBuffer& pixels, const RECT& source, DWORD operation) override;
+
+private:
+    /// Nothing of what was drawn so far shows any longer. The mark of a copy that the covering fill begins stays.
+    void DropCovered() {
+        const bool isCopy = !m_ops.empty() && std::holds_alternative<CopyMark>(m_ops.back().verb);
+        m_ops.erase(m_ops.begin(), m_ops.end() - (isCopy ? 1 : 0));
+    }
+    /// Keeps an operation that is drawn whole, under the clip if that cuts it.
+    void Keep(RecordedOp op) {
+        if (m_narrow) {
+            if (IsEmptyRect(ClipBox(BoxOf(op), m_clip)))
+                return;
+            op.clip = m_clip;
+            if (!IsCut(op))
+                op.clip = {};
+        }
+        m_ops.push_back(std::move(op));
+    }
+
+    std::vector<RecordedOp>& m_ops;
+    RECT m_whole;
+    RECT m_clip;
+    bool m_narrow = false; ///< part of the surface lies outside of the clip
+};
+
+void RecordingBackend::PaintText(const std::shared_ptr<const TextLayout>& layout, std::size_t line, POINT at,
+                                 int escapement, Color color, const RECT& clip) {
+    if (layout == nullptr || line >= layout->lines.size())
+        return;
+    // The clip stays even if it doesn't cut: ink may reach beyond the box.
+    RecordedOp op{TextOp{WithoutMasks(layout), line, at, escapement, color},
+                  m_narrow ? ClipBox(ToBox(clip), m_clip) : clip};
+    const bool outside = m_narrow && IsEmptyRect(ClipBox(BoxOf(op), m_clip));
+    if (!outside && !IsEmptyRect(op.clip))
+        m_ops.push_back(std::move(op));
+}
+
+/// The pixels of a rectangle, row by row.
+std::vector<std::uint32_t> CopyOf(const PixelBuffer& pixels, const RECT& source) {
+    std::vector<std::uint32_t> copy;
+    for (int y = source.top; y < source.bottom; ++y)
+        copy.insert(copy.end(), PixelAt(pixels, source.left, y), PixelAt(pixels, source.right, y));
+    return copy;
+}
+
+void RecordingBackend::Blit(const RECT& target, const PixelBuffer& pixels, const RECT& source, DWORD operation) {
+    if (IsEmptyRect(target) || !CanBlit(pixels, source, operation))
+        return;
+    BlitOp blit{target, source, operation, nullptr};
+    if (m_narrow && SameSize(target, source)) {
+        blit.target = ClipBox(ToBox(target), m_clip);
+        if (IsEmptyRect(blit.target))
+            return;
+        blit.source.left += blit.target.left - target.left;
+        blit.source.top += blit.target.top - target.top;
+        blit.source.right -= target.right - blit.target.right;
+        blit.source.bottom -= target.bottom - blit.target.bottom;
+    }
+    blit.pixels = std::make_shared<const std::vector<std::uint32_t>>(CopyOf(pixels, blit.source));
+    Keep({std::move(blit)});
+}
+
+/// Plays operations somewhere else. What lands beyond an int ends at its edge, far off any surface.
+class Player {
+public:
+    Player(Backend& to, const RECT& landing, std::int64_t dx, std::int64_t dy)
+        : m_to(to), m_landing(landing), m_dx(dx), m_dy(dy) {}
+
+    void Play(const RecordedOp& op) {
+        ClipFor(op);
+        std::visit(Overloaded{
+                       [&](const FillRectOp& fill) { m_to.FillRect(Moved(fill.rect), fill.color); },
+                       [&](const FillShapeOp& fill) { m_to.FillShape(Moved(fill.shape), fill.color); },
+                       [&](const StrokeShapeOp& outline) { m_to.StrokeShape(Moved(outline.shape), outline.stroke); },
+                       [&](const StrokePolylineOp& lines) { m_to.StrokePolyline(Moved(lines.points), lines.stroke); },
+                       [&](const TextOp& text) {
+                           m_to.PaintText(text.layout, text.line, Moved(text.at), text.escapement, text.color,
+                                          Moved(op.clip));
+                       },
+                       [&](const BlitOp& blit) { PlayBlit(blit); },
+                       [](const CopyMark&) {},
+                   },
+                   op.verb);
+    }
+
+private:
+    RECT Moved(const RECT& r) const { return ToRect({r.left + m_dx, r.top + m_dy, r.right + m_dx, r.bottom + m_dy}); }
+    POINT Moved(POINT p) const {
+        const RECT moved = Moved(RECT{p.x, p.y, p.x, p.y});
+        return {moved.left, moved.top};
+    }
+    std::vector<POINT> Moved(std::vector<POINT> points) const {
+        for (POINT& point : points)
+            point = Moved(point);
+        return points;
+    }
+    PointD Moved(PointD p) const { return {p.x + static_cast<double>(m_dx), p.y + static_cast<double>(m_dy)}; }
+    Shape Moved(const Shape& shape) const {
+        return std::visit(Overloaded{
+                              [&](const PolygonShape& polygon) -> Shape {
+                                  return PolygonShape{Moved(polygon.points), polygon.winding};
+                              },
+                              [&](const EllipseShape& ellipse) -> Shape {
+                                  return EllipseShape{Moved(ellipse.center), ellipse.radius};
+                              },
+                              [&](const SliceShape& slice) -> Shape {
+                                  return SliceShape{{Moved(slice.whole.center), slice.whole.radius},
+                                                    slice.from,
+                                                    slice.sweep,
+                                                    Moved(slice.apex)};
+                              },
+                          },
+                          shape);
+    }
+    void PlayBlit(const BlitOp& blit) {
+        const int width = blit.source.right - blit.source.left;
+        const int height = blit.source.bottom - blit.source.top;
+        auto* pixels = const_cast<std::uint32_t*>(blit.pixels->data()); // a source is only read
+        m_to.Blit(Moved(blit.target), {pixels, width, height, width}, {0, 0, width, height}, blit.operation);
+    }
+    /// The landing rectangle; for an operation that was cut, what its own clip leaves of it.
+    void ClipFor(const RecordedOp& op) {
+        const bool narrow = !IsEmptyRect(op.clip) && !std::holds_alternative<TextOp>(op.verb);
+        if (!narrow && !m_narrow)
+            return;
+        m_to.SetClip(narrow ? ClipBox(ToBox(Moved(op.clip)), m_landing) : m_landing);
+        m_narrow = narrow;
+    }
+
+    Backend& m_to;
+    RECT m_landing;
+    std::int64_t m_dx;
+    std::int64_t m_dy;
+    bool m_narrow = true; ///< the target's clip isn't `m_landing`
+};
+
+} // namespace
+
+std::unique_ptr<Backend> MakeRecordingBackend(std::vector<RecordedOp>& ops, int width, int height) {
+    return std::make_unique<RecordingBackend>(ops, width, height);
+}
+
+void Replay(const std::vector<RecordedOp>& ops, Backend& to, const RECT& source, int x, int y, const RECT& whole) {
+    const std::int64_t dx = std::int64_t{x} - source.left;
+    const std::int64_t dy = std::int64_t{y} - source.top;
+    const RECT landing = ClipBox({x, y, source.right + dx, source.bottom + dy}, whole);
+    if (!IsEmptyRect(landing)) {
+        Player player(to, landing, dx, dy);
+        for (const RecordedOp& op : ops)
+            player.Play(op);
+    }
+    to.SetClip(whole);
+}
+
+} // namespace melkar

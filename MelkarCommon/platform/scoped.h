@@ -1,0 +1,88 @@
+#pragma once
+
+#include <MelkarCommon/platform/drawing.h>
+#include <MelkarCommon/platform/types.h>
+
+/// @file
+/// Drawing tools for one scope: selected at the beginning, put back and deleted at the end, whatever happens in
+/// between.
+
+namespace melkar {
+
+/// Selects an object that stays its owner's; null selects nothing.
+class ScopedSelection {
+public:
+    ScopedSelection(HDC surface, HGDIOBJ object) : m_surface(surface), m_former(SelectObject(surface, object)) {}
+    ~ScopedSelection() { SelectObject(m_surface, m_former); }
+    ScopedSelection(const ScopedSelection&) = delete;
+    ScopedSelection& operator=(const ScopedSelection&) = delete;
+
+private:
+    HDC m_surface;
+    HGDIOBJ m_former;
+};
+
+/// Selects an object that it owns from now on; null selects nothing.
+class ScopedObject {
+public:
+    ScopedObject(HDC surface, HGDIOBJ object)
+        : m_surface(surface), m_object(object), m_former(SelectObject(surface, object)) {}
+    ~ScopedObject() {
+        SelectObject(m_surface, m_former);
+        DeleteObject(m_object);
+    }
+    ScopedObject(const ScopedObject&) = delete;
+    ScopedObject& operator=(const ScopedObject&) = delete;
+
+private:
+    HDC m_surface;
+    HGDIOBJ m_object;
+    HGDIOBJ m_former;
+};
+
+class ScopedFont : public ScopedObject {
+public:
+    ScopedFont(HDC surface, HFONT font) : ScopedObject(surface, font) {}
+};
+
+class ScopedPen : public ScopedObject {
+public:
+    ScopedPen(HDC surface, int style, int width, COLORREF color)
+        : ScopedObject(surface, CreatePen(style, width, color)) {}
+};
+
+class ScopedBrush : public ScopedObject {
+public:
+    ScopedBrush(HDC surface, COLORREF color) : ScopedObject(surface, CreateSolidBrush(color)) {}
+};
+
+/// Sets the background mode (OPAQUE or TRANSPARENT) for one scope.
+class ScopedBkMode {
+public:
+    ScopedBkMode(HDC surface, int mode) : m_surface(surface), m_former(SetBkMode(surface, mode)) {}
+    ~ScopedBkMode() {
+        if (m_former != 0)
+            SetBkMode(m_surface, m_former);
+    }
+    ScopedBkMode(const ScopedBkMode&) = delete;
+    ScopedBkMode& operator=(const ScopedBkMode&) = delete;
+
+private:
+    HDC m_surface;
+    int m_former;
+};
+
+/// Sets the colour of texts for one scope.
+class ScopedTextColor {
+public:
+    ScopedTextColor(HDC surface, COLORREF color) : m_surface(surface), m_former(SetTextColor(surface, color)) {}
+    ~ScopedTextColor() { SetTextColor(m_surface, m_former); }
+    ScopedTextColor(const ScopedTextColor&) = delete;
+    ScopedTextColor& operator=(const ScopedTextColor&) = delete;
+
+private:
+    HDC m_surface;
+    COLORREF m_former;
+};
+
+} // namespace melkar

@@ -1,0 +1,73 @@
+#pragma once
+
+#include <MelkarCommon/platform/seam/color.h>
+#include <MelkarCommon/platform/types.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <span>
+
+/// @file
+/// Internal. How lines look, and what every backend asks of that.
+
+namespace melkar {
+
+/// Lengths in device units. An empty pattern is a solid line; else `on` and `off` alternate.
+struct Stroke {
+    Color color = 0xFF000000U;
+    double width = 1;
+    double on = 0;
+    double off = 0;
+    double phase = 0;  ///< distance already gone along the pattern
+    bool gaps = false; ///< the gaps are painted in `gapColor`
+    Color gapColor = 0xFFFFFFFFU;
+    /// Of a polyline: segments at its front that stand on the surface already. They count for the corner at their end
+    /// and for the pattern; drawing them again is harmless where nothing blends.
+    std::size_t drawn = 0;
+
+    bool operator==(const Stroke&) const = default;
+    bool IsSolid() const { return on <= 0 || off <= 0; }
+};
+
+/// The width in whole pixels, at least 1, at most what any surface can show.
+inline int WholeWidth(double width) {
+    constexpr double kWidest = 65536;
+    return width > 1 ? static_cast<int>(std::min(width, kWidest) + 0.5) : 1;
+}
+
+/// True if the pattern can be seen: two finite lengths that take a pixel at least. Anything else is drawn solid.
+inline bool HasPattern(const Stroke& stroke) {
+    const double period = stroke.on + stroke.off;
+    return !stroke.IsSolid() && period >= 1 && std::isfinite(period);
+}
+
+/// `phase` brought into one period of the pattern; 0 if it is no number.
+inline double PhaseInPeriod(const Stroke& stroke, double phase) {
+    const double period = stroke.on + stroke.off;
+    if (!std::isfinite(phase))
+        return 0;
+    if (phase >= 0 && phase < period)
+        return phase;
+    const double rest = std::fmod(phase, period);
+    return rest < 0 ? rest + period : rest;
+}
+
+inline double Distance(POINT from, POINT to) {
+    return std::hypot(double{1} * to.x - from.x, double{1} * to.y - from.y);
+}
+
+/// Takes a polyline apart: calls draw(from, to, stroke) for each segment that isn't drawn yet; the pattern runs on from
+/// one to the next.
+template <class Draw> void ForEachSegment(std::span<const POINT> points, const Stroke& stroke, const Draw& draw) {
+    Stroke own = stroke;
+    own.drawn = 0;
+    for (std::size_t i = 1; i < points.size(); ++i) {
+        if (i > stroke.drawn)
+            draw(points[i - 1], points[i], own);
+        if (!stroke.IsSolid())
+            own.phase += Distance(points[i - 1], points[i]);
+    }
+}
+
+} // namespace melkar

@@ -1,0 +1,67 @@
+#pragma once
+
+#include <MelkarCommon/api.h>
+#include <MelkarCommon/platform/types.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+/// @file
+/// What a host needs beside the drawing calls: surfaces to draw on, and what comes out of them. A new surface
+/// has a black pen of width 1, a white brush, a sans font of 12 pixels at 96 dpi (scaled with dpi), black text, a white
+/// background colour and opaque mode. All are freed with `DeleteDC`. A side below 1 or above 32767, more than 2^27
+/// pixels, a dpi below 1 and a lack of memory give null.
+
+/// Pixels of its own, white at the start.
+MELKAR_API HDC CreateMemorySurface(int width, int height, int dpi = 96);
+
+/// Draws on the host's memory: 0xFFRRGGBB, top row first, `strideBytes` from row to row (a multiple of 4, at
+/// least 4 x width). The memory stays the host's and must outlive the surface.
+MELKAR_API HDC WrapPixels(void* pixels, int width, int height, int strideBytes, int dpi = 96);
+
+enum class PageFormat {
+    Pdf,
+    Svg,         ///< texts as texts: a reader's machine needs their fonts, or others stand in at the same length
+    SvgOutlines, ///< texts as outlines, with unseen texts on top for those who search and copy
+};
+
+/// One page of width x height device units at `dpi` units per inch. The file appears under `path`, whole, when
+/// the surface is deleted; until then, and after a failure, nothing stands there that wasn't there before. It takes the
+/// place of a regular file, whose mode and, where possible, owner it keeps, or of nothing; a symlink is followed.
+/// Null, with a log line and the reason in `errno`, if the file can't be made.
+MELKAR_API HDC CreatePageSurface(const char* path, PageFormat format, int width, int height, int dpi);
+
+/// Keeps what is drawn as a list of operations. Text is measured with a built-in font of fixed metrics (each
+/// character 3/5 of the em height wide, Han and other wide ones an em, a line 5/4 of it high, rounded up), so that no
+/// machine's fonts change a record.
+MELKAR_API HDC CreateRecordingSurface(int width, int height, int dpi = 96);
+
+/// The pixels of a memory surface; `stride` in pixels.
+struct PixelView {
+    const std::uint32_t* pixels;
+    int width;
+    int height;
+    int stride;
+};
+
+/// Valid until the surface is deleted or another bitmap is selected into it. All zero for a surface without pixels.
+MELKAR_API PixelView GetPixels(HDC surface);
+
+/// Writes the pixels to a PNG file, as whole as a page's, in place of the same. @return 0, or -1, a log line, `errno`.
+MELKAR_API int WritePng(HDC surface, const char* path);
+
+/// One drawing operation a line, in the order of drawing; empty for a surface that records nothing.
+MELKAR_API std::string GetRecording(HDC surface);
+
+/// Surfaces, pens, brushes, fonts, bitmaps and regions alive in the process, stock objects left out.
+MELKAR_API std::size_t LiveObjectCount();
+
+/// Gives back what this thread keeps for its next drawing, for hosts that are about to be idle; the next drawing makes
+/// it anew. Kept at most: 64 MiB of pixels in four buffers (those of the surfaces and bitmaps freed last), 8 MiB of
+/// placed texts and 8 MiB of their coverage, 64 fonts with their figures, and what the font libraries keep with them.
+/// A thread that ends gives back all of it. Memory of handles is never given back, but used again.
+MELKAR_API void TrimMemory();
+
+/// What `SPI_GETWORKAREA` answers from now on, in the whole process; (0, 0, 1920, 1080) at the start.
+MELKAR_API void SetWorkArea(const RECT& area);

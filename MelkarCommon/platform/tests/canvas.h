@@ -1,0 +1,62 @@
+#pragma once
+
+#include "brushes.h"
+
+#include <MelkarCommon/platform/pixels/pixel_backend.h>
+#include <MelkarCommon/platform/pixels/pixel_spans.h>
+
+#include <string>
+#include <vector>
+
+namespace melkar {
+
+inline constexpr Color kBlack = 0xFF000000U;
+inline constexpr Color kRed = 0xFFFF0000U;
+inline constexpr Color kBlue = 0xFF0000FFU;
+
+constexpr int kSide = 80;
+
+/// A white picture with a margin of two guard pixels behind each row.
+struct Canvas {
+    Canvas(int width = kSide, int height = kSide, Color color = kWhite)
+        : memory(static_cast<std::size_t>((width + 2) * height), color), buffer{memory.data(), width, height,
+                                                                                width + 2},
+          backend(MakePixelBackend(buffer)) {}
+
+    Color& At(int x, int y) { return *(memory.data() + y * std::ptrdiff_t{buffer.stride} + x); }
+    Color At(int x, int y) const { return *(memory.data() + y * std::ptrdiff_t{buffer.stride} + x); }
+    int Blue(int x, int y) const { return static_cast<int>(At(x, y) & 0xFFU); }
+    /// How dark a pixel is, 0 to 255.
+    int Ink(int x, int y) const { return 255 - Blue(x, y); }
+    /// '.' white, '#' black, 'r' red, 'b' blue, '?' anything else.
+    char Letter(int x, int y) const {
+        const Color color = At(x, y);
+        return color == kWhite ? '.' : color == kBlack ? '#' : color == kRed ? 'r' : color == kBlue ? 'b' : '?';
+    }
+    /// The pixels from (x, y) to the right, or downwards.
+    std::string Letters(int x, int y, bool isDown) const {
+        std::string text;
+        for (; x < buffer.width && y < buffer.height; isDown ? ++y : ++x)
+            text += Letter(x, y);
+        return text;
+    }
+    std::string Row(int y) const { return Letters(0, y, false); }
+    std::string Column(int x) const { return Letters(x, 0, true); }
+    template <class Visit> void EachPixel(const Visit& visit) const {
+        for (int y = 0; y < buffer.height; ++y)
+            for (int x = 0; x < buffer.width; ++x)
+                visit(x, y);
+    }
+    bool GuardIsClean() const {
+        for (int y = 0; y < buffer.height; ++y)
+            if (At(buffer.width, y) != kWhite || At(buffer.width + 1, y) != kWhite)
+                return false;
+        return true;
+    }
+
+    std::vector<std::uint32_t> memory;
+    PixelBuffer buffer;
+    std::unique_ptr<Backend> backend;
+};
+
+} // namespace melkar

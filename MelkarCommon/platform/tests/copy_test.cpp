@@ -1,0 +1,98 @@
+// Copies between surfaces: of pictures loaded at another size, of records that can't stay records, and what a record
+// lets go of.
+
+#include <MelkarCommon/platform/scoped.h>
+#include <MelkarCommon/platform/tests/surface.h>
+#include <MelkarCommon/platform/tests/temp_workdir.h>
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace {
+
+void Fill(HDC surface, RECT r, COLORREF color) {
+    const melkar::ScopedPen none(surface, PS_NULL, 0, 0);
+    const melkar::ScopedBrush brush(surface, color);
+    Rectangle(surface, r.left, r.top, r.right, r.bottom);
+}
+
+/// The first row: '.' white, '#' black, '?' anything else.
+std::string Row(HDC surface) {
+    const PixelView view = GetPixels(surface);
+    std::string row;
+    for (int x = 0; x < view.width; ++x)
+        row += view.pixels[x] == 0xFFFFFFFFU ? '.' : view.pixels[x] == 0xFF000000U ? '#' : '?';
+    return row;
+}
+
+TEST(Copies, MasksLoadedAtAnotherSizeKeepTheirEdge) {
+    const TempWorkdir work;
+    const std::string path = work.Path("bin/mask.png");
+    {
+        const Surface file(CreateMemorySurface(2, 1));
+        Fill(file, {0, 0, 1, 1}, RGB(0, 0, 0));
+        ASSERT_EQ(WritePng(file, path.c_str()), 0);
+    }
+    const std::size_t alive = LiveObjectCount();
+    HANDLE mask = LoadImageA(nullptr, path.c_str(), IMAGE_BITMAP, 7, 1, LR_LOADFROMFILE);
+    {
+        const Surface from(CreateCompatibleDC(nullptr));
+        const melkar::ScopedObject selected(from, mask); // deletes it
+        const auto copied = [&](COLORREF ground, DWORD operation) {
+            const Surface to(CreateMemorySurface(8, 1));
+            Fill(to, {0, 0, 8, 1}, ground);
+            EXPECT_TRUE(BitBlt(to, 0, 0, 7, 1, from, 0, 0, operation));
+            return Row(to);
+        };
+        EXPECT_EQ(copied(RGB(255, 255, 255), SRCCOPY), "##???...") << "smooth: 3 of 7 pixels lie between the centres";
+        EXPECT_EQ(copied(RGB(255, 255, 255), SRCAND), "###.....") << "the centre of the fourth lies on the second half";
+        EXPECT_EQ(copied(RGB(0, 0, 0), SRCPAINT), "###....#");
+        Fill(from, {0, 0, 1, 1}, RGB(255, 255, 255));
+        EXPECT_EQ(copied(RGB(255, 255, 255), SRCAND).substr(0, 2), ".#") << "drawn on: it no longer is its file";
+    }
+    EXPECT_EQ(LiveObjectCount(), alive);
+}
+
+TEST(Copies, UnknownOperationsAreRefused) {
+    const Surface pixels(CreateMemorySurface(4, 4));
+    const Surface record(CreateRecordingSurface(4, 4));
+    for (HDC from : {HDC{pixels}, HDC{record}})
+        for (HDC to : {HDC{pixels}, HDC{record}})
+            EXPECT_FALSE(BitBlt(to, 0, 0, 2, 2, from, 0, 0, 0x1234));
+    EXPECT_EQ(GetRecording(record), "");
+}
+
+TEST(Copies, RecordsArePlayedAtPixelsWhereTheyMustBe) {
+    const Surface record(CreateRecordingSurface(4, 1));
+    Fill(record, {0, 0, 2, 1}, RGB(0, 0, 0));
+    const Surface pixels(CreateMemorySurface(8, 1));
+    EXPECT_TRUE(StretchBlt(pixels, 0, 0, 8, 1, record, 0, 0, 4, 1, SRCAND));
+    EXPECT_EQ(Row(pixels), "####....");
+    EXPECT_TRUE(StretchBlt(pixels, 4, 0, 4, 1, record, 1, 0, 1, 1, SRCCOPY)) << "a part, enlarged";
+    EXPECT_EQ(Row(pixels), "########");
+    const Surface other(CreateRecordingSurface(8, 4));
+    EXPECT_TRUE(StretchBlt(other, 0, 0, 8, 2, record, 0, 0, 4, 1, SRCCOPY));
+    EXPECT_TRUE(BitBlt(other, 1, 2, 4, 1, record, 0, 0, SRCPAINT));
+    EXPECT_EQ(GetRecording(other), "image 0,0 8x2 from 4x1\nimage 1,2 4x1 from 4x1 or\n");
+}
+
+TEST(Copies, ARecordDropsWhatIsCovered) {
+    const Surface record(CreateRecordingSurface(10, 10));
+    Fill(record, {1, 1, 9, 9}, RGB(255, 0, 0));
+    Fill(record, {0, 0, 10, 9}, RGB(0, 255, 0)); // leaves a row
+    EXPECT_EQ(GetRecording(record), "fill 1,1 8x8 #FF0000\nfill 0,0 10x9 #00FF00\n");
+    Fill(record, {0, 0, 10, 10}, RGB(0, 0, 255));
+    EXPECT_EQ(GetRecording(record), "fill 0,0 10x10 #0000FF\n");
+
+    const Surface shared(CreateRecordingSurface(10, 10));
+    for (int redraw = 0; redraw < 3; ++redraw)
+        BitBlt(shared, 0, 0, 10, 10, record, 0, 0, SRCCOPY);
+    EXPECT_EQ(GetRecording(shared), "copy 0,0 10x10 from 0,0\nfill 0,0 10x10 #0000FF\n");
+    BitBlt(shared, 0, 0, 5, 5, record, 0, 0, SRCCOPY);
+    EXPECT_EQ(GetRecording(shared),
+              "copy 0,0 10x10 from 0,0\nfill 0,0 10x10 #0000FF\ncopy 0,0 5x5 from 0,0\nfill 0,0 5x5 #0000FF\n")
+        << "under a clip that fill covers a part";
+}
+
+} // namespace

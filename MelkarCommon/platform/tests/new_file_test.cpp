@@ -1,0 +1,116 @@
+#include <MelkarCommon/platform/tests/temp_workdir.h>
+
+#include <MelkarCommon/platform/files/new_file.h>
+#include <MelkarCommon/platform/surface.h>
+
+#include <gmock/gmock.h>
+
+#include <cerrno>
+#include <csignal>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+#include <vector>
+
+namespace melkar {
+namespace {
+
+using testing::UnorderedElementsAre;
+
+class NewFiles : public testing::Test {
+protected:
+    /// @return 0 or the number of the error, whether it came at the start or at the end.
+    int Write(const std::string& name) const {
+        const auto file = NewFile::Create(work.Path(name));
+        if (!file)
+            return errno;
+        file->Write("new", 3);
+        return file->Commit();
+    }
+    unsigned ModeOf(const std::string& name) const {
+        struct stat status {};
+        lstat(work.Path(name).c_str(), &status);
+        return status.st_mode;
+    }
+    std::vector<std::string> Entries() const {
+        std::vector<std::string> names;
+        for (const auto& entry : std::filesystem::directory_iterator(work.Path("conf")))
+            names.push_back(entry.path().filename());
+        return names;
+    }
+
+    TempWorkdir work;
+};
+
+TEST_F(NewFiles, ReplaceNothingButFiles) {
+    mkfifo(work.Path("conf/pipe").c_str(), 0600);
+    std::filesystem::create_directory(work.Path("conf/folder"));
+    std::filesystem::create_symlink("loop", work.Path("conf/loop"));
+    EXPECT_EQ(Write("conf/pipe"), ENOTSUP);
+    EXPECT_EQ(Write("conf/folder"), EISDIR);
+    EXPECT_EQ(Write("conf/loop"), ELOOP);
+    EXPECT_TRUE(S_ISFIFO(ModeOf("conf/pipe")));
+    EXPECT_THAT(Entries(), UnorderedElementsAre("pipe", "folder", "loop"));
+    // what a surface promises can be kept only if it is refused at once
+    EXPECT_EQ(CreatePageSurface(work.Path("conf/folder").c_str(), PageFormat::Pdf, 9, 9, 96), nullptr);
+
+    const auto late = NewFile::Create(work.Path("conf/late"));
+    mkfifo(work.Path("conf/late").c_str(), 0600);
+    EXPECT_EQ(late->Commit(), ENOTSUP);
+    EXPECT_TRUE(S_ISFIFO(ModeOf("conf/late")));
+}
+
+TEST_F(NewFiles, KeepLinkModeAndOwner) {
+    work.Write("log/target", "former");
+    std::filesystem::create_symlink("../log/target", work.Path("conf/link"));
+    std::filesystem::create_symlink("../log/none", work.Path("conf/dangling"));
+    chmod(work.Path("log/target").c_str(), 0640);
+    const bool isRoot = geteuid() == 0;
+    ASSERT_EQ(isRoot ? chown(work.Path("log/target").c_str(), 65534, 65534) : 0, 0);
+    EXPECT_EQ(Write("conf/link"), 0);
+    EXPECT_EQ(Write("conf/dangling"), 0);
+    EXPECT_TRUE(S_ISLNK(ModeOf("conf/link")));
+    EXPECT_EQ(ModeOf("log/target"), S_IFREG | 0640U);
+    EXPECT_EQ(work.Read("log/target"), "new");
+    EXPECT_EQ(work.Read("log/none"), "new");
+    struct stat status {};
+    stat(work.Path("log/target").c_str(), &status);
+    EXPECT_EQ(status.st_uid, isRoot ? 65534 : geteuid());
+    EXPECT_THAT(Entries(), UnorderedElementsAre("link", "dangling"));
+}
+
+TEST_F(NewFiles, LeaveWhatTheCallerMayNotWrite) {
+    work.Write("conf/theirs", "former");
+    chmod(work.Path("conf/theirs").c_str(), 0444);
+    const pid_t child = fork();
+    if (child == 0) { // nobody, in a folder where anybody may make files
+        chmod(work.Path("conf").c_str(), 0777);
+        chmod(work.Path(".").c_str(), 0755);
+        _exit(geteuid() == 0 && setuid(65534) != 0 ? 99 : Write("conf/theirs"));
+    }
+    int status = -1;
+    waitpid(child, &status, 0);
+    EXPECT_EQ(WEXITSTATUS(status), EACCES);
+    EXPECT_EQ(work.Read("conf/theirs"), "former");
+}
+
+TEST_F(NewFiles, GoWithTheirProcess) {
+    const int nameless = open(work.Path("conf").c_str(), O_WRONLY | O_TMPFILE, 0600);
+    if (nameless < 0)
+        GTEST_SKIP() << "this file system has no files without a name";
+    close(nameless);
+    const pid_t child = fork();
+    if (child == 0) {
+        const auto file = NewFile::Create(work.Path("conf/picture"));
+        file->Write("half", 4);
+        kill(getpid(), SIGKILL);
+    }
+    int status = -1;
+    waitpid(child, &status, 0);
+    EXPECT_TRUE(WIFSIGNALED(status));
+    EXPECT_THAT(Entries(), UnorderedElementsAre());
+}
+
+} // namespace
+} // namespace melkar

@@ -1,0 +1,364 @@
+#include "brushes.h"
+#include <MelkarCommon/platform/tests/temp_workdir.h>
+#include <MelkarCommon/platform/tests/told.h>
+
+#include <MelkarCommon/platform/pages/page_file.h>
+#include <MelkarCommon/platform/text/text_engine.h>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <climits>
+#include <clocale>
+#include <cmath>
+#include <csignal>
+#include <cstdlib>
+#include <cstring>
+#include <functional>
+#include <sstream>
+#include <sys/resource.h>
+#include <tuple>
+
+namespace melkar {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::Not;
+
+using Draw = std::function<void(Backend&)>;
+
+constexpr Color kBlue = 0xFF0000FFU;
+
+Draw Line(POINT from, POINT to, const Stroke& stroke) {
+    return [=](Backend& b) { StrokeLine(b, from, to, stroke); };
+}
+
+/// What stands between the first `head` and the next `tail`; empty if there is none.
+std::string Between(const std::string& text, const std::string& head, const std::string& tail) {
+    const std::size_t start = text.find(head);
+    if (start == std::string::npos)
+        return "";
+    const std::size_t from = start + head.size();
+    return text.substr(from, text.find(tail, from) - from);
+}
+
+/// One page of 400 x 300 units, in a directory of its own.
+struct Page : testing::Test {
+    std::unique_ptr<PageFile> Make(const std::string& name, PageFormat format, int dpi = 96) const {
+        auto page = MakePageFile(work.Path(name).c_str(), format, 400, 300, dpi);
+        if (page)
+            page->BeginPage();
+        return page;
+    }
+    std::string DrawFile(PageFormat format, int dpi, const Draw& draw) const {
+        const auto page = Make("page", format, dpi);
+        draw(*page);
+        EXPECT_TRUE(page->Finish());
+        return work.Read("page");
+    }
+
+    /// The elements of an SVG page at 96 dpi, one a line.
+    std::vector<std::string> Elements(const Draw& draw) const {
+        std::istringstream svg(DrawFile(PageFormat::Svg, 96, draw));
+        std::vector<std::string> elements;
+        for (std::string line; std::getline(svg, line);)
+            elements.push_back(line);
+        EXPECT_EQ(elements.back(), "</svg>");
+        return {elements.begin() + 2, elements.end() - 1};
+    }
+
+    std::vector<std::string> Files() const {
+        std::vector<std::string> names;
+        for (const auto& entry : std::filesystem::recursive_directory_iterator(work.Path("")))
+            if (entry.is_regular_file())
+                names.push_back(entry.path().filename());
+        return names;
+    }
+
+    Told told;
+    TempWorkdir work;
+};
+
+TEST_F(Page, LinesCoverTheAreaOfTheirPixels) {
+    const std::tuple<const char*, std::vector<POINT>, double, const char*> cases[] = {
+        {"even width", {{10, 20}, {30, 20}}, 2, R"(<path d="M10,20H30" stroke="#000000" stroke-width="2"/>)"},
+        {"thin: half a point", {{9, 0}, {9, 5}}, 0, R"(<path d="M9.5,0V5" stroke="#000000" stroke-width="0.667"/>)"},
+        {"leftwards: the last pixel is left out", {{9, 3}, {2, 3}}, 1, R"(<path d="M10,3.5H3" stroke="#000000"/>)"},
+        {"far beyond the page", {{INT_MIN, 20}, {INT_MAX, 20}}, 1, R"(<path d="M0,20.5H400" stroke="#000000"/>)"},
+        {"sloped",
+         {{10, 20}, {30, 25}},
+         2,
+         R"(<path d="M10.5,20.5L30.5,25.5" stroke="#000000" stroke-width="2" stroke-linecap="round"/>)"},
+        {"odd width",
+         {{10, 20}, {30, 20}, {30, 40}},
+         3,
+         R"(<polyline points="10,20.5 30.5,20.5 30.5,40" fill="none" stroke="#000000" stroke-width="3"/>)"},
+        {"leftwards and up",
+         {{30, 40}, {10, 40}, {10, 20}},
+         2,
+         R"(<polyline points="31,40 10,40 10,21" fill="none" stroke="#000000" stroke-width="2"/>)"},
+        {"closed",
+         {{10, 10}, {30, 10}, {30, 30}, {10, 30}, {10, 10}},
+         2,
+         R"(<polygon points="10,10 30,10 30,30 10,30" fill="none" stroke="#000000" stroke-width="2"/>)"},
+        {"sloped, a point twice",
+         {{10, 20}, {20, 25}, {20, 25}, {30, 20}},
+         1,
+         R"(<polyline points="10.5,20.5 20.5,25.5 30.5,20.5" fill="none" stroke-linejoin="round" stroke="#000000" stroke-linecap="round"/>)"},
+    };
+    for (const auto& row : cases)
+        EXPECT_THAT(Elements([&](Backend& b) { b.StrokePolyline(std::get<1>(row), Width(std::get<2>(row))); }),
+                    ElementsAre(std::get<3>(row)))
+            << std::get<0>(row);
+    for (const auto& hidden : {Line({5, 5}, {5, 5}, {}), Line({0, 300}, {9, 300}, {}), Line({-9, 5}, {0, 5}, {})})
+        EXPECT_THAT(Elements(hidden), ElementsAre());
+}
+
+TEST_F(Page, SlopedLinesSideBySideHaveNoSeam) {
+    const auto draw = [](Backend& b) {
+        StrokeLine(b, {10, 20}, {30, 25}, {});
+        StrokeLine(b, {10, 21}, {30, 26}, {});
+        StrokeLine(b, {10, 23}, {30, 28}, {}); // a row lies between
+        StrokeLine(b, {10, 30}, {30, 30}, {});
+        StrokeLine(b, {10, 31}, {30, 31}, {}); // level: edges meet
+    };
+    EXPECT_THAT(Elements(draw),
+                ElementsAre(HasSubstr("M10.5,20.5L"), HasSubstr("M10.5,21.5L"), HasSubstr("M10.5,21L30.5,26\""),
+                            HasSubstr("M10.5,23.5L"), testing::_, testing::_));
+}
+
+TEST_F(Page, Patterns) {
+    const Stroke dashes = Dashes(18, 6, 20);
+    const std::string dash = R"( stroke="#000000" stroke-dasharray="18 6" stroke-dashoffset=")";
+    EXPECT_THAT(Elements(Line({10, 20}, {90, 20}, dashes)), ElementsAre(R"(<path d="M10,20.5H90")" + dash + "20\"/>"));
+    EXPECT_THAT(Elements(Line({-30, 20}, {90, 20}, dashes)), ElementsAre(R"(<path d="M0,20.5H90")" + dash + "2\"/>"))
+        << "50 gone at the page's edge";
+    EXPECT_THAT(
+        Elements(Line({90, 20}, {10, 20}, Dashes(18, 6, 20, true))),
+        ElementsAre(R"(<path d="M91,20.5H11" stroke="#ff0000"/>)", R"(<path d="M91,20.5H11")" + dash + "20\"/>"));
+    EXPECT_THAT(Elements(Line({10, 20}, {90, 20}, Dashes(18, NAN))),
+                ElementsAre(R"(<path d="M10,20.5H90" stroke="#000000"/>)"));
+}
+
+TEST_F(Page, FillsStayInTheClip) {
+    const auto fill = [](Backend& b) {
+        b.SetClip({50, 60, 1000, 1000});
+        b.FillRect({10, 10, 100, 100}, kBlue);
+        b.FillRect({10, 10, 50, 100}, kBlue);
+        b.FillShape(Ellipse(60, 60, 20, 20), kBlue);
+        b.SetClip({0, 0, 400, 300});
+        b.FillRect({INT_MIN, INT_MIN, INT_MAX, 7}, kBlue);
+    };
+    EXPECT_THAT(Elements(fill), ElementsAre(R"(<rect x="50" y="60" width="50" height="40" fill="#0000ff"/>)",
+                                            R"(<svg x="50" y="60" width="350" height="240" viewBox="50 60 350 240">)",
+                                            R"(<circle cx="60" cy="60" r="20" fill="#0000ff"/>)", "</svg>",
+                                            R"(<rect x="0" y="0" width="400" height="7" fill="#0000ff"/>)"));
+}
+
+// A slice reaches a unit beyond the radial at which it ends: along the rim a twentieth of a radian, 60 - 10 cos(1 /
+// 20).
+TEST_F(Page, Shapes) {
+    const double quarter = std::acos(0);
+    const auto draw = [&](Backend& b) {
+        b.FillShape(SliceShape{{{50, 60}, {20, 10}}, 0, quarter, {50, 60}}, kBlue);
+        b.StrokeShape(SliceShape{{{50, 60}, {20, 10}}, -quarter, 3 * quarter, {49, 60}}, Width(2));
+        b.FillShape(Polygon({{1, 2}, {30, 4}, {5, 60}}), kBlue);
+        b.FillShape(Polygon({{1, 2}, {30, 4}}), kBlue);
+    };
+    EXPECT_THAT(
+        Elements(draw),
+        ElementsAre(
+            R"(<path d="M50,60L70,60A20,10 0 0 0 50,50zM50,61 50,50 49,50.012 49,61z" fill="#0000ff"/>)",
+            R"(<path d="M49,60L50,70A20,10 0 1 0 30,60z" fill="none" stroke="#000000" stroke-width="2" stroke-linejoin="round"/>)",
+            R"(<polygon points="1,2 30,4 5,60" fill="#0000ff" fill-rule="evenodd"/>)"));
+}
+
+TEST_F(Page, TextIsFoundWhereItStands) {
+    LOGFONTA font{};
+    font.lfHeight = -32;
+    font.lfCharSet = DEFAULT_CHARSET;
+    const auto layout = LayOutText(FindFace(font, TextMedium::Page), "Schritte", true, kNoWrap);
+    for (const int dpi : {96, 192}) {
+        DrawFile(PageFormat::Pdf, dpi, [&](Backend& b) { b.PaintText(layout, 0, {80, 120}, 0, 0, {0, 0, 400, 300}); });
+        ASSERT_EQ(std::system("pdftotext -bbox ../page ../text"), 0);
+        const std::string found = work.Read("text");
+        const std::size_t end = found.find("\">Schritte<");
+        ASSERT_NE(end, std::string::npos) << found;
+        const std::string word = found.substr(found.rfind("<word", end), end);
+        const auto edge = [&](const char* name) { return std::stod(Between(word, name, "\"")); };
+        const double points = 72.0 / dpi;
+        EXPECT_NEAR(edge("xMin=\""), 80 * points, 0.5);
+        EXPECT_NEAR(edge("xMax=\""), (80 + layout->width) * points, 1);
+        EXPECT_NEAR(edge("yMin=\""), 120 * points, layout->lineHeight * points / 4);
+        EXPECT_NEAR(edge("yMax=\""), (120 + layout->lineHeight) * points, layout->lineHeight * points / 4);
+    }
+}
+
+/// 10 high, so that a character of the built-in metrics is 6 wide and its line 13 high.
+std::shared_ptr<const TextLayout> TextOf(std::string_view text, int charset = DEFAULT_CHARSET, bool underline = false) {
+    LOGFONTA font{};
+    font.lfHeight = -10;
+    font.lfCharSet = static_cast<BYTE>(charset);
+    font.lfUnderline = underline ? 1 : 0;
+    std::strcpy(font.lfFaceName, "O'Neill <a>");
+    return LayOutText(FindFace(font, TextMedium::Fixed), text, true, kNoWrap);
+}
+
+TEST_F(Page, TextsKeepTheirCharacters) {
+    const RECT all{0, 0, 400, 300};
+    const std::string length = R"(" lengthAdjust="spacingAndGlyphs")";
+    const std::string font = R"(<g font-family="'ONeill &lt;a&gt;',sans-serif" font-size="10")";
+    const auto draw = [&](Backend& b) {
+        b.PaintText(TextOf("a<&\"\x01\xEF\xBF\xBF"), 0, {20, 30}, 0, 0xFF000000U, all);
+        b.PaintText(TextOf("\x95\xE0", 128, true), 0, {20, 30}, 900, kBlue, all); // one character of CP932
+        b.PaintText(TextOf(" b"), 0, {20, 30}, 0, kBlue, {20, 30, 29, 50});       // 12 x 13: its right side is cut off
+        b.PaintText(TextOf("ab"), 0, {20, 30}, 0, kBlue, {32, 30, 50, 50});
+    };
+    EXPECT_THAT(
+        Elements(draw),
+        ElementsAre(font + ">", R"(<text x="20" y="40" textLength="36)" + length + ">a&lt;&amp;&quot;  </text>", "</g>",
+                    font + " xml:lang=\"ja\">",
+                    R"(<text x="20" y="40" textLength="10)" + length +
+                        R"x( text-decoration="underline" transform="rotate(-90 20 30)" fill="#0000ff">歩</text>)x",
+                    "</g>", font + ">", R"(<svg x="20" y="30" width="9" height="20" viewBox="20 30 9 20">)",
+                    R"(<text xml:space="preserve" x="20" y="40" textLength="12)" + length +
+                        R"( fill="#0000ff"> b</text>)",
+                    "</svg>", "</g>"));
+}
+
+TEST_F(Page, OutlinesHaveTheirTextOnTop) {
+    const std::string text(200, 'l'); // far longer than the ten ems about a surface that cairo sees to
+    const auto layout = LayOutText(FindFace(LOGFONTA{}, TextMedium::Page), text, true, kNoWrap);
+    const std::string svg = DrawFile(PageFormat::SvgOutlines, 96, [&](Backend& b) {
+        b.PaintText(layout, 0, {10, 20}, 0, kBlue, {0, 0, 400, 300});
+    });
+    const std::string outline = Between(svg, "<path d=\"", "\"");
+    EXPECT_EQ(std::count(outline.begin(), outline.end(), 'M'), 200) << outline;
+    EXPECT_EQ(std::count(outline.begin(), outline.end(), 'z'), 200) << outline;
+    EXPECT_THAT(svg.substr(svg.find("<text")), HasSubstr(" fill-opacity=\"0\">" + text + "</text>"));
+}
+
+TEST_F(Page, SameDrawingSameBytes) {
+    const auto draw = [](Backend& b) {
+        b.StrokeShape(Ellipse(60.25, 60.5, 20, 10), Width(1.5));
+        b.PaintText(LayOutText(FindFace(LOGFONTA{}, TextMedium::Page), "1,5", true, kNoWrap), 0, {1, 2}, 0, 0,
+                    {0, 0, 400, 300});
+    };
+    const std::string former = DrawFile(PageFormat::SvgOutlines, 120, draw);
+    ASSERT_NE(std::setlocale(LC_ALL, "de_DE.UTF-8"), nullptr);
+    const std::string latter = DrawFile(PageFormat::SvgOutlines, 120, draw);
+    std::setlocale(LC_ALL, "C");
+    EXPECT_EQ(former, latter);
+}
+
+TEST_F(Page, MaskedCopiesStayOnePicture) {
+    std::vector<std::uint32_t> pixels{0xFFFFFFFFU, 0xFF000000U, 0xFFFF0000U, 0xFF804020U};
+    const auto elements = Elements([&](Backend& b) {
+        const PixelBuffer picture{pixels.data(), 2, 2, 2};
+        for (const DWORD operation : {SRCCOPY, SRCAND, SRCPAINT})
+            b.Blit({10, 10, 30, 30}, picture, {0, 0, 2, 2}, operation);
+        b.Blit({10, 10, 30, 30}, picture, {0, 0, 2, 3}, SRCCOPY); // reaches beyond the picture
+    });
+    ASSERT_EQ(elements.size(), 3U);
+    EXPECT_THAT(
+        elements[0],
+        HasSubstr(
+            R"(<image x="10" y="10" width="20" height="20" preserveAspectRatio="none" href="data:image/png;base64,iVBORw0KGgo)"));
+    EXPECT_THAT(elements[1], HasSubstr("pixelated"));
+}
+
+TEST_F(Page, StrangeShapesAndTextsLoseNoPage) {
+    LOGFONTA font{};
+    font.lfHeight = -8000; // beyond what fonts can do
+    const auto layout = LayOutText(FindFace(font, TextMedium::Page), "a", true, kNoWrap);
+    const auto draw = [&](Backend& b) {
+        const Shape far = Polygon({{INT_MIN, INT_MIN}, {INT_MAX, INT_MIN}, {0, INT_MAX}});
+        b.FillShape(far, 0);
+        b.StrokeShape(far, Width(HUGE_VAL));
+        StrokeLine(b, {INT_MIN, INT_MAX}, {INT_MAX, INT_MIN}, Width(NAN));
+        StrokeLine(b, {0, 0}, {0, INT_MAX}, Width(HUGE_VAL));
+        b.PaintText(layout, 0, {0, 0}, 0, 0xFF000000U, {0, 0, 400, 300});
+        b.PaintText(layout, 0, {INT_MIN, INT_MAX}, INT_MIN, 0, {INT_MIN, INT_MIN, INT_MAX, INT_MAX});
+        std::uint32_t pixel = 0xFF00FF00U;
+        b.Blit({INT_MIN, INT_MIN, INT_MAX, INT_MAX}, {&pixel, 1, 1, 1}, {0, 0, 1, 1}, SRCPAINT);
+    };
+    for (const PageFormat format :
+         {PageFormat::Pdf, PageFormat::Svg, PageFormat::SvgOutlines}) // DrawFile expects the file
+        DrawFile(format, 1, draw);
+}
+
+TEST_F(Page, FileAppearsWhole) {
+    work.Write("page", "former");
+    auto page = Make("page", PageFormat::Pdf);
+    page->FillRect({0, 0, 9, 9}, 0);
+    EXPECT_EQ(work.Read("page"), "former");
+    page.reset();
+    EXPECT_EQ(work.Read("page"), "former");
+    EXPECT_THAT(Files(), ElementsAre("page")); // the other one went with its page
+
+    page = Make("conf\\page", PageFormat::Svg);
+    EXPECT_TRUE(page->Finish());
+    EXPECT_THAT(work.Read("conf/page"), HasSubstr("</svg>"));
+    EXPECT_THAT(told.Lines(), Not(HasSubstr("not written")));
+}
+
+TEST_F(Page, DocumentsHavePagesAndADate) {
+    const auto print = [&](const std::string& name) {
+        const auto pages = MakePageFile(work.Path(name).c_str(), PageFormat::Pdf, 400, 300, 96, {"Schritte", 86400});
+        pages->FillRect({0, 0, 400, 300}, kBlue); // before the first page: lost
+        pages->BeginPage();
+        pages->SetClip({0, 0, 9, 9});
+        pages->EndPage();
+        EXPECT_TRUE(pages->BeginPage());
+        pages->FillRect({300, 200, 400, 300}, 0xFF000000U); // the clip is the whole again
+        EXPECT_TRUE(pages->BeginPage()) << "ends the open one";
+        EXPECT_TRUE(pages->Finish());
+        EXPECT_FALSE(pages->BeginPage() || pages->Finish());
+        return work.Read(name);
+    };
+    EXPECT_EQ(print("one"), print("other"));
+    ASSERT_EQ(std::system("TZ=UTC pdfinfo ../one > ../info && pdftoppm -r 96 -gray ../one ../sheet"), 0);
+    EXPECT_THAT(work.Read("info"), HasSubstr("Pages:           3"));
+    EXPECT_THAT(work.Read("info"), HasSubstr("Schritte"));
+    EXPECT_THAT(work.Read("info"), HasSubstr("Jan  2 00:00:00 1970"));
+    EXPECT_EQ(work.Read("sheet-1.pgm").back(), '\xFF') << "nothing reaches the first page";
+    EXPECT_EQ(work.Read("sheet-2.pgm").back(), '\0');
+}
+
+TEST_F(Page, UnfinishedDocumentsLeaveNoFile) {
+    auto abandoned = Make("abandoned", PageFormat::Pdf);
+    abandoned->Abandon();
+    abandoned->FillRect({0, 0, 9, 9}, kBlue);
+    EXPECT_FALSE(abandoned->BeginPage() || abandoned->Finish());
+    abandoned.reset();
+    Make("dropped", PageFormat::Pdf).reset();
+    EXPECT_FALSE(MakePageFile(work.Path("empty").c_str(), PageFormat::Pdf, 400, 300, 96)->Finish()) << "no page";
+    EXPECT_FALSE(Make("single", PageFormat::Svg)->BeginPage()) << "a picture has one page";
+    EXPECT_EQ(Make("no/page", PageFormat::Pdf), nullptr);
+    EXPECT_EQ(Make("page", PageFormat::Pdf, 0), nullptr);
+    EXPECT_THAT(Files(), ElementsAre());
+    for (const char* words : {"empty] not written: no page", "no/page] not written: "})
+        EXPECT_THAT(told.Lines(), HasSubstr(words));
+}
+
+/// Draws more than one block of a file with room for one; in a process of its own, whose limit can't be lifted again.
+[[noreturn]] void DrawOnFullDisk(PageFile& page) {
+    std::signal(SIGXFSZ, SIG_IGN);
+    const rlimit limit{4096, 4096};
+    setrlimit(RLIMIT_FSIZE, &limit);
+    for (int i = 0; i < 20000; ++i)
+        StrokeLine(page, {i % 400, 0}, {i * 7 % 400, 299}, {});
+    std::_Exit(page.Finish() ? 1 : 0);
+}
+
+TEST_F(Page, FullDisk) {
+    for (const PageFormat format : {PageFormat::Pdf, PageFormat::Svg}) {
+        EXPECT_EXIT(DrawOnFullDisk(*Make("page", format)), testing::ExitedWithCode(0), "");
+        EXPECT_THAT(Files(), ElementsAre());
+    }
+}
+
+} // namespace
+} // namespace melkar

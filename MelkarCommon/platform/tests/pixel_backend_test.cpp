@@ -1,0 +1,248 @@
+#include "canvas.h"
+
+#include <MelkarCommon/platform/geometry.h>
+#include <MelkarCommon/platform/pixels/pixel_backend.h>
+#include <MelkarCommon/platform/pixels/pixel_blit.h>
+#include <MelkarCommon/platform/pixels/pixel_lanes.h>
+
+#include <gtest/gtest.h>
+
+#include <climits>
+#include <cmath>
+#include <ctime>
+
+namespace melkar {
+namespace {
+
+TEST(PixelLines, LevelLinesFromEndToEnd) {
+    const std::tuple<const char*, int, int, Stroke, const char*> cases[] = {
+        {"leftwards, end left out", 6, 2, {}, "...####....."},
+        {"pattern goes from the start, leftwards", 11, -1, Dashes(3, 2), "##..###..###"},
+        {"pattern counts from a hidden start, leftwards", 15, -1, Dashes(3, 2), "#..###..###."},
+        {"painted gaps", 1, 9, Dashes(2, 3, 0, true), ".##rrr##r..."},
+        {"fractions: pixels at 0, 3, 5, 8, 10 begin a dash", 0, 12, Dashes(1, 1.5), "#..#.#..#.#."},
+        {"no number as phase", 0, 12, Dashes(3, 2, NAN), "###..###..##"},
+        {"negative phase", 0, 12, Dashes(3, 2, -1), ".###..###..#"},
+    };
+    for (const auto& [why, from, to, stroke, row] : cases) {
+        Canvas level(12, 3);
+        StrokeLine(*level.backend, {from, 1}, {to, 1}, stroke);
+        EXPECT_EQ(level.Row(1), row) << why;
+        EXPECT_EQ(level.Row(0) + level.Row(2), std::string(24, '.')) << why;
+        Canvas upright(3, 12);
+        StrokeLine(*upright.backend, {1, from}, {1, to}, stroke);
+        EXPECT_EQ(upright.Column(1), row) << why << ", upright";
+        EXPECT_TRUE(level.GuardIsClean() && upright.GuardIsClean()) << why;
+    }
+}
+
+TEST(PixelLines, WidthCoversWholeRows) {
+    for (const auto& [width, column] : {std::pair{0.0, "....#...."},
+                                        {2.0, "...##...."},
+                                        {2.6, "...###..."},
+                                        {1e300, "#########"},
+                                        {NAN, "....#...."}}) {
+        Canvas canvas(3, 9);
+        StrokeLine(*canvas.backend, {0, 4}, {3, 4}, Width(width));
+        EXPECT_EQ(canvas.Column(1), column) << width;
+    }
+}
+
+TEST(PixelLines, SlopedLinesSideBySideHaveNoSeam) {
+    // Three lines one pixel apart, in either order, shallow and steep: whatever isn't an edge is the whole colour.
+    for (const bool isSteep : {false, true})
+        for (const int direction : {1, -1}) {
+            Canvas canvas(60, 60);
+            for (int i = 0; i < 3; ++i) {
+                const int shift = 20 + (direction > 0 ? i : 2 - i);
+                const POINT from{isSteep ? shift : 5, isSteep ? 5 : shift};
+                const POINT to{isSteep ? shift + 17 : 55, isSteep ? 55 : shift + 17};
+                StrokeLine(*canvas.backend, from, to, Stroke{kBlack});
+            }
+            for (int step = 6; step < 54; ++step) {
+                const std::string line = isSteep ? canvas.Row(step) : canvas.Column(step);
+                EXPECT_NE(line.find("##"), std::string::npos) << "step " << step;
+                EXPECT_EQ(line.find("#?#"), std::string::npos) << "step " << step;
+            }
+        }
+}
+
+TEST(PixelLines, SlopedPositionIsExact) {
+    Canvas canvas(30, 12);
+    StrokeLine(*canvas.backend, {0, 0}, {30, 10}, {}); // a third of a pixel a step
+    for (int x = 0; x < 30; x += 3)
+        EXPECT_EQ(canvas.At(x, x / 3), kBlack) << x;
+    EXPECT_NEAR(canvas.Blue(1, 0), 85, 1); // a third lies in the next row
+    EXPECT_NEAR(canvas.Blue(1, 1), 170, 1);
+
+    Canvas cut(30, 12);
+    const CRect clip(10, 3, 25, 7);
+    cut.backend->SetClip(clip);
+    StrokeLine(*cut.backend, {0, 0}, {30, 10}, {});
+    cut.EachPixel([&](int x, int y) {
+        EXPECT_EQ(cut.At(x, y), clip.PtInRect({x, y}) ? canvas.At(x, y) : kWhite) << x << "," << y;
+    });
+}
+
+TEST(PixelLines, SlopedPatternCountsTheDistance) {
+    Canvas canvas(20, 20);
+    StrokeLine(*canvas.backend, {0, 0}, {20, 20}, Dashes(4, 4, 0, true)); // 4 pixels are 2.83 diagonal steps
+    std::string diagonal;
+    for (int i = 0; i < 20; ++i)
+        diagonal += canvas.Letter(i, i);
+    EXPECT_EQ(diagonal, "###rrr###rrr###rr###"); // steps 0, 5.7, 11.3, 17 begin a dash
+}
+
+/// Pixels that name their place.
+void Number(Canvas& canvas) {
+    canvas.EachPixel([&](int x, int y) { canvas.At(x, y) = kBlack | static_cast<unsigned>(y * 256 + x); });
+}
+
+TEST(PixelBlit, CopiesOntoItselfInAllDirections) {
+    for (const DWORD operation : {SRCCOPY, SRCPAINT})
+        for (int way = 0; way < 9; ++way) {
+            Canvas canvas(20, 20);
+            Number(canvas);
+            const std::vector<std::uint32_t> before = canvas.memory;
+            const int dx = way % 3 - 1;
+            const int dy = way / 3 - 1;
+            canvas.backend->Blit({5 + dx, 5 + dy, 15 + dx, 15 + dy}, canvas.buffer, {5, 5, 15, 15}, operation);
+            for (std::size_t y = 5; y < 15; ++y)
+                for (std::size_t x = 5; x < 15; ++x) {
+                    const std::size_t to = (y + static_cast<std::size_t>(dy)) * 22 + x + static_cast<std::size_t>(dx);
+                    const Color under = operation == SRCCOPY ? 0 : before[to];
+                    ASSERT_EQ(canvas.memory[to], before[y * 22 + x] | under) << operation << " by " << dx << "," << dy;
+                }
+        }
+}
+
+TEST(PixelBlit, MasksTakeTheNearestAndPicturesBlend) {
+    std::uint32_t halves[] = {kBlack, kWhite};
+    const PixelBuffer picture{halves, 2, 1, 2};
+    Canvas mask(9, 1);
+    mask.backend->Blit({0, 0, 8, 1}, picture, {0, 0, 2, 1}, SRCAND);
+    EXPECT_EQ(mask.Row(0), "####.....");
+    Canvas smooth(9, 1);
+    smooth.backend->Blit({0, 0, 8, 1}, picture, {0, 0, 2, 1}, SRCCOPY);
+    EXPECT_EQ(smooth.Row(0), "##????...") << "ends stay, the middle passes over";
+    EXPECT_EQ(smooth.At(3, 0), 0xFF606060U) << "centre at 0.375 of the way: 255 * 0.375 = 95.6";
+
+    std::uint32_t fine[] = {kBlack, kWhite, kWhite, kWhite};
+    Canvas coarse(2, 1, kBlack);
+    coarse.backend->Blit({0, 0, 2, 1}, {fine, 4, 1, 4}, {0, 0, 4, 1}, SRCPAINT);
+    EXPECT_EQ(coarse.Row(0), "..") << "the centres lie on the second and the fourth";
+    Canvas average(1, 1, kRed);
+    average.backend->Blit({0, 0, 1, 1}, {fine, 4, 1, 4}, {0, 0, 4, 1}, SRCCOPY);
+    EXPECT_EQ(average.At(0, 0), 0xFFBFBFBFU) << "three quarters of 255 = 191";
+}
+
+TEST(PixelText, MaskBlendsRoundedAndClipped) {
+    const std::vector<std::uint8_t> coverage{0, 128, 255, 1, 0, 64, 99, 99, 255, 255, 255, 255, 255, 255, 99, 99};
+    const CoverageMask mask{0, 0, 0, 6, 2, 8, coverage}; // 99 lies behind the rows
+    Canvas canvas(8, 4);
+    BlendMask(canvas.buffer, {1, 0, 7, 2}, mask, 1, 1, kBlack);
+    EXPECT_EQ(canvas.Row(1), "..?#?.?.");
+    EXPECT_EQ(canvas.At(2, 1), 0xFF7F7F7FU) << "255 * 127 / 255";
+    EXPECT_EQ(canvas.At(4, 1), 0xFFFEFEFEU) << "1 of 255 still shows";
+    EXPECT_EQ(canvas.Row(2), "........") << "below the clip";
+    BlendMask(canvas.buffer, {0, 0, 8, 4}, mask, -3, 2, kBlack);
+    EXPECT_EQ(canvas.Row(3), "###.....") << "cut at the left";
+    BlendMask(canvas.buffer, {0, 0, 8, 4}, mask, std::int64_t{INT_MAX} + 5, INT_MIN, kBlack);
+    EXPECT_TRUE(canvas.GuardIsClean());
+}
+
+/// `weight` parts of `whole` of one colour over another, rounded, a channel at a time.
+Color Mixed(Color under, Color color, int weight, int whole) {
+    Color mixed = kBlack;
+    for (int shift = 0; shift < 24; shift += 8) {
+        const auto channel = [shift](Color c) { return static_cast<int>(c >> shift & 0xFFU); };
+        const int sum = channel(under) * (whole - weight) + channel(color) * weight;
+        mixed |= static_cast<Color>((2 * sum + whole) / (2 * whole)) << shift;
+    }
+    return mixed;
+}
+
+constexpr Color kInk = 0xFF0180FEU;
+
+/// A picture whose pixels all differ, also from their neighbours' channels.
+Canvas Speckled(int width, int height) {
+    Canvas canvas(width, height);
+    canvas.EachPixel([&](int x, int y) { canvas.At(x, y) = kBlack | static_cast<Color>(x * 0x5D0B37 + y * 0x21F1A3); });
+    return canvas;
+}
+
+TEST(PixelText, BlendsFourAtOnceLikeEachAlone) {
+    std::vector<std::uint8_t> coverage(256); // each once, so blank and whole ones stand among others
+    for (std::size_t i = 0; i < coverage.size(); ++i)
+        coverage[i] = static_cast<std::uint8_t>(i * 37);
+    for (int width = 1; width < 10; ++width) {
+        const int height = 256 / width;
+        const Canvas before = Speckled(width, height);
+        Canvas after = Speckled(width, height);
+        BlendMask(after.buffer, {0, 0, width, height}, {0, 0, 0, width, height, width, coverage}, 0, 0, kInk);
+        before.EachPixel([&](int x, int y) {
+            const int part = coverage[static_cast<std::size_t>(y * width + x)];
+            EXPECT_EQ(after.At(x, y), Mixed(before.At(x, y), kInk, part, 255)) << part << " in " << width;
+        });
+        EXPECT_TRUE(after.GuardIsClean());
+    }
+}
+
+constexpr Weight kFalling{0xF00000, -0x111111}; // 240 of 256 and less
+
+TEST(PixelLines, MixPixelsTogetherLikeEachAlone) {
+    constexpr int kLength = 13;
+    for (int i = 0; i < 2 * kLength; ++i) {
+        const int count = i / 2;
+        const Canvas before = Speckled(kLength, kLength);
+        Canvas pairs = Speckled(kLength, kLength);
+        Canvas fours = Speckled(kLength, kLength);
+        Canvas span = Speckled(kLength, kLength);
+        const std::ptrdiff_t stride = pairs.buffer.stride;
+        const std::array two{RestOf(kFalling), kFalling};
+        const std::array four{kFalling, Weight{0, 0}, Weight{kWholeWeight, 0}, RestOf(kFalling)};
+        const auto mix = [&](auto lanes) {
+            const LaneMixer<lanes> mixer(kInk);
+            mixer.MixSteps(pairs.memory.data(), stride, count, two);
+            mixer.MixSteps(fours.memory.data(), stride, count, four);
+            mixer.MixSpan(span.memory.data(), count, kFalling);
+        };
+        i % 2 == 0 ? RunInFours(mix) : RunInLanes(mix);
+        before.EachPixel([&](int x, int y) {
+            const auto mixed = [&](int step, int all, int sign) {
+                const int weight = (kFalling.start + step * kFalling.step) >> 16;
+                return step < count ? Mixed(before.At(x, y), kInk, all + sign * weight, 256) : before.At(x, y);
+            };
+            const Color own = before.At(x, y);
+            const Color ofFour[] = {mixed(y, 0, 1), own, y < count ? kInk : own, mixed(y, 256, -1)};
+            EXPECT_EQ(pairs.At(x, y), x == 0 ? mixed(y, 256, -1) : x == 1 ? mixed(y, 0, 1) : own) << count;
+            EXPECT_EQ(fours.At(x, y), x < 4 ? ofFour[x] : own) << count << " in row " << y;
+            EXPECT_EQ(span.At(x, y), y == 0 ? mixed(x, 0, 1) : own) << count << " at " << x;
+        });
+    }
+}
+
+TEST(PixelBackend, HostileCoordinatesEndAtOnce) {
+    const int edges[] = {INT_MIN, INT_MIN + 1, -(1 << 24), -1, 0, 5, 1 << 24, INT_MAX - 1, INT_MAX};
+    const std::clock_t start = std::clock();
+    Canvas canvas(16, 16);
+    const auto& backend = canvas.backend;
+    Stroke wide = Dashes(2, 1, 1e300);
+    wide.width = 3;
+    for (const int a : edges)
+        for (const int b : edges)
+            for (const int c : edges)
+                for (const int d : {INT_MIN, -1, 7, INT_MAX}) {
+                    for (const Stroke& stroke : {Stroke{}, Dashes(1, 1, 0, true), wide})
+                        StrokeLine(*backend, {a, b}, {c, d}, stroke);
+                    for (const DWORD operation : {SRCCOPY, SRCAND})
+                        backend->Blit({a, b, c, d}, canvas.buffer, {0, 0, 7, 9}, operation);
+                    backend->FillShape(Polygon({{a, b}, {c, d}, {b, a}, {d, c}}), kRed);
+                    backend->FillShape(Ellipse(a, b, std::abs(static_cast<double>(c)), 1 + std::abs(d / 2.0)), kBlue);
+                }
+    EXPECT_TRUE(canvas.GuardIsClean());
+    EXPECT_LT(std::clock() - start, 60 * CLOCKS_PER_SEC); // a walk along one takes minutes
+}
+
+} // namespace
+} // namespace melkar

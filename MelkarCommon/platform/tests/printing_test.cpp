@@ -1,0 +1,192 @@
+#include <MelkarCommon/platform/drawing.h>
+#include <MelkarCommon/platform/printing.h>
+#include <MelkarCommon/platform/printing/printer.h>
+#include <MelkarCommon/platform/surface.h>
+#include <MelkarCommon/platform/tests/faulty_printer.h>
+#include <MelkarCommon/platform/tests/framed.h>
+#include <MelkarCommon/platform/tests/temp_workdir.h>
+#include <MelkarCommon/platform/tests/told.h>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+using namespace melkar;
+using testing::HasSubstr;
+using testing::Not;
+
+namespace {
+
+constexpr DOCINFOA kJob{20, "Ovra", nullptr, nullptr, 1};
+constexpr COLORREF kRed = RGB(255, 0, 0);
+
+TEST(Paper, RoomForInkTurnsWithThePage) {
+    const Paper* a4 = FindPaper(DMPAPER_A4);
+    ASSERT_NE(a4, nullptr);
+    const SheetLayout whole = LayOutSheet(*a4, {}, false);
+    EXPECT_NEAR(whole.width, 595.28, 0.01) << "the sheet is exact, the room whole units: 793.7 x 1122.5";
+    EXPECT_EQ(whole.roomWidth, 793);
+    EXPECT_EQ(whole.roomHeight, 1122);
+    const SheetLayout turned = LayOutSheet(*a4, {254, 508, 1016, 127}, true);
+    EXPECT_NEAR(turned.width, 841.89, 0.01);
+    EXPECT_NEAR(turned.left, 3.6, 0.01) << "a twentieth of an inch: the sheet's bottom";
+    EXPECT_NEAR(turned.top, 7.2, 0.01) << "the sheet's left";
+    EXPECT_EQ(turned.roomWidth, 1098) << "1122.5 - 4.8 - 19.2";
+    EXPECT_EQ(turned.roomHeight, 745) << "793.7 - 9.6 - 38.4";
+    EXPECT_EQ(LayOutSheet(*FindPaper(DMPAPER_JAPANESE_POSTCARD), {9000, 9000, 9000, 9000}, false).roomWidth, 1);
+    EXPECT_EQ(FindPaper(99), nullptr);
+}
+
+DEVMODEA Settings(short paper, short orientation, short color) {
+    DEVMODEA settings{};
+    settings.dmFields = DM_PAPERSIZE | DM_ORIENTATION | DM_COLOR;
+    settings.dmPaperSize = paper;
+    settings.dmOrientation = orientation;
+    settings.dmColor = color;
+    return settings;
+}
+
+/// Prints pages with a red square at the top left.
+int PrintPages(HDC surface, int pages) {
+    EXPECT_GT(StartDocA(surface, &kJob), 0);
+    for (int page = 0; page < pages; ++page) {
+        EXPECT_GT(StartPage(surface), 0);
+        DrawFramed(surface, {0, 0, 96, 96}, kRed, kRed, 1);
+        EXPECT_GT(EndPage(surface), 0);
+    }
+    return EndDoc(surface);
+}
+
+class Printing : public testing::Test {
+protected:
+    ~Printing() override { EXPECT_EQ(LiveObjectCount(), m_liveBefore); }
+    std::string Log() const { return m_told.Lines(); }
+    bool IsThere(const char* name) const { return std::filesystem::exists(m_files.Path(name)); }
+    HDC Open(const std::string& printer, const DEVMODEA* settings = nullptr) {
+        return CreateDCA("WINSPOOL", printer.c_str(), nullptr, settings);
+    }
+
+    Told m_told;
+    TempWorkdir m_files;
+    std::size_t m_liveBefore = LiveObjectCount();
+};
+
+TEST_F(Printing, FilesHaveThePaperAndColorsOfTheSettings) {
+    const DEVMODEA settings = Settings(DMPAPER_A5, DMORIENT_LANDSCAPE, DMCOLOR_MONOCHROME);
+    HDC surface = Open(m_files.Path("out.pdf"), &settings);
+    ASSERT_NE(surface, nullptr);
+    EXPECT_EQ(GetDeviceCaps(surface, HORZRES), 793) << "210 mm at 96 an inch";
+    EXPECT_EQ(GetDeviceCaps(surface, LOGPIXELSY), 96);
+    EXPECT_GT(PrintPages(surface, 2), 0);
+    EXPECT_TRUE(IsThere("out.pdf")) << "when the document ends, not when the surface goes";
+    EXPECT_TRUE(DeleteDC(surface));
+    ASSERT_EQ(std::system("pdfinfo ../out.pdf > ../info && pdftoppm -r 96 ../out.pdf ../page"), 0);
+    EXPECT_THAT(m_files.Read("info"), HasSubstr("Title:           Ovra"));
+    EXPECT_THAT(m_files.Read("info"), HasSubstr("Pages:           2"));
+    EXPECT_THAT(m_files.Read("info"), HasSubstr("595.276 x 419.528"));
+    const std::string page = m_files.Read("page-2.ppm");
+    EXPECT_EQ(page.substr(page.find("255\n") + 4, 3), "\x4C\x4C\x4C") << "red is as light as 76 of 255";
+}
+
+TEST_F(Printing, CallsOutOfTurnDoNothing) {
+    HDC surface = Open(m_files.Path("out.pdf"));
+    EXPECT_EQ(StartPage(surface), SP_ERROR) << "no document";
+    EXPECT_EQ(EndDoc(surface), SP_ERROR);
+    EXPECT_EQ(AbortDoc(surface), SP_ERROR);
+    DrawFramed(surface, {0, 0, 9, 9}, kRed, kRed, 1);
+    EXPECT_GT(StartDocA(surface, &kJob), 0);
+    EXPECT_EQ(StartDocA(surface, &kJob), SP_ERROR) << "one is under way";
+    EXPECT_EQ(EndPage(surface), SP_ERROR) << "no page";
+    DrawFramed(surface, {0, 0, 9, 9}, kRed, kRed, 1);
+    EXPECT_EQ(EndDoc(surface), SP_ERROR);
+    EXPECT_THAT(Log(), HasSubstr("no page"));
+    EXPECT_GT(PrintPages(surface, 1), 0) << "the surface goes on";
+    EXPECT_TRUE(std::filesystem::remove(m_files.Path("out.pdf")));
+
+    StartDocA(surface, &kJob);
+    StartPage(surface);
+    EXPECT_GT(AbortDoc(surface), 0);
+    StartDocA(surface, &kJob);
+    StartPage(surface);
+    EXPECT_TRUE(DeleteDC(surface));
+    EXPECT_FALSE(IsThere("out.pdf"));
+
+    HDC screen = CreateMemorySurface(9, 9);
+    for (HDC other : {screen, static_cast<HDC>(nullptr), surface}) {
+        EXPECT_EQ(StartDocA(other, &kJob), SP_ERROR);
+        EXPECT_EQ(StartPage(other), SP_ERROR);
+        EXPECT_EQ(EndDoc(other), SP_ERROR);
+    }
+    EXPECT_FALSE(ClosePrinter(screen));
+    EXPECT_EQ(GlobalLock(screen), nullptr);
+    EXPECT_EQ(GlobalFree(screen), static_cast<HANDLE>(screen));
+    EXPECT_EQ(GlobalAlloc(0, static_cast<std::size_t>(-1)), nullptr) << "the size of the settings of no printer";
+    DeleteDC(screen);
+}
+
+class PrintingToServer : public Printing {
+protected:
+    PrintingToServer() { setenv("TMPDIR", (m_files.Path("tmp")).c_str(), 1); }
+    ~PrintingToServer() override { unsetenv("TMPDIR"); }
+    bool LeftNothing() const { return std::filesystem::is_empty(m_files.Path("tmp")); }
+
+    PrintServer m_server{m_files.Path("server")};
+    bool m_hasTmp = std::filesystem::create_directory(m_files.Path("tmp"));
+};
+
+TEST_F(PrintingToServer, JobsTellWhatWasAsked) {
+    const DEVMODEA settings = Settings(DMPAPER_A4, DMORIENT_LANDSCAPE, DMCOLOR_MONOCHROME);
+    const DEVMODEA unknown = Settings(99, DMORIENT_PORTRAIT, DMCOLOR_COLOR);
+    HDC queue = Open("Test", &settings);
+    HDC address = Open(m_server.Address(), &unknown);
+    EXPECT_EQ(GetDeviceCaps(queue, HORZRES), 954) << "1122.5 - 72 - 96, the margins of A4 with borders";
+    EXPECT_EQ(GetDeviceCaps(address, VERTRES), 960) << "1056 - 48 - 48, those of its own paper";
+    EXPECT_GT(StartDocA(queue, &kJob), 0);
+    EXPECT_EQ(m_server.JobAttribute(1, "job-name"), "") << "no job before the document is whole";
+    AbortDoc(queue);
+    EXPECT_GT(PrintPages(queue, 1), 0);
+    EXPECT_GT(PrintPages(address, 3), 0);
+    EXPECT_EQ(m_server.JobAttribute(1, "job-name"), "Ovra");
+    EXPECT_EQ(m_server.JobAttribute(1, "document-format"), "application/pdf");
+    EXPECT_EQ(m_server.JobAttribute(1, "media"), "iso_a4_210x297mm");
+    EXPECT_EQ(m_server.JobAttribute(1, "orientation-requested"), "landscape");
+    EXPECT_EQ(m_server.JobAttribute(1, "print-color-mode"), "monochrome");
+    EXPECT_EQ(m_server.JobAttribute(2, "media"), "na_letter_8.5x11in") << "a code that no paper has: the printer's own";
+    EXPECT_EQ(m_server.JobAttribute(2, "orientation-requested"), "portrait");
+    EXPECT_EQ(m_server.JobAttribute(2, "print-color-mode"), "color");
+    EXPECT_THAT(Log(), HasSubstr("no paper has the code 99"));
+    EXPECT_EQ(Open("NoSuchQueue"), nullptr);
+    EXPECT_THAT(Log(), HasSubstr("printer [NoSuchQueue]: "));
+    DeleteDC(queue);
+    DeleteDC(address);
+    EXPECT_TRUE(LeftNothing());
+}
+
+TEST_F(PrintingToServer, TheServerGetsEveryByte) {
+    const std::string document = "%PDF-1.4\n" + std::string(300000, 'x') + '\0' + "\n%%EOF\n";
+    auto printer = FindPrinter(m_server.Address());
+    ASSERT_TRUE(printer);
+    auto job = printer->Begin({"job", FindPaper(DMPAPER_A4)});
+    std::ofstream(job->Path(), std::ios::binary) << document;
+    EXPECT_TRUE(job->Deliver());
+    std::ifstream kept(m_server.Spool() / "d00001-001", std::ios::binary);
+    EXPECT_TRUE(std::string(std::istreambuf_iterator<char>(kept), {}) == document);
+}
+
+TEST_F(PrintingToServer, ServersThatGoAwayLeaveNothingBehind) {
+    const FaultyPrinter printer(1);
+    auto job = FindPrinter(printer.Address())->Begin({"job", FindPaper(DMPAPER_A4)});
+    std::ofstream(job->Path()) << std::string(4 << 20, 'x');
+    EXPECT_FALSE(job->Deliver()) << "it hangs up while the document is on its way";
+    EXPECT_THAT(Log(), HasSubstr(printer.Address() + "]: Broken pipe"));
+    job.reset();
+    HDC surface = Open("Test");
+    EXPECT_GT(StartDocA(surface, &kJob), 0);
+    StartPage(surface);
+    m_server.Stop();
+    EXPECT_EQ(EndDoc(surface), SP_ERROR);
+    EXPECT_THAT(Log(), HasSubstr("printer [Test]: no print server at 127.0.0.1"));
+    EXPECT_TRUE(LeftNothing());
+    DeleteDC(surface);
+}
+
+} // namespace

@@ -1,0 +1,176 @@
+#include <MelkarCommon/platform/text/figure_text.h>
+#include <MelkarCommon/platform/text/text_face.h>
+#include <MelkarCommon/platform/text/text_parts.h>
+
+#include <gtest/gtest.h>
+
+#include <climits>
+#include <numeric>
+#include <random>
+#include <sstream>
+#include <tuple>
+
+namespace melkar {
+namespace {
+
+LOGFONTA Describe(std::string_view face, int height, int weight = FW_NORMAL) {
+    LOGFONTA font{};
+    font.lfHeight = height;
+    font.lfWeight = weight;
+    font.lfCharSet = DEFAULT_CHARSET;
+    face.copy(font.lfFaceName, LF_FACESIZE - 1);
+    return font;
+}
+
+std::shared_ptr<TextFace> Face(TextMedium medium, int height = -12) {
+    return FindFace(Describe("DejaVu Sans", height), medium);
+}
+
+/// The family that the machine gives for a name.
+std::string FamilyFor(std::string_view name) {
+    const auto face = FindFace(Describe(name, -12), TextMedium::Pixels);
+    PangoContext* context = pango_layout_get_context(face->shaper.get());
+    const ObjectPtr<PangoFont> font(pango_context_load_font(context, pango_context_get_font_description(context)));
+    return pango_font_family_get_name(pango_font_face_get_family(pango_font_get_face(font.get())));
+}
+
+TEST(TextFace, HeightIsEmOrCell) {
+    for (const auto& [why, height, em, lineHeight, ascent] : {std::tuple{"cell that is no whole em", 14, 11.2, 14, 11},
+                                                              {"zero: the default", 0, 12, 15, 12},
+                                                              {"too large em", INT_MIN, 8000, 10000, 8000},
+                                                              {"smallest cell", 1, 1, 1, 1}}) {
+        const FaceSize size = SizeFace(height, 1.0, 0.25);
+        EXPECT_DOUBLE_EQ(size.em, em) << why;
+        EXPECT_EQ(std::pair(size.lineHeight, size.ascent), std::pair(lineHeight, ascent)) << why;
+    }
+}
+
+TEST(TextFace, TakesWhatTheMachineHas) {
+    for (const auto& [name, family] : {std::pair{"MS Gothic", "IPAGothic"},
+                                       {"ＭＳ Ｐゴシック", "IPAPGothic"},
+                                       {"Courier New", "DejaVu Sans Mono"},
+                                       {"\xFF\x01", "DejaVu Sans"}})
+        EXPECT_EQ(FamilyFor(name), family) << name;
+}
+
+int WidthOf(const std::shared_ptr<TextFace>& face, std::string_view text) {
+    return LayOutText(face, text, true, kNoWrap)->width;
+}
+
+// A width is given as that of another text.
+TEST(TextLayout, WrapsByOneRule) {
+    const std::tuple<const char*, const char*, const char*, std::vector<std::string>> cases[] = {
+        {"fits exactly", "The quick fox", "The quick", {"The quick", "fox"}},
+        {"blanks at a wrap don't count", "The   fox", "The", {"The", "fox"}},
+        {"nor do those at the end once there is no room", "The fox   ", "The fox ", {"The fox "}},
+        {"leading blanks stay with their word", "  fox jumps", "f", {"  fox", "jumps"}},
+        {"no width", "a b", "", {"a", "b"}},
+        {"Han and kana break anywhere", "漢字かな文", "漢字", {"漢字", "かな", "文"}},
+        {"but not before a full stop", "漢字。文", "漢字", {"漢", "字。", "文"}},
+        {"Latin among Han: words stay whole", "歩steps数", "歩st", {"歩", "steps", "数"}},
+        {"hyphens", "step-by-step", "step-by-", {"step-by-", "step"}},
+        {"right to left", "שלום עולם", "שלום", {"שלום", "עולם"}},
+    };
+    for (const TextMedium medium : {TextMedium::Pixels, TextMedium::Page, TextMedium::Fixed})
+        for (const auto& [why, text, asWideAs, lines] : cases) {
+            const auto face = Face(medium);
+            const auto layout = LayOutText(face, text, false, WidthOf(face, asWideAs));
+            std::vector<std::string> found;
+            for (const TextLine& line : layout->lines) {
+                EXPECT_EQ(line.width, WidthOf(face, line.utf8)) << why << ": " << line.utf8;
+                found.push_back(line.utf8);
+            }
+            EXPECT_EQ(found, lines) << why;
+        }
+}
+
+TEST(TextLayout, RightToLeftLineStartsAtItsLeftEnd) {
+    const auto face = Face(TextMedium::Page);
+    const auto wrapped = LayOutText(face, "שלום   עולם", false, 0);
+    const auto alone = LayOutText(face, "שלום", false, kNoWrap);
+    ASSERT_EQ(wrapped->lines[0].runs.size(), 1U);
+    const GlyphRun& run = wrapped->lines[0].runs[0];
+    EXPECT_TRUE(run.backward);
+    EXPECT_EQ(run.glyphs.back().x, alone->lines[0].runs[0].glyphs.back().x);
+}
+
+TEST(TextCache, FindsTheSameTextOnly) {
+    const auto face = Face(TextMedium::Pixels);
+    const auto layout = LayOutText(face, "some text", false, 50);
+    EXPECT_EQ(LayOutText(face, "some text", false, 50), layout);
+    EXPECT_NE(LayOutText(face, "some text", false, 51), layout);
+    EXPECT_NE(LayOutText(Face(TextMedium::Pixels, -13), "some text", false, 50), layout);
+    EXPECT_NE(LayOutText(FindFace(Describe("DejaVu Sans", -12, FW_BOLD), TextMedium::Pixels), "some text", false, 50),
+              layout);
+}
+
+TEST(LineMask, QuarterTurnsKeepEveryPixel) {
+    const auto layout = LayOutText(Face(TextMedium::Pixels), "Steps", true, kNoWrap);
+    const auto ink = [&](int turn) {
+        const auto mask = LineMask(*layout, 0, turn);
+        return std::accumulate(mask->coverage.begin(), mask->coverage.end(), 0);
+    };
+    EXPECT_EQ(ink(900), ink(0)) << "turned, not drawn anew";
+}
+
+TEST(LineMask, StaysWithinItsMemoryAfterTextsWereMeasuredFirst) {
+    const auto face = Face(TextMedium::Pixels, -200);
+    const auto layOut = [&](int i) { return LayOutText(face, "label " + std::to_string(i), true, kNoWrap); };
+    for (int i = 100; i < 400; ++i)
+        layOut(i);
+    for (int i = 100; i < 400; ++i) // each takes some 100 KB
+        ASSERT_NE(LineMask(*layOut(i), 0, 0), nullptr);
+    EXPECT_LT(MaskBytes(), 10 << 20);
+}
+
+std::string RandomFigure(std::mt19937& random) {
+    std::string text;
+    for (std::size_t length = 1 + random() % 10; length > 0; --length)
+        text += FigureSet::kCharacters[random() % FigureSet::kCharacters.size()];
+    return text;
+}
+
+/// All that a layout says, to compare.
+std::string Dump(const TextLayout& layout) {
+    std::ostringstream out;
+    out << layout.font << ' ' << layout.width << ' ' << layout.lineHeight << ' ' << layout.ascent;
+    for (const TextLine& line : layout.lines) {
+        out << '\n' << line.utf8 << ' ' << line.width;
+        for (const GlyphRun& run : line.runs) {
+            out << '\n' << run.font.get() << ' ' << run.utf8 << ' ' << run.backward;
+            for (const cairo_glyph_t& glyph : run.glyphs)
+                out << ' ' << glyph.index << '@' << glyph.x << ',' << glyph.y;
+            for (const cairo_text_cluster_t& cluster : run.clusters)
+                out << ' ' << cluster.num_bytes << ':' << cluster.num_glyphs;
+        }
+    }
+    return out.str();
+}
+
+std::string DumpMask(const TextLayout& layout, int escapement) {
+    const auto mask = LineMask(layout, 0, escapement);
+    return mask ? std::to_string(mask->left) + ',' + std::to_string(mask->top) + ',' + std::to_string(mask->width) +
+                      std::string(mask->coverage.begin(), mask->coverage.end())
+                : "";
+}
+
+TEST(Figures, AreExactlyAsIfShaped) {
+    std::mt19937 random(7);
+    for (const auto& [name, weight] : {std::pair{"DejaVu Sans", 400}, {"DejaVu Sans", 700}, {"IPAGothic", 400}})
+        for (int height = 9; height <= 40; ++height)
+            for (const int sign : {-1, 1}) {
+                const auto face = FindFace(Describe(name, sign * height, weight), TextMedium::Pixels);
+                for (int i = 0; i < 20; ++i) {
+                    const std::string text = RandomFigure(random);
+                    const auto figure = LayOutText(face, text, i % 2 == 0, kNoWrap);
+                    const TextLayout shaped = LayOutAnew(*face, text, i % 2 == 0, kNoWrap);
+                    ASSERT_NE(figure->figures, nullptr) << name << " " << height;
+                    EXPECT_EQ(Dump(*figure), Dump(shaped));
+                    for (const int escapement : {0, 900, 300})
+                        EXPECT_EQ(DumpMask(*figure, escapement), DumpMask(shaped, escapement)) << text;
+                }
+            }
+}
+
+} // namespace
+} // namespace melkar

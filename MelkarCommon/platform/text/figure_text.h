@@ -1,0 +1,68 @@
+#pragma once
+
+#include <MelkarCommon/platform/text/glyph_run.h>
+
+#include <array>
+#include <memory>
+#include <string_view>
+#include <utility>
+
+/// @file
+/// Internal. Figures put together from ready-made glyphs: most texts of a chart that are new at a redraw are short
+/// numbers, and shaping each costs more than all the rest of painting it.
+
+namespace melkar {
+
+/// A short text of digits and the signs that stand between them.
+bool IsFigure(std::string_view text);
+
+class FigureCache;
+
+/// The glyphs of one face for all characters of figures.
+class FigureSet {
+public:
+    static constexpr std::string_view kCharacters = "0123456789 .,-+:/%";
+
+    /// All of `text` must be in `kCharacters`.
+    int Width(std::string_view text) const;
+    /// Makes `line` that of the text, in the memory that it has.
+    void SetLine(TextLine& line, std::string_view text, int width) const;
+    CoverageMask Mask(std::string_view text) const;
+
+private:
+    friend FigureCache* FiguresOf(TextFace& face);
+    struct Glyph {
+        unsigned long index = 0;
+        int advance = 0;
+        CoverageMask mask;
+    };
+
+    bool Take(TextFace& face);
+    bool IsAdditive(TextFace& face) const;
+    const Glyph& Of(char character) const;
+
+    std::shared_ptr<cairo_scaled_font_t> m_font;
+    std::array<Glyph, kCharacters.size()> m_glyphs;
+};
+
+/// The figures of one face that were asked for last. A figure takes the place, and the memory, of the former one in
+/// its slot: where all figures of a chart are new at each redraw, this allocates next to nothing.
+class FigureCache {
+public:
+    explicit FigureCache(std::shared_ptr<const FigureSet> figures) : m_figures(std::move(figures)) {}
+
+    /// The layout of `text`, `width` wide; `face` is that of the figures.
+    std::shared_ptr<const TextLayout> Find(const TextFace& face, std::string_view text, int width);
+    const FigureSet& Figures() const { return *m_figures; }
+
+private:
+    static constexpr std::size_t kSlots = 128;
+
+    std::shared_ptr<const FigureSet> m_figures;
+    std::array<std::shared_ptr<TextLayout>, kSlots> m_slots;
+};
+
+/// The face's figures, tried at the first call; null if its glyphs depend on their neighbours, or aren't worth it.
+FigureCache* FiguresOf(TextFace& face);
+
+} // namespace melkar

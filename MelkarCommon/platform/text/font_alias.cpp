@@ -1,0 +1,46 @@
+#include <MelkarCommon/platform/text/font_alias.h>
+#include <MelkarCommon/platform/values/ascii.h>
+
+#include <string_view>
+
+namespace melkar {
+namespace {
+
+struct Alias {
+    std::string_view name; ///< as profiles write it, in any case
+    const char* families;
+};
+
+constexpr Alias kAliases[] = {
+    {"MS Gothic", "IPAGothic,monospace"},
+    {"ＭＳ ゴシック", "IPAGothic,monospace"},
+    {"MS PGothic", "IPAPGothic,sans"},
+    {"ＭＳ Ｐゴシック", "IPAPGothic,sans"},
+    {"MS UI Gothic", "IPAPGothic,sans"},
+    {"Meiryo", "IPAPGothic,sans"},
+    {"メイリオ", "IPAPGothic,sans"},
+    {"MS Mincho", "IPAMincho,serif"},
+    {"ＭＳ 明朝", "IPAMincho,serif"},
+    {"MS PMincho", "IPAPMincho,serif"},
+    {"ＭＳ Ｐ明朝", "IPAPMincho,serif"},
+    {"Arial", "DejaVu Sans,sans"},
+    {"MS Sans Serif", "DejaVu Sans,sans"},
+    {"Segoe UI", "DejaVu Sans,sans"},
+    {"Tahoma", "DejaVu Sans,sans"},
+    {"Verdana", "DejaVu Sans,sans"},
+    {"Times New Roman", "DejaVu Serif,serif"},
+    {"Courier New", "DejaVu Sans Mono,monospace"},
+};
+
+} // namespace
+
+std::string FamiliesFor(const std::string& name) {
+    if (name.empty())
+        return "sans";
+    for (const Alias& alias : kAliases)
+        if (EqualNoCase(alias.name, name))
+            return name + "," + alias.families;
+    return name + ",sans";
+}
+
+} // namespace melkar

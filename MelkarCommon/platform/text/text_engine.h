@@ -1,0 +1,113 @@
+#pragma once
+
+#include <MelkarCommon/platform/seam/shape.h>
+#include <MelkarCommon/platform/types.h>
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// @file
+/// Internal. Turns bytes and a font into lines of placed glyphs, once for each distinct text, and keeps them in a
+/// bounded cache of the thread. Measuring and painting take the same entry.
+
+namespace melkar {
+
+/// What the text is for: it decides how advances are rounded and which metrics count.
+enum class TextMedium : std::uint8_t {
+    Pixels, ///< whole-pixel advances
+    Page,   ///< exact advances
+    Fixed,  ///< built-in metrics, no font of the machine: for recordings
+};
+
+/// A font as it is used: description, medium and measured height of a line. Opaque beyond that.
+class TextFace;
+
+/// Ready-made glyphs for figures. Opaque.
+class FigureSet;
+
+/// The face of a description on this thread; made at the first call, kept until the thread ends or the bounded
+/// cache lets it go. Never null: what can't be made falls back to the default face.
+std::shared_ptr<TextFace> FindFace(const LOGFONTA& description, TextMedium medium);
+
+/// Glyphs of one font in one direction. Opaque; `glyph_run.h` has it for those who paint them.
+struct GlyphRun;
+
+/// Coverage of a line's glyphs, 0 to 255 a pixel; placed at (left, top) from the line's top-left corner.
+struct CoverageMask {
+    int escapement = 0;
+    int left = 0;
+    int top = 0;
+    int width = 0;
+    int height = 0;
+    int stride = 0;
+    std::vector<std::uint8_t> coverage;
+};
+
+struct TextLine {
+    std::string utf8; ///< the characters of the line, without its line end
+    int width = 0;    ///< advance width in device units, rounded up
+    std::vector<GlyphRun> runs;
+    bool underline = false;
+    bool strikeOut = false;
+    mutable std::shared_ptr<const CoverageMask> mask; ///< the one asked for last, if the layout keeps them
+};
+
+/// A font as a page names it to its readers.
+struct FontLook {
+    std::string families; ///< CSS: the wanted one, what stands in for it here, and a generic one
+    std::string language; ///< whose forms Han characters have; mostly empty
+    double em = 0;        ///< device units
+    int weight = FW_NORMAL;
+    bool italic = false;
+};
+
+/// Lines one below the other, each `lineHeight` high.
+struct TextLayout {
+    std::string font; ///< for records: "face size[ bold][ italic]"
+    std::shared_ptr<const FontLook> look;
+    int lineHeight = 0;
+    int ascent = 0;
+    int width = 0; ///< that of the widest line
+    std::vector<TextLine> lines;
+    bool keepsMasks = false;                  ///< it is for pixels, and stays with the thread that made it
+    std::shared_ptr<const FigureSet> figures; ///< what the line was put together from; mostly null
+
+    int Height() const { return lineHeight * static_cast<int>(lines.size()); }
+};
+
+/// Lets go what this thread keeps of texts and fonts; they are made anew when they are needed.
+void TrimTexts();
+
+constexpr int kNoWrap = -1;
+
+/// The layout of a text. Lines break at CR LF and LF unless `singleLine` (then such characters count as blanks),
+/// and at `wrapWidth` device units unless it is `kNoWrap`; a line feed at the very end adds no line, an empty text
+/// has none. Bytes are decoded as valid UTF-8, else in the code page of the face's character set.
+std::shared_ptr<const TextLayout> LayOutText(const std::shared_ptr<TextFace>& face, std::string_view bytes,
+                                             bool singleLine, int wrapWidth);
+
+/// A layout that may go to another thread: what a record keeps. It is the given one if that keeps no masks, else a
+/// copy.
+std::shared_ptr<const TextLayout> WithoutMasks(const std::shared_ptr<const TextLayout>& layout);
+
+/// The coverage of a line turned by `escapement` tenths of a degree about its top-left corner; a layout that keeps
+/// masks keeps it until another escapement is asked for. Null if the line has no ink, or if it would take more than
+/// half a million pixels: then `FillLine` on a cairo context has to do.
+std::shared_ptr<const CoverageMask> LineMask(const TextLayout& layout, std::size_t line, int escapement);
+
+/// A step of an outline: `Move` and `Line` to a point, `Curve` by two handles to a third one, `Close` to the start.
+struct OutlineStep {
+    enum Kind : char { Move = 'M', Line = 'L', Curve = 'C', Close = 'z' };
+    Kind kind;
+    PointD points[3];
+
+    int Points() const { return kind == Close ? 0 : kind == Curve ? 3 : 1; }
+};
+
+/// The outline of a line's glyphs and rules, from its top-left corner, not turned. Filled by the winding rule.
+std::vector<OutlineStep> LineOutline(const TextLayout& layout, std::size_t line);
+
+} // namespace melkar

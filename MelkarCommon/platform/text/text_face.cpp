@@ -1,0 +1,262 @@
+#include <MelkarCommon/platform/cairo/handles.h>
+#include <MelkarCommon/platform/text/text_decode.h>
+#include <MelkarCommon/platform/text/text_face.h>
+
+#include <MelkarCommon/platform/files/log_sink.h>
+#include <MelkarCommon/platform/text/font_alias.h>
+#include <MelkarCommon/platform/values/lru_cache.h>
+
+#include <fontconfig/fontconfig.h>
+
+#include <algorithm>
+#include <atomic>
+#include <cmath>
+#include <cstring>
+#include <functional>
+
+namespace melkar {
+namespace {
+
+constexpr double kDefaultEm = 12;
+constexpr int kMaxSize = 8000;     // more than any page is high
+constexpr int kMinBold = 600;      // weights from here on count as bold in records
+constexpr double kFixedAscent = 1; // of the built-in metrics, in ems
+constexpr double kFixedDescent = 0.25;
+constexpr double kMeasureEm = 1000; // large enough for exact proportions
+constexpr std::size_t kMaxFaces = 64;
+
+struct DescriptionFree {
+    void operator()(PangoFontDescription* description) const { pango_font_description_free(description); }
+};
+using DescriptionPtr = std::unique_ptr<PangoFontDescription, DescriptionFree>;
+
+std::uint64_t NextId() {
+    static std::atomic<std::uint64_t> last{0};
+    return ++last;
+}
+
+/// Without a font Pango ends the process, so it must never be asked then.
+bool MachineHasFonts() {
+    static thread_local const bool has = [] {
+        const FcFontSet* system = FcInit() != 0 ? FcConfigGetFonts(nullptr, FcSetSystem) : nullptr;
+        const bool any = system != nullptr && system->nfont > 0;
+        if (!any)
+            Report("Text: this machine has no fonts");
+        return any;
+    }();
+    return has;
+}
+
+ObjectPtr<PangoFontMap>& ThreadFontMap() {
+    static thread_local ObjectPtr<PangoFontMap> map;
+    return map;
+}
+
+PangoFontMap* FontMap() {
+    ObjectPtr<PangoFontMap>& map = ThreadFontMap();
+    if (!map)
+        map.reset(pango_cairo_font_map_new_for_font_type(CAIRO_FONT_TYPE_FT));
+    return map.get();
+}
+
+/// Han characters have the form of the character set's country; else that of the host's locale.
+const char* LanguageOf(int charset) {
+    switch (charset) {
+    case 128:
+        return "ja";
+    case 129:
+        return "ko";
+    case 134:
+        return "zh-cn";
+    case 136:
+        return "zh-tw";
+    default:
+        return nullptr;
+    }
+}
+
+ObjectPtr<PangoContext> MakeContext(const PangoFontDescription* font, int charset, bool wholePixels) {
+    ObjectPtr<PangoContext> context(pango_font_map_create_context(FontMap()));
+    const CairoFontOptions options(cairo_font_options_create());
+    cairo_font_options_set_antialias(options.get(), CAIRO_ANTIALIAS_GRAY);
+    cairo_font_options_set_hint_metrics(options.get(), wholePixels ? CAIRO_HINT_METRICS_ON : CAIRO_HINT_METRICS_OFF);
+    cairo_font_options_set_hint_style(options.get(), wholePixels ? CAIRO_HINT_STYLE_SLIGHT : CAIRO_HINT_STYLE_NONE);
+    pango_cairo_context_set_font_options(context.get(), options.get());
+    pango_context_set_round_glyph_positions(context.get(), wholePixels ? TRUE : FALSE);
+    pango_context_set_font_description(context.get(), font);
+    if (const char* language = LanguageOf(charset))
+        pango_context_set_language(context.get(), pango_language_from_string(language));
+    return context;
+}
+
+void SetEm(PangoFontDescription* font, double em) { pango_font_description_set_absolute_size(font, em * PANGO_SCALE); }
+
+int WeightOf(const LOGFONTA& description) {
+    return description.lfWeight <= 0 ? FW_NORMAL : std::clamp(description.lfWeight, 100, 1000);
+}
+
+DescriptionPtr Describe(const LOGFONTA& description, const std::string& family) {
+    DescriptionPtr font(pango_font_description_new());
+    pango_font_description_set_family(font.get(), FamiliesFor(family).c_str());
+    pango_font_description_set_weight(font.get(), static_cast<PangoWeight>(WeightOf(description)));
+    pango_font_description_set_style(font.get(), description.lfItalic != 0 ? PANGO_STYLE_ITALIC : PANGO_STYLE_NORMAL);
+    return font;
+}
+
+struct Proportions {
+    double up = kFixedAscent;
+    double down = kFixedDescent;
+};
+
+/// Ascent and descent of the font itself in ems, before any rounding to pixels.
+Proportions Measure(PangoFontDescription* font, int charset) {
+    SetEm(font, kMeasureEm);
+    const auto context = MakeContext(font, charset, false);
+    const ObjectPtr<PangoFont> loaded(pango_context_load_font(context.get(), font));
+    cairo_scaled_font_t* scaled =
+        loaded ? pango_cairo_font_get_scaled_font(reinterpret_cast<PangoCairoFont*>(loaded.get())) : nullptr;
+    if (scaled == nullptr || cairo_scaled_font_status(scaled) != CAIRO_STATUS_SUCCESS)
+        return {};
+    cairo_font_extents_t extents;
+    cairo_scaled_font_extents(scaled, &extents);
+    if (!(extents.ascent > 0) || !(extents.descent >= 0))
+        return {};
+    return {extents.ascent / kMeasureEm, extents.descent / kMeasureEm};
+}
+
+std::string FamilyOf(const LOGFONTA& description) {
+    const std::size_t length = strnlen(description.lfFaceName, LF_FACESIZE);
+    return DecodeText({description.lfFaceName, length}, description.lfCharSet);
+}
+
+std::string NameForRecords(const LOGFONTA& description, const std::string& family, double em) {
+    std::string name = (family.empty() ? "sans" : family) + " " + std::to_string(std::lround(em));
+    if (WeightOf(description) >= kMinBold)
+        name += " bold";
+    if (description.lfItalic != 0)
+        name += " italic";
+    return name;
+}
+
+/// A family as CSS has it: generic ones stand as they are, others in quotes, without what would end them.
+void AppendFamily(std::string& css, std::string_view family) {
+    if (!css.empty())
+        css += ',';
+    if (family == "sans" || family == "serif" || family == "monospace") {
+        css += family == "sans" ? "sans-serif" : family;
+        return;
+    }
+    css += '\'';
+    for (const char c : family)
+        if (c != '\'' && c != '\\')
+            css += c;
+    css += '\'';
+}
+
+std::string CssFamilies(std::string_view families) {
+    std::string css;
+    while (!families.empty()) {
+        const std::size_t end = std::min(families.find(','), families.size());
+        if (end > 0)
+            AppendFamily(css, families.substr(0, end));
+        families.remove_prefix(std::min(end + 1, families.size()));
+    }
+    return css;
+}
+
+std::shared_ptr<const FontLook> LookOf(const LOGFONTA& description, const std::string& family, double em) {
+    const char* language = LanguageOf(description.lfCharSet);
+    return std::make_shared<FontLook>(FontLook{CssFamilies(FamiliesFor(family)), language != nullptr ? language : "",
+                                               em, WeightOf(description), description.lfItalic != 0});
+}
+
+/// What distinguishes faces. Angles belong to painting, and width, precisions and pitch have no effect.
+struct FaceKey {
+    LOGFONTA description;
+    int medium;
+    bool operator==(const FaceKey& other) const { return std::memcmp(this, &other, sizeof *this) == 0; }
+};
+static_assert(sizeof(FaceKey) == sizeof(LOGFONTA) + sizeof(int), "compared and hashed as bytes");
+
+FaceKey MakeKey(const LOGFONTA& description, TextMedium medium) {
+    FaceKey key{description, static_cast<int>(medium)};
+    key.description.lfWidth = 0;
+    key.description.lfEscapement = 0;
+    key.description.lfOrientation = 0;
+    key.description.lfOutPrecision = 0;
+    key.description.lfClipPrecision = 0;
+    key.description.lfQuality = 0;
+    key.description.lfPitchAndFamily = 0;
+    return key;
+}
+
+struct FaceKeyHash {
+    std::size_t operator()(const FaceKey& key) const {
+        return std::hash<std::string_view>{}({reinterpret_cast<const char*>(&key), sizeof key});
+    }
+};
+
+struct FaceEntry {
+    FaceKey key;
+    std::shared_ptr<TextFace> face;
+    const FaceKey& Key() const { return key; }
+};
+
+using FaceCache = LruCache<FaceKey, FaceEntry, FaceKeyHash>;
+
+FaceCache& ThreadFaces() {
+    static thread_local FaceCache faces;
+    return faces;
+}
+
+} // namespace
+
+FaceSize SizeFace(int height, double up, double down) {
+    if (height > 0) {
+        const int cell = std::min(height, kMaxSize);
+        const double em = std::max(1.0, cell / (up + down));
+        return {em, cell, static_cast<int>(std::lround(cell * up / (up + down)))};
+    }
+    const double em = height == 0 ? kDefaultEm : std::min(-static_cast<double>(height), double{kMaxSize});
+    constexpr double kRounding = 1e-6; // a sum that is whole but for rounding isn't rounded up
+    return {em, static_cast<int>(std::ceil(em * (up + down) - kRounding)), static_cast<int>(std::lround(em * up))};
+}
+
+TextFace::TextFace(const LOGFONTA& description, TextMedium textMedium)
+    : id(NextId()), medium(textMedium), charset(description.lfCharSet), underline(description.lfUnderline != 0),
+      strikeOut(description.lfStrikeOut != 0) {
+    const std::string family = FamilyOf(description);
+    if (medium != TextMedium::Fixed && MachineHasFonts())
+        MakeShaper(description, family);
+    else
+        size = SizeFace(description.lfHeight, kFixedAscent, kFixedDescent);
+    name = NameForRecords(description, family, size.em);
+    look = LookOf(description, family, size.em);
+}
+
+void TextFace::MakeShaper(const LOGFONTA& description, const std::string& family) {
+    const DescriptionPtr font = Describe(description, family);
+    const Proportions proportions = Measure(font.get(), charset);
+    size = SizeFace(description.lfHeight, proportions.up, proportions.down);
+    SetEm(font.get(), size.em);
+    const auto context = MakeContext(font.get(), charset, medium == TextMedium::Pixels);
+    shaper.reset(pango_layout_new(context.get()));
+    pango_layout_set_auto_dir(shaper.get(), TRUE);
+}
+
+std::shared_ptr<TextFace> FindFace(const LOGFONTA& description, TextMedium medium) {
+    FaceCache& faces = ThreadFaces();
+    const FaceKey key = MakeKey(description, medium);
+    if (const FaceEntry* entry = faces.Find(key))
+        return entry->face;
+    if (faces.Size() >= kMaxFaces)
+        faces.DropOldest();
+    return faces.Add({key, std::make_shared<TextFace>(description, medium)}).face;
+}
+
+void DropFaces() {
+    ThreadFaces() = {};
+    ThreadFontMap().reset();
+}
+
+} // namespace melkar

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <MelkarCommon/platform/text/glyph_run.h>
+
+#include <pango/pangocairo.h>
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+/// @file
+/// Internal. A font of the machine as texts use it.
+
+namespace melkar {
+
+class FigureCache;
+
+struct Unref {
+    void operator()(void* object) const { g_object_unref(object); }
+};
+template <class T> using ObjectPtr = std::unique_ptr<T, Unref>;
+
+/// Size of a font in device units.
+struct FaceSize {
+    double em = 0;
+    int lineHeight = 0;
+    int ascent = 0;
+};
+
+/// @param height as `lfHeight`. @param up the font's ascent as a part of its em @param down its descent.
+FaceSize SizeFace(int height, double up, double down);
+
+/// Lets the thread's faces go, and the machine's fonts with them.
+void DropFaces();
+
+/// Belongs to the thread that made it.
+class TextFace {
+public:
+    TextFace(const LOGFONTA& description, TextMedium medium);
+
+    const std::uint64_t id; ///< of no other face of the process, past ones included
+    const TextMedium medium;
+    const int charset;
+    const bool underline;
+    const bool strikeOut;
+    FaceSize size;
+    std::string name; ///< for records: "face size[ bold][ italic]"
+    std::shared_ptr<const FontLook> look;
+
+    /// Shapes paragraphs, one after the other; null if there are no glyphs: fixed medium, or a machine without fonts.
+    ObjectPtr<PangoLayout> shaper;
+
+    std::shared_ptr<FigureCache> figures; ///< null until tried, and if figures can't be put together
+    bool figuresTried = false;
+    bool unknownReported = false;
+
+private:
+    void MakeShaper(const LOGFONTA& description, const std::string& family);
+};
+
+} // namespace melkar

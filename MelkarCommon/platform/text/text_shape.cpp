@@ -1,0 +1,213 @@
+#include <MelkarCommon/platform/text/text_face.h>
+#include <MelkarCommon/platform/text/text_parts.h>
+#include <MelkarCommon/platform/text/text_wrap.h>
+
+#include <MelkarCommon/platform/files/log_sink.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <iterator>
+#include <numeric>
+
+/// @file
+/// Pango's part: it itemises, shapes and orders a paragraph on one line; here the runs are cut into lines by the rule
+/// of `text_wrap.h` and become glyphs with positions.
+
+namespace melkar {
+namespace {
+
+/// A line on its way from Pango: how far its glyphs have come.
+struct LineBuilder {
+    TextFace& face;
+    const std::string& paragraph;
+    std::int64_t pen = 0; ///< in Pango's units
+    TextLine line;
+};
+
+/// What one line has of one of Pango's runs: bytes of the paragraph, and their glyphs.
+struct RunPart {
+    const PangoItem* item;
+    const PangoGlyphString* glyphs;
+    int start;
+    int end;
+    int firstGlyph;
+    int endGlyph;
+
+    bool IsBackward() const { return (item->analysis.level & 1) != 0; }
+};
+
+std::shared_ptr<cairo_scaled_font_t> ScaledFontOf(PangoFont* font) {
+    cairo_scaled_font_t* scaled = pango_cairo_font_get_scaled_font(reinterpret_cast<PangoCairoFont*>(font));
+    if (scaled == nullptr || cairo_scaled_font_status(scaled) != CAIRO_STATUS_SUCCESS)
+        return nullptr;
+    return {cairo_scaled_font_reference(scaled), cairo_scaled_font_destroy};
+}
+
+void ReportUnknown(TextFace& face) {
+    if (face.unknownReported)
+        return;
+    face.unknownReported = true;
+    Report(("Text: no font of this machine has all characters of a text in " + face.name).c_str());
+}
+
+double ToPixels(std::int64_t units) { return static_cast<double>(units) / PANGO_SCALE; }
+
+/// Places the part's glyphs and moves the pen behind them; glyphs that stand for nothing visible are left out.
+void PlaceGlyphs(LineBuilder& builder, const RunPart& part, GlyphRun& run) {
+    run.glyphs.reserve(static_cast<std::size_t>(part.endGlyph - part.firstGlyph));
+    for (int i = part.firstGlyph; i < part.endGlyph; ++i) {
+        const PangoGlyphInfo& info = part.glyphs->glyphs[i];
+        PangoGlyph glyph = info.glyph;
+        if ((glyph & PANGO_GLYPH_UNKNOWN_FLAG) != 0) {
+            ReportUnknown(builder.face);
+            glyph = 0; // the font's own sign for a missing glyph
+        }
+        if (info.glyph != PANGO_GLYPH_EMPTY)
+            run.glyphs.push_back(
+                {glyph, ToPixels(builder.pen + info.geometry.x_offset), ToPixels(info.geometry.y_offset)});
+        builder.pen += info.geometry.width;
+    }
+}
+
+/// Which glyphs stand for which characters, in the order of the characters. Together they are all of the part's bytes:
+/// cairo fails at anything else.
+void AddClusters(const RunPart& part, GlyphRun& run) {
+    const int step = part.IsBackward() ? -1 : 1;
+    const int stop = part.IsBackward() ? part.firstGlyph - 1 : part.endGlyph;
+    int byte = part.start;
+    for (int i = part.IsBackward() ? part.endGlyph - 1 : part.firstGlyph; i != stop;) {
+        const int cluster = part.glyphs->log_clusters[i];
+        int glyphs = 0;
+        for (; i != stop && part.glyphs->log_clusters[i] == cluster; i += step)
+            glyphs += part.glyphs->glyphs[i].glyph != PANGO_GLYPH_EMPTY ? 1 : 0;
+        const int end = i != stop ? part.item->offset + part.glyphs->log_clusters[i] : part.end;
+        run.clusters.push_back({end - byte, glyphs});
+        byte = end;
+    }
+}
+
+void AddRun(LineBuilder& builder, const RunPart& part) {
+    GlyphRun run;
+    PlaceGlyphs(builder, part, run);
+    run.font = ScaledFontOf(part.item->analysis.font);
+    if (run.font == nullptr || run.glyphs.empty())
+        return;
+    run.utf8 =
+        builder.paragraph.substr(static_cast<std::size_t>(part.start), static_cast<std::size_t>(part.end - part.start));
+    run.backward = part.IsBackward();
+    AddClusters(part, run);
+    builder.line.runs.push_back(std::move(run));
+}
+
+/// The first glyph, in the order of the characters, whose character stands at `byte` or behind it; counted from that
+/// order's beginning.
+int GlyphAt(const PangoGlyphItem& run, int byte) {
+    const int* const clusters = run.glyphs->log_clusters;
+    const int* const end = clusters + run.glyphs->num_glyphs;
+    const int wanted = byte - run.item->offset;
+    if ((run.item->analysis.level & 1) == 0)
+        return static_cast<int>(std::lower_bound(clusters, end, wanted) - clusters);
+    const std::reverse_iterator first(end);
+    return static_cast<int>(std::lower_bound(first, std::reverse_iterator(clusters), wanted) - first);
+}
+
+/// What a run has in the span; without bytes if there is nothing.
+RunPart PartOf(const PangoGlyphItem& run, const LineSpan& span) {
+    const int offset = run.item->offset;
+    RunPart part{run.item,
+                 run.glyphs,
+                 std::max(offset, static_cast<int>(span.start)),
+                 std::min(offset + run.item->length, static_cast<int>(span.end)),
+                 0,
+                 0};
+    part.firstGlyph = GlyphAt(run, part.start);
+    part.endGlyph = GlyphAt(run, part.end);
+    if (part.IsBackward())
+        part = {part.item,
+                part.glyphs,
+                part.start,
+                part.end,
+                run.glyphs->num_glyphs - part.endGlyph,
+                run.glyphs->num_glyphs - part.firstGlyph};
+    return part;
+}
+
+/// From the order of the characters to that of the eye: from the highest level down, each stretch of that level or a
+/// higher one is turned round.
+void OrderForTheEye(std::vector<RunPart>& parts) {
+    int level = 0;
+    for (const RunPart& part : parts)
+        level = std::max(level, int{part.item->analysis.level});
+    for (; level > 0; --level) {
+        const auto isLower = [&](const RunPart& part) { return part.item->analysis.level < level; };
+        for (auto start = parts.begin(); start != parts.end();) {
+            start = std::find_if_not(start, parts.end(), isLower);
+            const auto end = std::find_if(start, parts.end(), isLower);
+            std::reverse(start, end);
+            start = end;
+        }
+    }
+}
+
+/// Pango's runs of a paragraph on one line, in the order of the characters.
+using Runs = std::vector<const PangoGlyphItem*>;
+
+Runs RunsOf(PangoLayout* shaper) {
+    Runs runs;
+    for (const GSList* run = pango_layout_get_line_readonly(shaper, 0)->runs; run != nullptr; run = run->next)
+        runs.push_back(static_cast<const PangoGlyphItem*>(run->data));
+    std::sort(runs.begin(), runs.end(), [](const auto* a, const auto* b) { return a->item->offset < b->item->offset; });
+    return runs;
+}
+
+/// @param run the first that may reach into the span; afterwards that of the next span
+TextLine TakeLine(TextFace& face, const std::string& paragraph, const LineSpan& span, Runs::const_iterator& run,
+                  Runs::const_iterator end) {
+    std::vector<RunPart> parts;
+    while (run != end && (*run)->item->offset + (*run)->item->length <= static_cast<int>(span.start))
+        ++run;
+    for (auto next = run; next != end && (*next)->item->offset < static_cast<int>(span.end); ++next)
+        parts.push_back(PartOf(**next, span));
+    OrderForTheEye(parts);
+    LineBuilder builder{face, paragraph, 0, {}};
+    builder.line.utf8 = paragraph.substr(span.start, span.end - span.start);
+    for (const RunPart& part : parts)
+        AddRun(builder, part);
+    builder.line.width = static_cast<int>(std::ceil(ToPixels(builder.pen)));
+    return std::move(builder.line);
+}
+
+/// How far the text reaches before each of its bytes, in Pango's units. A glyph's width counts behind the first byte
+/// of its cluster.
+std::vector<std::int64_t> ReachOf(const Runs& runs, std::size_t bytes) {
+    std::vector<std::int64_t> reach(bytes + 1);
+    for (const PangoGlyphItem* run : runs)
+        for (int i = 0; i < run->glyphs->num_glyphs; ++i)
+            reach[static_cast<std::size_t>(run->item->offset + run->glyphs->log_clusters[i]) + 1] +=
+                run->glyphs->glyphs[i].geometry.width;
+    std::partial_sum(reach.begin(), reach.end(), reach.begin());
+    return reach;
+}
+
+std::vector<LineSpan> SpansOf(PangoLayout* shaper, const Runs& runs, std::string_view paragraph, int wrapWidth) {
+    if (wrapWidth == kNoWrap)
+        return {{0, paragraph.size()}};
+    int count = 0;
+    const PangoLogAttr* characters = pango_layout_get_log_attrs_readonly(shaper, &count);
+    return WrapLines({paragraph, BreaksOf(paragraph, characters), ReachOf(runs, paragraph.size())},
+                     std::int64_t{wrapWidth} * PANGO_SCALE);
+}
+
+} // namespace
+
+void ShapeParagraph(TextFace& face, const std::string& paragraph, int wrapWidth, std::vector<TextLine>& lines) {
+    PangoLayout* shaper = face.shaper.get();
+    pango_layout_set_text(shaper, paragraph.data(), static_cast<int>(paragraph.size()));
+    const Runs runs = RunsOf(shaper);
+    auto run = runs.begin();
+    for (const LineSpan& span : SpansOf(shaper, runs, paragraph, wrapWidth))
+        lines.push_back(TakeLine(face, paragraph, span, run, runs.end()));
+}
+
+} // namespace melkar

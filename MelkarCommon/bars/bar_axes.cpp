@@ -69,7 +69,8 @@ CString CBarGraph::FigureText(int day) const {
 
 /// Above the bar on the canvas colour, or inside it where it wouldn't fit above.
 void CBarGraph::DrawFigure(const CString& figure, const RECT& bar) {
-    const auto [box, isAbove] = melkar::FigureOf(bar, MeasureText(figure, DT_CALCRECT | DT_CENTER), m_rcCanvas.top);
+    const auto [box, isAbove] =
+        melkar::PlaceFigureOnBar(bar, MeasureText(figure, DT_CALCRECT | DT_CENTER), m_rcCanvas.top);
     const ScopedBkMode mode(m_hMemDC, isAbove && !m_bValueTransparent ? OPAQUE : TRANSPARENT);
     PaintText(figure, box, DT_SINGLELINE);
 }

@@ -23,13 +23,13 @@ constexpr LegendSpacing kLineLegend{0, 60};
 /// From the sample of a line's legend to the text of the entry left of it.
 constexpr int kLegendBetween = 20;
 
-struct FigurePlace {
+struct FigureOnBar {
     CRect box;
     bool isAbove; ///< the bar; else inside it
 };
 
 /// A figure of this size, centred on its bar.
-inline FigurePlace FigureOf(const RECT& bar, const CRect& size, int canvasTop) {
+inline FigureOnBar PlaceFigureOnBar(const RECT& bar, const CRect& size, int canvasTop) {
     constexpr int kGap = 1; ///< between bar and figure
     const bool isAbove = bar.top - size.Height() - 2 * kGap > canvasTop;
     CRect box(0, 0, size.Width(), size.Height());

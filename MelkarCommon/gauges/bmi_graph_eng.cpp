@@ -7,7 +7,7 @@
 
 #include <algorithm>
 
-using melkar::FigurePlace;
+using melkar::GaugeFigurePlace;
 
 namespace {
 
@@ -43,12 +43,12 @@ long CBMIGraph_Eng::DrawValue() {
 void CBMIGraph_Eng::WriteFigure(const CRect& band, int end) {
     const CRect behind(end, band.top, band.right, band.bottom);
     const int width = MeasureText(m_strValue, kAtRight | DT_CALCRECT, behind).Width();
-    const FigurePlace place = melkar::PlaceFigure(band, end, width);
-    if (place == FigurePlace::CutOff) {
+    const GaugeFigurePlace place = melkar::PlaceGaugeFigure(band, end, width);
+    if (place == GaugeFigurePlace::CutOff) {
         PaintText(m_strValue, CRect(melkar::AddEdge(end, kGap), band.top, band.right, band.bottom), kAtLeft);
         return;
     }
-    const bool inBar = place == FigurePlace::InBar;
+    const bool inBar = place == GaugeFigurePlace::InBar;
     SetTextColor(m_hMemDC, inBar ? kWhite : kBlack);
     PaintText(m_strValue, CRect(inBar ? band.left : end, band.top, inBar ? end : end + width, band.bottom), kAtRight);
     SetTextColor(m_hMemDC, kBlack);

@@ -62,13 +62,13 @@ constexpr CRect BarBand(const CRect& canvas) {
 }
 
 /// Where the figure of a bar stands: in it, behind it, or as much of it as there is room for.
-enum class FigurePlace : std::uint8_t { InBar, BehindBar, CutOff };
+enum class GaugeFigurePlace : std::uint8_t { InBar, BehindBar, CutOff };
 
 /// `end` is where the bar ends, `width` that of the figure.
-constexpr FigurePlace PlaceFigure(const CRect& band, int end, int width) {
+constexpr GaugeFigurePlace PlaceGaugeFigure(const CRect& band, int end, int width) {
     if (AddEdge(end, width) >= band.right)
-        return FigurePlace::CutOff;
-    return width <= SubtractEdge(end, band.left) ? FigurePlace::InBar : FigurePlace::BehindBar;
+        return GaugeFigurePlace::CutOff;
+    return width <= SubtractEdge(end, band.left) ? GaugeFigurePlace::InBar : GaugeFigurePlace::BehindBar;
 }
 
 /// The second strip of a class, below the first.

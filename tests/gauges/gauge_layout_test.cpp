@@ -7,7 +7,7 @@
 
 namespace {
 
-using melkar::FigurePlace;
+using melkar::GaugeFigurePlace;
 
 constexpr double kNotANumber = std::numeric_limits<double>::quiet_NaN();
 
@@ -56,10 +56,11 @@ TEST(GaugeLayout, WhereFiguresAndBoundsStand) {
 
 TEST(GaugeLayout, WhereTheFigureOfABarStands) {
     const CRect band(10, 4, 310, 36);
-    EXPECT_EQ(melkar::PlaceFigure(band, 110, 100), FigurePlace::InBar) << "exactly as wide as the bar";
-    EXPECT_EQ(melkar::PlaceFigure(band, 110, 101), FigurePlace::BehindBar);
-    EXPECT_EQ(melkar::PlaceFigure(band, 260, 50), FigurePlace::CutOff) << "exactly as wide as the room behind it";
-    EXPECT_EQ(melkar::PlaceFigure(band, 1 << 24, 50), FigurePlace::CutOff);
+    EXPECT_EQ(melkar::PlaceGaugeFigure(band, 110, 100), GaugeFigurePlace::InBar) << "exactly as wide as the bar";
+    EXPECT_EQ(melkar::PlaceGaugeFigure(band, 110, 101), GaugeFigurePlace::BehindBar);
+    EXPECT_EQ(melkar::PlaceGaugeFigure(band, 260, 50), GaugeFigurePlace::CutOff)
+        << "exactly as wide as the room behind it";
+    EXPECT_EQ(melkar::PlaceGaugeFigure(band, 1 << 24, 50), GaugeFigurePlace::CutOff);
     EXPECT_EQ(melkar::BarBand({0, 0, 300, 39}), CRect(0, 3, 300, 36)) << "3.9 is cut";
     EXPECT_EQ(melkar::DiscBand({0, 11, 300, 110}, {0, 28, 300, 110}), CRect(0, 64, 300, 106)) << "121 / 2, 99 / 20";
 }

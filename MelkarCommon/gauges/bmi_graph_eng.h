@@ -12,6 +12,5 @@ public:
     long DrawValue() override;
 
 private:
-    MELKAR_LOCAL void DrawBar(const CRect& bar);
     MELKAR_LOCAL void WriteFigure(const CRect& band, int end);
 };

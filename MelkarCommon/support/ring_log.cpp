@@ -209,14 +209,13 @@ int writeLog(const char* file, const char* format, ...) {
 int writeLogCode(const char* file, int code) { return writeLog(file, "CODE = [%d]", code); }
 
 namespace melkar {
+
 void LogText(const char* text) {
     const int reason = errno; // of what is told, for the caller who asks next
     writeLog(kLogFile, "%s", text ? text : "");
     errno = reason;
 }
 
-namespace {
-/// What the drawing layer has to tell goes into the log from the moment that the library is loaded.
-[[maybe_unused]] const bool g_isSink = (SetLogSink(LogText), true);
-} // namespace
+void StandardLogSink(const char* text) { LogText(text); }
+
 } // namespace melkar

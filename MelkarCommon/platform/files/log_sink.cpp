@@ -5,10 +5,10 @@
 namespace melkar {
 
 namespace {
-constinit std::atomic<LogSink> g_sink{nullptr}; ///< set while the library is loaded, before any thread draws
+constinit std::atomic<LogSink> g_sink{StandardLogSink};
 } // namespace
 
-void SetLogSink(LogSink sink) { g_sink = sink; }
+LogSink SetLogSink(LogSink sink) { return g_sink.exchange(sink); }
 
 void Report(const char* text) {
     if (const LogSink sink = g_sink)

@@ -10,12 +10,12 @@ class Told {
 public:
     Told() {
         Text().clear();
-        melkar::SetLogSink([](const char* text) {
+        m_former = melkar::SetLogSink([](const char* text) {
             const std::lock_guard lock(Mutex());
             Text() += std::string(text) + "\n";
         });
     }
-    ~Told() { melkar::SetLogSink(nullptr); }
+    ~Told() { melkar::SetLogSink(m_former); }
     Told(const Told&) = delete;
     Told& operator=(const Told&) = delete;
 
@@ -33,4 +33,6 @@ private:
         static std::mutex mutex;
         return mutex;
     }
+
+    melkar::LogSink m_former;
 };

@@ -1,16 +1,17 @@
 #pragma once
 
+#include <MelkarCommon/api.h>
 #include <MelkarCommon/platform/types.h>
 
 /// One point of a plot graph: plain data.
-class CPlot {
+class MELKAR_API CPlot {
 public:
     CPlot() = default;
     CPlot(float x, float y, int size, COLORREF color, int connect)
         : m_fX(x), m_fY(y), m_crColor(color), m_bConnect(connect), m_nSize(size) {}
     CPlot(const CPlot&) = default;
     CPlot& operator=(const CPlot&) = default;
-    virtual ~CPlot() = default;
+    virtual ~CPlot();
 
     float PlotX() const { return m_fX; }
     float PlotY() const { return m_fY; }

@@ -20,6 +20,8 @@ constexpr double kHeadLength = 20.0;
 
 } // namespace
 
+CPlot::~CPlot() = default;
+
 CPlotGraph::CPlotGraph(HWND window, HDC dc, const char* section, HDC shared, HDC second, HDC balloon)
     : CGraphBase(window, dc, section, shared, second, balloon) {
     CPlotGraph::ReadIniFile(GraphProfile());

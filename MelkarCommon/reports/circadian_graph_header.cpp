@@ -4,7 +4,7 @@ int CCircadianGraphHeader::CalcRect(HDC surface, CRect block, CString dataFile) 
     m_hDC = surface;
     GetData(dataFile);
     melkar::LayOutCircadianHeader(m_rcCells, block, MeasureSamples(m_nHeaderSize));
-    return Below();
+    return EndOfBlock();
 }
 
-int CCircadianGraphHeader::Draw(HDC, CRect, CString) { return Below(); }
+int CCircadianGraphHeader::Draw(HDC, CRect, CString) { return EndOfBlock(); }

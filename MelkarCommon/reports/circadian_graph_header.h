@@ -17,5 +17,5 @@ public:
 
 private:
     /// A position below the block, as `CGraphHeader` gives it, so that a host goes on there with either.
-    int Below() const { return m_rcCells[melkar::B4].bottom + melkar::kBelowHeader; }
+    int EndOfBlock() const { return m_rcCells[melkar::B4].bottom + melkar::kBelowHeader; }
 };

@@ -29,7 +29,7 @@ int CGraphHeader::CalcRect(HDC surface, CRect block, CString dataFile) {
     m_hDC = surface;
     GetData(dataFile);
     LayOutGraphHeader(m_rcCells, block, MeasureSamples(kMeasuredSize));
-    return Below();
+    return EndOfBlock();
 }
 
 int CGraphHeader::Draw(HDC, CRect block, CString) {
@@ -40,7 +40,7 @@ int CGraphHeader::Draw(HDC, CRect block, CString) {
     const int middle = m_rcCells[B3].top;
     DrawLine(m_hDC, CPoint(block.left, middle), CPoint(block.right, middle), nullptr);
     DrawPairs();
-    return Below();
+    return EndOfBlock();
 }
 
 /// Labels stand white in their cells; those of group and comment have no black one and so don't show.

@@ -19,6 +19,6 @@ public:
     int Draw(HDC surface, CRect block, CString dataFile) override;
 
 private:
-    int Below() const { return m_rcCells[melkar::B6].bottom + melkar::kBelowHeader; }
+    int EndOfBlock() const { return m_rcCells[melkar::B6].bottom + melkar::kBelowHeader; }
     MELKAR_LOCAL void DrawPairs() const;
 };

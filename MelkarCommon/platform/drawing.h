@@ -29,7 +29,7 @@ MELKAR_API BOOL DeleteDC(HDC surface);
 // Objects
 
 /// Selects a pen, brush, font or bitmap. @return the former object of that kind; null, with nothing
-/// changed, for a null or unsuitable one, and for a bitmap that is selected elsewhere.
+/// changed, for a null or unsuitable one, for a bitmap that is selected elsewhere, and for any on a page or a printer.
 MELKAR_API HGDIOBJ SelectObject(HDC surface, HGDIOBJ object);
 /// @return FALSE for null, for a stock object and for one that is selected into a surface.
 MELKAR_API BOOL DeleteObject(HGDIOBJ object);

@@ -218,7 +218,7 @@ HGDIOBJ SelectObject(HDC surface, HGDIOBJ handle) {
     if (!IsSurface(surface) || !handle)
         return nullptr;
     if (Bitmap* bitmap = BitmapFrom(handle))
-        return surface->page ? nullptr : HandleOf<HGDIOBJ>(surface->Take(*bitmap));
+        return surface->page || surface->printing ? nullptr : HandleOf<HGDIOBJ>(surface->Take(*bitmap));
 
     const auto select = [](auto*& slot, auto* chosen) -> HGDIOBJ {
         auto* former = std::exchange(slot, chosen);

@@ -123,6 +123,28 @@ TEST_F(Printing, CallsOutOfTurnDoNothing) {
     DeleteDC(screen);
 }
 
+// A bitmap in place of the page under way would leave the document without what draws it.
+TEST_F(Printing, PrintersTakeNoBitmap) {
+    HDC surface = Open(m_files.Path("out.pdf"));
+    HBITMAP bitmap = CreateCompatibleBitmap(surface, 9, 9);
+    const HDC work = CreateCompatibleDC(nullptr);
+    const auto refuses = [&] {
+        const HGDIOBJ stock = SelectObject(work, bitmap); // it is free
+        SelectObject(work, stock);
+        return SelectObject(surface, bitmap) == nullptr && SelectObject(surface, stock) == nullptr;
+    };
+    EXPECT_TRUE(refuses()) << "without a document";
+    EXPECT_GT(StartDocA(surface, &kJob), 0);
+    EXPECT_TRUE(refuses()) << "between pages";
+    EXPECT_GT(StartPage(surface), 0);
+    EXPECT_TRUE(refuses()) << "on a page";
+    EXPECT_GT(EndPage(surface), 0);
+    EXPECT_GT(EndDoc(surface), 0);
+    DeleteDC(work);
+    DeleteDC(surface);
+    EXPECT_TRUE(DeleteObject(bitmap)) << "selected nowhere";
+}
+
 class PrintingToServer : public Printing {
 protected:
     PrintingToServer() { setenv("TMPDIR", (m_files.Path("tmp")).c_str(), 1); }

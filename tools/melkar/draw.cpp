@@ -7,7 +7,6 @@
 #include <MelkarCommon/platform/surface.h>
 
 #include <cerrno>
-#include <cstring>
 #include <iostream>
 
 namespace melkar::tool {
@@ -20,16 +19,6 @@ using Surface = std::unique_ptr<HDC__, DeleteSurface>;
 
 int FailWith(long code, const std::string& what) {
     std::cerr << "melkar: " << code << ": " << melkar::ResultText(code) << ": " << what << '\n';
-    return 1;
-}
-
-/// With the reason that the system gave for the last call, if it gave one.
-int FailToWrite(const std::string& what) {
-    const int reason = errno;
-    std::cerr << "melkar: can't be written: " << what;
-    if (reason != 0)
-        std::cerr << ": " << std::strerror(reason);
-    std::cerr << '\n';
     return 1;
 }
 
@@ -132,11 +121,6 @@ int DrawToStandardOutput(Chart& chart, Request& request) {
 
 } // namespace
 
-int FlushStandardOutput() {
-    std::cout.flush();
-    return std::cout ? 0 : FailToWrite("the standard output");
-}
-
 int Draw(Request request) {
     const auto chart = request.kind->make(request.chart);
     for (const std::string& warning : DataWarnings(*request.kind, request.chart, request.data))
@@ -146,8 +130,7 @@ int Draw(Request request) {
     if (const long code = chart->Read(request.data.data()); code != 0 && code != melkar::kNoDays)
         return FailWith(code, request.data);
 
-    const int exitCode = request.toStandardOutput ? DrawToStandardOutput(*chart, request) : DrawOutput(*chart, request);
-    return exitCode != 0 ? exitCode : FlushStandardOutput();
+    return request.toStandardOutput ? DrawToStandardOutput(*chart, request) : DrawOutput(*chart, request);
 }
 
 } // namespace melkar::tool

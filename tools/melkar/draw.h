@@ -27,7 +27,4 @@ struct Request {
 /// @return 0, or 1 after a message on the error stream
 int Draw(Request request);
 
-/// To be called last. @return 0, or 1 after a message if something printed was lost
-int FlushStandardOutput();
-
 } // namespace melkar::tool

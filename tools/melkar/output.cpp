@@ -6,6 +6,7 @@
 #include <cctype>
 #include <cerrno>
 #include <cstdlib>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
@@ -24,6 +25,20 @@ Output FormatOf(std::string word) {
 Output FormatOfName(const std::string& path) {
     const std::string suffix = fs::path(path).extension().string();
     return suffix.empty() ? Output::None : FormatOf(suffix.substr(1));
+}
+
+int FailToWrite(const std::string& what) {
+    const int reason = errno;
+    std::cerr << "melkar: can't be written: " << what;
+    if (reason != 0)
+        std::cerr << ": " << std::strerror(reason);
+    std::cerr << '\n';
+    return 1;
+}
+
+int FlushStandardOutput() {
+    std::cout.flush();
+    return std::cout ? 0 : FailToWrite("the standard output");
 }
 
 TemporaryFile::TemporaryFile() : m_path((fs::temp_directory_path() / "melkar-XXXXXX").string()) {

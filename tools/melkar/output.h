@@ -15,6 +15,13 @@ Output FormatOf(std::string word);
 /// By the suffix of a file name.
 Output FormatOfName(const std::string& path);
 
+/// Tells that something can't be written, and the reason that the system gave for the last call, if it gave one.
+/// @return 1, the exit code
+int FailToWrite(const std::string& what);
+
+/// To be called last. @return 0, or 1 after a message if something printed was lost
+int FlushStandardOutput();
+
 /// A file with no lasting name, for pictures that go to the standard output: the library writes whole files only.
 class TemporaryFile {
 public:

@@ -1,0 +1,19 @@
+#include "command.h"
+
+namespace melkar::tool {
+
+// Each stands in a file of its own, as `AddDraw` in draw_command.cpp.
+Run AddDraw(CLI::App& app);
+Run AddReport(CLI::App& app);
+Run AddKeys(CLI::App& app);
+
+std::span<const Command> Commands() {
+    static constexpr Command kCommands[] = {
+        {"draw", "Draw one chart into a picture", AddDraw},
+        {"report", "Print a report of a month", AddReport},
+        {"keys", "Print the keys of a profile as a Markdown page", AddKeys},
+    };
+    return kCommands;
+}
+
+} // namespace melkar::tool

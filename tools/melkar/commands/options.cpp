@@ -1,0 +1,89 @@
+#include "options.h"
+
+#include "command.h"
+
+#include <algorithm>
+#include <cctype>
+#include <filesystem>
+#include <fstream>
+#include <iomanip>
+#include <sstream>
+
+namespace melkar::tool {
+namespace {
+
+constexpr int kMaxSeries = 10;
+
+/// What a host decides beside the profile and the data file.
+void AddHostOptions(CLI::App& app, ChartOptions& options) {
+    app.add_option("--series", options.series, "Figures per day")->check(CLI::Range(1, kMaxSeries));
+    app.add_option("--target", options.target, "Target of every day")->check(CLI::Number);
+    app.add_option("--date", options.date, "YYYYMMDD: the day of a weekly file to draw; its first one if none");
+    app.add_option("--page", options.page, "Week of the printed sheet, from 0");
+    app.add_option("--from", options.moderateFrom, "First intensity level of the circle's moderate class");
+    app.add_option("--to", options.moderateTo, "Its last level");
+    app.add_option("--key", options.key, "Key of the text that kind `text` shows");
+    app.add_flag_callback(
+        "--no-figures", [&options] { options.figures = false; }, "No figures above the bars");
+}
+
+bool SameName(std::string_view a, std::string_view b) {
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                      [](unsigned char x, unsigned char y) { return std::tolower(x) == std::tolower(y); });
+}
+
+/// Sections match in any case, as the library reads them.
+bool HasSection(std::istream& profile, std::string_view section) {
+    for (std::string line; std::getline(profile, line);) {
+        const auto open = line.find('[');
+        const auto close = line.find(']');
+        if (open != std::string::npos && close != std::string::npos && open < close &&
+            line.find_first_not_of(" \t\xEF\xBB\xBF") == open &&
+            SameName(std::string_view(line).substr(open + 1, close - open - 1), section))
+            return true;
+    }
+    return false;
+}
+
+} // namespace
+
+void AddChartArguments(CLI::App& app, ChartArguments& chart) {
+    app.add_option("KIND", chart.kind, "What to draw; the list stands below")->required();
+    app.add_option("--section", chart.options.section, "Section of the profile")->required();
+    app.add_option("--data", chart.data, "Data file");
+    app.add_option(
+        "--base", chart.base,
+        "Directory that plays the current directory of the host: the profile is ..\\conf\\graph.cnf from here");
+    AddHostOptions(app, chart.options);
+}
+
+const Kind& KindOf(const ChartArguments& chart) {
+    const Kind* kind = FindKind(chart.kind);
+    if (kind == nullptr)
+        throw UsageError{"unknown kind: " + chart.kind + " (melkar draw --help lists them)"};
+    if (chart.data.empty() && kind->form)
+        throw UsageError{"this kind draws a data file: --data FILE"};
+    return *kind;
+}
+
+void EnterBase(const std::string& base, const std::string& section) {
+    std::error_code error;
+    std::filesystem::current_path(base, error);
+    if (error)
+        throw UsageError{"the base directory can't be entered: " + base};
+    std::ifstream profile("../conf/graph.cnf");
+    if (!profile)
+        throw UsageError{"there is no profile ../conf/graph.cnf from the base directory: " + base};
+    if (!HasSection(profile, section))
+        throw UsageError{"the profile has no section: " + section};
+}
+
+std::string KindList() {
+    std::ostringstream list;
+    list << "Kinds:\n" << std::left;
+    for (const Kind& kind : Kinds())
+        list << "  " << std::setw(17) << kind.name << DescriptionOf(kind) << '\n';
+    return list.str();
+}
+
+} // namespace melkar::tool

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "kinds.h"
+
+#include <CLI/CLI.hpp>
+
+#include <string>
+
+/// @file
+/// Options and parts of the help that several commands share.
+
+namespace melkar::tool {
+
+/// The chart that a command is about, as it was typed.
+struct ChartArguments {
+    std::string kind;
+    std::string data;
+    std::string base = ".";
+    ChartOptions options;
+};
+
+/// KIND, section, data file, base, and what a host decides.
+void AddChartArguments(CLI::App& app, ChartArguments& chart);
+
+/// Throws if there is no such kind, or the kind draws a data file and none is named.
+const Kind& KindOf(const ChartArguments& chart);
+
+/// Makes the base the current directory, so that relative paths mean something else from then on. Throws if there is no
+/// profile from there, or no such section in it.
+void EnterBase(const std::string& base, const std::string& section);
+
+/// For the end of a help.
+std::string KindList();
+
+} // namespace melkar::tool

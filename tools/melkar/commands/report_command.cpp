@@ -1,0 +1,98 @@
+#include "command.h"
+#include "options.h"
+
+#include <month_report.h>
+
+#include <MelkarCommon/platform/printing.h>
+
+#include <filesystem>
+#include <iostream>
+#include <strings.h>
+
+namespace melkar::tool {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr int kPortrait = 0; // degrees
+constexpr int kLandscape = 90;
+
+struct ReportOptions {
+    std::string printer;
+    std::string paper = "A4";
+    std::string header;
+    std::string data;
+    std::string base = ".";
+    std::string section = "REPORT";
+    bool landscape = false;
+};
+
+struct PaperName {
+    const char* name;
+    short code;
+};
+constexpr PaperName kPapers[] = {
+    {"A3", DMPAPER_A3}, {"A4", DMPAPER_A4},         {"A5", DMPAPER_A5},
+    {"B5", DMPAPER_B5}, {"Letter", DMPAPER_LETTER}, {"Legal", DMPAPER_LEGAL},
+};
+
+std::string PaperNames() {
+    std::string names;
+    for (const PaperName& paper : kPapers)
+        names += (names.empty() ? "" : ", ") + std::string(paper.name);
+    return names;
+}
+
+void AddOptions(CLI::App& app, ReportOptions& options) {
+    app.add_option("--printer", options.printer,
+                   "A file NAME.pdf, an address ipp://HOST/..., or a queue of the print server")
+        ->required();
+    app.add_option("--paper", options.paper, "One of " + PaperNames());
+    app.add_flag("--landscape", options.landscape, "Pages that are wider than high");
+    app.add_option("--header", options.header, "Report header data file")->required();
+    app.add_option("--data", options.data, "Directory of the data files")->required();
+    app.add_option("--base", options.base, "Directory that plays the current directory of the host");
+    app.add_option("--section", options.section, "Section of the profile; REPORT if none");
+}
+
+/// In any case.
+short PaperCode(const std::string& name) {
+    for (const PaperName& paper : kPapers)
+        if (strcasecmp(paper.name, name.c_str()) == 0)
+            return paper.code;
+    throw UsageError{"--paper takes one of " + PaperNames() + ": " + name};
+}
+
+/// Names of files count from here, those of queues and addresses stay.
+std::string PrinterName(const std::string& name) {
+    return fs::path(name).extension() == ".pdf" ? fs::absolute(name).string() : name;
+}
+
+int RunReport(const ReportOptions& options) {
+    std::string printer = PrinterName(options.printer);
+    std::string section = options.section;
+    const short paper = PaperCode(options.paper);
+    const std::string data = fs::absolute(options.data).string();
+    const std::string header = fs::absolute(options.header).string();
+    if (!fs::is_directory(data))
+        throw UsageError{"there is no such directory: " + options.data};
+    if (!fs::exists(header))
+        throw UsageError{"there is no such file: " + options.header};
+    EnterBase(options.base, section);
+
+    CMonthReport report(printer.data(), paper, options.landscape ? kLandscape : kPortrait, section.data(), data.c_str(),
+                        header.c_str());
+    const int pages = report.Print();
+    if (pages == 0) {
+        std::cerr << "melkar: nothing was printed; ../log/graph.log says why: " << printer << '\n';
+        return kFailed;
+    }
+    std::cout << pages << " pages\n";
+    return kDone;
+}
+
+} // namespace
+
+Run AddReport(CLI::App& app) { return WithOptions(app, AddOptions, RunReport); }
+
+} // namespace melkar::tool

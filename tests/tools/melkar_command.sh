@@ -87,6 +87,16 @@ says() {
     printed=$("$melkar" "$@" 2>&1) || actual=$?
     [[ $actual -eq $code && $printed =~ $pattern ]] || fail "$why" "exit code $actual: $printed"
 }
+# The help of each command ends with two examples, to be typed at the project's root, and these run without a complaint.
+ln -s . samples
+for command in $("$melkar" --help | sed -n '/^Subcommands:/,$s/^  \([a-z]\+\) .*/\1/p'); do
+    mapfile -t examples < <("$melkar" "$command" --help | sed -n '/^Examples:/,$s/^  melkar/"$melkar"/p')
+    [[ ${#examples[@]} -eq 2 ]] || fail "two examples" "${#examples[@]} in the help of $command"
+    for example in "${examples[@]}"; do
+        complaint=$(eval "$example" 2>&1 >/dev/null) && [[ -z $complaint ]] || fail "an example" "$example: $complaint"
+    done
+done
+
 says "a mistyped command is named"  2 'unknown command: drow' drow
 says "the version"                  0 '^melkar [0-9]+\.[0-9]+' --version
 ! "$melkar" keys >/dev/full 2>full.txt || fail "keys onto a full disk" "exit code 0"

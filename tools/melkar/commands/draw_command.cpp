@@ -34,7 +34,13 @@ void AddOptions(CLI::App& app, DrawOptions& options) {
                  "Texts of an .svg as outlines, with unseen texts on top: it looks the same with any fonts");
     app.add_option("-o,--output", options.out, "Picture to write: .png, .svg or .pdf; - prints it");
     app.add_option("--format", options.format, "png, svg or pdf, whatever the picture's name; -o - needs it");
-    app.footer(KindList());
+    app.footer(
+        KindList() + "\n" +
+        Examples({
+            "melkar draw bar --base samples/app/bin --section BAR_WEEK --data samples/data/bar-week.csv -o week.png",
+            "melkar draw bar --base samples/app/bin --section BAR_WEEK --data samples/data/bar-week.csv"
+            " --click 373,420",
+        }));
 }
 
 Size SizeOf(const std::string& text) {

@@ -86,4 +86,11 @@ std::string KindList() {
     return list.str();
 }
 
+std::string Examples(std::initializer_list<const char*> lines) {
+    std::string text = "Examples:\n";
+    for (const char* line : lines)
+        text.append("  ").append(line).append("\n");
+    return text;
+}
+
 } // namespace melkar::tool

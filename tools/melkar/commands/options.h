@@ -4,6 +4,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include <initializer_list>
 #include <string>
 
 /// @file
@@ -29,7 +30,8 @@ const Kind& KindOf(const ChartArguments& chart);
 /// profile from there, or no such section in it.
 void EnterBase(const std::string& base, const std::string& section);
 
-/// For the end of a help.
+/// For the end of a help: the kinds, and what to type. Examples run from the project's root; a test runs them.
 std::string KindList();
+std::string Examples(std::initializer_list<const char*> lines);
 
 } // namespace melkar::tool

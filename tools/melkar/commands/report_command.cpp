@@ -53,6 +53,12 @@ void AddOptions(CLI::App& app, ReportOptions& options) {
     app.add_option("--data", options.data, "Directory of the data files")->required();
     app.add_option("--base", options.base, "Directory that plays the current directory of the host");
     app.add_option("--section", options.section, "Section of the profile; REPORT if none");
+    app.footer(Examples({
+        "melkar report --base samples/app/bin --header samples/data/report-header.csv --data samples/data"
+        " --printer report.pdf",
+        "melkar report --base samples/app/bin --header samples/data/report-header.csv --data samples/data"
+        " --paper A5 --landscape --printer a5.pdf",
+    }));
 }
 
 /// In any case.

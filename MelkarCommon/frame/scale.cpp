@@ -87,9 +87,8 @@ ScaleWalk WalkScale(const ScalePixels& on, int labelHeight) {
 }
 
 CString ScaleLabel(double value, int decimals) {
-    if (Truncate(std::floor(value)) == Truncate(std::ceil(value)))
-        return FormatFixed(Truncate(value), 0);
-    return FormatFixed(value, decimals);
+    const bool isWhole = std::trunc(value) == value;
+    return FormatFixed(value + 0.0, isWhole ? 0 : decimals); // the sum takes the sign off a 0
 }
 
 } // namespace melkar

@@ -84,4 +84,19 @@ TEST(ScaleTest, Walk) {
             EXPECT_LE(melkar::WalkScale({{-2147483648.0, 2147483647.0, interval}, 100, 100 + height}, 0).count, 302);
 }
 
+TEST(ScaleTest, Labels) {
+    const struct Case {
+        const char* why;
+        double value;
+        const char* label;
+    } cases[] = {
+        {"whole: without decimals", 60, "60"},
+        {"a fraction", -2.25, "-2.2"},
+        {"whole beyond an int", 3e9, "3000000000"},
+        {"a 0 has no sign", -0.0, "0"},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(melkar::ScaleLabel(c.value, 1), c.label) << c.why;
+}
+
 } // namespace

@@ -9,7 +9,7 @@
 
 namespace melkar {
 
-/// The size of a text, from `box`'s left and top on. The format has `DT_CALCRECT`.
+/// The size of a text, from `box`'s left and top on. Paints nothing, with or without `DT_CALCRECT`.
 CRect MeasureText(HDC surface, const CString& text, UINT format, CRect box = CRect());
 void PaintText(HDC surface, const CString& text, CRect box, UINT format);
 

@@ -8,7 +8,8 @@ namespace {
 class Frame : public CGraph {
 public:
     using CGraph::CGraph;
-    using CGraph::m_hMemDC, CGraph::m_nTitleSpace, CGraph::m_rcCanvas, CGraph::m_rcGraph, CGraph::m_Title;
+    using CGraph::m_hMemDC, CGraph::m_nTitleSpace, CGraph::MeasureText, CGraph::m_rcCanvas, CGraph::m_rcGraph,
+        CGraph::m_Title;
     void SetCanvasRect() override {
         if (m_throws)
             throw std::runtime_error("a step that fails");
@@ -58,6 +59,10 @@ TEST_F(FrameTest, Layout) {
     graph.m_Title.m_strText = std::string(300, 'x').c_str();
     EXPECT_THAT(DrawRecorded(graph, "")[1], HasSubstr("\" 102,51 6120x50 ")); // 255 characters of 24
     EXPECT_EQ(graph.m_rcCanvas, CRect(173, 150, 1073, 501));                  // 524 - 474 / 20
+    const std::string record = GetRecording(m_record);
+    EXPECT_EQ(graph.MeasureText("ab", DT_CENTER), graph.MeasureText("ab", DT_CENTER | DT_CALCRECT));
+    EXPECT_EQ(graph.MeasureText("ab", DT_CENTER).Width(), 2 * graph.MeasureText("a", DT_CALCRECT).Width());
+    EXPECT_EQ(GetRecording(m_record), record) << "measuring paints nothing, whatever its flags";
     WriteProfile("TITLECOLOR_RGB=200,200,200\n");
     auto hidden = Make<Frame>();
     EXPECT_TRUE(LinesWith(DrawRecorded(hidden, ""), "text \"Steps\"").empty()) << "in the background's colour";

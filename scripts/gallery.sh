@@ -1,9 +1,25 @@
 # shellcheck shell=bash
 # Reads samples/gallery.txt and writes the page of the gallery. Sourced by scripts/demo.
 
-GALLERY_COLUMNS=(name app kind section data size options caption)
+GALLERY_COLUMNS=(name languages kind section data size options caption)
 
-gallery_rows() { grep -v -e '^[[:space:]]*#' -e '^[[:space:]]*$' "$ROOT/samples/gallery.txt"; }
+# Codes of the languages that the samples speak, English first.
+sample_languages() {
+    echo en
+    basename -s .txt "$ROOT"/samples/words/*.txt | grep -vx en
+}
+
+# The rows of gallery.txt, once for each of their languages, which takes the place of the column.
+gallery_rows() {
+    local line languages language
+    while IFS= read -r line; do
+        IFS='|' read -r _ languages _ <<<"$line"
+        [[ ${languages// /} != all ]] || languages=$(sample_languages)
+        for language in $languages; do
+            echo "${line%%|*}|$language|${line#*|*|}"
+        done
+    done < <(grep -v -e '^[[:space:]]*#' -e '^[[:space:]]*$' "$ROOT/samples/gallery.txt")
+}
 
 # Takes the next row from the standard input into the associative array `row`.
 read_row() {
@@ -15,6 +31,23 @@ read_row() {
         value=${fields[i]#"${fields[i]%%[![:space:]]*}"}
         row[${GALLERY_COLUMNS[i]}]=${value%"${value##*[![:space:]]}"}
     done
+    speak "${row[languages]}"
+}
+
+# speak LANGUAGE: what the row is called in that language, and its directories.
+speak() {
+    local language
+    row[app]=app
+    if [[ $1 == en ]]; then
+        row[caption]=${row[caption]% / *}
+        return
+    fi
+    row[name]+=-$1
+    row[app]+=-$1
+    [[ ! -e $ROOT/samples/data/$1/${row[data]} ]] || row[data]=$1/${row[data]}
+    language=$(sed -n 's/^language=//p' "$ROOT/samples/words/$1.txt")
+    row[caption]=${row[caption]#* / }
+    [[ ${row[caption]} == *"$language"* ]] || row[caption]+=" in $language"
 }
 
 page_head() {

@@ -1,5 +1,6 @@
 #include <MelkarCommon/platform/images/image_file.h>
-#include <MelkarCommon/platform/pages/paper.h>
+#include <MelkarCommon/platform/pages/ink.h>
+#include <MelkarCommon/platform/pages/page_formats.h>
 #include <MelkarCommon/platform/pages/svg_words.h>
 #include <MelkarCommon/platform/seam/box.h>
 #include <MelkarCommon/platform/seam/corners.h>

@@ -1,11 +1,10 @@
 #pragma once
 
-#include <MelkarCommon/platform/files/new_file.h>
-#include <MelkarCommon/platform/pages/page_file.h>
 #include <MelkarCommon/platform/pages/paper_lines.h>
+#include <MelkarCommon/platform/seam/pixel_buffer.h>
 
 /// @file
-/// Internal. What all page files have in common: how lines and pictures lie on paper, and how a file comes to its name.
+/// Internal. What strokes and pictures are on paper, whatever the format of the page.
 
 namespace melkar {
 
@@ -47,16 +46,5 @@ private:
 /// operation on pixels. Paper has no bits to combine: "and" is exact on white and for grey sources, "or" on black,
 /// where masked pictures go.
 std::vector<Color> OnPaper(const PixelBuffer& pixels, const RECT& source, DWORD operation);
-
-/// Gives the file its name. @param drawingError what went wrong with drawing, null if nothing did. @return false, with
-/// a log line and no file, if there was an error or the file can't be written.
-bool FinishPage(NewFile& file, PageFormat format, const char* drawingError);
-
-/// Logs that there is no page file. @param format what it should have been
-void LogNotWritten(PageFormat format, const std::string& path, const char* reason);
-
-/// @param file open and empty
-std::unique_ptr<PageFile> MakeSvgPage(std::unique_ptr<NewFile> file, PageFormat format, int width, int height, int dpi,
-                                      const DocumentInfo& info);
 
 } // namespace melkar

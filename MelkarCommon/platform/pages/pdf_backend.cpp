@@ -1,16 +1,13 @@
 #include <MelkarCommon/platform/cairo/handles.h>
 #include <MelkarCommon/platform/cairo/shapes.h>
-#include <MelkarCommon/platform/files.h>
-#include <MelkarCommon/platform/files/new_file.h>
-#include <MelkarCommon/platform/pages/paper.h>
+#include <MelkarCommon/platform/pages/ink.h>
+#include <MelkarCommon/platform/pages/page_formats.h>
 #include <MelkarCommon/platform/seam/box.h>
 #include <MelkarCommon/platform/text/text_on_cairo.h>
 
 #include <cairo-pdf.h>
 
-#include <cerrno>
 #include <cstdlib>
-#include <cstring>
 #include <ctime>
 #include <iterator>
 #include <vector>
@@ -94,9 +91,9 @@ void StrokePath(cairo_t* cr, const Stroke& stroke, double phase) {
     cairo_stroke(cr);
 }
 
-class PageBackend final : public PageFile {
+class PdfBackend final : public PageFile {
 public:
-    PageBackend(std::unique_ptr<NewFile> file, int width, int height, int dpi, const DocumentInfo& info)
+    PdfBackend(std::unique_ptr<NewFile> file, int width, int height, int dpi, const DocumentInfo& info)
         : m_file(std::move(file)), m_room{0, 0, width, height}, m_isWholeSheet(!info.sheet), m_dpi(dpi),
           m_scale(kPointsPerInch / dpi) {
         const double inch = dpi;
@@ -108,7 +105,7 @@ public:
         cairo_translate(Cr(), sheet.left / kPointsPerInch * inch, sheet.top / kPointsPerInch * inch);
         cairo_set_line_join(Cr(), CAIRO_LINE_JOIN_ROUND);
     }
-    ~PageBackend() override { m_file->Abandon(); }
+    ~PdfBackend() override { m_file->Abandon(); }
 
     bool BeginPage() override;
     void EndPage() override;
@@ -163,7 +160,7 @@ private:
     CairoContext m_cr;
 };
 
-bool PageBackend::BeginPage() {
+bool PdfBackend::BeginPage() {
     if (m_hasEnded)
         return false;
     EndPage();
@@ -173,7 +170,7 @@ bool PageBackend::BeginPage() {
     return true;
 }
 
-void PageBackend::EndPage() {
+void PdfBackend::EndPage() {
     if (IsEmptyRect(m_page))
         return;
     cairo_show_page(Cr());
@@ -181,14 +178,14 @@ void PageBackend::EndPage() {
     SetClip(m_page);
 }
 
-void PageBackend::Abandon() {
+void PdfBackend::Abandon() {
     m_hasEnded = true;
     m_page = {0, 0, 0, 0};
     SetClip(m_page);
     m_file->Abandon();
 }
 
-bool PageBackend::Finish() {
+bool PdfBackend::Finish() {
     if (m_hasEnded)
         return false;
     m_hasEnded = true;
@@ -201,13 +198,13 @@ bool PageBackend::Finish() {
     return FinishPage(*m_file, PageFormat::Pdf, m_pages == 0 ? "no page" : error);
 }
 
-void PageBackend::SetClip(const RECT& clip) {
+void PdfBackend::SetClip(const RECT& clip) {
     m_clip = ClipBox(ToBox(clip), m_page);
     cairo_reset_clip(Cr());
     ClipTo(m_clip);
 }
 
-void PageBackend::FillRect(const RECT& rect, Color color) {
+void PdfBackend::FillRect(const RECT& rect, Color color) {
     const RECT visible = ClipBox(ToBox(rect), m_clip);
     if (!Shows() || IsEmptyRect(visible))
         return;
@@ -216,7 +213,7 @@ void PageBackend::FillRect(const RECT& rect, Color color) {
     cairo_fill(Cr());
 }
 
-void PageBackend::StrokePolyline(std::span<const POINT> points, const Stroke& stroke) {
+void PdfBackend::StrokePolyline(std::span<const POINT> points, const Stroke& stroke) {
     if (IsEmptyRect(m_clip))
         return;
     m_pen.Stroke(points, m_clip, OnPaper(stroke, m_dpi), [this](const PaperLine& line, const Stroke& printed) {
@@ -226,8 +223,8 @@ void PageBackend::StrokePolyline(std::span<const POINT> points, const Stroke& st
     });
 }
 
-void PageBackend::PaintText(const std::shared_ptr<const TextLayout>& layout, std::size_t line, POINT at, int escapement,
-                            Color color, const RECT& clip) {
+void PdfBackend::PaintText(const std::shared_ptr<const TextLayout>& layout, std::size_t line, POINT at, int escapement,
+                           Color color, const RECT& clip) {
     constexpr int kFar = 1 << 16; // twice the largest page; cairo's coordinates wrap at 2^23 points
     const RECT visible = ClipBox(ToBox(clip), m_clip);
     if (!Shows() || layout == nullptr || IsEmptyRect(visible) || at.x < -kFar || at.x > kFar || at.y < -kFar ||
@@ -245,7 +242,7 @@ void PageBackend::PaintText(const std::shared_ptr<const TextLayout>& layout, std
     cairo_restore(Cr());
 }
 
-void PageBackend::Blit(const RECT& target, const PixelBuffer& pixels, const RECT& source, DWORD operation) {
+void PdfBackend::Blit(const RECT& target, const PixelBuffer& pixels, const RECT& source, DWORD operation) {
     const RECT visible = ClipBox(ToBox(target), m_clip);
     if (!Shows() || IsEmptyRect(visible) || !CanBlit(pixels, source, operation))
         return;
@@ -264,22 +261,9 @@ void PageBackend::Blit(const RECT& target, const PixelBuffer& pixels, const RECT
 
 } // namespace
 
-std::unique_ptr<PageFile> MakePageFile(const char* path, PageFormat format, int width, int height, int dpi,
+std::unique_ptr<PageFile> MakePdfPages(std::unique_ptr<NewFile> file, int width, int height, int dpi,
                                        const DocumentInfo& info) {
-    const bool sensible = path != nullptr && *path != '\0' && width > 0 && height > 0 && dpi > 0;
-    if (!sensible) {
-        LogNotWritten(format, path != nullptr ? path : "", std::strerror(EINVAL));
-        return nullptr;
-    }
-    const std::string resolved = ResolvePath(path);
-    std::unique_ptr<NewFile> file = NewFile::Create(resolved);
-    if (file == nullptr) {
-        LogNotWritten(format, resolved, std::strerror(errno));
-        return nullptr;
-    }
-    if (format != PageFormat::Pdf)
-        return MakeSvgPage(std::move(file), format, width, height, dpi, info);
-    return std::make_unique<PageBackend>(std::move(file), width, height, dpi, info);
+    return std::make_unique<PdfBackend>(std::move(file), width, height, dpi, info);
 }
 
 } // namespace melkar

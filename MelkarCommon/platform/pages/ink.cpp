@@ -1,9 +1,7 @@
-#include <MelkarCommon/platform/files/log_sink.h>
-#include <MelkarCommon/platform/pages/paper.h>
+#include <MelkarCommon/platform/pages/ink.h>
 
-#include <cerrno>
-#include <cmath>
-#include <cstring>
+#include <algorithm>
+#include <iterator>
 
 namespace melkar {
 
@@ -37,22 +35,6 @@ std::vector<Color> OnPaper(const PixelBuffer& pixels, const RECT& source, DWORD 
         std::transform(PixelAt(pixels, source.left, y), PixelAt(pixels, source.right, y), std::back_inserter(paper),
                        [=](Color pixel) { return OnPaper(pixel, operation); });
     return paper;
-}
-
-bool FinishPage(NewFile& file, PageFormat format, const char* drawingError) {
-    if (drawingError != nullptr)
-        file.Abandon(); // a write error that came first is kept
-    const int error = file.Commit();
-    if (error != 0)
-        LogNotWritten(format, file.Path(),
-                      error == ECANCELED && drawingError != nullptr ? drawingError : std::strerror(error));
-    errno = error != 0 ? error : errno; // the reason, for who asked
-    return error == 0;
-}
-
-void LogNotWritten(PageFormat format, const std::string& path, const char* reason) {
-    const std::string name = format == PageFormat::Pdf ? "PDF" : "SVG";
-    Report((name + " file [" + path + "] not written: " + reason).c_str());
 }
 
 } // namespace melkar

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <MelkarCommon/platform/geometry.h>
+#include <MelkarCommon/platform/measures.h>
 #include <MelkarCommon/support/numbers.h>
 
 #include <algorithm>
@@ -23,9 +24,8 @@
 
 namespace melkar {
 
-constexpr int kFarthest = 1 << 24; ///< no edge lies beyond it
-
-inline int Edge(double position) { return std::clamp(Truncate(position), -kFarthest, kFarthest); }
+/// No edge lies beyond `kFarOff`.
+inline int Edge(double position) { return std::clamp(Truncate(position), -kFarOff, kFarOff); }
 
 /// Distances of a piece from the four edges of the panel, inwards.
 struct PanelOffsets {
@@ -88,8 +88,7 @@ inline CRect BandRightwards(const CRect& scale, double step, int index) {
 /// same pixels again and again (and a profile may ask for 2^31 of them), so then a stride leaves one a pixel. Of an
 /// area far larger than any surface no more pixels count than the longest side of one has.
 inline int StrideOf(int count, int extent) {
-    constexpr int kLongestSide = 32767;
-    const int pixels = std::clamp(std::abs(extent), 1, kLongestSide);
+    const int pixels = std::clamp(std::abs(extent), 1, kMostSide);
     return 1 + static_cast<int>((std::int64_t{count} - 1) / pixels);
 }
 

@@ -6,6 +6,7 @@
 #include <MelkarCommon/frame/scale.h>
 #include <MelkarCommon/frame/text_limits.h>
 #include <MelkarCommon/platform/drawing.h>
+#include <MelkarCommon/platform/measures.h>
 #include <MelkarCommon/platform/scoped.h>
 #include <MelkarCommon/support/chart_font.h>
 #include <MelkarCommon/support/ring_log.h>
@@ -20,10 +21,8 @@ using melkar::ScopedFont;
 
 namespace {
 
-constexpr int kMostCoordinate = 1 << 24; ///< beyond it, sums and products of a layout could leave an int
-
 bool MakesSense(const CRect& area) {
-    const auto fits = [](int edge) { return edge >= -kMostCoordinate && edge <= kMostCoordinate; };
+    const auto fits = [](int edge) { return edge >= -melkar::kFarOff && edge <= melkar::kFarOff; };
     return fits(area.left) && fits(area.top) && fits(area.right) && fits(area.bottom);
 }
 
@@ -265,8 +264,8 @@ HFONT CGraph::PlainFont(int size, int escapement) const { return PlainFont(size,
 
 HFONT CGraph::PlainFont(int size, int escapement, int weight, const CString& face) const {
     const int points = std::clamp(size, -melkar::kMostPoints, melkar::kMostPoints);
-    return melkar::MakeFont(MulDiv(points, GetDeviceCaps(m_hMemDC, LOGPIXELSY), 72), weight, m_nCharset, face,
-                            escapement);
+    return melkar::MakeFont(MulDiv(points, GetDeviceCaps(m_hMemDC, LOGPIXELSY), melkar::kPointsPerInch), weight,
+                            m_nCharset, face, escapement);
 }
 
 CRect CGraph::MeasureText(const CString& text, UINT format, CRect box) const {

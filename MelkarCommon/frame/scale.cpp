@@ -1,5 +1,6 @@
 #include <MelkarCommon/frame/scale.h>
 
+#include <MelkarCommon/platform/measures.h>
 #include <MelkarCommon/support/numbers.h>
 
 #include <algorithm>
@@ -9,9 +10,6 @@
 namespace melkar {
 
 namespace {
-
-constexpr double kFar = 1 << 26; ///< off any surface; sums with it stay within an int
-constexpr int kMostRows = 32767; ///< of any surface, however high a canvas is laid out
 
 /// The smallest of 1, 2, 5, 10, 20, 50 ... that is not below `least`.
 double RoundFactor(double least) {
@@ -52,7 +50,7 @@ int FigureFromZeroY(const ScalePixels& on, double value) {
         return on.top;
     if (!(scale.max > 0))
         return on.bottom; // nothing to measure by
-    return Truncate(std::clamp(on.bottom - std::trunc(value / scale.max * on.Height()), -kFar, kFar));
+    return Truncate(std::clamp<double>(on.bottom - std::trunc(value / scale.max * on.Height()), -kFarOff, kFarOff));
 }
 
 int TargetY(const ScalePixels& on, double value) {
@@ -76,7 +74,7 @@ ScaleWalk WalkScale(const ScalePixels& on, int labelHeight) {
     double step = scale.step;
     if (!(scale.max >= scale.min) || !(step > 0))
         return {scale.min, step, 0};
-    const double rows = std::clamp(on.Height(), 1, kMostRows);
+    const double rows = std::clamp(on.Height(), 1, kMostSide);
     const double lines = std::floor((scale.max - scale.min) / step);
     if (lines > rows)
         step *= RoundFactor(lines * std::max(1, labelHeight) / rows);

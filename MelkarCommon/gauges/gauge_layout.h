@@ -1,6 +1,7 @@
 #pragma once
 
 #include <MelkarCommon/platform/geometry.h>
+#include <MelkarCommon/platform/measures.h>
 #include <MelkarCommon/platform/types.h>
 #include <MelkarCommon/support/numbers.h>
 
@@ -50,8 +51,7 @@ struct GaugeScale {
 private:
     double Width() const { return double{1} * right - left; }
     int Cut(double x) const {
-        constexpr double kFar = 1 << 24;
-        return min == max || std::isnan(x) ? left : Truncate(std::clamp(x, -kFar, kFar));
+        return min == max || std::isnan(x) ? left : Truncate(std::clamp<double>(x, -kFarOff, kFarOff));
     }
 };
 

@@ -1,6 +1,7 @@
 #include <MelkarCommon/support/chart_font.h>
 
 #include <MelkarCommon/platform/drawing.h>
+#include <MelkarCommon/platform/measures.h>
 #include <MelkarCommon/support/support.h>
 
 #include <algorithm>
@@ -14,7 +15,7 @@ HFONT MakeFont(int emHeight, int weight, int charset, const char* face, int esca
 }
 
 HFONT MakeChartFont(HDC surface, int points, int charset, const char* face, int escapement) {
-    const int height = ChartMulDiv(std::min(points, kMostPoints), GetDeviceCaps(surface, LOGPIXELSY), 72);
+    const int height = ChartMulDiv(std::min(points, kMostPoints), GetDeviceCaps(surface, LOGPIXELSY), kPointsPerInch);
     return MakeFont(height, FW_NORMAL, charset, face, escapement);
 }
 

@@ -47,10 +47,10 @@ TEST(PanelLayout, ScalesReachHalfAStepBeyondTheAxis) {
 
 TEST(PanelLayout, OffsetsOfAnySizeStayComputable) {
     const CRect far = Inside(CRect(0, 0, 400, 300), {INT_MAX, INT_MIN, INT_MIN, INT_MAX});
-    EXPECT_EQ(far, CRect(kFarthest, -kFarthest, kFarthest, -kFarthest));
-    EXPECT_EQ(TitleBox(CRect(0, 0, 400, 300), {10, INT_MAX}, 20, INT_MAX), CRect(10, kFarthest, 380, kFarthest));
+    EXPECT_EQ(far, CRect(kFarOff, -kFarOff, kFarOff, -kFarOff));
+    EXPECT_EQ(TitleBox(CRect(0, 0, 400, 300), {10, INT_MAX}, 20, INT_MAX), CRect(10, kFarOff, 380, kFarOff));
     EXPECT_EQ(TitleBox(CRect(7, 8, 407, 308), {10, 5}, 20, 30), CRect(17, 13, 387, 43));
-    EXPECT_EQ(LeftScaleBoxes(kGraph, 50, {INT_MAX, INT_MAX, INT_MIN}).figures.left, -kFarthest);
+    EXPECT_EQ(LeftScaleBoxes(kGraph, 50, {INT_MAX, INT_MAX, INT_MIN}).figures.left, -kFarOff);
 }
 
 TEST(PanelLayout, NoMoreDivisionsThanPixels) {

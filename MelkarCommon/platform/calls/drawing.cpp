@@ -1,5 +1,6 @@
 #include <MelkarCommon/platform/calls/surface_state.h>
 #include <MelkarCommon/platform/drawing.h>
+#include <MelkarCommon/platform/measures.h>
 #include <MelkarCommon/platform/pixels/pixel_backend.h>
 #include <MelkarCommon/platform/pixels/pixel_memory.h>
 #include <MelkarCommon/platform/seam/box.h>
@@ -19,9 +20,8 @@ constexpr double kDashOn = 18;
 constexpr double kDashOff = 6;
 constexpr double kDot = 3;
 
-constexpr int kScreenDpi = 96;
 constexpr std::size_t kMostOps = 1 << 20; ///< of a record; one of a graph has some hundreds
-constexpr int kHalfPointsPerInch = 144;
+constexpr int kHalfPointsPerInch = 2 * kPointsPerInch;
 
 bool IsPatterned(const Pen& pen) { return pen.style == PS_DASH || pen.style == PS_DOT; }
 

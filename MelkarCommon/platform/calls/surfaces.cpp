@@ -2,6 +2,7 @@
 #include <MelkarCommon/platform/drawing.h>
 #include <MelkarCommon/platform/geometry.h>
 #include <MelkarCommon/platform/images/image_file.h>
+#include <MelkarCommon/platform/measures.h>
 #include <MelkarCommon/platform/pixels/pixel_backend.h>
 #include <MelkarCommon/platform/pixels/pixel_memory.h>
 #include <MelkarCommon/platform/surface.h>
@@ -15,11 +16,6 @@ using namespace melkar;
 
 namespace {
 
-constexpr int kDefaultEm = 12; // pixels, at 96 dpi
-constexpr int kScreenDpi = 96;
-constexpr int kMaxSide = 32767;
-constexpr std::int64_t kMaxPixels = std::int64_t{1} << 27; // half a gigabyte
-
 /// Exceptions (a lack of memory) end here: a surface or bitmap that can't be made is null.
 template <class Make> auto NullOnFailure(Make make) -> decltype(make()) {
     try {
@@ -27,11 +23,6 @@ template <class Make> auto NullOnFailure(Make make) -> decltype(make()) {
     } catch (...) {
         return nullptr;
     }
-}
-
-bool MakesSense(int width, int height) {
-    return width >= 1 && height >= 1 && width <= kMaxSide && height <= kMaxSide &&
-           std::int64_t{width} * height <= kMaxPixels;
 }
 
 /// A picture of one colour, which waits to be written.
@@ -151,7 +142,7 @@ std::shared_ptr<TextFace> HDC__::Face() const {
 }
 
 HDC CreateMemorySurface(int width, int height, int dpi) {
-    if (!MakesSense(width, height) || dpi < 1)
+    if (!IsPictureSize(width, height) || dpi < 1)
         return nullptr;
     return NullOnFailure([&]() -> HDC {
         PixelBuffer picture{TakePixels(width, height), width, height, width};
@@ -162,7 +153,7 @@ HDC CreateMemorySurface(int width, int height, int dpi) {
 }
 
 HDC WrapPixels(void* pixels, int width, int height, int strideBytes, int dpi) {
-    if (!pixels || !MakesSense(width, height) || strideBytes % 4 != 0 || strideBytes / 4 < width || dpi < 1)
+    if (!pixels || !IsPictureSize(width, height) || strideBytes % 4 != 0 || strideBytes / 4 < width || dpi < 1)
         return nullptr;
     return NullOnFailure([&] {
         const PixelBuffer picture{static_cast<std::uint32_t*>(pixels), width, height, strideBytes / 4};
@@ -171,7 +162,7 @@ HDC WrapPixels(void* pixels, int width, int height, int strideBytes, int dpi) {
 }
 
 HDC CreateRecordingSurface(int width, int height, int dpi) {
-    if (!MakesSense(width, height) || dpi < 1)
+    if (!IsPictureSize(width, height) || dpi < 1)
         return nullptr;
     return NullOnFailure([&] {
         return MakeSurface(std::make_unique<Bitmap>(width, height, TextMedium::Fixed, Owner::Surface),
@@ -180,7 +171,7 @@ HDC CreateRecordingSurface(int width, int height, int dpi) {
 }
 
 HDC CreatePageSurface(const char* path, PageFormat format, int width, int height, int dpi) {
-    if (!path || !MakesSense(width, height) || dpi < 1)
+    if (!path || !IsPictureSize(width, height) || dpi < 1)
         return nullptr;
     return NullOnFailure([&]() -> HDC {
         std::unique_ptr<PageFile> page = MakePageFile(path, format, width, height, dpi);
@@ -205,7 +196,7 @@ HDC CreateCompatibleDC(HDC surface) {
 }
 
 HBITMAP CreateCompatibleBitmap(HDC surface, int width, int height) {
-    if (!MakesSense(width, height))
+    if (!IsPictureSize(width, height))
         return nullptr;
     return NullOnFailure([&]() -> HBITMAP {
         const TextMedium medium = IsSurface(surface) ? surface->medium : TextMedium::Pixels;

@@ -4,6 +4,7 @@
 #include <MelkarCommon/platform/files/new_file.h>
 #include <MelkarCommon/platform/images/bitmap_head.h>
 #include <MelkarCommon/platform/images/image_file.h>
+#include <MelkarCommon/platform/measures.h>
 #include <MelkarCommon/platform/pixels/pixel_blit.h>
 #include <MelkarCommon/platform/pixels/pixel_memory.h>
 #include <MelkarCommon/platform/pixels/pixel_spans.h>
@@ -17,8 +18,6 @@
 namespace melkar {
 
 namespace {
-
-constexpr int kLargestSide = 32767;
 
 struct PixbufRelease {
     void operator()(GdkPixbuf* pixbuf) const { g_object_unref(pixbuf); }
@@ -36,7 +35,7 @@ PixbufPointer OpenPicture(const char* path) {
     int height = 0;
     if (!IsRegularFile(path) || gdk_pixbuf_get_file_info(path, &width, &height) == nullptr)
         return nullptr;
-    if (width < 1 || height < 1 || width > kLargestSide || height > kLargestSide || IsCutBitmap(path))
+    if (!IsPictureSize(width, height) || IsCutBitmap(path))
         return nullptr;
     return PixbufPointer(gdk_pixbuf_new_from_file(path, nullptr));
 }
@@ -97,8 +96,7 @@ PixelBuffer LoadImageFile(const char* path) {
 }
 
 PixelBuffer Resized(const PixelBuffer& picture, int width, int height, DWORD operation) {
-    const bool sensible = width > 0 && height > 0 && width <= kLargestSide && height <= kLargestSide;
-    const PixelBuffer scaled{sensible ? TakePixels(width, height) : nullptr, width, height, width};
+    const PixelBuffer scaled{TakePixels(width, height), width, height, width};
     if (scaled.pixels == nullptr)
         return {};
     const RECT whole{0, 0, width, height};

@@ -23,7 +23,7 @@ Color OnPaper(Color pixel, DWORD operation) {
 
 Stroke OnPaper(const Stroke& stroke, int dpi) {
     constexpr double kWidest = 32768;
-    const double thinnest = dpi / (2 * kPointsPerInch);
+    const double thinnest = dpi / (2.0 * kPointsPerInch);
     Stroke bounded = stroke;
     bounded.width = stroke.width > thinnest ? std::min(stroke.width, kWidest) : thinnest;
     return bounded;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <MelkarCommon/platform/measures.h>
 #include <MelkarCommon/platform/pages/paper_lines.h>
 #include <MelkarCommon/platform/seam/pixel_buffer.h>
 
@@ -8,17 +9,12 @@
 
 namespace melkar {
 
-constexpr double kPointsPerInch = 72;
-
 /// A stroke as paper shows it: what is thinner than half a point gets lost in print.
 Stroke OnPaper(const Stroke& stroke, int dpi);
 
 /// How far a slice reaches under the next one: a pixel of a screen that shows the page as large as it is, a device unit
 /// at least.
-inline double SliceReach(int dpi) {
-    constexpr double kScreenDpi = 96;
-    return std::max(1.0, dpi / kScreenDpi);
-}
+inline double SliceReach(int dpi) { return std::max(1.0, dpi / double{kScreenDpi}); }
 
 /// Draws polylines through `draw(line, stroke)`; keeps the last one, to cover its seam with the next.
 class PaperPen {

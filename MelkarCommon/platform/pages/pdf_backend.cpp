@@ -95,7 +95,7 @@ class PdfBackend final : public PageFile {
 public:
     PdfBackend(std::unique_ptr<NewFile> file, int width, int height, int dpi, const DocumentInfo& info)
         : m_file(std::move(file)), m_room{0, 0, width, height}, m_isWholeSheet(!info.sheet), m_dpi(dpi),
-          m_scale(kPointsPerInch / dpi) {
+          m_scale(double{kPointsPerInch} / dpi) {
         const double inch = dpi;
         const Sheet sheet =
             info.sheet.value_or(Sheet{width / inch * kPointsPerInch, height / inch * kPointsPerInch, 0, 0});

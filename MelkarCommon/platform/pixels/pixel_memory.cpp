@@ -1,3 +1,4 @@
+#include <MelkarCommon/platform/measures.h>
 #include <MelkarCommon/platform/pixels/pixel_memory.h>
 
 #include <array>
@@ -11,7 +12,6 @@ namespace melkar {
 
 namespace {
 
-constexpr std::size_t kMaxPixels = std::size_t{1} << 28; ///< 1 GiB: a larger picture is a mistake, not a wish
 constexpr std::size_t kKeptBuffers = 4;
 constexpr std::size_t kKeptPixels = std::size_t{16} << 20; ///< 64 MiB
 
@@ -76,10 +76,7 @@ thread_local Pool t_pool;
 
 /// 0 for a size that makes no sense.
 std::size_t CountPixels(int width, int height) {
-    if (width < 1 || height < 1)
-        return 0;
-    const std::size_t count = static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
-    return count <= kMaxPixels ? count : 0;
+    return IsPictureSize(width, height) ? static_cast<std::size_t>(width) * static_cast<std::size_t>(height) : 0;
 }
 
 } // namespace

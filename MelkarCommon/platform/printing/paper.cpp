@@ -30,8 +30,7 @@ template <class Matches> const Paper* FindIf(Matches matches) {
 
 /// Whole units between two edges: none reaches into a margin.
 int RoomBetween(int from, int to) {
-    constexpr double kHundredthsPerUnit = 2540.0 / kUnitsPerInch;
-    return std::max(1, static_cast<int>((to - from) / kHundredthsPerUnit));
+    return std::max(1, static_cast<int>((to - from) / (kHundredthsPerInch / kUnitsPerInch)));
 }
 
 } // namespace

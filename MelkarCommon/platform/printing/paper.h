@@ -1,5 +1,7 @@
 #pragma once
 
+#include <MelkarCommon/platform/measures.h>
+
 #include <span>
 #include <string>
 #include <string_view>
@@ -30,8 +32,9 @@ struct Margins {
 const Paper* FindPaper(short code);
 const Paper* FindPaper(std::string_view media);
 
-constexpr int kUnitsPerInch = 96; ///< of a page
-constexpr double kPointsPerHundredth = 72 / 2540.0;
+constexpr int kUnitsPerInch = kScreenDpi; ///< of a page
+constexpr double kHundredthsPerInch = 2540;
+constexpr double kPointsPerHundredth = kPointsPerInch / kHundredthsPerInch;
 
 /// A page as it is printed: the sheet in points, and the room on it that takes ink, in device units.
 struct SheetLayout {

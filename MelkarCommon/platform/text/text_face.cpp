@@ -3,6 +3,7 @@
 #include <MelkarCommon/platform/text/text_face.h>
 
 #include <MelkarCommon/platform/files/log_sink.h>
+#include <MelkarCommon/platform/measures.h>
 #include <MelkarCommon/platform/text/font_alias.h>
 #include <MelkarCommon/platform/values/lru_cache.h>
 
@@ -17,7 +18,6 @@
 namespace melkar {
 namespace {
 
-constexpr double kDefaultEm = 12;
 constexpr int kMaxSize = 8000;     // more than any page is high
 constexpr int kMinBold = 600;      // weights from here on count as bold in records
 constexpr double kFixedAscent = 1; // of the built-in metrics, in ems
@@ -217,7 +217,7 @@ FaceSize SizeFace(int height, double up, double down) {
         const double em = std::max(1.0, cell / (up + down));
         return {em, cell, static_cast<int>(std::lround(cell * up / (up + down)))};
     }
-    const double em = height == 0 ? kDefaultEm : std::min(-static_cast<double>(height), double{kMaxSize});
+    const double em = height == 0 ? double{kDefaultEm} : std::min(-static_cast<double>(height), double{kMaxSize});
     constexpr double kRounding = 1e-6; // a sum that is whole but for rounding isn't rounded up
     return {em, static_cast<int>(std::ceil(em * (up + down) - kRounding)), static_cast<int>(std::lround(em * up))};
 }

@@ -1,3 +1,4 @@
+#include <MelkarCommon/platform/measures.h>
 #include <MelkarCommon/platform/text/figure_text.h>
 #include <MelkarCommon/platform/text/text_decode.h>
 #include <MelkarCommon/platform/text/text_face.h>
@@ -14,7 +15,6 @@ namespace {
 constexpr std::size_t kMaxLayouts = 1024;
 constexpr std::ptrdiff_t kMaxLayoutBytes = 8 << 20;
 constexpr std::ptrdiff_t kMaxMaskBytes = 8 << 20;
-constexpr int kMaxHeight = 1 << 24;     // pixels; far below any surface, and safe to add up
 constexpr double kMaxLineEms = 1 << 19; // pixels; Pango counts 1024ths of them in an int, and glyphs may be wide
 
 /// The length of the character at `i` of valid UTF-8.
@@ -193,7 +193,7 @@ std::shared_ptr<const TextLayout> WithoutMasks(const std::shared_ptr<const TextL
 
 TextLayout LayOutAnew(TextFace& face, std::string_view bytes, bool singleLine, int wrapWidth) {
     TextLayout layout = StartLayout(face);
-    const auto maxLines = static_cast<std::size_t>(kMaxHeight / std::max(1, layout.lineHeight));
+    const auto maxLines = static_cast<std::size_t>(kFarOff / std::max(1, layout.lineHeight));
     for (std::string& paragraph : SplitLines(DecodeText(bytes, face.charset), singleLine)) {
         CutLine(paragraph, face.size.em);
         if (face.shaper && !paragraph.empty())

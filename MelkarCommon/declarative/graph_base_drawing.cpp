@@ -238,12 +238,12 @@ void CGraphBase::DrawNote(CRect box) {
                         m_vecNoteLabels[static_cast<std::size_t>(row)].text, DT_LEFT);
 }
 
-/// A cell too small for the inset would turn inside out; it shows no mark.
+/// In a cell smaller than two insets a mark is inside out; it is painted all the same, so that a narrow column has
+/// colours.
 void CGraphBase::DrawNoteMark(CRect column) {
     for (int row = 0; row < GetNoteLabelCount(); ++row) {
         CRect mark = melkar::NoteRow(column, GetNoteLabelCount(), row);
         mark.DeflateRect(kMarkInset, kMarkInset);
-        if (HasArea(mark))
-            DrawRectangle(m_hMemDC, mark, m_vecNoteLabels[static_cast<std::size_t>(row)].mark_color, 0, 0);
+        DrawRectangle(m_hMemDC, mark, m_vecNoteLabels[static_cast<std::size_t>(row)].mark_color, 0, 0);
     }
 }

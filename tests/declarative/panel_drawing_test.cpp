@@ -73,6 +73,8 @@ TEST_F(Panel, NotesShowOneRowForEachNumberedKey) {
     EXPECT_THAT(LinesWith(lines, "text"), SizeIs(2)) << "the row of the first missing number ends the walk";
     EXPECT_THAT(lines, Contains("fill 406,66 13x38 #010000")) << "within a frame of one unit";
     EXPECT_THAT(LinesWith(Draw(keys), "text"), IsEmpty()) << "NOTE_SHOW is off";
+    // A column of 4 less 5 on both sides: 405 to 399, put right, within a frame of one unit.
+    EXPECT_THAT(Draw("NOTE_MARK_WIDTH=4\nNOTE_SHOW=true\n" + std::string(keys)), Contains("fill 400,66 4x38 #010000"));
 }
 
 TEST_F(Panel, ScaleWithoutDivisionsShowsItsEnds) {

@@ -7,8 +7,9 @@
 namespace melkar {
 
 CPoint PlotAt(const CRect& graph, float rateX, float rateY) {
-    return {Truncate(double(rateX) * graph.Width() + graph.left),
-            Truncate(graph.bottom - double(rateY) * graph.Height())};
+    const float right = rateX * static_cast<float>(graph.Width());
+    const float up = rateY * static_cast<float>(graph.Height());
+    return {Truncate(right + static_cast<float>(graph.left)), Truncate(static_cast<float>(graph.bottom) - up)};
 }
 
 CRect PlotCircle(const CPoint& at, int size) {

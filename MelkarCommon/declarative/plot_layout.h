@@ -14,7 +14,9 @@
 
 namespace melkar {
 
-/// The point at the rates (0 to 1) of its values: x from the left edge of the graph area, y from its bottom.
+/// The point at the rates (0 to 1) of its values: x from the left edge of the graph area, y from its bottom. All in
+/// single precision, as rates are: it rounds away what a rate such as 0.7 lacks, which double precision would cut to
+/// the pixel before the grid line. Few points stand there still.
 CPoint PlotAt(const CRect& graph, float rateX, float rateY);
 
 CRect PlotCircle(const CPoint& at, int size);

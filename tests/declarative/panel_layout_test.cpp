@@ -104,9 +104,29 @@ TEST(PlotLayout, JoinsRunFromRimToRim) {
     EXPECT_FALSE(JoinOf({5, 5}, 10, {5, 5}, 10)) << "no direction";
 }
 
+// Singles lie 2^-16 (0.0000153) apart from 128 to 256, a quarter of that from 32 to 64.
 TEST(PlotLayout, PointsGrowFromTheLeftAndTheBottom) {
-    EXPECT_EQ(PlotAt(kGraph, 0, 0), CPoint(60, 251));
-    EXPECT_EQ(PlotAt(kGraph, 0.25F, 0.5F), CPoint(130, 150)) << "251 - 100.5, truncated";
+    const struct Case {
+        const char* why;
+        CRect graph;
+        float rateX, rateY;
+        CPoint at;
+    } cases[] = {
+        {"the lower left corner", kGraph, 0, 0, {60, 251}},
+        {"251 - 100.5, cut", kGraph, 0.25F, 0.5F, {130, 150}},
+        {"on its lines: 0.7 is 0.69999999, times 280 it rounds to 196; 0.3 is 0.30000001, 300 - 60.0000038 to 240",
+         {60, 100, 340, 300},
+         0.7F,
+         0.3F,
+         {256, 240}},
+        {"one of the few before theirs: 0.52999997 x 300 is 158.9999914 and rounds down",
+         {60, 100, 360, 300},
+         0.53F,
+         1,
+         {218, 100}},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(PlotAt(c.graph, c.rateX, c.rateY), c.at) << c.why;
     EXPECT_EQ(PlotCircle({130, 150}, 11), CRect(125, 145, 135, 155));
 }
 

@@ -76,16 +76,14 @@ void CCircleGraphBase::DrawGraph(CRect graph) {
     DrawValueLabel(pie.box);
 }
 
-/// A slice thinner than a pixel at the rim has both radials in one place, which would mean the whole disc: it shows
-/// nothing.
 void CCircleGraphBase::DrawSlice(const PieSquare& pie, const PieSlice& slice) {
+    const auto radials = melkar::PieRadialsOf(pie, slice);
+    if (!radials)
+        return;
     const COLORREF color = m_vecValues[static_cast<std::size_t>(slice.index)].color;
     const ScopedBrush brush(m_hMemDC, color);
     const ScopedPen pen(m_hMemDC, PS_SOLID, 0, color);
-    const CPoint from = melkar::PieRimAt(pie, slice.from);
-    const CPoint to = melkar::PieRimAt(pie, slice.to);
-    if (from == to && !slice.IsWhole())
-        return;
+    const auto& [from, to] = *radials;
     Pie(m_hMemDC, pie.box.left, pie.box.top, pie.box.right, pie.box.bottom, from.x, from.y, to.x, to.y);
 }
 

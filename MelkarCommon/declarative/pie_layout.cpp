@@ -9,6 +9,14 @@ namespace {
 
 constexpr double kPi = 3.1415926535; ///< as far as the figures of the slices go
 
+bool HaveOneDirection(const CPoint& middle, const PieRadials& radials) {
+    const double x1 = double(radials.from.x) - middle.x;
+    const double y1 = double(radials.from.y) - middle.y;
+    const double x2 = double(radials.to.x) - middle.x;
+    const double y2 = double(radials.to.y) - middle.y;
+    return x1 * y2 == y1 * x2 && x1 * x2 + y1 * y2 >= 0; // a pie without pixels has none: all radials are alike
+}
+
 } // namespace
 
 PieSquare PieSquareOf(const CRect& graph) {
@@ -44,6 +52,13 @@ std::vector<PieSlice> PieSlicesOf(const std::vector<double>& values, double leas
 CPoint PieRimAt(const PieSquare& pie, double angle) {
     const CPoint middle = pie.Middle();
     return {middle.x - Truncate(std::sin(angle) * pie.radius), middle.y - Truncate(std::cos(angle) * pie.radius)};
+}
+
+std::optional<PieRadials> PieRadialsOf(const PieSquare& pie, const PieSlice& slice) {
+    const PieRadials radials{PieRimAt(pie, slice.from), PieRimAt(pie, slice.to)};
+    if (HaveOneDirection(pie.Middle(), radials) && !slice.IsMost())
+        return std::nullopt;
+    return radials;
 }
 
 CRect PieLabelBox(const CPoint& outer, const CPoint& centre, int radius, int textSize) {

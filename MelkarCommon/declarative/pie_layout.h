@@ -2,6 +2,7 @@
 
 #include <MelkarCommon/platform/geometry.h>
 
+#include <optional>
 #include <vector>
 
 /// @file
@@ -32,7 +33,7 @@ struct PieSlice {
     double to;
 
     double Middle() const { return (from + to) / 2; }
-    bool IsWhole() const { return to - from > 3; } ///< radials that coincide mean the whole disc, not none of it
+    bool IsMost() const { return to - from > 3; } ///< its two radials may lie on each other with the slice around them
 };
 
 /// The slices of `values`, in the order of painting. Left out are shares below `leastShare`, shares of 0 and such that
@@ -41,6 +42,15 @@ std::vector<PieSlice> PieSlicesOf(const std::vector<double>& values, double leas
 
 /// The point on the rim at an angle.
 CPoint PieRimAt(const PieSquare& pie, double angle);
+
+/// The points on the rim between which a slice is painted.
+struct PieRadials {
+    CPoint from;
+    CPoint to;
+};
+/// Those of a slice; none for one so thin that both have one direction from the middle, for that would be the whole
+/// disc. At 12, 3, 6 and 9 o'clock such points may differ: the cut to whole units leaves one before the other.
+std::optional<PieRadials> PieRadialsOf(const PieSquare& pie, const PieSlice& slice);
 
 /// A slice's label: a third of the radius to either side, one text size up and down.
 CRect PieLabelBox(const CPoint& outer, const CPoint& centre, int radius, int textSize);

@@ -7,6 +7,7 @@
 
 #include <climits>
 #include <cmath>
+#include <sstream>
 
 using namespace melkar;
 
@@ -150,6 +151,34 @@ TEST(PieLayout, SlicesRunFromTheLastToTheFirst) {
     EXPECT_EQ(shown({}, 0), "");
     EXPECT_EQ(shown({-1, 3}, 0), "1:0-540 ") << "a negative value lowers the sum";
     EXPECT_EQ(shown({INFINITY, 1}, 0), "");
+}
+
+// A pie of 100 pixels: the rim lies 50 from (50, 50), cut to whole units; 1 of 1440 is a quarter of a degree.
+TEST(PieLayout, SlicesOfOneDirectionShowNothing) {
+    const struct Case {
+        const char* why;
+        std::vector<double> values;
+        const char* radials; ///< of the slices that show
+    } cases[] = {
+        {"at 12 o'clock: (50, 1) to (50, 0)", {1, 39, 1400}, "2:50,0>58,1 1:58,1>50,1 "},
+        {"at 6 o'clock: (50, 100) to (50, 99)", {719, 1, 720}, "2:50,0>50,100 0:50,99>50,0 "},
+        {"at 9 o'clock: (0, 50) to (1, 50)", {1079, 1, 360}, "2:50,0>0,50 0:1,50>50,0 "},
+        {"thin, but of two directions", {45, 1, 314}, "2:50,0>85,16 1:85,16>85,15 0:85,15>50,0 "},
+        {"halves have two", {1, 1}, "1:50,0>50,100 0:50,100>50,0 "},
+        {"the whole sum", {5}, "0:50,0>50,0 "},
+        {"all of it but a sliver", {1439, 1}, "0:50,1>50,0 "},
+    };
+    const PieSquare pie = PieSquareOf(CRect(0, 0, 100, 100));
+    for (const Case& c : cases) {
+        std::ostringstream shown;
+        for (const PieSlice& slice : PieSlicesOf(c.values, 0))
+            if (const auto radials = PieRadialsOf(pie, slice))
+                shown << slice.index << ":" << radials->from.x << "," << radials->from.y << ">" << radials->to.x << ","
+                      << radials->to.y << " ";
+        EXPECT_EQ(shown.str(), c.radials) << c.why;
+    }
+    // 2 x sin and cos of 152 degrees are 0.94 and -1.76: from (2, 0) to (2, 3)
+    EXPECT_TRUE(PieRadialsOf(PieSquareOf(CRect(0, 0, 4, 4)), {0, 0, 2.65})) << "straight up and straight down";
 }
 
 TEST(PieLayout, LabelsStandHalfWayOut) {

@@ -61,6 +61,8 @@ long CBarGraph::DrawHAxsLabel() {
 
 /// The figure of a day: cut to a whole number without decimals, else rounded to them.
 CString CBarGraph::FigureText(int day) const {
+    if (m_fnDayText)
+        return m_fnDayText(day);
     const CString sum = melkar::FormatFixed(SumOf(day), 6); // so that 0.1 + 0.2 + 0.7 is 1
     if (m_nDecimals > 0)
         return getDecimalNumber(sum, m_nDecimals);

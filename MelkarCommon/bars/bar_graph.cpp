@@ -150,13 +150,24 @@ double CBarGraph::SumOf(int day) const {
     return sum;
 }
 
+/// How far a day reaches on the scale: to the top of its stack, or to the highest of its figures where a derived class
+/// places it.
+double CBarGraph::ReachOf(int day) const {
+    if (!m_fnDayRect)
+        return SumOf(day);
+    double highest = FigureOf(day, 0);
+    for (int series = 1; series < SeriesCount(); ++series)
+        highest = std::max(highest, FigureOf(day, series));
+    return highest;
+}
+
 ScalePixels CBarGraph::LeftScale() const {
     return melkar::PixelsOf({double(m_nChartMin), double(m_nChartMax), m_dChartInterval}, m_rcCanvas);
 }
 
 int CBarGraph::GetGraphMeasure() {
     for (int day = 0; day < Days(); ++day) {
-        if (m_nChartMaxBig > 0 && SumOf(day) > m_nChartMax) { // without a big scale figures are cut at the top
+        if (m_nChartMaxBig > 0 && ReachOf(day) > m_nChartMax) { // without a big scale figures are cut at the top
             m_nChartMax = m_nChartMaxBig;
             m_dChartInterval = m_nChartIntervalBig;
             break;
@@ -200,7 +211,9 @@ long CBarGraph::Draw(CRect area, char* path) {
 
 long CBarGraph::DrawBarChart() {
     m_oaBarRects.RemoveAll();
-    if (m_nSeriesCount > 1)
+    if (m_fnDayRect)
+        DrawPlacedBars();
+    else if (m_nSeriesCount > 1)
         DrawStackedBars();
     else
         DrawSingleBars();
@@ -232,13 +245,25 @@ void CBarGraph::DrawSingleBars() {
         const int top = melkar::FigureFromZeroY(scale, FigureOf(day, 0));
         const CRect bar(span.left, top, span.right, m_bPolyline ? top : m_rcCanvas.bottom);
         m_oaBarRects.Add(bar);
-        if (m_bPolyline) {
+        if (m_bPolyline)
             DrawPolyline(day);
-        } else {
-            const COLORREF color = BarColorOf(day);
-            DrawRectangle(m_hMemDC, bar, color, color, 1);
-        }
+        else
+            PaintBar(day, bar);
     }
+}
+
+void CBarGraph::DrawPlacedBars() {
+    for (int day = 0; day < Days(); ++day) {
+        const CRect bar = m_fnDayRect(day);
+        for (int series = 0; series < SeriesCount(); ++series)
+            m_oaBarRects.Add(bar);
+        PaintBar(day, bar);
+    }
+}
+
+void CBarGraph::PaintBar(int day, const CRect& bar) {
+    const COLORREF color = BarColorOf(day);
+    DrawRectangle(m_hMemDC, bar, color, color, 1);
 }
 
 /// The stroke from the day before to this day.

@@ -3,6 +3,8 @@
 #include <MelkarCommon/api.h>
 #include <MelkarCommon/frame/graph.h>
 
+#include <functional>
+
 namespace melkar {
 struct DayTick;
 struct ScalePixels;
@@ -13,7 +15,8 @@ class CsvRow;
 ///
 /// Data file: two head rows, then per day: status, date text, one figure per series. A single series measures its bars
 /// from 0, stacked ones from the bottom of the scale. After `Draw` the bar rectangles stay in `m_oaBarRects`, on which
-/// clicks and hovering work.
+/// clicks and hovering work. A derived class whose days are of another kind, such as a span from a lowest to a highest
+/// figure, sets `m_fnDayRect` and `m_fnDayText`.
 class MELKAR_API CBarGraph : public CGraph {
 public:
     /// Arguments as for `CGraph`.
@@ -153,14 +156,26 @@ protected:
     int m_nBalloonSize = 20;
     COLORREF m_crBalloon = 0;
 
+    /// Where a day stands on the canvas, in the working surface's units, for a derived class to set; empty here. With
+    /// it a day is one bar however many figures it has, painted there and answering there alone, not below it. It is
+    /// asked once per painting of a day; `m_oaBarRects` holds the answer for each of the day's figures.
+    std::function<CRect(int day)> m_fnDayRect;
+    /// What a day says, on its bar and below the date in its balloon, as in "142/93"; for a derived class to set. Empty
+    /// here: the sum of its figures on the bar, the figure of the series in the balloon.
+    std::function<CString(int day)> m_fnDayText;
+
 private:
     struct KeyRows;
     struct Steps;
+    MELKAR_LOCAL double ReachOf(int day) const;
     MELKAR_LOCAL void DrawStackedBars();
     MELKAR_LOCAL void DrawSingleBars();
+    MELKAR_LOCAL void DrawPlacedBars();
+    MELKAR_LOCAL void PaintBar(int day, const CRect& bar);
     MELKAR_LOCAL void DrawPolyline(int day);
     MELKAR_LOCAL COLORREF BarColorOf(int day) const;
     MELKAR_LOCAL CString FigureText(int day) const;
+    MELKAR_LOCAL CString BalloonText(int bar) const;
     MELKAR_LOCAL void DrawFigure(const CString& figure, const RECT& bar);
     MELKAR_LOCAL int HitTest(CPoint point, int enabled) const;
     MELKAR_LOCAL void DrawBalloon(CPoint pointer, int bar);

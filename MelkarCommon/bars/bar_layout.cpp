@@ -30,4 +30,11 @@ int BarAt(const CObArray& bars, int x, int y, int bottom) {
     return -1;
 }
 
+int PlacedBarAt(const CObArray& bars, CPoint point) {
+    for (int i = 0; i < bars.GetSize(); ++i)
+        if (CRect(*bars[i]).PtInRect(point))
+            return i;
+    return -1;
+}
+
 } // namespace melkar

@@ -76,4 +76,7 @@ MELKAR_API std::vector<LevelStretch> LevelStretches(const CRect& canvas,
 /// stack grows upwards; -1 in the gaps, above the bars and from `bottom` down.
 MELKAR_API int BarAt(const CObArray& bars, int x, int y, int bottom);
 
+/// The same of bars that stand anywhere: the first that holds the point; -1 if none does.
+MELKAR_API int PlacedBarAt(const CObArray& bars, CPoint point);
+
 } // namespace melkar

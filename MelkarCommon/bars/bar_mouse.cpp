@@ -22,8 +22,9 @@ int ToCoordinate(long value) { return static_cast<int>(std::clamp<long>(value, I
 int CBarGraph::HitTest(CPoint point, int enabled) const {
     if (enabled != 1)
         return -1;
-    return melkar::BarAt(m_oaBarRects, ToCoordinate(long{point.x} - m_nOriginX),
-                         ToCoordinate(long{point.y} - m_nOriginY), m_rcCanvas.bottom);
+    const CPoint on(ToCoordinate(long{point.x} - m_nOriginX), ToCoordinate(long{point.y} - m_nOriginY));
+    return m_fnDayRect ? melkar::PlacedBarAt(m_oaBarRects, on)
+                       : melkar::BarAt(m_oaBarRects, on.x, on.y, m_rcCanvas.bottom);
 }
 
 long CBarGraph::OnClick(int x, int y) {
@@ -50,11 +51,16 @@ long CBarGraph::OnMouseMove(CPoint point) {
     return bar;
 }
 
-/// The day's date and the bar's own figure, above and right of the pointer. It may leave the graph.
+CString CBarGraph::BalloonText(int bar) const {
+    return m_fnDayText ? m_fnDayText(bar / SeriesCount()) : m_saValues[bar];
+}
+
+/// The day's date and what it says of itself or else the bar's own figure, above and right of the pointer. It may leave
+/// the graph.
 void CBarGraph::DrawBalloon(CPoint pointer, int bar) {
     const HDC surface = m_hGMemDC;
     const CString date = m_saDates[bar / SeriesCount()];
-    const CString figure = m_saValues[bar];
+    const CString figure = BalloonText(bar);
     const ScopedFont font(surface, ChartFontFor(surface, m_nBalloonSize));
     const auto widthOf = [surface](const CString& line) {
         return melkar::MeasureText(surface, line, DT_CALCRECT).Width();

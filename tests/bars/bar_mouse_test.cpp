@@ -1,5 +1,8 @@
 #include "chart_fixture.h"
 
+#include <MelkarCommon/bars/bar_layout.h>
+#include <MelkarCommon/frame/scale.h>
+
 namespace {
 
 /// Two days of two series, drawn at (100, 50) onto a shared surface that records. Bars 285 to 510 and 735 to 960;
@@ -64,6 +67,44 @@ TEST_F(BarMouse, Balloon) {
     EXPECT_NE(recorded(CPoint(400, 400)), clean) << "the first bar has one, too";
     m_graph.m_bHoverEnabled = 0;
     EXPECT_EQ(recorded(CPoint(400, 300)), clean);
+}
+
+/// A day from its second figure up to its first: 750 to 250 reaches from 200 to 350, 1000 to 1000 is nowhere.
+TEST_F(BarMouse, DaysThatADerivedClassPlaces) {
+    struct Spans : Open<CBarGraph> {
+        Spans(HDC shared, HDC balloon) : Open<CBarGraph>(nullptr, shared, "OWN", shared, nullptr, balloon) {
+            m_nSeriesCount = 2;
+            m_fnDayText = [this](int day) { return m_saValues[2 * day] + "/" + m_saValues[2 * day + 1]; };
+            m_fnDayRect = [this](int day) {
+                const melkar::BarSpan span = melkar::BarOf(m_rcCanvas, day, Days());
+                const auto y = [&](int series) { return melkar::FigureY(LeftScale(), FigureOf(day, series)); };
+                return CRect(span.left, y(0), span.right, y(1));
+            };
+        }
+    } graph(m_shared, m_balloon);
+    const std::size_t before = GetRecording(m_shared).size();
+    graph.Draw(kArea, DataFile("a\nb\n0,1/1,750,250\n0,1/2,1000,1000\n").data());
+    const auto lines = LinesOf(GetRecording(m_shared).substr(before));
+    EXPECT_THAT(LinesWith(lines, "fill", "#008000"), ElementsAre("fill 285,200 225x150 #008000"));
+    EXPECT_THAT(LinesWith(lines, "text \"750/250\""),
+                ElementsAre("text \"750/250\" 355,174 84x25 \"Fixed 20\" #000000"))
+        << "above the bar, not their sum";
+    const struct Case {
+        const char* why;
+        CPoint point;
+        long day;
+    } cases[] = {
+        {"left edge and top", {285, 200}, 0}, {"the last row", {509, 349}, 0},
+        {"right of it", {510, 349}, -1},      {"below it, where other bars answer", {400, 350}, -1},
+        {"above it", {400, 199}, -1},         {"a day without height", {800, 125}, -1},
+    };
+    for (const Case& c : cases) {
+        EXPECT_EQ(graph.OnClick(c.point), c.day) << c.why;
+        EXPECT_EQ(graph.OnMouseMove(c.point), c.day)
+            << c.why; // no day but the first answers, and its bars begin with 0
+    }
+    graph.OnMouseMove(CPoint(400, 300));
+    EXPECT_THAT(LinesOf(GetRecording(m_shared)).back(), StartsWith("text \"750/250\" 403,263 119x34"));
 }
 
 /// The forms without and with a point are one operation to a caller, whatever a derived class overrides.

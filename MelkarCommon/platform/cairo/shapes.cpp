@@ -68,7 +68,7 @@ cairo_fill_rule_t RuleOf(const Shape& shape) {
 }
 
 /// A width that the rasteriser can bear; no number is one pixel.
-double BoundedWidth(double width) { return width > 0 ? std::min(width, 32768.0) : 1; }
+double BoundedWidth(double width) { return width > 0 ? std::min(width, kWidestStroke) : 1; }
 
 void SetDashes(cairo_t* cr, const Stroke& stroke, double phase) {
     const double lengths[] = {stroke.on, stroke.off};
@@ -79,8 +79,7 @@ void SetDashes(cairo_t* cr, const Stroke& stroke, double phase) {
 } // namespace
 
 void SetSourceColor(cairo_t* cr, Color color) {
-    cairo_set_source_rgb(cr, ((color >> 16U) & 0xFFU) / 255.0, ((color >> 8U) & 0xFFU) / 255.0,
-                         (color & 0xFFU) / 255.0);
+    cairo_set_source_rgb(cr, RedOf(color) / 255.0, GreenOf(color) / 255.0, BlueOf(color) / 255.0);
 }
 
 void FillShapeOn(cairo_t* cr, const RECT& clip, const Shape& shape, Color color, double reach) {

@@ -44,7 +44,7 @@ PixbufPointer OpenPicture(const char* path) {
 void ConvertRow(std::uint32_t* out, const guint8* bytes, int width, int channels, bool hasAlpha) {
     for (int x = 0; x < width; ++x, bytes += channels) {
         const Color color = ToColor(RGB(bytes[0], bytes[1], bytes[2]));
-        out[x] = hasAlpha ? MixColor255(kWhite, color, bytes[3]) : color;
+        out[x] = hasAlpha ? MixColor255(kWhitePixel, color, bytes[3]) : color;
     }
 }
 

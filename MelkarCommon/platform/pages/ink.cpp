@@ -8,24 +8,20 @@ namespace melkar {
 namespace {
 
 Color OnPaper(Color pixel, DWORD operation) {
-    const Color red = (pixel >> 16U) & 0xFFU;
-    const Color green = (pixel >> 8U) & 0xFFU;
-    const Color blue = pixel & 0xFFU;
+    const auto [least, most] = std::minmax({RedOf(pixel), GreenOf(pixel), BlueOf(pixel)});
     if (operation == SRCCOPY)
-        return pixel | 0xFF000000U;
+        return pixel | kOpaque;
     if (operation == SRCPAINT)
-        return (pixel & 0xFFFFFFU) | std::max({red, green, blue}) << 24U;
-    const Color least = std::min({red, green, blue});
-    return (0xFF000000U | (pixel & 0xFFFFFFU)) - least * 0x01010101U;
+        return (pixel & ~kOpaque) | most << 24U;
+    return (pixel | kOpaque) - least * 0x01010101U;
 }
 
 } // namespace
 
 Stroke OnPaper(const Stroke& stroke, int dpi) {
-    constexpr double kWidest = 32768;
     const double thinnest = dpi / (2.0 * kPointsPerInch);
     Stroke bounded = stroke;
-    bounded.width = stroke.width > thinnest ? std::min(stroke.width, kWidest) : thinnest;
+    bounded.width = stroke.width > thinnest ? std::min(stroke.width, kWidestStroke) : thinnest;
     return bounded;
 }
 

@@ -7,10 +7,7 @@ namespace melkar {
 
 namespace {
 
-constexpr int kFar = 1 << 16; ///< twice the largest page; beyond it coordinates lose their meaning
-
-bool IsAxisParallel(POINT from, POINT to) { return from.x == to.x || from.y == to.y; }
-bool AreSame(POINT one, POINT other) { return one.x == other.x && one.y == other.y; }
+bool IsAxisParallel(POINT from, POINT to) { return !IsSloped(from, to); }
 
 /// Where an axis-parallel line lies: along it from `start` to `end`, which may be less; across it `width` about
 /// `middle`. All are edges and not pixels.
@@ -75,15 +72,8 @@ void AddSegment(std::vector<PaperLine>& lines, POINT from, POINT to, const RECT&
     lines.push_back(std::move(line));
 }
 
-std::vector<POINT> WithoutRepetitions(std::span<const POINT> points) {
-    std::vector<POINT> different;
-    std::unique_copy(points.begin(), points.end(), std::back_inserter(different), AreSame);
-    return different;
-}
-
 bool AreNear(std::span<const POINT> points) {
-    return std::all_of(points.begin(), points.end(),
-                       [](POINT p) { return p.x > -kFar && p.x < kFar && p.y > -kFar && p.y < kFar; });
+    return std::all_of(points.begin(), points.end(), [](POINT p) { return IsNear(p); });
 }
 
 /// The end at `end` of a segment whose other end is `other`, `middle` of the line's pixel; an axis-parallel one ends at
@@ -106,7 +96,7 @@ PaperLine PathOf(const std::vector<POINT>& points, const Stroke& stroke) {
     const double middle = parallel > 0 ? MiddleOf(stroke.width) : 0.5;
     PaperLine line;
     line.phase = stroke.phase;
-    line.isClosed = points.size() > 3 && AreSame(points[0], points[last]);
+    line.isClosed = points.size() > 3 && IsSamePoint(points[0], points[last]);
     line.hasRoundCorners = parallel < last;
     line.hasRoundEnds =
         !line.isClosed && !IsAxisParallel(points[0], points[1]) && !IsAxisParallel(points[last - 1], points[last]);
@@ -137,7 +127,7 @@ bool LieSideBySide(std::span<const POINT> one, std::span<const POINT> other) {
 } // namespace
 
 std::vector<PaperLine> LinesOnPaper(std::span<const POINT> points, const RECT& clip, const Stroke& stroke) {
-    const std::vector<POINT> different = WithoutRepetitions(points);
+    const std::vector<POINT> different = WithoutRepeats(points);
     std::vector<PaperLine> lines;
     if (different.size() > 2 && AreNear(different)) {
         lines.push_back(PathOf(different, stroke));

@@ -3,6 +3,7 @@
 #include <MelkarCommon/platform/pages/ink.h>
 #include <MelkarCommon/platform/pages/page_formats.h>
 #include <MelkarCommon/platform/seam/box.h>
+#include <MelkarCommon/platform/seam/corners.h>
 #include <MelkarCommon/platform/text/text_on_cairo.h>
 
 #include <cairo-pdf.h>
@@ -225,10 +226,8 @@ void PdfBackend::StrokePolyline(std::span<const POINT> points, const Stroke& str
 
 void PdfBackend::PaintText(const std::shared_ptr<const TextLayout>& layout, std::size_t line, POINT at, int escapement,
                            Color color, const RECT& clip) {
-    constexpr int kFar = 1 << 16; // twice the largest page; cairo's coordinates wrap at 2^23 points
     const RECT visible = ClipBox(ToBox(clip), m_clip);
-    if (!Shows() || layout == nullptr || IsEmptyRect(visible) || at.x < -kFar || at.x > kFar || at.y < -kFar ||
-        at.y > kFar)
+    if (!Shows() || layout == nullptr || IsEmptyRect(visible) || !IsNear(at))
         return;
     // Larger than FreeType can scale, at a dpi of 1 or 2: such a font fails, the whole page with it, and later pages.
     constexpr double kLargestOnPaper = 1 << 15;

@@ -18,20 +18,12 @@ namespace melkar {
 namespace {
 
 constexpr double kCssPixelsPerInch = 96;
-constexpr int kFar = 1 << 16; ///< twice the largest page; readers count in floats
-
-bool Covers(const RECT& outer, const RECT& inner) {
-    return outer.left <= inner.left && outer.top <= inner.top && outer.right >= inner.right &&
-           outer.bottom >= inner.bottom;
-}
 
 RECT Around(const Area& area) {
     return ToRect(Box{static_cast<std::int64_t>(std::floor(area.left)), static_cast<std::int64_t>(std::floor(area.top)),
                       static_cast<std::int64_t>(std::ceil(area.right)),
                       static_cast<std::int64_t>(std::ceil(area.bottom))});
 }
-
-bool IsFar(POINT p) { return p.x < -kFar || p.x > kFar || p.y < -kFar || p.y > kFar; }
 
 class SvgBackend final : public PageFile {
 public:
@@ -321,9 +313,9 @@ void SvgBackend::StrokePolyline(std::span<const POINT> points, const Stroke& str
 }
 
 void SvgBackend::WriteTurn(POINT at, int escapement) {
-    if (escapement % 3600 == 0)
+    if (escapement % kFullTurn == 0)
         return;
-    m_words.Raw(" transform=\"rotate(").Number(-(escapement % 3600) / 10.0).Raw(" ");
+    m_words.Raw(" transform=\"rotate(").Number(-(escapement % kFullTurn) / 10.0).Raw(" ");
     m_words.Number(at.x).Raw(" ").Number(at.y).Raw(")\"");
 }
 
@@ -361,7 +353,7 @@ void SvgBackend::WriteOutlines(const TextLayout& layout, std::size_t line, POINT
 void SvgBackend::PaintText(const std::shared_ptr<const TextLayout>& layout, std::size_t line, POINT at, int escapement,
                            Color color, const RECT& clip) {
     m_pen.Lift();
-    if (layout == nullptr || layout->look == nullptr || line >= layout->lines.size() || IsFar(at))
+    if (layout == nullptr || layout->look == nullptr || line >= layout->lines.size() || !IsNear(at))
         return;
     const TextLine& text = layout->lines[line];
     Area area;
@@ -376,7 +368,7 @@ void SvgBackend::PaintText(const std::shared_ptr<const TextLayout>& layout, std:
     WriteText(*layout, text, at, escapement);
     if (m_format == PageFormat::SvgOutlines)
         m_words.Raw(" fill-opacity=\"0\"");
-    else if (color != 0xFF000000U)
+    else if (color != kBlackPixel)
         m_words.Paint("fill", color);
     m_words.Raw(">").Escaped(text.utf8).Raw("</text>\n");
 }

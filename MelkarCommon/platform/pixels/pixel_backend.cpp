@@ -32,16 +32,6 @@ struct LastLine {
 /// A walk ends along a row or a column instead of at a right angle. That shows where a line is wider.
 constexpr int kWidestWalk = 4;
 
-bool IsSamePoint(POINT a, POINT b) { return a.x == b.x && a.y == b.y; }
-bool IsSloped(POINT from, POINT to) { return from.x != to.x && from.y != to.y; }
-
-/// The points of a polyline without those that stand on the one before: only these have a direction.
-std::vector<POINT> WithoutRepeats(std::span<const POINT> points) {
-    std::vector<POINT> corners(points.begin(), points.end());
-    corners.erase(std::unique(corners.begin(), corners.end(), IsSamePoint), corners.end());
-    return corners;
-}
-
 /// Rectangles, lines, simple polygons, small discs, text masks and copies go straight to the pixels; the rest through a
 /// cairo context that is made when it is first needed.
 class PixelBackend final : public Backend {
@@ -255,8 +245,8 @@ void PixelBackend::PaintText(const std::shared_ptr<const TextLayout>& layout, st
 
 void PixelBackend::PaintHugeText(const TextLayout& layout, std::size_t line, POINT at, int escapement, Color color,
                                  const RECT& visible) {
-    constexpr int kFar = 1 << 20; // cairo's coordinates wrap at 2^23, and glyphs reach out from here
-    if (at.x < -kFar || at.x > kFar || at.y < -kFar || at.y > kFar)
+    constexpr int kFarthestGlyph = 1 << 20; // cairo's coordinates wrap at 2^23, and glyphs reach out from here
+    if (at.x < -kFarthestGlyph || at.x > kFarthestGlyph || at.y < -kFarthestGlyph || at.y > kFarthestGlyph)
         return;
     OnContext([&](cairo_t* cr) {
         cairo_save(cr);

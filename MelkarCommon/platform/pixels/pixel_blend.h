@@ -16,14 +16,13 @@
 
 namespace melkar {
 
-constexpr Color kOpaque = 0xFF000000U;
-
 /// Four coverages in one read: most of a text's mask is blank, most of a disc's is whole.
 inline std::uint32_t Four(const std::uint8_t* coverage) {
     std::uint32_t four = 0;
     std::memcpy(&four, coverage, sizeof four);
     return four;
 }
+constexpr std::uint32_t kFourWhole = 0xFFFFFFFFU;
 
 inline void BlendPixel(std::uint32_t& pixel, Color color, std::uint32_t coverage) {
     if (coverage == 255)
@@ -65,7 +64,7 @@ inline void BlendRow(std::uint32_t* pixels, const std::uint8_t* coverage, std::s
     std::size_t i = 0;
     for (; i + 4 <= count; i += 4) {
         const std::uint32_t four = Four(coverage + i);
-        if (four == 0xFFFFFFFFU)
+        if (four == kFourWhole)
             std::fill_n(pixels + i, 4, color);
         else if (four != 0)
             BlendFour(pixels + i, four, color);

@@ -12,9 +12,9 @@ namespace melkar {
 
 namespace {
 
-constexpr double kLargest = 512;       ///< pixels across
-constexpr std::size_t kMostDiscs = 64; ///< of 1 kB each at 24 pixels, of 30 kB at 512
-constexpr double kFar = 1 << 30;
+constexpr double kLargest = 512;          ///< pixels across
+constexpr std::size_t kMostDiscs = 64;    ///< of 1 kB each at 24 pixels, of 30 kB at 512
+constexpr double kFarthestDisc = 1 << 30; ///< its pixels can be counted in an int
 
 /// What the coverage of a disc depends on: its size and where its centre lies within a pixel.
 struct DiscSize {
@@ -48,7 +48,8 @@ thread_local LruCache<DiscSize, KeptDisc, DiscHash> t_discs;
 
 bool IsSmall(const EllipseShape& ellipse, double strokeWidth) {
     const auto& [center, radius] = ellipse;
-    const bool near = std::abs(center.x) < kFar && std::abs(center.y) < kFar; // not so for what is no number
+    const bool near =
+        std::abs(center.x) < kFarthestDisc && std::abs(center.y) < kFarthestDisc; // not so for what is no number
     return near && radius.x > 0 && radius.y > 0 && 2 * std::max(radius.x, radius.y) + strokeWidth <= kLargest;
 }
 
@@ -71,7 +72,7 @@ void AddFour(DiscMask& mask, int x, int y, const std::uint8_t* coverage) {
     const std::uint32_t four = Four(coverage);
     const auto left = static_cast<std::int16_t>(x);
     const auto top = static_cast<std::int16_t>(y);
-    if (four == 0xFFFFFFFFU)
+    if (four == kFourWhole)
         AddWhole(mask, left, top);
     else if (four != 0)
         mask.rims.push_back({left, top, {coverage[0], coverage[1], coverage[2], coverage[3]}});

@@ -79,9 +79,9 @@ struct Row {
     void Add(const std::uint32_t* pixels, float weight) {
         for (std::size_t i = 0; i < red.size(); ++i) {
             const std::uint32_t pixel = pixels[i];
-            red[i] += weight * static_cast<float>(static_cast<int>((pixel >> 16U) & 0xFFU));
-            green[i] += weight * static_cast<float>(static_cast<int>((pixel >> 8U) & 0xFFU));
-            blue[i] += weight * static_cast<float>(static_cast<int>(pixel & 0xFFU));
+            red[i] += weight * static_cast<float>(static_cast<int>(RedOf(pixel)));
+            green[i] += weight * static_cast<float>(static_cast<int>(GreenOf(pixel)));
+            blue[i] += weight * static_cast<float>(static_cast<int>(BlueOf(pixel)));
         }
     }
 };
@@ -102,7 +102,7 @@ void WriteRow(std::uint32_t* out, const Axis& columns, const Row& row) {
             green += weight * row.green[at + i];
             blue += weight * row.blue[at + i];
         }
-        *out++ = 0xFF000000U | (ToChannel(red) << 16U) | (ToChannel(green) << 8U) | ToChannel(blue);
+        *out++ = kOpaque | (ToChannel(red) << 16U) | (ToChannel(green) << 8U) | ToChannel(blue);
     }
 }
 

@@ -14,8 +14,6 @@
 
 namespace melkar {
 
-constexpr Color kWhite = 0xFFFFFFFFU;
-
 /// Fills a rectangle that lies within the buffer. Only the C library picks the widest stores of the machine at run
 /// time: so a white picture, the usual ground, goes through memset, and wide rows are copies of the first.
 inline void FillRows(const PixelBuffer& buffer, const RECT& rect, Color color) {
@@ -25,7 +23,7 @@ inline void FillRows(const PixelBuffer& buffer, const RECT& rect, Color color) {
     const std::size_t width = static_cast<std::size_t>(rect.right) - static_cast<std::size_t>(rect.left);
     const std::size_t height = static_cast<std::size_t>(rect.bottom) - static_cast<std::size_t>(rect.top);
     std::uint32_t* const first = PixelAt(buffer, rect.left, rect.top);
-    if (width == static_cast<std::size_t>(buffer.stride) && color == kWhite) {
+    if (width == static_cast<std::size_t>(buffer.stride) && color == kWhitePixel) {
         std::memset(first, 0xFF, width * height * sizeof(Color));
         return;
     }
@@ -47,7 +45,7 @@ inline Color MixColor256(Color under, Color color, std::uint32_t weight) {
     const std::uint32_t one = (under >> 8U) & 0xFFU;
     const std::uint32_t redBlue = (pair << 8U) + ((color & kRedBlue) - pair) * weight + 0x800080U;
     const std::uint32_t green = (one << 8U) + (((color >> 8U) & 0xFFU) - one) * weight + 0x80U;
-    return 0xFF000000U | ((redBlue >> 8U) & kRedBlue) | (green & 0xFF00U);
+    return kOpaque | ((redBlue >> 8U) & kRedBlue) | (green & 0xFF00U);
 }
 
 /// `coverage` 255ths of `color` over `under`, rounded: t + t / 256, / 256 divides by 255 without a division.
@@ -58,7 +56,7 @@ inline Color MixColor255(Color under, Color color, std::uint32_t coverage) {
     std::uint32_t green = ((color >> 8U) & 0xFFU) * coverage + ((under >> 8U) & 0xFFU) * rest + 0x80U;
     redBlue += (redBlue >> 8U) & kRedBlue;
     green += green >> 8U;
-    return 0xFF000000U | ((redBlue >> 8U) & kRedBlue) | (green & 0xFF00U);
+    return kOpaque | ((redBlue >> 8U) & kRedBlue) | (green & 0xFF00U);
 }
 
 } // namespace melkar

@@ -18,10 +18,6 @@ bool SameSize(const RECT& a, const RECT& b) {
     return one.right - one.left == other.right - other.left && one.bottom - one.top == other.bottom - other.top;
 }
 
-bool Covers(const RECT& a, const RECT& b) {
-    return a.left <= b.left && a.top <= b.top && a.right >= b.right && a.bottom >= b.bottom;
-}
-
 class RecordingBackend final : public Backend {
 public:
     RecordingBackend(std::vector<RecordedOp>& ops, int width, int height)

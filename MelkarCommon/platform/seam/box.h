@@ -22,6 +22,11 @@ struct Box {
 constexpr Box ToBox(const RECT& r) { return {r.left, r.top, r.right, r.bottom}; }
 constexpr bool IsEmptyRect(const RECT& r) { return r.left >= r.right || r.top >= r.bottom; }
 
+constexpr bool Covers(const RECT& outer, const RECT& inner) {
+    return outer.left <= inner.left && outer.top <= inner.top && outer.right >= inner.right &&
+           outer.bottom >= inner.bottom;
+}
+
 /// The part of `box` within `clip`; all zero if there is none.
 constexpr RECT ClipBox(const Box& box, const RECT& clip) {
     const Box common{std::max<std::int64_t>(box.left, clip.left), std::max<std::int64_t>(box.top, clip.top),

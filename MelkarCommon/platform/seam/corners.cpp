@@ -5,9 +5,8 @@ namespace melkar {
 
 namespace {
 
-constexpr double kFar = 1 << 16; ///< cairo mislays edges some 2^18 pixels long; twice the largest surface is enough
 constexpr double kSmallestRadius = 1.0 / 256; ///< less can't be told from nothing
-constexpr int kFarSlicePoints = 4096;         ///< an ellipse that reaches beyond `kFar` becomes that many corners
+constexpr int kFarSlicePoints = 4096;         ///< an ellipse that reaches too far becomes that many corners
 
 bool HasArea(const EllipseShape& ellipse) {
     const auto& [center, radius] = ellipse;
@@ -63,10 +62,10 @@ Corners CutSide(const Corners& corners, double PointD::*axis, double edge, int s
 }
 
 std::vector<PointD> Near(Corners corners) {
-    corners = CutSide(corners, &PointD::x, -kFar, 1);
-    corners = CutSide(corners, &PointD::x, kFar, -1);
-    corners = CutSide(corners, &PointD::y, -kFar, 1);
-    return CutSide(corners, &PointD::y, kFar, -1);
+    corners = CutSide(corners, &PointD::x, -kNearEdge, 1);
+    corners = CutSide(corners, &PointD::x, kNearEdge, -1);
+    corners = CutSide(corners, &PointD::y, -kNearEdge, 1);
+    return CutSide(corners, &PointD::y, kNearEdge, -1);
 }
 
 void Cut(LinePart& part, double start, double distance, double low, double high) {
@@ -100,7 +99,7 @@ bool Touches(const Area& bounds, const RECT& clip, double margin) {
 }
 
 bool IsNear(const Area& bounds) {
-    return bounds.left > -kFar && bounds.top > -kFar && bounds.right < kFar && bounds.bottom < kFar;
+    return bounds.left > -kNearEdge && bounds.top > -kNearEdge && bounds.right < kNearEdge && bounds.bottom < kNearEdge;
 }
 
 std::vector<PointD> NearCorners(const PolygonShape& polygon) { return Near(CornersOf(polygon)); }

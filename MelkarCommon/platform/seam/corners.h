@@ -1,5 +1,6 @@
 #pragma once
 
+#include <MelkarCommon/platform/measures.h>
 #include <MelkarCommon/platform/seam/area.h>
 
 #include <numbers>
@@ -18,8 +19,13 @@ bool HasArea(const Shape& shape);
 /// False if a shape, widened by `margin`, can't touch the clip.
 bool Touches(const Area& bounds, const RECT& clip, double margin);
 
-/// False if it reaches so far that rasterisers mislay its edges.
+/// Twice the largest surface. Rasterisers mislay edges that are four times as long, and readers of pages count in
+/// floats.
+constexpr int kNearEdge = 2 * (kMostSide + 1);
+
+/// False if it reaches further; then what is within stands for it.
 bool IsNear(const Area& bounds);
+constexpr bool IsNear(POINT p) { return p.x > -kNearEdge && p.x < kNearEdge && p.y > -kNearEdge && p.y < kNearEdge; }
 
 /// A polygon in place of a shape that isn't near, cut to what is.
 std::vector<PointD> NearCorners(const PolygonShape& polygon);

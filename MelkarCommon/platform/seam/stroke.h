@@ -1,12 +1,15 @@
 #pragma once
 
+#include <MelkarCommon/platform/measures.h>
 #include <MelkarCommon/platform/seam/color.h>
 #include <MelkarCommon/platform/types.h>
 
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <iterator>
 #include <span>
+#include <vector>
 
 /// @file
 /// Internal. How lines look, and what every backend asks of that.
@@ -15,13 +18,13 @@ namespace melkar {
 
 /// Lengths in device units. An empty pattern is a solid line; else `on` and `off` alternate.
 struct Stroke {
-    Color color = 0xFF000000U;
+    Color color = kBlackPixel;
     double width = 1;
     double on = 0;
     double off = 0;
     double phase = 0;  ///< distance already gone along the pattern
     bool gaps = false; ///< the gaps are painted in `gapColor`
-    Color gapColor = 0xFFFFFFFFU;
+    Color gapColor = kWhitePixel;
     /// Of a polyline: segments at its front that stand on the surface already. They count for the corner at their end
     /// and for the pattern; drawing them again is harmless where nothing blends.
     std::size_t drawn = 0;
@@ -30,11 +33,11 @@ struct Stroke {
     bool IsSolid() const { return on <= 0 || off <= 0; }
 };
 
-/// The width in whole pixels, at least 1, at most what any surface can show.
-inline int WholeWidth(double width) {
-    constexpr double kWidest = 65536;
-    return width > 1 ? static_cast<int>(std::min(width, kWidest) + 0.5) : 1;
-}
+/// A line along the edge of the largest surface that is as wide as this covers all of it.
+constexpr double kWidestStroke = 2.0 * (kMostSide + 1);
+
+/// The width in whole pixels, at least 1.
+inline int WholeWidth(double width) { return width > 1 ? static_cast<int>(std::min(width, kWidestStroke) + 0.5) : 1; }
 
 /// True if the pattern can be seen: two finite lengths that take a pixel at least. Anything else is drawn solid.
 inline bool HasPattern(const Stroke& stroke) {
@@ -51,6 +54,17 @@ inline double PhaseInPeriod(const Stroke& stroke, double phase) {
         return phase;
     const double rest = std::fmod(phase, period);
     return rest < 0 ? rest + period : rest;
+}
+
+constexpr bool IsSamePoint(POINT a, POINT b) { return a.x == b.x && a.y == b.y; }
+constexpr bool IsSloped(POINT from, POINT to) { return from.x != to.x && from.y != to.y; }
+
+/// The points of a polyline without those that stand on the one before: only these have a direction.
+inline std::vector<POINT> WithoutRepeats(std::span<const POINT> points) {
+    std::vector<POINT> corners;
+    corners.reserve(points.size());
+    std::unique_copy(points.begin(), points.end(), std::back_inserter(corners), IsSamePoint);
+    return corners;
 }
 
 inline double Distance(POINT from, POINT to) {

@@ -10,7 +10,6 @@
 
 namespace melkar {
 
-inline constexpr Color kBlack = 0xFF000000U;
 inline constexpr Color kRed = 0xFFFF0000U;
 inline constexpr Color kBlue = 0xFF0000FFU;
 
@@ -18,7 +17,7 @@ constexpr int kSide = 80;
 
 /// A white picture with a margin of two guard pixels behind each row.
 struct Canvas {
-    Canvas(int width = kSide, int height = kSide, Color color = kWhite)
+    Canvas(int width = kSide, int height = kSide, Color color = kWhitePixel)
         : memory(static_cast<std::size_t>((width + 2) * height), color), buffer{memory.data(), width, height,
                                                                                 width + 2},
           backend(MakePixelBackend(buffer)) {}
@@ -31,7 +30,11 @@ struct Canvas {
     /// '.' white, '#' black, 'r' red, 'b' blue, '?' anything else.
     char Letter(int x, int y) const {
         const Color color = At(x, y);
-        return color == kWhite ? '.' : color == kBlack ? '#' : color == kRed ? 'r' : color == kBlue ? 'b' : '?';
+        return color == kWhitePixel   ? '.'
+               : color == kBlackPixel ? '#'
+               : color == kRed        ? 'r'
+               : color == kBlue       ? 'b'
+                                      : '?';
     }
     /// The pixels from (x, y) to the right, or downwards.
     std::string Letters(int x, int y, bool isDown) const {
@@ -49,7 +52,7 @@ struct Canvas {
     }
     bool GuardIsClean() const {
         for (int y = 0; y < buffer.height; ++y)
-            if (At(buffer.width, y) != kWhite || At(buffer.width + 1, y) != kWhite)
+            if (At(buffer.width, y) != kWhitePixel || At(buffer.width + 1, y) != kWhitePixel)
                 return false;
         return true;
     }

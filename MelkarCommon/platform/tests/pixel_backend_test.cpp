@@ -57,7 +57,7 @@ TEST(PixelLines, SlopedLinesSideBySideHaveNoSeam) {
                 const int shift = 20 + (direction > 0 ? i : 2 - i);
                 const POINT from{isSteep ? shift : 5, isSteep ? 5 : shift};
                 const POINT to{isSteep ? shift + 17 : 55, isSteep ? 55 : shift + 17};
-                StrokeLine(*canvas.backend, from, to, Stroke{kBlack});
+                StrokeLine(*canvas.backend, from, to, Stroke{kBlackPixel});
             }
             for (int step = 6; step < 54; ++step) {
                 const std::string line = isSteep ? canvas.Row(step) : canvas.Column(step);
@@ -71,7 +71,7 @@ TEST(PixelLines, SlopedPositionIsExact) {
     Canvas canvas(30, 12);
     StrokeLine(*canvas.backend, {0, 0}, {30, 10}, {}); // a third of a pixel a step
     for (int x = 0; x < 30; x += 3)
-        EXPECT_EQ(canvas.At(x, x / 3), kBlack) << x;
+        EXPECT_EQ(canvas.At(x, x / 3), kBlackPixel) << x;
     EXPECT_NEAR(canvas.Blue(1, 0), 85, 1); // a third lies in the next row
     EXPECT_NEAR(canvas.Blue(1, 1), 170, 1);
 
@@ -80,7 +80,7 @@ TEST(PixelLines, SlopedPositionIsExact) {
     cut.backend->SetClip(clip);
     StrokeLine(*cut.backend, {0, 0}, {30, 10}, {});
     cut.EachPixel([&](int x, int y) {
-        EXPECT_EQ(cut.At(x, y), clip.PtInRect({x, y}) ? canvas.At(x, y) : kWhite) << x << "," << y;
+        EXPECT_EQ(cut.At(x, y), clip.PtInRect({x, y}) ? canvas.At(x, y) : kWhitePixel) << x << "," << y;
     });
 }
 
@@ -95,7 +95,7 @@ TEST(PixelLines, SlopedPatternCountsTheDistance) {
 
 /// Pixels that name their place.
 void Number(Canvas& canvas) {
-    canvas.EachPixel([&](int x, int y) { canvas.At(x, y) = kBlack | static_cast<unsigned>(y * 256 + x); });
+    canvas.EachPixel([&](int x, int y) { canvas.At(x, y) = kBlackPixel | static_cast<unsigned>(y * 256 + x); });
 }
 
 TEST(PixelBlit, CopiesOntoItselfInAllDirections) {
@@ -117,7 +117,7 @@ TEST(PixelBlit, CopiesOntoItselfInAllDirections) {
 }
 
 TEST(PixelBlit, MasksTakeTheNearestAndPicturesBlend) {
-    std::uint32_t halves[] = {kBlack, kWhite};
+    std::uint32_t halves[] = {kBlackPixel, kWhitePixel};
     const PixelBuffer picture{halves, 2, 1, 2};
     Canvas mask(9, 1);
     mask.backend->Blit({0, 0, 8, 1}, picture, {0, 0, 2, 1}, SRCAND);
@@ -127,8 +127,8 @@ TEST(PixelBlit, MasksTakeTheNearestAndPicturesBlend) {
     EXPECT_EQ(smooth.Row(0), "##????...") << "ends stay, the middle passes over";
     EXPECT_EQ(smooth.At(3, 0), 0xFF606060U) << "centre at 0.375 of the way: 255 * 0.375 = 95.6";
 
-    std::uint32_t fine[] = {kBlack, kWhite, kWhite, kWhite};
-    Canvas coarse(2, 1, kBlack);
+    std::uint32_t fine[] = {kBlackPixel, kWhitePixel, kWhitePixel, kWhitePixel};
+    Canvas coarse(2, 1, kBlackPixel);
     coarse.backend->Blit({0, 0, 2, 1}, {fine, 4, 1, 4}, {0, 0, 4, 1}, SRCPAINT);
     EXPECT_EQ(coarse.Row(0), "..") << "the centres lie on the second and the fourth";
     Canvas average(1, 1, kRed);
@@ -140,20 +140,20 @@ TEST(PixelText, MaskBlendsRoundedAndClipped) {
     const std::vector<std::uint8_t> coverage{0, 128, 255, 1, 0, 64, 99, 99, 255, 255, 255, 255, 255, 255, 99, 99};
     const CoverageMask mask{0, 0, 0, 6, 2, 8, coverage}; // 99 lies behind the rows
     Canvas canvas(8, 4);
-    BlendMask(canvas.buffer, {1, 0, 7, 2}, mask, 1, 1, kBlack);
+    BlendMask(canvas.buffer, {1, 0, 7, 2}, mask, 1, 1, kBlackPixel);
     EXPECT_EQ(canvas.Row(1), "..?#?.?.");
     EXPECT_EQ(canvas.At(2, 1), 0xFF7F7F7FU) << "255 * 127 / 255";
     EXPECT_EQ(canvas.At(4, 1), 0xFFFEFEFEU) << "1 of 255 still shows";
     EXPECT_EQ(canvas.Row(2), "........") << "below the clip";
-    BlendMask(canvas.buffer, {0, 0, 8, 4}, mask, -3, 2, kBlack);
+    BlendMask(canvas.buffer, {0, 0, 8, 4}, mask, -3, 2, kBlackPixel);
     EXPECT_EQ(canvas.Row(3), "###.....") << "cut at the left";
-    BlendMask(canvas.buffer, {0, 0, 8, 4}, mask, std::int64_t{INT_MAX} + 5, INT_MIN, kBlack);
+    BlendMask(canvas.buffer, {0, 0, 8, 4}, mask, std::int64_t{INT_MAX} + 5, INT_MIN, kBlackPixel);
     EXPECT_TRUE(canvas.GuardIsClean());
 }
 
 /// `weight` parts of `whole` of one colour over another, rounded, a channel at a time.
 Color Mixed(Color under, Color color, int weight, int whole) {
-    Color mixed = kBlack;
+    Color mixed = kBlackPixel;
     for (int shift = 0; shift < 24; shift += 8) {
         const auto channel = [shift](Color c) { return static_cast<int>(c >> shift & 0xFFU); };
         const int sum = channel(under) * (whole - weight) + channel(color) * weight;
@@ -167,7 +167,8 @@ constexpr Color kInk = 0xFF0180FEU;
 /// A picture whose pixels all differ, also from their neighbours' channels.
 Canvas Speckled(int width, int height) {
     Canvas canvas(width, height);
-    canvas.EachPixel([&](int x, int y) { canvas.At(x, y) = kBlack | static_cast<Color>(x * 0x5D0B37 + y * 0x21F1A3); });
+    canvas.EachPixel(
+        [&](int x, int y) { canvas.At(x, y) = kBlackPixel | static_cast<Color>(x * 0x5D0B37 + y * 0x21F1A3); });
     return canvas;
 }
 

@@ -69,7 +69,7 @@ TEST(PixelChains, CoverageByHand) {
         Canvas picture;
         const auto chains = FindChains(corners, {0, 0, kSide, kSide});
         ASSERT_TRUE(chains) << why;
-        FillChains(picture.buffer, {0, 0, kSide, kSide}, *chains, kBlack);
+        FillChains(picture.buffer, {0, 0, kSide, kSide}, *chains, kBlackPixel);
         EXPECT_NEAR(picture.Ink(x, y), ink, 1) << why;
     }
 }
@@ -81,7 +81,7 @@ TEST(PixelChains, LeaveWhatGoesToAndFro) {
     EXPECT_FALSE(FindChains(zigzag, clip));
     EXPECT_FALSE(FindChains(crossing, clip)) << "within a column";
     Canvas picture;
-    picture.backend->FillShape(PolygonShape{zigzag}, kBlack);
+    picture.backend->FillShape(PolygonShape{zigzag}, kBlackPixel);
     EXPECT_EQ(picture.Ink(17, 9), 0) << "in the notch";
     EXPECT_EQ(picture.Ink(3, 10), 255);
 }
@@ -107,11 +107,11 @@ TEST(PixelChains, LikeTheRasteriser) {
         Canvas picture;
         const auto chains = FindChains(polygon.points, kWhole);
         ASSERT_TRUE(chains) << i;
-        FillChains(picture.buffer, kWhole, *chains, kBlack);
-        const auto draw = [&](cairo_t* cr) { FillShapeOn(cr, {0, 0, 8 * kSide, 8 * kSide}, polygon, kBlack); };
+        FillChains(picture.buffer, kWhole, *chains, kBlackPixel);
+        const auto draw = [&](cairo_t* cr) { FillShapeOn(cr, {0, 0, 8 * kSide, 8 * kSide}, polygon, kBlackPixel); };
         EXPECT_LE(FarthestFromRasteriser(picture, 8, draw), 5) << i;
         ExpectCutAt({i % 7, i % 35, kSide - i % 30, kSide - i % 31},
-                    [&](Backend& backend) { backend.FillShape(polygon, kBlack); });
+                    [&](Backend& backend) { backend.FillShape(polygon, kBlackPixel); });
     }
 }
 
@@ -124,14 +124,14 @@ TEST(PixelDiscs, LikeTheRasteriser) {
         const Stroke stroke = Width(i % 2 == 0 ? 0 : 1 + i % 5);
         const bool isRing = stroke.width > 0;
         const auto draw = [&](Backend& backend) {
-            isRing ? backend.StrokeShape(ellipse, stroke) : backend.FillShape(ellipse, kBlack);
+            isRing ? backend.StrokeShape(ellipse, stroke) : backend.FillShape(ellipse, kBlackPixel);
         };
         Canvas picture;
         draw(*picture.backend);
         const RECT all{0, 0, kSide, kSide};
         const auto drawOther = [&](cairo_t* cr) {
             cairo_set_line_join(cr, CAIRO_LINE_JOIN_ROUND);
-            isRing ? StrokeShapeOn(cr, all, ellipse, stroke) : FillShapeOn(cr, all, ellipse, kBlack);
+            isRing ? StrokeShapeOn(cr, all, ellipse, stroke) : FillShapeOn(cr, all, ellipse, kBlackPixel);
         };
         EXPECT_LE(FarthestFromRasteriser(picture, 1, drawOther), 1) << ellipse.radius.x << "x" << ellipse.radius.y;
         if (FindDisc(ellipse, stroke.width).mask != nullptr) // else the rasteriser shortens curves at the clip

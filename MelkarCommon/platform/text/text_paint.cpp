@@ -17,8 +17,7 @@ namespace {
 
 constexpr double kMaxMaskPixels = 5e5; ///< beyond it the part of a text that shows is drawn faster from outlines
 constexpr double kMargin = 2;          // pixels around the ink that fonts promise; hinting may go beyond it
-constexpr int kQuarterTurn = 900;
-constexpr int kFullTurn = 4 * kQuarterTurn;
+constexpr int kQuarterTurn = kFullTurn / 4;
 
 cairo_matrix_t TurnMatrix(int escapement) {
     cairo_matrix_t matrix;

@@ -1,5 +1,5 @@
 #include <MelkarCommon/platform/printing.h>
-#include <MelkarCommon/platform/printing/print_state.h>
+#include <MelkarCommon/platform/calls/print_state.h>
 #include <MelkarCommon/platform/seam/grey_backend.h>
 
 #include <atomic>

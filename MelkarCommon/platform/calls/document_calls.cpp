@@ -1,6 +1,6 @@
 #include <MelkarCommon/platform/printing.h>
-#include <MelkarCommon/platform/calls/print_state.h>
 #include <MelkarCommon/platform/seam/grey_backend.h>
+#include <MelkarCommon/platform/surfaces/print_state.h>
 
 #include <atomic>
 #include <climits>

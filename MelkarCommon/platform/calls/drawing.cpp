@@ -1,9 +1,10 @@
-#include <MelkarCommon/platform/calls/surface_state.h>
 #include <MelkarCommon/platform/drawing.h>
 #include <MelkarCommon/platform/measures.h>
 #include <MelkarCommon/platform/pixels/pixel_backend.h>
 #include <MelkarCommon/platform/pixels/pixel_memory.h>
 #include <MelkarCommon/platform/seam/box.h>
+#include <MelkarCommon/platform/surfaces/strokes.h>
+#include <MelkarCommon/platform/surfaces/surface_state.h>
 
 #include <algorithm>
 #include <cmath>
@@ -15,15 +16,7 @@ using namespace melkar;
 
 namespace {
 
-// Lengths of the pen patterns at 96 dpi.
-constexpr double kDashOn = 18;
-constexpr double kDashOff = 6;
-constexpr double kDot = 3;
-
 constexpr std::size_t kMostOps = 1 << 20; ///< of a record; one of a graph has some hundreds
-constexpr int kHalfPointsPerInch = 2 * kPointsPerInch;
-
-bool IsPatterned(const Pen& pen) { return pen.style == PS_DASH || pen.style == PS_DOT; }
 
 RECT Ordered(int left, int top, int right, int bottom) {
     return {std::min(left, right), std::min(top, bottom), std::max(left, right), std::max(top, bottom)};
@@ -186,33 +179,6 @@ BOOL CopyPlayedRecord(HDC to, HDC from, Copy copy, DWORD operation) {
 RECT RectAt(int x, int y, int width, int height) { return {x, y, AddEdge(x, width), AddEdge(y, height)}; }
 
 } // namespace
-
-namespace melkar {
-
-int PenWidth(const HDC__& surface, const Pen& pen) {
-    constexpr std::int64_t kWidest = 1'000'000;
-    const std::int64_t dpi = surface.dpi;
-    const std::int64_t scaled = pen.width <= 0 ? 1 : (pen.width * dpi + kScreenDpi / 2) / kScreenDpi;
-    const std::int64_t least =
-        surface.medium == TextMedium::Page ? (dpi + kHalfPointsPerInch - 1) / kHalfPointsPerInch : 1;
-    return static_cast<int>(std::clamp(scaled, std::max<std::int64_t>(1, least), kWidest));
-}
-
-Stroke StrokeOf(const HDC__& surface, const Pen& pen) {
-    Stroke stroke;
-    stroke.color = ToColor(pen.color);
-    stroke.width = PenWidth(surface, pen);
-    if (IsPatterned(pen)) {
-        const double scale = double{1} * surface.dpi / kScreenDpi;
-        stroke.on = std::max(1.0, std::round((pen.style == PS_DASH ? kDashOn : kDot) * scale));
-        stroke.off = std::max(1.0, std::round((pen.style == PS_DASH ? kDashOff : kDot) * scale));
-        stroke.gaps = surface.bkMode == OPAQUE;
-        stroke.gapColor = ToColor(surface.bkColor);
-    }
-    return stroke;
-}
-
-} // namespace melkar
 
 HGDIOBJ SelectObject(HDC surface, HGDIOBJ handle) {
     if (!IsSurface(surface) || !handle)

@@ -1,5 +1,5 @@
-#include <MelkarCommon/platform/calls/handles.h>
 #include <MelkarCommon/platform/printing.h>
+#include <MelkarCommon/platform/surfaces/handles.h>
 
 #include <vector>
 

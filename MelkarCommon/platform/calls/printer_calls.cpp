@@ -1,6 +1,6 @@
-#include <MelkarCommon/platform/calls/surface_state.h>
 #include <MelkarCommon/platform/printing.h>
-#include <MelkarCommon/platform/calls/print_state.h>
+#include <MelkarCommon/platform/surfaces/print_state.h>
+#include <MelkarCommon/platform/surfaces/surface_state.h>
 
 #include <algorithm>
 #include <cstring>

@@ -1,7 +1,7 @@
-#include <MelkarCommon/platform/calls/surface_state.h>
 #include <MelkarCommon/platform/drawing.h>
 #include <MelkarCommon/platform/seam/area.h>
 #include <MelkarCommon/platform/seam/box.h>
+#include <MelkarCommon/platform/surfaces/surface_state.h>
 #include <MelkarCommon/platform/text/text_decode.h>
 
 #include <algorithm>

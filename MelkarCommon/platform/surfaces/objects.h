@@ -1,10 +1,10 @@
 #pragma once
 
-#include <MelkarCommon/platform/calls/handles.h>
 #include <MelkarCommon/platform/pixels/pending_fill.h>
 #include <MelkarCommon/platform/record/record.h>
 #include <MelkarCommon/platform/seam/pixel_buffer.h>
 #include <MelkarCommon/platform/seam/shape.h>
+#include <MelkarCommon/platform/surfaces/handles.h>
 #include <MelkarCommon/platform/text/text_engine.h>
 #include <MelkarCommon/platform/types.h>
 
@@ -97,5 +97,6 @@ Bitmap& StockBitmap(); ///< has no room: what a compatible surface holds until a
 
 /// Counts surfaces and the objects that callers own.
 void CountAlive(int difference);
+std::size_t CountOfAlive();
 
 } // namespace melkar

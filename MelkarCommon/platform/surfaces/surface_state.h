@@ -1,8 +1,8 @@
 #pragma once
 
-#include <MelkarCommon/platform/calls/gdi_objects.h>
 #include <MelkarCommon/platform/pages/page_file.h>
 #include <MelkarCommon/platform/seam/backend.h>
+#include <MelkarCommon/platform/surfaces/objects.h>
 #include <MelkarCommon/platform/types.h>
 
 #include <memory>
@@ -91,10 +91,5 @@ namespace melkar {
 
 /// False for null, for a handle of another kind and for a deleted one: nothing of these may be touched.
 inline bool IsSurface(HDC handle) { return handle && handle->kind == ObjectKind::Surface; }
-
-/// A pen's width on this surface, at least 1: scaled with dpi / 96, on paper not below half a point.
-int PenWidth(const HDC__& surface, const Pen& pen);
-/// How lines look that this pen draws on this surface now.
-Stroke StrokeOf(const HDC__& surface, const Pen& pen);
 
 } // namespace melkar

@@ -1,4 +1,4 @@
-#include <MelkarCommon/platform/calls/handles.h>
+#include <MelkarCommon/platform/surfaces/handles.h>
 
 #include <array>
 #include <mutex>

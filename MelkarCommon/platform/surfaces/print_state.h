@@ -1,7 +1,7 @@
 #pragma once
 
-#include <MelkarCommon/platform/calls/surface_state.h>
 #include <MelkarCommon/platform/printing/printer.h>
+#include <MelkarCommon/platform/surfaces/surface_state.h>
 
 namespace melkar {
 

@@ -1,0 +1,108 @@
+#include <MelkarCommon/platform/geometry.h>
+#include <MelkarCommon/platform/measures.h>
+#include <MelkarCommon/platform/pixels/pixel_backend.h>
+#include <MelkarCommon/platform/surfaces/strokes.h>
+#include <MelkarCommon/platform/surfaces/surface_state.h>
+
+#include <algorithm>
+#include <cstddef>
+
+using namespace melkar;
+
+HDC__::HDC__(TextMedium surfaceMedium, int surfaceDpi, DeviceSize deviceSize)
+    : HandleHead(ObjectKind::Surface), medium(surfaceMedium), dpi(surfaceDpi), device(deviceSize),
+      pen(&StockPen(BLACK_PEN)), brush(&StockBrush(WHITE_BRUSH)), font(&StockFont()) {
+    CountAlive(1);
+}
+
+HDC__::~HDC__() {
+    for (GdiObject* object : {static_cast<GdiObject*>(pen), static_cast<GdiObject*>(brush),
+                              static_cast<GdiObject*>(font), static_cast<GdiObject*>(bitmap)})
+        if (object && object->owner == Owner::Caller)
+            --object->selections;
+    CountAlive(-1);
+}
+
+Bitmap* HDC__::Take(Bitmap& picture) {
+    if (picture.owner == Owner::Surface && &picture != ownBitmap.get())
+        return nullptr;
+    if (picture.owner == Owner::Caller && picture.selections > 0 && &picture != bitmap)
+        return nullptr;
+    FlushLines();
+    std::unique_ptr<Backend> drawing;
+    if (picture.IsRecord())
+        drawing = MakeRecordingBackend(picture.ops, picture.pixels.width, picture.pixels.height);
+    else if (picture.pixels.pixels)
+        drawing = MakePixelBackend(picture.pixels, picture.isExposed ? nullptr : &picture.pending);
+    Bitmap* former = bitmap;
+    if (former && former->owner == Owner::Caller)
+        --former->selections;
+    if (picture.owner == Owner::Caller)
+        ++picture.selections;
+    bitmap = &picture;
+    backend = std::move(drawing);
+    bounds = {0, 0, picture.pixels.width, picture.pixels.height};
+    return former;
+}
+
+const PixelBuffer* HDC__::ShownPixels() {
+    if (!bitmap || !bitmap->pixels.pixels)
+        return nullptr;
+    FlushLines();
+    backend->Flush();
+    return &bitmap->pixels;
+}
+
+Backend* HDC__::Drawing() {
+    FlushLines();
+    if (bitmap)
+        bitmap->ForgetFile();
+    return backend.get();
+}
+
+void HDC__::FlushLines() {
+    if (backend && lines.points.size() > lines.stroke.drawn + 1)
+        backend->StrokePolyline(lines.points, lines.stroke);
+    lines.points.clear();
+}
+
+/// Memory that was handed out may be looked at after any call, so nothing waits there: each line is drawn as it comes,
+/// and those before it count for the corner.
+void HDC__::AddLine(POINT from, POINT to) {
+    constexpr std::size_t kMostPoints = 4096;
+    if (bitmap)
+        bitmap->ForgetFile();
+    const LineLook look{pen->style, pen->width, pen->color, bkMode, bkColor};
+    if (!lines.GoOnAt(from, look)) {
+        FlushLines();
+        lines.points.push_back(from);
+        lines.look = look;
+        lines.stroke = StrokeOf(*this, *pen);
+        lines.stroke.phase = patternPhase;
+    } else if (lines.points.size() == kMostPoints) {
+        const POINT before = lines.points[kMostPoints - 2];
+        FlushLines();
+        lines.points.assign({before, from});
+        lines.stroke.phase = patternPhase - (lines.stroke.IsSolid() ? 0 : Distance(before, from));
+        lines.stroke.drawn = 1;
+    }
+    if (!lines.stroke.IsSolid())
+        patternPhase += Distance(from, to);
+    lines.points.push_back(to);
+    if (!bitmap || !bitmap->isExposed || !bitmap->pixels.pixels)
+        return;
+    backend->StrokePolyline(lines.points, lines.stroke);
+    lines.stroke.drawn = lines.points.size() - 1;
+}
+
+bool WaitingLines::GoOnAt(POINT from, const LineLook& next) const {
+    return !points.empty() && points.back().x == from.x && points.back().y == from.y && look == next;
+}
+
+std::shared_ptr<TextFace> HDC__::Face() const {
+    if (font->description.lfHeight != 0)
+        return FindFace(font->description, medium);
+    LOGFONTA scaled = font->description;
+    scaled.lfHeight = -std::max(1, MulDiv(kDefaultEm, dpi, kScreenDpi));
+    return FindFace(scaled, medium);
+}

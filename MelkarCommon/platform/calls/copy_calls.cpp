@@ -1,0 +1,116 @@
+#include <MelkarCommon/platform/drawing.h>
+#include <MelkarCommon/platform/geometry.h>
+#include <MelkarCommon/platform/pixels/pixel_backend.h>
+#include <MelkarCommon/platform/pixels/pixel_memory.h>
+#include <MelkarCommon/platform/seam/box.h>
+#include <MelkarCommon/platform/surfaces/surface_state.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+
+using namespace melkar;
+
+namespace {
+
+constexpr std::size_t kMostOps = 1 << 20; ///< of a record; one of a graph has some hundreds
+
+/// The part of a copy that lies within the source picture; the target shrinks in proportion.
+struct Copy {
+    RECT target;
+    RECT source;
+};
+
+/// One axis of a copy: the span `from`..`to` of the source, cut to 0..limit, and the target span with it. A span beside
+/// the picture becomes empty as it is: at the edge of an int it has no width to scale by.
+void CutSpan(int& from, int& to, int& targetFrom, int& targetTo, int limit) {
+    const int cutFrom = std::max(from, 0);
+    const int cutTo = std::min(to, limit);
+    if (cutFrom >= cutTo) {
+        to = from;
+        return;
+    }
+    const double scale = (double{1} * targetTo - targetFrom) / (double{1} * to - from);
+    targetTo = NearestInt(targetFrom + std::llround((double{1} * cutTo - from) * scale));
+    targetFrom = NearestInt(targetFrom + std::llround((double{1} * cutFrom - from) * scale));
+    from = cutFrom;
+    to = cutTo;
+}
+
+void CutToPicture(Copy& copy, const PixelBuffer& picture) {
+    CutSpan(copy.source.left, copy.source.right, copy.target.left, copy.target.right, picture.width);
+    CutSpan(copy.source.top, copy.source.bottom, copy.target.top, copy.target.bottom, picture.height);
+}
+
+BOOL CopyPixels(HDC to, HDC from, Copy copy, DWORD operation) {
+    Backend* backend = to->Drawing(); // before the pixels are asked for: both may be the same picture
+    from->ShownPixels();
+    const PixelBuffer& picture = from->bitmap->PixelsFor(operation);
+    CutToPicture(copy, picture);
+    if (!backend || IsEmptyRect(copy.source) || IsEmptyRect(copy.target))
+        return FALSE;
+    backend->Blit(copy.target, picture, copy.source, operation);
+    return TRUE;
+}
+
+/// Plays what was recorded on `from` again on `to`, at the copy's place. Onto itself or to and fro between two, a
+/// record would double with each copy: in place it is left as it is, elsewhere the copy ends at `kMostOps`.
+BOOL CopyRecord(HDC to, HDC from, Copy copy) {
+    CutToPicture(copy, from->bitmap->pixels);
+    Backend* backend = to->Drawing();
+    if (!backend || IsEmptyRect(copy.source))
+        return FALSE;
+    if (to == from && copy.target.left == copy.source.left && copy.target.top == copy.source.top)
+        return TRUE;
+    const bool isRecord = to->bitmap && to->bitmap->IsRecord();
+    if (isRecord && from->bitmap->ops.size() + to->bitmap->ops.size() > kMostOps)
+        return FALSE;
+    from->FlushLines();
+    const std::vector<RecordedOp> ops = from->bitmap->ops; // a copy: `to` may be the same surface
+    if (isRecord)
+        to->bitmap->ops.push_back({CopyMark{copy.target, copy.source}});
+    Replay(ops, *backend, copy.source, copy.target.left, copy.target.top, to->bounds);
+    return TRUE;
+}
+
+/// Plays what was recorded on `from` at pixels and copies these: what is scaled, or combined with what is there, can't
+/// stay a list of operations. Where nothing was drawn it is black, as a bitmap begins, or white, as a surface does.
+BOOL CopyPlayedRecord(HDC to, HDC from, Copy copy, DWORD operation) {
+    CutToPicture(copy, from->bitmap->pixels);
+    if (IsEmptyRect(copy.source) || IsEmptyRect(copy.target))
+        return FALSE;
+    const RECT whole{0, 0, copy.source.right - copy.source.left, copy.source.bottom - copy.source.top};
+    const Bitmap played({TakePixels(whole.right, whole.bottom), whole.right, whole.bottom, whole.right}, true,
+                        Owner::Surface);
+    Backend* backend = to->Drawing();
+    if (!backend || !played.pixels.pixels)
+        return FALSE;
+    const auto pixels = MakePixelBackend(played.pixels);
+    const bool isBitmap = from->bitmap->owner == Owner::Caller;
+    pixels->FillRect(whole, ToColor(isBitmap ? RGB(0, 0, 0) : RGB(255, 255, 255)));
+    from->FlushLines();
+    Replay(from->bitmap->ops, *pixels, copy.source, 0, 0, whole);
+    pixels->Flush();
+    backend->Blit(copy.target, played.pixels, whole, operation);
+    return TRUE;
+}
+
+RECT RectAt(int x, int y, int width, int height) { return {x, y, AddEdge(x, width), AddEdge(y, height)}; }
+
+} // namespace
+
+BOOL BitBlt(HDC to, int x, int y, int width, int height, HDC from, int fromX, int fromY, DWORD operation) {
+    return StretchBlt(to, x, y, width, height, from, fromX, fromY, width, height, operation);
+}
+
+BOOL StretchBlt(HDC to, int x, int y, int width, int height, HDC from, int fromX, int fromY, int fromWidth,
+                int fromHeight, DWORD operation) {
+    if (!IsSurface(to) || !IsSurface(from) || !from->bitmap || width < 1 || height < 1 || fromWidth < 1 ||
+        fromHeight < 1 || !IsKnownOperation(operation))
+        return FALSE;
+    const Copy copy{RectAt(x, y, width, height), RectAt(fromX, fromY, fromWidth, fromHeight)};
+    const bool staysVector = width == fromWidth && height == fromHeight && operation == SRCCOPY;
+    if (from->bitmap->IsRecord())
+        return staysVector ? CopyRecord(to, from, copy) : CopyPlayedRecord(to, from, copy, operation);
+    return CopyPixels(to, from, copy, operation);
+}

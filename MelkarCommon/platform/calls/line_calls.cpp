@@ -1,0 +1,27 @@
+#include <MelkarCommon/platform/drawing.h>
+#include <MelkarCommon/platform/surfaces/surface_state.h>
+
+#include <utility>
+
+using namespace melkar;
+
+BOOL MoveToEx(HDC surface, int x, int y, POINT* former) {
+    if (!IsSurface(surface))
+        return FALSE;
+    if (former)
+        *former = surface->position;
+    surface->FlushLines();
+    surface->position = {x, y};
+    surface->patternPhase = 0;
+    return TRUE;
+}
+
+BOOL LineTo(HDC surface, int x, int y) {
+    if (!IsSurface(surface))
+        return FALSE;
+    const POINT from = std::exchange(surface->position, POINT{x, y});
+    if (!surface->backend || surface->pen->style == PS_NULL)
+        return FALSE;
+    surface->AddLine(from, {x, y});
+    return TRUE;
+}

@@ -1,0 +1,154 @@
+#include <MelkarCommon/platform/drawing.h>
+#include <MelkarCommon/platform/seam/box.h>
+#include <MelkarCommon/platform/surfaces/strokes.h>
+#include <MelkarCommon/platform/surfaces/surface_state.h>
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+using namespace melkar;
+
+namespace {
+
+RECT Ordered(int left, int top, int right, int bottom) {
+    return {std::min(left, right), std::min(top, bottom), std::max(left, right), std::max(top, bottom)};
+}
+
+/// Grows (or, below 0, shrinks) by `by` on every side.
+RECT Grown(const RECT& r, int by) {
+    const Box box = ToBox(r);
+    return ToRect(Box{box.left - by, box.top - by, box.right + by, box.bottom + by});
+}
+
+void Fill(HDC surface, const RECT& rect, COLORREF color) {
+    if (IsEmptyRect(rect))
+        return;
+    if (Backend* backend = surface->Drawing())
+        backend->FillRect(rect, ToColor(color));
+}
+
+/// The frame between two rectangles, the inner one within the outer one.
+void FillFrame(HDC surface, const RECT& outer, const RECT& inner, COLORREF color) {
+    if (IsEmptyRect(inner))
+        return Fill(surface, outer, color);
+    Fill(surface, {outer.left, outer.top, outer.right, inner.top}, color);
+    Fill(surface, {outer.left, inner.bottom, outer.right, outer.bottom}, color);
+    Fill(surface, {outer.left, inner.top, inner.left, inner.bottom}, color);
+    Fill(surface, {inner.right, inner.top, outer.right, inner.bottom}, color);
+}
+
+/// The four edges of a rectangle in a dash or dot pattern, each pixel once.
+void StrokeFrame(HDC surface, const RECT& r) {
+    const POINT corners[] = {
+        {r.left, r.top}, {r.right - 1, r.top}, {r.right - 1, r.bottom - 1}, {r.left, r.bottom - 1}, {r.left, r.top}};
+    if (Backend* backend = surface->Drawing())
+        backend->StrokePolyline(corners, StrokeOf(*surface, *surface->pen));
+}
+
+/// The angle, in the ellipse's own units, at which the ray from `apex`, which lies within it, through (x, y) leaves it.
+double RadialAngle(const EllipseShape& ellipse, PointD apex, int x, int y) {
+    const auto& [center, radius] = ellipse;
+    const PointD start{(apex.x - center.x) / radius.x, (center.y - apex.y) / radius.y};
+    const PointD way{(x - apex.x) / radius.x, (apex.y - y) / radius.y};
+    const double length = std::hypot(way.x, way.y);
+    if (!(length > 0))
+        return 0;
+    const PointD unit{way.x / length, way.y / length};
+    const double along = start.x * unit.x + start.y * unit.y;
+    const double distance = std::sqrt(std::max(0.0, 1 - start.x * start.x - start.y * start.y + along * along)) - along;
+    return std::atan2(start.y + distance * unit.y, start.x + distance * unit.x);
+}
+
+EllipseShape EllipseIn(const RECT& box) {
+    return {{(double{1} * box.left + box.right) / 2, (double{1} * box.top + box.bottom) / 2},
+            {(double{1} * box.right - box.left) / 2, (double{1} * box.bottom - box.top) / 2}};
+}
+
+EllipseShape Shrunk(const EllipseShape& ellipse, double by) {
+    return {ellipse.center, {std::max(0.0, ellipse.radius.x - by), std::max(0.0, ellipse.radius.y - by)}};
+}
+SliceShape Shrunk(const SliceShape& slice, double by) {
+    return {Shrunk(slice.whole, by), slice.from, slice.sweep, slice.apex};
+}
+
+/// Fills with the brush and outlines with the pen, whose line stays inside the shape.
+template <class Round> BOOL DrawRound(HDC surface, const Round& shape) {
+    Backend* backend = surface->Drawing();
+    if (!backend)
+        return FALSE;
+    const bool filled = !surface->brush->hollow;
+    const bool outlined = surface->pen->style != PS_NULL;
+    if (filled)
+        backend->FillShape(shape, ToColor(surface->brush->color));
+    if (!outlined || (filled && surface->pen->color == surface->brush->color))
+        return TRUE;
+    Stroke stroke = StrokeOf(*surface, *surface->pen);
+    stroke.on = stroke.off = 0;
+    backend->StrokeShape(Shrunk(shape, stroke.width / 2), stroke);
+    return TRUE;
+}
+
+} // namespace
+
+BOOL Rectangle(HDC surface, int left, int top, int right, int bottom) {
+    if (!IsSurface(surface))
+        return FALSE;
+    const RECT box = Ordered(left, top, right, bottom);
+    if (IsEmptyRect(box))
+        return FALSE;
+    const Pen& pen = *surface->pen;
+    const Brush& brush = *surface->brush;
+    if (pen.style == PS_NULL || IsPatterned(pen)) {
+        if (!brush.hollow)
+            Fill(surface, box, brush.color);
+        if (IsPatterned(pen))
+            StrokeFrame(surface, box);
+        return TRUE;
+    }
+    const int width = PenWidth(*surface, pen);
+    const RECT outer = pen.style == PS_INSIDEFRAME ? box : Grown(box, width / 2);
+    const RECT inner = Grown(outer, -width);
+    if (!brush.hollow && brush.color == pen.color) {
+        Fill(surface, outer, pen.color);
+        return TRUE;
+    }
+    FillFrame(surface, outer, inner, pen.color);
+    if (!brush.hollow)
+        Fill(surface, inner, brush.color);
+    return TRUE;
+}
+
+BOOL Ellipse(HDC surface, int left, int top, int right, int bottom) {
+    const RECT box = Ordered(left, top, right, bottom);
+    return IsSurface(surface) && !IsEmptyRect(box) ? DrawRound(surface, EllipseIn(box)) : FALSE;
+}
+
+BOOL Pie(HDC surface, int left, int top, int right, int bottom, int x1, int y1, int x2, int y2) {
+    const RECT box = Ordered(left, top, right, bottom);
+    if (!IsSurface(surface) || IsEmptyRect(box))
+        return FALSE;
+    SliceShape slice{EllipseIn(box)};
+    constexpr double kWhole = 2 * std::numbers::pi;
+    // Callers compute radials about the halves of left + right and top + bottom, in whole numbers.
+    slice.apex = {std::trunc(slice.whole.center.x), std::trunc(slice.whole.center.y)};
+    slice.from = RadialAngle(slice.whole, slice.apex, x1, y1);
+    slice.sweep = RadialAngle(slice.whole, slice.apex, x2, y2) - slice.from;
+    if (slice.sweep < 0)
+        slice.sweep += kWhole;
+    const bool equalRadials = slice.sweep < 1e-9 || slice.sweep > kWhole - 1e-9;
+    return equalRadials ? DrawRound(surface, slice.whole) : DrawRound(surface, slice);
+}
+
+BOOL FillRgn(HDC surface, HRGN regionHandle, HBRUSH brushHandle) {
+    const Region* region = RegionFrom(regionHandle);
+    const Brush* brush = BrushFrom(brushHandle);
+    if (!IsSurface(surface) || !region || !brush)
+        return FALSE;
+    Backend* backend = surface->Drawing();
+    if (!backend)
+        return FALSE;
+    if (!brush->hollow)
+        backend->FillShape(region->shape, ToColor(brush->color));
+    return TRUE;
+}

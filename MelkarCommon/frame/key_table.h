@@ -62,9 +62,9 @@ struct KeyInfo {
 };
 
 /// A value of the key as it may stand in a profile: its own example, or one that its type suggests.
-std::string ExampleOf(const KeyInfo& key);
+MELKAR_API std::string ExampleOf(const KeyInfo& key);
 /// What a missing key stands for, in words: a figure, "empty", "black", "as BASE_RGB".
-std::string FallbackOf(const KeyInfo& key);
+MELKAR_API std::string FallbackOf(const KeyInfo& key);
 
 /// The keys of one class.
 struct ClassKeys {
@@ -78,7 +78,7 @@ constexpr int kMostListItems = 10000; ///< a list that grows with its numbered r
 constexpr const char* kGraphProfile = "..\\conf\\graph.cnf"; ///< of all graphs
 
 /// One reading of a profile, as seen by one graph.
-class KeyReader {
+class MELKAR_API KeyReader {
 public:
     /// @param path empty for the profile of all graphs @param stem stands for "%s" in the name of a key
     KeyReader(const char* path, const char* ownSection, const char* stem = "");
@@ -95,7 +95,7 @@ public:
     void LogWhatIsMissing() const;
 
 private:
-    const std::string* Find(const KeyInfo& key, int index) const;
+    MELKAR_LOCAL const std::string* Find(const KeyInfo& key, int index) const;
 
     std::shared_ptr<const ProfileSnapshot> m_file;
     std::string m_own;
@@ -104,7 +104,7 @@ private:
 
 /// While it lives, the graphs that this thread makes take their keys from one reading of the profile of all graphs: a
 /// sheet of seven is made of one state of it, and reads it once. The file is read with the first key.
-class SharedProfile {
+class MELKAR_API SharedProfile {
 public:
     SharedProfile();
     ~SharedProfile(); ///< what an outer one shares is shared again

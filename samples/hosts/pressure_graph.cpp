@@ -1,0 +1,95 @@
+#include "pressure_graph.h"
+
+#include <MelkarCommon/frame/data_file.h>
+#include <MelkarCommon/platform/scoped.h>
+#include <MelkarCommon/support/support.h>
+
+namespace {
+
+constexpr std::size_t kRowLimit = 200; // characters; a measurement has no more
+
+} // namespace
+
+struct CPressureGraph::KeyRows : melkar::Keys<CPressureGraph> {
+    static constexpr Row rows[] = {
+        Number<&G::m_nHighSystolic>(Own, "HIGH_SYSTOLIC", 140, "systolic figure from which a day is high, mmHg"),
+        Number<&G::m_nHighDiastolic>(Own, "HIGH_DIASTOLIC", 90, "the same of the diastolic figure"),
+        Color<&G::m_crBound>(Own, "BOUND_RGB", "lines at both").Else<&G::m_crBar2>("BARSCOLOR2_RGB"),
+    };
+};
+
+CPressureGraph::CPressureGraph(HWND window, HDC dc, const char* section, HDC shared, HDC second, HDC balloon)
+    : CBarGraph(window, dc, section, shared, second, balloon) {
+    m_nSeriesCount = Figures;
+    m_fnDayRect = [this](int day) {
+        const melkar::BarSpan span = melkar::BarOf(m_rcCanvas, day, Days());
+        return IsMeasured(day) ? PressureBarOf(span, LeftScale(), FigureOf(day, Systolic), FigureOf(day, Diastolic))
+                               : CRect(span.left, m_rcCanvas.bottom, span.right, m_rcCanvas.bottom);
+    };
+    m_fnDayText = [this](int day) {
+        const int first = day * Figures;
+        return IsMeasured(day) ? m_saValues[first + Systolic] + "/" + m_saValues[first + Diastolic] : CString();
+    };
+    CPressureGraph::ReadIniFile(GraphProfile());
+}
+
+// The constructor of the base class has read its own keys by now; here are those of this class.
+long CPressureGraph::ReadIniFile(char* path) {
+    melkar::ReadKeys(KeyRows::rows, *this, path, m_strSection);
+    return 0;
+}
+
+melkar::ClassKeys CPressureGraph::ProfileKeys() { return {"CPressureGraph", melkar::InfoOf(KeyRows::rows)}; }
+
+long CPressureGraph::ReadDataFile(char* path) {
+    return melkar::ReadFile("CPressureGraph::ReadDataFile", path, [this](melkar::DataFile& file) -> long {
+        ForgetDays();
+        file.Head(kRowLimit);
+        file.Head(kRowLimit);
+        while (const melkar::CsvRow* row = file.Next(kRowLimit))
+            AddMeasurement(*row);
+        return Days() > 0 ? melkar::kOk : melkar::kNoDays;
+    });
+}
+
+// The figures of a day are the highest systolic and the lowest diastolic one.
+void CPressureGraph::AddMeasurement(const melkar::CsvRow& row) {
+    enum { Date = 1, FirstFigure };
+    if (Days() == 0 || !(m_saDates[Days() - 1] == row.Field(Date))) {
+        AddDay(row);
+        m_saValues.SetSize(Days() * Figures);
+    }
+    const int day = Days() - 1;
+    const bool isFirst = !IsMeasured(day);
+    if (isFirst || row.DoubleField(FirstFigure + Systolic) > FigureOf(day, Systolic))
+        m_saValues.SetAt(day * Figures + Systolic, row.Field(FirstFigure + Systolic));
+    if (isFirst || row.DoubleField(FirstFigure + Diastolic) < FigureOf(day, Diastolic))
+        m_saValues.SetAt(day * Figures + Diastolic, row.Field(FirstFigure + Diastolic));
+}
+
+bool CPressureGraph::IsHigh(int day) const {
+    return FigureOf(day, Systolic) >= m_nHighSystolic || FigureOf(day, Diastolic) >= m_nHighDiastolic;
+}
+
+long CPressureGraph::DrawBarChart() {
+    CBarGraph::DrawBarChart();
+    for (int day = 0; day < Days(); ++day)
+        if (IsHigh(day))
+            DrawRectangle(m_hMemDC, *m_oaBarRects[day * Figures], m_crBar2, m_crBar2, 1);
+    return 0;
+}
+
+void CPressureGraph::DrawSecExs() {
+    DrawBound(m_nHighSystolic);
+    DrawBound(m_nHighDiastolic);
+}
+
+void CPressureGraph::DrawBound(int figure) const {
+    const melkar::ScalePixels scale = LeftScale();
+    if (!scale.scale.Holds(figure))
+        return;
+    const melkar::ScopedPen pen(m_hMemDC, PS_DASH, 1, m_crBound);
+    const melkar::ScopedBkMode gaps(m_hMemDC, TRANSPARENT);
+    const int y = melkar::ScaleLineY(scale, figure);
+    DrawLine(m_hMemDC, CPoint(m_rcCanvas.left, y), CPoint(m_rcCanvas.right, y), nullptr);
+}

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <MelkarCommon/bars/bar_graph.h>
+#include <MelkarCommon/bars/bar_layout.h>
+#include <MelkarCommon/frame/key_table.h>
+#include <MelkarCommon/frame/scale.h>
+
+#include <algorithm>
+
+// What a host writes to get a bar chart of another kind: blood pressure, a bar a day from the lowest diastolic to the
+// highest systolic figure. It has keys, a data file, a layout and a painter of its own; scale, dates, axes, messages,
+// clicks and balloons are those of `CBarGraph`. C++17 suffices.
+//
+// Data file: two head rows, then a row for each measurement: status of the day, date, systolic, diastolic (mmHg). Rows
+// of one date follow each other and make one day.
+class CPressureGraph : public CBarGraph {
+public:
+    CPressureGraph(HWND window, HDC dc, const char* section, HDC shared, HDC second, HDC balloon);
+
+    long ReadIniFile(char* path) override;
+    long ReadDataFile(char* path) override; // 0; 101 with everything kept, 102 without days, 103 after an exception
+    long DrawBarChart() override;           // high days once more, in the second colour of bars
+    void DrawSecExs() override;             // the bounds, over all that the base class has painted
+
+    static melkar::ClassKeys ProfileKeys();
+
+private:
+    struct KeyRows;
+    enum Figure { Systolic, Diastolic, Figures };
+
+    void AddMeasurement(const melkar::CsvRow& row);
+    bool IsMeasured(int day) const { return FigureOf(day, Diastolic) > 0; }
+    bool IsHigh(int day) const;
+    void DrawBound(int figure) const;
+
+    int m_nHighSystolic = 0;
+    int m_nHighDiastolic = 0;
+    COLORREF m_crBound = 0;
+};
+
+// Where a day stands, between its two figures and at least a pixel high, so that it can be seen and hit.
+inline CRect PressureBarOf(const melkar::BarSpan& span, const melkar::ScalePixels& scale, double systolic,
+                           double diastolic) {
+    const int bottom = melkar::FigureY(scale, diastolic);
+    return {span.left, std::min(melkar::FigureY(scale, systolic), bottom - 1), span.right, bottom};
+}

@@ -20,6 +20,7 @@
 #include <MelkarCommon/declarative/plot_graph.h>
 #include <MelkarCommon/frame/cycle.h>
 #include <MelkarCommon/frame/data_file.h>
+#include <MelkarCommon/frame/data_table.h>
 #include <MelkarCommon/frame/day_status.h>
 #include <MelkarCommon/frame/frame_layout.h>
 #include <MelkarCommon/frame/graph.h>

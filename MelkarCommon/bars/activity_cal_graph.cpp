@@ -1,11 +1,9 @@
 #include <MelkarCommon/bars/activity_cal_graph.h>
 
-#include <MelkarCommon/bars/day_file.h>
+#include <MelkarCommon/frame/data_table.h>
 #include <MelkarCommon/platform/desktop.h>
 #include <MelkarCommon/support/ring_log.h>
 #include <MelkarCommon/support/support.h>
-
-using melkar::CsvRow;
 
 namespace {
 
@@ -13,6 +11,33 @@ constexpr int kSmallDesktop = 820; ///< pixels
 constexpr int kSmallerDates = 3;   ///< points
 
 } // namespace
+
+struct CActivityCalGraph::File : melkar::Columns<CActivityCalGraph> {
+    static constexpr Form form{3, "day or period"};
+    static constexpr Row rows[] = {
+        Text<&G::m_strHeaderField0>(0, "first").Means("kept for a host").InHead(1).Example("20260302"),
+        Text<&G::m_strHeaderField1>(1, "last").Means("kept for a host").InHead(1).Example("20260308"),
+        Figure<&G::m_strAverage>(2, "average", "kcal").Means("the average line").InHead(2).Example("375"),
+        Status(0),
+        Figure<&G::m_saTargets>(9, "target", "kcal").Example("350"),
+        Figure<&G::m_saValues>(11, "figure", "kcal").WithFigures().Needed().Example("493|331|358|290|412|505|270"),
+    };
+};
+
+/// The slot of a bar.
+struct CActivityCalGraph::Period {
+    CString first;
+    CString last;
+};
+
+struct CActivityCalGraph::PeriodColumns : melkar::Columns<Period> {
+    static constexpr Row rows[] = {
+        Date<&G::first>(1, "first").Means("first day of the period").Needed(),
+        Date<&G::last>(2, "last").Means("its last day").Needed(),
+    };
+};
+
+melkar::DataTables CActivityCalGraph::DataFiles() { return {melkar::TableOf<File, PeriodColumns>()}; }
 
 CActivityCalGraph::CActivityCalGraph(HWND window, HDC dc, const char* section, HDC shared, HDC second, HDC balloon)
     : CExpenditureGraph(window, dc, section, shared, second, balloon) {
@@ -27,8 +52,6 @@ CActivityCalGraph::CActivityCalGraph(HWND window, HDC dc, const char* section, H
 }
 
 long CActivityCalGraph::ReadDataFile(char* path) {
-    enum { Average = 2 };                                        // of the third row
-    enum { FirstDay = 1, LastDay = 2, Target = 9, Figure = 11 }; // of a slot
     return melkar::ReadGuarded([&] {
         melkar::LogText("CActivityCalGraph::ReadDataFile");
         ResetGraphMeasure();
@@ -36,23 +59,18 @@ long CActivityCalGraph::ReadDataFile(char* path) {
         if (!file.IsOpen())
             return melkar::kNoFile;
         ForgetPeriod();
-        file.Head(melkar::kHeadLimit);
-        TakeHeaderFields(file.Head(melkar::kHeadLimit));
         m_strAverageIntake = "0";
         RepairChartMax();
-        m_strAverage = file.Head(melkar::kHeadLimit).Field(Average);
+        melkar::ReadHeads<File>(*this, file);
 
         const CString format = melkar::DateFormat(m_strDateFormatType); // one look at the date profile for all days
         const auto dateText = [&](const CString& day) { return ::FormatDate(day, format, m_strLocale); };
-        const long result = melkar::ReadDays(file, [&](const CsvRow& row) {
-            const bool hasFigures = AddDay(row);
-            const CString first = row.Field(FirstDay);
-            const CString last = row.Field(LastDay);
-            const bool isOneDay = first == last;
-            m_saDates.SetAt(Days() - 1,
-                            isOneDay ? dateText(first) : " " + dateText(first) + m_strDateFormatSpan + dateText(last));
-            m_saTargets.Add(row.Field(Target));
-            m_saValues.Add(hasFigures ? row.Field(Figure) : CString());
+        Period slot;
+        const long result = melkar::ReadRows<File>(*this, file, [&](const melkar::CsvRow& line) {
+            melkar::TakeRow<PeriodColumns>(slot, line);
+            const auto& [first, last] = slot;
+            m_saDates.Add(first == last ? dateText(first)
+                                        : " " + dateText(first) + m_strDateFormatSpan + dateText(last));
         });
         if (result == melkar::kOk)
             GetGraphMeasure();

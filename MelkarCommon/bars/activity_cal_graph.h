@@ -2,10 +2,7 @@
 
 #include <MelkarCommon/bars/expenditure_graph.h>
 
-/// Activity calories: one bar per day or per period, with a target for each, no lines and no intake band.
-///
-/// Data file: row 0 skipped; row 1: header fields in columns 0 and 1; row 2: average in column 2; then per slot status,
-/// first and last day (YYYYMMDD), target in column 9, figure in column 11, which counts only with status 0. The scale
+/// Activity calories: one bar per day or per period, with a target for each, no lines and no intake band. The scale
 /// starts from the profile at each read and may go to the big one.
 class MELKAR_API CActivityCalGraph : public CExpenditureGraph {
 public:
@@ -16,4 +13,10 @@ public:
     /// @return 0; 101 with everything kept but the scale; 102; 103.
     long ReadDataFile(char* path) override;
     void DrawSecExs() override; ///< nothing
+    static melkar::DataTables DataFiles();
+
+private:
+    struct File;
+    struct Period;
+    struct PeriodColumns;
 };

@@ -1,8 +1,7 @@
 #include <MelkarCommon/bars/bar_graph.h>
 
 #include <MelkarCommon/bars/bar_text_layout.h>
-#include <MelkarCommon/bars/day_file.h>
-#include <MelkarCommon/frame/day_status.h>
+#include <MelkarCommon/frame/data_table.h>
 #include <MelkarCommon/frame/key_table.h>
 #include <MelkarCommon/frame/scale.h>
 #include <MelkarCommon/frame/text_limits.h>
@@ -15,7 +14,6 @@
 #include <algorithm>
 
 using melkar::BarSpan;
-using melkar::CsvRow;
 using melkar::ScalePixels;
 using melkar::ScopedFont;
 using melkar::ScopedPen;
@@ -64,6 +62,18 @@ struct CBarGraph::KeyRows : melkar::Keys<CBarGraph> {
     };
 };
 
+struct CBarGraph::File : melkar::Columns<CBarGraph> {
+    static constexpr Form form{2, "day", 0, melkar::kRowLimit};
+    static constexpr Row rows[] = {
+        Status(0),
+        Caption(1),
+        Figures<&G::m_saValues, &G::SeriesCount>(2, "figure")
+            .Means("height of the bar, or of its parts from the bottom")
+            .Needed()
+            .Example("6812|9268|6835|4120|10250|11840|7930"),
+    };
+};
+
 struct CBarGraph::Steps {
     using G = CBarGraph;
     static constexpr melkar::Step<G> table[] = {
@@ -102,19 +112,6 @@ void CBarGraph::ForgetDays() {
     m_saValues.RemoveAll();
 }
 
-bool CBarGraph::AddDay(const CsvRow& row) {
-    enum { Status, Date };
-    m_dwaStatus.Add(static_cast<DWORD>(row.IntField(Status)));
-    m_saDates.Add(row.Field(Date));
-    return HasFigures(melkar::ToDayStatus(row.IntField(Status)));
-}
-
-void CBarGraph::TakeHeaderFields(const CsvRow& row) {
-    enum { First, Second };
-    m_strHeaderField0 = row.Field(First);
-    m_strHeaderField1 = row.Field(Second);
-}
-
 void CBarGraph::RepairChartMax() {
     if (m_nChartMax > 0)
         return;
@@ -122,17 +119,13 @@ void CBarGraph::RepairChartMax() {
     writeLogCode(kLogFile, kNoScaleCode);
 }
 
+melkar::DataTables CBarGraph::DataFiles() { return {melkar::TableOf<File>()}; }
+
 long CBarGraph::ReadDataFile(char* path) {
-    enum { FirstSeries = 2 };
     return melkar::ReadFile("CBarGraph::ReadDataFile", path, [this](melkar::DataFile& file) {
         ForgetDays();
-        file.Head(melkar::kRowLimit);
-        file.Head(melkar::kRowLimit);
-        melkar::ReadDays(file, [this](const CsvRow& row) {
-            AddDay(row);
-            for (int series = 0; series < SeriesCount(); ++series)
-                m_saValues.Add(row.Field(FirstSeries + series));
-        });
+        melkar::ReadHeads<File>(*this, file);
+        melkar::ReadRows<File>(*this, file);
         return melkar::kOk; // a file without days is no failure here
     });
 }

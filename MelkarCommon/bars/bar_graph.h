@@ -8,15 +8,13 @@
 namespace melkar {
 struct DayTick;
 struct ScalePixels;
-class CsvRow;
 } // namespace melkar
 
 /// One bar per day, or a stack of up to ten series per day, on a scale from the profile.
 ///
-/// Data file: two head rows, then per day: status, date text, one figure per series. A single series measures its bars
-/// from 0, stacked ones from the bottom of the scale. After `Draw` the bar rectangles stay in `m_oaBarRects`, on which
-/// clicks and hovering work. A derived class whose days are of another kind, such as a span from a lowest to a highest
-/// figure, sets `m_fnDayRect` and `m_fnDayText`.
+/// A single series measures its bars from 0, stacked ones from the bottom of the scale. After `Draw` the bar rectangles
+/// stay in `m_oaBarRects`, on which clicks and hovering work. A derived class whose days are of another kind, such as a
+/// span from a lowest to a highest figure, sets `m_fnDayRect` and `m_fnDayText`.
 class MELKAR_API CBarGraph : public CGraph {
 public:
     /// Arguments as for `CGraph`.
@@ -69,6 +67,7 @@ public:
     unsigned long GetBarColor2() const { return m_crBar2; }
     void SetBarColor2(unsigned long color) { m_crBar2 = static_cast<COLORREF>(color); }
     static melkar::ClassKeys ProfileKeys();
+    static melkar::DataTables DataFiles();
     static constexpr int kMostSeries = 10; ///< per day
 
 protected:
@@ -79,9 +78,7 @@ protected:
     melkar::ScalePixels LeftScale() const; ///< as it stands on the canvas
 
     // For data readers.
-    void ForgetDays();                      ///< days, figures and bars; not the targets
-    bool AddDay(const melkar::CsvRow& row); ///< status and date. @return whether the day has figures (status 0)
-    void TakeHeaderFields(const melkar::CsvRow& row);
+    void ForgetDays();     ///< days, figures and bars; not the targets
     void RepairChartMax(); ///< 10000, and a log line, in place of a top of the scale of 0 or less
 
     // For painters.
@@ -166,6 +163,7 @@ protected:
 
 private:
     struct KeyRows;
+    struct File;
     struct Steps;
     MELKAR_LOCAL double ReachOf(int day) const;
     MELKAR_LOCAL void DrawStackedBars();

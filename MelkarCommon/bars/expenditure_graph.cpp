@@ -1,14 +1,13 @@
 #include <MelkarCommon/bars/expenditure_graph.h>
 
-#include <MelkarCommon/bars/day_file.h>
 #include <MelkarCommon/bars/expenditure_layout.h>
+#include <MelkarCommon/frame/data_table.h>
 #include <MelkarCommon/frame/key_table.h>
 #include <MelkarCommon/platform/drawing.h>
 #include <MelkarCommon/platform/scoped.h>
 #include <MelkarCommon/support/numbers.h>
 #include <MelkarCommon/support/support.h>
 
-using melkar::CsvRow;
 using melkar::ScopedBkMode;
 using melkar::ScopedFont;
 
@@ -26,6 +25,41 @@ struct CExpenditureGraph::KeyRows : melkar::Keys<CExpenditureGraph> {
         Color<&G::m_crIntake>(Own, "INTAKECOLOR_RGB", "intake band"),
     };
 };
+
+struct CExpenditureGraph::File : melkar::Columns<CExpenditureGraph> {
+    static constexpr Form form{2, "day"};
+    static constexpr Row rows[] = {
+        Text<&G::m_strHeaderField0>(0, "first").Means("kept for a host").InHead(1).Example("20260302"),
+        Text<&G::m_strHeaderField1>(1, "last").Means("kept for a host").InHead(1).Example("20260308"),
+        Figure<&G::m_strAverageIntake>(2, "intake", "kcal").Means("average intake: the band").InHead(1).Example("2080"),
+        Whole<&G::m_nChartMax>(4, "top", "kcal")
+            .Means("top of the scale; 10000 in its place if it is 0 or less")
+            .InHead(1)
+            .Example("3000"),
+        Whole<&G::m_nHeaderField5>(5, "number").Means("kept for a host").InHead(1).Example("0"),
+        Status(0),
+        Caption(1),
+    };
+};
+
+/// A day's figures. Drawn are the part, and what is left of the whole.
+struct CExpenditureGraph::Parts {
+    int total = 0;
+    CString first;
+};
+
+struct CExpenditureGraph::PartColumns : melkar::Columns<Parts> {
+    static constexpr Row rows[] = {
+        Whole<&G::total>(2, "total", "kcal")
+            .Means("the whole bar")
+            .WithFigures()
+            .Needed()
+            .Example("2343|1981|2218|2140|2412|2605|2250"),
+        Figure<&G::first>(3, "part", "kcal").Means("the lower part of the bar").WithFigures().Needed().Example("1850"),
+    };
+};
+
+melkar::DataTables CExpenditureGraph::DataFiles() { return {melkar::TableOf<File, PartColumns>()}; }
 
 CExpenditureGraph::CExpenditureGraph(HWND window, HDC dc, const char* section, HDC shared, HDC second, HDC balloon)
     : CLineGraph(window, dc, section, shared, second, balloon) {
@@ -48,26 +82,25 @@ void CExpenditureGraph::ForgetPeriod() {
     m_saTargets.RemoveAll();
 }
 
+void CExpenditureGraph::AddParts(const Parts& parts) {
+    const bool hasFigures = HasFigures(melkar::ToDayStatus(m_dwaStatus[m_dwaStatus.GetSize() - 1]));
+    const double rest = double(parts.total) - melkar::ToInt(parts.first);
+    m_saValues.Add(hasFigures ? parts.first : CString());
+    m_saValues.Add(hasFigures ? melkar::FormatFixed(rest, 0) : CString());
+}
+
 long CExpenditureGraph::ReadDataFile(char* path) {
-    enum { Intake = 2, Top = 4, Kept = 5 }; // of the header
-    enum { Total = 2, FirstPart = 3 };      // of a day
     return melkar::ReadFile("CExpenditureGraph::ReadDataFile", path, [this](melkar::DataFile& file) {
         ForgetPeriod();
-        file.Head(melkar::kHeadLimit);
-        const CsvRow& header = file.Head(melkar::kHeadLimit);
-        TakeHeaderFields(header);
-        m_strAverageIntake = header.Field(Intake);
         m_strAverage = "";
         m_nChartMin = 0;
         m_dChartInterval = kInterval;
-        m_nChartMax = header.IntField(Top);
-        m_nHeaderField5 = header.IntField(Kept);
+        melkar::ReadHeads<File>(*this, file);
         RepairChartMax();
-        return melkar::ReadDays(file, [this](const CsvRow& row) {
-            const bool hasFigures = AddDay(row);
-            const double rest = double(row.IntField(Total)) - row.IntField(FirstPart);
-            m_saValues.Add(hasFigures ? row.Field(FirstPart) : CString());
-            m_saValues.Add(hasFigures ? melkar::FormatFixed(rest, 0) : CString());
+        Parts parts;
+        return melkar::ReadRows<File>(*this, file, [&](const melkar::CsvRow& line) {
+            melkar::TakeRow<PartColumns>(parts, line);
+            AddParts(parts);
         });
     });
 }

@@ -3,11 +3,7 @@
 #include <MelkarCommon/bars/line_graph.h>
 
 /// Daily energy expenditure: stacked bars of two series over a band that marks the average intake, with a two-entry
-/// legend above the canvas.
-///
-/// Data file: row 0 skipped; row 1: header fields in columns 0 and 1, average intake in 2, top of the scale in 4, a
-/// number in 5; then per day status, date caption, total in column 2 and its first part in column 3, which count only
-/// with status 0. The scale comes from the file and is never replaced by the big one.
+/// legend above the canvas. The scale comes from the data file and is never replaced by the big one.
 class MELKAR_API CExpenditureGraph : public CLineGraph {
 public:
     /// Arguments as for `CGraph`.
@@ -22,6 +18,7 @@ public:
     void DrawSecExs() override;       ///< the legend of the two parts, left of the target's
     virtual long DrawAverageIntake(); ///< band and label. @return 0
     static melkar::ClassKeys ProfileKeys();
+    static melkar::DataTables DataFiles();
 
 protected:
     void ForgetPeriod(); ///< days, figures, bars and targets
@@ -39,5 +36,9 @@ protected:
 
 private:
     struct KeyRows;
+    struct File;
+    struct Parts;
+    struct PartColumns;
     struct Steps;
+    MELKAR_LOCAL void AddParts(const Parts& parts);
 };

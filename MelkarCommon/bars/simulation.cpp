@@ -1,6 +1,6 @@
 #include <MelkarCommon/bars/simulation.h>
 
-#include <MelkarCommon/bars/day_file.h>
+#include <MelkarCommon/frame/data_table.h>
 #include <MelkarCommon/frame/key_table.h>
 #include <MelkarCommon/platform/drawing.h>
 #include <MelkarCommon/platform/scoped.h>
@@ -10,7 +10,6 @@
 #include <algorithm>
 #include <string>
 
-using melkar::CsvRow;
 using melkar::ScopedFont;
 using melkar::ScopedPen;
 using melkar::ToDouble;
@@ -33,6 +32,44 @@ struct CSimulation::KeyRows : melkar::Keys<CSimulation> {
     };
 };
 
+/// What the head of the plan's file says.
+struct CSimulation::Plan {
+    CString start;
+    int highest = 0;
+    CString kept;
+    int lowest = 0;
+};
+
+struct CSimulation::PlanHead : melkar::Columns<Plan> {
+    static constexpr Form form{2, "day or period of the data file"};
+    static constexpr Row rows[] = {
+        Date<&G::start>(0, "start").Means("the day from which on the line of the plan is drawn").InHead(1),
+        Whole<&G::highest>(1, "highest", "kg").Means("highest weight to show").InHead(1).Example("76"),
+        Text<&G::kept>(2, "field").Means("kept for a host").InHead(1),
+        Whole<&G::lowest>(3, "lowest", "kg").Means("lowest weight to show").InHead(1).Example("66"),
+    };
+};
+
+struct CSimulation::PlanColumns : melkar::Columns<CSimulation> {
+    static constexpr Form form = PlanHead::form;
+    static constexpr Row rows[] = {
+        Date<&G::m_saWeightDates>(0, "day"),
+        Figure<&G::m_saWeights>(1, "weight", "kg")
+            .Means("as measured: a square; empty for none")
+            .Example("75.2|74.6|74.9||73.1|72.4|71.2"),
+        Figure<&G::m_saTargetWeights>(2, "target", "kg")
+            .Means("of the plan: the line")
+            .Needed()
+            .Example("75|74.3|73.6|72.9|72.2|71.5|70.8"),
+    };
+};
+
+melkar::DataTables CSimulation::DataFiles() {
+    melkar::DataTables files = CActivityCalGraph::DataFiles();
+    files.push_back(melkar::TableOf<PlanHead, PlanColumns>(".sim"));
+    return files;
+}
+
 CSimulation::CSimulation(HWND window, HDC dc, const char* section, HDC shared, HDC second, HDC balloon)
     : CActivityCalGraph(window, dc, section, shared, second, balloon) {
     m_bLines = 0;
@@ -49,25 +86,19 @@ long CSimulation::ReadIniFile(char* path) {
 melkar::ClassKeys CSimulation::ProfileKeys() { return {"CSimulation", melkar::InfoOf(KeyRows::rows)}; }
 
 long CSimulation::ReadWeightDataFile(char* path) {
-    enum { Start, Highest, Kept, Lowest }; // of the header
-    enum { Date, Weight, TargetWeight };   // of a slot
     return melkar::ReadFile("CSimulation::ReadWeightDataFile", path, [this](melkar::DataFile& file) {
         m_saTargetWeights.RemoveAll();
         m_saWeights.RemoveAll();
         m_saWeightDates.RemoveAll();
-        file.Head(melkar::kHeadLimit);
-        const CsvRow& header = file.Head(melkar::kHeadLimit);
+        Plan plan;
+        melkar::ReadHeads<PlanHead>(plan, file);
         if (!file.HasHead())
             return melkar::kNoDays; // an empty file says nothing of the scale
-        m_strWeightStart = header.Field(Start);
-        m_strWeightField2 = header.Field(Kept);
-        if (!SetWeightScale(header.IntField(Highest), header.IntField(Lowest)))
+        m_strWeightStart = plan.start;
+        m_strWeightField2 = plan.kept;
+        if (!SetWeightScale(plan.highest, plan.lowest))
             return melkar::kReadFailed;
-        return melkar::ReadDays(file, [this](const CsvRow& row) {
-            m_saWeightDates.Add(row.Field(Date));
-            m_saWeights.Add(row.Field(Weight));
-            m_saTargetWeights.Add(row.Field(TargetWeight));
-        });
+        return melkar::ReadRows<PlanColumns>(*this, file);
     });
 }
 

@@ -4,10 +4,8 @@
 #include <MelkarCommon/bars/weight_layout.h>
 
 /// The weight plan over the activity calories: a thick line for the target weight of each day and a square for each
-/// weight measured, on a second scale at the right that shares the left one's grid lines.
-///
-/// The plan lies beside the data file, ".sim" behind its path: row 0 skipped; row 1: start date in column 0, highest
-/// and lowest weight to show in 1 and 3; then per slot date, measured weight (may be empty) and target weight.
+/// weight measured, on a second scale at the right that shares the left one's grid lines. The plan lies beside the data
+/// file, ".sim" behind its path.
 class MELKAR_API CSimulation : public CActivityCalGraph {
 public:
     /// Arguments as for `CGraph`.
@@ -24,6 +22,7 @@ public:
     virtual long ReadWeightDataFile(char* path);
     long DrawWeightValue(); ///< line and squares. @return 0
     static melkar::ClassKeys ProfileKeys();
+    static melkar::DataTables DataFiles();
 
 protected:
     CString m_strWeightLabel; ///< legend of the squares, label of the right scale
@@ -42,6 +41,9 @@ protected:
 
 private:
     struct KeyRows;
+    struct Plan;
+    struct PlanHead;
+    struct PlanColumns;
     struct Steps;
     MELKAR_LOCAL bool SetWeightScale(int highest, int lowest);
     MELKAR_LOCAL melkar::ScalePixels WeightScale() const;

@@ -1,11 +1,10 @@
 #include <MelkarCommon/bars/step_graph.h>
 
 #include <MelkarCommon/bars/bar_text_layout.h>
-#include <MelkarCommon/bars/day_file.h>
+#include <MelkarCommon/frame/data_table.h>
 #include <MelkarCommon/platform/drawing.h>
 #include <MelkarCommon/platform/scoped.h>
 
-using melkar::CsvRow;
 using melkar::ScopedPen;
 
 namespace {
@@ -14,28 +13,40 @@ constexpr double kInterval = 1000.0;
 
 } // namespace
 
+struct CStepGraph::File : melkar::Columns<CStepGraph> {
+    static constexpr Form form{2, "day"};
+    static constexpr Row rows[] = {
+        Text<&G::m_strHeaderField0>(0, "first").Means("kept for a host").InHead(1).Example("20260302"),
+        Text<&G::m_strHeaderField1>(1, "last").Means("kept for a host").InHead(1).Example("20260308"),
+        Whole<&G::m_nChartMax>(7, "top", "steps")
+            .Means("top of the scale; 10000 in its place if it is 0 or less")
+            .InHead(1)
+            .Example("13000"),
+        Figure<&G::m_strAverage>(9, "average", "steps").Means("the average line").InHead(1).Example("8150"),
+        Status(0),
+        Caption(1),
+        Figure<&G::m_saValues>(4, "steps", "steps")
+            .WithFigures()
+            .Needed()
+            .Example("6812|9268|6835|4120|10250|11840|7930"),
+    };
+};
+
+melkar::DataTables CStepGraph::DataFiles() { return {melkar::TableOf<File>()}; }
+
 CStepGraph::CStepGraph(HWND window, HDC dc, const char* section, HDC shared, HDC second, HDC balloon)
     : CLineGraph(window, dc, section, shared, second, balloon) {
     m_nSeriesCount = 1;
 }
 
 long CStepGraph::ReadDataFile(char* path) {
-    enum { Top = 7, Average = 9 }; // of the header
-    enum { Steps = 4 };            // of a day
     return melkar::ReadFile("CStepGraph::ReadDataFile", path, [this](melkar::DataFile& file) {
         ForgetDays();
-        file.Head(melkar::kHeadLimit);
-        const CsvRow& header = file.Head(melkar::kHeadLimit);
-        TakeHeaderFields(header);
         m_nChartMin = 0;
         m_dChartInterval = kInterval;
-        m_nChartMax = header.IntField(Top);
+        melkar::ReadHeads<File>(*this, file);
         RepairChartMax();
-        m_strAverage = header.Field(Average);
-        return melkar::ReadDays(file, [this](const CsvRow& row) {
-            const bool hasFigures = AddDay(row);
-            m_saValues.Add(hasFigures ? row.Field(Steps) : CString());
-        });
+        return melkar::ReadRows<File>(*this, file);
     });
 }
 

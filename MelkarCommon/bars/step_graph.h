@@ -4,9 +4,6 @@
 
 /// Steps per day. Unlike a bar graph its data file sets the scale and the average, and its legends stand in a row above
 /// the canvas at the right: the average at the end, the target left of it.
-///
-/// Data file: row 0 skipped; row 1: header fields in columns 0 and 1, top of the scale in 7, average in 9; then per day
-/// status, date caption, and the steps in column 4, which count only with status 0.
 class MELKAR_API CStepGraph : public CLineGraph {
 public:
     /// Arguments as for `CGraph`.
@@ -16,10 +13,12 @@ public:
     long ReadDataFile(char* path) override;
     void DrawAverage() override;
     void DrawTarget() override;
+    static melkar::DataTables DataFiles();
 
 protected:
     CRect m_rcAverage; ///< box of the average legend
 
 private:
+    struct File;
     MELKAR_LOCAL void LayAverageLegend(int right);
 };

@@ -14,6 +14,8 @@
 
 namespace melkar {
 struct ClassKeys;
+struct DataTable;
+using DataTables = std::vector<DataTable>;
 struct ScalePixels;
 struct ScaleStep;
 } // namespace melkar

@@ -1,7 +1,5 @@
 #include <MelkarCommon/platform/drawing.h>
 #include <MelkarCommon/platform/geometry.h>
-#include <MelkarCommon/platform/pixels/pixel_backend.h>
-#include <MelkarCommon/platform/pixels/pixel_memory.h>
 #include <MelkarCommon/platform/seam/box.h>
 #include <MelkarCommon/platform/surfaces/surface_state.h>
 
@@ -37,61 +35,53 @@ void CutSpan(int& from, int& to, int& targetFrom, int& targetTo, int limit) {
     to = cutTo;
 }
 
-void CutToPicture(Copy& copy, const PixelBuffer& picture) {
+void CutToPicture(Copy& copy, DeviceSize picture) {
     CutSpan(copy.source.left, copy.source.right, copy.target.left, copy.target.right, picture.width);
     CutSpan(copy.source.top, copy.source.bottom, copy.target.top, copy.target.bottom, picture.height);
 }
 
-BOOL CopyPixels(HDC to, HDC from, Copy copy, DWORD operation) {
+BOOL CopyPixels(HDC to, PixelPicture& from, Copy copy, DWORD operation) {
     Backend* backend = to->Drawing(); // before the pixels are asked for: both may be the same picture
-    from->ShownPixels();
-    const PixelBuffer& picture = from->bitmap->PixelsFor(operation);
-    CutToPicture(copy, picture);
+    CutToPicture(copy, from.Size());
     if (!backend || IsEmptyRect(copy.source) || IsEmptyRect(copy.target))
         return FALSE;
-    backend->Blit(copy.target, picture, copy.source, operation);
+    backend->Blit(copy.target, from.ShownFor(operation), copy.source, operation);
     return TRUE;
 }
 
-/// Plays what was recorded on `from` again on `to`, at the copy's place. Onto itself or to and fro between two, a
-/// record would double with each copy: in place it is left as it is, elsewhere the copy ends at `kMostOps`.
-BOOL CopyRecord(HDC to, HDC from, Copy copy) {
-    CutToPicture(copy, from->bitmap->pixels);
+/// Plays what was recorded again on `to`, at the copy's place. Onto itself or to and fro between two, a record would
+/// double with each copy: in place it is left as it is, elsewhere the copy ends at `kMostOps`.
+BOOL CopyRecord(HDC to, const RecordPicture& from, Copy copy) {
+    CutToPicture(copy, from.Size());
     Backend* backend = to->Drawing();
     if (!backend || IsEmptyRect(copy.source))
         return FALSE;
-    if (to == from && copy.target.left == copy.source.left && copy.target.top == copy.source.top)
+    RecordPicture* record = to->bitmap ? RecordOf(to->bitmap->picture) : nullptr;
+    if (record == &from && copy.target.left == copy.source.left && copy.target.top == copy.source.top)
         return TRUE;
-    const bool isRecord = to->bitmap && to->bitmap->IsRecord();
-    if (isRecord && from->bitmap->ops.size() + to->bitmap->ops.size() > kMostOps)
+    if (record && from.Ops().size() + record->Ops().size() > kMostOps)
         return FALSE;
-    from->FlushLines();
-    const std::vector<RecordedOp> ops = from->bitmap->ops; // a copy: `to` may be the same surface
-    if (isRecord)
-        to->bitmap->ops.push_back({CopyMark{copy.target, copy.source}});
+    const std::vector<RecordedOp> ops = from.Ops(); // a copy: `to` may be the same surface
+    if (record)
+        record->Mark({copy.target, copy.source});
     Replay(ops, *backend, copy.source, copy.target.left, copy.target.top, to->bounds);
     return TRUE;
 }
 
-/// Plays what was recorded on `from` at pixels and copies these: what is scaled, or combined with what is there, can't
-/// stay a list of operations. Where nothing was drawn it is black, as a bitmap begins, or white, as a surface does.
-BOOL CopyPlayedRecord(HDC to, HDC from, Copy copy, DWORD operation) {
-    CutToPicture(copy, from->bitmap->pixels);
+/// Plays what was recorded at pixels and copies these: what is scaled, or combined with what is there, can't stay a
+/// list of operations.
+BOOL CopyPlayedRecord(HDC to, const RecordPicture& from, Copy copy, DWORD operation) {
+    CutToPicture(copy, from.Size());
     if (IsEmptyRect(copy.source) || IsEmptyRect(copy.target))
         return FALSE;
     const RECT whole{0, 0, copy.source.right - copy.source.left, copy.source.bottom - copy.source.top};
-    const Bitmap played({TakePixels(whole.right, whole.bottom), whole.right, whole.bottom, whole.right}, true,
-                        Owner::Surface);
+    OwnPixels memory(whole.right, whole.bottom);
     Backend* backend = to->Drawing();
-    if (!backend || !played.pixels.pixels)
+    if (!backend || !memory.AreThere())
         return FALSE;
-    const auto pixels = MakePixelBackend(played.pixels);
-    const bool isBitmap = from->bitmap->owner == Owner::Caller;
-    pixels->FillRect(whole, ToColor(isBitmap ? RGB(0, 0, 0) : RGB(255, 255, 255)));
-    from->FlushLines();
-    Replay(from->bitmap->ops, *pixels, copy.source, 0, 0, whole);
-    pixels->Flush();
-    backend->Blit(copy.target, played.pixels, whole, operation);
+    PixelPicture played(std::move(memory), from.Ground());
+    Replay(from.Ops(), played.Drawing(), copy.source, 0, 0, whole);
+    backend->Blit(copy.target, played.Shown(), whole, operation);
     return TRUE;
 }
 
@@ -110,7 +100,14 @@ BOOL StretchBlt(HDC to, int x, int y, int width, int height, HDC from, int fromX
         return FALSE;
     const Copy copy{RectAt(x, y, width, height), RectAt(fromX, fromY, fromWidth, fromHeight)};
     const bool staysVector = width == fromWidth && height == fromHeight && operation == SRCCOPY;
-    if (from->bitmap->IsRecord())
-        return staysVector ? CopyRecord(to, from, copy) : CopyPlayedRecord(to, from, copy, operation);
-    return CopyPixels(to, from, copy, operation);
+    from->FlushLines();
+    return std::visit(Overloaded{
+                          [](NoPicture&) { return FALSE; },
+                          [&](PixelPicture& pixels) { return CopyPixels(to, pixels, copy, operation); },
+                          [&](RecordPicture& record) {
+                              return staysVector ? CopyRecord(to, record, copy)
+                                                 : CopyPlayedRecord(to, record, copy, operation);
+                          },
+                      },
+                      from->bitmap->picture);
 }

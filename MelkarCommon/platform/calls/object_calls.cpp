@@ -1,7 +1,6 @@
 #include <MelkarCommon/platform/drawing.h>
 #include <MelkarCommon/platform/images/image_file.h>
-#include <MelkarCommon/platform/pixels/pixel_memory.h>
-#include <MelkarCommon/platform/surfaces/objects.h>
+#include <MelkarCommon/platform/surfaces/picture.h>
 
 #include <algorithm>
 #include <cstring>
@@ -22,6 +21,25 @@ template <class Object> bool DeleteUnused(Object* object) {
         return false;
     delete object;
     return true;
+}
+
+/// Null for null pixels.
+HANDLE MakePicture(OwnPixels pixels, OwnPixels file) {
+    if (!pixels.AreThere())
+        return nullptr;
+    return Make<HANDLE, Bitmap>(Owner::Caller, std::in_place_type<PixelPicture>, std::move(pixels), std::move(file));
+}
+
+BITMAP Describe(const Picture& picture) {
+    const auto withoutMemory = [](DeviceSize size) { return BITMAP{0, size.width, size.height, 0, 1, 32, nullptr}; };
+    return std::visit(Overloaded{
+                          [&](const NoPicture&) {
+                              return withoutMemory({0, 0});
+                          },
+                          [&](const PixelPicture& pixels) { return pixels.Description(); },
+                          [&](const RecordPicture& record) { return withoutMemory(record.Size()); },
+                      },
+                      picture);
 }
 
 } // namespace
@@ -82,18 +100,14 @@ HRGN CreatePolygonRgn(const POINT* points, int count, int mode) {
 HANDLE LoadImageA(HINSTANCE, const char* name, UINT type, int width, int height, UINT flags) {
     if (!name || type != IMAGE_BITMAP || !(flags & LR_LOADFROMFILE) || width < 0 || height < 0)
         return nullptr;
-    const PixelBuffer file = LoadImageFile(name);
-    const int newWidth = width != 0 ? width : file.width;
-    const int newHeight = height != 0 ? height : file.height;
-    if (newWidth == file.width && newHeight == file.height)
-        return file.pixels ? Make<HANDLE, Bitmap>(file, true, Owner::Caller) : nullptr;
-    const PixelBuffer picture = file.pixels ? Resized(file, newWidth, newHeight, SRCCOPY) : PixelBuffer{};
-    HANDLE bitmap = picture.pixels ? Make<HANDLE, Bitmap>(picture, true, Owner::Caller) : nullptr;
-    if (bitmap)
-        BitmapFrom(bitmap)->file = file;
-    else
-        GivePixelsBack(file.pixels, file.width, file.height);
-    return bitmap;
+    OwnPixels file(LoadImageFile(name));
+    const PixelBuffer& size = file.Buffer();
+    const int newWidth = width != 0 ? width : size.width;
+    const int newHeight = height != 0 ? height : size.height;
+    if (newWidth == size.width && newHeight == size.height)
+        return MakePicture(std::move(file), OwnPixels());
+    OwnPixels scaled(file.AreThere() ? Resized(size, newWidth, newHeight, SRCCOPY) : PixelBuffer{});
+    return MakePicture(std::move(scaled), std::move(file));
 }
 
 HGDIOBJ GetStockObject(int index) {
@@ -124,9 +138,7 @@ int GetObjectA(HGDIOBJ handle, int size, void* out) {
         return sizeof(LOGFONTA);
     }
     if (const Bitmap* bitmap = BitmapFrom(handle); bitmap && size >= static_cast<int>(sizeof(BITMAP))) {
-        const PixelBuffer& picture = bitmap->pixels;
-        void* const memory = bitmap->isExposed ? picture.pixels : nullptr; // what waits to be written isn't there yet
-        const BITMAP description{0, picture.width, picture.height, picture.stride * 4, 1, 32, memory};
+        const BITMAP description = Describe(bitmap->picture);
         std::memcpy(out, &description, sizeof description);
         return sizeof(BITMAP);
     }

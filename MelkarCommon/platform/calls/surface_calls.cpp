@@ -2,8 +2,6 @@
 #include <MelkarCommon/platform/geometry.h>
 #include <MelkarCommon/platform/images/image_file.h>
 #include <MelkarCommon/platform/measures.h>
-#include <MelkarCommon/platform/pixels/pixel_backend.h>
-#include <MelkarCommon/platform/pixels/pixel_memory.h>
 #include <MelkarCommon/platform/surface.h>
 #include <MelkarCommon/platform/surfaces/surface_state.h>
 
@@ -16,6 +14,9 @@ using namespace melkar;
 
 namespace {
 
+constexpr COLORREF kWhite = RGB(255, 255, 255);
+constexpr COLORREF kBlack = RGB(0, 0, 0);
+
 /// Exceptions (a lack of memory) end here: a surface or bitmap that can't be made is null.
 template <class Make> auto NullOnFailure(Make make) -> decltype(make()) {
     try {
@@ -25,17 +26,24 @@ template <class Make> auto NullOnFailure(Make make) -> decltype(make()) {
     }
 }
 
-/// A picture of one colour, which waits to be written.
-std::unique_ptr<Bitmap> MakePicture(const PixelBuffer& memory, COLORREF color, Owner owner) {
-    auto picture = std::make_unique<Bitmap>(memory, true, owner);
-    picture->pending = {ToColor(color), {0, 0, memory.width, memory.height}};
-    picture->isExposed = false;
-    return picture;
+/// Of one colour. Null without memory for the pixels.
+std::unique_ptr<Bitmap> MakePixels(int width, int height, COLORREF color, Owner owner) {
+    OwnPixels pixels(width, height);
+    if (!pixels.AreThere())
+        return nullptr;
+    return std::make_unique<Bitmap>(owner, std::in_place_type<PixelPicture>, std::move(pixels), ToColor(color));
 }
 
+std::unique_ptr<Bitmap> MakeRecord(int width, int height, COLORREF ground, Owner owner) {
+    return std::make_unique<Bitmap>(owner, std::in_place_type<RecordPicture>, DeviceSize{width, height},
+                                    ToColor(ground));
+}
+
+/// Null for null.
 HDC MakeSurface(std::unique_ptr<Bitmap> picture, TextMedium medium, int dpi) {
-    const DeviceSize size{picture->pixels.width, picture->pixels.height};
-    auto surface = std::make_unique<HDC__>(medium, dpi, size);
+    if (picture == nullptr)
+        return nullptr;
+    auto surface = std::make_unique<HDC__>(medium, dpi, SizeOf(picture->picture));
     surface->ownBitmap = std::move(picture);
     surface->Take(*surface->ownBitmap);
     return surface.release();
@@ -46,12 +54,8 @@ HDC MakeSurface(std::unique_ptr<Bitmap> picture, TextMedium medium, int dpi) {
 HDC CreateMemorySurface(int width, int height, int dpi) {
     if (!IsPictureSize(width, height) || dpi < 1)
         return nullptr;
-    return NullOnFailure([&]() -> HDC {
-        PixelBuffer picture{TakePixels(width, height), width, height, width};
-        if (!picture.pixels)
-            return nullptr;
-        return MakeSurface(MakePicture(picture, RGB(255, 255, 255), Owner::Surface), TextMedium::Pixels, dpi);
-    });
+    return NullOnFailure(
+        [&] { return MakeSurface(MakePixels(width, height, kWhite, Owner::Surface), TextMedium::Pixels, dpi); });
 }
 
 HDC WrapPixels(void* pixels, int width, int height, int strideBytes, int dpi) {
@@ -59,17 +63,16 @@ HDC WrapPixels(void* pixels, int width, int height, int strideBytes, int dpi) {
         return nullptr;
     return NullOnFailure([&] {
         const PixelBuffer picture{static_cast<std::uint32_t*>(pixels), width, height, strideBytes / 4};
-        return MakeSurface(std::make_unique<Bitmap>(picture, false, Owner::Surface), TextMedium::Pixels, dpi);
+        return MakeSurface(std::make_unique<Bitmap>(Owner::Surface, std::in_place_type<PixelPicture>, picture),
+                           TextMedium::Pixels, dpi);
     });
 }
 
 HDC CreateRecordingSurface(int width, int height, int dpi) {
     if (!IsPictureSize(width, height) || dpi < 1)
         return nullptr;
-    return NullOnFailure([&] {
-        return MakeSurface(std::make_unique<Bitmap>(width, height, TextMedium::Fixed, Owner::Surface),
-                           TextMedium::Fixed, dpi);
-    });
+    return NullOnFailure(
+        [&] { return MakeSurface(MakeRecord(width, height, kWhite, Owner::Surface), TextMedium::Fixed, dpi); });
 }
 
 HDC CreatePageSurface(const char* path, PageFormat format, int width, int height, int dpi) {
@@ -100,14 +103,10 @@ HDC CreateCompatibleDC(HDC surface) {
 HBITMAP CreateCompatibleBitmap(HDC surface, int width, int height) {
     if (!IsPictureSize(width, height))
         return nullptr;
-    return NullOnFailure([&]() -> HBITMAP {
-        const TextMedium medium = IsSurface(surface) ? surface->medium : TextMedium::Pixels;
-        if (medium != TextMedium::Pixels)
-            return HandleOf<HBITMAP>(new Bitmap(width, height, medium, Owner::Caller));
-        const PixelBuffer picture{TakePixels(width, height), width, height, width};
-        if (!picture.pixels)
-            return nullptr;
-        return HandleOf<HBITMAP>(MakePicture(picture, RGB(0, 0, 0), Owner::Caller).release());
+    return NullOnFailure([&] {
+        const bool hasPixels = !IsSurface(surface) || surface->medium == TextMedium::Pixels;
+        const auto make = hasPixels ? MakePixels : MakeRecord;
+        return HandleOf<HBITMAP>(make(width, height, kBlack, Owner::Caller).release());
     });
 }
 
@@ -129,24 +128,22 @@ BOOL DeleteDC(HDC surface) {
 }
 
 PixelView GetPixels(HDC surface) {
-    const PixelBuffer* picture = IsSurface(surface) ? surface->ShownPixels() : nullptr;
+    PixelPicture* picture = IsSurface(surface) ? surface->Pixels() : nullptr;
     if (!picture)
         return {nullptr, 0, 0, 0};
-    if (!surface->bitmap->isExposed) {
-        surface->bitmap->isExposed = true;
-        surface->backend = MakePixelBackend(*picture);
-    }
-    return {picture->pixels, picture->width, picture->height, picture->stride};
+    const PixelBuffer& pixels = picture->Expose();
+    return {pixels.pixels, pixels.width, pixels.height, pixels.stride};
 }
 
 int WritePng(HDC surface, const char* path) {
-    const PixelBuffer* picture = IsSurface(surface) ? surface->ShownPixels() : nullptr;
-    return WritePngFile(picture ? *picture : PixelBuffer{}, path);
+    PixelPicture* picture = IsSurface(surface) ? surface->Pixels() : nullptr;
+    return WritePngFile(picture ? picture->Shown() : PixelBuffer{}, path);
 }
 
 std::string GetRecording(HDC surface) {
-    if (!IsSurface(surface) || !surface->bitmap || !surface->bitmap->IsRecord())
+    if (!IsSurface(surface) || !surface->bitmap)
         return {};
     surface->FlushLines();
-    return FormatRecording(surface->bitmap->ops);
+    const RecordPicture* record = RecordOf(surface->bitmap->picture);
+    return record ? FormatRecording(record->Ops()) : std::string();
 }

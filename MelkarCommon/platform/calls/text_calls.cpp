@@ -31,8 +31,7 @@ Shape Background(POINT at, int width, int height, int escapement) {
 }
 
 /// The ground behind a line of text, within `clip`.
-void PaintGround(HDC surface, const RECT& clip, POINT at, int width, int height) {
-    Backend& backend = *surface->backend;
+void PaintGround(HDC surface, Backend& backend, const RECT& clip, POINT at, int width, int height) {
     const Color color = ToColor(surface->bkColor);
     const int escapement = surface->font->description.lfEscapement;
     if (escapement == 0) {
@@ -52,7 +51,7 @@ void PaintLine(HDC surface, const std::shared_ptr<const TextLayout>& layout, std
         return;
     const TextLine& line = layout->lines[index];
     if (surface->bkMode == OPAQUE && line.width > 0)
-        PaintGround(surface, clip, at, line.width, layout->lineHeight);
+        PaintGround(surface, *backend, clip, at, line.width, layout->lineHeight);
     backend->PaintText(layout, index, at, surface->font->description.lfEscapement, ToColor(surface->textColor), clip);
 }
 

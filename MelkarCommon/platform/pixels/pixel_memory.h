@@ -1,6 +1,9 @@
 #pragma once
 
+#include <MelkarCommon/platform/seam/pixel_buffer.h>
+
 #include <cstdint>
+#include <utility>
 
 /// @file
 /// Internal. Memory of pictures.
@@ -13,5 +16,26 @@ std::uint32_t* TakePixels(int width, int height);
 void GivePixelsBack(std::uint32_t* pixels, int width, int height);
 /// Frees what this thread keeps of them.
 void TrimPixels();
+
+/// Such memory, given back with the object.
+class OwnPixels {
+public:
+    OwnPixels() = default;
+    /// @param taken null, or from `TakePixels`
+    explicit OwnPixels(const PixelBuffer& taken) : m_buffer(taken) {}
+    OwnPixels(int width, int height) : OwnPixels({TakePixels(width, height), width, height, width}) {}
+    OwnPixels(OwnPixels&& other) noexcept : m_buffer(std::exchange(other.m_buffer, {})) {}
+    OwnPixels& operator=(OwnPixels&& other) noexcept {
+        std::swap(m_buffer, other.m_buffer);
+        return *this;
+    }
+    ~OwnPixels() { GivePixelsBack(m_buffer.pixels, m_buffer.width, m_buffer.height); }
+
+    const PixelBuffer& Buffer() const { return m_buffer; }
+    bool AreThere() const { return m_buffer.pixels != nullptr; }
+
+private:
+    PixelBuffer m_buffer;
+};
 
 } // namespace melkar

@@ -1,5 +1,3 @@
-#include <MelkarCommon/platform/images/image_file.h>
-#include <MelkarCommon/platform/pixels/pixel_memory.h>
 #include <MelkarCommon/platform/surfaces/objects.h>
 
 #include <atomic>
@@ -34,36 +32,6 @@ Brush::Brush(COLORREF brushColor, bool isHollow, Owner who)
 
 FontObject::FontObject(const LOGFONTA& font, Owner who) : GdiObject(ObjectKind::Font, who), description(font) {}
 
-Bitmap::Bitmap(const PixelBuffer& buffer, bool ownsBuffer, Owner who)
-    : GdiObject(ObjectKind::Bitmap, who), pixels(buffer), ownsPixels(ownsBuffer) {}
-
-Bitmap::Bitmap(int recordWidth, int recordHeight, TextMedium recordMedium, Owner who)
-    : GdiObject(ObjectKind::Bitmap, who), pixels{nullptr, recordWidth, recordHeight, 0}, medium(recordMedium) {}
-
-Bitmap::~Bitmap() {
-    ForgetFile();
-    if (ownsPixels && pixels.pixels)
-        GivePixelsBack(pixels.pixels, pixels.width, pixels.height);
-}
-
-const PixelBuffer& Bitmap::PixelsFor(DWORD operation) {
-    if (operation == SRCCOPY || file.pixels == nullptr)
-        return pixels;
-    if (file.width != pixels.width || file.height != pixels.height) {
-        const PixelBuffer nearest = Resized(file, pixels.width, pixels.height, operation);
-        ForgetFile();
-        file = nearest;
-    }
-    return file.pixels != nullptr ? file : pixels;
-}
-
-void Bitmap::ForgetFile() {
-    if (file.pixels == nullptr)
-        return;
-    GivePixelsBack(file.pixels, file.width, file.height);
-    file = {};
-}
-
 Region::Region(Shape regionShape) : GdiObject(ObjectKind::Region, Owner::Caller), shape(std::move(regionShape)) {}
 
 Pen& StockPen(int index) {
@@ -89,11 +57,6 @@ Brush& StockBrush(int index) {
 FontObject& StockFont() {
     static FontObject font(LOGFONTA{}, Owner::Stock);
     return font;
-}
-
-Bitmap& StockBitmap() {
-    static Bitmap none(PixelBuffer{}, false, Owner::Stock);
-    return none;
 }
 
 } // namespace melkar

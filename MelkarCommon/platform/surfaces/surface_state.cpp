@@ -1,6 +1,5 @@
 #include <MelkarCommon/platform/geometry.h>
 #include <MelkarCommon/platform/measures.h>
-#include <MelkarCommon/platform/pixels/pixel_backend.h>
 #include <MelkarCommon/platform/surfaces/strokes.h>
 #include <MelkarCommon/platform/surfaces/surface_state.h>
 
@@ -29,40 +28,33 @@ Bitmap* HDC__::Take(Bitmap& picture) {
     if (picture.owner == Owner::Caller && picture.selections > 0 && &picture != bitmap)
         return nullptr;
     FlushLines();
-    std::unique_ptr<Backend> drawing;
-    if (picture.IsRecord())
-        drawing = MakeRecordingBackend(picture.ops, picture.pixels.width, picture.pixels.height);
-    else if (picture.pixels.pixels)
-        drawing = MakePixelBackend(picture.pixels, picture.isExposed ? nullptr : &picture.pending);
     Bitmap* former = bitmap;
     if (former && former->owner == Owner::Caller)
         --former->selections;
     if (picture.owner == Owner::Caller)
         ++picture.selections;
     bitmap = &picture;
-    backend = std::move(drawing);
-    bounds = {0, 0, picture.pixels.width, picture.pixels.height};
+    const DeviceSize size = SizeOf(picture.picture);
+    bounds = {0, 0, size.width, size.height};
     return former;
 }
 
-const PixelBuffer* HDC__::ShownPixels() {
-    if (!bitmap || !bitmap->pixels.pixels)
-        return nullptr;
+PixelPicture* HDC__::Pixels() {
     FlushLines();
-    backend->Flush();
-    return &bitmap->pixels;
+    return bitmap ? PixelsOf(bitmap->picture) : nullptr;
 }
+
+Backend* HDC__::BackendBelow() { return bitmap ? DrawingOn(bitmap->picture) : backend.get(); }
 
 Backend* HDC__::Drawing() {
     FlushLines();
-    if (bitmap)
-        bitmap->ForgetFile();
-    return backend.get();
+    return BackendBelow();
 }
 
 void HDC__::FlushLines() {
-    if (backend && lines.points.size() > lines.stroke.drawn + 1)
-        backend->StrokePolyline(lines.points, lines.stroke);
+    if (lines.points.size() > lines.stroke.drawn + 1)
+        if (Backend* below = BackendBelow())
+            below->StrokePolyline(lines.points, lines.stroke);
     lines.points.clear();
 }
 
@@ -70,8 +62,6 @@ void HDC__::FlushLines() {
 /// and those before it count for the corner.
 void HDC__::AddLine(POINT from, POINT to) {
     constexpr std::size_t kMostPoints = 4096;
-    if (bitmap)
-        bitmap->ForgetFile();
     const LineLook look{pen->style, pen->width, pen->color, bkMode, bkColor};
     if (!lines.GoOnAt(from, look)) {
         FlushLines();
@@ -89,9 +79,9 @@ void HDC__::AddLine(POINT from, POINT to) {
     if (!lines.stroke.IsSolid())
         patternPhase += Distance(from, to);
     lines.points.push_back(to);
-    if (!bitmap || !bitmap->isExposed || !bitmap->pixels.pixels)
+    if (!bitmap || !IsExposed(bitmap->picture))
         return;
-    backend->StrokePolyline(lines.points, lines.stroke);
+    BackendBelow()->StrokePolyline(lines.points, lines.stroke);
     lines.stroke.drawn = lines.points.size() - 1;
 }
 

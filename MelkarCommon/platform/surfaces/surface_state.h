@@ -2,19 +2,14 @@
 
 #include <MelkarCommon/platform/pages/page_file.h>
 #include <MelkarCommon/platform/seam/backend.h>
-#include <MelkarCommon/platform/surfaces/objects.h>
+#include <MelkarCommon/platform/surfaces/picture.h>
+#include <MelkarCommon/platform/text/text_engine.h>
 #include <MelkarCommon/platform/types.h>
 
 #include <memory>
 #include <vector>
 
 namespace melkar {
-
-/// In device units.
-struct DeviceSize {
-    int width;
-    int height;
-};
 
 /// What a line's stroke depends on, on one surface.
 struct LineLook {
@@ -54,16 +49,18 @@ struct HDC__ : melkar::HandleHead, melkar::InHandleMemory<melkar::ObjectKind::Su
 
     /// Draws on `picture` from now on. @return the former one, null if this one is selected elsewhere.
     melkar::Bitmap* Take(melkar::Bitmap& picture);
-    /// The picture with everything on it that was drawn; null without pixels.
-    const melkar::PixelBuffer* ShownPixels();
+    /// The pixels, of which some may wait to be written; null without any.
+    melkar::PixelPicture* Pixels();
     /// The backend with every line on it that was drawn, for whatever comes next; null without room to draw on.
     melkar::Backend* Drawing();
     /// Adds a line of the selected pen to those that wait.
     void AddLine(POINT from, POINT to);
     void FlushLines();
+    bool HasRoom() { return BackendBelow() != nullptr; }
     /// The face of `font`; one without a height is as large as 12 pixels are at 96 dpi. Looked up each time and never
     /// kept: a face is its thread's, a surface may go to another.
     std::shared_ptr<melkar::TextFace> Face() const;
+    melkar::Backend* BackendBelow();
 
     const melkar::TextMedium medium;
     const int dpi;
@@ -75,7 +72,7 @@ struct HDC__ : melkar::HandleHead, melkar::InHandleMemory<melkar::ObjectKind::Su
     melkar::FontObject* font;
     melkar::Bitmap* bitmap = nullptr;          ///< null on a page
     std::unique_ptr<melkar::Bitmap> ownBitmap; ///< of a surface with room of its own
-    std::unique_ptr<melkar::Backend> backend;  ///< null: no room to draw on. To draw, take `Drawing()`
+    std::unique_ptr<melkar::Backend> backend;  ///< of a page; null outside of a document. To draw, take `Drawing()`
     melkar::WaitingLines lines;
     melkar::PageFile* page = nullptr; ///< the backend, if it is a page that is finished with the surface
     std::unique_ptr<melkar::SurfacePrinting> printing; ///< null on what isn't a printer's

@@ -1,0 +1,102 @@
+#include <MelkarCommon/platform/images/image_file.h>
+#include <MelkarCommon/platform/pixels/pixel_backend.h>
+#include <MelkarCommon/platform/seam/box.h>
+#include <MelkarCommon/platform/surfaces/picture.h>
+
+namespace melkar {
+
+PixelPicture::PixelPicture(const PixelBuffer& memory) : m_buffer(memory) {}
+
+PixelPicture::PixelPicture(OwnPixels pixels, Color color)
+    : m_own(std::move(pixels)), m_buffer(m_own.Buffer()), m_pending{color, {0, 0, m_buffer.width, m_buffer.height}},
+      m_isExposed(false) {}
+
+PixelPicture::PixelPicture(OwnPixels pixels, OwnPixels file)
+    : m_own(std::move(pixels)), m_buffer(m_own.Buffer()), m_file(std::move(file)) {}
+
+Backend& PixelPicture::Drawing() {
+    if (m_file.AreThere())
+        m_file = {};
+    if (m_backend == nullptr)
+        m_backend = MakePixelBackend(m_buffer, m_isExposed ? nullptr : &m_pending);
+    return *m_backend;
+}
+
+const PixelBuffer& PixelPicture::Shown() {
+    if (!IsEmptyRect(m_pending.rect))
+        Drawing().Flush();
+    return m_buffer;
+}
+
+const PixelBuffer& PixelPicture::ShownFor(DWORD operation) {
+    if (operation == SRCCOPY || !m_file.AreThere())
+        return Shown();
+    if (m_file.Buffer().width != m_buffer.width || m_file.Buffer().height != m_buffer.height)
+        m_file = OwnPixels(Resized(m_file.Buffer(), m_buffer.width, m_buffer.height, operation));
+    return m_file.AreThere() ? m_file.Buffer() : m_buffer;
+}
+
+const PixelBuffer& PixelPicture::Expose() {
+    Shown();
+    if (!m_isExposed)
+        m_backend.reset(); // it lets fills wait
+    m_isExposed = true;
+    return m_buffer;
+}
+
+BITMAP PixelPicture::Description() const {
+    return {0, m_buffer.width, m_buffer.height, m_buffer.stride * 4, 1, 32, m_isExposed ? m_buffer.pixels : nullptr};
+}
+
+Backend& RecordPicture::Drawing() {
+    if (m_backend == nullptr)
+        m_backend = MakeRecordingBackend(m_ops, m_size.width, m_size.height);
+    return *m_backend;
+}
+
+Bitmap& StockBitmap() {
+    static Bitmap none(Owner::Stock, std::in_place_type<NoPicture>);
+    return none;
+}
+
+DeviceSize SizeOf(const Picture& picture) {
+    return std::visit(Overloaded{
+                          [](const NoPicture&) {
+                              return DeviceSize{0, 0};
+                          },
+                          [](const PixelPicture& pixels) { return pixels.Size(); },
+                          [](const RecordPicture& record) { return record.Size(); },
+                      },
+                      picture);
+}
+
+Backend* DrawingOn(Picture& picture) {
+    return std::visit(Overloaded{
+                          [](NoPicture&) -> Backend* { return nullptr; },
+                          [](PixelPicture& pixels) -> Backend* { return &pixels.Drawing(); },
+                          [](RecordPicture& record) -> Backend* { return &record.Drawing(); },
+                      },
+                      picture);
+}
+
+bool IsExposed(const Picture& picture) {
+    return std::visit(Overloaded{
+                          [](const NoPicture&) { return false; },
+                          [](const PixelPicture& pixels) { return pixels.IsExposed(); },
+                          [](const RecordPicture&) { return false; },
+                      },
+                      picture);
+}
+
+PixelPicture* PixelsOf(Picture& picture) {
+    return std::visit(Overloaded{
+                          [](NoPicture&) -> PixelPicture* { return nullptr; },
+                          [](PixelPicture& pixels) { return &pixels; },
+                          [](RecordPicture&) -> PixelPicture* { return nullptr; },
+                      },
+                      picture);
+}
+
+RecordPicture* RecordOf(Picture& picture) { return std::get_if<RecordPicture>(&picture); }
+
+} // namespace melkar

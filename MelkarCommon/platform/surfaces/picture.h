@@ -1,0 +1,106 @@
+#pragma once
+
+#include <MelkarCommon/platform/pixels/pending_fill.h>
+#include <MelkarCommon/platform/pixels/pixel_memory.h>
+#include <MelkarCommon/platform/record/record.h>
+#include <MelkarCommon/platform/surfaces/objects.h>
+
+#include <memory>
+#include <utility>
+#include <variant>
+#include <vector>
+
+/// @file
+/// Internal. What bitmaps are made of. The kinds are a variant, visited by a function for each: where a new one is
+/// missing, nothing compiles.
+
+namespace melkar {
+
+/// In device units.
+struct DeviceSize {
+    int width;
+    int height;
+};
+
+/// No room to draw on: what a compatible surface has until a bitmap is selected into it.
+struct NoPicture {};
+
+/// Pixels, the picture's own or those of the host. Its backend lives as long: what waits to be written belongs to both.
+class PixelPicture {
+public:
+    /// On the host's memory, at which anybody may look after any call.
+    explicit PixelPicture(const PixelBuffer& memory);
+    /// Of one colour, which waits to be written.
+    PixelPicture(OwnPixels pixels, Color color);
+    /// As it was loaded. @param file its pixels, if it was loaded at another size
+    PixelPicture(OwnPixels pixels, OwnPixels file);
+    PixelPicture(const PixelPicture&) = delete;
+    PixelPicture& operator=(const PixelPicture&) = delete;
+
+    DeviceSize Size() const { return {m_buffer.width, m_buffer.height}; }
+    Backend& Drawing();
+    /// The pixels with everything on them that was drawn.
+    const PixelBuffer& Shown();
+    /// Those for a copy by `operation`. A mask that was loaded at another size keeps its edge: "and" and "or" take the
+    /// nearest pixels of the file.
+    const PixelBuffer& ShownFor(DWORD operation);
+    /// Hands the memory out: from now on everything stands there after each call.
+    const PixelBuffer& Expose();
+    bool IsExposed() const { return m_isExposed; }
+    /// What `GetObjectA` tells; the memory only where it is handed out.
+    BITMAP Description() const;
+
+private:
+    OwnPixels m_own; ///< none on the host's memory
+    PixelBuffer m_buffer;
+    OwnPixels m_file; ///< once asked for at this size; gone when something is drawn
+    PendingFill m_pending;
+    bool m_isExposed = true;
+    std::unique_ptr<Backend> m_backend; ///< made when something is drawn
+};
+
+/// The operations drawn on it, to be played where it is copied: a page or a record stays vector.
+class RecordPicture {
+public:
+    /// @param ground what it is where nothing is drawn, if it has to become pixels
+    RecordPicture(DeviceSize size, Color ground) : m_size(size), m_ground(ground) {}
+    RecordPicture(const RecordPicture&) = delete;
+    RecordPicture& operator=(const RecordPicture&) = delete;
+
+    DeviceSize Size() const { return m_size; }
+    Color Ground() const { return m_ground; }
+    Backend& Drawing();
+    const std::vector<RecordedOp>& Ops() const { return m_ops; }
+    void Mark(const CopyMark& mark) { m_ops.push_back({mark}); }
+
+private:
+    DeviceSize m_size;
+    Color m_ground;
+    std::vector<RecordedOp> m_ops;
+    std::unique_ptr<Backend> m_backend; ///< made when something is drawn
+};
+
+using Picture = std::variant<NoPicture, PixelPicture, RecordPicture>;
+
+struct Bitmap : GdiObject, InHandleMemory<ObjectKind::Bitmap> {
+    template <class Kind, class... Arguments>
+    Bitmap(Owner who, std::in_place_type_t<Kind> kind, Arguments&&... arguments)
+        : GdiObject(ObjectKind::Bitmap, who), picture(kind, std::forward<Arguments>(arguments)...) {}
+
+    Picture picture;
+};
+
+inline Bitmap* BitmapFrom(HGDIOBJ h) { return ObjectFrom<Bitmap>(h, ObjectKind::Bitmap); }
+Bitmap& StockBitmap(); ///< without room
+
+DeviceSize SizeOf(const Picture& picture);
+/// Null without room.
+Backend* DrawingOn(Picture& picture);
+/// Whether anybody may look at its memory after any call, so that nothing may wait.
+bool IsExposed(const Picture& picture);
+/// For whoever wants to see pixels; null if there are none.
+PixelPicture* PixelsOf(Picture& picture);
+/// Null for other kinds.
+RecordPicture* RecordOf(Picture& picture);
+
+} // namespace melkar

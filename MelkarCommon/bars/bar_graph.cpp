@@ -74,12 +74,24 @@ struct CBarGraph::File : melkar::Columns<CBarGraph> {
     };
 };
 
-struct CBarGraph::Steps {
-    using G = CBarGraph;
-    static constexpr melkar::Step<G> table[] = {
-        &G::FillCanvas,        &G::DrawCanvasMeasure, &G::DrawBarChart,      &G::DrawCanvas,
-        &G::DrawTargetAverage, &G::DrawValueOnBar,    &G::DrawDate,          &G::DrawVAxsLabel,
-        &G::DrawHAxsLabel,     &G::DrawSecExs,        &G::DrawNoDataMessage, &G::DrawExcludeMessage,
+struct CBarGraph::Cycle : melkar::Steps<CBarGraph> {
+    static constexpr Step steps[] = {
+        &G::ReadDataFile,
+        &G::GetGraphMeasure,
+        {&G::BeginCycle, Needed},
+        {&G::DrawNoRecordsMessage, LastIfPainted},
+        &G::FillCanvas,
+        &G::DrawCanvasMeasure,
+        &G::DrawBarChart,
+        &G::DrawCanvas,
+        &G::DrawTargetAverage,
+        &G::DrawValueOnBar,
+        &G::DrawDate,
+        &G::DrawVAxsLabel,
+        &G::DrawHAxsLabel,
+        &G::DrawSecExs,
+        &G::DrawNoDataMessage,
+        &G::DrawExcludeMessage,
     };
 };
 
@@ -191,16 +203,7 @@ void CBarGraph::SetCanvasRect() {
     }
 }
 
-long CBarGraph::Draw(CRect area, char* path) {
-    return DrawGuarded([&] {
-        ReadDataFile(path);
-        GetGraphMeasure();
-        return DrawCycle(area, [this] {
-            if (DrawNoRecordsMessage() == 0)
-                RunSteps(*this, Steps::table);
-        });
-    });
-}
+long CBarGraph::Draw(CRect area, char* path) { return melkar::RunCycle(*this, Cycle::steps, area, path); }
 
 long CBarGraph::DrawBarChart() {
     m_oaBarRects.RemoveAll();

@@ -164,7 +164,7 @@ protected:
 private:
     struct KeyRows;
     struct File;
-    struct Steps;
+    struct Cycle;
     MELKAR_LOCAL double ReachOf(int day) const;
     MELKAR_LOCAL void DrawStackedBars();
     MELKAR_LOCAL void DrawSingleBars();

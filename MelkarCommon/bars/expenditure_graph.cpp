@@ -105,21 +105,17 @@ long CExpenditureGraph::ReadDataFile(char* path) {
     });
 }
 
-struct CExpenditureGraph::Steps {
-    using G = CExpenditureGraph;
-    static constexpr melkar::Step<G> table[] = {
-        &G::FillCanvas,    &G::DrawAverageIntake, &G::DrawCanvasMeasure, &G::DrawBarChart,
-        &G::DrawCanvas,    &G::DrawTargetAverage, &G::DrawValueOnBar,    &G::DrawDate,
-        &G::DrawVAxsLabel, &G::DrawHAxsLabel,     &G::DrawSecExs,
+struct CExpenditureGraph::Cycle : melkar::Steps<CExpenditureGraph> {
+    static constexpr Step steps[] = {
+        &G::ReadDataFile,      {&G::BeginCycle, Needed}, &G::FillCanvas,
+        &G::DrawAverageIntake, &G::DrawCanvasMeasure,    &G::DrawBarChart,
+        &G::DrawCanvas,        &G::DrawTargetAverage,    &G::DrawValueOnBar,
+        &G::DrawDate,          &G::DrawVAxsLabel,        &G::DrawHAxsLabel,
+        &G::DrawSecExs,
     };
 };
 
-long CExpenditureGraph::Draw(CRect area, char* path) {
-    return DrawGuarded([&] {
-        ReadDataFile(path);
-        return DrawCycle(area, [this] { RunSteps(*this, Steps::table); });
-    });
-}
+long CExpenditureGraph::Draw(CRect area, char* path) { return melkar::RunCycle(*this, Cycle::steps, area, path); }
 
 long CExpenditureGraph::DrawAverageIntake() {
     const melkar::ScalePixels left = LeftScale();

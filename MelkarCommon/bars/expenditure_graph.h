@@ -39,6 +39,6 @@ private:
     struct File;
     struct Parts;
     struct PartColumns;
-    struct Steps;
+    struct Cycle;
     MELKAR_LOCAL void AddParts(const Parts& parts);
 };

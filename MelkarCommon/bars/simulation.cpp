@@ -120,21 +120,21 @@ melkar::ScalePixels CSimulation::WeightScale() const {
     return melkar::PixelsOf({double(m_nWeightMin), double(m_nWeightMax), double(m_nWeightInterval)}, m_rcCanvas);
 }
 
-struct CSimulation::Steps {
-    using G = CSimulation;
-    static constexpr melkar::Step<G> table[] = {
-        &G::FillCanvas,     &G::DrawCanvasMeasure, &G::DrawBarChart,  &G::DrawWeightValue, &G::DrawCanvas,
-        &G::DrawValueOnBar, &G::DrawDate,          &G::DrawVAxsLabel, &G::DrawHAxsLabel,   &G::DrawSecExs,
+/// The plan comes behind the data file, whose scale it follows.
+struct CSimulation::Cycle : melkar::Steps<CSimulation> {
+    static constexpr Step steps[] = {
+        &G::ReadDataFile,  &G::ReadPlan,        {&G::BeginCycle, Needed}, &G::FillCanvas,     &G::DrawCanvasMeasure,
+        &G::DrawBarChart,  &G::DrawWeightValue, &G::DrawCanvas,           &G::DrawValueOnBar, &G::DrawDate,
+        &G::DrawVAxsLabel, &G::DrawHAxsLabel,   &G::DrawSecExs,
     };
 };
 
-long CSimulation::Draw(CRect area, char* path) {
-    return DrawGuarded([&] {
-        ReadDataFile(path);
-        std::string plan = std::string(path ? path : "") + ".sim";
-        ReadWeightDataFile(plan.data());
-        return DrawCycle(area, [this] { RunSteps(*this, Steps::table); });
-    });
+long CSimulation::Draw(CRect area, char* path) { return melkar::RunCycle(*this, Cycle::steps, area, path); }
+
+/// Beside the data file.
+long CSimulation::ReadPlan(char* path) {
+    std::string plan = std::string(path ? path : "") + ".sim";
+    return ReadWeightDataFile(plan.data());
 }
 
 long CSimulation::DrawWeightValue() {

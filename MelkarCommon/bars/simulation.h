@@ -44,7 +44,8 @@ private:
     struct Plan;
     struct PlanHead;
     struct PlanColumns;
-    struct Steps;
+    struct Cycle;
+    MELKAR_LOCAL long ReadPlan(char* path);
     MELKAR_LOCAL bool SetWeightScale(int highest, int lowest);
     MELKAR_LOCAL melkar::ScalePixels WeightScale() const;
     MELKAR_LOCAL void DrawTargetStroke(int row);

@@ -122,24 +122,18 @@ void CCircadianGraph::CalcLongestDay() {
 }
 
 /// A day is worth showing even if a step of the first half failed.
-long CCircadianGraph::Draw(CRect area, char*) {
-    DrawGuarded([&] { return BeginCycle(area); });
-    DrawGuarded([&] {
-        if (DrawNoRecordsMessage() == 0)
-            DrawContent();
-        BitBlt();
-        return 0L;
-    });
-    return 0;
-}
+struct CCircadianGraph::Cycle : melkar::Steps<CCircadianGraph> {
+    static constexpr Step steps[] = {
+        &G::BeginCycle,        {&G::DrawNoRecordsMessage, LastIfPainted},
+        &G::SetLeftRect,       &G::SetRightRect,
+        &G::DrawLeftGraph,     &G::DrawRightGraph,
+        &G::DrawNoDataMessage, &G::DrawExcludeMessage,
+    };
+};
 
-void CCircadianGraph::DrawContent() {
-    SetLeftRect();
-    SetRightRect();
-    DrawLeftGraph();
-    DrawRightGraph();
-    DrawNoDataMessage();
-    DrawExcludeMessage();
+long CCircadianGraph::Draw(CRect area, char* path) {
+    melkar::RunCycle(*this, Cycle::steps, area, path);
+    return melkar::kOk;
 }
 
 void CCircadianGraph::DrawSideBar() {}

@@ -111,8 +111,8 @@ protected:
 private:
     friend class CWeeklyCircadian; // resets its days and asks for their language
     struct KeyRows;
+    struct Cycle;
 
-    MELKAR_LOCAL void DrawContent();
     MELKAR_LOCAL CRect MeasureClassLabel(const CString& label) const;
     MELKAR_LOCAL void DrawGridLines();
     MELKAR_LOCAL void DrawHours();

@@ -98,20 +98,25 @@ long CCircleGraph::SetData(CStringArray* values) {
     });
 }
 
-long CCircleGraph::Draw(CRect area, char*) { return DrawArrangement(area, 0); }
-long CCircleGraph::DrawSeparate(CRect area, char*) { return DrawArrangement(area, 1); }
+struct CCircleGraph::Cycle : melkar::Steps<CCircleGraph> {
+    static constexpr Step below[] = {
+        {&G::BeginCycle, Needed}, &G::DrawTitle, &G::PutLegendBelow, &G::SetCanvasRect, &G::DrawCircle, &G::DrawSecExs,
+    };
+    static constexpr Step beside[] = {
+        {&G::BeginCycle, Needed}, &G::DrawTitle,  &G::PutLegendBeside,
+        &G::SetCanvasRect,        &G::DrawCircle, &G::DrawLegendUnlessExcluded,
+    };
+};
 
-long CCircleGraph::DrawArrangement(const CRect& area, int isSeparate) {
-    return DrawGuarded([&] {
-        return DrawCycle(area, [this, isSeparate] {
-            DrawTitle();
-            m_bSeparate = isSeparate;
-            SetCanvasRect();
-            DrawCircle();
-            if (!m_bSeparate || !m_bExclude)
-                DrawSecExs();
-        });
-    });
+long CCircleGraph::Draw(CRect area, char* path) { return melkar::RunCycle(*this, Cycle::below, area, path); }
+long CCircleGraph::DrawSeparate(CRect area, char* path) { return melkar::RunCycle(*this, Cycle::beside, area, path); }
+
+void CCircleGraph::PutLegendBelow() { m_bSeparate = 0; }
+void CCircleGraph::PutLegendBeside() { m_bSeparate = 1; }
+
+void CCircleGraph::DrawLegendUnlessExcluded() {
+    if (!m_bExclude)
+        DrawSecExs();
 }
 
 void CCircleGraph::CalcCircleRect() {

@@ -57,7 +57,10 @@ protected:
 
 private:
     struct KeyRows;
-    MELKAR_LOCAL long DrawArrangement(const CRect& area, int isSeparate);
+    struct Cycle;
+    MELKAR_LOCAL void PutLegendBelow();
+    MELKAR_LOCAL void PutLegendBeside();
+    MELKAR_LOCAL void DrawLegendUnlessExcluded();
     MELKAR_LOCAL void TakeShares(const melkar::ClassFigures& shares);
     MELKAR_LOCAL void DrawSlice(CPoint from, CPoint to, double share, COLORREF color);
     MELKAR_LOCAL int WidestOf(const CString (&texts)[3]) const;

@@ -181,7 +181,12 @@ protected:
 
 private:
     struct KeyRows;
+    struct Cycle;
     MELKAR_LOCAL void DrawPanel();
+    MELKAR_LOCAL void FillPanel();
+    MELKAR_LOCAL void DrawPanelTitle();
+    MELKAR_LOCAL void DrawGraphArea();
+    MELKAR_LOCAL void DrawNotes();
     MELKAR_LOCAL void DrawLeftScale(const CRect& graph);
     MELKAR_LOCAL void DrawRightScale(const CRect& graph);
     MELKAR_LOCAL void DrawBottomScale(const CRect& graph);

@@ -73,22 +73,26 @@ CRect CGraphBase::GetNoteRect(CRect panel) const {
     return melkar::Inside(panel, {m_ptNoteOffsetLT.x, m_ptNoteOffsetLT.y, m_ptNoteOffsetRB.x, m_ptNoteOffsetRB.y});
 }
 
-long CGraphBase::Draw(CRect area, char* path) {
-    return DrawGuarded([&] {
-        ReadDataFile(path);
-        if (const long failure = PrepareCycle(area))
-            return failure;
-        const ScopedBkMode transparent(m_hMemDC, TRANSPARENT);
-        DrawPanel();
-        BitBlt();
-        return melkar::kOk;
-    });
+struct CGraphBase::Cycle : melkar::Steps<CGraphBase> {
+    static constexpr Step steps[] = {&G::ReadDataFile, {&G::PrepareCycle, Needed}, &G::DrawPanel};
+    static constexpr Step panel[] = {&G::FillPanel, &G::DrawPanelTitle, &G::DrawGraphArea, &G::DrawNotes};
+};
+
+long CGraphBase::Draw(CRect area, char* path) { return melkar::RunCycle(*this, Cycle::steps, area, path); }
+
+/// All texts of a panel stand on what is there, those of derived classes, too.
+void CGraphBase::DrawPanel() {
+    const ScopedBkMode transparent(m_hMemDC, TRANSPARENT);
+    RunSteps(*this, Cycle::panel);
 }
 
-void CGraphBase::DrawPanel() {
-    DrawRectangle(m_hMemDC, m_rcGraph, m_crBaseBk, m_crBaseBorder, m_nBaseBorderWidth);
-    DrawTitle(GetTitleRect(m_rcGraph), DT_CENTER);
-    DrawGraph(GetGraphRect(m_rcGraph));
+void CGraphBase::FillPanel() { DrawRectangle(m_hMemDC, m_rcGraph, m_crBaseBk, m_crBaseBorder, m_nBaseBorderWidth); }
+
+void CGraphBase::DrawPanelTitle() { DrawTitle(GetTitleRect(m_rcGraph), DT_CENTER); }
+
+void CGraphBase::DrawGraphArea() { DrawGraph(GetGraphRect(m_rcGraph)); }
+
+void CGraphBase::DrawNotes() {
     if (!m_vecNoteLabels.empty())
         DrawNote(GetNoteRect(m_rcGraph));
 }

@@ -42,18 +42,22 @@ CPlot CPlotGraph::Plot(int index) const {
     return index >= 0 && index < PlotSize() ? m_vecPlots[static_cast<std::size_t>(index)] : CPlot();
 }
 
+/// Behind the panel's own cycle, which has copied the picture out.
+struct CPlotGraph::Cycle : melkar::Steps<CPlotGraph> {
+    static constexpr Step plots[] = {&G::DrawPlots, &G::DrawJoins, &G::DrawRest};
+};
+
 long CPlotGraph::Draw(CRect area, char* dataFile, char* plotFile) {
-    return DrawGuarded([&] {
+    return melkar::DrawGuarded([&] {
         ReadPlotDataFile(plotFile);
-        if (const long failure = CGraphBase::Draw(area, dataFile))
-            return failure;
-        const CRect graph = GetGraphRect(m_rcGraph);
-        DrawPlot(graph);
-        DrawPlotConnect(graph, 0, 0);
-        DrawAfterPlot(graph);
-        return melkar::kOk;
+        const long failure = CGraphBase::Draw(area, dataFile);
+        return failure != melkar::kOk ? failure : RunSteps(*this, Cycle::plots);
     });
 }
+
+void CPlotGraph::DrawPlots() { DrawPlot(GetGraphRect(m_rcGraph)); }
+void CPlotGraph::DrawJoins() { DrawPlotConnect(GetGraphRect(m_rcGraph), 0, 0); }
+void CPlotGraph::DrawRest() { DrawAfterPlot(GetGraphRect(m_rcGraph)); }
 
 void CPlotGraph::DrawPlot(CRect graph) {
     for (int index = 0; index < PlotSize(); ++index)

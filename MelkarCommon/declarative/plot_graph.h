@@ -40,6 +40,10 @@ protected:
     std::vector<CPlot> m_vecPlots; ///< in the order of adding
 
 private:
+    struct Cycle;
+    MELKAR_LOCAL void DrawPlots();
+    MELKAR_LOCAL void DrawJoins();
+    MELKAR_LOCAL void DrawRest();
     MELKAR_LOCAL CPoint PositionOf(const CRect& graph, const CPlot& plot);
     MELKAR_LOCAL void DrawJoin(const CPoint& from, int fromSize, const CPoint& to, int toSize, int endHead,
                                int startHead);

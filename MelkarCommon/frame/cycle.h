@@ -1,33 +1,117 @@
 #pragma once
 
+#include <MelkarCommon/frame/results.h>
+#include <MelkarCommon/platform/geometry.h>
+
 #include <cstddef>
+#include <cstdint>
+#include <variant>
 
 /// @file
-/// A draw cycle as a list of what one sees.
+/// A draw cycle as a table of steps, which reads like the list of what one sees, and the one way to run it.
+///
+///     struct CThermometer::Cycle : melkar::Steps<CThermometer> {
+///         static constexpr Step steps[] = {
+///             &G::ReadDataFile, {&G::BeginCycle, Needed}, {&G::DrawNoRecordsMessage, LastIfPainted},
+///             &G::FillCanvas,   &G::DrawColumn,           &G::DrawScale,
+///         };
+///     };
+///     long CThermometer::Draw(CRect area, char* path) { return melkar::RunCycle(*this, Cycle::steps, area, path); }
+///
+/// The copy at the end of a cycle is no step: it is made once, whatever the table says.
 
 namespace melkar {
 
-/// One step: an operation of the class that takes nothing. Virtual ones run as the object's class overrides them.
+/// What a host gives to a cycle.
+struct CycleInput {
+    CRect area;
+    char* path = nullptr;
+};
+
+/// What a step's result means to the cycle, where it isn't 0.
+enum class StepResult : std::uint8_t {
+    Ignored,
+    Needed,        ///< it is the cycle's result; nothing more is painted and nothing copied
+    LastIfPainted, ///< a message stands in for the steps that follow
+};
+
+/// One step: an operation of the class that takes nothing, the rectangle or the path. Virtual ones run as the object's
+/// class overrides them.
 template <class Graph> class Step {
+    using Result = long (Graph::*)();
+    using IntResult = int (Graph::*)();
+    using NoResult = void (Graph::*)();
+    using OnArea = long (Graph::*)(const CRect& area);
+    using OfFile = long (Graph::*)(char* path);
+    static constexpr StepResult Ignored = StepResult::Ignored;
+
 public:
-    constexpr Step(long (Graph::*step)()) : m_step(step) {}      // NOLINT: a table of steps lists operations
-    constexpr Step(void (Graph::*step)()) : m_plainStep(step) {} // NOLINT
-    void Run(Graph& graph) const {
-        if (m_step)
-            (graph.*m_step)();
-        else
-            (graph.*m_plainStep)();
+    // Tables list operations, so that all of these are implicit.
+    constexpr Step(Result step, StepResult meaning = Ignored) : m_operation(step), m_meaning(meaning) {}    // NOLINT
+    constexpr Step(IntResult step, StepResult meaning = Ignored) : m_operation(step), m_meaning(meaning) {} // NOLINT
+    constexpr Step(NoResult step) : m_operation(step), m_meaning(Ignored) {}                                // NOLINT
+    constexpr Step(OnArea step, StepResult meaning = Ignored) : m_operation(step), m_meaning(meaning) {}    // NOLINT
+    constexpr Step(OfFile step, StepResult meaning = Ignored) : m_operation(step), m_meaning(meaning) {}    // NOLINT
+
+    StepResult Meaning() const { return m_meaning; }
+
+    long Run(Graph& graph, const CycleInput& input) const {
+        return std::visit([&](auto step) { return Call(graph, input, step); }, m_operation);
     }
 
 private:
-    long (Graph::*m_step)() = nullptr;
-    void (Graph::*m_plainStep)() = nullptr;
+    static long Call(Graph& graph, const CycleInput&, Result step) { return (graph.*step)(); }
+    static long Call(Graph& graph, const CycleInput&, IntResult step) { return (graph.*step)(); }
+    static long Call(Graph& graph, const CycleInput&, NoResult step) {
+        (graph.*step)();
+        return kOk;
+    }
+    static long Call(Graph& graph, const CycleInput& input, OnArea step) { return (graph.*step)(input.area); }
+    static long Call(Graph& graph, const CycleInput& input, OfFile step) { return (graph.*step)(input.path); }
+
+    std::variant<Result, IntResult, NoResult, OnArea, OfFile> m_operation;
+    StepResult m_meaning;
 };
 
-/// Runs a class's table of steps, one after the other.
-template <class Graph, std::size_t Count> void RunSteps(Graph& graph, const Step<Graph> (&steps)[Count]) {
-    for (const Step<Graph>& step : steps)
-        step.Run(graph);
+/// Names for the table of one class, which derives from it.
+template <class Graph> struct Steps {
+    using G = Graph;
+    using Step = melkar::Step<Graph>;
+    static constexpr StepResult Needed = StepResult::Needed;
+    static constexpr StepResult LastIfPainted = StepResult::LastIfPainted;
+};
+
+/// Runs a table of steps, one after the other. @return 0, or the result of a needed step that failed
+template <class Graph, std::size_t Count>
+long RunSteps(Graph& graph, const Step<Graph> (&steps)[Count], const CycleInput& input = {}) {
+    for (const Step<Graph>& step : steps) {
+        const long result = step.Run(graph, input);
+        if (result == kOk || step.Meaning() == StepResult::Ignored)
+            continue;
+        return step.Meaning() == StepResult::Needed ? result : kOk;
+    }
+    return kOk;
+}
+
+/// Draws; whatever it throws becomes -999.
+template <class Work> long DrawGuarded(Work work) {
+    try {
+        return work();
+    } catch (...) {
+        return kDrawFailed;
+    }
+}
+
+/// A whole cycle: its steps, guarded, and the copy of the picture.
+/// @return 0, or the result of a needed step that failed; -999 after an exception
+template <class Graph, std::size_t Count>
+long RunCycle(Graph& graph, const Step<Graph> (&steps)[Count], const CRect& area, char* path) {
+    return DrawGuarded([&] {
+        const long result = RunSteps(graph, steps, {area, path});
+        if (result == kOk)
+            graph.BitBlt();
+        return result;
+    });
 }
 
 } // namespace melkar

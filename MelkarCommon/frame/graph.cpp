@@ -99,9 +99,15 @@ long CGraph::ReadIniFile(char* path) {
 
 melkar::ClassKeys CGraph::ProfileKeys() { return {"CGraph", melkar::InfoOf(KeyRows::rows)}; }
 
-long CGraph::Draw(CRect area, char*) {
-    return DrawGuarded([&] { return DrawCycle(area, [] {}); });
-}
+struct CGraph::Cycle : melkar::Steps<CGraph> {
+    static constexpr Step whole[] = {{&G::BeginCycle, Needed}};
+    static constexpr Step firstHalf[] = {
+        &G::FillGraph,     &G::DrawSideBar,          &G::DrawTitle,         &G::SetCanvasRect,
+        &G::JudgeStatuses, &G::DrawNoRecordsMessage, &G::DrawNoDataMessage, &G::DrawExcludeMessage,
+    };
+};
+
+long CGraph::Draw(CRect area, char* path) { return melkar::RunCycle(*this, Cycle::whole, area, path); }
 
 long CGraph::PrepareCycle(const CRect& area) {
     if (!m_hDC)
@@ -118,17 +124,10 @@ long CGraph::PrepareCycle(const CRect& area) {
 }
 
 long CGraph::BeginCycle(const CRect& area) {
-    if (const long failure = PrepareCycle(area))
-        return failure;
-    DrawRectangle(m_hMemDC, m_rcGraph, m_crBase, m_crBase, 0);
-    DrawSideBar();
-    DrawTitle();
-    SetCanvasRect();
-    JudgeStatuses();
-    DrawNoRecordsMessage();
-    DrawNoDataMessage();
-    DrawExcludeMessage();
-    return 0;
+    return melkar::DrawGuarded([&] {
+        const long failure = PrepareCycle(area);
+        return failure != melkar::kOk ? failure : RunSteps(*this, Cycle::firstHalf);
+    });
 }
 
 long CGraph::Redraw() { return 0; }
@@ -186,6 +185,8 @@ void CGraph::JudgeStatuses() {
         m_bNoData &= HasNoData(status);
     }
 }
+
+void CGraph::FillGraph() { DrawRectangle(m_hMemDC, m_rcGraph, m_crBase, m_crBase, 0); }
 
 void CGraph::FillCanvas() { DrawRectangle(m_hMemDC, m_rcCanvas, m_crCanvas, m_crCanvas, 1); }
 

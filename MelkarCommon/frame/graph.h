@@ -79,29 +79,11 @@ public:
 
 protected:
     static char* GraphProfile(); ///< "..\conf\graph.cnf", from which every constructor reads
-    /// The first half of a cycle without the copy at its end, which a derived `Draw` makes once, when it is through.
-    /// @return 0, 201 or -999 as `Draw`; throws what the steps throw
+    /// The first half of a cycle, without a copy of the picture: a step of most cycles. @return as `Draw`
     long BeginCycle(const CRect& area);
     /// What every cycle begins with: looks at the rectangle and makes the working surface for it.
     /// @return 0; 201 without a device context; -999, with a line in the log, for a rectangle beyond +-2^24.
     long PrepareCycle(const CRect& area);
-    /// A cycle within `DrawGuarded`: the frame, what `paint` adds to it, the copy. @return 0, or what stopped the
-    /// frame, with nothing painted
-    template <class Paint> long DrawCycle(const CRect& area, Paint paint) {
-        if (const long failure = BeginCycle(area))
-            return failure;
-        paint();
-        BitBlt();
-        return melkar::kOk;
-    }
-    /// Runs a draw cycle; whatever it throws becomes -999.
-    template <class Cycle> static long DrawGuarded(Cycle cycle) {
-        try {
-            return cycle();
-        } catch (...) {
-            return melkar::kDrawFailed;
-        }
-    }
     void FillCanvas(); ///< the canvas in its colour; a step of many cycles
     /// A font of `size` points (11 if it is 0 or negative) in the graph's face and character set, for the working
     /// surface. The caller owns it.
@@ -184,9 +166,11 @@ protected:
 
 private:
     struct KeyRows;
+    struct Cycle;
 
     MELKAR_LOCAL bool PrepareSurface(const CRect& area);
     MELKAR_LOCAL void FreeSurface();
+    MELKAR_LOCAL void FillGraph();
     MELKAR_LOCAL void JudgeStatuses();
     MELKAR_LOCAL void PaintMessage(const CString& message, COLORREF color);
     MELKAR_LOCAL HFONT PlainFont(int size, int escapement, int weight, const CString& face) const;

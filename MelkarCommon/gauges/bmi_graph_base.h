@@ -50,4 +50,5 @@ protected:
 
 private:
     struct KeyRows;
+    struct Cycle;
 };

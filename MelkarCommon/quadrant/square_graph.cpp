@@ -160,23 +160,14 @@ long CSquareGraph::ReadDataFile(char* path) {
     });
 }
 
-struct CSquareGraph::Steps {
-    using G = CSquareGraph;
-    static constexpr melkar::Step<G> table[] = {
-        &G::DrawCanvas,    &G::DrawTargetAverage, &G::DrawPoints,        &G::DrawVAxsLabel,
-        &G::DrawHAxsLabel, &G::DrawSecExs,        &G::DrawNoDataMessage, &G::DrawExcludeMessage,
+struct CSquareGraph::Cycle : melkar::Steps<CSquareGraph> {
+    static constexpr Step steps[] = {
+        &G::ReadDataFile,  &G::GetGraphMeasure,   {&G::BeginCycle, Needed}, {&G::DrawNoRecordsMessage, LastIfPainted},
+        &G::DrawCanvas,    &G::DrawTargetAverage, &G::DrawPoints,           &G::DrawVAxsLabel,
+        &G::DrawHAxsLabel, &G::DrawSecExs,        &G::DrawNoDataMessage,    &G::DrawExcludeMessage,
     };
 };
 
-long CSquareGraph::Draw(CRect area, char* path) {
-    return DrawGuarded([&] {
-        ReadDataFile(path);
-        GetGraphMeasure();
-        return DrawCycle(area, [this] {
-            if (DrawNoRecordsMessage() == 0)
-                RunSteps(*this, Steps::table);
-        });
-    });
-}
+long CSquareGraph::Draw(CRect area, char* path) { return melkar::RunCycle(*this, Cycle::steps, area, path); }
 
 long CSquareGraph::GetGraphMeasure() { return 0; }

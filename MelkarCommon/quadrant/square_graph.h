@@ -116,7 +116,7 @@ protected:
 
 private:
     struct KeyRows;
-    struct Steps;
+    struct Cycle;
     struct Targets;
 
     MELKAR_LOCAL Targets TakeHead(melkar::DataFile& file);

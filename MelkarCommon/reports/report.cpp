@@ -1,5 +1,6 @@
 #include <MelkarCommon/reports/report.h>
 
+#include <MelkarCommon/frame/cycle.h>
 #include <MelkarCommon/platform/drawing.h>
 #include <MelkarCommon/reports/report_layout.h>
 #include <MelkarCommon/support/ring_log.h>
@@ -107,10 +108,12 @@ int CReport::CalcRects() {
     return 0;
 }
 
+struct CReport::Cycle : melkar::Steps<CReport> {
+    static constexpr Step steps[] = {&G::DrawHeader, &G::DrawGraphs, &G::DrawFooter};
+};
+
 int CReport::Draw() {
-    DrawHeader();
-    DrawGraphs();
-    DrawFooter();
+    RunSteps(*this, Cycle::steps);
     return 0;
 }
 

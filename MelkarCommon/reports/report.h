@@ -84,6 +84,7 @@ protected:
 
 private:
     struct KeyRows;
+    struct Cycle;
     MELKAR_LOCAL void OpenSurface(int orientation);
 
     std::shared_ptr<HDC__> m_surface; ///< `m_hPrnDC`, which it frees with its last owner

@@ -106,8 +106,34 @@ TEST_F(Gauge, NonsenseDrawsWhatItCan) {
     auto bar = Make<Open<CBMIGraph_Eng>>();
     bar.m_nMin = bar.m_nMax;
     EXPECT_THAT(Record(bar, File("50"), {100, 50, 400, 90}), HasSubstr("text \"50\" 100,60")) << "no range";
-    CHimandGraph unbound(nullptr, nullptr, "OWN", nullptr, nullptr, nullptr);
+}
+
+/// A derived class may do more in a step than paint.
+TEST_F(Gauge, StepsRunWithoutASurfaceAndARectangle) {
+    class Noting : public CHimandGraph {
+    public:
+        using CHimandGraph::CHimandGraph;
+        long ReadDataFile(char* path) override { return Note("read ", CHimandGraph::ReadDataFile(path)); }
+        long DrawCanvas() override { return Note("canvas ", CHimandGraph::DrawCanvas()); }
+        long DrawValue() override { return Note("value ", CHimandGraph::DrawValue()); }
+        void DrawTitle() override {
+            Note("title ", 0);
+            CHimandGraph::DrawTitle();
+        }
+        std::string order;
+
+    private:
+        long Note(const char* step, long result) {
+            order += step;
+            return result;
+        }
+    };
+    Noting unbound(nullptr, nullptr, "OWN", nullptr, nullptr, nullptr);
     EXPECT_EQ(unbound.Draw({0, 0, 9, 9}, m_missing), 0) << "always";
+    EXPECT_EQ(unbound.order, "read canvas value title ");
+    auto bound = Make<Noting>();
+    EXPECT_EQ(bound.Draw({0, 0, INT_MAX, 9}, m_missing), 0);
+    EXPECT_EQ(bound.order, "read canvas value title ");
 }
 
 // The first strip is a line of 10 points high, 50 to 67, the second reaches the middle, 100. Bounds: 160, 251, 340.

@@ -1,25 +1,16 @@
 #include <MelkarCommon/platform/pages/svg_words.h>
+#include <MelkarCommon/platform/values/number_text.h>
 
 #include <algorithm>
-#include <array>
-#include <charconv>
 #include <cmath>
 #include <cstdint>
 
 namespace melkar {
 
 SvgWords& SvgWords::Number(double value) {
-    constexpr int kDecimals = 3;
     constexpr double kLargest = 1e9;
-    std::array<char, 32> buffer{};
-    const double bounded = std::isnan(value) ? 0 : std::clamp(value, -kLargest, kLargest);
-    const auto [end, error] =
-        std::to_chars(buffer.data(), buffer.data() + buffer.size(), bounded, std::chars_format::fixed, kDecimals);
-    std::string_view number(buffer.data(), static_cast<std::size_t>(end - buffer.data()));
-    number = number.substr(0, number.find_last_not_of('0') + 1);
-    if (number.ends_with('.'))
-        number.remove_suffix(1);
-    return Raw(number == "-0" ? "0" : number);
+    AppendLength(m_text, std::isnan(value) ? 0 : std::clamp(value, -kLargest, kLargest));
+    return *this;
 }
 
 SvgWords& SvgWords::Escaped(std::string_view utf8) {
@@ -63,8 +54,7 @@ SvgWords& SvgWords::Value(std::string_view name, std::string_view value) {
 
 SvgWords& SvgWords::Paint(std::string_view name, Color color) {
     Raw(" ").Raw(name).Raw("=\"#");
-    for (int shift = 20; shift >= 0; shift -= 4)
-        m_text += "0123456789abcdef"[color >> static_cast<unsigned>(shift) & 0xFU];
+    AppendHex(m_text, color, 6, kSmallHex);
     return Raw("\"");
 }
 

@@ -1,9 +1,7 @@
 #include <MelkarCommon/platform/record/recording_parts.h>
 #include <MelkarCommon/platform/text/text_engine.h>
+#include <MelkarCommon/platform/values/number_text.h>
 
-#include <array>
-#include <charconv>
-#include <cmath>
 #include <numbers>
 #include <string_view>
 
@@ -44,9 +42,9 @@ public:
     Words& Number(double value);
     Words& Pair(double one, char between, double other) {
         Word("");
-        Append(one);
+        AppendLength(m_text, one);
         m_text += between;
-        Append(other);
+        AppendLength(m_text, other);
         return *this;
     }
     Words& Point(double x, double y) { return Pair(x, ',', y); }
@@ -55,37 +53,17 @@ public:
     Words& Paint(Color color);
     Words& Width(double width) {
         Word("w");
-        Append(width);
+        AppendLength(m_text, width);
         return *this;
     }
     Words& Quoted(std::string_view text);
     void Break() { m_text += '\n'; }
 
 private:
-    void Append(double value);
-    void AppendHex(unsigned value, int digits);
     void AppendEscaped(char c);
 
     std::string& m_text;
 };
-
-void Words::Append(double value) {
-    constexpr int kDecimals = 3;
-    std::array<char, 400> buffer{}; // the largest double has 309 digits
-    const auto [end, error] =
-        std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::fixed, kDecimals);
-    std::string_view number(buffer.data(), static_cast<std::size_t>(end - buffer.data()));
-    if (std::isfinite(value))
-        number = number.substr(0, number.find_last_not_of('0') + 1);
-    if (number.ends_with('.'))
-        number.remove_suffix(1);
-    m_text += number == "-0" ? "0" : number;
-}
-
-void Words::AppendHex(unsigned value, int digits) {
-    for (int shift = 4 * (digits - 1); shift >= 0; shift -= 4)
-        m_text += "0123456789ABCDEF"[(value >> static_cast<unsigned>(shift)) & 0xFU];
-}
 
 void Words::AppendEscaped(char c) {
     constexpr std::string_view kNamed = "\"\\\n\r\t";
@@ -96,7 +74,7 @@ void Words::AppendEscaped(char c) {
         m_text += kNames[i];
     } else if (byte < 0x20 || byte == 0x7F) {
         m_text += "\\x";
-        AppendHex(byte, 2);
+        AppendHex(m_text, byte, 2, kLargeHex);
     } else {
         m_text += c;
     }
@@ -104,13 +82,13 @@ void Words::AppendEscaped(char c) {
 
 Words& Words::Number(double value) {
     Word("");
-    Append(value);
+    AppendLength(m_text, value);
     return *this;
 }
 
 Words& Words::Paint(Color color) {
     Word("#");
-    AppendHex(color & 0xFFFFFFU, 6);
+    AppendHex(m_text, color, 6, kLargeHex);
     return *this;
 }
 

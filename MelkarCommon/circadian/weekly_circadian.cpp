@@ -17,10 +17,10 @@ using melkar::CsvRow;
 using melkar::DataFile;
 using melkar::DayRecord;
 using melkar::kWeekDays;
+using melkar::kWhite;
 
 namespace {
 
-constexpr COLORREF kWhite = 0xFFFFFF;
 constexpr int kEighthLine = kWeekDays + 1; ///< of a week in the print file: behind its Sunday
 
 } // namespace

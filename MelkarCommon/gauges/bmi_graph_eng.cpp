@@ -8,11 +8,11 @@
 #include <algorithm>
 
 using melkar::GaugeFigurePlace;
+using melkar::kBlack;
+using melkar::kWhite;
 
 namespace {
 
-constexpr COLORREF kBlack = RGB(0, 0, 0);
-constexpr COLORREF kWhite = RGB(255, 255, 255);
 constexpr COLORREF kFrame = RGB(128, 128, 128);
 constexpr int kGap = 5;         ///< from the bar to a figure that is cut off at the right edge
 constexpr int kSurfaceLeft = 1; ///< figures off the scale have all the room from here to the right edge

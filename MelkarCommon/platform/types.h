@@ -28,6 +28,11 @@ constexpr COLORREF RGB(unsigned red, unsigned green, unsigned blue) {
     return (red & 0xFFU) | ((green & 0xFFU) << 8U) | ((blue & 0xFFU) << 16U);
 }
 
+namespace melkar {
+constexpr COLORREF kBlack = RGB(0, 0, 0);
+constexpr COLORREF kWhite = RGB(255, 255, 255);
+} // namespace melkar
+
 /// Handles are pointers to structs that only the drawing layer knows; null is a valid "none" everywhere.
 using HDC = struct HDC__*;
 using HWND = struct HWND__*;

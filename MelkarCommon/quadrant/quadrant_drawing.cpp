@@ -10,13 +10,13 @@
 #include <MelkarCommon/support/support.h>
 #include <MelkarCommon/support/text_box.h>
 
+using melkar::kBlack;
+using melkar::kWhite;
 using melkar::QuadrantScale;
 using melkar::ScopedFont;
 
 namespace {
 
-constexpr COLORREF kBlack = RGB(0, 0, 0);
-constexpr COLORREF kWhite = RGB(255, 255, 255);
 constexpr int kUpwards = 900;                  ///< tenths of a degree
 constexpr double kEntryDistance = 1.1;         ///< from entry to entry of the legend, in heights of its text
 constexpr const char* kShareSample = "0000% "; ///< its height makes the share box's

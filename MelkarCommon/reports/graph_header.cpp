@@ -9,8 +9,6 @@ using namespace melkar; // NOLINT(google-build-using-namespace): cells by their 
 namespace {
 
 constexpr int kMeasuredSize = 10; ///< points; texts are painted at the size of the profile
-constexpr COLORREF kWhite = 0xFFFFFF;
-constexpr COLORREF kBlack = 0;
 
 void PaintIn(HDC surface, CRect cell, const char* text, COLORREF color, UINT format) {
     const ScopedTextColor scoped(surface, color);

@@ -16,7 +16,6 @@ constexpr char kSystemProfile[] = "..\\conf\\config.cnf";
 constexpr char kDriver[] = "WINSPOOL";
 constexpr int kLandscapeDegrees = 90;
 constexpr int kDocInfoSize = 20; ///< as callers know the record, whatever it takes here
-constexpr COLORREF kWhite = 0xFFFFFF;
 
 /// The settings of a printer, in memory of their own.
 class Settings {
@@ -125,7 +124,7 @@ int CReport::DocStart() { return StartDocA(m_hPrnDC, &m_DocInfo); }
 
 int CReport::PageStart() {
     StartPage(m_hPrnDC);
-    DrawRectangle(m_hPrnDC, m_rcPage, kWhite, kWhite, 0);
+    DrawRectangle(m_hPrnDC, m_rcPage, melkar::kWhite, melkar::kWhite, 0);
     return 0;
 }
 

@@ -13,11 +13,11 @@
 
 using melkar::CsvRow;
 using melkar::HeaderRows;
+using melkar::kWhite;
 
 namespace {
 
 char kProfile[] = "..\\conf\\graph.cnf"; ///< not constant only because `ReadIniFile` takes such a pointer
-constexpr COLORREF kWhite = 0xFFFFFF;
 
 // Words of the reader; no key replaces them.
 constexpr const char* kDays = "Days";

@@ -43,8 +43,6 @@ const char* FindField(const char* line, int index) {
     return line;
 }
 
-constexpr bool IsDigit(char c) { return c >= '0' && c <= '9'; }
-
 /// The value of a field of plain digits with at most one point, as nearly all are; nothing for any other field. Whole
 /// number and power of ten are exact, so that their quotient is the nearest double, as of any other way of reading.
 std::optional<double> PlainDecimal(const char* field) {
@@ -53,7 +51,7 @@ std::optional<double> PlainDecimal(const char* field) {
     std::int64_t number = 0;
     int digits = 0;
     const auto takeDigits = [&] {
-        for (; IsDigit(*field) && digits <= kExactDigits; ++field, ++digits)
+        for (; melkar::IsDigit(*field) && digits <= kExactDigits; ++field, ++digits)
             number = number * 10 + (*field - '0');
     };
     takeDigits();

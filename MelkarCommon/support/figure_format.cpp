@@ -1,5 +1,6 @@
 #include <MelkarCommon/support/figure_format.h>
 
+#include <MelkarCommon/platform/values/ascii.h>
 #include <MelkarCommon/support/ring_log.h>
 
 #include <string_view>
@@ -16,7 +17,7 @@ bool Is(char c, std::string_view any) { return c != 0 && any.find(c) != std::str
 /// Steps over a number. @return false if it is beyond `limit`.
 bool SkipNumber(const char*& at, int limit) {
     int number = 0;
-    for (; *at >= '0' && *at <= '9'; ++at) {
+    for (; IsDigit(*at); ++at) {
         number = number * 10 + (*at - '0');
         if (number > limit)
             return false;

@@ -138,7 +138,7 @@ int LastRecord(int file, const std::string& path) {
         return 0;
     if (count != static_cast<ssize_t>(sizeof digits))
         return -1;
-    const bool isHead = std::all_of(digits, digits + sizeof digits, [](char c) { return c >= '0' && c <= '9'; });
+    const bool isHead = std::all_of(digits, digits + sizeof digits, melkar::IsDigit);
     if (!isHead && IsSymlink(path))
         return -1;
     return std::clamp(melkar::ParseInt(std::string_view(digits, sizeof digits)), 0, kLastRecord);

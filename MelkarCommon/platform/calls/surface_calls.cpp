@@ -14,9 +14,6 @@ using namespace melkar;
 
 namespace {
 
-constexpr COLORREF kWhite = RGB(255, 255, 255);
-constexpr COLORREF kBlack = RGB(0, 0, 0);
-
 /// Exceptions (a lack of memory) end here: a surface or bitmap that can't be made is null.
 template <class Make> auto NullOnFailure(Make make) -> decltype(make()) {
     try {

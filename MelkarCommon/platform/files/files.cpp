@@ -1,5 +1,7 @@
 #include <MelkarCommon/platform/files.h>
 
+#include <MelkarCommon/platform/files/byte_order_mark.h>
+
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
@@ -14,7 +16,6 @@ namespace {
 
 constexpr std::size_t kBlock = std::size_t{64} * 1024;
 constexpr std::size_t kLargestWhole = std::size_t{256} * 1024 * 1024; // nothing that we read whole comes near it
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 /// A descriptor of a regular file, or -1. Opening never waits, as it would for a pipe without a writer.
 int OpenRegular(const char* path, std::size_t* size) {

@@ -18,11 +18,6 @@ std::string TemporaryName(const std::string& path) {
     return path + "." + std::to_string(getpid()) + "." + std::to_string(s_count.fetch_add(1)) + ".new";
 }
 
-std::string FolderOf(const std::string& path) {
-    const std::size_t slash = path.rfind('/');
-    return slash == std::string::npos ? "." : path.substr(0, slash + 1);
-}
-
 /// Where a symlink leads, and from there on; the end need not be there. `path` itself if it is no link.
 std::string FollowLinks(std::string path) {
     constexpr int kMostLinks = 40; // as the system itself gives up
@@ -82,6 +77,11 @@ void TakeOver(int descriptor, const struct stat& former) {
 }
 
 } // namespace
+
+std::string FolderOf(const std::string& path) {
+    const std::size_t slash = path.rfind('/');
+    return slash == std::string::npos ? "." : path.substr(0, slash + 1);
+}
 
 std::unique_ptr<NewFile> NewFile::Create(const std::string& path) {
     const std::string target = FollowLinks(path);

@@ -9,6 +9,9 @@
 
 namespace melkar {
 
+/// Where the file of a path lies, with the slash behind it.
+std::string FolderOf(const std::string& path);
+
 /// Written without a name, so that nothing stays behind if the process is killed; where the file system has no such
 /// files, under a name of its own in the same directory. It takes its name when it is complete: through a symlink, with
 /// the mode and, where possible, the owner of the file that it replaces.

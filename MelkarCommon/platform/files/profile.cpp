@@ -1,6 +1,7 @@
 #include <MelkarCommon/platform/profile.h>
 
 #include <MelkarCommon/platform/files.h>
+#include <MelkarCommon/platform/files/byte_order_mark.h>
 #include <MelkarCommon/platform/values/ascii.h>
 
 #include <algorithm>
@@ -66,10 +67,6 @@ std::optional<KeyAndValue> SplitLine(std::string_view line) {
     if (line.starts_with(';') || equals == std::string_view::npos || equals == 0)
         return std::nullopt;
     return KeyAndValue{TrimBlanks(line.substr(0, equals)), WithoutQuotes(TrimBlanks(line.substr(equals + 1)))};
-}
-
-std::string_view WithoutByteOrderMark(std::string_view text) {
-    return text.starts_with("\xEF\xBB\xBF") ? text.substr(3) : text;
 }
 
 std::optional<std::string_view> FindInSection(std::string_view body, std::string_view key) {

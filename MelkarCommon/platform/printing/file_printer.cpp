@@ -1,4 +1,5 @@
 #include <MelkarCommon/platform/files.h>
+#include <MelkarCommon/platform/files/new_file.h>
 #include <MelkarCommon/platform/printing.h>
 #include <MelkarCommon/platform/printing/printer.h>
 
@@ -40,9 +41,7 @@ std::unique_ptr<PrintJob> FindFileJob(const char* path) { return std::make_uniqu
 /// There, if its directory takes files.
 std::unique_ptr<Printer> FindFilePrinter(const std::string& path) {
     const std::string resolved = ResolvePath(path.c_str());
-    const auto slash = resolved.rfind('/');
-    const std::string directory = slash == std::string::npos ? "." : resolved.substr(0, slash + 1);
-    if (access(directory.c_str(), W_OK) == 0)
+    if (access(FolderOf(resolved).c_str(), W_OK) == 0)
         return std::make_unique<FilePrinter>(resolved);
     LogPrinter(path, std::strerror(errno));
     return nullptr;

@@ -28,7 +28,7 @@ bool IsSecondByte(unsigned char lead, unsigned char second) {
     case 0xF4:
         return second >= 0x80 && second <= 0x8F;
     default:
-        return (second & 0xC0U) == 0x80;
+        return IsContinuation(static_cast<char>(second));
     }
 }
 
@@ -48,7 +48,7 @@ bool IsUtf8(std::string_view bytes) {
         if (length > 1 && !IsSecondByte(At(bytes, i), At(bytes, i + 1)))
             return false;
         for (std::size_t k = 2; k < length; ++k)
-            if ((At(bytes, i + k) & 0xC0U) != 0x80)
+            if (!IsContinuation(bytes[i + k]))
                 return false;
         i += length;
     }

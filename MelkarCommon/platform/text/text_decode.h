@@ -9,6 +9,9 @@
 
 namespace melkar {
 
+/// Whether a byte of UTF-8 goes on with the character of the one before.
+constexpr bool IsContinuation(char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80; }
+
 /// The longest head of `bytes` of at most `limit` bytes that cuts no character in two, in the reading that the
 /// whole of `bytes` has under `charset`.
 std::string_view CutBytes(std::string_view bytes, std::size_t limit, int charset);

@@ -1,3 +1,4 @@
+#include <MelkarCommon/platform/text/text_decode.h>
 #include <MelkarCommon/platform/text/text_face.h>
 #include <MelkarCommon/platform/text/text_parts.h>
 #include <MelkarCommon/platform/text/text_wrap.h>
@@ -26,7 +27,7 @@ std::vector<std::int64_t> ReachOf(std::string_view text, double em) {
     std::int64_t pen = 0;
     for (std::size_t i = 0; i < text.size(); ++i) {
         reach[i] = pen;
-        if ((static_cast<unsigned char>(text[i]) & 0xC0U) != 0x80)
+        if (!IsContinuation(text[i]))
             pen += g_unichar_iswide(g_utf8_get_char(text.data() + i)) != FALSE ? wide : narrow;
     }
     reach[text.size()] = pen;

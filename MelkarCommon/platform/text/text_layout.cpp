@@ -20,7 +20,7 @@ constexpr double kMaxLineEms = 1 << 19; // pixels; Pango counts 1024ths of them 
 /// The length of the character at `i` of valid UTF-8.
 std::size_t LengthAt(std::string_view utf8, std::size_t i) {
     std::size_t end = i + 1;
-    while (end < utf8.size() && (static_cast<unsigned char>(utf8[end]) & 0xC0U) == 0x80)
+    while (end < utf8.size() && IsContinuation(utf8[end]))
         ++end;
     return end - i;
 }

@@ -1,3 +1,4 @@
+#include <MelkarCommon/platform/text/text_decode.h>
 #include <MelkarCommon/platform/text/text_parts.h>
 #include <MelkarCommon/platform/text/text_wrap.h>
 
@@ -41,7 +42,7 @@ std::vector<std::size_t> BreaksOf(std::string_view text, const PangoLogAttr* cha
     std::vector<std::size_t> breaks;
     const std::size_t firstWord = text.find_first_not_of(' ');
     for (std::size_t i = 0; i < text.size(); ++i) {
-        if ((static_cast<unsigned char>(text[i]) & 0xC0U) == 0x80)
+        if (IsContinuation(text[i]))
             continue;
         if (characters->is_line_break != 0 && i > firstWord)
             breaks.push_back(i);

@@ -17,7 +17,7 @@ int ParseInt(std::string_view text) {
     const std::int64_t bound = negative ? kMost + 1 : kMost;
     std::int64_t value = 0;
     for (const char c : text) {
-        if (c < '0' || c > '9')
+        if (!IsDigit(c))
             break;
         value = std::min(value * 10 + (c - '0'), bound);
     }

@@ -10,6 +10,8 @@ namespace melkar {
 /// What `isspace` accepts in the "C" locale.
 constexpr bool IsBlank(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 
+constexpr bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+
 constexpr char LowerAscii(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
 
 constexpr std::string_view TrimBlanks(std::string_view text) {

@@ -65,7 +65,7 @@ HDC MakePrinterSurface(const char* name, const DEVMODEA* settings) {
     state->sheet = LayOutSheet(paper, printer->MarginsOf(paper), state->ticket.isLandscape);
     state->printer = std::move(printer);
     const DeviceSize room{state->sheet.roomWidth, state->sheet.roomHeight};
-    auto surface = std::make_unique<HDC__>(TextMedium::Page, kUnitsPerInch, room);
+    auto surface = std::make_unique<HDC__>(Device{PaperDevice(), kUnitsPerInch, room});
     surface->bounds = {0, 0, room.width, room.height};
     surface->printing = std::move(state);
     return surface.release();

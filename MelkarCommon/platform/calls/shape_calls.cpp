@@ -106,7 +106,7 @@ BOOL Rectangle(HDC surface, int left, int top, int right, int bottom) {
             StrokeFrame(surface, box);
         return TRUE;
     }
-    const int width = PenWidth(*surface, pen);
+    const int width = PenWidth(surface->device, pen);
     const RECT outer = pen.style == PS_INSIDEFRAME ? box : Grown(box, width / 2);
     const RECT inner = Grown(outer, -width);
     if (!brush.hollow && brush.color == pen.color) {

@@ -1,6 +1,4 @@
 #include <MelkarCommon/platform/drawing.h>
-#include <MelkarCommon/platform/measures.h>
-#include <MelkarCommon/platform/surfaces/strokes.h>
 #include <MelkarCommon/platform/surfaces/surface_state.h>
 
 #include <utility>
@@ -45,15 +43,15 @@ COLORREF SetTextColor(HDC surface, COLORREF color) {
 }
 
 int GetDeviceCaps(HDC surface, int query) {
-    const bool known = IsSurface(surface);
+    const Device device = DeviceOf(surface);
     switch (query) {
     case LOGPIXELSX:
     case LOGPIXELSY:
-        return known ? surface->dpi : kScreenDpi;
+        return device.dpi;
     case HORZRES:
-        return known ? surface->device.width : 0;
+        return device.size.width;
     case VERTRES:
-        return known ? surface->device.height : 0;
+        return device.size.height;
     default:
         return 0;
     }

@@ -23,24 +23,11 @@ template <class Make> auto NullOnFailure(Make make) -> decltype(make()) {
     }
 }
 
-/// Of one colour. Null without memory for the pixels.
-std::unique_ptr<Bitmap> MakePixels(int width, int height, COLORREF color, Owner owner) {
-    OwnPixels pixels(width, height);
-    if (!pixels.AreThere())
-        return nullptr;
-    return std::make_unique<Bitmap>(owner, std::in_place_type<PixelPicture>, std::move(pixels), ToColor(color));
-}
-
-std::unique_ptr<Bitmap> MakeRecord(int width, int height, COLORREF ground, Owner owner) {
-    return std::make_unique<Bitmap>(owner, std::in_place_type<RecordPicture>, DeviceSize{width, height},
-                                    ToColor(ground));
-}
-
-/// Null for null.
-HDC MakeSurface(std::unique_ptr<Bitmap> picture, TextMedium medium, int dpi) {
+/// On `picture`, if there is one; else null.
+HDC MakeSurface(std::unique_ptr<Bitmap> picture, const Device& device) {
     if (picture == nullptr)
         return nullptr;
-    auto surface = std::make_unique<HDC__>(medium, dpi, SizeOf(picture->picture));
+    auto surface = std::make_unique<HDC__>(device);
     surface->ownBitmap = std::move(picture);
     surface->Take(*surface->ownBitmap);
     return surface.release();
@@ -51,25 +38,29 @@ HDC MakeSurface(std::unique_ptr<Bitmap> picture, TextMedium medium, int dpi) {
 HDC CreateMemorySurface(int width, int height, int dpi) {
     if (!IsPictureSize(width, height) || dpi < 1)
         return nullptr;
-    return NullOnFailure(
-        [&] { return MakeSurface(MakePixels(width, height, kWhite, Owner::Surface), TextMedium::Pixels, dpi); });
+    return NullOnFailure([&] {
+        const Device device{ScreenDevice(), dpi, {width, height}};
+        return MakeSurface(MakePixelBitmap(device.size, kWhite, Owner::Surface), device);
+    });
 }
 
 HDC WrapPixels(void* pixels, int width, int height, int strideBytes, int dpi) {
     if (!pixels || !IsPictureSize(width, height) || strideBytes % 4 != 0 || strideBytes / 4 < width || dpi < 1)
         return nullptr;
     return NullOnFailure([&] {
-        const PixelBuffer picture{static_cast<std::uint32_t*>(pixels), width, height, strideBytes / 4};
-        return MakeSurface(std::make_unique<Bitmap>(Owner::Surface, std::in_place_type<PixelPicture>, picture),
-                           TextMedium::Pixels, dpi);
+        const PixelBuffer memory{static_cast<std::uint32_t*>(pixels), width, height, strideBytes / 4};
+        return MakeSurface(std::make_unique<Bitmap>(Owner::Surface, std::in_place_type<PixelPicture>, memory),
+                           {ScreenDevice(), dpi, {width, height}});
     });
 }
 
 HDC CreateRecordingSurface(int width, int height, int dpi) {
     if (!IsPictureSize(width, height) || dpi < 1)
         return nullptr;
-    return NullOnFailure(
-        [&] { return MakeSurface(MakeRecord(width, height, kWhite, Owner::Surface), TextMedium::Fixed, dpi); });
+    return NullOnFailure([&] {
+        const Device device{RecordDevice(), dpi, {width, height}};
+        return MakeSurface(MakeRecordBitmap(device.size, kWhite, Owner::Surface), device);
+    });
 }
 
 HDC CreatePageSurface(const char* path, PageFormat format, int width, int height, int dpi) {
@@ -79,7 +70,7 @@ HDC CreatePageSurface(const char* path, PageFormat format, int width, int height
         std::unique_ptr<PageFile> page = MakePageFile(path, format, width, height, dpi);
         if (!page || !page->BeginPage())
             return nullptr;
-        auto surface = std::make_unique<HDC__>(TextMedium::Page, dpi, DeviceSize{width, height});
+        auto surface = std::make_unique<HDC__>(Device{PaperDevice(), dpi, {width, height}});
         surface->bounds = {0, 0, width, height};
         surface->page = page.get();
         surface->backend = std::move(page);
@@ -89,9 +80,7 @@ HDC CreatePageSurface(const char* path, PageFormat format, int width, int height
 
 HDC CreateCompatibleDC(HDC surface) {
     return NullOnFailure([&] {
-        const DeviceSize size = IsSurface(surface) ? surface->device : DeviceSize{0, 0};
-        auto made = std::make_unique<HDC__>(IsSurface(surface) ? surface->medium : TextMedium::Pixels,
-                                            GetDeviceCaps(surface, LOGPIXELSY), size);
+        auto made = std::make_unique<HDC__>(DeviceOf(surface));
         made->Take(StockBitmap());
         return made.release();
     });
@@ -101,9 +90,7 @@ HBITMAP CreateCompatibleBitmap(HDC surface, int width, int height) {
     if (!IsPictureSize(width, height))
         return nullptr;
     return NullOnFailure([&] {
-        const bool hasPixels = !IsSurface(surface) || surface->medium == TextMedium::Pixels;
-        const auto make = hasPixels ? MakePixels : MakeRecord;
-        return HandleOf<HBITMAP>(make(width, height, kBlack, Owner::Caller).release());
+        return HandleOf<HBITMAP>(MakeSuitingBitmap(DeviceOf(surface), {width, height}).release());
     });
 }
 

@@ -59,6 +59,27 @@ Bitmap& StockBitmap() {
     return none;
 }
 
+std::unique_ptr<Bitmap> MakePixelBitmap(DeviceSize size, COLORREF color, Owner owner) {
+    OwnPixels pixels(size.width, size.height);
+    if (!pixels.AreThere())
+        return nullptr;
+    return std::make_unique<Bitmap>(owner, std::in_place_type<PixelPicture>, std::move(pixels), ToColor(color));
+}
+
+std::unique_ptr<Bitmap> MakeRecordBitmap(DeviceSize size, COLORREF ground, Owner owner) {
+    return std::make_unique<Bitmap>(owner, std::in_place_type<RecordPicture>, size, ToColor(ground));
+}
+
+std::unique_ptr<Bitmap> MakeSuitingBitmap(const Device& device, DeviceSize size) {
+    constexpr COLORREF kBlack = RGB(0, 0, 0);
+    return std::visit(Overloaded{
+                          [&](const ScreenDevice&) { return MakePixelBitmap(size, kBlack, Owner::Caller); },
+                          [&](const PaperDevice&) { return MakeRecordBitmap(size, kBlack, Owner::Caller); },
+                          [&](const RecordDevice&) { return MakeRecordBitmap(size, kBlack, Owner::Caller); },
+                      },
+                      device.kind);
+}
+
 DeviceSize SizeOf(const Picture& picture) {
     return std::visit(Overloaded{
                           [](const NoPicture&) {

@@ -3,6 +3,7 @@
 #include <MelkarCommon/platform/pixels/pending_fill.h>
 #include <MelkarCommon/platform/pixels/pixel_memory.h>
 #include <MelkarCommon/platform/record/record.h>
+#include <MelkarCommon/platform/surfaces/device.h>
 #include <MelkarCommon/platform/surfaces/objects.h>
 
 #include <memory>
@@ -15,12 +16,6 @@
 /// missing, nothing compiles.
 
 namespace melkar {
-
-/// In device units.
-struct DeviceSize {
-    int width;
-    int height;
-};
 
 /// No room to draw on: what a compatible surface has until a bitmap is selected into it.
 struct NoPicture {};
@@ -92,6 +87,12 @@ struct Bitmap : GdiObject, InHandleMemory<ObjectKind::Bitmap> {
 
 inline Bitmap* BitmapFrom(HGDIOBJ h) { return ObjectFrom<Bitmap>(h, ObjectKind::Bitmap); }
 Bitmap& StockBitmap(); ///< without room
+
+/// Pixels or a record, as suits the device; black. Null without memory for the pixels.
+std::unique_ptr<Bitmap> MakeSuitingBitmap(const Device& device, DeviceSize size);
+/// Of one colour. Null without memory for the pixels.
+std::unique_ptr<Bitmap> MakePixelBitmap(DeviceSize size, COLORREF color, Owner owner);
+std::unique_ptr<Bitmap> MakeRecordBitmap(DeviceSize size, COLORREF ground, Owner owner);
 
 DeviceSize SizeOf(const Picture& picture);
 /// Null without room.

@@ -1,4 +1,3 @@
-#include <MelkarCommon/platform/measures.h>
 #include <MelkarCommon/platform/surfaces/strokes.h>
 
 #include <algorithm>
@@ -14,25 +13,22 @@ constexpr double kDashOn = 18;
 constexpr double kDashOff = 6;
 constexpr double kDot = 3;
 
-constexpr int kHalfPointsPerInch = 2 * kPointsPerInch;
-
 } // namespace
 
-int PenWidth(const HDC__& surface, const Pen& pen) {
-    constexpr std::int64_t kWidest = 1'000'000;
-    const std::int64_t dpi = surface.dpi;
+int PenWidth(const Device& device, const Pen& pen) {
+    constexpr int kWidest = 1'000'000;
+    const std::int64_t dpi = device.dpi;
     const std::int64_t scaled = pen.width <= 0 ? 1 : (pen.width * dpi + kScreenDpi / 2) / kScreenDpi;
-    const std::int64_t least =
-        surface.medium == TextMedium::Page ? (dpi + kHalfPointsPerInch - 1) / kHalfPointsPerInch : 1;
-    return static_cast<int>(std::clamp(scaled, std::max<std::int64_t>(1, least), kWidest));
+    const int least = std::min(LeastPenWidth(device), kWidest);
+    return static_cast<int>(std::clamp<std::int64_t>(scaled, least, kWidest));
 }
 
 Stroke StrokeOf(const HDC__& surface, const Pen& pen) {
     Stroke stroke;
     stroke.color = ToColor(pen.color);
-    stroke.width = PenWidth(surface, pen);
+    stroke.width = PenWidth(surface.device, pen);
     if (IsPatterned(pen)) {
-        const double scale = double{1} * surface.dpi / kScreenDpi;
+        const double scale = double{1} * surface.device.dpi / kScreenDpi;
         stroke.on = std::max(1.0, std::round((pen.style == PS_DASH ? kDashOn : kDot) * scale));
         stroke.off = std::max(1.0, std::round((pen.style == PS_DASH ? kDashOff : kDot) * scale));
         stroke.gaps = surface.bkMode == OPAQUE;

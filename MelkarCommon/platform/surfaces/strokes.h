@@ -9,8 +9,8 @@
 namespace melkar {
 
 inline bool IsPatterned(const Pen& pen) { return pen.style == PS_DASH || pen.style == PS_DOT; }
-/// A pen's width on this surface, at least 1: scaled with dpi / 96, on paper not below half a point.
-int PenWidth(const HDC__& surface, const Pen& pen);
+/// A pen's width, scaled with dpi / 96, not below what shows.
+int PenWidth(const Device& device, const Pen& pen);
 /// How lines look that this pen draws on this surface now.
 Stroke StrokeOf(const HDC__& surface, const Pen& pen);
 

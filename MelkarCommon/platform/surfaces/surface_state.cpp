@@ -8,9 +8,9 @@
 
 using namespace melkar;
 
-HDC__::HDC__(TextMedium surfaceMedium, int surfaceDpi, DeviceSize deviceSize)
-    : HandleHead(ObjectKind::Surface), medium(surfaceMedium), dpi(surfaceDpi), device(deviceSize),
-      pen(&StockPen(BLACK_PEN)), brush(&StockBrush(WHITE_BRUSH)), font(&StockFont()) {
+HDC__::HDC__(const Device& surfaceDevice)
+    : HandleHead(ObjectKind::Surface), device(surfaceDevice), pen(&StockPen(BLACK_PEN)),
+      brush(&StockBrush(WHITE_BRUSH)), font(&StockFont()) {
     CountAlive(1);
 }
 
@@ -90,9 +90,8 @@ bool WaitingLines::GoOnAt(POINT from, const LineLook& next) const {
 }
 
 std::shared_ptr<TextFace> HDC__::Face() const {
-    if (font->description.lfHeight != 0)
-        return FindFace(font->description, medium);
-    LOGFONTA scaled = font->description;
-    scaled.lfHeight = -std::max(1, MulDiv(kDefaultEm, dpi, kScreenDpi));
-    return FindFace(scaled, medium);
+    LOGFONTA description = font->description;
+    if (description.lfHeight == 0)
+        description.lfHeight = -std::max(1, MulDiv(kDefaultEm, device.dpi, kScreenDpi));
+    return FindFace(description, TextsOf(device));
 }

@@ -42,7 +42,7 @@ public:
 
 /// A drawing surface: the selected objects and modes, above the backend that does the work. Internal.
 struct HDC__ : melkar::HandleHead, melkar::InHandleMemory<melkar::ObjectKind::Surface> {
-    HDC__(melkar::TextMedium surfaceMedium, int surfaceDpi, melkar::DeviceSize deviceSize);
+    explicit HDC__(const melkar::Device& surfaceDevice);
     ~HDC__();
     HDC__(const HDC__&) = delete;
     HDC__& operator=(const HDC__&) = delete;
@@ -62,9 +62,7 @@ struct HDC__ : melkar::HandleHead, melkar::InHandleMemory<melkar::ObjectKind::Su
     std::shared_ptr<melkar::TextFace> Face() const;
     melkar::Backend* BackendBelow();
 
-    const melkar::TextMedium medium;
-    const int dpi;
-    const melkar::DeviceSize device;
+    const melkar::Device device;
     RECT bounds{0, 0, 0, 0}; ///< of the room to draw on
 
     melkar::Pen* pen;
@@ -88,5 +86,7 @@ namespace melkar {
 
 /// False for null, for a handle of another kind and for a deleted one: nothing of these may be touched.
 inline bool IsSurface(HDC handle) { return handle && handle->kind == ObjectKind::Surface; }
+/// That of a screen without room for what is no surface.
+inline Device DeviceOf(HDC handle) { return IsSurface(handle) ? handle->device : Device{}; }
 
 } // namespace melkar

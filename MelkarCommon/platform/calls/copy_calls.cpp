@@ -56,7 +56,8 @@ BOOL CopyRecord(HDC to, const RecordPicture& from, Copy copy) {
     Backend* backend = to->Drawing();
     if (!backend || IsEmptyRect(copy.source))
         return FALSE;
-    RecordPicture* record = to->bitmap ? RecordOf(to->bitmap->picture) : nullptr;
+    Picture* picture = PictureOf(to->target);
+    RecordPicture* record = picture ? RecordOf(*picture) : nullptr;
     if (record == &from && copy.target.left == copy.source.left && copy.target.top == copy.source.top)
         return TRUE;
     if (record && from.Ops().size() + record->Ops().size() > kMostOps)
@@ -64,7 +65,7 @@ BOOL CopyRecord(HDC to, const RecordPicture& from, Copy copy) {
     const std::vector<RecordedOp> ops = from.Ops(); // a copy: `to` may be the same surface
     if (record)
         record->Mark({copy.target, copy.source});
-    Replay(ops, *backend, copy.source, copy.target.left, copy.target.top, to->bounds);
+    Replay(ops, *backend, copy.source, copy.target.left, copy.target.top, to->Bounds());
     return TRUE;
 }
 
@@ -95,12 +96,14 @@ BOOL BitBlt(HDC to, int x, int y, int width, int height, HDC from, int fromX, in
 
 BOOL StretchBlt(HDC to, int x, int y, int width, int height, HDC from, int fromX, int fromY, int fromWidth,
                 int fromHeight, DWORD operation) {
-    if (!IsSurface(to) || !IsSurface(from) || !from->bitmap || width < 1 || height < 1 || fromWidth < 1 ||
-        fromHeight < 1 || !IsKnownOperation(operation))
+    if (!IsSurface(to) || !IsSurface(from) || width < 1 || height < 1 || fromWidth < 1 || fromHeight < 1 ||
+        !IsKnownOperation(operation))
+        return FALSE;
+    Picture* picture = from->Shown();
+    if (picture == nullptr)
         return FALSE;
     const Copy copy{RectAt(x, y, width, height), RectAt(fromX, fromY, fromWidth, fromHeight)};
     const bool staysVector = width == fromWidth && height == fromHeight && operation == SRCCOPY;
-    from->FlushLines();
     return std::visit(Overloaded{
                           [](NoPicture&) { return FALSE; },
                           [&](PixelPicture& pixels) { return CopyPixels(to, pixels, copy, operation); },
@@ -109,5 +112,5 @@ BOOL StretchBlt(HDC to, int x, int y, int width, int height, HDC from, int fromX
                                                  : CopyPlayedRecord(to, record, copy, operation);
                           },
                       },
-                      from->bitmap->picture);
+                      *picture);
 }

@@ -1,9 +1,10 @@
 #include <MelkarCommon/platform/printing.h>
 #include <MelkarCommon/platform/seam/grey_backend.h>
-#include <MelkarCommon/platform/surfaces/print_state.h>
+#include <MelkarCommon/platform/surfaces/surface_state.h>
 
 #include <atomic>
 #include <climits>
+#include <optional>
 
 using namespace melkar; // NOLINT(google-build-using-namespace)
 
@@ -15,80 +16,89 @@ int NextJobNumber() {
     return static_cast<int>(jobs.fetch_add(1, std::memory_order_relaxed) % INT_MAX) + 1;
 }
 
-/// Nothing draws from here on. @return the job, if there was one
-std::unique_ptr<PrintJob> Leave(HDC surface, PrintState& state) {
-    surface->lines.points.clear();
-    surface->backend.reset();
-    state.document = nullptr;
-    state.hasPage = false;
-    return std::move(state.job);
+/// Null for a surface that isn't a printer's.
+PrinterTarget* PrinterOf(HDC surface) {
+    return IsSurface(surface) ? std::get_if<PrinterTarget>(&surface->target) : nullptr;
 }
 
-bool Begin(HDC surface, PrintState& state, const DOCINFOA& info) {
-    JobTicket ticket = state.ticket;
+/// Null between documents, and for what isn't a printer's surface.
+PrintedDocument* DocumentOf(HDC surface) {
+    PrinterTarget* printer = PrinterOf(surface);
+    return printer != nullptr && printer->document ? &*printer->document : nullptr;
+}
+
+/// Nothing draws from here on.
+void Leave(HDC surface) {
+    surface->lines.points.clear();
+    PrinterOf(surface)->document.reset();
+}
+
+/// None, if it can't be begun.
+std::optional<PrintedDocument> Begin(PrinterTarget& printer, const DOCINFOA& info) {
+    JobTicket ticket = printer.ticket;
     ticket.name = info.lpszDocName != nullptr ? info.lpszDocName : "";
-    auto job = info.lpszOutput != nullptr ? FindFileJob(info.lpszOutput) : state.printer->Begin(ticket);
+    auto job = info.lpszOutput != nullptr ? FindFileJob(info.lpszOutput) : printer.printer->Begin(ticket);
     if (!job)
-        return false;
+        return std::nullopt;
+    const SheetLayout& sheet = printer.sheet;
     DocumentInfo document;
     document.title = ticket.name;
-    document.sheet = {state.sheet.width, state.sheet.height, state.sheet.left, state.sheet.top};
-    auto pages = MakePageFile(job->Path().c_str(), PageFormat::Pdf, state.sheet.roomWidth, state.sheet.roomHeight,
-                              kUnitsPerInch, document);
+    document.sheet = {sheet.width, sheet.height, sheet.left, sheet.top};
+    auto pages =
+        MakePageFile(job->Path().c_str(), PageFormat::Pdf, sheet.roomWidth, sheet.roomHeight, kUnitsPerInch, document);
     if (!pages)
-        return false;
-    state.job = std::move(job);
-    state.document = pages.get();
-    surface->backend = ticket.isColored ? std::move(pages) : MakeGreyBackend(std::move(pages));
-    return true;
+        return std::nullopt;
+    auto grey = ticket.isColored ? nullptr : MakeGreyBackend(*pages);
+    return PrintedDocument{std::move(job), std::move(pages), std::move(grey)};
 }
 
 } // namespace
 
 int StartDocA(HDC surface, const DOCINFOA* job) {
-    PrintState* state = PrintStateOf(surface);
-    if (state == nullptr || job == nullptr || state->document != nullptr)
+    PrinterTarget* printer = PrinterOf(surface);
+    if (printer == nullptr || job == nullptr || printer->document)
         return SP_ERROR;
     try {
-        return Begin(surface, *state, *job) ? NextJobNumber() : SP_ERROR;
+        printer->document = Begin(*printer, *job);
     } catch (...) {
         return SP_ERROR; // no memory
     }
+    return printer->document ? NextJobNumber() : SP_ERROR;
 }
 
 int StartPage(HDC surface) {
-    PrintState* state = PrintStateOf(surface);
-    if (state == nullptr || state->document == nullptr)
+    PrintedDocument* document = DocumentOf(surface);
+    if (document == nullptr)
         return SP_ERROR;
     surface->FlushLines();
-    state->hasPage = state->document->BeginPage();
-    return state->hasPage ? 1 : SP_ERROR;
+    document->hasPage = document->pages->BeginPage();
+    return document->hasPage ? 1 : SP_ERROR;
 }
 
 int EndPage(HDC surface) {
-    PrintState* state = PrintStateOf(surface);
-    if (state == nullptr || !state->hasPage)
+    PrintedDocument* document = DocumentOf(surface);
+    if (document == nullptr || !document->hasPage)
         return SP_ERROR;
     surface->FlushLines();
-    state->document->EndPage();
-    state->hasPage = false;
+    document->pages->EndPage();
+    document->hasPage = false;
     return 1;
 }
 
 int EndDoc(HDC surface) {
-    PrintState* state = PrintStateOf(surface);
-    if (state == nullptr || state->document == nullptr)
+    PrintedDocument* document = DocumentOf(surface);
+    if (document == nullptr)
         return SP_ERROR;
     surface->FlushLines();
-    const bool isWritten = state->document->Finish();
-    const std::unique_ptr<PrintJob> job = Leave(surface, *state);
+    const bool isWritten = document->pages->Finish();
+    const std::unique_ptr<PrintJob> job = std::move(document->job);
+    Leave(surface);
     return isWritten && job->Deliver() ? 1 : SP_ERROR;
 }
 
 int AbortDoc(HDC surface) {
-    PrintState* state = PrintStateOf(surface);
-    if (state == nullptr || state->document == nullptr)
+    if (DocumentOf(surface) == nullptr)
         return SP_ERROR;
-    Leave(surface, *state);
+    Leave(surface);
     return 1;
 }

@@ -20,7 +20,7 @@ BOOL LineTo(HDC surface, int x, int y) {
     if (!IsSurface(surface))
         return FALSE;
     const POINT from = std::exchange(surface->position, POINT{x, y});
-    if (surface->pen->style == PS_NULL || !surface->HasRoom())
+    if (surface->pen->style == PS_NULL || DrawingOn(surface->target) == nullptr)
         return FALSE;
     surface->AddLine(from, {x, y});
     return TRUE;

@@ -1,5 +1,4 @@
 #include <MelkarCommon/platform/printing.h>
-#include <MelkarCommon/platform/surfaces/print_state.h>
 #include <MelkarCommon/platform/surfaces/surface_state.h>
 
 #include <algorithm>
@@ -59,16 +58,10 @@ HDC MakePrinterSurface(const char* name, const DEVMODEA* settings) {
     auto printer = FindPrinter(name);
     if (!printer)
         return nullptr;
-    auto state = std::make_unique<PrintState>();
-    state->ticket = TicketOf(settings, *printer, name);
-    const Paper& paper = *state->ticket.paper;
-    state->sheet = LayOutSheet(paper, printer->MarginsOf(paper), state->ticket.isLandscape);
-    state->printer = std::move(printer);
-    const DeviceSize room{state->sheet.roomWidth, state->sheet.roomHeight};
-    auto surface = std::make_unique<HDC__>(Device{PaperDevice(), kUnitsPerInch, room});
-    surface->bounds = {0, 0, room.width, room.height};
-    surface->printing = std::move(state);
-    return surface.release();
+    JobTicket ticket = TicketOf(settings, *printer, name);
+    const SheetLayout sheet = LayOutSheet(*ticket.paper, printer->MarginsOf(*ticket.paper), ticket.isLandscape);
+    return new HDC__({PaperDevice(), kUnitsPerInch, {sheet.roomWidth, sheet.roomHeight}},
+                     std::in_place_type<PrinterTarget>, PrinterTarget{std::move(printer), std::move(ticket), sheet});
 }
 
 } // namespace

@@ -8,23 +8,16 @@ using namespace melkar;
 HGDIOBJ SelectObject(HDC surface, HGDIOBJ handle) {
     if (!IsSurface(surface) || !handle)
         return nullptr;
-    if (Bitmap* bitmap = BitmapFrom(handle))
-        return surface->page || surface->printing ? nullptr : HandleOf<HGDIOBJ>(surface->Take(*bitmap));
-
-    const auto select = [](auto*& slot, auto* chosen) -> HGDIOBJ {
-        auto* former = std::exchange(slot, chosen);
-        if (former->owner == Owner::Caller)
-            --former->selections;
-        if (chosen->owner == Owner::Caller)
-            ++chosen->selections;
-        return HandleOf<HGDIOBJ>(former);
-    };
+    if (Bitmap* bitmap = BitmapFrom(handle)) {
+        surface->FlushLines();
+        return HandleOf<HGDIOBJ>(SelectOn(surface->target, *bitmap));
+    }
     if (Pen* pen = PenFrom(handle))
-        return select(surface->pen, pen);
+        return HandleOf<HGDIOBJ>(surface->pen.Change(*pen));
     if (Brush* brush = BrushFrom(handle))
-        return select(surface->brush, brush);
+        return HandleOf<HGDIOBJ>(surface->brush.Change(*brush));
     if (FontObject* font = FontFrom(handle))
-        return select(surface->font, font);
+        return HandleOf<HGDIOBJ>(surface->font.Change(*font));
     return nullptr;
 }
 

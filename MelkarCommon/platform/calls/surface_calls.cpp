@@ -27,10 +27,13 @@ template <class Make> auto NullOnFailure(Make make) -> decltype(make()) {
 HDC MakeSurface(std::unique_ptr<Bitmap> picture, const Device& device) {
     if (picture == nullptr)
         return nullptr;
-    auto surface = std::make_unique<HDC__>(device);
-    surface->ownBitmap = std::move(picture);
-    surface->Take(*surface->ownBitmap);
-    return surface.release();
+    return new HDC__(device, std::in_place_type<PictureTarget>, std::move(picture));
+}
+
+/// The pixels that a surface draws on, if any.
+PixelPicture* SeenPixels(HDC surface) {
+    Picture* picture = IsSurface(surface) ? surface->Shown() : nullptr;
+    return picture ? PixelsOf(*picture) : nullptr;
 }
 
 } // namespace
@@ -70,20 +73,13 @@ HDC CreatePageSurface(const char* path, PageFormat format, int width, int height
         std::unique_ptr<PageFile> page = MakePageFile(path, format, width, height, dpi);
         if (!page || !page->BeginPage())
             return nullptr;
-        auto surface = std::make_unique<HDC__>(Device{PaperDevice(), dpi, {width, height}});
-        surface->bounds = {0, 0, width, height};
-        surface->page = page.get();
-        surface->backend = std::move(page);
-        return surface.release();
+        const DeviceSize size{width, height};
+        return new HDC__({PaperDevice(), dpi, size}, std::in_place_type<PageTarget>, PageTarget{std::move(page), size});
     });
 }
 
 HDC CreateCompatibleDC(HDC surface) {
-    return NullOnFailure([&] {
-        auto made = std::make_unique<HDC__>(DeviceOf(surface));
-        made->Take(StockBitmap());
-        return made.release();
-    });
+    return NullOnFailure([&] { return new HDC__(DeviceOf(surface), std::in_place_type<PictureTarget>); });
 }
 
 HBITMAP CreateCompatibleBitmap(HDC surface, int width, int height) {
@@ -106,13 +102,13 @@ BOOL DeleteDC(HDC surface) {
     if (!IsSurface(surface))
         return FALSE;
     surface->FlushLines();
-    const bool written = !surface->page || surface->page->Finish();
+    const bool isWritten = Finish(surface->target);
     delete surface;
-    return written ? TRUE : FALSE;
+    return isWritten ? TRUE : FALSE;
 }
 
 PixelView GetPixels(HDC surface) {
-    PixelPicture* picture = IsSurface(surface) ? surface->Pixels() : nullptr;
+    PixelPicture* picture = SeenPixels(surface);
     if (!picture)
         return {nullptr, 0, 0, 0};
     const PixelBuffer& pixels = picture->Expose();
@@ -120,14 +116,12 @@ PixelView GetPixels(HDC surface) {
 }
 
 int WritePng(HDC surface, const char* path) {
-    PixelPicture* picture = IsSurface(surface) ? surface->Pixels() : nullptr;
+    PixelPicture* picture = SeenPixels(surface);
     return WritePngFile(picture ? picture->Shown() : PixelBuffer{}, path);
 }
 
 std::string GetRecording(HDC surface) {
-    if (!IsSurface(surface) || !surface->bitmap)
-        return {};
-    surface->FlushLines();
-    const RecordPicture* record = RecordOf(surface->bitmap->picture);
+    Picture* picture = IsSurface(surface) ? surface->Shown() : nullptr;
+    const RecordPicture* record = picture ? RecordOf(*picture) : nullptr;
     return record ? FormatRecording(record->Ops()) : std::string();
 }

@@ -38,9 +38,9 @@ void PaintGround(HDC surface, Backend& backend, const RECT& clip, POINT at, int 
         const Box ground{at.x, at.y, std::int64_t{at.x} + width, std::int64_t{at.y} + height};
         return backend.FillRect(ClipBox(ground, clip), color);
     }
-    backend.SetClip(ClipBox(ToBox(clip), surface->bounds));
+    backend.SetClip(ClipBox(ToBox(clip), surface->Bounds()));
     backend.FillShape(Background(at, width, height, escapement), color);
-    backend.SetClip(surface->bounds);
+    backend.SetClip(surface->Bounds());
 }
 
 /// One line with its top-left corner at `at`, on its background if the mode is opaque.
@@ -75,7 +75,7 @@ std::int64_t TextTop(const RECT& rect, int height, UINT format) {
 
 void PaintLayout(HDC surface, const std::shared_ptr<const TextLayout>& layout, const RECT& rect, UINT format) {
     std::int64_t y = TextTop(rect, layout->Height(), format);
-    const RECT visible = ClipBox(ToBox(rect), surface->bounds);
+    const RECT visible = ClipBox(ToBox(rect), surface->Bounds());
     for (std::size_t i = 0; i < layout->lines.size(); ++i, y += layout->lineHeight) {
         if (y >= visible.bottom)
             break;
@@ -92,7 +92,7 @@ BOOL TextOutA(HDC surface, int x, int y, const char* text, int length) {
         return FALSE;
     const auto layout = LayOutText(surface->Face(), Bytes(*surface, text, length), true, kNoWrap);
     for (std::size_t i = 0; i < layout->lines.size(); ++i)
-        PaintLine(surface, layout, i, {x, y}, surface->bounds);
+        PaintLine(surface, layout, i, {x, y}, surface->Bounds());
     return TRUE;
 }
 

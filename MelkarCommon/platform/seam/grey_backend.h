@@ -9,7 +9,7 @@ constexpr Color GreyOf(Color color) {
     return kOpaque | (299U * RedOf(color) + 587U * GreenOf(color) + 114U * BlueOf(color) + 500U) / 1000U * 0x010101U;
 }
 
-/// Draws on `to` in shades of grey.
-std::unique_ptr<Backend> MakeGreyBackend(std::unique_ptr<Backend> to);
+/// Draws on `to`, which outlives it, in shades of grey.
+std::unique_ptr<Backend> MakeGreyBackend(Backend& to);
 
 } // namespace melkar

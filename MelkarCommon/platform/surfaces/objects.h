@@ -67,6 +67,34 @@ Pen& StockPen(int index);     ///< BLACK_PEN for an unknown index
 Brush& StockBrush(int index); ///< WHITE_BRUSH for an unknown index
 FontObject& StockFont();
 
+/// An object that is selected: while this has it, its owner can't delete it.
+template <class Object> class Selected {
+public:
+    explicit Selected(Object& object) : m_object(&object) { Count(1); }
+    ~Selected() { Count(-1); }
+    Selected(const Selected&) = delete;
+    Selected& operator=(const Selected&) = delete;
+
+    Object* operator->() const { return m_object; }
+    Object& operator*() const { return *m_object; }
+    /// @return the former one
+    Object* Change(Object& next) {
+        Object* former = m_object;
+        Count(-1);
+        m_object = &next;
+        Count(1);
+        return former;
+    }
+
+private:
+    void Count(int difference) {
+        if (m_object->owner == Owner::Caller)
+            m_object->selections += difference;
+    }
+
+    Object* m_object;
+};
+
 /// Counts surfaces and the objects that callers own.
 void CountAlive(int difference);
 std::size_t CountOfAlive();

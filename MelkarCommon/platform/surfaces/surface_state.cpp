@@ -8,53 +8,25 @@
 
 using namespace melkar;
 
-HDC__::HDC__(const Device& surfaceDevice)
-    : HandleHead(ObjectKind::Surface), device(surfaceDevice), pen(&StockPen(BLACK_PEN)),
-      brush(&StockBrush(WHITE_BRUSH)), font(&StockFont()) {
-    CountAlive(1);
-}
-
-HDC__::~HDC__() {
-    for (GdiObject* object : {static_cast<GdiObject*>(pen), static_cast<GdiObject*>(brush),
-                              static_cast<GdiObject*>(font), static_cast<GdiObject*>(bitmap)})
-        if (object && object->owner == Owner::Caller)
-            --object->selections;
-    CountAlive(-1);
-}
-
-Bitmap* HDC__::Take(Bitmap& picture) {
-    if (picture.owner == Owner::Surface && &picture != ownBitmap.get())
-        return nullptr;
-    if (picture.owner == Owner::Caller && picture.selections > 0 && &picture != bitmap)
-        return nullptr;
-    FlushLines();
-    Bitmap* former = bitmap;
-    if (former && former->owner == Owner::Caller)
-        --former->selections;
-    if (picture.owner == Owner::Caller)
-        ++picture.selections;
-    bitmap = &picture;
-    const DeviceSize size = SizeOf(picture.picture);
-    bounds = {0, 0, size.width, size.height};
-    return former;
-}
-
-PixelPicture* HDC__::Pixels() {
-    FlushLines();
-    return bitmap ? PixelsOf(bitmap->picture) : nullptr;
-}
-
-Backend* HDC__::BackendBelow() { return bitmap ? DrawingOn(bitmap->picture) : backend.get(); }
-
 Backend* HDC__::Drawing() {
     FlushLines();
-    return BackendBelow();
+    return DrawingOn(target);
+}
+
+Picture* HDC__::Shown() {
+    FlushLines();
+    return PictureOf(target);
+}
+
+RECT HDC__::Bounds() const {
+    const DeviceSize size = SizeOf(target);
+    return {0, 0, size.width, size.height};
 }
 
 void HDC__::FlushLines() {
     if (lines.points.size() > lines.stroke.drawn + 1)
-        if (Backend* below = BackendBelow())
-            below->StrokePolyline(lines.points, lines.stroke);
+        if (Backend* backend = DrawingOn(target))
+            backend->StrokePolyline(lines.points, lines.stroke);
     lines.points.clear();
 }
 
@@ -79,9 +51,9 @@ void HDC__::AddLine(POINT from, POINT to) {
     if (!lines.stroke.IsSolid())
         patternPhase += Distance(from, to);
     lines.points.push_back(to);
-    if (!bitmap || !IsExposed(bitmap->picture))
+    if (!IsExposed(target))
         return;
-    BackendBelow()->StrokePolyline(lines.points, lines.stroke);
+    DrawingOn(target)->StrokePolyline(lines.points, lines.stroke);
     lines.stroke.drawn = lines.points.size() - 1;
 }
 

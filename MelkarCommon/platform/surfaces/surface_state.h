@@ -1,8 +1,7 @@
 #pragma once
 
-#include <MelkarCommon/platform/pages/page_file.h>
 #include <MelkarCommon/platform/seam/backend.h>
-#include <MelkarCommon/platform/surfaces/picture.h>
+#include <MelkarCommon/platform/surfaces/target.h>
 #include <MelkarCommon/platform/text/text_engine.h>
 #include <MelkarCommon/platform/types.h>
 
@@ -32,52 +31,44 @@ struct WaitingLines {
     bool GoOnAt(POINT from, const LineLook& next) const;
 };
 
-/// What the surface of a printer keeps; the printer calls know what it is.
-class SurfacePrinting {
-public:
-    virtual ~SurfacePrinting() = default;
-};
-
 } // namespace melkar
 
-/// A drawing surface: the selected objects and modes, above the backend that does the work. Internal.
+/// A drawing surface: the selected objects and modes, above what does the work. Internal.
 struct HDC__ : melkar::HandleHead, melkar::InHandleMemory<melkar::ObjectKind::Surface> {
-    explicit HDC__(const melkar::Device& surfaceDevice);
-    ~HDC__();
+    template <class Kind, class... Arguments>
+    HDC__(const melkar::Device& surfaceDevice, std::in_place_type_t<Kind> kind, Arguments&&... arguments)
+        : HandleHead(melkar::ObjectKind::Surface), device(surfaceDevice),
+          target(kind, std::forward<Arguments>(arguments)...) {
+        melkar::CountAlive(1);
+    }
+    ~HDC__() { melkar::CountAlive(-1); }
     HDC__(const HDC__&) = delete;
     HDC__& operator=(const HDC__&) = delete;
 
-    /// Draws on `picture` from now on. @return the former one, null if this one is selected elsewhere.
-    melkar::Bitmap* Take(melkar::Bitmap& picture);
-    /// The pixels, of which some may wait to be written; null without any.
-    melkar::PixelPicture* Pixels();
     /// The backend with every line on it that was drawn, for whatever comes next; null without room to draw on.
     melkar::Backend* Drawing();
+    /// The picture with every line on it, for a look or a copy; null if it draws on none.
+    melkar::Picture* Shown();
+    /// Of the room to draw on.
+    RECT Bounds() const;
     /// Adds a line of the selected pen to those that wait.
     void AddLine(POINT from, POINT to);
     void FlushLines();
-    bool HasRoom() { return BackendBelow() != nullptr; }
-    /// The face of `font`; one without a height is as large as 12 pixels are at 96 dpi. Looked up each time and never
+    /// The face of the font; one without a height is as large as 12 pixels are at 96 dpi. Looked up each time and never
     /// kept: a face is its thread's, a surface may go to another.
     std::shared_ptr<melkar::TextFace> Face() const;
-    melkar::Backend* BackendBelow();
 
     const melkar::Device device;
-    RECT bounds{0, 0, 0, 0}; ///< of the room to draw on
+    melkar::Target target;
 
-    melkar::Pen* pen;
-    melkar::Brush* brush;
-    melkar::FontObject* font;
-    melkar::Bitmap* bitmap = nullptr;          ///< null on a page
-    std::unique_ptr<melkar::Bitmap> ownBitmap; ///< of a surface with room of its own
-    std::unique_ptr<melkar::Backend> backend;  ///< of a page; null outside of a document. To draw, take `Drawing()`
-    melkar::WaitingLines lines;
-    melkar::PageFile* page = nullptr; ///< the backend, if it is a page that is finished with the surface
-    std::unique_ptr<melkar::SurfacePrinting> printing; ///< null on what isn't a printer's
-
+    melkar::Selected<melkar::Pen> pen{melkar::StockPen(BLACK_PEN)};
+    melkar::Selected<melkar::Brush> brush{melkar::StockBrush(WHITE_BRUSH)};
+    melkar::Selected<melkar::FontObject> font{melkar::StockFont()};
     COLORREF textColor = RGB(0, 0, 0);
     COLORREF bkColor = RGB(255, 255, 255);
     int bkMode = OPAQUE;
+
+    melkar::WaitingLines lines;
     POINT position{0, 0};
     double patternPhase = 0; ///< device units gone since the last `MoveToEx`
 };

@@ -160,7 +160,8 @@ TEST(Recording, ReplayFarOff) {
 // By hand: red is as light as 0.299 * 255 = 76 = 4C, green as 150 = 96, blue as 29 = 1D, #4A90D9 as 131 = 83.
 TEST(Grey, OfEveryVerbIsAsLightAsItsColour) {
     std::vector<RecordedOp> ops;
-    const auto grey = MakeGreyBackend(MakeRecordingBackend(ops, 100, 80));
+    const auto record = MakeRecordingBackend(ops, 100, 80);
+    const auto grey = MakeGreyBackend(*record);
     Stroke dashes = Dashes(3, 2, 0, true);
     dashes.color = 0xFF00FF00U;
     for (const Draw& draw :

@@ -1,0 +1,69 @@
+#include <MelkarCommon/platform/surfaces/target.h>
+
+namespace melkar {
+
+Bitmap* PictureTarget::Select(Bitmap& bitmap) {
+    const bool isOfAnotherSurface = bitmap.owner == Owner::Surface && &bitmap != m_own.get();
+    const bool isSelectedElsewhere = bitmap.selections > 0 && &bitmap != &*m_bitmap;
+    return isOfAnotherSurface || isSelectedElsewhere ? nullptr : m_bitmap.Change(bitmap);
+}
+
+DeviceSize SizeOf(const Target& target) {
+    return std::visit(Overloaded{
+                          [](const PictureTarget& picture) { return SizeOf(picture.Now()); },
+                          [](const PageTarget& page) { return page.size; },
+                          [](const PrinterTarget& printer) {
+                              return DeviceSize{printer.sheet.roomWidth, printer.sheet.roomHeight};
+                          },
+                      },
+                      target);
+}
+
+Backend* DrawingOn(Target& target) {
+    return std::visit(Overloaded{
+                          [](PictureTarget& picture) { return DrawingOn(picture.Now()); },
+                          [](PageTarget& page) -> Backend* { return page.page.get(); },
+                          [](PrinterTarget& printer) -> Backend* {
+                              return printer.document ? &printer.document->Drawing() : nullptr;
+                          },
+                      },
+                      target);
+}
+
+Picture* PictureOf(Target& target) {
+    return std::visit(Overloaded{
+                          [](PictureTarget& picture) { return &picture.Now(); },
+                          [](PageTarget&) -> Picture* { return nullptr; },
+                          [](PrinterTarget&) -> Picture* { return nullptr; },
+                      },
+                      target);
+}
+
+bool IsExposed(const Target& target) {
+    return std::visit(Overloaded{
+                          [](const PictureTarget& picture) { return IsExposed(picture.Now()); },
+                          [](const PageTarget&) { return false; },
+                          [](const PrinterTarget&) { return false; },
+                      },
+                      target);
+}
+
+Bitmap* SelectOn(Target& target, Bitmap& bitmap) {
+    return std::visit(Overloaded{
+                          [&](PictureTarget& picture) { return picture.Select(bitmap); },
+                          [](PageTarget&) -> Bitmap* { return nullptr; },
+                          [](PrinterTarget&) -> Bitmap* { return nullptr; },
+                      },
+                      target);
+}
+
+bool Finish(Target& target) {
+    return std::visit(Overloaded{
+                          [](PictureTarget&) { return true; },
+                          [](PageTarget& page) { return page.page->Finish(); },
+                          [](PrinterTarget&) { return true; },
+                      },
+                      target);
+}
+
+} // namespace melkar

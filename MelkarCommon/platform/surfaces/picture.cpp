@@ -71,7 +71,6 @@ std::unique_ptr<Bitmap> MakeRecordBitmap(DeviceSize size, COLORREF ground, Owner
 }
 
 std::unique_ptr<Bitmap> MakeSuitingBitmap(const Device& device, DeviceSize size) {
-    constexpr COLORREF kBlack = RGB(0, 0, 0);
     return std::visit(Overloaded{
                           [&](const ScreenDevice&) { return MakePixelBitmap(size, kBlack, Owner::Caller); },
                           [&](const PaperDevice&) { return MakeRecordBitmap(size, kBlack, Owner::Caller); },

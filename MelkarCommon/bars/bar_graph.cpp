@@ -63,7 +63,7 @@ struct CBarGraph::KeyRows : melkar::Keys<CBarGraph> {
 };
 
 struct CBarGraph::File : melkar::Columns<CBarGraph> {
-    static constexpr Form form{2, "day", 0, melkar::kRowLimit};
+    static constexpr Form form = Form{2, "day"}.Limit(melkar::kRowLimit);
     static constexpr Row rows[] = {
         Status(0),
         Caption(1),

@@ -71,6 +71,7 @@ struct ColumnInfo {
     bool isSeries = false;     ///< one more for each further series; what is behind them moves on
     bool isNeeded = false;     ///< a row that ends before it belongs to another kind of file
     bool needsFigures = false; ///< counts only for a day with status 0
+    int perUnit = 1;           ///< so many counts in the file make one of the unit
     double least = -std::numeric_limits<double>::infinity();
     double most = std::numeric_limits<double>::infinity();
     const char* example = ""; ///< values that suit, "|" between them: row by row, or along columns that are alike
@@ -83,11 +84,33 @@ constexpr std::size_t kRowLimit = 1279;  ///< the same of a row behind them
 struct DataForm {
     int heads = 0;        ///< head rows
     const char* row = ""; ///< what a row behind them stands for: "day"; empty where nothing is read behind them
-    int fewest = 0;       ///< rows behind them; a file with less belongs to another kind
     std::size_t headLimit = kHeadLimit;
     std::size_t rowLimit = kRowLimit;
+    int fewest = 0;        ///< rows behind the heads; a file with less belongs to another kind
     bool hasWeeks = false; ///< a row of one column ends a week
     const char* note = ""; ///< what else is to be said, in sentences
+
+    /// Limit of all rows.
+    constexpr DataForm Limit(std::size_t characters) const {
+        DataForm form = *this;
+        form.headLimit = form.rowLimit = characters;
+        return form;
+    }
+    constexpr DataForm Fewest(int rows) const {
+        DataForm form = *this;
+        form.fewest = rows;
+        return form;
+    }
+    constexpr DataForm WithWeeks() const {
+        DataForm form = *this;
+        form.hasWeeks = true;
+        return form;
+    }
+    constexpr DataForm Note(const char* sentences) const {
+        DataForm form = *this;
+        form.note = sentences;
+        return form;
+    }
 };
 
 namespace detail {
@@ -121,11 +144,24 @@ template <class Target> void PutField(Target& target, const CsvRow& line, int at
 template <class Target> constexpr bool kIsArray = std::is_array_v<Target>;
 template <class Item, std::size_t Size> constexpr bool kIsArray<std::array<Item, Size>> = true;
 
-/// Puts all columns of the row, which are as many as the member holds if they are several.
+/// One text more; of columns that are alike all texts in the place of the former ones.
+inline void PutTexts(CStringArray& texts, const CsvRow& line, const ColumnInfo& column) {
+    if (column.count == 1) {
+        texts.Add(line.Field(column.index));
+        return;
+    }
+    texts.SetSize(column.count);
+    for (int i = 0; i < column.count; ++i)
+        texts.SetAt(i, line.Field(column.index + i));
+}
+
+/// Puts all columns of the row, which are as many as an array has elements.
 template <class Target> void PutFields(Target& target, const CsvRow& line, const ColumnInfo& column) {
     if constexpr (kIsArray<Target>)
         for (int i = 0; i < column.count; ++i)
             PutField(target[static_cast<std::size_t>(i)], line, column.index + i);
+    else if constexpr (std::is_same_v<Target, CStringArray>)
+        PutTexts(target, line, column);
     else
         PutField(target, line, column.index);
 }
@@ -161,8 +197,7 @@ template <class Record> struct ColumnRow {
 
     ColumnInfo info;
     Store store;
-    /// How the value stands there: of row `row` behind the heads, and of columns that are alike the one `i`. Null
-    /// where that isn't the value of the file.
+    /// How the value stands there: of row `row` behind the heads, and of columns that are alike the one `i`.
     std::string (*show)(const Record&, const ColumnInfo&, int row, int i);
 
     constexpr ColumnRow Means(const char* meaning) const {
@@ -192,6 +227,12 @@ template <class Record> struct ColumnRow {
         row.info.needsFigures = true;
         return row;
     }
+    /// So many counts in the file make one of the unit.
+    constexpr ColumnRow PerUnit(int counts) const {
+        ColumnRow row = *this;
+        row.info.perUnit = counts;
+        return row;
+    }
     /// Where the values of an ordinary file lie.
     constexpr ColumnRow Within(double least, double most) const {
         ColumnRow row = *this;
@@ -205,11 +246,10 @@ template <class Record> struct ColumnRow {
         row.info.example = values;
         return row;
     }
-    /// Taken by a function of the class, since the value doesn't get into the member as it stands.
+    /// Taken by a function of the class, which puts an ordinary value into the member as it stands, and mends others.
     constexpr ColumnRow By(Store take) const {
         ColumnRow row = *this;
         row.store = take;
-        row.show = nullptr;
         return row;
     }
 };
@@ -241,13 +281,19 @@ template <class Into> struct Columns {
     }
     /// The status of the day; of a graph without a member named, as the frame keeps it.
     template <auto... Members> static constexpr Row Status(int index) {
-        const ColumnInfo info{ColumnKind::Status, index, "status"};
-        return ForGraph<Members...>(info, StoreStatus, ShowStatus).Needed().Example("0");
+        if constexpr (sizeof...(Members) == 0)
+            return Status<&Into::m_dwaStatus>(index);
+        else
+            return MakeRow<Members...>(ColumnKind::Status, index, "status", "").Needed().Example("0");
     }
     /// What the chart shows below the day; likewise.
     template <auto... Members> static constexpr Row Caption(int index) {
-        const ColumnInfo info{ColumnKind::Caption, index, "day"};
-        return ForGraph<Members...>(info, StoreCaption, ShowCaption).Needed().Example(detail::kExampleCaptions);
+        if constexpr (sizeof...(Members) == 0)
+            return Caption<&Into::m_saDates>(index);
+        else
+            return MakeRow<Members...>(ColumnKind::Caption, index, "day", "")
+                .Needed()
+                .Example(detail::kExampleCaptions);
     }
     /// A figure for each of the day's series, as many as `Count` says.
     template <auto Array, auto Count> static constexpr Row Figures(int index, const char* name, const char* unit = "") {
@@ -260,13 +306,6 @@ private:
     template <auto... Members>
     static constexpr Row MakeRow(ColumnKind kind, int index, const char* name, const char* unit) {
         return {{kind, index, name, unit}, StoreFields<Members...>, ShowFirst<Members...>};
-    }
-    template <auto... Members, class Store, class Show>
-    static constexpr Row ForGraph(const ColumnInfo& info, Store store, Show show) {
-        if constexpr (sizeof...(Members) == 0)
-            return {info, store, show};
-        else
-            return {info, StoreFields<Members...>, ShowFirst<Members...>};
     }
     template <auto... Members> static void StoreFields(Into& record, const CsvRow& line, const ColumnInfo& column) {
         static const CsvRow none;
@@ -282,18 +321,6 @@ private:
     }
     template <auto Member> static std::string ShowColor(const Into& record, const ColumnInfo&, int, int) {
         return detail::ShowHexColor(record.*Member);
-    }
-    static void StoreStatus(Into& graph, const CsvRow& line, const ColumnInfo& column) {
-        detail::PutField(graph.m_dwaStatus, line, column.index);
-    }
-    static std::string ShowStatus(const Into& graph, const ColumnInfo&, int row, int) {
-        return detail::ShowField(graph.m_dwaStatus, row);
-    }
-    static void StoreCaption(Into& graph, const CsvRow& line, const ColumnInfo& column) {
-        detail::PutField(graph.m_saDates, line, column.index);
-    }
-    static std::string ShowCaption(const Into& graph, const ColumnInfo&, int row, int) {
-        return detail::ShowField(graph.m_saDates, row);
     }
     template <auto Array, auto Count>
     static void StoreSeries(Into& graph, const CsvRow& line, const ColumnInfo& column) {
@@ -340,7 +367,7 @@ struct DataTable {
     const char* suffix = ""; ///< behind the path of the data file, of a second file
     /// How a value stands in the graph that has read a file, or in the record of the reader, which takes the line for
     /// that: of column number `column` of this table, in row `row` behind the heads, the one `i` of those that are
-    /// alike. Empty where it isn't the value of the file.
+    /// alike.
     std::string (*show)(const CGraph& graph, const CsvRow& line, int column, int row, int i) = nullptr;
 };
 using DataTables = std::vector<DataTable>;
@@ -351,8 +378,6 @@ template <class File> std::string ShowIn([[maybe_unused]] const CGraph& graph, [
                                          int column, int row, int i) {
     using Record = typename File::Record;
     const auto& one = File::rows[column];
-    if (!one.show)
-        return "";
     if constexpr (std::is_base_of_v<CGraph, Record>) {
         return one.show(static_cast<const Record&>(graph), one.info, row, i);
     } else {

@@ -1,19 +1,12 @@
 #include <MelkarCommon/gauges/bmi_graph_base.h>
 
-#include <MelkarCommon/frame/data_file.h>
+#include <MelkarCommon/frame/data_table.h>
 #include <MelkarCommon/frame/key_table.h>
 #include <MelkarCommon/gauges/gauge_layout.h>
 #include <MelkarCommon/platform/drawing.h>
-#include <MelkarCommon/support/numbers.h>
 #include <MelkarCommon/support/support.h>
 
 #include <algorithm>
-
-namespace {
-
-constexpr std::size_t kRowLimit = 1279; ///< characters, line end included
-
-} // namespace
 
 struct CBMIGraph_Base::KeyRows : melkar::Keys<CBMIGraph_Base> {
     static constexpr Row rows[] = {
@@ -33,6 +26,16 @@ struct CBMIGraph_Base::KeyRows : melkar::Keys<CBMIGraph_Base> {
     };
 };
 
+struct CBMIGraph_Base::File : melkar::Columns<CBMIGraph_Base> {
+    static constexpr Form form =
+        Form{1, "figure"}
+            .Limit(melkar::kRowLimit)
+            .Note("A file of one row gives the figure in that; rows behind the second aren't read.");
+    static constexpr Row rows[] = {
+        Figure<&G::m_strValue, &G::m_dValue>(0, "figure").Means("shown as it is written").Needed().Example("22.4"),
+    };
+};
+
 CBMIGraph_Base::CBMIGraph_Base(HWND window, HDC dc, const char* section, HDC shared, HDC second, HDC balloon)
     : CGraph(window, dc, section, shared, second, balloon) {
     CBMIGraph_Base::ReadIniFile(GraphProfile());
@@ -49,13 +52,13 @@ melkar::ClassKeys CBMIGraph_Base::ProfileKeys() { return {"CBMIGraph_Base", melk
 
 COLORREF CBMIGraph_Base::ClassColor(int cls) const { return m_crClass[std::clamp(cls, 0, kMostClasses - 1)]; }
 
+melkar::DataTables CBMIGraph_Base::DataFiles() { return {melkar::TableOf<File>()}; }
+
 long CBMIGraph_Base::ReadDataFile(char* path) {
-    enum { Figure }; // all that a row has
     return melkar::ReadFile("CBMIGraph_Base::ReadDataFile", path, [this](melkar::DataFile& file) {
-        m_strValue = file.Head(kRowLimit).Field(Figure);
-        if (const melkar::CsvRow& row = file.Head(kRowLimit); file.HasHead())
-            m_strValue = row.Field(Figure);
-        m_dValue = melkar::ToDouble(m_strValue);
+        melkar::TakeRow<File>(*this, file.Head(File::form.headLimit));
+        if (const melkar::CsvRow* line = file.Next(File::form.rowLimit))
+            melkar::TakeRow<File>(*this, *line);
         const auto classes = static_cast<std::size_t>(std::clamp(m_nClassCount, 0, kMostClasses));
         m_nClass = melkar::ClassOf(m_dValue, m_nMin, m_nMax, {m_dClassMax, classes}, m_nClass);
         return melkar::kOk;

@@ -4,9 +4,6 @@
 
 /// What a gauge of one figure needs: a scale, a table of value classes with colours and captions, and the figure from a
 /// data file. On its own it shows ground and title.
-///
-/// Data file: row 0 skipped; row 1: the figure in column 0. A file of one row gives that row's; an empty file gives an
-/// empty figure.
 class MELKAR_API CBMIGraph_Base : public CGraph {
 public:
     /// Arguments as for `CGraph`. Six classes.
@@ -27,6 +24,7 @@ public:
     virtual long DrawValue(); ///< nothing here. @return 0
 
     static melkar::ClassKeys ProfileKeys();
+    static melkar::DataTables DataFiles();
 
 protected:
     static constexpr int kMostClasses = 10;
@@ -51,4 +49,5 @@ protected:
 private:
     struct KeyRows;
     struct Cycle;
+    struct File;
 };

@@ -1,14 +1,13 @@
 #include <MelkarCommon/quadrant/square_graph.h>
 
-#include <MelkarCommon/frame/data_file.h>
+#include <MelkarCommon/frame/data_table.h>
 #include <MelkarCommon/frame/key_table.h>
 #include <MelkarCommon/quadrant/quadrant_layout.h>
 #include <MelkarCommon/support/numbers.h>
 #include <MelkarCommon/support/ring_log.h>
 
 #include <algorithm>
-
-using melkar::CsvRow;
+#include <array>
 
 namespace {
 
@@ -18,17 +17,6 @@ constexpr int kMessageSize = 24;         ///< points
 
 constexpr int kLevels = 9;
 constexpr double kPerCount = 1.0 / 15;
-
-// Columns of the head rows
-struct First {
-    enum { Target1 = 7, Target2, LevelName, Level, IsFixed = 15 };
-};
-struct Second {
-    enum { Target1 = 5, Target2, IsFixed = 9, LevelName = 20, Level };
-};
-struct Third {
-    enum { Average1 = 1, Average3, Average2 = 4 };
-};
 
 } // namespace
 
@@ -81,67 +69,109 @@ long CSquareGraph::ClearArrays() {
     return 0;
 }
 
-/// The pair that holds for all days, and what stands in for a day's second target.
-struct CSquareGraph::Targets {
-    CString fixed1, fixed2;
-    CString substitute;
+/// What the head rows say.
+struct CSquareGraph::Head {
+    CString target1, target2, isFixed; ///< of row 0, as the level; those below of row 1
+    CString levelName;
+    int level = 0;
+    CString laterTarget1, laterTarget2, laterIsFixed;
+    CString laterLevelName;
+    int laterLevel = 0;
+    CString average1, average2, average3;
 
-    bool AreFixed() const { return !fixed1.IsEmpty(); }
+    /// Moves up what row 1 says in the place of row 0. Where each day has its own targets, the first one is empty.
+    void Settle() {
+        if (levelName.IsEmpty()) {
+            levelName = laterLevelName;
+            level = laterLevel;
+        }
+        if (target1.IsEmpty() && laterIsFixed != "0") {
+            target1 = laterTarget1;
+            target2 = laterTarget2;
+        } else if (isFixed != "1") {
+            target1 = "";
+        }
+    }
+    bool HasTargets() const { return !target1.IsEmpty(); }
 };
 
-CSquareGraph::Targets CSquareGraph::TakeHead(melkar::DataFile& file) {
-    Targets targets;
-    const CsvRow& first = file.Head(kLineLimit);
-    const bool firstHasPair = !first.Field(First::Target1).IsEmpty();
-    if (firstHasPair && first.Field(First::IsFixed) == "1") {
-        targets.fixed1 = first.Field(First::Target1);
-        targets.fixed2 = first.Field(First::Target2);
-    }
-    m_strLevelName = first.Field(First::LevelName);
-    m_nLevel = first.IntField(First::Level);
+struct CSquareGraph::HeadColumns : melkar::Columns<Head> {
+    static constexpr Form form = Form{3, "day"}
+                                     .Limit(kLineLimit)
+                                     .Note("What targets, averages and the fields 5 and 11 mean is for the derived "
+                                           "class to say.");
+    static constexpr Row rows[] = {
+        Text<&G::target1>(7, "target 1").Means("of all days, with 1 in column 15").InHead(0).Example("8000"),
+        Text<&G::target2>(8, "target 2").Means("its partner").InHead(0).Example("20"),
+        Text<&G::levelName>(9, "level name").Means("of the level beside it").InHead(0).Example("brisk"),
+        Whole<&G::level>(10, "level").Means("the first that counts").InHead(0).Within(1, kLevels).Example("4"),
+        Text<&G::isFixed>(15, "fixed").Means("1: the targets of this row hold").InHead(0).Example("1"),
+        Text<&G::laterTarget1>(5, "target 1").Means("of all days, if row 0 has none").InHead(1),
+        Text<&G::laterTarget2>(6, "target 2").Means("its partner; also of days with 0 in column 26").InHead(1),
+        Text<&G::laterIsFixed>(9, "fixed").Means("0: the targets of this row don't hold").InHead(1),
+        Text<&G::laterLevelName>(20, "level name").Means("if row 0 has none").InHead(1),
+        Whole<&G::laterLevel>(21, "level").Means("likewise").InHead(1).Within(1, kLevels),
+        Text<&G::average1>(1, "average 1").InHead(2).Example("8167"),
+        Text<&G::average3>(2, "average 3").InHead(2),
+        Text<&G::average2>(4, "average 2").InHead(2).Example("19.1"),
+    };
+};
 
-    const CsvRow& second = file.Head(kLineLimit);
-    if (m_strLevelName.IsEmpty()) {
-        m_strLevelName = second.Field(Second::LevelName);
-        m_nLevel = second.IntField(Second::Level);
-    }
-    if (!firstHasPair && second.Field(Second::IsFixed) != "0") {
-        targets.fixed1 = second.Field(Second::Target1);
-        targets.fixed2 = second.Field(Second::Target2);
-    }
-    targets.substitute = second.Field(Second::Target2);
+struct CSquareGraph::Day {
+    CString target1, target2, hasTarget2;
+    std::array<double, kLevels> levels{};
+};
 
-    const CsvRow& third = file.Head(kLineLimit);
-    m_strAverage1 = third.Field(Third::Average1);
-    m_strAverage2 = third.Field(Third::Average2);
-    m_strAverage3 = third.Field(Third::Average3);
-    return targets;
+struct CSquareGraph::DayColumns : melkar::Columns<Day> {
+    static constexpr Row rows[] = {
+        Text<&G::target2>(3, "target 2").Means("of the day, where no pair holds for all days").Example("20"),
+        Text<&G::target1>(9, "target 1").Means("likewise").Example("8000"),
+        Figure<&G::levels>(15, "level")
+            .Means("counts at the levels 1 to 9, of which 15 make one")
+            .NotBelow(0)
+            .Each(kLevels)
+            .Needed()
+            .Example("4013|2257|1003|248|123|91|33|0|0"),
+        Text<&G::hasTarget2>(26, "has target 2").Means("0: the second target is that of row 1"),
+    };
+};
+
+struct CSquareGraph::File : melkar::Columns<CSquareGraph> {
+    static constexpr Form form = HeadColumns::form;
+    static constexpr Row rows[] = {
+        Status(0),
+        Text<&G::m_saDayField5>(5, "field 5").Example("5017|9268|6835|4120|10250|11840|7930"),
+        Text<&G::m_saDayField11>(11, "field 11").Example("190"),
+    };
+};
+
+void CSquareGraph::TakeHead(const Head& head) {
+    m_strLevelName = head.levelName;
+    m_nLevel = head.level;
+    m_strAverage1 = head.average1;
+    m_strAverage2 = head.average2;
+    m_strAverage3 = head.average3;
 }
 
 /// Of the nine levels those from `m_nLevel` on; all of them for a level below 1, none above 9.
-CString CSquareGraph::LevelSum(const CsvRow& row) const {
-    enum { FirstLevel = 15 };
+CString CSquareGraph::LevelSum(const Day& day) const {
     double sum = 0;
-    for (int level = std::max(m_nLevel, 1); level <= kLevels; ++level) {
-        const double count = melkar::ToDouble(row.Field(FirstLevel + level - 1));
-        if (count > 0)
+    for (int level = std::max(m_nLevel, 1); level <= kLevels; ++level)
+        if (const double count = day.levels[static_cast<std::size_t>(level - 1)]; count > 0)
             sum += count;
-    }
     return melkar::FormatFixed(sum * kPerCount, 1);
 }
 
-void CSquareGraph::TakeDay(const CsvRow& row, const Targets& targets) {
-    enum { Status, Target2 = 3, Kept5 = 5, Target1 = 9, Kept11 = 11, HasTarget2 = 26 };
-    m_dwaStatus.Add(static_cast<DWORD>(row.IntField(Status)));
-    m_saDayField5.Add(row.Field(Kept5));
-    m_saDayField11.Add(row.Field(Kept11));
-    m_saDayLevelSum.Add(LevelSum(row));
-    m_strTarget1 = targets.AreFixed() ? targets.fixed1 : row.Field(Target1);
-    if (targets.AreFixed())
-        m_strTarget2 = targets.fixed2;
+void CSquareGraph::TakeDay(const Day& day, const Head& head) {
+    m_saDayLevelSum.Add(LevelSum(day));
+    m_strTarget1 = head.HasTargets() ? head.target1 : day.target1;
+    if (head.HasTargets())
+        m_strTarget2 = head.target2;
     else
-        m_strTarget2 = row.Field(HasTarget2) == "0" ? targets.substitute : row.Field(Target2);
+        m_strTarget2 = day.hasTarget2 == "0" ? head.laterTarget2 : day.target2;
 }
+
+melkar::DataTables CSquareGraph::DataFiles() { return {melkar::TableOf<HeadColumns, File, DayColumns>()}; }
 
 long CSquareGraph::ReadDataFile(char* path) {
     return melkar::ReadGuarded([&] {
@@ -153,9 +183,15 @@ long CSquareGraph::ReadDataFile(char* path) {
         ClearArrays();
         m_dwaStatus.RemoveAll();
         CSquareGraph::ClearArrays();
-        const Targets targets = TakeHead(file);
-        while (const CsvRow* row = file.Next(kLineLimit))
-            TakeDay(*row, targets);
+        Head head;
+        melkar::ReadHeads<HeadColumns>(head, file);
+        head.Settle();
+        TakeHead(head);
+        Day day;
+        melkar::ReadRows<File>(*this, file, [&](const melkar::CsvRow& line) {
+            melkar::TakeRow<DayColumns>(day, line);
+            TakeDay(day, head);
+        });
         return melkar::kOk;
     });
 }

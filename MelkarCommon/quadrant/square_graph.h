@@ -4,30 +4,12 @@
 
 #include <functional>
 
-namespace melkar {
-class CsvRow;
-class DataFile;
-} // namespace melkar
-
 /// A square canvas cut into four coloured quadrants by two dividing lines, with a scale on each axis, a legend and the
 /// share of each quadrant.
 ///
 /// It is a frame to derive from: it reads the data file and draws, but it knows neither a scale nor where a day
 /// belongs. A derived class sets the scales and the four counts in `GetGraphMeasure`, which runs behind
 /// the reading, and puts its marks on the canvas by `DrawPoint` in `DrawTargetAverage`. `samples/hosts` holds one.
-///
-/// Data file, fields from 0: three head lines, then a line per day.
-///
-/// | Line | Field | |
-/// |---|---|---|
-/// | 1 | 7, 8 | fixed target pair, if 7 isn't empty and field 15 is "1" |
-/// | 1 | 9, 10 | level name and number; if 9 is empty, fields 20 and 21 of line 2 |
-/// | 2 | 5, 6 | fixed target pair, if field 7 of line 1 is empty and field 9 of line 2 isn't "0" |
-/// | 3 | 1, 4, 2 | averages 1, 2 and 3 |
-/// | day | 0 | status |
-/// | day | 5, 11 | for the derived class |
-/// | day | 9, 3 | target pair without a fixed one; with "0" in field 26 the second is field 6 of line 2 |
-/// | day | 15 to 23 | counts at the levels 1 to 9 |
 class MELKAR_API CSquareGraph : public CGraph {
 public:
     /// Arguments as for `CGraph`.
@@ -63,6 +45,7 @@ public:
     virtual long GetGraphMeasure(); ///< nothing here: the place for scales and counts. @return 0
 
     static melkar::ClassKeys ProfileKeys();
+    static melkar::DataTables DataFiles();
 
 protected:
     int m_bRatioBox = 1;
@@ -117,11 +100,15 @@ protected:
 private:
     struct KeyRows;
     struct Cycle;
-    struct Targets;
+    struct Head;
+    struct HeadColumns;
+    struct Day;
+    struct DayColumns;
+    struct File;
 
-    MELKAR_LOCAL Targets TakeHead(melkar::DataFile& file);
-    MELKAR_LOCAL void TakeDay(const melkar::CsvRow& row, const Targets& targets);
-    MELKAR_LOCAL CString LevelSum(const melkar::CsvRow& row) const;
+    MELKAR_LOCAL void TakeHead(const Head& head);
+    MELKAR_LOCAL void TakeDay(const Day& day, const Head& head);
+    MELKAR_LOCAL CString LevelSum(const Day& day) const;
     MELKAR_LOCAL void LayOutCanvas();
     MELKAR_LOCAL void DrawFigures(int min, int max, int step,
                                   const std::function<CPoint(int value, const CRect& size)>& place);

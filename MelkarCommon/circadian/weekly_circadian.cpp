@@ -3,7 +3,6 @@
 #include <MelkarCommon/circadian/circadian_layout.h>
 #include <MelkarCommon/circadian/weekly_file.h>
 #include <MelkarCommon/circadian/weekly_layout.h>
-#include <MelkarCommon/frame/data_file.h>
 #include <MelkarCommon/frame/day_status.h>
 #include <MelkarCommon/frame/key_table.h>
 #include <MelkarCommon/frame/results.h>
@@ -13,7 +12,6 @@
 #include <algorithm>
 #include <iterator>
 
-using melkar::CsvRow;
 using melkar::DataFile;
 using melkar::DayRecord;
 using melkar::kWeekDays;
@@ -21,6 +19,8 @@ using melkar::kWhite;
 
 namespace {
 
+constexpr double kUsualFrom = 4.0; ///< bounds of the moderate class, where a print file says none
+constexpr double kUsualTo = 6.0;
 constexpr int kEighthLine = kWeekDays + 1; ///< of a week in the print file: behind its Sunday
 
 } // namespace
@@ -81,11 +81,10 @@ void CWeeklyCircadian::TakeDay(int day, DayRecord& record) {
                record.exercise);
 }
 
-/// @return whether the header has a date; the weekday stays as it was if not.
-bool CWeeklyCircadian::TakeHeader(const CsvRow& header) {
-    enum { FirstDate, Kept };
-    m_strFirstDate = header.Field(FirstDate);
-    m_strHeaderField1 = header.Field(Kept);
+/// @return whether the head has a date; the weekday stays as it was if not.
+bool CWeeklyCircadian::TakeHead(const melkar::WeekHead& head) {
+    m_strFirstDate = head.firstDate;
+    m_strHeaderField1 = head.kept;
     const int weekday = melkar::WeekdayOf(m_strFirstDate);
     if (weekday == 0) {
         melkar::LogText("CWeeklyCircadian: the first date is none [" + m_strFirstDate + "]");
@@ -94,6 +93,9 @@ bool CWeeklyCircadian::TakeHeader(const CsvRow& header) {
     m_nFirstDay = weekday;
     return true;
 }
+
+melkar::DataTables CWeeklyCircadian::ScreenFiles() { return {melkar::ScreenWeekTable()}; }
+melkar::DataTables CWeeklyCircadian::PrintFiles() { return {melkar::PrintWeekTable()}; }
 
 long CWeeklyCircadian::ReadDataFile(char* file) {
     try {
@@ -112,16 +114,16 @@ long CWeeklyCircadian::ReadScreenWeek(const char* path) {
         writeLogCode(kLogFile, melkar::kNoWeekFile);
         return melkar::kNoWeekFile;
     }
-    file.Head(melkar::kScreenLineLimit);
-    if (!TakeHeader(file.Head(melkar::kScreenLineLimit)))
+    melkar::WeekHead head;
+    melkar::ReadScreenHead(file, head);
+    if (!TakeHead(head))
         return melkar::kOk;
     const melkar::ClassBounds bounds = melkar::UsualBounds(m_Day[0].m_nLang);
     m_dModerateFrom = bounds.from;
     m_dModerateTo = bounds.to;
-    file.Head(melkar::kScreenLineLimit);
     DayRecord record;
     for (int day = m_nFirstDay; day <= kWeekDays; ++day) {
-        const CsvRow* line = file.Next(melkar::kScreenLineLimit);
+        const melkar::CsvRow* line = file.Next(melkar::kScreenLineLimit);
         if (!line)
             break;
         melkar::ReadScreenDay(*line, record);
@@ -145,23 +147,13 @@ long CWeeklyCircadian::ReadPrintWeeks(const char* path, int page) {
         writeLogCode(kLogFile, melkar::kNoWeekFile);
         return melkar::kNoWeekFile;
     }
-    file.Head(melkar::kPrintLineLimit);
-    const CsvRow& header = file.Head(melkar::kPrintLineLimit);
-    if (!TakeHeader(header))
+    melkar::WeekHead head;
+    melkar::ReadPrintHead(file, head);
+    if (!TakeHead(head))
         return melkar::kNothingToDraw;
-    TakeBounds(header);
+    m_dModerateFrom = head.from == 0 ? kUsualFrom : head.from;
+    m_dModerateTo = head.to == 0 ? kUsualTo : head.to;
     return ReadPrintDays(file, page);
-}
-
-/// A bound that the header lacks is the usual one.
-void CWeeklyCircadian::TakeBounds(const CsvRow& header) {
-    enum { From = 3, To = 4 };
-    const auto boundOf = [&header](int column, double usual) {
-        const double bound = header.DoubleField(column);
-        return bound == 0 ? usual : bound;
-    };
-    m_dModerateFrom = boundOf(From, 4.0);
-    m_dModerateTo = boundOf(To, 6.0);
 }
 
 /// @return the days of the week in which the page or the file ends, -1 if none of them has data
@@ -170,7 +162,7 @@ long CWeeklyCircadian::ReadPrintDays(DataFile& file, int page) {
     int withoutData = day; // days before the first date count as such
     int pagesDone = 0;
     DayRecord record;
-    while (const CsvRow* line = file.Next(melkar::kPrintLineLimit)) {
+    while (const melkar::CsvRow* line = file.Next(melkar::kPrintLineLimit)) {
         if (pagesDone > page)
             break;
         ++day;

@@ -4,23 +4,15 @@
 #include <MelkarCommon/circadian/circadian_graph.h>
 
 namespace melkar {
-class CsvRow;
 class DataFile;
 class SharedProfile;
 struct DayRecord;
+struct WeekHead;
 } // namespace melkar
 
 /// The activity sheets of a week below each other, a `CCircadianGraph` for each weekday. It paints nothing itself: it
 /// reads a weekly data file, hands each day to its graph and draws the graphs, on the screen with `Draw` and on a page
-/// with `DrawWeek`.
-///
-/// Screen file: a head line, a line with the first date (YYYYMMDD), a line of headings, then a line for each day up to
-/// the Sunday: status, date, in column 5 steps, 8 time, 11 and 12 activity and total calories, 15 to 23 the levels
-/// (times in fifteenths of a minute), 54 to 63 events, 64 to 783 intensities, 784 a flag, 785 the exercise amount.
-/// Print file: a head line, a line with the first date and in columns 3 and 4 the bounds of the moderate class, then
-/// seven lines of days and an eighth one for each week: date, status, steps, activity calories, total calories, in
-/// column 5 to 13 the minutes at the levels, 14 to 23 events, 24 to 743 intensities, 744 a flag, 785 the exercise
-/// amount.
+/// with `DrawWeek`, each from a file of its own.
 class MELKAR_API CWeeklyCircadian {
 public:
     /// Arguments as for `CGraph`; all seven graphs take them, from one reading of the profile.
@@ -59,6 +51,8 @@ public:
     HDC GetGMemDC() const { return m_hGMemDC; }
     HDC GetGMemDCCir() const { return m_hGMemDCCir; }
     HDC GetGMemDCBalloon() const { return m_hGMemDCBalloon; }
+    static melkar::DataTables ScreenFiles(); ///< of `ReadDataFile`
+    static melkar::DataTables PrintFiles();  ///< of `ReadWeekDataFile`
 
 protected:
     HWND m_hWnd;
@@ -88,8 +82,7 @@ private:
                                   const melkar::SharedProfile& profileOfAll);
     MELKAR_LOCAL long ReadScreenWeek(const char* file);
     MELKAR_LOCAL long ReadPrintWeeks(const char* file, int page);
-    MELKAR_LOCAL void TakeBounds(const melkar::CsvRow& header);
     MELKAR_LOCAL long ReadPrintDays(melkar::DataFile& file, int page);
-    MELKAR_LOCAL bool TakeHeader(const melkar::CsvRow& header);
+    MELKAR_LOCAL bool TakeHead(const melkar::WeekHead& head);
     MELKAR_LOCAL void TakeDay(int day, melkar::DayRecord& record);
 };

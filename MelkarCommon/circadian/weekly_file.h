@@ -1,9 +1,9 @@
 #pragma once
 
 #include <MelkarCommon/circadian/circadian_graph.h>
+#include <MelkarCommon/frame/data_table.h>
 #include <MelkarCommon/platform/arrays.h>
 #include <MelkarCommon/platform/cstring.h>
-#include <MelkarCommon/support/fields.h>
 
 #include <array>
 #include <cstddef>
@@ -33,11 +33,24 @@ struct DayRecord {
     float exercise = 0;
 };
 
+/// What the head rows say.
+struct WeekHead {
+    CString firstDate; ///< YYYYMMDD
+    CString kept;
+    double from = 0; ///< bounds of the moderate class; in the print file alone
+    double to = 0;
+};
+
+void ReadScreenHead(DataFile& file, WeekHead& head);
 /// Takes a day from a line of the screen's file into `day`, whose memory is used again. A column that isn't there is
 /// 0 or empty.
 void ReadScreenDay(const CsvRow& line, DayRecord& day);
-/// The same from a line of the printed sheet's file.
+DataTable ScreenWeekTable();
+
+/// The same of the printed sheet's file.
+void ReadPrintHead(DataFile& file, WeekHead& head);
 void ReadPrintDay(const CsvRow& line, DayRecord& day);
+DataTable PrintWeekTable();
 
 /// The weekday of a date, Monday 1 to Sunday 7: its year in the first four characters, its month in the two behind
 /// them, its day in the last two. 0 if there is no such day.

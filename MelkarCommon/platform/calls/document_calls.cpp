@@ -29,7 +29,7 @@ PrintedDocument* DocumentOf(HDC surface) {
 
 /// Nothing draws from here on.
 void Leave(HDC surface) {
-    surface->lines.points.clear();
+    surface->lines.Forget();
     PrinterOf(surface)->document.reset();
 }
 

@@ -11,8 +11,8 @@ BOOL MoveToEx(HDC surface, int x, int y, POINT* former) {
     if (former)
         *former = surface->position;
     surface->FlushLines();
+    surface->lines.RestartPattern();
     surface->position = {x, y};
-    surface->patternPhase = 0;
     return TRUE;
 }
 
@@ -20,8 +20,5 @@ BOOL LineTo(HDC surface, int x, int y) {
     if (!IsSurface(surface))
         return FALSE;
     const POINT from = std::exchange(surface->position, POINT{x, y});
-    if (surface->pen->style == PS_NULL || DrawingOn(surface->target) == nullptr)
-        return FALSE;
-    surface->AddLine(from, {x, y});
-    return TRUE;
+    return surface->pen->style != PS_NULL && surface->AddLine(from, {x, y}) ? TRUE : FALSE;
 }

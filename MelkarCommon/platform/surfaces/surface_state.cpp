@@ -24,41 +24,25 @@ RECT HDC__::Bounds() const {
 }
 
 void HDC__::FlushLines() {
-    if (lines.points.size() > lines.stroke.drawn + 1)
+    if (lines.AreWaiting())
         if (Backend* backend = DrawingOn(target))
-            backend->StrokePolyline(lines.points, lines.stroke);
-    lines.points.clear();
+            lines.Draw(*backend);
+    lines.Forget();
 }
 
-/// Memory that was handed out may be looked at after any call, so nothing waits there: each line is drawn as it comes,
-/// and those before it count for the corner.
-void HDC__::AddLine(POINT from, POINT to) {
-    constexpr std::size_t kMostPoints = 4096;
+bool HDC__::AddLine(POINT from, POINT to) {
     const LineLook look{pen->style, pen->width, pen->color, bkMode, bkColor};
     if (!lines.GoOnAt(from, look)) {
-        FlushLines();
-        lines.points.push_back(from);
-        lines.look = look;
-        lines.stroke = StrokeOf(*this, *pen);
-        lines.stroke.phase = patternPhase;
-    } else if (lines.points.size() == kMostPoints) {
-        const POINT before = lines.points[kMostPoints - 2];
-        FlushLines();
-        lines.points.assign({before, from});
-        lines.stroke.phase = patternPhase - (lines.stroke.IsSolid() ? 0 : Distance(before, from));
-        lines.stroke.drawn = 1;
+        if (Drawing() == nullptr)
+            return false;
+        lines.Begin(from, look, StrokeOf(*this, *pen));
+    } else if (lines.AreMany()) {
+        lines.DrawAndGoOn(*DrawingOn(target));
     }
-    if (!lines.stroke.IsSolid())
-        patternPhase += Distance(from, to);
-    lines.points.push_back(to);
-    if (!IsExposed(target))
-        return;
-    DrawingOn(target)->StrokePolyline(lines.points, lines.stroke);
-    lines.stroke.drawn = lines.points.size() - 1;
-}
-
-bool WaitingLines::GoOnAt(POINT from, const LineLook& next) const {
-    return !points.empty() && points.back().x == from.x && points.back().y == from.y && look == next;
+    lines.Add(to);
+    if (IsExposed(target))
+        lines.DrawAtOnce(*DrawingOn(target));
+    return true;
 }
 
 std::shared_ptr<TextFace> HDC__::Face() const {

@@ -2,36 +2,12 @@
 
 #include <MelkarCommon/platform/seam/backend.h>
 #include <MelkarCommon/platform/surfaces/target.h>
+#include <MelkarCommon/platform/surfaces/waiting_lines.h>
 #include <MelkarCommon/platform/text/text_engine.h>
 #include <MelkarCommon/platform/types.h>
 
 #include <memory>
 #include <vector>
-
-namespace melkar {
-
-/// What a line's stroke depends on, on one surface.
-struct LineLook {
-    int style;
-    int width;
-    COLORREF color;
-    int bkMode;
-    COLORREF bkColor;
-
-    bool operator==(const LineLook&) const = default;
-};
-
-/// Lines that wait to be drawn as one path, so that their corners are whole and an outline is one stroke.
-struct WaitingLines {
-    std::vector<POINT> points; ///< empty: none wait
-    LineLook look{};
-    Stroke stroke;
-
-    /// True if a line from `from` of this look goes on where they end. Where they end, so does their pattern.
-    bool GoOnAt(POINT from, const LineLook& next) const;
-};
-
-} // namespace melkar
 
 /// A drawing surface: the selected objects and modes, above what does the work. Internal.
 struct HDC__ : melkar::HandleHead, melkar::InHandleMemory<melkar::ObjectKind::Surface> {
@@ -51,8 +27,8 @@ struct HDC__ : melkar::HandleHead, melkar::InHandleMemory<melkar::ObjectKind::Su
     melkar::Picture* Shown();
     /// Of the room to draw on.
     RECT Bounds() const;
-    /// Adds a line of the selected pen to those that wait.
-    void AddLine(POINT from, POINT to);
+    /// A line of the selected pen, which may wait. @return false without room to draw on
+    bool AddLine(POINT from, POINT to);
     void FlushLines();
     /// The face of the font; one without a height is as large as 12 pixels are at 96 dpi. Looked up each time and never
     /// kept: a face is its thread's, a surface may go to another.
@@ -70,7 +46,6 @@ struct HDC__ : melkar::HandleHead, melkar::InHandleMemory<melkar::ObjectKind::Su
 
     melkar::WaitingLines lines;
     POINT position{0, 0};
-    double patternPhase = 0; ///< device units gone since the last `MoveToEx`
 };
 
 namespace melkar {

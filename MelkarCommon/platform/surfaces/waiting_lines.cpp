@@ -1,0 +1,50 @@
+#include <MelkarCommon/platform/surfaces/waiting_lines.h>
+
+namespace melkar {
+
+bool WaitingLines::GoOnAt(POINT from, const LineLook& look) const {
+    return !m_points.empty() && m_points.back().x == from.x && m_points.back().y == from.y && m_look == look;
+}
+
+void WaitingLines::Begin(POINT from, const LineLook& look, const Stroke& stroke) {
+    m_points.push_back(from);
+    m_look = look;
+    m_stroke = stroke;
+    m_stroke.phase = m_gone;
+}
+
+void WaitingLines::Add(POINT to) {
+    const POINT from = m_points.back();
+    m_points.push_back(to);
+    if (m_stroke.IsSolid())
+        return;
+    m_before = m_gone;
+    m_gone += Distance(from, to);
+}
+
+bool WaitingLines::AreMany() const {
+    constexpr std::size_t kMost = 4096;
+    return m_points.size() >= kMost;
+}
+
+void WaitingLines::DrawAndGoOn(Backend& backend) {
+    Draw(backend);
+    m_points.erase(m_points.begin(), m_points.end() - 2);
+    m_stroke.drawn = 1;
+    m_stroke.phase = m_stroke.IsSolid() ? m_gone : m_before;
+}
+
+/// The last line makes a corner with the next one, the first line with the one that closes the path. Between them the
+/// path now takes a short cut, which is never drawn: those lines stand on the pixels. A pattern has no corners there.
+void WaitingLines::DrawAtOnce(Backend& backend) {
+    constexpr std::ptrdiff_t kEnd = 2;
+    Draw(backend);
+    if (!m_stroke.IsSolid())
+        m_points.erase(m_points.begin(), m_points.end() - 1);
+    else if (m_points.size() > 2 * kEnd)
+        m_points.erase(m_points.begin() + kEnd, m_points.end() - kEnd);
+    m_stroke.drawn = m_points.size() - 1;
+    m_stroke.phase = m_gone;
+}
+
+} // namespace melkar

@@ -197,7 +197,8 @@ template <class Record> struct ColumnRow {
 
     ColumnInfo info;
     Store store;
-    /// How the value stands there: of row `row` behind the heads, and of columns that are alike the one `i`.
+    /// How the value stands there: of row `row` behind the heads, and of columns that are alike the one `i`. Null if it
+    /// lands nowhere.
     std::string (*show)(const Record&, const ColumnInfo&, int row, int i);
 
     constexpr ColumnRow Means(const char* meaning) const {
@@ -263,6 +264,10 @@ template <class Into> struct Columns {
 
     template <auto... Members> static constexpr Row Text(int index, const char* name) {
         return MakeRow<Members...>(ColumnKind::Text, index, name, "");
+    }
+    /// Lands nowhere: it is there for people, or the reader looks at it itself.
+    static constexpr Row Unread(int index, const char* name) {
+        return {{ColumnKind::Text, index, name}, [](Into&, const CsvRow&, const ColumnInfo&) {}, nullptr};
     }
     template <auto... Members> static constexpr Row Date(int index, const char* name) {
         return MakeRow<Members...>(ColumnKind::Date, index, name, "").Example(detail::kExampleDates);
@@ -360,55 +365,57 @@ template <class File> long ReadRows(typename File::Record& record, DataFile& fil
     return ReadRows<File>(record, file, [](const CsvRow&) {});
 }
 
+/// How a value stands in the graph that has read a file, or in the record of its reader, which takes the line again: in
+/// row `row` behind the heads, of columns that are alike the one `i`. The line's own value if it lands nowhere.
+using ShowColumn = std::function<std::string(const CGraph* graph, const CsvRow& line, int row, int i)>;
+
 /// A data file without the members that it lands in, for who documents, checks or writes such files.
 struct DataTable {
     DataForm form;
     std::vector<ColumnInfo> columns;
-    const char* suffix = ""; ///< behind the path of the data file, of a second file
-    /// How a value stands in the graph that has read a file, or in the record of the reader, which takes the line for
-    /// that: of column number `column` of this table, in row `row` behind the heads, the one `i` of those that are
-    /// alike.
-    std::string (*show)(const CGraph& graph, const CsvRow& line, int column, int row, int i) = nullptr;
+    std::vector<ShowColumn> shown; ///< likewise, for who checks a reader
+    const char* suffix = "";       ///< behind the path of the data file, of a second file
 };
 using DataTables = std::vector<DataTable>;
 
 namespace detail {
 
-template <class File> std::string ShowIn([[maybe_unused]] const CGraph& graph, [[maybe_unused]] const CsvRow& line,
-                                         int column, int row, int i) {
-    using Record = typename File::Record;
-    const auto& one = File::rows[column];
-    if constexpr (std::is_base_of_v<CGraph, Record>) {
-        return one.show(static_cast<const Record&>(graph), one.info, row, i);
-    } else {
-        Record record{};
-        TakeRow<File>(record, line, one.info.head);
-        return one.show(record, one.info, 0, i);
-    }
+template <class Record> Record MakeRecord() {
+    if constexpr (std::is_default_constructible_v<Record>)
+        return {};
+    else
+        return Record("");
 }
 
-template <class... Files> std::string ShowInOne(const CGraph& graph, const CsvRow& line, int column, int row, int i) {
-    std::string shown;
-    const auto look = [&](auto show, int size) {
-        if (column >= 0 && column < size)
-            shown = show(graph, line, column, row, i);
-        column -= size;
+template <class File> ShowColumn ShowOf(const ColumnRow<typename File::Record>& column) {
+    return [&column](const CGraph* graph, const CsvRow& line, int row, int i) -> std::string {
+        using Record = typename File::Record;
+        if (!column.show)
+            return line.Field(column.info.index + i).GetString();
+        if constexpr (std::is_base_of_v<CGraph, Record>) {
+            return column.show(static_cast<const Record&>(*graph), column.info, row, i);
+        } else {
+            Record record = MakeRecord<Record>();
+            TakeRow<File>(record, line, column.info.head);
+            return column.show(record, column.info, 0, i);
+        }
     };
-    (look(ShowIn<Files>, static_cast<int>(std::size(Files::rows))), ...);
-    return shown;
+}
+
+template <class File> void AddColumns(DataTable& table) {
+    for (const auto& column : File::rows) {
+        table.columns.push_back(column.info);
+        table.shown.push_back(ShowOf<File>(column));
+    }
 }
 
 } // namespace detail
 
 /// The table of a file. Where its rows land in several records it takes the columns of each, and the form of the first.
 template <class File, class... More> DataTable TableOf(const char* suffix = "") {
-    DataTable table{File::form, {}, suffix, detail::ShowInOne<File, More...>};
-    const auto add = [&table](const auto& rows) {
-        for (const auto& row : rows)
-            table.columns.push_back(row.info);
-    };
-    add(File::rows);
-    (add(More::rows), ...);
+    DataTable table{File::form, {}, {}, suffix};
+    detail::AddColumns<File>(table);
+    (detail::AddColumns<More>(table), ...);
     return table;
 }
 

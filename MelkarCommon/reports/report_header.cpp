@@ -119,85 +119,99 @@ melkar::ClassKeys CReportHeader::ProfileKeys() {
     return {"CReportHeader", keys};
 }
 
+/// The texts stand in the slots as they are painted: a row says which words stand around the field.
+struct CReportHeader::Slots : melkar::Columns<CReportHeader> {
+    using Shown = CString (*)(const G&, const CsvRow& line, int column);
+
+    static CString AsItIs(const G&, const CsvRow& line, int column) { return line.Field(column); }
+    static CString Led(const G&, const CsvRow& line, int column) { return " " + line.Field(column); }
+    static CString Around(const G&, const CsvRow& line, int column) { return Spaced(line.Field(column)); }
+    static CString Years(const G& header, const CsvRow& line, int column) {
+        return WithUnit(line.Field(column), header.m_strAgeUnit);
+    }
+    static CString Days(const G&, const CsvRow& line, int column) { return WithUnit(line.Field(column), kDays); }
+    static CString Steps(const G&, const CsvRow& line, int column) { return WithUnit(line.Field(column), kSteps); }
+    static CString Minutes(const G&, const CsvRow& line, int column) { return WithUnit(line.Field(column), kMinutes); }
+    static CString Calories(const G&, const CsvRow& line, int column) {
+        return WithUnit(line.Field(column), kCalories);
+    }
+    /// Of two columns.
+    static CString FromTo(const G&, const CsvRow& line, int column) {
+        return Range(line.Field(column), line.Field(column + 1));
+    }
+
+    template <auto Slot, Shown Format = AsItIs>
+    static constexpr Row In(int head, int column, const char* name, const char* example) {
+        return Row{{melkar::ColumnKind::Text, column, name}, Store<Slot, Format>, Show<Slot>}.InHead(head).Example(
+            example);
+    }
+    template <auto Slot, Shown Format>
+    static void Store(G& header, const CsvRow& line, const melkar::ColumnInfo& column) {
+        header.Put(header.*Slot, Format(header, line, column.index));
+    }
+    template <auto Slot> static std::string Show(const G& header, const melkar::ColumnInfo&, int, int) {
+        return static_cast<const char*>(header.*Slot);
+    }
+};
+
+struct CReportHeader::File : Slots {
+    static constexpr int kPeriod = 3; ///< row of the period
+    static constexpr int kSource = 6; ///< its column that says which rows hold the targets
+    static constexpr int kEnd = 10;   ///< rows, if row 4 holds all targets
+    static constexpr const char* kOwnSource = "1";
+
+    static constexpr Form form = Form{14, ""}
+                                     .Limit(melkar::kHeaderRowLimit)
+                                     .Note("With 1 in column 6 of row 3 the file ends with row 9, else the "
+                                           "targets of steps and activity are those of row 13. A row that "
+                                           "isn't there repeats the last one.");
+    static constexpr Row rows[] = {
+        In<&G::m_szName1>(0, 0, "name 1", "Dr."),
+        In<&G::m_szName2>(0, 1, "name 2", "Ann"),
+        In<&G::m_szName3>(0, 2, "name 3", "Weaver"),
+        In<&G::m_szNickname>(0, 3, "nickname", "annie"),
+        In<&G::m_szGroup, Led>(0, 4, "group", "Morning walkers"),
+        In<&G::m_szComment, Led>(1, 0, "comment", "Walks to work since February"),
+        In<&G::m_szAge, Years>(2, 0, "age", "46"),
+        In<&G::m_szSex, Around>(2, 1, "sex", "female"),
+        In<&G::m_szHeight, Around>(2, 2, "height", "179 cm"),
+        In<&G::m_szWeight, Around>(2, 3, "weight", "71.8 kg"),
+        In<&G::m_szBmi, Around>(2, 4, "BMI", "22.4"),
+        In<&G::m_szDuring, FromTo>(3, 0, "period", "2026/03/01|2026/03/31").Each(2).Means("first and last day"),
+        In<&G::m_szEffectiveDays, Days>(3, 2, "days", "26").Means("with records"),
+        Unread(kSource, "source").InHead(kPeriod).Means("1: row 4 holds all targets").Example(kOwnSource),
+        In<&G::m_szStepTarget, Steps>(4, 0, "step target", "8000"),
+        In<&G::m_szCalTarget, Calories>(4, 1, "calorie target", "2100"),
+        In<&G::m_szActTarget, Minutes>(4, 2, "activity target", "30"),
+        In<&G::m_szModerate, FromTo>(4, 3, "moderate", "3|6").Each(2).Means("ends of the moderate range"),
+        In<&G::m_szExclude, Around>(5, 0, "excluded", "none"),
+        In<&G::m_szAveActCal, Calories>(6, 0, "average activity calories", "375"),
+        In<&G::m_szAveTotalCal, Calories>(6, 1, "average total calories", "2225"),
+        In<&G::m_szAveStep, Steps>(6, 2, "average steps", "7402"),
+        In<&G::m_szMaxActCal, Calories>(7, 0, "highest activity calories", "573"),
+        In<&G::m_szMaxTotalCal, Calories>(7, 1, "highest total calories", "2423"),
+        In<&G::m_szMaxStep, Steps>(7, 2, "highest steps", "11911"),
+        In<&G::m_szSite, Led>(9, 0, "site", "Riverside clinic"),
+        In<&G::m_szActTarget, Minutes>(13, 0, "activity target", ""),
+        In<&G::m_szStepTarget, Steps>(13, 1, "step target", ""),
+    };
+};
+
+melkar::DataTables CReportHeader::DataFiles() { return {melkar::TableOf<File>()}; }
+
 int CReportHeader::GetData(CString dataFile) {
     HeaderRows rows(dataFile);
     if (!rows.IsOpen())
         return -1;
-    TakePerson(rows);
-    const bool isOwnSource = TakePeriod(rows);
-    TakeTargets(rows, isOwnSource);
-    TakeFigures(rows);
-    if (!isOwnSource)
-        TakeLateTargets(rows);
-    return 0;
-}
-
-/// Rows 0 to 2.
-void CReportHeader::TakePerson(HeaderRows& rows) {
-    enum { Name1, Name2, Name3, Nickname, Group };
-    const CsvRow& names = rows.Next();
-    Put(m_szName1, names.Field(Name1));
-    Put(m_szName2, names.Field(Name2));
-    Put(m_szName3, names.Field(Name3));
-    Put(m_szNickname, names.Field(Nickname));
-    Put(m_szGroup, " " + names.Field(Group));
-    Put(m_szName, CString(" ") + m_szName1 + " " + m_szName2 + " " + m_szName3 + m_strPersonUnit);
-
-    Put(m_szComment, " " + rows.Next().Field(0));
-
-    enum { Age, Sex, Height, Weight, Bmi };
-    const CsvRow& body = rows.Next();
-    Put(m_szAge, WithUnit(body.Field(Age), m_strAgeUnit));
-    Put(m_szSex, Spaced(body.Field(Sex)));
-    Put(m_szHeight, Spaced(body.Field(Height)));
-    Put(m_szWeight, Spaced(body.Field(Weight)));
-    Put(m_szBmi, Spaced(body.Field(Bmi)));
-}
-
-/// Row 3. @return whether the targets of steps and activity stand with the other ones in row 4; else they come later.
-bool CReportHeader::TakePeriod(HeaderRows& rows) {
-    enum { First, Last, EffectiveDays, Source = 6 };
-    const CsvRow& period = rows.Next();
-    Put(m_szDuring, Range(period.Field(First), period.Field(Last)));
-    Put(m_szEffectiveDays, WithUnit(period.Field(EffectiveDays), kDays));
-    return period.Field(Source) == "1";
-}
-
-/// Row 4.
-void CReportHeader::TakeTargets(HeaderRows& rows, bool isOwnSource) {
-    enum { Step, Calories, Activity, ModerateFrom, ModerateTo };
-    const CsvRow& targets = rows.Next();
-    if (isOwnSource) {
-        Put(m_szStepTarget, WithUnit(targets.Field(Step), kSteps));
-        Put(m_szActTarget, WithUnit(targets.Field(Activity), kMinutes));
+    int end = File::form.heads;
+    for (int row = 0; row < end; ++row) {
+        const CsvRow& line = rows.Next();
+        melkar::TakeRow<File>(*this, line, row);
+        if (row == File::kPeriod && line.Field(File::kSource) == File::kOwnSource)
+            end = File::kEnd;
     }
-    Put(m_szCalTarget, WithUnit(targets.Field(Calories), kCalories));
-    Put(m_szModerate, Range(targets.Field(ModerateFrom), targets.Field(ModerateTo)));
-}
-
-/// Rows 5 to 9.
-void CReportHeader::TakeFigures(HeaderRows& rows) {
-    enum { Activity, Total, Steps };
-    Put(m_szExclude, Spaced(rows.Next().Field(0)));
-    const CsvRow& means = rows.Next();
-    Put(m_szAveActCal, WithUnit(means.Field(Activity), kCalories));
-    Put(m_szAveTotalCal, WithUnit(means.Field(Total), kCalories));
-    Put(m_szAveStep, WithUnit(means.Field(Steps), kSteps));
-    const CsvRow& maxima = rows.Next();
-    Put(m_szMaxActCal, WithUnit(maxima.Field(Activity), kCalories));
-    Put(m_szMaxTotalCal, WithUnit(maxima.Field(Total), kCalories));
-    Put(m_szMaxStep, WithUnit(maxima.Field(Steps), kSteps));
-    rows.Skip(1);
-    Put(m_szSite, " " + rows.Next().Field(0));
-}
-
-/// Row 13, behind three that nobody reads.
-void CReportHeader::TakeLateTargets(HeaderRows& rows) {
-    enum { Activity, Step };
-    rows.Skip(3);
-    const CsvRow& targets = rows.Next();
-    Put(m_szActTarget, WithUnit(targets.Field(Activity), kMinutes));
-    Put(m_szStepTarget, WithUnit(targets.Field(Step), kSteps));
+    Put(m_szName, CString(" ") + m_szName1 + " " + m_szName2 + " " + m_szName3 + m_strPersonUnit);
+    return 0;
 }
 
 int CReportHeader::CalcRect(HDC, CRect, CString) { return 0; }

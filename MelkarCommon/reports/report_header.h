@@ -1,6 +1,7 @@
 #pragma once
 
 #include <MelkarCommon/api.h>
+#include <MelkarCommon/frame/data_table.h>
 #include <MelkarCommon/frame/key_table.h>
 #include <MelkarCommon/platform/cstring.h>
 #include <MelkarCommon/platform/types.h>
@@ -8,15 +9,11 @@
 #include <MelkarCommon/reports/text_slot.h>
 #include <MelkarCommon/support/ini_reader.h>
 
-namespace melkar {
-class HeaderRows;
-}
-
 /// The block that opens a printed report: the person, the period and its figures. It reads the profile's labels and
 /// samples and the report header data file, and owns the cells; the layouts stand in the classes below it.
 ///
-/// Data file: rows of fields with commas between them, figures as text. A row beyond the end of the file repeats the
-/// last one that is there. The text formats of the slots are fixed; every slot holds at most 255 bytes.
+/// In the data file a row beyond its end repeats the last one that is there. The text formats of the slots are fixed;
+/// every slot holds at most 255 bytes.
 class MELKAR_API CReportHeader {
 public:
     /// Reads the block's keys from "..\conf\graph.cnf". @param section the block's own section
@@ -34,6 +31,7 @@ public:
     virtual int CalcRect(HDC surface, CRect block, CString dataFile);
 
     static melkar::ClassKeys ProfileKeys();
+    static melkar::DataTables DataFiles();
 
 protected:
     HFONT HeaderFont(HDC surface, int size) const; ///< size in points, 11 if it is 0 or below; the caller's
@@ -79,10 +77,7 @@ protected:
 
 private:
     struct KeyRows;
-    MELKAR_LOCAL void TakePerson(melkar::HeaderRows& rows);
-    MELKAR_LOCAL bool TakePeriod(melkar::HeaderRows& rows);
-    MELKAR_LOCAL void TakeTargets(melkar::HeaderRows& rows, bool isOwnSource);
-    MELKAR_LOCAL void TakeFigures(melkar::HeaderRows& rows);
-    MELKAR_LOCAL void TakeLateTargets(melkar::HeaderRows& rows);
+    struct Slots;
+    struct File;
     void Put(TextSlot& slot, const CString& text) const { slot.Set(text, m_nCharset); }
 };

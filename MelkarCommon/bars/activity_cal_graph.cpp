@@ -2,6 +2,7 @@
 
 #include <MelkarCommon/frame/data_table.h>
 #include <MelkarCommon/platform/desktop.h>
+#include <MelkarCommon/support/dates.h>
 #include <MelkarCommon/support/ring_log.h>
 #include <MelkarCommon/support/support.h>
 

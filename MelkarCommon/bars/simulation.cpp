@@ -1,5 +1,6 @@
 #include <MelkarCommon/bars/simulation.h>
 
+#include <MelkarCommon/bars/weight_layout.h>
 #include <MelkarCommon/frame/data_table.h>
 #include <MelkarCommon/frame/key_table.h>
 #include <MelkarCommon/platform/drawing.h>

@@ -1,7 +1,10 @@
 #pragma once
 
 #include <MelkarCommon/bars/activity_cal_graph.h>
-#include <MelkarCommon/bars/weight_layout.h>
+
+namespace melkar {
+struct LegendEntry;
+}
 
 /// The weight plan over the activity calories: a thick line for the target weight of each day and a square for each
 /// weight measured, on a second scale at the right that shares the left one's grid lines. The plan lies beside the data

@@ -1,9 +1,10 @@
 #include <MelkarCommon/frame/key_table.h>
 
+#include <MelkarCommon/platform/files/profile_snapshot.h>
 #include <MelkarCommon/platform/values/ascii.h>
 #include <MelkarCommon/support/numbers.h>
+#include <MelkarCommon/support/profile_values.h>
 #include <MelkarCommon/support/ring_log.h>
-#include <MelkarCommon/support/support.h>
 
 #include <algorithm>
 #include <limits>

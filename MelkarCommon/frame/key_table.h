@@ -2,7 +2,6 @@
 
 #include <MelkarCommon/api.h>
 #include <MelkarCommon/platform/cstring.h>
-#include <MelkarCommon/platform/profile.h>
 #include <MelkarCommon/platform/types.h>
 #include <MelkarCommon/support/ini_reader.h>
 #include <MelkarCommon/support/numbers.h>
@@ -32,6 +31,8 @@
 /// Rows are read from the first to the last, so a gate and a member that stands in for a missing key come first.
 
 namespace melkar {
+
+class ProfileSnapshot;
 
 /// Which section of the profile holds the key: the graph's own, or COMMON.
 enum class KeySection : std::uint8_t { Own, Common };

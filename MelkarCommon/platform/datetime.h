@@ -14,8 +14,8 @@ public:
     bool IsValid() const { return m_valid; }
     int GetDayOfWeek() const; ///< 1 is Sunday, 7 Saturday; 0 if invalid
 
-    /// Formats with a `strftime` pattern in the locale that a `melkar::ScopedFormatLocale` chose, without one as the
-    /// process stands. A result above 64 KiB, and an invalid moment, give the empty string.
+    /// Formats with a `strftime` pattern, as the locale of the process stands. A result above 64 KiB, and an invalid
+    /// moment, give the empty string.
     CString Format(const char* pattern) const;
 
 private:
@@ -30,20 +30,3 @@ private:
 
 /// The machine's local time.
 MELKAR_API void GetLocalTime(SYSTEMTIME* time);
-
-namespace melkar {
-
-/// Chooses, for one scope and this thread, the locale of `COleDateTime::Format`. An empty name changes
-/// nothing; an unknown one leaves the "C" locale in force. The locale of the process is not touched.
-class ScopedFormatLocale {
-public:
-    explicit ScopedFormatLocale(const char* name);
-    ~ScopedFormatLocale();
-    ScopedFormatLocale(const ScopedFormatLocale&) = delete;
-    ScopedFormatLocale& operator=(const ScopedFormatLocale&) = delete;
-
-private:
-    void* m_former;
-};
-
-} // namespace melkar

@@ -3,9 +3,6 @@
 #include <MelkarCommon/api.h>
 #include <MelkarCommon/platform/types.h>
 
-#include <array>
-#include <string>
-
 /// Answers `SPI_GETWORKAREA`: stores the desktop's work area, as `SetWorkArea` set it, in the RECT that
 /// `data` points to. @return TRUE; FALSE for another query or a null pointer.
 MELKAR_API BOOL SystemParametersInfoA(UINT query, UINT parameter, void* data, UINT flags);
@@ -14,9 +11,3 @@ MELKAR_API BOOL SystemParametersInfoA(UINT query, UINT parameter, void* data, UI
 /// @return the bytes stored with the NUL, or 0 for another query or a buffer that is too small;
 /// with a size of 0 the room that is needed.
 MELKAR_API int GetLocaleInfoA(DWORD locale, DWORD query, char* buffer, int size);
-
-namespace melkar {
-using DayNames = std::array<std::string, 7>; ///< Monday first
-/// The abbreviated day names of a locale, the empty name being that of the environment; an unknown one counts as "C".
-DayNames AbbreviatedDayNames(const char* locale);
-} // namespace melkar

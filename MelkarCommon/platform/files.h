@@ -7,13 +7,9 @@
 #include <string>
 
 /// @file
-/// Paths with backslashes and the reading of text files.
+/// Text files, line by line. A path with backslashes is used as it stands if there is such a file, else with slashes.
 
 namespace melkar {
-
-/// The path itself if it has no backslash or if such a file exists as it stands, else the path with
-/// slashes in place of the backslashes.
-std::string ResolvePath(const char* path);
 
 /// Reads a text file line by line, linear in its size. CR LF counts as LF, a byte order mark at the
 /// start is dropped, a last line needs no line feed. Only regular files open: a directory, a pipe or a
@@ -43,9 +39,5 @@ private:
     std::unique_ptr<char[]> m_buffer; ///< one block
     std::string m_line;
 };
-
-/// The whole of a regular file with no translation, or an empty text if it can't be read or has more than
-/// 256 MiB; `found` (may be null) tells that from an empty file.
-std::string ReadWholeFile(const char* path, bool* found);
 
 } // namespace melkar

@@ -14,8 +14,4 @@ public:
     /// + 5.
     int CalcRect(HDC surface, CRect block, CString dataFile) override;
     int Draw(HDC surface, CRect block, CString dataFile) override; ///< paints nothing. @return as `CalcRect`.
-
-private:
-    /// A position below the block, as `CGraphHeader` gives it, so that a host goes on there with either.
-    int EndOfBlock() const { return m_rcCells[melkar::B4].bottom + melkar::kBelowHeader; }
 };

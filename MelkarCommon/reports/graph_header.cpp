@@ -2,6 +2,7 @@
 
 #include <MelkarCommon/platform/drawing.h>
 #include <MelkarCommon/platform/scoped.h>
+#include <MelkarCommon/reports/report_header_layout.h>
 #include <MelkarCommon/support/support.h>
 
 using namespace melkar; // NOLINT(google-build-using-namespace): cells by their names
@@ -27,7 +28,7 @@ int CGraphHeader::CalcRect(HDC surface, CRect block, CString dataFile) {
     m_hDC = surface;
     GetData(dataFile);
     LayOutGraphHeader(m_rcCells, block, MeasureSamples(kMeasuredSize));
-    return EndOfBlock();
+    return BelowHeader(m_rcCells[B6]);
 }
 
 int CGraphHeader::Draw(HDC, CRect block, CString) {
@@ -38,7 +39,7 @@ int CGraphHeader::Draw(HDC, CRect block, CString) {
     const int middle = m_rcCells[B3].top;
     DrawLine(m_hDC, CPoint(block.left, middle), CPoint(block.right, middle), nullptr);
     DrawPairs();
-    return EndOfBlock();
+    return BelowHeader(m_rcCells[B6]);
 }
 
 /// Labels stand white in their cells; those of group and comment have no black one and so don't show.

@@ -19,6 +19,5 @@ public:
     int Draw(HDC surface, CRect block, CString dataFile) override;
 
 private:
-    int EndOfBlock() const { return m_rcCells[melkar::B6].bottom + melkar::kBelowHeader; }
     MELKAR_LOCAL void DrawPairs() const;
 };

@@ -5,7 +5,7 @@
 #include <MelkarCommon/frame/key_table.h>
 #include <MelkarCommon/platform/cstring.h>
 #include <MelkarCommon/platform/types.h>
-#include <MelkarCommon/reports/report_header_layout.h>
+#include <MelkarCommon/reports/header_cells.h>
 #include <MelkarCommon/reports/text_slot.h>
 #include <MelkarCommon/support/ini_reader.h>
 

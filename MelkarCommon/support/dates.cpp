@@ -1,5 +1,8 @@
+#include <MelkarCommon/support/dates.h>
+
 #include <MelkarCommon/platform/datetime.h>
 #include <MelkarCommon/platform/profile.h>
+#include <MelkarCommon/platform/values/locales.h>
 #include <MelkarCommon/support/numbers.h>
 #include <MelkarCommon/support/support.h>
 
@@ -32,13 +35,11 @@ CString FormatDate(CString date, CString format, CString locale) {
     return day.IsValid() ? day.Format(format) : date;
 }
 
-namespace melkar {
-CString DateFormat(const char* key) {
+CString melkar::DateFormat(const char* key) {
     char format[100];
     GetPrivateProfileStringA("SYSTEM", key, "%m/%d/%Y", format, sizeof format, kConfigFile);
     return format;
 }
-} // namespace melkar
 
 CString FormatDateEx(CString date, CString key, CString locale) {
     return FormatDate(date, melkar::DateFormat(key), locale);

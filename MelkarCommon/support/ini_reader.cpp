@@ -1,6 +1,7 @@
 #include <MelkarCommon/support/ini_reader.h>
 
 #include <MelkarCommon/platform/profile.h>
+#include <MelkarCommon/support/profile_values.h>
 
 #include <string_view>
 

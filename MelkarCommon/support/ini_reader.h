@@ -3,8 +3,6 @@
 #include <MelkarCommon/api.h>
 #include <MelkarCommon/platform/cstring.h>
 
-#include <string>
-
 /// Reads profile files; nothing is cached, every read goes to the file.
 class MELKAR_API CIniReader {
 public:
@@ -25,8 +23,3 @@ public:
 protected:
     CString m_strFilePath; ///< file of a read with an empty file name
 };
-
-namespace melkar {
-/// What `ReadString` makes of a value as it stands in the file; null stands for a missing one.
-CString ProfileText(const std::string* value, const char* fallback);
-} // namespace melkar

@@ -1,5 +1,6 @@
 #include <MelkarCommon/platform/profile.h>
 #include <MelkarCommon/platform/values/ascii.h>
+#include <MelkarCommon/support/profile_values.h>
 #include <MelkarCommon/support/support.h>
 
 #include <cstring>

@@ -1,8 +1,8 @@
 #include <MelkarCommon/support/ring_log.h>
 
 #include <MelkarCommon/platform/datetime.h>
-#include <MelkarCommon/platform/files.h>
 #include <MelkarCommon/platform/files/log_sink.h>
+#include <MelkarCommon/platform/files/paths.h>
 #include <MelkarCommon/platform/values/ascii.h>
 #include <MelkarCommon/platform/values/locales.h>
 

@@ -5,8 +5,6 @@
 #include <MelkarCommon/platform/geometry.h>
 #include <MelkarCommon/platform/types.h>
 
-#include <string_view>
-
 /// @file
 /// The free functions that every graph leans on: profile values, number and date text, point sizes, the basic
 /// shapes. Fields are in fields.h, the log in ring_log.h.
@@ -21,13 +19,6 @@ MELKAR_API unsigned long GetRGBEx(const char* file, const char* section, const c
 /// Point from one key of two numbers with a comma between them; (0, 0) without a comma.
 MELKAR_API POINT GetPOINT(const char* file, const char* section, const char* key);
 
-namespace melkar {
-/// The colour that a profile value stands for, as `GetRGBEx` reads it; at most 1023 bytes count.
-COLORREF ParseColor(const char* value, COLORREF fallback);
-/// The point that one stands for, as `GetPOINT` reads it.
-POINT ParsePoint(std::string_view value);
-} // namespace melkar
-
 // Number and date text
 
 /// The number truncated to a whole one if `decimals` is below 1, else rounded to that many decimals.
@@ -40,11 +31,6 @@ MELKAR_API CString FormatDate(CString date, CString format, CString locale);
 /// The same with the format under `key` in section SYSTEM of "..\conf\config.cnf"; "%m/%d/%Y" without such a key. At
 /// most 99 bytes of it count.
 MELKAR_API CString FormatDateEx(CString date, CString key, CString locale);
-
-namespace melkar {
-/// The format that `FormatDateEx` would use: for many dates in one go.
-CString DateFormat(const char* key);
-} // namespace melkar
 
 /// `MulDiv`, with 11 in place of a size that is 0 or negative.
 MELKAR_API int ChartMulDiv(int size, int numerator, int denominator);

@@ -1,5 +1,6 @@
 #include <MelkarCommon/reports/circadian_graph_header.h>
 #include <MelkarCommon/reports/graph_header.h>
+#include <MelkarCommon/reports/report_header_layout.h>
 #include <frame/host_fixture.h>
 
 #include <regex>

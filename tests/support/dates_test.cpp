@@ -2,6 +2,7 @@
 
 #include <MelkarCommon/platform/datetime.h>
 #include <MelkarCommon/platform/desktop.h>
+#include <MelkarCommon/platform/values/locales.h>
 #include <MelkarCommon/support/support.h>
 
 #include <gtest/gtest.h>

@@ -1,6 +1,7 @@
 #include <MelkarCommon/platform/tests/temp_workdir.h>
 
 #include <MelkarCommon/platform/files.h>
+#include <MelkarCommon/platform/files/paths.h>
 #include <MelkarCommon/support/fields.h>
 #include <MelkarCommon/support/numbers.h>
 

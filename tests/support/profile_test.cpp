@@ -1,7 +1,9 @@
 #include <MelkarCommon/platform/tests/temp_workdir.h>
 
+#include <MelkarCommon/platform/files/profile_snapshot.h>
 #include <MelkarCommon/platform/profile.h>
 #include <MelkarCommon/support/ini_reader.h>
+#include <MelkarCommon/support/profile_values.h>
 #include <MelkarCommon/support/support.h>
 
 #include <gtest/gtest.h>

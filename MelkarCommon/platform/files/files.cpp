@@ -1,6 +1,7 @@
 #include <MelkarCommon/platform/files.h>
 
 #include <MelkarCommon/platform/files/byte_order_mark.h>
+#include <MelkarCommon/platform/files/paths.h>
 
 #include <algorithm>
 #include <cerrno>

@@ -1,7 +1,8 @@
 #include <MelkarCommon/platform/profile.h>
 
-#include <MelkarCommon/platform/files.h>
 #include <MelkarCommon/platform/files/byte_order_mark.h>
+#include <MelkarCommon/platform/files/paths.h>
+#include <MelkarCommon/platform/files/profile_snapshot.h>
 #include <MelkarCommon/platform/values/ascii.h>
 
 #include <algorithm>

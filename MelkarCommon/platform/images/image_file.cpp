@@ -1,7 +1,7 @@
 #include <MelkarCommon/platform/cairo/handles.h>
-#include <MelkarCommon/platform/files.h>
 #include <MelkarCommon/platform/files/log_sink.h>
 #include <MelkarCommon/platform/files/new_file.h>
+#include <MelkarCommon/platform/files/paths.h>
 #include <MelkarCommon/platform/images/bitmap_head.h>
 #include <MelkarCommon/platform/images/image_file.h>
 #include <MelkarCommon/platform/measures.h>

@@ -1,5 +1,5 @@
-#include <MelkarCommon/platform/files.h>
 #include <MelkarCommon/platform/files/log_sink.h>
+#include <MelkarCommon/platform/files/paths.h>
 #include <MelkarCommon/platform/pages/page_formats.h>
 
 #include <cerrno>

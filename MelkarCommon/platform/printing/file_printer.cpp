@@ -1,5 +1,5 @@
-#include <MelkarCommon/platform/files.h>
 #include <MelkarCommon/platform/files/new_file.h>
+#include <MelkarCommon/platform/files/paths.h>
 #include <MelkarCommon/platform/printing.h>
 #include <MelkarCommon/platform/printing/printer.h>
 

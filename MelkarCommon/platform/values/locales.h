@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <locale.h> // NOLINT(modernize-deprecated-headers): newlocale and uselocale
 #include <string>
 
@@ -27,5 +28,22 @@ public:
 private:
     locale_t m_former;
 };
+
+/// Chooses, for one scope and this thread, the locale of `COleDateTime::Format`. An empty name changes
+/// nothing; an unknown one leaves the "C" locale in force. The locale of the process is not touched.
+class ScopedFormatLocale {
+public:
+    explicit ScopedFormatLocale(const char* name);
+    ~ScopedFormatLocale();
+    ScopedFormatLocale(const ScopedFormatLocale&) = delete;
+    ScopedFormatLocale& operator=(const ScopedFormatLocale&) = delete;
+
+private:
+    void* m_former;
+};
+
+using DayNames = std::array<std::string, 7>; ///< Monday first
+/// The abbreviated day names of a locale, the empty name being that of the environment; an unknown one counts as "C".
+DayNames AbbreviatedDayNames(const char* locale);
 
 } // namespace melkar

@@ -3,6 +3,7 @@
 /// @file
 /// Everything a host needs.
 
+#include <MelkarCommon/api.h>
 #include <MelkarCommon/bars/activity_cal_graph.h>
 #include <MelkarCommon/bars/bar_graph.h>
 #include <MelkarCommon/bars/bar_layout.h>
@@ -24,6 +25,7 @@
 #include <MelkarCommon/frame/day_status.h>
 #include <MelkarCommon/frame/frame_layout.h>
 #include <MelkarCommon/frame/graph.h>
+#include <MelkarCommon/frame/key_table.h>
 #include <MelkarCommon/frame/legend_layout.h>
 #include <MelkarCommon/frame/results.h>
 #include <MelkarCommon/frame/scale.h>
@@ -44,10 +46,13 @@
 #include <MelkarCommon/platform/types.h>
 #include <MelkarCommon/quadrant/square_graph.h>
 #include <MelkarCommon/registry/catalogue.h>
+#include <MelkarCommon/registry/key_reference.h>
 #include <MelkarCommon/reports/circadian_graph_header.h>
 #include <MelkarCommon/reports/graph_header.h>
+#include <MelkarCommon/reports/header_cells.h>
 #include <MelkarCommon/reports/report.h>
 #include <MelkarCommon/reports/report_header.h>
+#include <MelkarCommon/reports/text_slot.h>
 #include <MelkarCommon/support/activity_figures.h>
 #include <MelkarCommon/support/fields.h>
 #include <MelkarCommon/support/font.h>

@@ -138,6 +138,7 @@ public:
 
 private:
     using Numbers = typename Lanes<kLanes>::Numbers;
+    using Pixels = typename Lanes<kLanes>::Pixels;
     using Edges = std::array<PartRows, kLanes>;
 
     void FillBlock(int x, const ChainColumn* columns) const {
@@ -173,21 +174,20 @@ private:
     template <int kSide> void MixBand(int x, const Rows& band, const Edges& edges) const {
         Numbers row{}; // counted from the first one between the ends
         Numbers last{};
-        Numbers weight{};
-        Numbers step{};
+        Pixels weight{}; // without a sign: beyond an edge, where nobody looks, they wrap
+        Pixels step{};
         for (int lane = 0; lane < kLanes; ++lane) {
             const auto& [rows, between] = edges[static_cast<std::size_t>(lane)];
             row[lane] = band.top - rows.top - 1;
             last[lane] = rows.bottom - rows.top - 2;
-            weight[lane] = between.start;
-            step[lane] = between.step;
+            weight[lane] = static_cast<std::uint32_t>(between.start);
+            step[lane] = static_cast<std::uint32_t>(between.step);
         }
-        weight += step * row; // what overflows on the way there lies beyond the edge
+        weight += step * Pixels(row);
         for (int y = band.top; y < band.bottom; ++y, row += 1, weight += step) {
             const Numbers isBetween = (row >= 0) & (row < last);
             const Numbers isWhole = kSide > 0 ? row > last : row < -1;
-            const Numbers taken = (weight & isBetween) | (kWholeWeight & isWhole);
-            m_mixer.MixRow(PixelAt(m_buffer, x, y), taken);
+            m_mixer.MixRow(PixelAt(m_buffer, x, y), (weight & Pixels(isBetween)) | (kWholeWeight & Pixels(isWhole)));
         }
     }
 

@@ -3,6 +3,7 @@
 #include <MelkarCommon/platform/pixels/pixel_spans.h>
 
 #include <array>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -32,6 +33,10 @@ struct Weight {
 constexpr Weight RestOf(const Weight& weight) {
     return {kWholeWeight + (1 << kWeightBits) - 1 - weight.start, -weight.step};
 }
+
+// A pixel is a number, whatever the machine; but lanes are cut into halves, and put together from pairs, by their order
+// in memory.
+static_assert(std::endian::native == std::endian::little);
 
 /// Vectors of some lanes. Compilers take no computed sizes and shuffles.
 template <int kLanes> struct Lanes;
@@ -71,10 +76,10 @@ public:
           m_green(Channels(Pixels{} + ((color & kGreen) >> 8U))) {}
 
     /// A pixel for each lane, side by side, and the weights of these.
-    void MixRow(std::uint32_t* pixel, const typename Lanes<kLanes>::Numbers& weights) const {
+    void MixRow(std::uint32_t* pixel, const typename Lanes<kLanes>::Pixels& weights) const {
         Pixels pixels{};
         std::memcpy(&pixels, pixel, sizeof pixels);
-        Mix(pixels, Pixels(weights));
+        Mix(pixels, weights);
         std::memcpy(pixel, &pixels, sizeof pixels);
     }
 

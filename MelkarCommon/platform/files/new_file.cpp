@@ -124,7 +124,7 @@ void NewFile::RemoveTemporary() {
     m_temporary.clear();
 }
 
-bool NewFile::Write(const void* bytes, std::size_t count) {
+bool NewFile::Write(const void* bytes, std::size_t count) noexcept {
     if (m_error != 0 || m_stream == nullptr)
         return false;
     errno = 0;

@@ -27,7 +27,7 @@ public:
     const std::string& Path() const { return m_path; }
 
     /// The first error is kept; nothing is written after it. @return false after an error.
-    bool Write(const void* bytes, std::size_t count);
+    bool Write(const void* bytes, std::size_t count) noexcept;
     /// Nothing more is written: the file will not be.
     void Abandon();
     /// Closes the file and gives it its name. @return 0, or the number of the first error: then there is no file.

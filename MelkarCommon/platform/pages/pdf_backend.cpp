@@ -20,7 +20,7 @@ namespace melkar {
 
 namespace {
 
-cairo_status_t WriteBytes(void* file, const unsigned char* bytes, unsigned int count) {
+cairo_status_t WriteBytes(void* file, const unsigned char* bytes, unsigned int count) noexcept {
     return static_cast<NewFile*>(file)->Write(bytes, count) ? CAIRO_STATUS_SUCCESS : CAIRO_STATUS_WRITE_ERROR;
 }
 

@@ -9,20 +9,13 @@
 #include <MelkarCommon/support/text_measure.h>
 
 #include <algorithm>
-#include <climits>
 
 using melkar::ScopedFont;
-
-namespace {
-
-int ToCoordinate(long value) { return static_cast<int>(std::clamp<long>(value, INT_MIN, INT_MAX)); }
-
-} // namespace
 
 int CBarGraph::HitTest(CPoint point, int enabled) const {
     if (enabled != 1)
         return -1;
-    const CPoint on(ToCoordinate(long{point.x} - m_nOriginX), ToCoordinate(long{point.y} - m_nOriginY));
+    const CPoint on(melkar::SubtractEdge(point.x, m_nOriginX), melkar::SubtractEdge(point.y, m_nOriginY));
     return m_fnDayRect ? melkar::PlacedBarAt(m_oaBarRects, on)
                        : melkar::BarAt(m_oaBarRects, on.x, on.y, m_rcCanvas.bottom);
 }
@@ -38,7 +31,7 @@ long CBarGraph::OnClick(CPoint point) {
 }
 
 long CBarGraph::OnMouseMove(long x, long y) {
-    OnMouseMove(CPoint(ToCoordinate(x), ToCoordinate(y)));
+    OnMouseMove(CPoint(melkar::NearestInt(x), melkar::NearestInt(y)));
     return 0;
 }
 

@@ -19,12 +19,6 @@ namespace {
 
 constexpr double kCssPixelsPerInch = 96;
 
-RECT Around(const Area& area) {
-    return ToRect(Box{static_cast<std::int64_t>(std::floor(area.left)), static_cast<std::int64_t>(std::floor(area.top)),
-                      static_cast<std::int64_t>(std::ceil(area.right)),
-                      static_cast<std::int64_t>(std::ceil(area.bottom))});
-}
-
 class SvgBackend final : public PageFile {
 public:
     SvgBackend(std::unique_ptr<NewFile> file, PageFormat format, int width, int height, int dpi,
@@ -228,8 +222,7 @@ bool SvgBackend::OpenShape(const Shape& shape, double margin, double reach) {
     if (!Touches(bounds, m_clip, margin))
         return false;
     const bool isNear = IsNear(bounds);
-    const Area painted{bounds.left - margin, bounds.top - margin, bounds.right + margin, bounds.bottom + margin};
-    if (!BeginElement(isNear ? Around(painted) : m_clip, m_clip))
+    if (!BeginElement(isNear ? PixelsAround(bounds, margin) : m_clip, m_clip))
         return false;
     std::visit([&](const auto& kind) { isNear ? OpenShape(kind, reach) : OpenPolygon(NearCorners(kind)); }, shape);
     return true;
@@ -288,8 +281,7 @@ void SvgBackend::StrokeLine(const PaperLine& line, const Stroke& stroke) {
     for (const PointD& point : line.points)
         area.Add(point);
     const double margin = stroke.width; // of a corner
-    if (!BeginElement(Around({area.left - margin, area.top - margin, area.right + margin, area.bottom + margin}),
-                      m_clip))
+    if (!BeginElement(PixelsAround(area, margin), m_clip))
         return;
     const bool isPatterned = HasPattern(stroke);
     if (!isPatterned || stroke.gaps) {
@@ -359,10 +351,10 @@ void SvgBackend::PaintText(const std::shared_ptr<const TextLayout>& layout, std:
     Area area;
     for (const PointD& corner : TurnedBox(at, text.width, layout->lineHeight, escapement))
         area.Add(corner);
-    if (text.width <= 0 || IsEmptyRect(ClipBox(ToBox(Around(area)), ClipBox(ToBox(clip), m_clip))))
+    if (text.width <= 0 || IsEmptyRect(ClipBox(ToBox(PixelsAround(area, 0)), ClipBox(ToBox(clip), m_clip))))
         return;
     UseFont(*layout->look);
-    BeginElement(Around(area), clip);
+    BeginElement(PixelsAround(area, 0), clip);
     if (m_format == PageFormat::SvgOutlines)
         WriteOutlines(*layout, line, at, escapement, color);
     WriteText(*layout, text, at, escapement);

@@ -8,17 +8,6 @@ namespace melkar {
 
 namespace {
 
-/// The edge of a whole pixel; what is no number or too large ends at the edge of what an int can name.
-std::int64_t Whole(double value) {
-    return std::isnan(value) ? 0 : static_cast<std::int64_t>(std::clamp<double>(value, INT32_MIN, INT32_MAX));
-}
-
-/// Whole pixels around an area that is grown by `by`.
-Box PixelsAround(const Area& area, double by) {
-    return {Whole(std::floor(area.left - by)), Whole(std::floor(area.top - by)), Whole(std::ceil(area.right + by)),
-            Whole(std::ceil(area.bottom + by))};
-}
-
 /// An axis-aligned line takes whole rows or columns; a sloped one is as wide about its centres.
 Box LineBox(POINT from, POINT to, const Stroke& stroke) {
     const std::int64_t width = WholeWidth(stroke.width);
@@ -52,7 +41,7 @@ Box TextBox(const TextOp& text) {
     Area area;
     for (const PointD& corner : TurnedBox(text.at, line.width, text.layout->lineHeight, text.escapement))
         area.Add(corner);
-    return PixelsAround(area, -kTiny);
+    return ToBox(PixelsAround(area, -kTiny));
 }
 
 } // namespace
@@ -60,9 +49,9 @@ Box TextBox(const TextOp& text) {
 Box BoxOf(const RecordedOp& op) {
     return std::visit(Overloaded{
                           [](const FillRectOp& fill) { return ToBox(fill.rect); },
-                          [](const FillShapeOp& fill) { return PixelsAround(AreaOf(fill.shape), 0); },
+                          [](const FillShapeOp& fill) { return ToBox(PixelsAround(AreaOf(fill.shape), 0)); },
                           [](const StrokeShapeOp& outline) {
-                              return PixelsAround(AreaOf(outline.shape), WholeWidth(outline.stroke.width) / 2.0);
+                              return ToBox(PixelsAround(AreaOf(outline.shape), WholeWidth(outline.stroke.width) / 2.0));
                           },
                           [](const StrokePolylineOp& lines) { return PolylineBox(lines); },
                           [](const TextOp& text) { return TextBox(text); },

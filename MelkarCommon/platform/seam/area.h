@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstdint>
 #include <numbers>
 
 /// @file
@@ -48,6 +49,17 @@ inline Area AreaOf(const Shape& shape) {
                           [](const SliceShape& slice) { return AreaOf(slice.whole); },
                       },
                       shape);
+}
+
+/// The edge of a whole pixel; what is no number or too large ends at the edge of what an int can name.
+inline int WholeEdge(double value) {
+    return std::isnan(value) ? 0 : static_cast<int>(std::clamp<double>(value, INT32_MIN, INT32_MAX));
+}
+
+/// Whole pixels around an area that is grown by `by`.
+inline RECT PixelsAround(const Area& area, double by) {
+    return {WholeEdge(std::floor(area.left - by)), WholeEdge(std::floor(area.top - by)),
+            WholeEdge(std::ceil(area.right + by)), WholeEdge(std::ceil(area.bottom + by))};
 }
 
 constexpr int kFullTurn = 3600; ///< escapements are tenths of a degree

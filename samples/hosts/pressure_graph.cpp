@@ -1,7 +1,7 @@
 #include "pressure_graph.h"
 
-#include <MelkarCommon/frame/data_file.h>
 #include <MelkarCommon/platform/scoped.h>
+#include <MelkarCommon/support/numbers.h>
 #include <MelkarCommon/support/support.h>
 
 namespace {
@@ -41,30 +41,46 @@ long CPressureGraph::ReadIniFile(char* path) {
 
 melkar::ClassKeys CPressureGraph::ProfileKeys() { return {"CPressureGraph", melkar::InfoOf(KeyRows::rows)}; }
 
+// What a row of the data file says. A table may name members of the graph, too; here several rows make one day.
+struct CPressureGraph::Measurement {
+    int status = 0;
+    CString date, systolic, diastolic;
+};
+
+struct CPressureGraph::File : melkar::Columns<Measurement> {
+    static constexpr Form form = Form{2, "measurement"}.Limit(kRowLimit);
+    static constexpr Row rows[] = {
+        Status<&G::status>(0),
+        Caption<&G::date>(1),
+        Figure<&G::systolic>(2, "systolic", "mmHg").Within(50, 300).Needed().Example("142|128|135"),
+        Figure<&G::diastolic>(3, "diastolic", "mmHg").Within(20, 200).Needed().Example("88|80|84"),
+    };
+};
+
+melkar::DataTables CPressureGraph::DataFiles() { return {melkar::TableOf<File>()}; }
+
 long CPressureGraph::ReadDataFile(char* path) {
-    return melkar::ReadFile("CPressureGraph::ReadDataFile", path, [this](melkar::DataFile& file) -> long {
+    return melkar::ReadFile("CPressureGraph::ReadDataFile", path, [this](melkar::DataFile& file) {
         ForgetDays();
-        file.Head(kRowLimit);
-        file.Head(kRowLimit);
-        while (const melkar::CsvRow* row = file.Next(kRowLimit))
-            AddMeasurement(*row);
-        return Days() > 0 ? melkar::kOk : melkar::kNoDays;
+        Measurement measurement;
+        melkar::ReadHeads<File>(measurement, file);
+        return melkar::ReadRows<File>(measurement, file, [&](const melkar::CsvRow&) { AddMeasurement(measurement); });
     });
 }
 
 // The figures of a day are the highest systolic and the lowest diastolic one.
-void CPressureGraph::AddMeasurement(const melkar::CsvRow& row) {
-    enum { Date = 1, FirstFigure };
-    if (Days() == 0 || !(m_saDates[Days() - 1] == row.Field(Date))) {
-        AddDay(row);
+void CPressureGraph::AddMeasurement(const Measurement& measurement) {
+    if (Days() == 0 || m_saDates[Days() - 1] != measurement.date) {
+        m_dwaStatus.Add(static_cast<DWORD>(measurement.status));
+        m_saDates.Add(measurement.date);
         m_saValues.SetSize(Days() * Figures);
     }
     const int day = Days() - 1;
     const bool isFirst = !IsMeasured(day);
-    if (isFirst || row.DoubleField(FirstFigure + Systolic) > FigureOf(day, Systolic))
-        m_saValues.SetAt(day * Figures + Systolic, row.Field(FirstFigure + Systolic));
-    if (isFirst || row.DoubleField(FirstFigure + Diastolic) < FigureOf(day, Diastolic))
-        m_saValues.SetAt(day * Figures + Diastolic, row.Field(FirstFigure + Diastolic));
+    if (isFirst || melkar::ToDouble(measurement.systolic) > FigureOf(day, Systolic))
+        m_saValues.SetAt(day * Figures + Systolic, measurement.systolic);
+    if (isFirst || melkar::ToDouble(measurement.diastolic) < FigureOf(day, Diastolic))
+        m_saValues.SetAt(day * Figures + Diastolic, measurement.diastolic);
 }
 
 bool CPressureGraph::IsHigh(int day) const {

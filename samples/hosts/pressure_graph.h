@@ -2,6 +2,7 @@
 
 #include <MelkarCommon/bars/bar_graph.h>
 #include <MelkarCommon/bars/bar_layout.h>
+#include <MelkarCommon/frame/data_table.h>
 #include <MelkarCommon/frame/key_table.h>
 #include <MelkarCommon/frame/scale.h>
 
@@ -11,8 +12,7 @@
 // highest systolic figure. It has keys, a data file, a layout and a painter of its own; scale, dates, axes, messages,
 // clicks and balloons are those of `CBarGraph`. C++17 suffices.
 //
-// Data file: two head rows, then a row for each measurement: status of the day, date, systolic, diastolic (mmHg). Rows
-// of one date follow each other and make one day.
+// Data file: a row for each measurement; those of one date follow each other and make one day.
 class CPressureGraph : public CBarGraph {
 public:
     CPressureGraph(HWND window, HDC dc, const char* section, HDC shared, HDC second, HDC balloon);
@@ -23,12 +23,15 @@ public:
     void DrawSecExs() override;             // the bounds, over all that the base class has painted
 
     static melkar::ClassKeys ProfileKeys();
+    static melkar::DataTables DataFiles();
 
 private:
     struct KeyRows;
+    struct Measurement;
+    struct File;
     enum Figure { Systolic, Diastolic, Figures };
 
-    void AddMeasurement(const melkar::CsvRow& row);
+    void AddMeasurement(const Measurement& measurement);
     bool IsMeasured(int day) const { return FigureOf(day, Diastolic) > 0; }
     bool IsHigh(int day) const;
     void DrawBound(int figure) const;

@@ -53,10 +53,12 @@ TEST_F(BarData, TheBigScaleStaysUntilReset) {
     EXPECT_EQ(top("0,d,nan,5000\n"), 1000);
     EXPECT_EQ(top("0,d,999,1.5\n"), 5000);
     EXPECT_EQ(graph.m_dChartInterval, 1000);
-    graph.m_nChartMaxBig = 1;
+    graph.m_nChartMaxBig = graph.m_nChartIntervalBig = 1;
     graph.ResetGraphMeasure();
     EXPECT_EQ(graph.m_nChartMax, 1000);
+    EXPECT_EQ(graph.m_dChartInterval, 250);
     EXPECT_EQ(graph.m_nChartMaxBig, 5000);
+    EXPECT_EQ(graph.m_nChartIntervalBig, 1000);
     graph.m_nChartMaxBig = 0;
     EXPECT_EQ(top("0,d,999,1.5\n"), 1000) << "there is no big scale";
 }

@@ -36,7 +36,8 @@ public:
     using Graph::Graph;
     using Graph::m_bCoach, Graph::m_bDateStrip, Graph::m_bPolyline, Graph::m_bPrintAverage, Graph::m_bPrintTarget;
     using Graph::m_crSeries, Graph::m_dChartInterval, Graph::m_hMemDC, Graph::m_nChartMax;
-    using Graph::m_nChartMaxBig, Graph::m_nChartMin, Graph::m_nDateEscapement, Graph::m_nDecimals;
+    using Graph::m_nChartIntervalBig, Graph::m_nChartMaxBig, Graph::m_nChartMin, Graph::m_nDateEscapement,
+        Graph::m_nDecimals;
     using Graph::m_nSeriesCount, Graph::m_rcCanvas, Graph::m_rcGraph, Graph::m_strAverage, Graph::m_strHeaderField0;
     using Graph::m_strHeaderField1;
 };

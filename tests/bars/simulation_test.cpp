@@ -102,6 +102,10 @@ TEST_F(Simulation, CodesOfThePlan) {
         EXPECT_EQ(graph.m_saWeights.GetSize(), 0) << c.why;
         EXPECT_EQ(graph.m_nWeightMax, c.max) << c.why;
     }
+    auto graph = Make<OpenSimulation>();
+    graph.m_nChartMin = 500; // two steps of 250 to the top: 13 / 2 + 1 is 7 for each
+    ASSERT_EQ(ReadPlan(graph, kPlan), 0);
+    EXPECT_EQ(graph.m_nWeightMin, 72 - 14);
 }
 
 // Centres of four rows: 285, 510, 735, 960. A square reaches 9 pixels each way.

@@ -164,13 +164,17 @@ TEST_F(CircleTest, RunsCounterClockwise) {
 }
 
 // Characters of 12 x 25 in a legend from (0, 280) to (600, 400), no line of it free: rows from 370, 343 and 318 on.
-// Squares end at 37, labels at 97, shares of 84 at 193, minutes of 108 at 323; all moves right by 138.
+// Squares from 12 to 37, labels to 97, shares of 84 to 193, minutes of 108 to 323; all moves right by 138. Of 300
+// minutes the shares are 8.67, 4.37 and 86.97: rounded they make 100.1, which the largest gives back.
 TEST_F(CircleTest, LegendShowsSharesAndMinutes) {
-    const auto texts = LinesWith(DrawLevels(Classes("12.5", "6.25", "125.5")), "text");
+    const auto lines = DrawLevels(Classes("26", "13.1", "260.9"));
+    EXPECT_THAT(LinesWith(lines, "fill 150,"),
+                ElementsAre("fill 150,370 25x25 #010000", "fill 150,343 25x27 #020000", "fill 150,318 25x27 #030000"));
+    const auto texts = LinesWith(lines, "text");
     ASSERT_EQ(texts.size(), 11U) << "the title twice, then nine of the legend";
     const char* expected[] = {"\" low\" 175,370",      "\" mid\" 175,343",      "\" high\" 175,318",
-                              "\"  8.7 %\" 247,370",   "\"  4.3 %\" 247,343",   "\" 87.0 %\" 247,318",
-                              "\" 12.5 min\" 353,370", "\"  6.2 min\" 353,343", "\"125.5 min\" 353,318"};
+                              "\"  8.7 %\" 247,370",   "\"  4.4 %\" 247,343",   "\" 86.9 %\" 247,318",
+                              "\" 26.0 min\" 353,370", "\" 13.1 min\" 353,343", "\"260.9 min\" 353,318"};
     for (std::size_t i = 0; i < std::size(expected); ++i)
         EXPECT_THAT(texts[i + 2], HasSubstr(expected[i]));
     const auto none = LinesWith(DrawLevels({}), "text");

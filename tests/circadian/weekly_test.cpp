@@ -238,6 +238,8 @@ TEST_F(WeeklyTest, DrawsTheRowsOfItsDays) {
     std::string file = DataFile("\n20260306\n\n0,20260306\n0,20260307\n");
     EXPECT_EQ(week.Draw({0, 0, 900, 705}, file.data()), 0);
     EXPECT_EQ(Rows(m_record, 900), "0+100 100+101 201+101 ") << "the day behind the last line is drawn, too";
+    EXPECT_THAT(GetRecording(m_record), HasSubstr("text \"03/06/2026\" 0,1 ")) << "each graph has its day";
+    EXPECT_THAT(GetRecording(m_record), HasSubstr("text \"03/07/2026\" 0,101 "));
     week.m_nRows = 0;
     EXPECT_EQ(week.Draw({0, 3, 700, 5}, file.data()), 0);
     EXPECT_EQ(week.m_nRows, 1);

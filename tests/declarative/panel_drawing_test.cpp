@@ -2,6 +2,14 @@
 
 namespace {
 
+/// The texts of a record with their places: "\"0\" 145,290".
+std::vector<std::string> Places(const std::vector<std::string>& lines) {
+    std::vector<std::string> places;
+    for (const std::string& line : LinesWith(lines, "text"))
+        places.push_back(line.substr(5, line.find(' ', line.find(' ', 5) + 1) - 5));
+    return places;
+}
+
 class Panel : public PanelTest {
 protected:
     /// A bare panel reads its keys on demand.
@@ -12,6 +20,14 @@ protected:
         return DrawRecorded(graph, area);
     }
 };
+
+TEST_F(Panel, HasAGroundAndTheGraphAreaItsOwnWithinFrames) {
+    const auto lines = Draw("BASE_BORDER_RGB=9,0,0\nBASE_BORDER_WIDTH=3\n");
+    EXPECT_THAT(lines, Contains("fill 103,53 394x294 #0A0A0A"));
+    EXPECT_THAT(lines, Contains("fill 162,102 276x196 #141414"));
+    EXPECT_THAT(LinesWith(lines, "fill", "#090000"), SizeIs(4));
+    EXPECT_THAT(LinesWith(lines, "fill", "#000000"), SizeIs(4)) << "two wide and black, whatever the profile";
+}
 
 TEST_F(Panel, TitleHasAHeightOrIsntThere) {
     constexpr std::string_view keys = "TITLE_LABEL=Weight\nTITLE_OFFSET_LT=10,5\nTITLE_OFFSET_R=20\nTITLE_FONT=20\n"
@@ -33,17 +49,29 @@ TEST_F(Panel, FiguresCentreOnTheirLinesAndCaptionsStandBeyond) {
                                       "VERTICAL_SCALE_OFFSET_L=5\nVERTICAL_SCALE_WIDTH_L=30\nVERTICAL_SCALE_FONT_L=20\n"
                                       "VERTICAL_SCALE_FORMAT_L=%.0f\nVERTICAL_LABEL_WIDTH_L=20\n"
                                       "VERTICAL_LABEL_FONT_L=20\nVERTICAL_LABEL_L=kg\n";
-    std::vector<std::string> places;
-    for (const std::string& line : LinesWith(Draw(left), "text"))
-        places.push_back(line.substr(5, line.find(' ', line.find(' ', 5) + 1) - 5));
     // The caption reads upwards: 105 + (20 - 20) / 2, 325 - (250 - 20) / 2.
-    EXPECT_THAT(places, ElementsAre("\"0\" 145,290", "\"25\" 135,240", "\"50\" 135,190", "\"75\" 135,140",
-                                    "\"100\" 125,90", "\"kg\" 105,210"));
+    EXPECT_THAT(Places(Draw(left)), ElementsAre("\"0\" 145,290", "\"25\" 135,240", "\"50\" 135,190", "\"75\" 135,140",
+                                                "\"100\" 125,90", "\"kg\" 105,210"));
     EXPECT_THAT(LinesWith(Draw("VERTICAL_SCALE_L=yes\n" +
                                std::string(left).replace(left.find("VERTICAL_SCALE_L=TRUE"), 21, "X=1")),
                           "text"),
                 IsEmpty())
         << "a switch is on by the word \"true\" alone";
+}
+
+// Two divisions a scale: steps of 100 and 140, the right scale (445, 50) to (475, 350) with its caption to 495, the one
+// below (90, 304) to (510, 334) with its caption to 358.
+TEST_F(Panel, FiguresAndCaptionsStandAtTheRightAndBelow) {
+    constexpr std::string_view keys =
+        "GRAPH_VERTICAL_DIVIDE_R=2\nGRAPH_VERTICAL_MAX_R=50\nVERTICAL_SCALE_R=true\nVERTICAL_SCALE_OFFSET_R=5\n"
+        "VERTICAL_SCALE_WIDTH_R=30\nVERTICAL_SCALE_FONT_R=20\nVERTICAL_SCALE_FORMAT_R=%.0f\n"
+        "VERTICAL_LABEL_WIDTH_R=20\nVERTICAL_LABEL_FONT_R=20\nVERTICAL_LABEL_R=kg\n"
+        "GRAPH_HORIZONTAL_DIVIDE=2\nGRAPH_HORIZONTAL_MAX=10\nHORIZONTAL_SCALE_OFFSET=4\n"
+        "HORIZONTAL_SCALE_HEIGHT=30\nHORIZONTAL_SCALE_FONT=20\nHORIZONTAL_SCALE_FORMAT=%.0f\n"
+        "HORIZONTAL_LABEL_HEIGHT=24\nHORIZONTAL_LABEL_FONT=20\nHORIZONTAL_LABEL=day\n";
+    EXPECT_THAT(Places(Draw(keys)),
+                ElementsAre("\"0\" 465,290", "\"25\" 455,190", "\"50\" 455,90", "\"kg\" 475,210",    // right-aligned
+                            "\"0\" 155,309", "\"5\" 295,309", "\"10\" 430,309", "\"day\" 285,336")); // centred
 }
 
 TEST_F(Panel, EachAxisHasLinesAndTicksBetweenItsEnds) {

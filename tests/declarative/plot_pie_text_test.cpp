@@ -63,6 +63,27 @@ TEST_F(Plots, PointsFollowThePanelAndNoPointIsDrawnWithoutIt) {
     EXPECT_EQ(graph.Draw(kPanel, none, none), 201);
 }
 
+TEST_F(Plots, ADerivedClassReadsItsPointsAndNamesThem) {
+    class Named : public CPlotGraph {
+    public:
+        using CPlotGraph::CPlotGraph;
+        long ReadPlotDataFile(char* file) override {
+            steps << file << " ";
+            AddPlot(5, 50);
+            AddPlot(10, 0);
+            return -1; // not looked at
+        }
+        void DrawPlotLabel(int x, int y, int index) override { steps << index << ":" << x << "," << y << " "; }
+        void DrawAfterPlot(CRect graph) override { steps << "after " << graph.left << "," << graph.top; }
+        std::ostringstream steps;
+    };
+    Named graph(nullptr, m_record, "OWN", nullptr, nullptr, nullptr);
+    graph.SetDirectOutput(1);
+    char none[] = "", points[] = "points";
+    EXPECT_EQ(graph.Draw(kPanel, none, points), 0);
+    EXPECT_EQ(graph.steps.str(), "points 0:300,200 1:440,300 after 160,100");
+}
+
 class CirclePanel : public PanelTest {};
 
 // The pie is (200, 100) to (400, 300), its middle (300, 200), its radius 100.

@@ -64,7 +64,8 @@ TEST_F(Gauge, BarAndItsFigure) {
          "text \"96\" 393,60 20x20 \"Fixed 16\" #000000 clip 393,54 400,86\n"},
         {"off the scale: at the right", "100", "fill 101,55 298x30 #0F0000\n",
          "text \"100\" 370,60 30x20 \"Fixed 16\" #000000\n"},
-        {"below the scale: no bar", "-5", "", "text \"-5\" 100,60 20x20 \"Fixed 16\" #000000\n"},
+        {"below the scale, in the first class: at the left end", "-5", "",
+         "text \"-5\" 100,60 20x20 \"Fixed 16\" #000000\n"},
     };
     auto gauge = Make<CBMIGraph_Eng>();
     for (const Case& c : cases) {
@@ -74,6 +75,21 @@ TEST_F(Gauge, BarAndItsFigure) {
         EXPECT_THAT(record, HasSubstr(c.text)) << c.why;
         EXPECT_THAT(record, Not(HasSubstr("no records"))) << "a gauge has no days";
     }
+    auto above = Make<Open<CBMIGraph_Eng>>();
+    above.m_nMin = 200; // above all bounds: what lies between them and the scale has no class
+    above.m_nMax = 300;
+    const std::string below = Record(above, File("150"), {100, 50, 400, 90});
+    EXPECT_THAT(below, HasSubstr("fill 101,51 298x38 #FAFAFA\ntext \"150\" 1,60 30x20 \"Fixed 16\" #000000\n"))
+        << "no bar; all the room from the surface's left on";
+}
+
+/// The frame's is covered by the ground.
+TEST_F(Gauge, TitleStandsOnTheGround) {
+    m_files.Write("conf/graph.cnf", "[COMMON]\nFONT=Fixed\nCANVASCOLOR_RGB=250,250,250\n"
+                                    "[OWN]\nTITLELABEL=T\nTITLESIZE=15\nTITLECOLOR_RGB=0,0,9\n");
+    auto gauge = Make<CBMIGraph_Base>();
+    ExpectInOrder(Record(gauge, File("50"), {100, 50, 400, 90}),
+                  {"fill 101,51 298x38 #FAFAFA\n", "text \"T\" 102,51 12x25 \"Fixed 20 bold\" #000009\n"});
 }
 
 /// A figure in its bar is white; what is written next is black again.

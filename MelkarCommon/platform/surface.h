@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <vector>
 
 /// @file
 /// What a host needs beside the drawing calls: surfaces to draw on, and what comes out of them. A new surface
@@ -50,6 +51,17 @@ MELKAR_API PixelView GetPixels(HDC surface);
 
 /// Writes the pixels to a PNG file, as whole as a page's, in place of the same. @return 0, or -1, a log line, `errno`.
 MELKAR_API int WritePng(HDC surface, const char* path);
+
+/// A format of picture files.
+struct PictureFormat {
+    const char* suffix; ///< of file names: "png"
+    const char* name;   ///< "PNG"
+    const char* says;   ///< a line about it
+};
+MELKAR_API std::vector<PictureFormat> PictureFormats();
+
+/// The same in the format of the path's suffix, in any case. @param format a suffix that counts in its place
+MELKAR_API int WritePicture(HDC surface, const char* path, const char* format = nullptr);
 
 /// One drawing operation a line, in the order of drawing; empty for a surface that records nothing.
 MELKAR_API std::string GetRecording(HDC surface);

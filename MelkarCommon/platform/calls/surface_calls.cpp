@@ -1,6 +1,6 @@
 #include <MelkarCommon/platform/drawing.h>
 #include <MelkarCommon/platform/geometry.h>
-#include <MelkarCommon/platform/images/image_file.h>
+#include <MelkarCommon/platform/images/encoders.h>
 #include <MelkarCommon/platform/measures.h>
 #include <MelkarCommon/platform/surface.h>
 #include <MelkarCommon/platform/surfaces/surface_state.h>
@@ -115,9 +115,18 @@ PixelView GetPixels(HDC surface) {
     return {pixels.pixels, pixels.width, pixels.height, pixels.stride};
 }
 
-int WritePng(HDC surface, const char* path) {
+int WritePng(HDC surface, const char* path) { return WritePicture(surface, path, "png"); }
+
+int WritePicture(HDC surface, const char* path, const char* format) {
     PixelPicture* picture = SeenPixels(surface);
-    return WritePngFile(picture ? picture->Shown() : PixelBuffer{}, path);
+    return WritePictureFile(picture ? picture->Shown() : PixelBuffer{}, path, format);
+}
+
+std::vector<PictureFormat> PictureFormats() {
+    std::vector<PictureFormat> formats;
+    for (const Encoder& encoder : Encoders())
+        formats.push_back(encoder.format);
+    return formats;
 }
 
 std::string GetRecording(HDC surface) {

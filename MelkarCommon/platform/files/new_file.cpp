@@ -133,9 +133,9 @@ bool NewFile::Write(const void* bytes, std::size_t count) noexcept {
     return m_error == 0;
 }
 
-void NewFile::Abandon() {
+void NewFile::Abandon(int error) {
     if (m_error == 0)
-        m_error = ECANCELED;
+        m_error = error;
 }
 
 /// A file without a name gets its own at once if that is free, else a temporary one: a link replaces nothing.

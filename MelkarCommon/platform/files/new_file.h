@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cerrno>
 #include <cstdio>
 #include <memory>
 #include <string>
@@ -28,8 +29,8 @@ public:
 
     /// The first error is kept; nothing is written after it. @return false after an error.
     bool Write(const void* bytes, std::size_t count) noexcept;
-    /// Nothing more is written: the file will not be.
-    void Abandon();
+    /// Nothing more is written: the file will not be, for the first error or this one.
+    void Abandon(int error = ECANCELED);
     /// Closes the file and gives it its name. @return 0, or the number of the first error: then there is no file.
     int Commit();
 

@@ -1,6 +1,3 @@
-#include <MelkarCommon/platform/cairo/handles.h>
-#include <MelkarCommon/platform/files/log_sink.h>
-#include <MelkarCommon/platform/files/new_file.h>
 #include <MelkarCommon/platform/files/paths.h>
 #include <MelkarCommon/platform/images/bitmap_head.h>
 #include <MelkarCommon/platform/images/image_file.h>
@@ -11,8 +8,7 @@
 
 #include <gdk-pixbuf/gdk-pixbuf.h>
 
-#include <cerrno>
-#include <cstring>
+#include <memory>
 #include <sys/stat.h>
 
 namespace melkar {
@@ -62,32 +58,6 @@ PixelBuffer ToPixels(const GdkPixbuf* pixbuf) {
     return buffer;
 }
 
-cairo_status_t WriteBytes(void* file, const unsigned char* bytes, unsigned int count) {
-    return static_cast<NewFile*>(file)->Write(bytes, count) ? CAIRO_STATUS_SUCCESS : CAIRO_STATUS_WRITE_ERROR;
-}
-
-cairo_status_t AppendBytes(void* text, const unsigned char* bytes, unsigned int count) {
-    static_cast<std::string*>(text)->append(reinterpret_cast<const char*>(bytes), count);
-    return CAIRO_STATUS_SUCCESS;
-}
-
-CairoSurface SurfaceOf(const PixelBuffer& pixels, cairo_format_t format) {
-    return CairoSurface(cairo_image_surface_create_for_data(reinterpret_cast<unsigned char*>(pixels.pixels), format,
-                                                            pixels.width, pixels.height,
-                                                            pixels.stride * static_cast<int>(sizeof(std::uint32_t))));
-}
-
-/// @return 0 or the error number.
-int WritePicture(const PixelBuffer& pixels, const std::string& path) {
-    const std::unique_ptr<NewFile> file = NewFile::Create(path);
-    if (file == nullptr)
-        return errno;
-    const CairoSurface surface = SurfaceOf(pixels, CAIRO_FORMAT_RGB24);
-    if (cairo_surface_write_to_png_stream(surface.get(), WriteBytes, file.get()) != CAIRO_STATUS_SUCCESS)
-        file->Abandon();
-    return file->Commit();
-}
-
 } // namespace
 
 PixelBuffer LoadImageFile(const char* path) {
@@ -104,25 +74,6 @@ PixelBuffer Resized(const PixelBuffer& picture, int width, int height, DWORD ope
     BlitPixels(scaled, whole, whole, picture, {0, 0, picture.width, picture.height},
                operation == SRCCOPY ? SRCCOPY : SRCPAINT);
     return scaled;
-}
-
-int WritePngFile(const PixelBuffer& pixels, const char* path) {
-    const bool sensible = path != nullptr && pixels.pixels != nullptr && pixels.width > 0 && pixels.height > 0;
-    const int error = sensible ? WritePicture(pixels, ResolvePath(path)) : EINVAL;
-    if (error == 0)
-        return 0;
-    Report(
-        ("PNG file [" + std::string(path != nullptr ? path : "") + "] not written: " + std::strerror(error)).c_str());
-    errno = error;
-    return -1;
-}
-
-std::string EncodePng(const PixelBuffer& pixels, bool hasAlpha) {
-    std::string bytes;
-    const CairoSurface surface = SurfaceOf(pixels, hasAlpha ? CAIRO_FORMAT_ARGB32 : CAIRO_FORMAT_RGB24);
-    if (cairo_surface_write_to_png_stream(surface.get(), AppendBytes, &bytes) != CAIRO_STATUS_SUCCESS)
-        bytes.clear();
-    return bytes;
 }
 
 } // namespace melkar

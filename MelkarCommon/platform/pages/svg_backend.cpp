@@ -1,4 +1,4 @@
-#include <MelkarCommon/platform/images/image_file.h>
+#include <MelkarCommon/platform/images/encoders.h>
 #include <MelkarCommon/platform/pages/ink.h>
 #include <MelkarCommon/platform/pages/page_formats.h>
 #include <MelkarCommon/platform/pages/svg_words.h>

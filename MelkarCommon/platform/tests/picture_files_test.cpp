@@ -1,0 +1,99 @@
+// Pixels in picture files of each format: what the files hold, and what is told of those that can't be.
+
+#include <MelkarCommon/platform/cairo/handles.h>
+#include <MelkarCommon/platform/surface.h>
+#include <MelkarCommon/platform/tests/surface.h>
+#include <MelkarCommon/platform/tests/temp_workdir.h>
+#include <MelkarCommon/platform/tests/told.h>
+
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <csignal>
+#include <random>
+#include <sys/resource.h>
+#include <vector>
+
+namespace {
+
+using melkar::CairoSurface;
+using Pixels = std::vector<std::uint32_t>;
+
+constexpr int kWidth = 3;
+constexpr int kHeight = 2;
+
+Pixels DecodePng(const std::string& path) {
+    const CairoSurface read(cairo_image_surface_create_from_png(path.c_str()));
+    Pixels pixels;
+    for (int y = 0; y < cairo_image_surface_get_height(read.get()); ++y) {
+        const auto* row = reinterpret_cast<const std::uint32_t*>(
+            cairo_image_surface_get_data(read.get()) + std::ptrdiff_t{y} * cairo_image_surface_get_stride(read.get()));
+        pixels.insert(pixels.end(), row, row + cairo_image_surface_get_width(read.get()));
+    }
+    return pixels;
+}
+
+TEST(PictureFiles, HoldThePixelsOpaque) {
+    const TempWorkdir work;
+    // a host's memory: rows with a fourth pixel that isn't the picture's, highest bytes that mean nothing
+    Pixels memory{0x00FF0000, 0x7F00FF00, 0x000000FF, 0x00ABCDEF, 0xFF000000, 0x00FFFFFF, 0x00123456, 0x00ABCDEF};
+    const Surface surface(WrapPixels(memory.data(), kWidth, kHeight, 4 * (kWidth + 1)));
+    const Pixels seen{0xFFFF0000, 0xFF00FF00, 0xFF0000FF, 0xFF000000, 0xFFFFFFFF, 0xFF123456};
+    for (const PictureFormat& format : PictureFormats()) {
+        const std::string path = work.Path("conf/a.") + format.suffix;
+        EXPECT_EQ(WritePicture(surface, path.c_str()), 0);
+        EXPECT_EQ(DecodePng(path), seen) << format.name;
+    }
+    EXPECT_EQ(WritePicture(surface, work.Path("conf/b.PNG").c_str()), 0);
+    EXPECT_EQ(work.Read("conf/b.PNG"), work.Read("conf/a.png"));
+    EXPECT_EQ(WritePicture(surface, work.Path("conf/c.bin").c_str(), "png"), 0);
+    EXPECT_EQ(work.Read("conf/c.bin"), work.Read("conf/a.png")) << "the format named counts";
+}
+
+TEST(PictureFiles, TellWhyTheyAreNot) {
+    const struct Case {
+        const char* why;
+        const char* path;
+        const char* format;
+        int width;
+        int error;
+        const char* told;
+    } cases[] = {
+        {"a suffix of no format", "a.bmp", nullptr, 1, ENOTSUP, "picture file [a.bmp] not written: Operation not"},
+        {"no suffix", "png", nullptr, 1, ENOTSUP, "picture file [png]"},
+        {"a format that is none", "a.png", "bmp", 1, ENOTSUP, "picture file [a.png]"},
+        {"no path", nullptr, "png", 1, EINVAL, "PNG file [] not written: Invalid"},
+        {"no directory", "nowhere/a.png", nullptr, 1, ENOENT, "PNG file [nowhere/a.png] not written: No such file"},
+    };
+    const TempWorkdir work;
+    for (const Case& c : cases) {
+        const Told told;
+        EXPECT_EQ(WritePicture(Surface(CreateMemorySurface(c.width, 1)), c.path, c.format), -1) << c.why;
+        EXPECT_EQ(errno, c.error) << c.why;
+        EXPECT_THAT(told.Lines(), testing::StartsWith(c.told)) << c.why;
+    }
+}
+
+/// Of pixels that no format packs into the 4096 bytes that the disk then has.
+[[noreturn]] void WriteOnFullDisk(const char* path) {
+    Pixels noise(64 * 64);
+    std::generate(noise.begin(), noise.end(), std::mt19937());
+    const Surface surface(WrapPixels(noise.data(), 64, 64, 4 * 64));
+    std::signal(SIGXFSZ, SIG_IGN);
+    const rlimit limit{4096, 4096};
+    setrlimit(RLIMIT_FSIZE, &limit);
+    std::exit(WritePicture(surface, path) == -1 && errno == EFBIG ? 0 : 1);
+}
+
+TEST(PictureFiles, FullDisk) {
+    const TempWorkdir work;
+    for (const PictureFormat& format : PictureFormats()) {
+        const std::string name = std::string("a.") + format.suffix;
+        work.Write("bin/" + name, "former");
+        EXPECT_EXIT(WriteOnFullDisk(name.c_str()), testing::ExitedWithCode(0), "") << format.name;
+        EXPECT_EQ(work.Read("bin/" + name), "former");
+    }
+}
+
+} // namespace

@@ -39,7 +39,8 @@ long DrawWhole(Chart& chart, Request& request) {
 }
 
 /// As a host with a window does it: the picture lands on the shared surface, a clean copy lies on the balloon surface.
-int DrawPixels(Chart& chart, Request& request) {
+/// @param format of the file; null: none is written
+int DrawPixels(Chart& chart, Request& request, const char* format) {
     const auto [width, height] = request.size;
     const Surface shared(CreateMemorySurface(width, height, request.dpi));
     const Surface second(CreateMemorySurface(width, height, request.dpi));
@@ -51,8 +52,14 @@ int DrawPixels(Chart& chart, Request& request) {
     if (request.hover)
         chart.Hover(*request.hover);
     errno = 0;
-    return request.output == Output::Png && WritePng(shared.get(), request.out.c_str()) != 0 ? FailToWrite(request.out)
+    return format != nullptr && WritePicture(shared.get(), request.out.c_str(), format) != 0 ? FailToWrite(request.out)
                                                                                              : 0;
+}
+
+int DrawAs(const NoOutput&, Chart& chart, Request& request) { return DrawPixels(chart, request, nullptr); }
+
+int DrawAs(const PixelOutput& pixels, Chart& chart, Request& request) {
+    return DrawPixels(chart, request, pixels.format.c_str());
 }
 
 /// Draws straight onto the surface, as onto a printer's page.
@@ -61,26 +68,19 @@ long DrawDirect(Chart& chart, Request& request, HDC surface) {
     return DrawWhole(chart, request);
 }
 
-PageFormat PageFormatOf(Output output) {
-    if (output == Output::Pdf)
-        return PageFormat::Pdf;
-    return output == Output::SvgOutlines ? PageFormat::SvgOutlines : PageFormat::Svg;
-}
-
 Surface MakeRecord(const Request& request) {
     return Surface(CreateRecordingSurface(request.size.width, request.size.height, request.dpi));
 }
 
 /// A page becomes a file whatever came of its drawing. That is tried on a record, so that a failure leaves a former
 /// picture alone.
-int DrawPage(Chart& chart, Request& request) {
+int DrawAs(PageFormat format, Chart& chart, Request& request) {
     Request trial = request;
     trial.click.reset();
     if (const long code = DrawDirect(chart, trial, MakeRecord(request).get()); code != 0)
         return FailWith(code, request.data);
     errno = 0;
-    HDC page = CreatePageSurface(request.out.c_str(), PageFormatOf(request.output), request.size.width,
-                                 request.size.height, request.dpi);
+    HDC page = CreatePageSurface(request.out.c_str(), format, request.size.width, request.size.height, request.dpi);
     if (page == nullptr)
         return FailToWrite(request.out);
     DrawDirect(chart, request, page);
@@ -88,7 +88,7 @@ int DrawPage(Chart& chart, Request& request) {
     return DeleteDC(page) ? 0 : FailToWrite(request.out);
 }
 
-int DrawRecord(Chart& chart, Request& request) {
+int DrawAs(const RecordOutput&, Chart& chart, Request& request) {
     const Surface record = MakeRecord(request);
     if (const long code = DrawDirect(chart, request, record.get()); code != 0)
         return FailWith(code, request.data);
@@ -97,16 +97,7 @@ int DrawRecord(Chart& chart, Request& request) {
 }
 
 int DrawOutput(Chart& chart, Request& request) {
-    switch (request.output) {
-    case Output::Svg:
-    case Output::SvgOutlines:
-    case Output::Pdf:
-        return DrawPage(chart, request);
-    case Output::Record:
-        return DrawRecord(chart, request);
-    default:
-        return DrawPixels(chart, request);
-    }
+    return std::visit([&](const auto& output) { return DrawAs(output, chart, request); }, request.output);
 }
 
 /// Through a file, for the library writes those whole or not at all.

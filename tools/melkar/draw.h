@@ -16,7 +16,7 @@ struct Request {
     std::string data;
     std::string out;
     bool toStandardOutput = false; ///< the picture is printed, and `out` isn't used
-    Output output = Output::None;
+    Output output;
     Size size{900, 500};
     int dpi = 96;
     std::optional<CPoint> hover; ///< the balloon of this point goes into the picture; pixels only

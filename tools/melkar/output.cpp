@@ -9,7 +9,9 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <iomanip>
 #include <iostream>
+#include <sstream>
 #include <stdexcept>
 #include <system_error>
 
@@ -17,14 +19,45 @@ namespace melkar::tool {
 
 namespace fs = std::filesystem;
 
-Output FormatOf(std::string word) {
-    std::transform(word.begin(), word.end(), word.begin(), [](unsigned char letter) { return std::tolower(letter); });
-    return word == "png" ? Output::Png : word == "svg" ? Output::Svg : word == "pdf" ? Output::Pdf : Output::None;
+const std::vector<Format>& Formats() {
+    static const std::vector<Format> formats = [] {
+        std::vector<Format> all;
+        for (const PictureFormat& format : PictureFormats())
+            all.push_back({format.suffix, format.says, PixelOutput{format.suffix}});
+        all.push_back({"svg", "a page of shapes and texts", PageFormat::Svg});
+        all.push_back({"pdf", "a page with its fonts", PageFormat::Pdf});
+        return all;
+    }();
+    return formats;
 }
 
-Output FormatOfName(const std::string& path) {
+const Format* FindFormat(std::string word) {
+    std::transform(word.begin(), word.end(), word.begin(), [](unsigned char letter) { return std::tolower(letter); });
+    const auto found = std::find_if(Formats().begin(), Formats().end(),
+                                    [&word](const Format& format) { return format.suffix == word; });
+    return found != Formats().end() ? &*found : nullptr;
+}
+
+const Format* FindFormatOfName(const std::string& path) {
     const std::string suffix = fs::path(path).extension().string();
-    return suffix.empty() ? Output::None : FormatOf(suffix.substr(1));
+    return suffix.empty() ? nullptr : FindFormat(suffix.substr(1));
+}
+
+std::string FormatNames(const char* before) {
+    std::string names;
+    for (const Format& format : Formats()) {
+        const bool isLast = &format == &Formats().back();
+        names += (names.empty() ? "" : isLast ? " or " : ", ") + (before + format.suffix);
+    }
+    return names;
+}
+
+std::string FormatList() {
+    std::ostringstream list;
+    list << "Formats:\n" << std::left;
+    for (const Format& format : Formats())
+        list << "  " << std::setw(17) << format.suffix << format.says << '\n';
+    return list.str();
 }
 
 int FailToWrite(const std::string& what) {

@@ -1,19 +1,41 @@
 #pragma once
 
+#include <MelkarCommon/platform/surface.h>
+
 #include <string>
+#include <variant>
+#include <vector>
 
 /// @file
 /// What comes out of the command, and where it goes.
 
 namespace melkar::tool {
 
-enum class Output { None, Png, Svg, SvgOutlines, Pdf, Record };
+struct NoOutput {}; ///< only what is asked about the drawing
+struct RecordOutput {};
+struct PixelOutput {
+    std::string format; ///< as `WritePicture` takes it
+};
+using Output = std::variant<NoOutput, RecordOutput, PixelOutput, PageFormat>;
 
-/// By the word ("png", "svg", "pdf", in any case); None for any other.
-Output FormatOf(std::string word);
+/// A format of picture files.
+struct Format {
+    std::string suffix; ///< "png", of file names and for `--format`
+    std::string says;
+    Output output;
+};
 
-/// By the suffix of a file name.
-Output FormatOfName(const std::string& path);
+/// Those of pixels, as the library lists them, then those of pages.
+const std::vector<Format>& Formats();
+
+/// By the suffix, in any case; null if there is no such format.
+const Format* FindFormat(std::string word);
+const Format* FindFormatOfName(const std::string& path);
+
+/// "png, svg or pdf", with something before each.
+std::string FormatNames(const char* before = "");
+/// For the end of a help.
+std::string FormatList();
 
 /// Tells that something can't be written, and the reason that the system gave for the last call, if it gave one.
 /// @return 1, the exit code

@@ -27,15 +27,15 @@ void AddOptions(CLI::App& app, DrawOptions& options) {
     AddChartArguments(app, options.chart);
     app.add_option("--size", options.size, "Width x height in device units, such as 900x500");
     app.add_option("--dpi", options.dpi, "Device units per inch")->check(CLI::Range(1, kMaxDpi));
-    app.add_option("--hover", options.hover, "X,Y: paint the balloon of this point into the picture (.png only)");
+    app.add_option("--hover", options.hover, "X,Y: paint the balloon of this point into the picture (of pixels only)");
     app.add_option("--click", options.click, "X,Y: print the day at this point");
     app.add_flag("--record", options.record, "Print the drawing operations instead of writing a file");
     app.add_flag("--svg-outlines", options.svgOutlines,
                  "Texts of an .svg as outlines, with unseen texts on top: it looks the same with any fonts");
-    app.add_option("-o,--output", options.out, "Picture to write: .png, .svg or .pdf; - prints it");
-    app.add_option("--format", options.format, "png, svg or pdf, whatever the picture's name; -o - needs it");
+    app.add_option("-o,--output", options.out, "Picture to write: " + FormatNames(".") + "; - prints it");
+    app.add_option("--format", options.format, FormatNames() + ", whatever the picture's name; -o - needs it");
     app.footer(
-        KindList() + "\n" +
+        KindList() + "\n" + FormatList() + "\n" +
         Examples({
             "melkar draw bar --base samples/app/bin --section BAR_WEEK --data samples/data/bar-week.csv -o week.png",
             "melkar draw bar --base samples/app/bin --section BAR_WEEK --data samples/data/bar-week.csv"
@@ -48,34 +48,36 @@ Size SizeOf(const std::string& text) {
     return size ? *size : throw UsageError{"--size takes width x height from 1 to 32767, as in 900x500: " + text};
 }
 
-Output PictureFormat(const DrawOptions& options) {
-    if (!options.format.empty()) {
-        const Output format = FormatOf(options.format);
-        return format != Output::None ? format : throw UsageError{"--format takes png, svg or pdf: " + options.format};
-    }
-    if (options.out == "-")
-        throw UsageError{"-o - needs --format png, svg or pdf"};
-    const Output format = FormatOfName(options.out);
-    return format != Output::None
-               ? format
-               : throw UsageError{"the picture's name must end in .png, .svg or .pdf, or --format tell: " +
-                                  options.out};
+Output FormatOf(const DrawOptions& options) {
+    const bool isTold = !options.format.empty();
+    if (!isTold && options.out == "-")
+        throw UsageError{"-o - needs --format " + FormatNames()};
+    if (const Format* format = isTold ? FindFormat(options.format) : FindFormatOfName(options.out))
+        return format->output;
+    throw UsageError{isTold
+                         ? "--format takes " + FormatNames() + ": " + options.format
+                         : "the picture's name must end in " + FormatNames(".") + ", or --format tell: " + options.out};
+}
+
+bool IsPage(const Output& output, PageFormat format) {
+    const auto* page = std::get_if<PageFormat>(&output);
+    return page != nullptr && *page == format;
 }
 
 Output OutputOf(const DrawOptions& options) {
     if (options.record && !options.out.empty())
         throw UsageError{"--record prints to the standard output and takes no -o"};
     if (options.record)
-        return Output::Record;
+        return RecordOutput{};
     if (options.out.empty()) {
         if (options.click.empty())
             throw UsageError{"nothing to do: give -o, --record or --click"};
-        return Output::None;
+        return NoOutput{};
     }
     if (options.out == "-" && !options.click.empty())
         throw UsageError{"--click and -o - would print into each other"};
-    const Output format = PictureFormat(options);
-    return format == Output::Svg && options.svgOutlines ? Output::SvgOutlines : format;
+    const Output output = FormatOf(options);
+    return IsPage(output, PageFormat::Svg) && options.svgOutlines ? PageFormat::SvgOutlines : output;
 }
 
 std::optional<CPoint> PointOf(const std::string& text, const char* option) {
@@ -89,9 +91,9 @@ std::optional<CPoint> PointOf(const std::string& text, const char* option) {
 
 /// Some options suit some outputs only.
 void CheckOutput(const DrawOptions& options, const Request& request) {
-    if (options.svgOutlines && request.output != Output::SvgOutlines)
+    if (options.svgOutlines && !IsPage(request.output, PageFormat::SvgOutlines))
         throw UsageError{"--svg-outlines needs a picture of that kind: -o NAME.svg"};
-    if (request.hover && request.output != Output::Png)
+    if (request.hover && !std::holds_alternative<PixelOutput>(request.output))
         throw UsageError{"--hover needs a picture of pixels: -o NAME.png"};
 }
 

@@ -43,7 +43,10 @@ expect "page, portable"             0 '^$' "${week[@]}" -o a.pdf
 expect "page, scalable"             0 '^$' "${week[@]}" -o a.svg
 expect "with outlines"              0 '^$' "${week[@]}" --svg-outlines -o o.svg
 grep -q 'fill-opacity="0"> Steps this week<' o.svg || fail "with outlines" "no unseen title in o.svg"
+expect "pixels, packed tighter"     0 '^$' "${week[@]}" -o a.webp
+[[ $(stat -c %s a.webp) -lt $(stat -c %s a.png) ]] || fail "pixels, packed tighter" "they take more room"
 expect_file "pixels" $'\x89PNG' a.png
+expect_file "pixels, packed tighter" 'RIFF' a.webp
 expect_file "page, portable" '%PDF' a.pdf
 expect_file "page, scalable" '<?xml' a.svg
 expect_file "a file with a name beside it" 'mine' a.pdf.part
@@ -62,6 +65,11 @@ expect "no data file"               1 '^melkar: 101: .*missing.csv' --data missi
 expect_file "no data file" 'former' kept.svg
 expect "no directory for a page"    1 '^melkar: .*nowhere' "${week[@]}" -o nowhere/a.svg
 expect "no directory for pixels"    1 '^melkar: .*nowhere' "${week[@]}" -o nowhere/a.png
+mkdir hidden && touch hidden/libwebp.so.7 # found before the one of the system, and no library
+LD_LIBRARY_PATH=$work/hidden expect "no codec" 1 'a.webp: Can not access' "${week[@]}" -o a.webp
+LD_LIBRARY_PATH=$work/hidden expect "others need none" 0 '^$' "${week[@]}" -o a.png
+expect_file "no codec" 'RIFF' a.webp
+grep -q 'WebP file .*a.webp. not written' app/log/graph.log || fail "no codec" "the log doesn't tell"
 [[ -z $(find . -name '*.new') ]] || fail "failed pages" "a part is left behind"
 
 # expect_day WHY EXIT-CODE PATTERN ARGUMENT...: a day of the weekly sample.

@@ -12,10 +12,12 @@ namespace melkar {
 
 // Each stands in a file of its own, as `WriteAsPng` in png.cpp.
 int WriteAsPng(const PixelBuffer& pixels, NewFile& file);
+int WriteAsWebp(const PixelBuffer& pixels, NewFile& file);
 
 std::span<const Encoder> Encoders() {
     static constexpr Encoder kEncoders[] = {
         {{"png", "PNG", "pixels, for every program"}, WriteAsPng},
+        {{"webp", "WebP", "the same pixels in fewer bytes; up to 16383 a side"}, WriteAsWebp},
     };
     return kEncoders;
 }

@@ -14,6 +14,7 @@
 #include <random>
 #include <sys/resource.h>
 #include <vector>
+#include <webp/decode.h>
 
 namespace {
 
@@ -34,6 +35,18 @@ Pixels DecodePng(const std::string& path) {
     return pixels;
 }
 
+Pixels DecodeWebp(const std::string& bytes) {
+    int width = 0;
+    int height = 0;
+    std::uint8_t* argb =
+        WebPDecodeARGB(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size(), &width, &height);
+    Pixels pixels;
+    for (int i = 0; i < width * height; ++i)
+        pixels.push_back(argb[4 * i] << 24U | argb[4 * i + 1] << 16U | argb[4 * i + 2] << 8U | argb[4 * i + 3]);
+    WebPFree(argb);
+    return pixels;
+}
+
 TEST(PictureFiles, HoldThePixelsOpaque) {
     const TempWorkdir work;
     // a host's memory: rows with a fourth pixel that isn't the picture's, highest bytes that mean nothing
@@ -43,12 +56,14 @@ TEST(PictureFiles, HoldThePixelsOpaque) {
     for (const PictureFormat& format : PictureFormats()) {
         const std::string path = work.Path("conf/a.") + format.suffix;
         EXPECT_EQ(WritePicture(surface, path.c_str()), 0);
-        EXPECT_EQ(DecodePng(path), seen) << format.name;
+        const bool isPng = std::string(format.suffix) == "png";
+        EXPECT_EQ(isPng ? DecodePng(path) : DecodeWebp(work.Read(std::string("conf/a.") + format.suffix)), seen)
+            << format.name;
     }
     EXPECT_EQ(WritePicture(surface, work.Path("conf/b.PNG").c_str()), 0);
     EXPECT_EQ(work.Read("conf/b.PNG"), work.Read("conf/a.png"));
-    EXPECT_EQ(WritePicture(surface, work.Path("conf/c.bin").c_str(), "png"), 0);
-    EXPECT_EQ(work.Read("conf/c.bin"), work.Read("conf/a.png")) << "the format named counts";
+    EXPECT_EQ(WritePicture(surface, work.Path("conf/c.png").c_str(), "WebP"), 0);
+    EXPECT_EQ(work.Read("conf/c.png"), work.Read("conf/a.webp")) << "the format named counts";
 }
 
 TEST(PictureFiles, TellWhyTheyAreNot) {
@@ -64,15 +79,18 @@ TEST(PictureFiles, TellWhyTheyAreNot) {
         {"no suffix", "png", nullptr, 1, ENOTSUP, "picture file [png]"},
         {"a format that is none", "a.png", "bmp", 1, ENOTSUP, "picture file [a.png]"},
         {"no path", nullptr, "png", 1, EINVAL, "PNG file [] not written: Invalid"},
-        {"no directory", "nowhere/a.png", nullptr, 1, ENOENT, "PNG file [nowhere/a.png] not written: No such file"},
+        {"no directory", "nowhere/a.webp", nullptr, 1, ENOENT, "WebP file [nowhere/a.webp] not written: No such file"},
+        {"wider than the format takes", "former.webp", nullptr, 16384, EFBIG, "WebP file [former.webp] not written"},
     };
     const TempWorkdir work;
+    work.Write("bin/former.webp", "former");
     for (const Case& c : cases) {
         const Told told;
         EXPECT_EQ(WritePicture(Surface(CreateMemorySurface(c.width, 1)), c.path, c.format), -1) << c.why;
         EXPECT_EQ(errno, c.error) << c.why;
         EXPECT_THAT(told.Lines(), testing::StartsWith(c.told)) << c.why;
     }
+    EXPECT_EQ(work.Read("bin/former.webp"), "former");
 }
 
 /// Of pixels that no format packs into the 4096 bytes that the disk then has.

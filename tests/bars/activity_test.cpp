@@ -5,13 +5,6 @@
 
 namespace {
 
-class OpenActivity : public Open<CActivityCalGraph> {
-public:
-    using Open<CActivityCalGraph>::Open;
-    using CActivityCalGraph::m_nDateSize, CActivityCalGraph::m_strDateFormatSpan;
-    using CActivityCalGraph::m_strDateFormatType;
-};
-
 const std::string kHead = "skipped\nA,B\n,,345,\n";
 
 /// Column 9: target; column 11: figure.
@@ -33,7 +26,7 @@ TEST_F(ActivityCal, ReadsDaysAndSpans) {
         {"another status: no figure, but a target", "1,20250301,20250301", "03/01="},
     };
     for (const Case& c : cases) {
-        auto graph = Make<OpenActivity>();
+        auto graph = Make<CActivityCalGraph>();
         graph.m_strDateFormatType = "DAY";
         graph.m_strDateFormatSpan = "~";
         graph.m_saTargets.Add("old");
@@ -44,7 +37,7 @@ TEST_F(ActivityCal, ReadsDaysAndSpans) {
 }
 
 TEST_F(ActivityCal, ScaleStartsFromTheProfileAtEachRead) {
-    auto graph = Make<OpenActivity>();
+    auto graph = Make<CActivityCalGraph>();
     const auto top = [&](const char* figure) {
         EXPECT_EQ(Read(graph, kHead + Row("0,a,a", "", figure)), 0);
         return graph.m_nChartMax;
@@ -55,7 +48,7 @@ TEST_F(ActivityCal, ScaleStartsFromTheProfileAtEachRead) {
     EXPECT_EQ(graph.ReadDataFile(m_missing), 101);
     EXPECT_EQ(graph.m_nChartMax, 1000) << "reset before the file is looked for";
     WriteProfile("CHARTMAX=0");
-    auto repaired = Make<OpenActivity>();
+    auto repaired = Make<CActivityCalGraph>();
     EXPECT_EQ(Read(repaired, kHead), 102);
     EXPECT_EQ(repaired.m_nChartMax, 10000);
 }
@@ -79,7 +72,7 @@ TEST_F(ActivityCal, ExceptionsOfAnyCycleBecomeACode) {
 TEST_F(ActivityCal, PrintsTargetsButNoBandAndNoLegend) {
     WriteProfile("IS_PRINTTARGET=0\nAVERAGE_INTAKE_LABEL=intake\nINTAKECOLOR_RGB=30,0,0\nEX1_LABEL=total\n"
                  "CHARTLINEMAX=80\nLINESCOLOR0_RGB=7,0,0");
-    auto graph = Make<OpenActivity>();
+    auto graph = Make<CActivityCalGraph>();
     graph.m_saLineValues.Add("40");
     const auto lines = DrawRecorded(graph, kHead + Row("0,a,a", "300", "250") + Row("0,b,b", "200", "200"), kWideArea);
     EXPECT_EQ(LinesWith(lines, "text \"goal\" 1025,76 ").size(), 1U) << "switched on whatever the profile says";
@@ -98,7 +91,7 @@ TEST_F(ActivityCal, SmallDesktopsHaveSmallerDates) {
         if (size < 0)
             m_files.Write("conf/graph.cnf", "[COMMON]\nDATESIZE=-2147483648\n"); // no overflow at either difference
         SetWorkArea(desktop);
-        const auto graph = Make<OpenActivity>();
+        const auto graph = Make<CActivityCalGraph>();
         SetWorkArea({0, 0, 1920, 1080});
         EXPECT_EQ(graph.m_nDateSize, size) << desktop.left;
     }

@@ -19,7 +19,7 @@ TEST_F(BarData, Rows) {
         {"long heads, too", head + head + "0,d,1\n", 1, "0 d 1|"},
     };
     for (const Case& c : cases) {
-        auto graph = Make<Open<CBarGraph>>();
+        auto graph = Make<CBarGraph>();
         graph.m_nSeriesCount = c.series;
         EXPECT_EQ(Read(graph, c.file), 0) << c.why;
         EXPECT_EQ(Content(graph), c.content) << c.why;
@@ -27,7 +27,7 @@ TEST_F(BarData, Rows) {
 }
 
 TEST_F(BarData, AFileThatCantBeOpenedKeepsWhatIsThere) {
-    auto graph = Make<Open<CBarGraph>>();
+    auto graph = Make<CBarGraph>();
     Read(graph, "a\nb\n0,d,12\n");
     graph.m_saTargets.Add("5");
     std::string missing = "nothing.csv";
@@ -42,7 +42,7 @@ TEST_F(BarData, AFileThatCantBeOpenedKeepsWhatIsThere) {
 }
 
 TEST_F(BarData, TheBigScaleStaysUntilReset) {
-    auto graph = Make<Open<CBarGraph>>();
+    auto graph = Make<CBarGraph>();
     graph.m_nSeriesCount = 2;
     const auto top = [&](const std::string& day) {
         Read(graph, "a\nb\n0,c,1,1\n" + day);
@@ -64,7 +64,7 @@ TEST_F(BarData, TheBigScaleStaysUntilReset) {
 }
 
 TEST_F(BarData, ProfileOfAnEmptyNameIsThatOfAllGraphs) {
-    auto graph = Make<Open<CBarGraph>>();
+    auto graph = Make<CBarGraph>();
     graph.m_nChartMax = 7;
     char none[] = "";
     graph.ReadIniFile(none);

@@ -29,7 +29,7 @@ class BarDrawing : public ChartTest {};
 
 /// All steps in their order. Slots of 450, bars of 225: middles at 397 and 847.
 TEST_F(BarDrawing, WholeChart) {
-    auto graph = Make<Open<CBarGraph>>();
+    auto graph = Make<CBarGraph>();
     graph.m_dChartInterval = 500;
     graph.SetPrintTarget(1);
     graph.SetPrintAverage(1);
@@ -82,7 +82,7 @@ TEST_F(BarDrawing, Figures) {
         {"beyond an int", "0,,1e308", 0, "2147483647", 5},
     };
     for (const Case& c : cases) {
-        auto graph = Make<Open<CBarGraph>>();
+        auto graph = Make<CBarGraph>();
         graph.m_nDecimals = c.decimals;
         const auto lines = DrawRecorded(graph, "a\nb\n0,,77\n" + c.day + "\n");
         const auto texts = LinesWith(lines, "text"); // the last ones: figure, both axis labels
@@ -92,7 +92,7 @@ TEST_F(BarDrawing, Figures) {
 }
 
 TEST_F(BarDrawing, ScaleLines) {
-    auto graph = Make<Open<CBarGraph>>();
+    auto graph = Make<CBarGraph>();
     graph.m_dChartInterval = 2.5;
     graph.m_nChartMin = -5;
     graph.m_nChartMax = 7;
@@ -110,7 +110,7 @@ TEST_F(BarDrawing, ScaleLines) {
 }
 
 TEST_F(BarDrawing, DateStrip) {
-    auto graph = Make<Open<CBarGraph>>();
+    auto graph = Make<CBarGraph>();
     for (const auto& [days, labels] : {std::pair{7, "0123456"}, {8, "0246"}, {15, "036912"}}) {
         const auto lines = DrawRecorded(graph, Days(days));
         std::string labelled;
@@ -130,8 +130,8 @@ TEST_F(BarDrawing, DateStrip) {
 
 /// The other strip: every day has a tick, a long one if the calendar gives it a caption.
 TEST_F(BarDrawing, DateStripByCalendar) {
-    struct Calendar : Open<CBarGraph> {
-        using Open::Open;
+    struct Calendar : CBarGraph {
+        using CBarGraph::CBarGraph;
         long DrawDate() override { return DrawDateDailyCoach(); }
     };
     const struct Case {
@@ -166,7 +166,7 @@ TEST_F(BarDrawing, DateStripByCalendar) {
 }
 
 TEST_F(BarDrawing, SingleSeriesAsALine) {
-    auto graph = Make<Open<CBarGraph>>();
+    auto graph = Make<CBarGraph>();
     graph.m_bPolyline = 1;
     EXPECT_THAT(LinesWith(DrawRecorded(graph, "a\nb\n0,d,250\n0,e,500\n0,f,1000\n"), "line", "w4"),
                 ElementsAre("line 323,350 623,275 #010203 w4", "line 623,275 923,125 #010203 w4"));
@@ -174,7 +174,7 @@ TEST_F(BarDrawing, SingleSeriesAsALine) {
 }
 
 TEST_F(BarDrawing, MessagesAndMissingDays) {
-    auto graph = Make<Open<CBarGraph>>();
+    auto graph = Make<CBarGraph>();
     const auto none = DrawRecorded(graph, "a\nb\n");
     // Once by the frame, once by the chart, which then stops: no canvas, and nothing behind the text.
     EXPECT_THAT(LinesWith(none, "text \"no\""), SizeIs(2));
@@ -185,7 +185,7 @@ TEST_F(BarDrawing, MessagesAndMissingDays) {
 
 /// Painted on a surface of its own and copied, a chart has the same operations at the same places.
 TEST_F(BarDrawing, CopiedAsPaintedDirectly) {
-    auto graph = Make<Open<CBarGraph>>();
+    auto graph = Make<CBarGraph>();
     DrawRecorded(graph, Days(3));
     const std::string direct = GetRecording(m_record);
     const HDC shared = CreateRecordingSurface(1200, 600);

@@ -20,7 +20,7 @@ protected:
 
     HDC m_shared = CreateRecordingSurface(1200, 600);
     HDC m_balloon = CreateRecordingSurface(1200, 600);
-    Open<CBarGraph> m_graph{nullptr, m_shared, "OWN", m_shared, nullptr, m_balloon};
+    CBarGraph m_graph{nullptr, m_shared, "OWN", m_shared, nullptr, m_balloon};
 };
 
 TEST_F(BarMouse, HitTest) {
@@ -71,8 +71,8 @@ TEST_F(BarMouse, Balloon) {
 
 /// A day from its second figure up to its first: 750 to 250 reaches from 200 to 350, 1000 to 1000 is nowhere.
 TEST_F(BarMouse, DaysThatADerivedClassPlaces) {
-    struct Spans : Open<CBarGraph> {
-        Spans(HDC shared, HDC balloon) : Open<CBarGraph>(nullptr, shared, "OWN", shared, nullptr, balloon) {
+    struct Spans : CBarGraph {
+        Spans(HDC shared, HDC balloon) : CBarGraph(nullptr, shared, "OWN", shared, nullptr, balloon) {
             m_nSeriesCount = 2;
             m_fnDayText = [this](int day) { return m_saValues[2 * day] + "/" + m_saValues[2 * day + 1]; };
             m_fnDayRect = [this](int day) {

@@ -30,18 +30,6 @@ constexpr std::string_view kOwnProfile =
     "BARSCOLOR0_RGB=10,0,0\nBARSCOLOR1_RGB=20,0,0\nCHARTMAX=1000\nCHARTINTERVAL=250\nCHARTMAX_BIG=5000\n"
     "CHARTINTERVAL_BIG=1000\n";
 
-/// A graph of the bar family whose members a test can see and set.
-template <class Graph> class Open : public Graph {
-public:
-    using Graph::Graph;
-    using Graph::m_bCoach, Graph::m_bDateStrip, Graph::m_bPolyline, Graph::m_bPrintAverage, Graph::m_bPrintTarget;
-    using Graph::m_crSeries, Graph::m_dChartInterval, Graph::m_hMemDC, Graph::m_nChartMax;
-    using Graph::m_nChartIntervalBig, Graph::m_nChartMaxBig, Graph::m_nChartMin, Graph::m_nDateEscapement,
-        Graph::m_nDecimals;
-    using Graph::m_nSeriesCount, Graph::m_rcCanvas, Graph::m_rcGraph, Graph::m_strAverage, Graph::m_strHeaderField0;
-    using Graph::m_strHeaderField1;
-};
-
 /// Charts of section OWN.
 class ChartTest : public HostTest {
 protected:

@@ -6,12 +6,6 @@
 
 namespace {
 
-class OpenExpenditure : public Open<CExpenditureGraph> {
-public:
-    using Open<CExpenditureGraph>::Open;
-    using CExpenditureGraph::m_nHeaderField5, CExpenditureGraph::m_strAverageIntake;
-};
-
 /// Column 2: average intake; column 4: top of the scale.
 std::string Head(const std::string& intake, const std::string& top) {
     return "skipped\nA,B," + intake + ",3," + top + ",77\n";
@@ -35,7 +29,7 @@ TEST_F(Expenditure, ReadsTheTwoPartsOfADay) {
         {"extremes don't overflow", "0,d,2147483647,-2147483648", "-2147483648+4294967295"},
     };
     for (const Case& c : cases) {
-        auto graph = Make<OpenExpenditure>();
+        auto graph = Make<CExpenditureGraph>();
         graph.m_saTargets.Add("5");
         EXPECT_EQ(Read(graph, Head("1800", "4000") + c.row + "\n"), 0) << c.why;
         EXPECT_EQ(graph.m_saValues[0] + "+" + graph.m_saValues[1], c.parts) << c.why;
@@ -44,7 +38,7 @@ TEST_F(Expenditure, ReadsTheTwoPartsOfADay) {
 }
 
 TEST_F(Expenditure, TakesTheHeader) {
-    auto graph = Make<OpenExpenditure>();
+    auto graph = Make<CExpenditureGraph>();
     graph.m_strAverage = "9"; // to be emptied
     EXPECT_EQ(Read(graph, Head("1800.5", "0")), 102);
     EXPECT_EQ(graph.ReadDataFile(m_missing), 101);
@@ -59,7 +53,7 @@ TEST_F(Expenditure, TakesTheHeader) {
 
 /// The band lies on the canvas, under scale and bars; two days' bars are 225 wide, at 285 and 735.
 TEST_F(Expenditure, StacksThePartsOverTheBand) {
-    auto graph = Make<OpenExpenditure>();
+    auto graph = Make<CExpenditureGraph>();
     // a negative rest lies upside down on the first part
     ExpectInOrder(Record(graph, Head("1000", "4000") + "0,a,2000,500\n0,b,300,500\n", kWideArea),
                   {"fill 173,125 900x300 #FAFAFA", "fill 173,350 900x75 #1E0000", "text \"500\" ",
@@ -84,7 +78,7 @@ TEST_F(Expenditure, BandOfTheAverageIntake) {
         {"none: no band, but the label", "", {}, "average@425|intake@442"},
     };
     for (const Case& c : cases) {
-        auto graph = Make<OpenExpenditure>();
+        auto graph = Make<CExpenditureGraph>();
         const auto lines = DrawRecorded(graph, Head(c.intake, "4000") + "0,a,2000,500\n", kWideArea);
         EXPECT_EQ(LinesWith(lines, "fill", "#1E0000"), c.band) << c.why;
         EXPECT_EQ(TextsAt(lines, 1073), c.label) << c.why;
@@ -94,7 +88,7 @@ TEST_F(Expenditure, BandOfTheAverageIntake) {
 // "goal" ends at 1073 and is 48 wide; "act" ends 80 left of it, "total" two heights left of that.
 TEST_F(Expenditure, LegendStandsLeftOfTheTargetPrintedOrNot) {
     for (const int target : {0, 1}) {
-        auto graph = Make<OpenExpenditure>();
+        auto graph = Make<CExpenditureGraph>();
         graph.m_bPrintTarget = target;
         const auto lines = DrawRecorded(graph, Head("0", "4000") + "0,a,2000,500\n", kWideArea);
         EXPECT_EQ(TextsAt(lines, 799) + TextsAt(lines, 909), "total@76act@76");
@@ -105,7 +99,7 @@ TEST_F(Expenditure, LegendStandsLeftOfTheTargetPrintedOrNot) {
 }
 
 TEST_F(Expenditure, GoesOnWithoutRecordsAndRepeatsMessagesOnce) {
-    auto graph = Make<OpenExpenditure>();
+    auto graph = Make<CExpenditureGraph>();
     const auto noData = DrawRecorded(graph, Head("0", "4000") + "2,a\n", kWideArea);
     EXPECT_EQ(LinesWith(noData, "text \"no data\"").size(), 2U) << "frame and bars";
     const auto noRecords = DrawRecorded(graph, Head("0", "4000"), kWideArea);

@@ -4,20 +4,6 @@
 
 namespace {
 
-class OpenLine : public Open<CLineGraph> {
-public:
-    using Open<CLineGraph>::Open;
-    using CLineGraph::m_bLineMeasure, CLineGraph::m_crLine, CLineGraph::m_dChartLineInterval;
-    using CLineGraph::m_dChartLineMax, CLineGraph::m_dChartLineMin, CLineGraph::m_nChartLineMaxBig;
-    using CLineGraph::m_nLineDecimals;
-
-    void SetLines(const std::vector<const char*>& values) {
-        m_saLineValues.RemoveAll();
-        for (const char* value : values)
-            m_saLineValues.Add(value);
-    }
-};
-
 constexpr std::string_view kFourDays = "head\nhead\n0,1/1,1\n0,1/2,1\n0,1/3,1\n0,1/4,1\n";
 
 // In kWideArea a box is 45 wide; of four days the dots stand at x = 285, 510, 735 and 960, with a radius of 4.
@@ -30,8 +16,8 @@ protected:
 };
 
 TEST_F(LineGraph, BoxesStandOnTheRightScaleInTheMiddleOfTheSlots) {
-    auto graph = Make<OpenLine>();
-    graph.SetLines({"67.3", "81"});
+    auto graph = Make<CLineGraph>();
+    graph.m_saLineValues = Texts({"67.3", "81"});
     DrawRecorded(graph, kFourDays, kWideArea);
     ASSERT_EQ(graph.m_oaLineRects.GetSize(), 4) << "days without an entry have a box, too";
     EXPECT_EQ(CRect(*graph.m_oaLineRects[0]), CRect(263, 316, 308, 316)) << "7.3 x 300 / 20 is 109";
@@ -39,9 +25,9 @@ TEST_F(LineGraph, BoxesStandOnTheRightScaleInTheMiddleOfTheSlots) {
 }
 
 TEST_F(LineGraph, MoreLinesThanArePaintedKeepTheirStride) {
-    auto graph = Make<OpenLine>();
+    auto graph = Make<CLineGraph>();
     graph.m_nLineCount = 12;
-    graph.SetLines({"60", "60", "60", "60", "60", "60", "60", "60", "60", "60", "60", "60", "81"});
+    graph.m_saLineValues = Texts({"60", "60", "60", "60", "60", "60", "60", "60", "60", "60", "60", "60", "81"});
     DrawRecorded(graph, kFourDays, kWideArea);
     EXPECT_EQ(CRect(*graph.m_oaLineRects[10]), CRect(488, 125, 533, 125)) << "day 1 begins at entry 12";
 }
@@ -65,8 +51,8 @@ TEST_F(LineGraph, DotsAndStrokesNeedStatusAndEntry) {
         return days;
     };
     for (const Case& c : cases) {
-        auto graph = Make<OpenLine>();
-        graph.SetLines(c.values);
+        auto graph = Make<CLineGraph>();
+        graph.m_saLineValues = Texts(c.values);
         std::string file = "head\nhead\n";
         for (int day = 0; day < 4; ++day)
             file.append({c.statuses[day]}).append(",date,1\n");
@@ -77,10 +63,10 @@ TEST_F(LineGraph, DotsAndStrokesNeedStatusAndEntry) {
 }
 
 TEST_F(LineGraph, SeveralLinesTakeTurnsInTheArray) {
-    auto graph = Make<OpenLine>();
+    auto graph = Make<CLineGraph>();
     graph.m_nLineCount = 2;
     graph.m_crLine[1] = 0x000008; // the second line's colour wasn't in the profile of one line
-    graph.SetLines({"60", "80", "70", "60"});
+    graph.m_saLineValues = Texts({"60", "80", "70", "60"});
     const auto lines = DrawRecorded(graph, "head\nhead\n0,1/1,1\n0,1/2,1\n", kWideArea);
     EXPECT_THAT(LinesWith(lines, "line", "#070000 w1"), ElementsAre("line 848,275 398,425 #070000 w1"));
     EXPECT_THAT(LinesWith(lines, "line", "#080000 w1"), ElementsAre("line 848,425 398,125 #080000 w1"));
@@ -99,7 +85,7 @@ TEST_F(LineGraph, ScaleAtTheRight) {
         {"no interval: steps of 10; 10 x 300 / 19 is 157", 79, 0, 0, 0, "60@413|70@256"},
     };
     for (const Case& c : cases) {
-        auto graph = Make<OpenLine>();
+        auto graph = Make<CLineGraph>();
         graph.m_dChartLineMax = c.max;
         graph.m_dChartLineInterval = c.interval;
         graph.m_bCoach = c.coach;
@@ -109,13 +95,13 @@ TEST_F(LineGraph, ScaleAtTheRight) {
         // x = trunc(1146 - 25 x 0.1 - 5), y = (425 + 125 - 24) / 2
         EXPECT_EQ(LinesWith(lines, "text \"kg\" 1138,263 24x25 ", " angle 2700").size(), 1U);
     }
-    auto graph = Make<OpenLine>();
+    auto graph = Make<CLineGraph>();
     graph.m_bLineMeasure = 0;
     EXPECT_THAT(LinesWith(DrawRecorded(graph, kFourDays, kWideArea), "text \"kg\""), IsEmpty());
 }
 
 TEST_F(LineGraph, ResetRestoresAllButTheBottom) {
-    auto graph = Make<OpenLine>();
+    auto graph = Make<CLineGraph>();
     graph.m_dChartLineMax = graph.m_dChartLineMin = graph.m_dChartLineInterval = 1;
     graph.m_nChartLineMaxBig = graph.m_nChartMax = 1;
     graph.ResetGraphMeasure();

@@ -47,13 +47,6 @@ TEST(WeightLayout, TargetsMayLeaveTheCanvasAndWeightsNot) {
     EXPECT_EQ(melkar::WeightX(canvas, 6, 7), 173 + 835) << "the middle of a slot: 900 x 13 / 14";
 }
 
-class OpenSimulation : public Open<CSimulation> {
-public:
-    using Open<CSimulation>::Open;
-    using CSimulation::m_nWeightInterval, CSimulation::m_nWeightMax, CSimulation::m_nWeightMin;
-    using CSimulation::m_saWeights, CSimulation::m_strWeightField2, CSimulation::m_strWeightStart;
-};
-
 /// Column 9: target; column 11: figure.
 std::string Days(const std::string& figure) {
     return "skipped\nA,B\n,,345\n0,a,a,,,,,,,300,," + figure + "\n0,b,b,,,,,,,300,,200\n";
@@ -92,7 +85,7 @@ TEST_F(Simulation, CodesOfThePlan) {
         {"a left scale without an interval", "skipped\n,80,,60\nd,70,70\n", 0, 103, 72},
     };
     for (const Case& c : cases) {
-        auto graph = Make<OpenSimulation>();
+        auto graph = Make<CSimulation>();
         ASSERT_EQ(ReadPlan(graph, kPlan), 0);
         EXPECT_EQ(graph.m_strWeightStart + graph.m_strWeightField2, "20250302kept");
         graph.m_dChartInterval = c.interval;
@@ -102,7 +95,7 @@ TEST_F(Simulation, CodesOfThePlan) {
         EXPECT_EQ(graph.m_saWeights.GetSize(), 0) << c.why;
         EXPECT_EQ(graph.m_nWeightMax, c.max) << c.why;
     }
-    auto graph = Make<OpenSimulation>();
+    auto graph = Make<CSimulation>();
     graph.m_nChartMin = 500; // two steps of 250 to the top: 13 / 2 + 1 is 7 for each
     ASSERT_EQ(ReadPlan(graph, kPlan), 0);
     EXPECT_EQ(graph.m_nWeightMin, 72 - 14);
@@ -110,7 +103,7 @@ TEST_F(Simulation, CodesOfThePlan) {
 
 // Centres of four rows: 285, 510, 735, 960. A square reaches 9 pixels each way.
 TEST_F(Simulation, SquaresTellAboveOrBelowTheTarget) {
-    auto graph = Make<OpenSimulation>();
+    auto graph = Make<CSimulation>();
     auto lines = DrawPlan(graph, kPlan);
     EXPECT_THAT(LinesWith(lines, "fill", "18x18 #290000"), ElementsAre("fill 276,154 18x18 #290000"))
         << "at its target; 14 x 300 / 16 is 262";
@@ -128,7 +121,7 @@ TEST_F(Simulation, SquaresTellAboveOrBelowTheTarget) {
 }
 
 TEST_F(Simulation, TargetLineBeginsBehindTheStart) {
-    auto graph = Make<OpenSimulation>();
+    auto graph = Make<CSimulation>();
     EXPECT_THAT(LinesWith(DrawPlan(graph, kPlan), "line", "#2A0000 w1"),
                 ElementsAre("line 960,348 735,198 #2A0000 w1", "line 960,349 735,199 #2A0000 w1",
                             "line 960,350 735,200 #2A0000 w1"))
@@ -140,7 +133,7 @@ TEST_F(Simulation, TargetLineBeginsBehindTheStart) {
 }
 
 TEST_F(Simulation, ScaleAtTheRightAndLegendAbove) {
-    auto graph = Make<OpenSimulation>();
+    auto graph = Make<CSimulation>();
     const auto lines = DrawPlan(graph, kPlan);
     EXPECT_EQ(TextsAt(lines, 1075), "72@113|68@188|64@263|60@338|56@413") << "on the grid lines of the left scale";
     EXPECT_EQ(LinesWith(lines, "text \"kg\" 1141,263 24x25 ", " angle 2700").size(), 1U);
@@ -154,7 +147,7 @@ TEST_F(Simulation, ScaleAtTheRightAndLegendAbove) {
 }
 
 TEST_F(Simulation, PlanFollowsTheScaleOfTheDataFile) {
-    auto graph = Make<OpenSimulation>();
+    auto graph = Make<CSimulation>();
     EXPECT_THAT(LinesWith(DrawRecorded(graph, Days("250"), kWideArea), "text \"0\" 1075,"), IsEmpty()) << "no plan yet";
     m_files.Write("bin/data.csv.sim", kPlan);
     DrawRecorded(graph, Days("1001"), kWideArea); // five steps on the big scale

@@ -15,7 +15,7 @@ protected:
 };
 
 TEST_F(StepGraph, ReadsDays) {
-    auto graph = Make<Open<CStepGraph>>();
+    auto graph = Make<CStepGraph>();
     graph.m_saTargets.Add("8000");
     ASSERT_EQ(Read(graph, Head("12000", "812.5") + "0,1/1,x,y,5000\n1,1/2,x,y,7000\n\n4\n0,1/5,x,y,\"1,2\"\n"), 0);
     EXPECT_EQ(graph.m_strHeaderField0 + graph.m_strHeaderField1 + graph.m_strAverage, "AB812.5");
@@ -27,7 +27,7 @@ TEST_F(StepGraph, ReadsDays) {
 }
 
 TEST_F(StepGraph, MissingFileKeepsAllAndOneWithoutDaysForgetsAll) {
-    auto graph = Make<Open<CStepGraph>>();
+    auto graph = Make<CStepGraph>();
     DrawRecorded(graph, Head("2000", "5") + "0,1/1,,,2001\n", kWideArea);
     EXPECT_EQ(graph.m_nChartMax, 5000) << "the scale of the file yields to the big one";
     EXPECT_EQ(graph.ReadDataFile(m_missing), 101);
@@ -40,7 +40,7 @@ TEST_F(StepGraph, MissingFileKeepsAllAndOneWithoutDaysForgetsAll) {
 
 TEST_F(StepGraph, LongRowsGoOnAsFurtherOnes) {
     const auto daysIn = [this](const std::string& file) {
-        auto graph = Make<Open<CStepGraph>>();
+        auto graph = Make<CStepGraph>();
         Read(graph, file);
         return graph.m_saDates.GetSize();
     };
@@ -61,7 +61,7 @@ TEST_F(StepGraph, AverageStandsAtTheRightAndIsCutBeforeItIsScaled) {
         {"5 x 300 / 1764 is 0, 5.9 x 300 / 1764 would be 1", "1764", "5.9", {"thick 173,423 1073 #0000FF w1 dot 3,3"}},
     };
     for (const Case& c : cases) {
-        auto graph = Make<Open<CStepGraph>>();
+        auto graph = Make<CStepGraph>();
         graph.m_bPrintAverage = 1;
         const auto lines = DrawRecorded(graph, Head(c.top, c.average) + "0,1/1,,,5\n", kWideArea);
         EXPECT_EQ(TextsAt(lines, 769), "  mean: " + std::string(c.average) + " steps@76") << c.why;
@@ -73,10 +73,9 @@ TEST_F(StepGraph, AverageStandsAtTheRightAndIsCutBeforeItIsScaled) {
 // "  goal " is 7 x 12 wide; 425 - 501 x 300 / 1000 is 274.7, cut to 274; slots are 150 wide. One stroke a row over both
 // first days, so that the dashes run on; all of a row before the next.
 TEST_F(StepGraph, TargetStandsLeftOfTheAverageAndOnlyOverDaysThatHaveIt) {
-    auto graph = Make<Open<CStepGraph>>();
+    auto graph = Make<CStepGraph>();
     graph.m_bPrintTarget = 1;
-    for (const char* target : {"501", "501", "501", "1001", "0"})
-        graph.m_saTargets.Add(target);
+    graph.m_saTargets = Texts({"501", "501", "501", "1001", "0"});
     const std::string file =
         Head("1000", "500") + "0,a,,,5\n0,b,,,5\n1,no figure,,,5\n0,above,,,5\n0,e,,,5\n0,no target,,,5\n";
     const auto lines = DrawRecorded(graph, file, kWideArea);

@@ -34,41 +34,27 @@ struct Day {
     float exercise = 2.5F;
 };
 
-class OpenDay : public CCircadianGraph {
-public:
-    using CCircadianGraph::CCircadianGraph;
-    using CCircadianGraph::m_hMemDC, CCircadianGraph::m_dIntensity, CCircadianGraph::m_nLang,
-        CCircadianGraph::m_nSummaryFontSize;
-    using CCircadianGraph::m_rcLeft, CCircadianGraph::m_rcRight, CCircadianGraph::m_saEvents;
-    using CCircadianGraph::m_saLevelMinutes, CCircadianGraph::m_strVigorousLabel, CCircadianGraph::m_strMinLabel;
-    using CCircadianGraph::m_strDayNames, CCircadianGraph::m_strLongestDay, CCircadianGraph::m_strSection;
-
-    void SetDay(const Day& day) {
-        CStringArray levels, events;
-        for (const char* minutes : day.levels)
-            levels.Add(minutes);
-        for (const char* time : day.events)
-            events.Add(time);
-        std::vector<double> intensity = day.intensity;
-        Set(m_hWnd, m_hDC, CRect(), "", "", day.from, day.to, &levels, "20260302", 1, 0, &events, intensity.data(),
-            day.status, 8123, 321, 1987, 1.25, day.toroken, day.exercise);
-    }
-};
+void SetDay(CCircadianGraph& graph, const Day& day) {
+    CStringArray levels = Texts(day.levels), events = Texts(day.events);
+    std::vector<double> intensity = day.intensity;
+    graph.Set(graph.m_hWnd, graph.m_hDC, CRect(), "", "", day.from, day.to, &levels, "20260302", 1, 0, &events,
+              intensity.data(), day.status, 8123, 321, 1987, 1.25, day.toroken, day.exercise);
+}
 
 class CircadianGraph : public HostTest {
 protected:
     CircadianGraph() { m_files.Write("conf/config.cnf", "[SYSTEM]\nDAY=%d.%m.%Y\n"); }
 
-    OpenDay MakeDay(int lang) {
+    CCircadianGraph MakeDay(int lang) {
         m_files.Write("conf/graph.cnf", "[COMMON]\nLANG=" + std::to_string(lang) + "\n" + std::string(kProfile));
-        return Make<OpenDay>();
+        return Make<CCircadianGraph>();
     }
     std::vector<std::string> DrawRecorded(CCircadianGraph& graph, CRect area = kArea) {
         return LinesOf(Record(graph, "", area));
     }
     std::vector<std::string> DrawDay(int lang, const Day& day) {
-        OpenDay graph = MakeDay(lang);
-        graph.SetDay(day);
+        CCircadianGraph graph = MakeDay(lang);
+        SetDay(graph, day);
         return DrawRecorded(graph);
     }
 };
@@ -213,13 +199,13 @@ TEST_F(CircadianGraph, Statuses) {
 }
 
 TEST_F(CircadianGraph, SetReplacesTheWholeDay) {
-    OpenDay graph = MakeDay(0);
+    CCircadianGraph graph = MakeDay(0);
     Day day;
     day.intensity[3] = 5;
-    graph.SetDay(day);
+    SetDay(graph, day);
     day.levels = {"1"};
     day.events = {"600"};
-    graph.SetDay(day);
+    SetDay(graph, day);
     EXPECT_EQ(graph.m_saLevelMinutes.GetSize(), 1);
     EXPECT_EQ(graph.m_saEvents.GetSize(), 1);
     graph.Set(nullptr, m_record, CRect(), "", "", 4, 6, nullptr, "20260302", 1, 0, nullptr, nullptr, 0, 1, 2, 3, 0, 0,
@@ -230,12 +216,12 @@ TEST_F(CircadianGraph, SetReplacesTheWholeDay) {
 }
 
 TEST_F(CircadianGraph, WithoutADayThereIsAnEmptyOneWithTheUsualBounds) {
-    OpenDay graph = MakeDay(0);
+    CCircadianGraph graph = MakeDay(0);
     const auto lines = DrawRecorded(graph);
     EXPECT_EQ(TextsAt(lines, 164), "0 steps 0 kcal  act 0 kcal@88") << "status 0, no exercise";
     EXPECT_THAT(lines, Contains("fill 100,148 40x60 #140000")) << "moderate from 4 to 6";
     EXPECT_THAT(lines, Not(Contains(StartsWith("text \"Title")))) << "the sheet has no title";
-    OpenDay other = MakeDay(2);
+    CCircadianGraph other = MakeDay(2);
     EXPECT_THAT(DrawRecorded(other), Contains("fill 100,132 40x92 #140000")) << "from 3.2 to 6.8";
 }
 
@@ -247,7 +233,7 @@ TEST_F(CircadianGraph, EventsBeyondTheTenthAreNotLookedAt) {
 }
 
 TEST_F(CircadianGraph, LongNamesAndNoSize) {
-    OpenDay graph = MakeDay(0);
+    CCircadianGraph graph = MakeDay(0);
     std::string label; // of characters of two bytes
     for (int i = 0; i < 130; ++i)
         label.append("é");
@@ -274,7 +260,7 @@ TEST_F(CircadianGraph, NarrowDesktopsHaveASmallerSummary) {
 }
 
 TEST_F(CircadianGraph, TheFirstOfTheWidestDayNamesIsTheLongest) {
-    OpenDay graph = MakeDay(0);
+    CCircadianGraph graph = MakeDay(0);
     EXPECT_EQ(graph.m_strDayNames[0], "Mon");
     EXPECT_EQ(graph.m_strDayNames[6], "Sun");
     DrawRecorded(graph); // there is a surface to measure on
@@ -284,9 +270,9 @@ TEST_F(CircadianGraph, TheFirstOfTheWidestDayNamesIsTheLongest) {
 }
 
 TEST_F(CircadianGraph, WithoutASurfaceNothingHappens) {
-    OpenDay graph = MakeDay(0);
+    CCircadianGraph graph = MakeDay(0);
     graph.Initialize(nullptr, nullptr, nullptr, nullptr, nullptr);
-    graph.SetDay({});
+    SetDay(graph, {});
     char path[] = "";
     EXPECT_EQ(graph.Draw(kArea, path), 0);
     EXPECT_EQ(graph.m_hMemDC, nullptr);

@@ -7,13 +7,6 @@ namespace {
 using melkar::ClassFigures;
 using melkar::ShowsSlice;
 
-CStringArray Levels(std::initializer_list<const char*> minutes) {
-    CStringArray levels;
-    for (const char* text : minutes)
-        levels.Add(text);
-    return levels;
-}
-
 std::string Text(const ClassFigures& figures) {
     std::ostringstream text;
     text << figures.light << " " << figures.moderate << " " << figures.vigorous;
@@ -21,7 +14,7 @@ std::string Text(const ClassFigures& figures) {
 }
 
 TEST(CircleShares, OfTheClasses) {
-    const CStringArray nine = Levels({"1", "2", "4", "8", "16", "32", "64", "128", "256"});
+    const CStringArray nine = Texts({"1", "2", "4", "8", "16", "32", "64", "128", "256"});
     const struct Case {
         const char* why;
         CStringArray levels;
@@ -34,9 +27,9 @@ TEST(CircleShares, OfTheClasses) {
         {"below the first level", nine, INT_MIN, 6, "0 63 448"},
         {"beyond the last one", nine, 4, INT_MAX, "7 504 0"},
         {"all beyond it", nine, INT_MAX, INT_MAX, "511 0 0"},
-        {"fewer levels than bounds", Levels({"1", "2"}), 4, 6, "3 0 0"},
+        {"fewer levels than bounds", Texts({"1", "2"}), 4, 6, "3 0 0"},
         {"no levels", {}, 4, 6, "0 0 0"},
-        {"no numbers", Levels({"x", "nan", "inf", "", "1e999", "0.5"}), 1, 6, "0 0.5 0"},
+        {"no numbers", Texts({"x", "nan", "inf", "", "1e999", "0.5"}), 1, 6, "0 0.5 0"},
     };
     for (const Case& c : cases)
         EXPECT_EQ(Text(melkar::MinutesOf(c.levels, c.from, c.to)), c.minutes) << c.why;
@@ -120,7 +113,7 @@ protected:
     }
 
     static CStringArray Classes(const char* light, const char* moderate, const char* vigorous) {
-        return Levels({light, "", "", "", moderate, "", "", "", vigorous});
+        return Texts({light, "", "", "", moderate, "", "", "", vigorous});
     }
 };
 

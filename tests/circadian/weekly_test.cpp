@@ -67,8 +67,6 @@ TEST(WeeklyLayout, DaysOnAPage) {
 class Week : public CWeeklyCircadian {
 public:
     using CWeeklyCircadian::CWeeklyCircadian;
-    using CWeeklyCircadian::m_nFirstDay;
-    using CWeeklyCircadian::m_strHeaderField1;
 
     long SetDayData(int day, double from, double to, CString date, int status, int steps, int actCal, int totalCal,
                     double time, CStringArray* events, CStringArray* levels, double* intensity, int toroken,

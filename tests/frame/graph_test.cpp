@@ -8,8 +8,6 @@ namespace {
 class Frame : public CGraph {
 public:
     using CGraph::CGraph;
-    using CGraph::m_hMemDC, CGraph::m_nTitleSpace, CGraph::MeasureText, CGraph::m_rcCanvas, CGraph::m_rcGraph,
-        CGraph::m_Title;
     void SetCanvasRect() override {
         if (m_throws)
             throw std::runtime_error("a step that fails");

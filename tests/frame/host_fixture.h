@@ -34,6 +34,13 @@ inline std::string Row(int count, const std::string& fields, const std::string& 
     return row;
 }
 
+inline CStringArray Texts(const std::vector<const char*>& texts) {
+    CStringArray array;
+    for (const char* text : texts)
+        array.Add(text);
+    return array;
+}
+
 inline std::vector<std::string> LinesOf(const std::string& text) {
     std::istringstream input(text);
     std::vector<std::string> lines;

@@ -24,14 +24,8 @@ protected:
     static std::string File(const std::string& figure) { return "skipped\n" + figure + ",more\n"; }
 };
 
-template <class Graph> class Open : public Graph {
-public:
-    using Graph::Graph;
-    using Graph::m_nClass, Graph::m_nMax, Graph::m_nMin, Graph::m_rcCanvas, Graph::m_strValue;
-};
-
 TEST_F(Gauge, ReadsOneFigure) {
-    auto gauge = Make<Open<CBMIGraph_Eng>>();
+    auto gauge = Make<CBMIGraph_Eng>();
     const struct Case {
         const char *why, *file, *figure;
         int cls;
@@ -75,7 +69,7 @@ TEST_F(Gauge, BarAndItsFigure) {
         EXPECT_THAT(record, HasSubstr(c.text)) << c.why;
         EXPECT_THAT(record, Not(HasSubstr("no records"))) << "a gauge has no days";
     }
-    auto above = Make<Open<CBMIGraph_Eng>>();
+    auto above = Make<CBMIGraph_Eng>();
     above.m_nMin = 200; // above all bounds: what lies between them and the scale has no class
     above.m_nMax = 300;
     const std::string below = Record(above, File("150"), {100, 50, 400, 90});
@@ -119,7 +113,7 @@ TEST_F(Gauge, ShowsWhereverItsPictureLands) {
 }
 
 TEST_F(Gauge, NonsenseDrawsWhatItCan) {
-    auto bar = Make<Open<CBMIGraph_Eng>>();
+    auto bar = Make<CBMIGraph_Eng>();
     bar.m_nMin = bar.m_nMax;
     EXPECT_THAT(Record(bar, File("50"), {100, 50, 400, 90}), HasSubstr("text \"50\" 100,60")) << "no range";
 }
@@ -154,7 +148,7 @@ TEST_F(Gauge, StepsRunWithoutASurfaceAndARectangle) {
 
 // The first strip is a line of 10 points high, 50 to 67, the second reaches the middle, 100. Bounds: 160, 251, 340.
 TEST_F(Gauge, StripsOfTheClasses) {
-    auto disc = Make<Open<CHimandGraph>>();
+    auto disc = Make<CHimandGraph>();
     const std::string record = Record(disc, File("50"), {100, 50, 400, 150});
     EXPECT_THAT(record, HasSubstr("fill 101,51 298x98 #C8C8C8\n"));
     ExpectInOrder(record, {
@@ -174,7 +168,7 @@ TEST_F(Gauge, StripsOfTheClasses) {
 
 // The disc's band is 105 to 145, its radius 20; figures stand from 115 on.
 TEST_F(Gauge, DiscAndItsFigure) {
-    auto disc = Make<Open<CHimandGraph>>();
+    auto disc = Make<CHimandGraph>();
     const auto draw = [&](const char* figure) { return Record(disc, File(figure), {100, 50, 400, 150}); };
     EXPECT_THAT(draw("30"), HasSubstr("text \"30 %\" 210,115 40x20 \"Fixed 16\" #000000\n"
                                       "ellipse 190,125 20x20 fill #0B0000\nellipse 190,125 19.5x19.5 stroke #000000"));

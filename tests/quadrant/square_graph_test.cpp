@@ -17,20 +17,10 @@ constexpr std::string_view kProfile =
 /// The columns of a line that tell something.
 std::string Line(const std::string& columns) { return Row(27, columns); }
 
-class Open : public CSquareGraph {
+/// With scales, counts and marks at the canvas's corners.
+class Plotted : public CSquareGraph {
 public:
     using CSquareGraph::CSquareGraph;
-    using CSquareGraph::m_bRatioBox, CSquareGraph::m_nLeftUpperCount, CSquareGraph::m_nLevel;
-    using CSquareGraph::m_rcCanvas, CSquareGraph::m_rcLeftLower, CSquareGraph::m_saDayField11;
-    using CSquareGraph::m_saDayField5, CSquareGraph::m_saDayLevelSum, CSquareGraph::m_strAverage1;
-    using CSquareGraph::m_strAverage2, CSquareGraph::m_strAverage3, CSquareGraph::m_strLevelName;
-    using CSquareGraph::m_strTarget1, CSquareGraph::m_strTarget2;
-};
-
-/// With scales, counts and marks at the canvas's corners.
-class Plotted : public Open {
-public:
-    using Open::Open;
     long GetGraphMeasure() override {
         m_nHMax = 100;
         m_nHMid = 25;
@@ -73,12 +63,12 @@ TEST_F(SquareGraph, TargetsAndLevelOfTheHead) {
         {"no second one that day: line 2's", "", "6=y 9=0", "9=d 3=e 26=0", "d", "y"},
     };
     for (const Case& c : cases) {
-        auto graph = Make<Open>();
+        auto graph = Make<CSquareGraph>();
         EXPECT_EQ(Read(graph, Line(c.first) + Line(c.second) + "\n" + Line("9=former") + Line(c.day)), 0);
         EXPECT_EQ(graph.m_strTarget1, c.target1) << c.why;
         EXPECT_EQ(graph.m_strTarget2, c.target2) << c.why;
     }
-    auto graph = Make<Open>();
+    auto graph = Make<CSquareGraph>();
     Read(graph, Line("9=brisk 10=4") + Line("20=calm 21=2") + Line("1=a 2=c 4=b"));
     EXPECT_EQ(graph.m_strLevelName + graph.m_strAverage1 + graph.m_strAverage2 + graph.m_strAverage3, "briskabc");
     EXPECT_EQ(graph.m_nLevel, 4);
@@ -99,7 +89,7 @@ TEST_F(SquareGraph, DaysAndTheirLevels) {
         {"below the first: no field before it", "-3", "3.5"},
         {"far below", "-2147483648", "3.5"},
     };
-    auto graph = Make<Open>();
+    auto graph = Make<CSquareGraph>();
     for (const Case& c : cases) {
         graph.m_nLeftUpperCount = 5;
         Read(graph, Line(std::string("9=name 10=") + c.level) + "\n\n" + day);
@@ -183,7 +173,7 @@ TEST_F(SquareGraph, WhatIsLeftOut) {
 
 TEST_F(SquareGraph, NonsenseDrawsWhatItCanAndEnds) {
     const std::string day = "\n\n\n" + Line("0=0");
-    auto bare = Make<Open>();
+    auto bare = Make<CSquareGraph>();
     EXPECT_THAT(Record(bare, day, kArea), HasSubstr("fill 172,226 200x200 #010000\n")) << "no scale: halves";
     for (const int step : {0, -1, 1, INT_MIN}) {
         auto graph = Make<Plotted>();
@@ -191,9 +181,9 @@ TEST_F(SquareGraph, NonsenseDrawsWhatItCanAndEnds) {
         for (const CRect& area : {kArea, CRect(0, 0, 1, 1), CRect(9, 9, -1, -1), CRect(0, 0, 1 << 24, 1 << 24)})
             Record(graph, day, area);
     }
-    class Endless : public Open {
+    class Endless : public CSquareGraph {
     public:
-        using Open::Open;
+        using CSquareGraph::CSquareGraph;
         long GetGraphMeasure() override {
             m_nVMin = m_nHMin = INT_MIN;
             m_nVMax = m_nHMax = INT_MAX;

@@ -19,8 +19,6 @@ public:
     int DrawGraphs() override { return Note("graphs "); }
     int DrawFooter() override { return Note("footer"); }
 
-    using CReport::m_nColorMode, CReport::m_nPaperSize, CReport::m_rcFooter, CReport::m_rcGraphs, CReport::m_rcHeader,
-        CReport::m_rcPage, CReport::m_strVersion;
     std::string order;
 
 private:

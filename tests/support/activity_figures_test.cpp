@@ -1,21 +1,10 @@
-#include <MelkarCommon/platform/tests/temp_workdir.h>
+#include <frame/host_fixture.h>
 
 #include <MelkarCommon/support/activity_figures.h>
 
-#include <climits>
-#include <cmath>
-#include <gtest/gtest.h>
-#include <initializer_list>
 #include <tuple>
 
 namespace {
-
-CStringArray Entries(std::initializer_list<const char*> texts) {
-    CStringArray entries;
-    for (const char* text : texts)
-        entries.Add(text);
-    return entries;
-}
 
 TEST(ActivityFigures, LevelsAndMets) {
     const double mets[] = {-1, 1.8, 2.3, 2.9, 3.6, 4.3, 5.2, 6.1, 7.1, 8.3, -1};
@@ -37,7 +26,7 @@ TEST(ActivityFigures, LevelsAndMets) {
 }
 
 TEST(ActivityFigures, ThreeBands) {
-    const auto nine = Entries({"1", "2", "3", "4", "5", "6", "7", "8", "9"});
+    const auto nine = Texts({"1", "2", "3", "4", "5", "6", "7", "8", "9"});
     const std::tuple<const char*, CStringArray, int, int, double, double, double> cases[] = {
         {"bounds belong to the middle", nine, 3, 5, 3, 12, 30},
         {"no middle", nine, 4, 3, 6, 0, 39},
@@ -45,12 +34,12 @@ TEST(ActivityFigures, ThreeBands) {
         {"far out of range: all is vigorous", nine, INT_MIN, INT_MIN, 0, 0, 45},
         {"far out of range: all is light", nine, INT_MAX, INT_MAX, 45, 0, 0},
         // 0.3 + 0.3 + 0.4 of 0.9; 0.3 + 0.5 + 0.3 of 1.0; 0.4 + 0.2 + 0.2 of 0.9; 0.1 + 0.1 + 0 of 0.3
-        {"the largest gives up what is too much: vigorous", Entries({"0.26", "0.26", "0.36"}), 2, 2, 0.3, 0.3, 0.3},
-        {"moderate", Entries({"0.26", "0.46", "0.26"}), 2, 2, 0.3, 0.4, 0.3},
-        {"light, and takes what is missing", Entries({"0.44", "0.24", "0.24"}), 2, 2, 0.5, 0.2, 0.2},
-        {"of equals the lightest", Entries({"0.14", "0.14", "0.04"}), 2, 2, 0.2, 0.1, 0},
+        {"the largest gives up what is too much: vigorous", Texts({"0.26", "0.26", "0.36"}), 2, 2, 0.3, 0.3, 0.3},
+        {"moderate", Texts({"0.26", "0.46", "0.26"}), 2, 2, 0.3, 0.4, 0.3},
+        {"light, and takes what is missing", Texts({"0.44", "0.24", "0.24"}), 2, 2, 0.5, 0.2, 0.2},
+        {"of equals the lightest", Texts({"0.14", "0.14", "0.04"}), 2, 2, 0.2, 0.1, 0},
         {"no totals at all", {}, 3, 6, 0, 0, 0},
-        {"a tenth entry isn't a level", Entries({"", "", "", "", "", "", "", "", "5", "7"}), 3, 6, 0, 0, 5},
+        {"a tenth entry isn't a level", Texts({"", "", "", "", "", "", "", "", "5", "7"}), 3, 6, 0, 0, 5},
     };
     for (auto [why, totals, p, q, light, moderate, vigorous] : cases) {
         double found[] = {-1, -1, -1};
@@ -65,10 +54,10 @@ TEST(ActivityFigures, ThreeBands) {
 TEST(ActivityFigures, IsThereData) {
     const std::tuple<const char*, CStringArray, int, int> cases[] = {
         {"none", {}, 0, 0},
-        {"the third is filled; an empty one isn't \"0\"", Entries({"0", "", "5"}), 1, 2},
-        {"all zero", Entries({"0", "0"}), 1, 0},
-        {"all empty", Entries({"", ""}), 0, 1},
-        {"text, not value", Entries({"0", "00"}), 1, 2},
+        {"the third is filled; an empty one isn't \"0\"", Texts({"0", "", "5"}), 1, 2},
+        {"all zero", Texts({"0", "0"}), 1, 0},
+        {"all empty", Texts({"", ""}), 0, 1},
+        {"text, not value", Texts({"0", "00"}), 1, 2},
     };
     for (auto [why, entries, filled, notZero] : cases) {
         EXPECT_EQ(ExistData(&entries), filled) << why;

@@ -66,6 +66,10 @@ MELKAR_API int WritePicture(HDC surface, const char* path, const char* format = 
 /// One drawing operation a line, in the order of drawing; empty for a surface that records nothing.
 MELKAR_API std::string GetRecording(HDC surface);
 
+/// The version of a record's words, for who keeps records and compares them with those of another build. Another one: a
+/// line may read otherwise for the same drawing. A new verb adds words and leaves it. It stands in no record.
+MELKAR_API int RecordingVersion();
+
 /// Surfaces, pens, brushes, fonts, bitmaps and regions alive in the process, stock objects left out.
 MELKAR_API std::size_t LiveObjectCount();
 

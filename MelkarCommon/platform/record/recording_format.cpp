@@ -1,4 +1,5 @@
 #include <MelkarCommon/platform/record/recording_parts.h>
+#include <MelkarCommon/platform/surface.h>
 #include <MelkarCommon/platform/text/text_engine.h>
 #include <MelkarCommon/platform/values/number_text.h>
 
@@ -212,3 +213,5 @@ std::string FormatRecording(const std::vector<RecordedOp>& ops) {
 }
 
 } // namespace melkar
+
+int RecordingVersion() { return 1; }

@@ -2,13 +2,16 @@
 
 #include <MelkarCommon/platform/record/record.h>
 #include <MelkarCommon/platform/seam/grey_backend.h>
+#include <MelkarCommon/platform/surface.h>
 #include <MelkarCommon/platform/text/glyph_run.h>
 
 #include <gtest/gtest.h>
 
 #include <climits>
 #include <cmath>
+#include <fstream>
 #include <functional>
+#include <sstream>
 
 namespace melkar {
 namespace {
@@ -181,6 +184,14 @@ TEST(Grey, OfEveryVerbIsAsLightAsItsColour) {
                                     "text \"a\" 12,20 40x15 \"Sans 12 bold\" #838383\n"
                                     "image 2,0 2x2 from 2x2 and\n"
                                     "fill 0,0 4x9 #838383\n");
+}
+
+// Whoever keeps records looks a version up there.
+TEST(Recording, DocumentNamesTheVersion) {
+    std::stringstream document;
+    document << std::ifstream(MELKAR_DOCS "/recording.md").rdbuf();
+    const std::string said = "The words are version " + std::to_string(RecordingVersion()) + ".";
+    EXPECT_NE(document.str().find(said), std::string::npos) << said;
 }
 
 } // namespace

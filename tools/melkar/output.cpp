@@ -43,11 +43,11 @@ const Format* FindFormatOfName(const std::string& path) {
     return suffix.empty() ? nullptr : FindFormat(suffix.substr(1));
 }
 
-std::string FormatNames(const char* before) {
+std::string FormatNames(const char* before, const char* between, const char* last) {
     std::string names;
     for (const Format& format : Formats()) {
         const bool isLast = &format == &Formats().back();
-        names += (names.empty() ? "" : isLast ? " or " : ", ") + (before + format.suffix);
+        names += (names.empty() ? "" : isLast ? last : between) + (before + format.suffix);
     }
     return names;
 }

@@ -33,7 +33,7 @@ const Format* FindFormat(std::string word);
 const Format* FindFormatOfName(const std::string& path);
 
 /// "png, svg or pdf", with something before each.
-std::string FormatNames(const char* before = "");
+std::string FormatNames(const char* before = "", const char* between = ", ", const char* last = " or ");
 /// For the end of a help.
 std::string FormatList();
 

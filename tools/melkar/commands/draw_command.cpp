@@ -25,15 +25,18 @@ struct DrawOptions {
 
 void AddOptions(CLI::App& app, DrawOptions& options) {
     AddChartArguments(app, options.chart);
-    app.add_option("--size", options.size, "Width x height in device units, such as 900x500");
+    app.add_option("--size", options.size, "Width x height in device units, such as 900x500")->type_name("WxH");
     app.add_option("--dpi", options.dpi, "Device units per inch")->check(CLI::Range(1, kMaxDpi));
-    app.add_option("--hover", options.hover, "X,Y: paint the balloon of this point into the picture (of pixels only)");
-    app.add_option("--click", options.click, "X,Y: print the day at this point");
+    app.add_option("--hover", options.hover, "Paint the balloon of this point into the picture (of pixels only)")
+        ->type_name("X,Y");
+    app.add_option("--click", options.click, "Print the day at this point")->type_name("X,Y");
     app.add_flag("--record", options.record, "Print the drawing operations instead of writing a file");
     app.add_flag("--svg-outlines", options.svgOutlines,
                  "Texts of an .svg as outlines, with unseen texts on top: it looks the same with any fonts");
-    app.add_option("-o,--output", options.out, "Picture to write: " + FormatNames(".") + "; - prints it");
-    app.add_option("--format", options.format, FormatNames() + ", whatever the picture's name; -o - needs it");
+    app.add_option("-o,--output", options.out, "Picture to write: " + FormatNames(".") + "; - prints it")
+        ->type_name("FILE");
+    app.add_option("--format", options.format, "Of the picture, whatever its name; -o - needs it")
+        ->type_name(FormatNames("", "|", "|"));
     app.footer(
         KindList() + "\n" + FormatList() + "\n" +
         Examples({

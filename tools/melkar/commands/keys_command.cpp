@@ -15,9 +15,10 @@ struct KeysOptions {
 };
 
 void AddOptions(CLI::App& app, KeysOptions& options) {
-    app.add_option("KIND", options.kind, "The keys of this kind alone, and which of them its chart needs");
+    app.add_option("KIND", options.kind, "The keys of this kind alone, and which of them its chart needs")
+        ->type_name("");
     app.add_flag("--profile", options.profile, "Print a profile of the needed keys, to start from");
-    app.add_option("--section", options.section, "The graph's section in it; MY_CHART if none");
+    app.add_option("--section", options.section, "The graph's section in it; MY_CHART if none")->type_name("NAME");
     app.footer(KindList() + "  report           the heading block of a report\n\n" +
                Examples({"melkar keys steps", "melkar keys bar --profile --section MY_WEEK"}));
 }

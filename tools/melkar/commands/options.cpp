@@ -18,11 +18,12 @@ constexpr int kMaxSeries = 10;
 void AddHostOptions(CLI::App& app, ChartOptions& options) {
     app.add_option("--series", options.series, "Figures per day")->check(CLI::Range(1, kMaxSeries));
     app.add_option("--target", options.target, "Target of every day")->check(CLI::Number);
-    app.add_option("--date", options.date, "YYYYMMDD: the day of a weekly file to draw; its first one if none");
+    app.add_option("--date", options.date, "The day of a weekly file to draw; its first one if none")
+        ->type_name("YYYYMMDD");
     app.add_option("--page", options.page, "Week of the printed sheet, from 0");
     app.add_option("--from", options.moderateFrom, "First intensity level of the circle's moderate class");
     app.add_option("--to", options.moderateTo, "Its last level");
-    app.add_option("--key", options.key, "Key of the text that kind `text` shows");
+    app.add_option("--key", options.key, "Key of the text that kind `text` shows")->type_name("NAME");
     app.add_flag_callback(
         "--no-figures", [&options] { options.figures = false; }, "No figures above the bars");
 }
@@ -48,12 +49,13 @@ bool HasSection(std::istream& profile, std::string_view section) {
 } // namespace
 
 void AddChartArguments(CLI::App& app, ChartArguments& chart) {
-    app.add_option("KIND", chart.kind, "What to draw; the list stands below")->required();
-    app.add_option("--section", chart.options.section, "Section of the profile")->required();
-    app.add_option("--data", chart.data, "Data file");
+    app.add_option("KIND", chart.kind, "What to draw; the list stands below")->required()->type_name("");
+    app.add_option("--section", chart.options.section, "Section of the profile")->required()->type_name("NAME");
+    app.add_option("--data", chart.data, "Data file")->type_name("FILE");
     app.add_option(
-        "--base", chart.base,
-        "Directory that plays the current directory of the host: the profile is ..\\conf\\graph.cnf from here");
+           "--base", chart.base,
+           "Directory that plays the current directory of the host: the profile is ..\\conf\\graph.cnf from here")
+        ->type_name("DIR");
     AddHostOptions(app, chart.options);
 }
 

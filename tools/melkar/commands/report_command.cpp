@@ -36,23 +36,24 @@ constexpr PaperName kPapers[] = {
     {"B5", DMPAPER_B5}, {"Letter", DMPAPER_LETTER}, {"Legal", DMPAPER_LEGAL},
 };
 
-std::string PaperNames() {
+std::string PaperNames(const char* between) {
     std::string names;
     for (const PaperName& paper : kPapers)
-        names += (names.empty() ? "" : ", ") + std::string(paper.name);
+        names += (names.empty() ? "" : between) + std::string(paper.name);
     return names;
 }
 
 void AddOptions(CLI::App& app, ReportOptions& options) {
     app.add_option("--printer", options.printer,
                    "A file NAME.pdf, an address ipp://HOST/..., or a queue of the print server")
-        ->required();
-    app.add_option("--paper", options.paper, "One of " + PaperNames());
+        ->required()
+        ->type_name("NAME");
+    app.add_option("--paper", options.paper, "Of the pages; A4 if none")->type_name(PaperNames("|"));
     app.add_flag("--landscape", options.landscape, "Pages that are wider than high");
-    app.add_option("--header", options.header, "Report header data file")->required();
-    app.add_option("--data", options.data, "Directory of the data files")->required();
-    app.add_option("--base", options.base, "Directory that plays the current directory of the host");
-    app.add_option("--section", options.section, "Section of the profile; REPORT if none");
+    app.add_option("--header", options.header, "Report header data file")->required()->type_name("FILE");
+    app.add_option("--data", options.data, "Directory of the data files")->required()->type_name("DIR");
+    app.add_option("--base", options.base, "Directory that plays the current directory of the host")->type_name("DIR");
+    app.add_option("--section", options.section, "Section of the profile; REPORT if none")->type_name("NAME");
     app.footer(Examples({
         "melkar report --base samples/app/bin --header samples/data/report-header.csv --data samples/data"
         " --printer report.pdf",
@@ -66,7 +67,7 @@ short PaperCode(const std::string& name) {
     for (const PaperName& paper : kPapers)
         if (strcasecmp(paper.name, name.c_str()) == 0)
             return paper.code;
-    throw UsageError{"--paper takes one of " + PaperNames() + ": " + name};
+    throw UsageError{"--paper takes one of " + PaperNames(", ") + ": " + name};
 }
 
 /// Names of files count from here, those of queues and addresses stay.

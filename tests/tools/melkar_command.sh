@@ -113,6 +113,12 @@ expect_file "why not" 'melkar: can' full.txt
 expect "a suffix in capitals"       0 '^$' "${week[@]}" --output d.PNG
 cmp -s a.png d.PNG || fail "a suffix in capitals" "another picture"
 expect "printed"                    0 '^<\?xml' "${week[@]}" -o - --format SVG
+# on_terminal COMMAND...: what it prints if that is a terminal.
+on_terminal() { TERM=xterm script -qec "'$melkar' $*" /dev/null </dev/null; }
+[[ $(on_terminal drow) == $'\e['*melkar:*$'\e[0m unknown'* ]] || fail "on a terminal" "no colour"
+[[ $(NO_COLOR=1 on_terminal drow) == melkar:' unknown'* ]] || fail "NO_COLOR" "a colour"
+[[ $(on_terminal draw bar --section S --data data/bar-week.csv -o - --format png) == *'nothing to read'* ]] ||
+    fail "on a terminal" "a picture of bytes"
 expect "printed in no format"       2 '--format' "${week[@]}" -o -
 expect "why a picture isn't there"  1 'nowhere/a.png: No such file' "${week[@]}" -o nowhere/a.png
 

@@ -1,6 +1,7 @@
 #include "draw.h"
 
 #include "data_check.h"
+#include "messages.h"
 
 #include <MelkarCommon/frame/results.h>
 #include <MelkarCommon/platform/drawing.h>
@@ -18,7 +19,7 @@ struct DeleteSurface {
 using Surface = std::unique_ptr<HDC__, DeleteSurface>;
 
 int FailWith(long code, const std::string& what) {
-    std::cerr << "melkar: " << code << ": " << melkar::ResultText(code) << ": " << what << '\n';
+    Complain(std::to_string(code) + ": " + melkar::ResultText(code) + ": " + what);
     return 1;
 }
 
@@ -115,7 +116,7 @@ int DrawToStandardOutput(Chart& chart, Request& request) {
 int Draw(Request request) {
     const auto chart = request.kind->make(request.chart);
     for (const std::string& warning : DataWarnings(*request.kind, request.chart, request.data))
-        std::cerr << "melkar: warning: " << warning << '\n';
+        Warn(warning);
     // A graph draws its former days if the file is missing and doesn't tell; so the file is tried first. One without
     // day rows (102 in some classes) is a picture with a message.
     if (const long code = chart->Read(request.data.data()); code != 0 && code != melkar::kNoDays)

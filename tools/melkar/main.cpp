@@ -1,9 +1,9 @@
 // melkar: draws charts from a profile and a data file. Exit codes: 0 done, 1 failed, 2 wrong usage.
 
 #include "commands/command.h"
+#include "messages.h"
 #include "output.h"
 
-#include <iostream>
 #include <vector>
 
 namespace {
@@ -60,13 +60,13 @@ int main(int argc, char** argv) {
         const int exitCode = RunCommand(argc, argv);
         return exitCode != kDone ? exitCode : FlushStandardOutput();
     } catch (const CLI::ParseError& error) {
-        std::cerr << "melkar: " << error.what() << '\n';
+        Complain(error.what());
         return kUsage;
     } catch (const UsageError& error) {
-        std::cerr << "melkar: " << error.sentence << '\n';
+        Complain(error.sentence);
         return kUsage;
     } catch (const std::exception& error) {
-        std::cerr << "melkar: " << error.what() << '\n';
+        Complain(error.what());
         return kFailed;
     }
 }

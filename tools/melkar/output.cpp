@@ -1,5 +1,7 @@
 #include "output.h"
 
+#include "messages.h"
+
 #include <unistd.h>
 
 #include <algorithm>
@@ -62,10 +64,7 @@ std::string FormatList() {
 
 int FailToWrite(const std::string& what) {
     const int reason = errno;
-    std::cerr << "melkar: can't be written: " << what;
-    if (reason != 0)
-        std::cerr << ": " << std::strerror(reason);
-    std::cerr << '\n';
+    Complain("can't be written: " + what + (reason != 0 ? std::string(": ") + std::strerror(reason) : ""));
     return 1;
 }
 

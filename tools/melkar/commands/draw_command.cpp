@@ -3,6 +3,7 @@
 #include "options.h"
 
 #include <filesystem>
+#include <unistd.h>
 
 namespace melkar::tool {
 namespace {
@@ -80,6 +81,8 @@ Output OutputOf(const DrawOptions& options) {
     if (options.out == "-" && !options.click.empty())
         throw UsageError{"--click and -o - would print into each other"};
     const Output output = FormatOf(options);
+    if (options.out == "-" && !IsPage(output, PageFormat::Svg) && isatty(STDOUT_FILENO) != 0)
+        throw UsageError{"a picture is nothing to read on a terminal: -o - | ..., or -o NAME"};
     return IsPage(output, PageFormat::Svg) && options.svgOutlines ? PageFormat::SvgOutlines : output;
 }
 

@@ -1,4 +1,5 @@
 #include "command.h"
+#include "messages.h"
 #include "options.h"
 
 #include <month_report.h>
@@ -91,7 +92,7 @@ int RunReport(const ReportOptions& options) {
                         header.c_str());
     const int pages = report.Print();
     if (pages == 0) {
-        std::cerr << "melkar: nothing was printed; ../log/graph.log says why: " << printer << '\n';
+        Complain("nothing was printed; ../log/graph.log says why: " + printer);
         return kFailed;
     }
     std::cout << pages << " pages\n";

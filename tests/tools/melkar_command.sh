@@ -105,6 +105,21 @@ for command in $("$melkar" --help | sed -n '/^Subcommands:/,$s/^  \([a-z]\+\) .*
     done
 done
 
+# completes WORD...: what the last word may become.
+completes() {
+    local COMP_WORDS=(melkar "$@") COMP_CWORD=$# COMPREPLY
+    _melkar
+    echo "${COMPREPLY[*]}"
+}
+source <("$melkar" completion bash)
+[[ $(completes re) == report ]] || fail "a command completed" "$(completes re)"
+[[ $(completes draw ci) == 'circle circle-separate' ]] || fail "a kind completed" "$(completes draw ci)"
+[[ $(completes draw bar --fo) == --format ]] || fail "an option completed" "$(completes draw bar --fo)"
+[[ $(completes report --paper L) == 'Letter Legal' ]] || fail "a word completed" "$(completes report --paper L)"
+[[ -z $(completes draw bar --data d) ]] || fail "a file is the shell's to complete" "$(completes draw bar --data d)"
+says "another shell"                2 'bash only: fish' completion fish
+grep -qF 'is ..\econf\egraph.cnf' <("$melkar" man) || fail "a manual page" "a backslash isn't kept"
+
 says "a mistyped command is named"  2 'unknown command: drow' drow
 says "the version"                  0 '^melkar [0-9]+\.[0-9]+' --version
 ! "$melkar" keys >/dev/full 2>full.txt || fail "keys onto a full disk" "exit code 0"

@@ -6,12 +6,16 @@ namespace melkar::tool {
 Run AddDraw(CLI::App& app);
 Run AddReport(CLI::App& app);
 Run AddKeys(CLI::App& app);
+Run AddCompletion(CLI::App& app);
+Run AddMan(CLI::App& app);
 
 std::span<const Command> Commands() {
     static constexpr Command kCommands[] = {
         {"draw", "Draw one chart into a picture", AddDraw},
         {"report", "Print a report of a month", AddReport},
         {"keys", "Print the keys of a profile as a Markdown page", AddKeys},
+        {"completion", "Print what completes the command in a shell", AddCompletion},
+        {"man", "Print the manual page", AddMan},
     };
     return kCommands;
 }

@@ -134,6 +134,12 @@ on_terminal() { TERM=xterm script -qec "'$melkar' $*" /dev/null </dev/null; }
 [[ $(NO_COLOR=1 on_terminal drow) == melkar:' unknown'* ]] || fail "NO_COLOR" "a colour"
 [[ $(on_terminal draw bar --section S --data data/bar-week.csv -o - --format png) == *'nothing to read'* ]] ||
     fail "on a terminal" "a picture of bytes"
+expect "from the standard input"    0 '^$' --data - -o d.png <data/bar-week.csv
+cmp -s a.png d.png || fail "from the standard input" "another picture"
+expect "from a pipe"                0 '^$' --data <(cat data/bar-week.csv) -o e.png
+cmp -s a.png e.png || fail "from a pipe" "another picture"
+expect "nothing comes"              0 'No records yet' --data - --record </dev/null
+expect "doubtful input"             0 'standard-input: line 3, column 3' --data - -o e.png < <(printf 'h\nh\n0,a,x\n')
 expect "printed in no format"       2 '--format' "${week[@]}" -o -
 expect "why a picture isn't there"  1 'nowhere/a.png: No such file' "${week[@]}" -o nowhere/a.png
 
@@ -187,6 +193,8 @@ pdftotext -layout r.pdf r.txt
 for word in 'Dr. Ann Weaver' '179 cm' 'Steps per day' 'Weight plan' '14248 steps' 'Page 2 / '; do
     grep -q "$word" r.txt || fail "a report" "it lacks: $word"
 done
+"$melkar" report --base app/bin --header data/report-header.csv --data data --printer - >p.pdf || true
+expect_file "a report in a pipe" '%PDF' p.pdf
 expect_report "no such printer"     1 '^melkar: nothing was printed' --printer nowhere/r.pdf
 expect_report "no such paper"       2 '--paper takes one of A3' --printer r.pdf --paper A99
 

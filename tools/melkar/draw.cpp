@@ -1,6 +1,7 @@
 #include "draw.h"
 
 #include "data_check.h"
+#include "files.h"
 #include "messages.h"
 
 #include <MelkarCommon/frame/results.h>
@@ -103,7 +104,7 @@ int DrawOutput(Chart& chart, Request& request) {
 
 /// Through a file, for the library writes those whole or not at all.
 int DrawToStandardOutput(Chart& chart, Request& request) {
-    const TemporaryFile file;
+    const TemporaryFile file("picture");
     request.out = file.Path();
     const int exitCode = DrawOutput(chart, request);
     if (exitCode == 0)

@@ -2,20 +2,14 @@
 
 #include "messages.h"
 
-#include <unistd.h>
-
 #include <algorithm>
 #include <cctype>
 #include <cerrno>
-#include <cstdlib>
 #include <cstring>
 #include <filesystem>
-#include <fstream>
 #include <iomanip>
 #include <iostream>
 #include <sstream>
-#include <stdexcept>
-#include <system_error>
 
 namespace melkar::tool {
 
@@ -72,16 +66,5 @@ int FlushStandardOutput() {
     std::cout.flush();
     return std::cout ? 0 : FailToWrite("the standard output");
 }
-
-TemporaryFile::TemporaryFile() : m_path((fs::temp_directory_path() / "melkar-XXXXXX").string()) {
-    const int descriptor = mkstemp(m_path.data());
-    if (descriptor < 0)
-        throw std::runtime_error("no temporary file: " + std::generic_category().message(errno));
-    close(descriptor);
-}
-
-TemporaryFile::~TemporaryFile() { unlink(m_path.c_str()); }
-
-void TemporaryFile::CopyToStandardOutput() const { std::cout << std::ifstream(m_path, std::ios::binary).rdbuf(); }
 
 } // namespace melkar::tool

@@ -1,9 +1,9 @@
 #include "command.h"
 #include "draw.h"
+#include "files.h"
 #include "options.h"
 
 #include <filesystem>
-#include <unistd.h>
 
 namespace melkar::tool {
 namespace {
@@ -81,8 +81,8 @@ Output OutputOf(const DrawOptions& options) {
     if (options.out == "-" && !options.click.empty())
         throw UsageError{"--click and -o - would print into each other"};
     const Output output = FormatOf(options);
-    if (options.out == "-" && !IsPage(output, PageFormat::Svg) && isatty(STDOUT_FILENO) != 0)
-        throw UsageError{"a picture is nothing to read on a terminal: -o - | ..., or -o NAME"};
+    if (options.out == "-" && !IsPage(output, PageFormat::Svg))
+        RequireNoTerminal();
     return IsPage(output, PageFormat::Svg) && options.svgOutlines ? PageFormat::SvgOutlines : output;
 }
 
@@ -113,7 +113,6 @@ Request RequestOf(const DrawOptions& options) {
     CheckOutput(options, request);
     request.chart = options.chart.options;
     request.dpi = options.dpi;
-    request.data = options.chart.data.empty() ? "" : fs::absolute(options.chart.data).string();
     request.toStandardOutput = options.out == "-";
     request.out = fs::absolute(options.out.empty() ? "." : options.out).string();
     return request;
@@ -121,6 +120,8 @@ Request RequestOf(const DrawOptions& options) {
 
 int RunDraw(const DrawOptions& options) {
     Request request = RequestOf(options);
+    const InputFile data(options.chart.data);
+    request.data = data.Path();
     EnterBase(options.chart.base, request.chart.section);
     return Draw(std::move(request));
 }

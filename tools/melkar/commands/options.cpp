@@ -8,6 +8,7 @@
 #include <fstream>
 #include <iomanip>
 #include <sstream>
+#include <unistd.h>
 
 namespace melkar::tool {
 namespace {
@@ -51,7 +52,7 @@ bool HasSection(std::istream& profile, std::string_view section) {
 void AddChartArguments(CLI::App& app, ChartArguments& chart) {
     app.add_option("KIND", chart.kind, "What to draw; the list stands below")->required()->type_name("");
     app.add_option("--section", chart.options.section, "Section of the profile")->required()->type_name("NAME");
-    app.add_option("--data", chart.data, "Data file")->type_name("FILE");
+    app.add_option("--data", chart.data, "Data file; - reads the standard input")->type_name("FILE");
     app.add_option(
            "--base", chart.base,
            "Directory that plays the current directory of the host: the profile is ..\\conf\\graph.cnf from here")
@@ -78,6 +79,11 @@ void EnterBase(const std::string& base, const std::string& section) {
         throw UsageError{"there is no profile ../conf/graph.cnf from the base directory: " + base};
     if (!HasSection(profile, section))
         throw UsageError{"the profile has no section: " + section};
+}
+
+void RequireNoTerminal() {
+    if (isatty(STDOUT_FILENO) != 0)
+        throw UsageError{"a picture is nothing to read on a terminal: let it go into a pipe or a file"};
 }
 
 std::string KindList() {

@@ -30,6 +30,9 @@ const Kind& KindOf(const ChartArguments& chart);
 /// profile from there, or no such section in it.
 void EnterBase(const std::string& base, const std::string& section);
 
+/// Throws if the standard output is a terminal: bytes of a picture are nothing to read there.
+void RequireNoTerminal();
+
 /// For the end of a help: the kinds, and what to type. Examples run from the project's root; a test runs them.
 std::string KindList();
 std::string Examples(std::initializer_list<const char*> lines);

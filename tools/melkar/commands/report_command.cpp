@@ -1,4 +1,5 @@
 #include "command.h"
+#include "files.h"
 #include "messages.h"
 #include "options.h"
 
@@ -8,6 +9,7 @@
 
 #include <filesystem>
 #include <iostream>
+#include <optional>
 #include <strings.h>
 
 namespace melkar::tool {
@@ -46,7 +48,7 @@ std::string PaperNames(const char* between) {
 
 void AddOptions(CLI::App& app, ReportOptions& options) {
     app.add_option("--printer", options.printer,
-                   "A file NAME.pdf, an address ipp://HOST/..., or a queue of the print server")
+                   "A file NAME.pdf, an address ipp://HOST/..., or a queue of the print server; - prints a PDF")
         ->required()
         ->type_name("NAME");
     app.add_option("--paper", options.paper, "Of the pages; A4 if none")->type_name(PaperNames("|"));
@@ -77,7 +79,12 @@ std::string PrinterName(const std::string& name) {
 }
 
 int RunReport(const ReportOptions& options) {
-    std::string printer = PrinterName(options.printer);
+    std::optional<TemporaryFile> printed;
+    if (options.printer == "-") {
+        RequireNoTerminal();
+        printed.emplace("report.pdf");
+    }
+    std::string printer = printed ? printed->Path() : PrinterName(options.printer);
     std::string section = options.section;
     const short paper = PaperCode(options.paper);
     const std::string data = fs::absolute(options.data).string();
@@ -95,7 +102,10 @@ int RunReport(const ReportOptions& options) {
         Complain("nothing was printed; ../log/graph.log says why: " + printer);
         return kFailed;
     }
-    std::cout << pages << " pages\n";
+    if (printed)
+        printed->CopyToStandardOutput();
+    else
+        std::cout << pages << " pages\n";
     return kDone;
 }
 

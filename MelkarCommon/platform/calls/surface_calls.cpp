@@ -2,6 +2,7 @@
 #include <MelkarCommon/platform/geometry.h>
 #include <MelkarCommon/platform/images/encoders.h>
 #include <MelkarCommon/platform/measures.h>
+#include <MelkarCommon/platform/pixels/pixel_discs.h>
 #include <MelkarCommon/platform/surface.h>
 #include <MelkarCommon/platform/surfaces/surface_state.h>
 
@@ -94,6 +95,7 @@ std::size_t LiveObjectCount() { return CountOfAlive(); }
 
 void TrimMemory() {
     TrimTexts();
+    TrimDiscs();
     TrimPixels();
     malloc_trim(0); // small pieces, among them most of a font's, stay with the allocator else
 }

@@ -164,6 +164,8 @@ PlacedDisc FindDisc(const EllipseShape& ellipse, double strokeWidth) {
     return {std::move(mask), x, y};
 }
 
+void TrimDiscs() { t_discs = {}; }
+
 void PaintDisc(const PixelBuffer& buffer, const RECT& clip, const DiscMask& mask, std::int64_t x, std::int64_t y,
                Color color) {
     const bool isInside =

@@ -51,6 +51,9 @@ struct PlacedDisc {
 /// above 0.
 PlacedDisc FindDisc(const EllipseShape& ellipse, double strokeWidth);
 
+/// Lets go what this thread keeps of them.
+void TrimDiscs();
+
 /// The mask's top-left pixel falls on (x, y). `clip` lies within the buffer.
 void PaintDisc(const PixelBuffer& buffer, const RECT& clip, const DiscMask& mask, std::int64_t x, std::int64_t y,
                Color color);

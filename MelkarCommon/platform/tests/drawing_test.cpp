@@ -4,6 +4,7 @@
 #include <MelkarCommon/platform/tests/temp_workdir.h>
 
 #include <MelkarCommon/platform/geometry.h>
+#include <MelkarCommon/platform/pixels/pixel_discs.h>
 #include <MelkarCommon/platform/scoped.h>
 #include <MelkarCommon/platform/tests/framed.h>
 
@@ -317,6 +318,13 @@ TEST(DrawingMemory, IsGivenBack) {
     EXPECT_GT(ResidentKib(), before + 25 * 1024) << "warm for the next drawing";
     TrimMemory();
     EXPECT_LT(ResidentKib(), before + 5 * 1024);
+}
+
+TEST(DrawingMemory, OfDiscsIsGivenBack) {
+    const std::weak_ptr kept = melkar::FindDisc({{20, 20}, {9, 9}}, 0).mask;
+    EXPECT_FALSE(kept.expired());
+    TrimMemory();
+    EXPECT_TRUE(kept.expired());
 }
 
 TEST(DrawingCopies, SpansAtTheEdgeOfAnIntCopyNothing) {

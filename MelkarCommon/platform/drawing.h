@@ -11,6 +11,10 @@
 /// deletes it with `DeleteObject` (surfaces with `DeleteDC`); deleting an object that is selected into a
 /// surface is refused, stock objects are never deleted.
 ///
+/// No call throws. One that lacks memory fails like one on an unsuitable handle: it draws nothing and changes nothing,
+/// and the surface goes on. Only on pixels may a part of what takes several strokes stand: a shape without its outline,
+/// a text's ground. A page that would lack something comes to nothing, as `DeleteDC` and `EndDoc` tell.
+///
 /// Rectangles and fills cover left..right-1 and top..bottom-1. Pen widths and dash patterns scale with
 /// dpi / 96, except that a pen of width 0 stays one pixel wide.
 
@@ -64,8 +68,13 @@ MELKAR_API int GetDeviceCaps(HDC surface, int query);
 
 // Drawing
 
-MELKAR_API BOOL MoveToEx(HDC surface, int x, int y, POINT* former); ///< restarts the pen's pattern
-MELKAR_API BOOL LineTo(HDC surface, int x, int y);                  ///< leaves out the end point
+/// Restarts the pen's pattern.
+MELKAR_API BOOL MoveToEx(HDC surface, int x, int y, POINT* former);
+/// Leaves out the end point. Lines that follow each other wait to be drawn as one path with whole corners, until
+/// something else is drawn or looked at; on memory that was handed out each is drawn at once. A line may fail for want
+/// of memory; the next one starts at its end nevertheless. One for which that shows only later makes the later call
+/// fail, and waits on.
+MELKAR_API BOOL LineTo(HDC surface, int x, int y);
 MELKAR_API BOOL Rectangle(HDC surface, int left, int top, int right, int bottom);
 MELKAR_API BOOL Ellipse(HDC surface, int left, int top, int right, int bottom);
 /// The slice of the ellipse in the rectangle from the radial through (x1, y1) counter-clockwise to the

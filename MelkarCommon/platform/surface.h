@@ -46,7 +46,8 @@ struct PixelView {
     int stride;
 };
 
-/// Valid until the surface is deleted or another bitmap is selected into it. All zero for a surface without pixels.
+/// Valid until the surface is deleted or another bitmap is selected into it. All zero without pixels, and
+/// without memory to draw what waits.
 MELKAR_API PixelView GetPixels(HDC surface);
 
 /// Writes the pixels to a PNG file, as whole as a page's, in place of the same. @return 0, or -1, a log line, `errno`.
@@ -63,7 +64,7 @@ MELKAR_API std::vector<PictureFormat> PictureFormats();
 /// The same in the format of the path's suffix, in any case. @param format a suffix that counts in its place
 MELKAR_API int WritePicture(HDC surface, const char* path, const char* format = nullptr);
 
-/// One drawing operation a line, in the order of drawing; empty for a surface that records nothing.
+/// One drawing operation a line, in the order of drawing; empty for a surface that records nothing, and without memory.
 MELKAR_API std::string GetRecording(HDC surface);
 
 /// The version of a record's words, for who keeps records and compares them with those of another build. Another one: a
@@ -75,9 +76,9 @@ MELKAR_API std::size_t LiveObjectCount();
 
 /// Gives back what this thread keeps for its next drawing, for hosts that are about to be idle; the next drawing makes
 /// it anew. Kept at most: 64 MiB of pixels in four buffers (those of the surfaces and bitmaps freed last), 8 MiB of
-/// placed texts and 8 MiB of their coverage, 64 fonts with their figures and what the font libraries keep with them, and
-/// the coverage of 64 discs.
-/// A thread that ends gives back all of it. Memory of handles is never given back, but used again.
+/// placed texts and 8 MiB of their coverage, 64 fonts with their figures and what the font libraries keep with them,
+/// and the coverage of 64 discs. A thread that ends gives back all of it. Memory of handles is never given back, but
+/// used again.
 MELKAR_API void TrimMemory();
 
 /// What `SPI_GETWORKAREA` answers from now on, in the whole process; (0, 0, 1920, 1080) at the start.

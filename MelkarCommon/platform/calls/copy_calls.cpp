@@ -1,3 +1,4 @@
+#include <MelkarCommon/platform/calls/failing.h>
 #include <MelkarCommon/platform/drawing.h>
 #include <MelkarCommon/platform/geometry.h>
 #include <MelkarCommon/platform/seam/box.h>
@@ -17,6 +18,7 @@ constexpr std::size_t kMostOps = 1 << 20; ///< of a record; one of a graph has s
 struct Copy {
     RECT target;
     RECT source;
+    bool isScaled;
 };
 
 /// One axis of a copy: the span `from`..`to` of the source, cut to 0..limit, and the target span with it. A span beside
@@ -40,21 +42,19 @@ void CutToPicture(Copy& copy, DeviceSize picture) {
     CutSpan(copy.source.top, copy.source.bottom, copy.target.top, copy.target.bottom, picture.height);
 }
 
-BOOL CopyPixels(HDC to, PixelPicture& from, Copy copy, DWORD operation) {
-    Backend* backend = to->Drawing(); // before the pixels are asked for: both may be the same picture
+BOOL CopyPixels(Backend& to, PixelPicture& from, Copy copy, DWORD operation) {
     CutToPicture(copy, from.Size());
-    if (!backend || IsEmptyRect(copy.source) || IsEmptyRect(copy.target))
+    if (IsEmptyRect(copy.source) || IsEmptyRect(copy.target))
         return FALSE;
-    backend->Blit(copy.target, from.ShownFor(operation), copy.source, operation);
+    to.Blit(copy.target, from.ShownFor(operation), copy.source, operation);
     return TRUE;
 }
 
 /// Plays what was recorded again on `to`, at the copy's place. Onto itself or to and fro between two, a record would
 /// double with each copy: in place it is left as it is, elsewhere the copy ends at `kMostOps`.
-BOOL CopyRecord(HDC to, const RecordPicture& from, Copy copy) {
+BOOL CopyRecord(HDC to, Backend& backend, const RecordPicture& from, Copy copy) {
     CutToPicture(copy, from.Size());
-    Backend* backend = to->Drawing();
-    if (!backend || IsEmptyRect(copy.source))
+    if (IsEmptyRect(copy.source))
         return FALSE;
     Picture* picture = PictureOf(to->target);
     RecordPicture* record = picture ? RecordOf(*picture) : nullptr;
@@ -65,28 +65,40 @@ BOOL CopyRecord(HDC to, const RecordPicture& from, Copy copy) {
     const std::vector<RecordedOp> ops = from.Ops(); // a copy: `to` may be the same surface
     if (record)
         record->Mark({copy.target, copy.source});
-    Replay(ops, *backend, copy.source, copy.target.left, copy.target.top, to->Bounds());
+    Replay(ops, backend, copy.source, copy.target.left, copy.target.top, to->Bounds());
     return TRUE;
 }
 
 /// Plays what was recorded at pixels and copies these: what is scaled, or combined with what is there, can't stay a
 /// list of operations.
-BOOL CopyPlayedRecord(HDC to, const RecordPicture& from, Copy copy, DWORD operation) {
+BOOL CopyPlayedRecord(Backend& to, const RecordPicture& from, Copy copy, DWORD operation) {
     CutToPicture(copy, from.Size());
     if (IsEmptyRect(copy.source) || IsEmptyRect(copy.target))
         return FALSE;
     const RECT whole{0, 0, copy.source.right - copy.source.left, copy.source.bottom - copy.source.top};
     OwnPixels memory(whole.right, whole.bottom);
-    Backend* backend = to->Drawing();
-    if (!backend || !memory.AreThere())
+    if (!memory.AreThere())
         return FALSE;
     PixelPicture played(std::move(memory), from.Ground());
     Replay(from.Ops(), played.Drawing(), copy.source, 0, 0, whole);
-    backend->Blit(copy.target, played.Shown(), whole, operation);
+    to.Blit(copy.target, played.Shown(), whole, operation);
     return TRUE;
 }
 
 RECT RectAt(int x, int y, int width, int height) { return {x, y, AddEdge(x, width), AddEdge(y, height)}; }
+
+BOOL CopyPicture(HDC to, Backend& backend, Picture& from, const Copy& copy, DWORD operation) {
+    const bool staysVector = !copy.isScaled && operation == SRCCOPY;
+    return std::visit(Overloaded{
+                          [](NoPicture&) { return FALSE; },
+                          [&](PixelPicture& pixels) { return CopyPixels(backend, pixels, copy, operation); },
+                          [&](RecordPicture& record) {
+                              return staysVector ? CopyRecord(to, backend, record, copy)
+                                                 : CopyPlayedRecord(backend, record, copy, operation);
+                          },
+                      },
+                      from);
+}
 
 } // namespace
 
@@ -99,18 +111,10 @@ BOOL StretchBlt(HDC to, int x, int y, int width, int height, HDC from, int fromX
     if (!IsSurface(to) || !IsSurface(from) || width < 1 || height < 1 || fromWidth < 1 || fromHeight < 1 ||
         !IsKnownOperation(operation))
         return FALSE;
-    Picture* picture = from->Shown();
-    if (picture == nullptr)
-        return FALSE;
-    const Copy copy{RectAt(x, y, width, height), RectAt(fromX, fromY, fromWidth, fromHeight)};
-    const bool staysVector = width == fromWidth && height == fromHeight && operation == SRCCOPY;
-    return std::visit(Overloaded{
-                          [](NoPicture&) { return FALSE; },
-                          [&](PixelPicture& pixels) { return CopyPixels(to, pixels, copy, operation); },
-                          [&](RecordPicture& record) {
-                              return staysVector ? CopyRecord(to, record, copy)
-                                                 : CopyPlayedRecord(to, record, copy, operation);
-                          },
-                      },
-                      *picture);
+    const Copy copy{RectAt(x, y, width, height), RectAt(fromX, fromY, fromWidth, fromHeight),
+                    width != fromWidth || height != fromHeight};
+    return DrawOrFail(to, [&](Backend* backend) {
+        Picture* picture = from->Shown();
+        return backend && picture ? CopyPicture(to, *backend, *picture, copy, operation) : FALSE;
+    });
 }

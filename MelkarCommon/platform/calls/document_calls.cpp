@@ -1,3 +1,4 @@
+#include <MelkarCommon/platform/calls/failing.h>
 #include <MelkarCommon/platform/printing.h>
 #include <MelkarCommon/platform/seam/grey_backend.h>
 #include <MelkarCommon/platform/surfaces/surface_state.h>
@@ -28,9 +29,12 @@ PrintedDocument* DocumentOf(HDC surface) {
 }
 
 /// Nothing draws from here on.
-void Leave(HDC surface) {
+PrintedDocument Leave(HDC surface) {
     surface->lines.Forget();
-    PrinterOf(surface)->document.reset();
+    std::optional<PrintedDocument>& document = PrinterOf(surface)->document;
+    PrintedDocument left = std::move(*document);
+    document.reset();
+    return left;
 }
 
 /// None, if it can't be begun.
@@ -58,11 +62,7 @@ int StartDocA(HDC surface, const DOCINFOA* job) {
     PrinterTarget* printer = PrinterOf(surface);
     if (printer == nullptr || job == nullptr || printer->document)
         return SP_ERROR;
-    try {
-        printer->document = Begin(*printer, *job);
-    } catch (...) {
-        return SP_ERROR; // no memory
-    }
+    printer->document = OrFailure([&] { return Begin(*printer, *job); });
     return printer->document ? NextJobNumber() : SP_ERROR;
 }
 
@@ -70,30 +70,32 @@ int StartPage(HDC surface) {
     PrintedDocument* document = DocumentOf(surface);
     if (document == nullptr)
         return SP_ERROR;
-    surface->FlushLines();
-    document->hasPage = document->pages->BeginPage();
-    return document->hasPage ? 1 : SP_ERROR;
+    const int started = AfterLines(surface, [&] {
+        document->hasPage = document->pages->BeginPage();
+        return document->hasPage ? 1 : 0;
+    });
+    return started != 0 ? 1 : SP_ERROR;
 }
 
 int EndPage(HDC surface) {
     PrintedDocument* document = DocumentOf(surface);
     if (document == nullptr || !document->hasPage)
         return SP_ERROR;
-    surface->FlushLines();
-    document->pages->EndPage();
     document->hasPage = false;
-    return 1;
+    const int ended = AfterLines(surface, [&] {
+        document->pages->EndPage();
+        return 1;
+    });
+    return ended != 0 ? 1 : SP_ERROR;
 }
 
 int EndDoc(HDC surface) {
-    PrintedDocument* document = DocumentOf(surface);
-    if (document == nullptr)
+    if (DocumentOf(surface) == nullptr)
         return SP_ERROR;
-    surface->FlushLines();
-    const bool isWritten = document->pages->Finish();
-    const std::unique_ptr<PrintJob> job = std::move(document->job);
-    Leave(surface);
-    return isWritten && job->Deliver() ? 1 : SP_ERROR;
+    AfterLines(surface, [] { return TRUE; });
+    PrintedDocument document = Leave(surface);
+    const bool isDelivered = OrFailure([&] { return document.pages->Finish() && document.job->Deliver(); });
+    return isDelivered ? 1 : SP_ERROR;
 }
 
 int AbortDoc(HDC surface) {

@@ -1,3 +1,4 @@
+#include <MelkarCommon/platform/calls/failing.h>
 #include <MelkarCommon/platform/printing.h>
 #include <MelkarCommon/platform/surfaces/handles.h>
 
@@ -24,11 +25,7 @@ GlobalMemory* MemoryOf(HANDLE handle) {
 HANDLE GlobalAlloc(UINT, std::size_t bytes) {
     if (bytes > kMostBytes)
         return nullptr;
-    try {
-        return static_cast<HandleHead*>(new GlobalMemory(bytes));
-    } catch (...) {
-        return nullptr;
-    }
+    return OrFailure([&]() -> HandleHead* { return new GlobalMemory(bytes); });
 }
 
 void* GlobalLock(HANDLE memory) {

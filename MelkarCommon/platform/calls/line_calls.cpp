@@ -1,3 +1,4 @@
+#include <MelkarCommon/platform/calls/failing.h>
 #include <MelkarCommon/platform/drawing.h>
 #include <MelkarCommon/platform/surfaces/surface_state.h>
 
@@ -8,17 +9,23 @@ using namespace melkar;
 BOOL MoveToEx(HDC surface, int x, int y, POINT* former) {
     if (!IsSurface(surface))
         return FALSE;
-    if (former)
-        *former = surface->position;
-    surface->FlushLines();
-    surface->lines.RestartPattern();
-    surface->position = {x, y};
-    return TRUE;
+    return AfterLines(surface, [&] {
+        if (former)
+            *former = surface->position;
+        surface->lines.RestartPattern();
+        surface->position = {x, y};
+        return TRUE;
+    });
 }
 
 BOOL LineTo(HDC surface, int x, int y) {
     if (!IsSurface(surface))
         return FALSE;
     const POINT from = std::exchange(surface->position, POINT{x, y});
-    return surface->pen->style != PS_NULL && surface->AddLine(from, {x, y}) ? TRUE : FALSE;
+    try {
+        return surface->pen->style != PS_NULL && surface->AddLine(from, {x, y}) ? TRUE : FALSE;
+    } catch (...) {
+        TakeBack(surface->target, DrawnOn(surface->target)); // a record is as it was
+        return FALSE;
+    }
 }

@@ -1,3 +1,4 @@
+#include <MelkarCommon/platform/calls/failing.h>
 #include <MelkarCommon/platform/drawing.h>
 #include <MelkarCommon/platform/images/image_file.h>
 #include <MelkarCommon/platform/surfaces/picture.h>
@@ -28,6 +29,18 @@ HANDLE MakePicture(OwnPixels pixels, OwnPixels file) {
     if (!pixels.AreThere())
         return nullptr;
     return Make<HANDLE, Bitmap>(Owner::Caller, std::in_place_type<PixelPicture>, std::move(pixels), std::move(file));
+}
+
+/// Scaled, unless both sides are 0. Null if it can't be read.
+HANDLE LoadPicture(const char* path, int width, int height) {
+    OwnPixels file(LoadImageFile(path));
+    const PixelBuffer& size = file.Buffer();
+    const int newWidth = width != 0 ? width : size.width;
+    const int newHeight = height != 0 ? height : size.height;
+    if (newWidth == size.width && newHeight == size.height)
+        return MakePicture(std::move(file), OwnPixels());
+    OwnPixels scaled(file.AreThere() ? Resized(size, newWidth, newHeight, SRCCOPY) : PixelBuffer{});
+    return MakePicture(std::move(scaled), std::move(file));
 }
 
 BITMAP Describe(const Picture& picture) {
@@ -94,20 +107,13 @@ HFONT CreateFontA(int height, int width, int escapement, int orientation, int we
 HRGN CreatePolygonRgn(const POINT* points, int count, int mode) {
     if (!points || count < 3)
         return nullptr;
-    return Make<HRGN, Region>(PolygonShape{{points, points + count}, mode == WINDING});
+    return OrFailure([&] { return Make<HRGN, Region>(PolygonShape{{points, points + count}, mode == WINDING}); });
 }
 
 HANDLE LoadImageA(HINSTANCE, const char* name, UINT type, int width, int height, UINT flags) {
     if (!name || type != IMAGE_BITMAP || !(flags & LR_LOADFROMFILE) || width < 0 || height < 0)
         return nullptr;
-    OwnPixels file(LoadImageFile(name));
-    const PixelBuffer& size = file.Buffer();
-    const int newWidth = width != 0 ? width : size.width;
-    const int newHeight = height != 0 ? height : size.height;
-    if (newWidth == size.width && newHeight == size.height)
-        return MakePicture(std::move(file), OwnPixels());
-    OwnPixels scaled(file.AreThere() ? Resized(size, newWidth, newHeight, SRCCOPY) : PixelBuffer{});
-    return MakePicture(std::move(scaled), std::move(file));
+    return OrFailure([&] { return LoadPicture(name, width, height); });
 }
 
 HGDIOBJ GetStockObject(int index) {

@@ -1,3 +1,4 @@
+#include <MelkarCommon/platform/calls/failing.h>
 #include <MelkarCommon/platform/printing.h>
 #include <MelkarCommon/platform/surfaces/surface_state.h>
 
@@ -69,14 +70,10 @@ HDC MakePrinterSurface(const char* name, const DEVMODEA* settings) {
 BOOL OpenPrinterA(char* name, HANDLE* printer, void*) {
     if (printer == nullptr)
         return FALSE;
-    *printer = nullptr;
-    try {
+    *printer = OrFailure([&]() -> HandleHead* {
         auto found = FindPrinter(name != nullptr ? name : "");
-        if (found)
-            *printer = static_cast<HandleHead*>(new OpenPrinter(std::move(found)));
-    } catch (...) {
-        return FALSE; // no memory
-    }
+        return found ? new OpenPrinter(std::move(found)) : nullptr;
+    });
     return *printer != nullptr ? TRUE : FALSE;
 }
 
@@ -100,9 +97,5 @@ int DocumentPropertiesA(HWND, HANDLE printer, char* name, DEVMODEA* out, const D
 HDC CreateDCA(const char* driver, const char* printer, const char*, const DEVMODEA* settings) {
     if (driver == nullptr || strcasecmp(driver, "WINSPOOL") != 0 || printer == nullptr)
         return nullptr;
-    try {
-        return MakePrinterSurface(printer, settings);
-    } catch (...) {
-        return nullptr; // no memory
-    }
+    return OrFailure([&] { return MakePrinterSurface(printer, settings); });
 }

@@ -1,3 +1,4 @@
+#include <MelkarCommon/platform/calls/failing.h>
 #include <MelkarCommon/platform/drawing.h>
 #include <MelkarCommon/platform/seam/box.h>
 #include <MelkarCommon/platform/surfaces/strokes.h>
@@ -21,29 +22,46 @@ RECT Grown(const RECT& r, int by) {
     return ToRect(Box{box.left - by, box.top - by, box.right + by, box.bottom + by});
 }
 
-void Fill(HDC surface, const RECT& rect, COLORREF color) {
-    if (IsEmptyRect(rect))
-        return;
-    if (Backend* backend = surface->Drawing())
-        backend->FillRect(rect, ToColor(color));
+void Fill(Backend& backend, const RECT& rect, COLORREF color) {
+    if (!IsEmptyRect(rect))
+        backend.FillRect(rect, ToColor(color));
 }
 
 /// The frame between two rectangles, the inner one within the outer one.
-void FillFrame(HDC surface, const RECT& outer, const RECT& inner, COLORREF color) {
+void FillFrame(Backend& backend, const RECT& outer, const RECT& inner, COLORREF color) {
     if (IsEmptyRect(inner))
-        return Fill(surface, outer, color);
-    Fill(surface, {outer.left, outer.top, outer.right, inner.top}, color);
-    Fill(surface, {outer.left, inner.bottom, outer.right, outer.bottom}, color);
-    Fill(surface, {outer.left, inner.top, inner.left, inner.bottom}, color);
-    Fill(surface, {inner.right, inner.top, outer.right, inner.bottom}, color);
+        return Fill(backend, outer, color);
+    Fill(backend, {outer.left, outer.top, outer.right, inner.top}, color);
+    Fill(backend, {outer.left, inner.bottom, outer.right, outer.bottom}, color);
+    Fill(backend, {outer.left, inner.top, inner.left, inner.bottom}, color);
+    Fill(backend, {inner.right, inner.top, outer.right, inner.bottom}, color);
 }
 
 /// The four edges of a rectangle in a dash or dot pattern, each pixel once.
-void StrokeFrame(HDC surface, const RECT& r) {
+void StrokeFrame(Backend& backend, const RECT& r, const Stroke& stroke) {
     const POINT corners[] = {
         {r.left, r.top}, {r.right - 1, r.top}, {r.right - 1, r.bottom - 1}, {r.left, r.bottom - 1}, {r.left, r.top}};
-    if (Backend* backend = surface->Drawing())
-        backend->StrokePolyline(corners, StrokeOf(*surface, *surface->pen));
+    backend.StrokePolyline(corners, stroke);
+}
+
+void DrawRectangle(HDC surface, Backend& backend, const RECT& box) {
+    const Pen& pen = *surface->pen;
+    const Brush& brush = *surface->brush;
+    if (pen.style == PS_NULL || IsPatterned(pen)) {
+        if (!brush.hollow)
+            Fill(backend, box, brush.color);
+        if (IsPatterned(pen))
+            StrokeFrame(backend, box, StrokeOf(*surface, pen));
+        return;
+    }
+    const int width = PenWidth(surface->device, pen);
+    const RECT outer = pen.style == PS_INSIDEFRAME ? box : Grown(box, width / 2);
+    const RECT inner = Grown(outer, -width);
+    if (!brush.hollow && brush.color == pen.color)
+        return Fill(backend, outer, pen.color);
+    FillFrame(backend, outer, inner, pen.color);
+    if (!brush.hollow)
+        Fill(backend, inner, brush.color);
 }
 
 /// The angle, in the ellipse's own units, at which the ray from `apex`, which lies within it, through (x, y) leaves it.
@@ -73,55 +91,41 @@ SliceShape Shrunk(const SliceShape& slice, double by) {
 }
 
 /// Fills with the brush and outlines with the pen, whose line stays inside the shape.
-template <class Round> BOOL DrawRound(HDC surface, const Round& shape) {
-    Backend* backend = surface->Drawing();
-    if (!backend)
-        return FALSE;
+template <class Round> void DrawRound(HDC surface, Backend& backend, const Round& shape) {
     const bool filled = !surface->brush->hollow;
     const bool outlined = surface->pen->style != PS_NULL;
     if (filled)
-        backend->FillShape(shape, ToColor(surface->brush->color));
+        backend.FillShape(shape, ToColor(surface->brush->color));
     if (!outlined || (filled && surface->pen->color == surface->brush->color))
-        return TRUE;
+        return;
     Stroke stroke = StrokeOf(*surface, *surface->pen);
     stroke.on = stroke.off = 0;
-    backend->StrokeShape(Shrunk(shape, stroke.width / 2), stroke);
-    return TRUE;
+    backend.StrokeShape(Shrunk(shape, stroke.width / 2), stroke);
+}
+
+/// Draws by `draw(backend)` if there is room.
+template <class Draw> BOOL DrawIfRoom(HDC surface, const Draw& draw) {
+    return DrawOrFail(surface, [&](Backend* backend) {
+        if (backend != nullptr)
+            draw(*backend);
+        return backend != nullptr ? TRUE : FALSE;
+    });
 }
 
 } // namespace
 
 BOOL Rectangle(HDC surface, int left, int top, int right, int bottom) {
-    if (!IsSurface(surface))
-        return FALSE;
     const RECT box = Ordered(left, top, right, bottom);
-    if (IsEmptyRect(box))
+    if (!IsSurface(surface) || IsEmptyRect(box))
         return FALSE;
-    const Pen& pen = *surface->pen;
-    const Brush& brush = *surface->brush;
-    if (pen.style == PS_NULL || IsPatterned(pen)) {
-        if (!brush.hollow)
-            Fill(surface, box, brush.color);
-        if (IsPatterned(pen))
-            StrokeFrame(surface, box);
-        return TRUE;
-    }
-    const int width = PenWidth(surface->device, pen);
-    const RECT outer = pen.style == PS_INSIDEFRAME ? box : Grown(box, width / 2);
-    const RECT inner = Grown(outer, -width);
-    if (!brush.hollow && brush.color == pen.color) {
-        Fill(surface, outer, pen.color);
-        return TRUE;
-    }
-    FillFrame(surface, outer, inner, pen.color);
-    if (!brush.hollow)
-        Fill(surface, inner, brush.color);
-    return TRUE;
+    return DrawIfRoom(surface, [&](Backend& backend) { DrawRectangle(surface, backend, box); });
 }
 
 BOOL Ellipse(HDC surface, int left, int top, int right, int bottom) {
     const RECT box = Ordered(left, top, right, bottom);
-    return IsSurface(surface) && !IsEmptyRect(box) ? DrawRound(surface, EllipseIn(box)) : FALSE;
+    if (!IsSurface(surface) || IsEmptyRect(box))
+        return FALSE;
+    return DrawIfRoom(surface, [&](Backend& backend) { DrawRound(surface, backend, EllipseIn(box)); });
 }
 
 BOOL Pie(HDC surface, int left, int top, int right, int bottom, int x1, int y1, int x2, int y2) {
@@ -137,7 +141,9 @@ BOOL Pie(HDC surface, int left, int top, int right, int bottom, int x1, int y1, 
     if (slice.sweep < 0)
         slice.sweep += kWhole;
     const bool equalRadials = slice.sweep < 1e-9 || slice.sweep > kWhole - 1e-9;
-    return equalRadials ? DrawRound(surface, slice.whole) : DrawRound(surface, slice);
+    return DrawIfRoom(surface, [&](Backend& backend) {
+        equalRadials ? DrawRound(surface, backend, slice.whole) : DrawRound(surface, backend, slice);
+    });
 }
 
 BOOL FillRgn(HDC surface, HRGN regionHandle, HBRUSH brushHandle) {
@@ -145,10 +151,8 @@ BOOL FillRgn(HDC surface, HRGN regionHandle, HBRUSH brushHandle) {
     const Brush* brush = BrushFrom(brushHandle);
     if (!IsSurface(surface) || !region || !brush)
         return FALSE;
-    Backend* backend = surface->Drawing();
-    if (!backend)
-        return FALSE;
-    if (!brush->hollow)
-        backend->FillShape(region->shape, ToColor(brush->color));
-    return TRUE;
+    return DrawIfRoom(surface, [&](Backend& backend) {
+        if (!brush->hollow)
+            backend.FillShape(region->shape, ToColor(brush->color));
+    });
 }

@@ -1,3 +1,4 @@
+#include <MelkarCommon/platform/calls/failing.h>
 #include <MelkarCommon/platform/drawing.h>
 #include <MelkarCommon/platform/surfaces/surface_state.h>
 
@@ -9,8 +10,7 @@ HGDIOBJ SelectObject(HDC surface, HGDIOBJ handle) {
     if (!IsSurface(surface) || !handle)
         return nullptr;
     if (Bitmap* bitmap = BitmapFrom(handle)) {
-        surface->FlushLines();
-        return HandleOf<HGDIOBJ>(SelectOn(surface->target, *bitmap));
+        return AfterLines(surface, [&] { return HandleOf<HGDIOBJ>(SelectOn(surface->target, *bitmap)); });
     }
     if (Pen* pen = PenFrom(handle))
         return HandleOf<HGDIOBJ>(surface->pen.Change(*pen));

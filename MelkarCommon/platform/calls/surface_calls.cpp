@@ -1,3 +1,4 @@
+#include <MelkarCommon/platform/calls/failing.h>
 #include <MelkarCommon/platform/drawing.h>
 #include <MelkarCommon/platform/geometry.h>
 #include <MelkarCommon/platform/images/encoders.h>
@@ -14,15 +15,6 @@
 using namespace melkar;
 
 namespace {
-
-/// Exceptions (a lack of memory) end here: a surface or bitmap that can't be made is null.
-template <class Make> auto NullOnFailure(Make make) -> decltype(make()) {
-    try {
-        return make();
-    } catch (...) {
-        return nullptr;
-    }
-}
 
 /// On `picture`, if there is one; else null.
 HDC MakeSurface(std::unique_ptr<Bitmap> picture, const Device& device) {
@@ -42,7 +34,7 @@ PixelPicture* SeenPixels(HDC surface) {
 HDC CreateMemorySurface(int width, int height, int dpi) {
     if (!IsPictureSize(width, height) || dpi < 1)
         return nullptr;
-    return NullOnFailure([&] {
+    return OrFailure([&] {
         const Device device{ScreenDevice(), dpi, {width, height}};
         return MakeSurface(MakePixelBitmap(device.size, kWhite, Owner::Surface), device);
     });
@@ -51,7 +43,7 @@ HDC CreateMemorySurface(int width, int height, int dpi) {
 HDC WrapPixels(void* pixels, int width, int height, int strideBytes, int dpi) {
     if (!pixels || !IsPictureSize(width, height) || strideBytes % 4 != 0 || strideBytes / 4 < width || dpi < 1)
         return nullptr;
-    return NullOnFailure([&] {
+    return OrFailure([&] {
         const PixelBuffer memory{static_cast<std::uint32_t*>(pixels), width, height, strideBytes / 4};
         return MakeSurface(std::make_unique<Bitmap>(Owner::Surface, std::in_place_type<PixelPicture>, memory),
                            {ScreenDevice(), dpi, {width, height}});
@@ -61,7 +53,7 @@ HDC WrapPixels(void* pixels, int width, int height, int strideBytes, int dpi) {
 HDC CreateRecordingSurface(int width, int height, int dpi) {
     if (!IsPictureSize(width, height) || dpi < 1)
         return nullptr;
-    return NullOnFailure([&] {
+    return OrFailure([&] {
         const Device device{RecordDevice(), dpi, {width, height}};
         return MakeSurface(MakeRecordBitmap(device.size, kWhite, Owner::Surface), device);
     });
@@ -70,7 +62,7 @@ HDC CreateRecordingSurface(int width, int height, int dpi) {
 HDC CreatePageSurface(const char* path, PageFormat format, int width, int height, int dpi) {
     if (!path || !IsPictureSize(width, height) || dpi < 1)
         return nullptr;
-    return NullOnFailure([&]() -> HDC {
+    return OrFailure([&]() -> HDC {
         std::unique_ptr<PageFile> page = MakePageFile(path, format, width, height, dpi);
         if (!page || !page->BeginPage())
             return nullptr;
@@ -80,13 +72,13 @@ HDC CreatePageSurface(const char* path, PageFormat format, int width, int height
 }
 
 HDC CreateCompatibleDC(HDC surface) {
-    return NullOnFailure([&] { return new HDC__(DeviceOf(surface), std::in_place_type<PictureTarget>); });
+    return OrFailure([&] { return new HDC__(DeviceOf(surface), std::in_place_type<PictureTarget>); });
 }
 
 HBITMAP CreateCompatibleBitmap(HDC surface, int width, int height) {
     if (!IsPictureSize(width, height))
         return nullptr;
-    return NullOnFailure([&] {
+    return OrFailure([&] {
         return HandleOf<HBITMAP>(MakeSuitingBitmap(DeviceOf(surface), {width, height}).release());
     });
 }
@@ -103,36 +95,47 @@ void TrimMemory() {
 BOOL DeleteDC(HDC surface) {
     if (!IsSurface(surface))
         return FALSE;
-    surface->FlushLines();
-    const bool isWritten = Finish(surface->target);
+    const BOOL isWritten = OrFailure([&] {
+        surface->FlushLines();
+        return Finish(surface->target) ? TRUE : FALSE;
+    });
     delete surface;
-    return isWritten ? TRUE : FALSE;
+    return isWritten;
 }
 
 PixelView GetPixels(HDC surface) {
-    PixelPicture* picture = SeenPixels(surface);
-    if (!picture)
-        return {nullptr, 0, 0, 0};
-    const PixelBuffer& pixels = picture->Expose();
-    return {pixels.pixels, pixels.width, pixels.height, pixels.stride};
+    return OrFailure([&]() -> PixelView {
+        PixelPicture* picture = SeenPixels(surface);
+        if (!picture)
+            return {};
+        const PixelBuffer& pixels = picture->Expose();
+        return {pixels.pixels, pixels.width, pixels.height, pixels.stride};
+    });
 }
 
 int WritePng(HDC surface, const char* path) { return WritePicture(surface, path, "png"); }
 
 int WritePicture(HDC surface, const char* path, const char* format) {
-    PixelPicture* picture = SeenPixels(surface);
-    return WritePictureFile(picture ? picture->Shown() : PixelBuffer{}, path, format);
+    const auto write = [&] {
+        PixelPicture* picture = SeenPixels(surface);
+        return WritePictureFile(picture ? picture->Shown() : PixelBuffer{}, path, format);
+    };
+    return OrFailure(write, -1);
 }
 
 std::vector<PictureFormat> PictureFormats() {
-    std::vector<PictureFormat> formats;
-    for (const Encoder& encoder : Encoders())
-        formats.push_back(encoder.format);
-    return formats;
+    return OrFailure([] {
+        std::vector<PictureFormat> formats;
+        for (const Encoder& encoder : Encoders())
+            formats.push_back(encoder.format);
+        return formats;
+    });
 }
 
 std::string GetRecording(HDC surface) {
-    Picture* picture = IsSurface(surface) ? surface->Shown() : nullptr;
-    const RecordPicture* record = picture ? RecordOf(*picture) : nullptr;
-    return record ? FormatRecording(record->Ops()) : std::string();
+    return OrFailure([&] {
+        Picture* picture = IsSurface(surface) ? surface->Shown() : nullptr;
+        const RecordPicture* record = picture ? RecordOf(*picture) : nullptr;
+        return record ? FormatRecording(record->Ops()) : std::string();
+    });
 }

@@ -1,3 +1,4 @@
+#include <MelkarCommon/platform/calls/failing.h>
 #include <MelkarCommon/platform/drawing.h>
 #include <MelkarCommon/platform/seam/area.h>
 #include <MelkarCommon/platform/seam/box.h>
@@ -44,15 +45,12 @@ void PaintGround(HDC surface, Backend& backend, const RECT& clip, POINT at, int 
 }
 
 /// One line with its top-left corner at `at`, on its background if the mode is opaque.
-void PaintLine(HDC surface, const std::shared_ptr<const TextLayout>& layout, std::size_t index, POINT at,
-               const RECT& clip) {
-    Backend* backend = surface->Drawing();
-    if (!backend)
-        return;
+void PaintLine(HDC surface, Backend& backend, const std::shared_ptr<const TextLayout>& layout, std::size_t index,
+               POINT at, const RECT& clip) {
     const TextLine& line = layout->lines[index];
     if (surface->bkMode == OPAQUE && line.width > 0)
-        PaintGround(surface, *backend, clip, at, line.width, layout->lineHeight);
-    backend->PaintText(layout, index, at, surface->font->description.lfEscapement, ToColor(surface->textColor), clip);
+        PaintGround(surface, backend, clip, at, line.width, layout->lineHeight);
+    backend.PaintText(layout, index, at, surface->font->description.lfEscapement, ToColor(surface->textColor), clip);
 }
 
 /// Left end of a line in the rectangle.
@@ -73,7 +71,8 @@ std::int64_t TextTop(const RECT& rect, int height, UINT format) {
     return format & DT_BOTTOM ? rect.top + room : rect.top;
 }
 
-void PaintLayout(HDC surface, const std::shared_ptr<const TextLayout>& layout, const RECT& rect, UINT format) {
+void PaintLayout(HDC surface, Backend& backend, const std::shared_ptr<const TextLayout>& layout, const RECT& rect,
+                 UINT format) {
     std::int64_t y = TextTop(rect, layout->Height(), format);
     const RECT visible = ClipBox(ToBox(rect), surface->Bounds());
     for (std::size_t i = 0; i < layout->lines.size(); ++i, y += layout->lineHeight) {
@@ -81,8 +80,35 @@ void PaintLayout(HDC surface, const std::shared_ptr<const TextLayout>& layout, c
             break;
         if (y + layout->lineHeight <= visible.top)
             continue;
-        PaintLine(surface, layout, i, {LineLeft(rect, layout->lines[i].width, format), static_cast<int>(y)}, rect);
+        const POINT at{LineLeft(rect, layout->lines[i].width, format), static_cast<int>(y)};
+        PaintLine(surface, backend, layout, i, at, rect);
     }
+}
+
+/// How a text stands in a rectangle; for measuring, a wide word makes room for the others.
+std::shared_ptr<const TextLayout> LayOutIn(HDC surface, std::string_view bytes, const RECT& rect, UINT format) {
+    const bool singleLine = (format & DT_SINGLELINE) != 0;
+    if (singleLine || !(format & DT_WORDBREAK))
+        return LayOutText(surface->Face(), bytes, singleLine, kNoWrap);
+    const std::int64_t room = std::int64_t{rect.right} - rect.left;
+    const int wrapWidth = static_cast<int>(std::clamp<std::int64_t>(room, 0, INT32_MAX));
+    auto layout = LayOutText(surface->Face(), bytes, false, wrapWidth);
+    if ((format & DT_CALCRECT) && layout->width > wrapWidth)
+        layout = LayOutText(surface->Face(), bytes, false, layout->width);
+    return layout;
+}
+
+/// A single line is there without text, too.
+int HeightOf(const TextLayout& layout, UINT format) {
+    return format & DT_SINGLELINE ? layout.lineHeight : layout.Height();
+}
+
+int Measure(HDC surface, std::string_view bytes, RECT& rect, UINT format) {
+    const auto layout = LayOutIn(surface, bytes, rect, format);
+    const int height = HeightOf(*layout, format);
+    rect.right = AddEdge(rect.left, layout->width);
+    rect.bottom = AddEdge(rect.top, height);
+    return height;
 }
 
 } // namespace
@@ -90,30 +116,23 @@ void PaintLayout(HDC surface, const std::shared_ptr<const TextLayout>& layout, c
 BOOL TextOutA(HDC surface, int x, int y, const char* text, int length) {
     if (!IsSurface(surface) || !text)
         return FALSE;
-    const auto layout = LayOutText(surface->Face(), Bytes(*surface, text, length), true, kNoWrap);
-    for (std::size_t i = 0; i < layout->lines.size(); ++i)
-        PaintLine(surface, layout, i, {x, y}, surface->Bounds());
-    return TRUE;
+    return DrawOrFail(surface, [&](Backend* backend) {
+        const auto layout = LayOutText(surface->Face(), Bytes(*surface, text, length), true, kNoWrap);
+        for (std::size_t i = 0; backend && i < layout->lines.size(); ++i)
+            PaintLine(surface, *backend, layout, i, {x, y}, surface->Bounds());
+        return TRUE;
+    });
 }
 
 int DrawTextExA(HDC surface, char* text, int length, RECT* rect, UINT format, void*) {
     if (!IsSurface(surface) || !text || !rect)
         return 0;
-    const bool singleLine = (format & DT_SINGLELINE) != 0;
-    const bool wraps = (format & DT_WORDBREAK) && !singleLine;
-    const bool measures = (format & DT_CALCRECT) != 0;
-    const std::int64_t room = std::int64_t{rect->right} - rect->left;
-    const int wrapWidth = wraps ? static_cast<int>(std::clamp<std::int64_t>(room, 0, INT32_MAX)) : kNoWrap;
-    const std::string_view bytes = Bytes(*surface, text, length);
-    auto layout = LayOutText(surface->Face(), bytes, singleLine, wrapWidth);
-    if (measures && wraps && layout->width > wrapWidth) // a wide word makes room for the others in the measured box
-        layout = LayOutText(surface->Face(), bytes, singleLine, layout->width);
-    const int height = singleLine ? layout->lineHeight : layout->Height(); // a single line is there without text, too
-    if (measures) {
-        rect->right = AddEdge(rect->left, layout->width);
-        rect->bottom = AddEdge(rect->top, height);
-    } else {
-        PaintLayout(surface, layout, *rect, format);
-    }
-    return height;
+    if (format & DT_CALCRECT)
+        return OrFailure([&] { return Measure(surface, Bytes(*surface, text, length), *rect, format); });
+    return DrawOrFail(surface, [&](Backend* backend) {
+        const auto layout = LayOutIn(surface, Bytes(*surface, text, length), *rect, format);
+        if (backend)
+            PaintLayout(surface, *backend, layout, *rect, format);
+        return HeightOf(*layout, format);
+    });
 }

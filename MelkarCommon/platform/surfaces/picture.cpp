@@ -54,6 +54,12 @@ Backend& RecordPicture::Drawing() {
     return *m_backend;
 }
 
+void RecordPicture::Recover(std::size_t count) {
+    m_backend.reset();
+    if (count < m_ops.size())
+        m_ops.erase(m_ops.begin() + static_cast<std::ptrdiff_t>(count), m_ops.end());
+}
+
 Bitmap& StockBitmap() {
     static Bitmap none(Owner::Stock, std::in_place_type<NoPicture>);
     return none;
@@ -115,6 +121,24 @@ PixelPicture* PixelsOf(Picture& picture) {
                           [](RecordPicture&) -> PixelPicture* { return nullptr; },
                       },
                       picture);
+}
+
+std::size_t DrawnOn(const Picture& picture) {
+    return std::visit(Overloaded{
+                          [](const NoPicture&) { return std::size_t{0}; },
+                          [](const PixelPicture&) { return std::size_t{0}; },
+                          [](const RecordPicture& record) { return record.Ops().size(); },
+                      },
+                      picture);
+}
+
+void TakeBack(Picture& picture, std::size_t drawn) {
+    std::visit(Overloaded{
+                   [](NoPicture&) {},
+                   [](PixelPicture& pixels) { pixels.Recover(); },
+                   [&](RecordPicture& record) { record.Recover(drawn); },
+               },
+               picture);
 }
 
 RecordPicture* RecordOf(Picture& picture) { return std::get_if<RecordPicture>(&picture); }

@@ -42,6 +42,8 @@ public:
     /// Hands the memory out: from now on everything stands there after each call.
     const PixelBuffer& Expose();
     bool IsExposed() const { return m_isExposed; }
+    /// Drawing failed in the middle: the backend, which may have a clip still, is made anew.
+    void Recover() { m_backend.reset(); }
     /// What `GetObjectA` tells; the memory only where it is handed out.
     BITMAP Description() const;
 
@@ -67,6 +69,8 @@ public:
     Backend& Drawing();
     const std::vector<RecordedOp>& Ops() const { return m_ops; }
     void Mark(const CopyMark& mark) { m_ops.push_back({mark}); }
+    /// Drawing failed in the middle: the operations behind the first `count` go, the backend is made anew.
+    void Recover(std::size_t count);
 
 private:
     DeviceSize m_size;
@@ -101,6 +105,10 @@ Backend* DrawingOn(Picture& picture);
 bool IsExposed(const Picture& picture);
 /// For whoever wants to see pixels; null if there are none.
 PixelPicture* PixelsOf(Picture& picture);
+/// How much is drawn that `TakeBack` can take back again.
+std::size_t DrawnOn(const Picture& picture);
+/// Takes back what was drawn since; on pixels it stands.
+void TakeBack(Picture& picture, std::size_t drawn);
 /// Null for other kinds.
 RecordPicture* RecordOf(Picture& picture);
 

@@ -1,6 +1,21 @@
+#include <MelkarCommon/platform/files/log_sink.h>
 #include <MelkarCommon/platform/surfaces/target.h>
 
 namespace melkar {
+
+namespace {
+
+/// Abandons a document on which something is missing.
+void Spoil(PageFile& pages) {
+    pages.Abandon();
+    try {
+        Report("no memory to draw on a page: its file is given up");
+    } catch (...) {
+        return; // nor for the line
+    }
+}
+
+} // namespace
 
 Bitmap* PictureTarget::Select(Bitmap& bitmap) {
     const bool isOfAnotherSurface = bitmap.owner == Owner::Surface && &bitmap != m_own.get();
@@ -46,6 +61,27 @@ bool IsExposed(const Target& target) {
                           [](const PrinterTarget&) { return false; },
                       },
                       target);
+}
+
+std::size_t DrawnOn(const Target& target) {
+    return std::visit(Overloaded{
+                          [](const PictureTarget& picture) { return DrawnOn(picture.Now()); },
+                          [](const PageTarget&) { return std::size_t{0}; },
+                          [](const PrinterTarget&) { return std::size_t{0}; },
+                      },
+                      target);
+}
+
+void TakeBack(Target& target, std::size_t drawn) {
+    std::visit(Overloaded{
+                   [&](PictureTarget& picture) { TakeBack(picture.Now(), drawn); },
+                   [](PageTarget& page) { Spoil(*page.page); },
+                   [](PrinterTarget& printer) {
+                       if (printer.document)
+                           Spoil(*printer.document->pages);
+                   },
+               },
+               target);
 }
 
 Bitmap* SelectOn(Target& target, Bitmap& bitmap) {

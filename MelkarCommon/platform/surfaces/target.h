@@ -65,6 +65,11 @@ Backend* DrawingOn(Target& target);
 Picture* PictureOf(Target& target);
 /// Whether anybody may look at it after any call, so that nothing may wait.
 bool IsExposed(const Target& target);
+/// How much is drawn that `TakeBack` can take back again.
+std::size_t DrawnOn(const Target& target);
+/// A call failed in the middle: takes back what was drawn since. No file comes of a page, with a log line: it would
+/// lack something. On pixels a part of what was to be drawn may stand.
+void TakeBack(Target& target, std::size_t drawn);
 /// @return the former bitmap; null, with nothing changed, for a bitmap that is selected elsewhere, and on pages.
 Bitmap* SelectOn(Target& target, Bitmap& bitmap);
 /// The surface goes. @return false if a file was to come of it and none did

@@ -38,7 +38,12 @@ void WaitingLines::DrawAndGoOn(Backend& backend) {
 /// path now takes a short cut, which is never drawn: those lines stand on the pixels. A pattern has no corners there.
 void WaitingLines::DrawAtOnce(Backend& backend) {
     constexpr std::ptrdiff_t kEnd = 2;
-    Draw(backend);
+    try {
+        Draw(backend);
+    } catch (...) {
+        Forget(); // it is not to be drawn later
+        throw;
+    }
     if (!m_stroke.IsSolid())
         m_points.erase(m_points.begin(), m_points.end() - 1);
     else if (m_points.size() > 2 * kEnd)

@@ -45,6 +45,11 @@ TEST(Copies, MasksLoadedAtAnotherSizeKeepTheirEdge) {
             EXPECT_TRUE(BitBlt(to, 0, 0, 7, 1, from, 0, 0, operation));
             return Row(to);
         };
+        const HBITMAP other = CreateCompatibleBitmap(nullptr, 1, 1);
+        SelectObject(from, other); // moved and selected anew, but not drawn on
+        SelectObject(from, mask);
+        MoveToEx(from, 1, 1, nullptr);
+        DeleteObject(other);
         EXPECT_EQ(copied(RGB(255, 255, 255), SRCCOPY), "##???...") << "smooth: 3 of 7 pixels lie between the centres";
         EXPECT_EQ(copied(RGB(255, 255, 255), SRCAND), "###.....") << "the centre of the fourth lies on the second half";
         EXPECT_EQ(copied(RGB(0, 0, 0), SRCPAINT), "###....#");

@@ -144,10 +144,10 @@ protected:
         HBITMAP picture = Load("picture.png");
         DrawRoundShapes(s);
         DrawRectanglesAndRegions(s);
-        DrawPaths(s);
         DrawLines(s);
         DrawPicture(s, picture);
         DrawTexts(s);
+        DrawPaths(s); // they wait: whatever ends a drawing draws them
         DeleteObject(picture);
     }
     std::uint32_t At(int x, int y) const {
@@ -207,13 +207,6 @@ polygon 180,60 200,100 150,75 210,75 160,100 fill #C85014
 polygon 0,230 1073741824,230 0,1073741824 0,230 1073741824,230 0,1073741824 winding fill #C85014
 polygon 290,60 298,100 282,100 fill #C85014
 polygon 205,160 205,130 210,110 213,150 220,105 230,140 236,160 fill #C85014
-line 250,170 300,170 #C85014 w6
-line 300,170 300,190 #C85014 w6
-line 300,190 250,190 #C85014 w6
-line 250,190 250,170 #C85014 w6
-line 250,200 265,222 #C85014 w6
-line 265,222 280,200 #C85014 w6
-line 280,200 295,222 #C85014 w6
 line 220,65 280,95 #145AA0 w6
 line 280,95 220,85 #C85014 w5 dash 18,6 gaps #FAC85A
 line 10,220 140,220 #C85014 w5 dash 18,6 gaps #FAC85A
@@ -228,6 +221,13 @@ text "HI" 10,150 48x50 "DejaVu Sans 40 bold" #145AA0
 text "HI" 90,215 48x50 "DejaVu Sans 40 bold" #145AA0 angle 900
 text "HI" 290,110 48x50 "DejaVu Sans 40 bold" #145AA0 angle 2700
 text "HI" 170,190 48x50 "DejaVu Sans 40 bold" #145AA0 angle 300
+line 250,170 300,170 #C85014 w6
+line 300,170 300,190 #C85014 w6
+line 300,190 250,190 #C85014 w6
+line 250,190 250,170 #C85014 w6
+line 250,200 265,222 #C85014 w6
+line 265,222 280,200 #C85014 w6
+line 280,200 295,222 #C85014 w6
 )");
     DeleteDC(record);
 }

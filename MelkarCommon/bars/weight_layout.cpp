@@ -1,7 +1,7 @@
 #include <MelkarCommon/bars/weight_layout.h>
 
 #include <MelkarCommon/bars/bar_layout.h>
-#include <MelkarCommon/platform/measures.h>
+#include <MelkarCommon/support/bounds.h>
 #include <MelkarCommon/support/numbers.h>
 
 #include <algorithm>
@@ -46,7 +46,7 @@ int WeightX(const CRect& canvas, int row, int rows) {
 int TargetWeightY(const ScalePixels& on, double target) {
     const auto range = std::max<std::int64_t>(1, static_cast<std::int64_t>(on.scale.max - on.scale.min));
     const std::int64_t rise = Truncate((target - on.scale.min) * on.Height()) / range;
-    return on.bottom - static_cast<int>(std::clamp<std::int64_t>(rise, -kFarOff, kFarOff));
+    return on.bottom - Edge(static_cast<double>(rise));
 }
 
 int WeightY(const ScalePixels& on, double weight) {

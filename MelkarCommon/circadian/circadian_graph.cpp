@@ -6,6 +6,7 @@
 #include <MelkarCommon/frame/text_limits.h>
 #include <MelkarCommon/platform/desktop.h>
 #include <MelkarCommon/platform/scoped.h>
+#include <MelkarCommon/support/bounds.h>
 
 #include <algorithm>
 #include <iterator>
@@ -83,7 +84,7 @@ void CCircadianGraph::Set(HWND window, HDC dc, CRect area, CString extra1, CStri
                           float exercise) {
     m_hWnd = window;
     m_hDC = dc;
-    m_rcGraph = area;
+    m_rcGraph = melkar::MakesSense(area) ? area : CRect();
     m_strExtra1 = std::move(extra1);
     m_strExtra2 = std::move(extra2);
     m_dModerateFrom = from;

@@ -1,5 +1,6 @@
 #include <MelkarCommon/declarative/circle_graph_base.h>
 
+#include <MelkarCommon/declarative/panel_layout.h>
 #include <MelkarCommon/declarative/pie_layout.h>
 #include <MelkarCommon/frame/key_table.h>
 #include <MelkarCommon/platform/drawing.h>
@@ -68,7 +69,7 @@ void CCircleGraphBase::CalcSum() {
 
 void CCircleGraphBase::DrawGraph(CRect graph) {
     CalcSum();
-    if (graph.Width() <= 0 || graph.Height() <= 0)
+    if (!melkar::HasRoom(graph))
         return;
     const PieSquare pie = melkar::PieSquareOf(graph);
     for (const PieSlice& slice : melkar::PieSlicesOf(Values(), m_fMinRate))
@@ -88,6 +89,8 @@ void CCircleGraphBase::DrawSlice(const PieSquare& pie, const PieSlice& slice) {
 }
 
 void CCircleGraphBase::DrawValueLabel(CRect square) {
+    if (!melkar::MakesSense(square))
+        return;
     const PieSquare pie{square, square.Width() / 2};
     const ScopedBkMode transparent(m_hMemDC, TRANSPARENT);
     const melkar::FigureFormat format(m_strValueFormat, kWholeFigure);

@@ -49,8 +49,6 @@ struct OwnedPen {
     const HPEN handle;
 };
 
-bool HasArea(const CRect& box) { return box.Width() > 0 && box.Height() > 0; }
-
 /// The value at division `index` of `count`; in double, as the figures are formatted.
 double ValueAt(float min, float max, int count, int index) { return min + index * ((double(max) - min) / count); }
 
@@ -98,7 +96,7 @@ void CGraphBase::DrawNotes() {
 }
 
 void CGraphBase::DrawTitle(CRect box, UINT format) {
-    if (m_nTitleHeight == 0 || !HasArea(box))
+    if (m_nTitleHeight == 0 || !melkar::HasRoom(box))
         return;
     DrawRectangle(m_hMemDC, box, m_crTitleBk, m_crTitleBk, 0);
     const Font face(m_strFont, FontStyleBold, m_nTitleFont, 0);
@@ -109,7 +107,7 @@ void CGraphBase::DrawTitle(CRect box, UINT format) {
 
 /// An area without width or height, or one that offsets turned inside out, shows nothing, no scale either.
 void CGraphBase::DrawGraph(CRect graph) {
-    if (!HasArea(graph))
+    if (!melkar::HasRoom(graph))
         return;
     DrawBackGround(graph);
     DrawGrid(graph);
@@ -217,6 +215,8 @@ void CGraphBase::DrawVScaleLabelL(CRect strip) { DrawUpwardCaption(strip, m_strV
 void CGraphBase::DrawVScaleLabelR(CRect strip) { DrawUpwardCaption(strip, m_strVLabelR, m_nVLabelFontR); }
 
 void CGraphBase::DrawUpwardCaption(const CRect& strip, const CString& caption, int fontHeight) {
+    if (!melkar::MakesSense(strip))
+        return;
     const Font face(m_strFont, FontStyleBold, fontHeight, kUpwards);
     const ScopedSelection font(m_hMemDC, face.GetHFONT());
     const CRect size = MeasureText(caption, DT_CALCRECT | DT_BOTTOM | DT_CENTER, strip);
@@ -231,7 +231,7 @@ void CGraphBase::DrawHScaleLabel(CRect strip) {
 }
 
 void CGraphBase::DrawNote(CRect box) {
-    if (!HasArea(box))
+    if (!melkar::HasRoom(box))
         return;
     DrawRectangle(m_hMemDC, box, m_crNoteBk, m_crNoteBk, 0);
     DrawNoteMark(melkar::NoteMarks(box, m_nNoteMarkWidth));
@@ -245,6 +245,8 @@ void CGraphBase::DrawNote(CRect box) {
 /// In a cell smaller than two insets a mark is inside out; it is painted all the same, so that a narrow column has
 /// colours.
 void CGraphBase::DrawNoteMark(CRect column) {
+    if (!melkar::MakesSense(column))
+        return;
     for (int row = 0; row < GetNoteLabelCount(); ++row) {
         CRect mark = melkar::NoteRow(column, GetNoteLabelCount(), row);
         mark.DeflateRect(kMarkInset, kMarkInset);

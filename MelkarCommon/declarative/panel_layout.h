@@ -1,8 +1,7 @@
 #pragma once
 
 #include <MelkarCommon/platform/geometry.h>
-#include <MelkarCommon/platform/measures.h>
-#include <MelkarCommon/support/numbers.h>
+#include <MelkarCommon/support/bounds.h>
 
 #include <algorithm>
 #include <cstdint>
@@ -24,8 +23,8 @@
 
 namespace melkar {
 
-/// No edge lies beyond `kFarOff`.
-inline int Edge(double position) { return std::clamp(Truncate(position), -kFarOff, kFarOff); }
+/// Whether a piece can show anything: a host's own step may be given any rectangle.
+constexpr bool HasRoom(const CRect& box) { return MakesSense(box) && box.Width() > 0 && box.Height() > 0; }
 
 /// Distances of a piece from the four edges of the panel, inwards.
 struct PanelOffsets {

@@ -8,6 +8,7 @@
 #include <MelkarCommon/platform/drawing.h>
 #include <MelkarCommon/platform/measures.h>
 #include <MelkarCommon/platform/scoped.h>
+#include <MelkarCommon/support/bounds.h>
 #include <MelkarCommon/support/chart_font.h>
 #include <MelkarCommon/support/ring_log.h>
 #include <MelkarCommon/support/support.h>
@@ -18,15 +19,6 @@
 
 using melkar::DayStatus;
 using melkar::ScopedFont;
-
-namespace {
-
-bool MakesSense(const CRect& area) {
-    const auto fits = [](int edge) { return edge >= -melkar::kFarOff && edge <= melkar::kFarOff; };
-    return fits(area.left) && fits(area.top) && fits(area.right) && fits(area.bottom);
-}
-
-} // namespace
 
 struct CGraph::KeyRows : melkar::Keys<CGraph> {
     static constexpr Row rows[] = {
@@ -112,7 +104,7 @@ long CGraph::Draw(CRect area, char* path) { return melkar::RunCycle(*this, Cycle
 long CGraph::PrepareCycle(const CRect& area) {
     if (!m_hDC)
         return melkar::kNoSurface;
-    if (!MakesSense(area)) {
+    if (!melkar::MakesSense(area)) {
         melkar::LogText("CGraph::Draw: rectangle beyond all bounds");
         return melkar::kDrawFailed;
     }

@@ -1,6 +1,7 @@
 #include <MelkarCommon/frame/scale.h>
 
 #include <MelkarCommon/platform/measures.h>
+#include <MelkarCommon/support/bounds.h>
 #include <MelkarCommon/support/numbers.h>
 
 #include <algorithm>
@@ -50,7 +51,7 @@ int FigureFromZeroY(const ScalePixels& on, double value) {
         return on.top;
     if (!(scale.max > 0))
         return on.bottom; // nothing to measure by
-    return Truncate(std::clamp<double>(on.bottom - std::trunc(value / scale.max * on.Height()), -kFarOff, kFarOff));
+    return Edge(on.bottom - std::trunc(value / scale.max * on.Height()));
 }
 
 int TargetY(const ScalePixels& on, double value) {

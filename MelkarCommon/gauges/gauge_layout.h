@@ -1,9 +1,8 @@
 #pragma once
 
 #include <MelkarCommon/platform/geometry.h>
-#include <MelkarCommon/platform/measures.h>
 #include <MelkarCommon/platform/types.h>
-#include <MelkarCommon/support/numbers.h>
+#include <MelkarCommon/support/bounds.h>
 
 #include <algorithm>
 #include <cmath>
@@ -50,9 +49,7 @@ struct GaugeScale {
 
 private:
     double Width() const { return double{1} * right - left; }
-    int Cut(double x) const {
-        return min == max || std::isnan(x) ? left : Truncate(std::clamp<double>(x, -kFarOff, kFarOff));
-    }
+    int Cut(double x) const { return min == max || std::isnan(x) ? left : Edge(x); }
 };
 
 /// The band of the bar.

@@ -3,6 +3,7 @@
 #include <MelkarCommon/platform/drawing.h>
 #include <MelkarCommon/platform/scoped.h>
 #include <MelkarCommon/reports/report_header_layout.h>
+#include <MelkarCommon/support/bounds.h>
 #include <MelkarCommon/support/support.h>
 
 using namespace melkar; // NOLINT(google-build-using-namespace): cells by their names
@@ -32,6 +33,8 @@ int CGraphHeader::CalcRect(HDC surface, CRect block, CString dataFile) {
 }
 
 int CGraphHeader::Draw(HDC, CRect block, CString) {
+    if (!MakesSense(block))
+        return BelowHeader(m_rcCells[B6]);
     const ScopedFont font(m_hDC, HeaderFont(m_hDC, m_nHeaderSize));
     DrawRectangle(m_hDC, block, kWhite, kBlack, 1);
     for (const HeaderCell cell : {A0, A3, G0, C3, E3})

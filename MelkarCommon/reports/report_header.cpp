@@ -4,6 +4,7 @@
 #include <MelkarCommon/platform/drawing.h>
 #include <MelkarCommon/platform/scoped.h>
 #include <MelkarCommon/reports/header_rows.h>
+#include <MelkarCommon/support/bounds.h>
 #include <MelkarCommon/support/chart_font.h>
 #include <MelkarCommon/support/support.h>
 #include <MelkarCommon/support/text_measure.h>
@@ -222,7 +223,8 @@ int CReportHeader::Draw(HDC surface, CRect block, CString) {
     COleDateTime today;
     today = now;
     Put(m_szDate, Spaced(FormatDateEx(today.Format("%Y%m%d"), m_strDateFormatType, m_strLocale)));
-    DrawRectangle(surface, block, kWhite, kWhite, 0);
+    if (melkar::MakesSense(block))
+        DrawRectangle(surface, block, kWhite, kWhite, 0);
     return 0;
 }
 

@@ -1,5 +1,9 @@
 #include <MelkarCommon/reports/report_header_layout.h>
 
+#include <MelkarCommon/support/bounds.h>
+
+#include <algorithm>
+
 namespace melkar {
 namespace {
 
@@ -33,6 +37,9 @@ void LayOutTopRight(HeaderCells& cells, const CRect& block, const HeaderSamples&
     cells[G0] = {cells[H0].left - samples.label4.width, block.top, cells[H0].left, bottom};
 }
 
+/// No cell of a block that makes no sense; those of a host stay.
+void EmptyCells(HeaderCells& cells) { std::fill_n(cells.begin(), H5 + 1, CRect()); }
+
 /// Columns A and B down to row 3, row 3, and the pair at the top right. @return the height of a row
 int LayOutUpperRows(HeaderCells& cells, const CRect& block, const HeaderSamples& samples) {
     const int height = samples.label1.height + 1;
@@ -48,6 +55,8 @@ int LayOutUpperRows(HeaderCells& cells, const CRect& block, const HeaderSamples&
 } // namespace
 
 void LayOutGraphHeader(HeaderCells& cells, const CRect& block, const HeaderSamples& samples) {
+    if (!MakesSense(block))
+        return EmptyCells(cells);
     const int height = LayOutUpperRows(cells, block, samples);
     Continue(cells, A3, A6, height);
     Continue(cells, B3, B6, height);
@@ -62,6 +71,8 @@ void LayOutGraphHeader(HeaderCells& cells, const CRect& block, const HeaderSampl
 }
 
 void LayOutCircadianHeader(HeaderCells& cells, const CRect& block, const HeaderSamples& samples) {
+    if (!MakesSense(block))
+        return EmptyCells(cells);
     const int height = LayOutUpperRows(cells, block, samples);
     cells[B4] = Below(cells[B3], height);
     cells[C4] = Below(cells[C3], height);

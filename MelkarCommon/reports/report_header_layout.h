@@ -13,7 +13,7 @@ inline int BelowHeader(const CRect& cell) {
     return cell.bottom + kRoom;
 }
 
-/// The whole grid.
+/// The whole grid. No cell has an area in a block that makes no sense.
 void LayOutGraphHeader(HeaderCells& cells, const CRect& block, const HeaderSamples& samples);
 /// Rows 0 to 4 of it, column F in row 3 alone; other cells stay.
 void LayOutCircadianHeader(HeaderCells& cells, const CRect& block, const HeaderSamples& samples);

@@ -213,6 +213,10 @@ TEST_F(CircadianGraph, SetReplacesTheWholeDay) {
     EXPECT_EQ(graph.m_saLevelMinutes.GetSize(), 0) << "no array is an empty one";
     EXPECT_EQ(graph.m_saEvents.GetSize(), 0);
     EXPECT_EQ(graph.m_dIntensity[3], 0) << "no values are a day at rest";
+    for (const CRect& area : {CRect(5, 6, 70, 80), CRect(0, 0, 9, INT_MAX)}) { // beyond all bounds: no area
+        graph.Set(nullptr, m_record, area, "", "", 4, 6, nullptr, "", 1, 0, nullptr, nullptr, 0, 1, 2, 3, 0, 0, 0);
+        EXPECT_EQ(graph.m_rcGraph, area.left == 5 ? area : CRect());
+    }
 }
 
 TEST_F(CircadianGraph, WithoutADayThereIsAnEmptyOneWithTheUsualBounds) {

@@ -1,7 +1,10 @@
 #include <MelkarCommon/bars/bar_graph.h>
+#include <MelkarCommon/circadian/circadian_graph.h>
 #include <MelkarCommon/frame/results.h>
 #include <MelkarCommon/registry/catalogue.h>
 #include <MelkarCommon/registry/key_reference.h>
+#include <MelkarCommon/reports/circadian_graph_header.h>
+#include <MelkarCommon/reports/graph_header.h>
 #include <frame/host_fixture.h>
 
 #include <algorithm>
@@ -56,6 +59,11 @@ std::string ProfileOf(const melkar::GraphClass& graph, const std::string& value)
     return common + own;
 }
 
+constexpr CRect kAreas[] = {
+    {0, 0, 160, 120},   {5, 5, 4, 4},         {0, 0, 0, 120},           {300, 200, 0, 0},
+    {-50, -50, 40, 30}, {0, 0, 1 << 24, 300}, {INT_MIN, 0, INT_MAX, 9}, {INT_MAX - 9, INT_MAX - 9, INT_MAX, INT_MAX},
+};
+
 /// Whatever profile, file and place say: a picture, at once, or a refusal.
 class Anything : public HostTest, public testing::WithParamInterface<const char*> {};
 
@@ -72,10 +80,11 @@ TEST_P(Anything, IsDrawnByEveryClass) {
             const auto shown = graph.make(nullptr, screen, "OWN", screen, screen, screen);
             const auto direct = graph.make(nullptr, record, "OWN", nullptr, nullptr, nullptr);
             direct->SetDirectOutput(1);
-            for (const CRect& area :
-                 {CRect(0, 0, 160, 120), CRect(5, 5, 4, 4), CRect(0, 0, 0, 120), CRect(300, 200, 0, 0),
-                  CRect(-50, -50, 40, 30), CRect(0, 0, 1 << 24, 300), CRect(INT_MIN, 0, INT_MAX, 9)})
+            for (const CRect& area : kAreas)
                 for (CGraph* each : {shown.get(), direct.get()}) {
+                    if (auto* day = dynamic_cast<CCircadianGraph*>(each); day)
+                        day->Set(nullptr, each == direct.get() ? record : screen, area, "", "", 4, 6, nullptr,
+                                 "20260301", 1, 0, nullptr, nullptr, 0, 1, 2, 3, 4, 1, 1);
                     const long result = each->Draw(area, DataFile(data).data());
                     EXPECT_STRNE(melkar::ResultText(result), "unknown result") << graph.name;
                     if (auto* chart = dynamic_cast<CBarGraph*>(each); chart) {
@@ -88,6 +97,20 @@ TEST_P(Anything, IsDrawnByEveryClass) {
         DeleteDC(screen);
         DeleteDC(record);
     }
+}
+
+TEST_P(Anything, IsTakenByTheHeadsOfReports) {
+    const std::string value = "=" + std::string(GetParam()) + "\n";
+    m_files.Write("conf/graph.cnf",
+                  "[OWN]\nHEADER_SIZE" + value + "1ST_LABEL" + value + "1ST_TEXT" + value + "4TH_TEXT" + value);
+    CGraphHeader painting("OWN");
+    CCircadianGraphHeader silent("OWN");
+    for (const CRect& area : kAreas)
+        for (CReportHeader* each : {static_cast<CReportHeader*>(&painting), static_cast<CReportHeader*>(&silent)}) {
+            const int below = each->CalcRect(m_record, area, "no-such.csv");
+            EXPECT_EQ(each->Draw(m_record, area, ""), below);
+            each->CReportHeader::Draw(m_record, area, "");
+        }
 }
 INSTANTIATE_TEST_SUITE_P(Catalogue, Anything,
                          testing::Values("", "1", "-1", "2147483647", "-2147483648", "nan,1e308,%n"));

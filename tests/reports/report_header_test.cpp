@@ -39,6 +39,17 @@ TEST(ReportHeaderLayout, CircadianBlockEndsWithRow4) {
         EXPECT_EQ(c[cell], CRect()) << cell;
 }
 
+TEST(ReportHeaderLayout, BlockThatMakesNoSenseHasNoCells) {
+    for (const auto layOut : {LayOutGraphHeader, LayOutCircadianHeader}) {
+        HeaderCells c;
+        c.fill(kBlock);
+        layOut(c, {0, 0, INT_MAX, 9}, kSamples);
+        EXPECT_EQ(c[A0], CRect());
+        EXPECT_EQ(c[H5], CRect());
+        EXPECT_EQ(c[H5 + 1], kBlock) << "a host's own stays";
+    }
+}
+
 TEST(TextSlot, CutsBetweenCharacters) {
     TextSlot slot;
     slot = CString((std::string(254, 'x') + "\xC3\xA9").c_str());

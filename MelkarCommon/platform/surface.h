@@ -61,7 +61,9 @@ struct PictureFormat {
 };
 MELKAR_API std::vector<PictureFormat> PictureFormats();
 
-/// The same in the format of the path's suffix, in any case. @param format a suffix that counts in its place
+/// The same in the format of the path's suffix, in any case. `errno` is ENOTSUP for a format that isn't listed, EFBIG
+/// for more pixels than it takes, ELIBACC where its library is missing. @param format a suffix that counts in the
+/// path's place
 MELKAR_API int WritePicture(HDC surface, const char* path, const char* format = nullptr);
 
 /// One drawing operation a line, in the order of drawing; empty for a surface that records nothing, and without memory.

@@ -1,5 +1,6 @@
 #include <MelkarCommon/platform/files/new_file.h>
 #include <MelkarCommon/platform/images/encoders.h>
+#include <MelkarCommon/platform/seam/color.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -53,7 +54,6 @@ int WriteBytes(const std::uint8_t* bytes, std::size_t count, const WebPPicture* 
 
 /// The codec gets a copy, since it works on what it gets.
 void CopyOpaque(const PixelBuffer& pixels, const WebPPicture& picture) {
-    constexpr std::uint32_t kOpaque = 0xFF000000U;
     for (int y = 0; y < pixels.height; ++y) {
         const std::uint32_t* row = PixelAt(pixels, 0, y);
         std::transform(row, row + pixels.width, picture.argb + std::ptrdiff_t{y} * picture.argb_stride,

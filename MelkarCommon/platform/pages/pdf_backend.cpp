@@ -1,5 +1,6 @@
 #include <MelkarCommon/platform/cairo/handles.h>
 #include <MelkarCommon/platform/cairo/shapes.h>
+#include <MelkarCommon/platform/cairo/streams.h>
 #include <MelkarCommon/platform/pages/ink.h>
 #include <MelkarCommon/platform/pages/page_formats.h>
 #include <MelkarCommon/platform/seam/box.h>
@@ -19,10 +20,6 @@
 namespace melkar {
 
 namespace {
-
-cairo_status_t WriteBytes(void* file, const unsigned char* bytes, unsigned int count) noexcept {
-    return static_cast<NewFile*>(file)->Write(bytes, count) ? CAIRO_STATUS_SUCCESS : CAIRO_STATUS_WRITE_ERROR;
-}
 
 /// Builds that have to give the same bytes each time set the date in the environment.
 std::optional<std::time_t> DateFromEnvironment() {
@@ -46,7 +43,7 @@ void SetInfo(cairo_surface_t* pdf, const DocumentInfo& info) {
 }
 
 CairoSurface MakeSurface(NewFile* file, const Sheet& sheet, const DocumentInfo& info) {
-    CairoSurface pdf(cairo_pdf_surface_create_for_stream(WriteBytes, file, sheet.width, sheet.height));
+    CairoSurface pdf(cairo_pdf_surface_create_for_stream(WriteToFile, file, sheet.width, sheet.height));
     SetInfo(pdf.get(), info);
     return pdf;
 }

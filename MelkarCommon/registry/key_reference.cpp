@@ -1,9 +1,6 @@
 #include <MelkarCommon/registry/key_reference.h>
 
 #include <MelkarCommon/registry/catalogue.h>
-#include <MelkarCommon/registry/starters.h>
-#include <MelkarCommon/reports/report.h>
-#include <MelkarCommon/reports/report_header.h>
 
 #include <algorithm>
 #include <optional>
@@ -57,35 +54,30 @@ std::optional<KeyInfo> FindRow(const std::vector<ClassKeys>& tables, std::string
 }
 
 /// A line that no row reads is no help to anybody: it is left out.
-KindKeys MakeKind(const char* kind, const char* className, std::vector<ClassKeys> tables, const char* starter) {
-    KindKeys made{kind, className, std::move(tables), {}};
-    std::istringstream lines(starter);
+KindKeys KeysOf(const KindRow& row) {
+    KindKeys made{row.kind, row.className, KeysReadBy(row), {}};
+    std::istringstream lines(row.starter);
     for (std::string line; std::getline(lines, line);)
-        if (const auto row = FindRow(made.tables, line.substr(0, line.find('='))))
-            made.starter.push_back({*row, line});
+        if (const auto key = FindRow(made.tables, line.substr(0, line.find('='))))
+            made.starter.push_back({*key, line});
     return made;
 }
 
-const std::vector<KindKeys>& AllKinds() {
-    static const std::vector<KindKeys> kinds = [] {
-        std::vector<KindKeys> all;
-        for (const GraphClass& graph : Catalogue())
-            if (*graph.kind)
-                all.push_back(MakeKind(graph.kind, graph.name, KeysReadBy(graph), graph.starter));
-        // A report draws no graph of its own, so it isn't in the catalogue.
-        all.push_back(MakeKind("report", "CReportHeader", {CReport::ProfileKeys(), CReportHeader::ProfileKeys()},
-                               starters::kReport));
-        return all;
-    }();
-    return kinds;
+/// Of the kinds that have a profile of their own.
+std::vector<KindKeys> AllKinds() {
+    std::vector<KindKeys> all;
+    for (const KindRow& row : Catalogue())
+        if (*row.starter)
+            all.push_back(KeysOf(row));
+    return all;
 }
 
-/// Null if there is no kind of that name.
-const KindKeys* FindKind(std::string_view name) {
-    for (const KindKeys& kind : AllKinds())
-        if (kind.kind == name)
-            return &kind;
-    return nullptr;
+/// Those of the kind whose profile it is drawn by; none if there is no such kind, or it reads no keys.
+std::optional<KindKeys> KeysOfKind(std::string_view name) {
+    const KindRow* row = FindKind(name);
+    if (row && *row->keysOf)
+        return KeysOfKind(row->keysOf);
+    return row && *row->starter ? std::optional(KeysOf(*row)) : std::nullopt;
 }
 
 const char* TypeName(KeyType type) {
@@ -161,15 +153,15 @@ bool Reads(const KindKeys& kind, std::string_view className) {
                        [&](const ClassKeys& table) { return table.className == className; });
 }
 
-std::vector<const KindKeys*> KindsThatRead(std::string_view className) {
+std::vector<const KindKeys*> KindsThatRead(const std::vector<KindKeys>& all, std::string_view className) {
     std::vector<const KindKeys*> kinds;
-    for (const KindKeys& kind : AllKinds())
+    for (const KindKeys& kind : all)
         if (Reads(kind, className))
             kinds.push_back(&kind);
     return kinds;
 }
 
-std::string KindRow(const KindKeys& kind) {
+std::string RowOfKind(const KindKeys& kind) {
     std::string tables;
     for (const ClassKeys& one : kind.tables)
         tables += std::string(tables.empty() ? "" : ", ") + one.className;
@@ -180,11 +172,9 @@ std::string KindRow(const KindKeys& kind) {
 
 std::vector<ClassKeys> AllProfileKeys() {
     std::vector<ClassKeys> all;
-    for (const GraphClass& graph : Catalogue())
-        if (graph.keys)
-            all.push_back(graph.keys());
-    all.push_back(CReport::ProfileKeys());
-    all.push_back(CReportHeader::ProfileKeys());
+    for (const KindRow& row : Catalogue())
+        if (row.keys)
+            all.push_back(row.keys());
     return all;
 }
 
@@ -196,27 +186,28 @@ std::string KeyReference() {
                        "needs. `melkar keys KIND` prints the keys of one kind, and with `--profile` a profile to start "
                        "from.\n\n"
                        "| Kind | Class | Reads the keys of |\n|---|---|---|\n";
-    for (const KindKeys& kind : AllKinds())
-        page += KindRow(kind);
+    const std::vector<KindKeys> kinds = AllKinds();
+    for (const KindKeys& kind : kinds)
+        page += RowOfKind(kind);
     for (const ClassKeys& one : AllProfileKeys())
-        page += Table(one, KindsThatRead(one.className));
+        page += Table(one, KindsThatRead(kinds, one.className));
     return page;
 }
 
 std::string KeyReferenceOf(std::string_view name) {
-    const KindKeys* kind = FindKind(name);
+    const std::optional<KindKeys> kind = KeysOfKind(name);
     if (!kind)
         return "";
     std::string page = "# Profile keys of `" + kind->kind + "`\n\nThe keys of `graph.cnf` that " + kind->className +
                        " reads. \"own\" is the section that it was made with. Without the keys that are needed it "
                        "isn't readable.\n";
     for (const ClassKeys& one : kind->tables)
-        page += Table(one, {kind});
+        page += Table(one, {&*kind});
     return page;
 }
 
 std::string StarterProfile(std::string_view name, const std::string& section) {
-    const KindKeys* kind = FindKind(name);
+    const std::optional<KindKeys> kind = KeysOfKind(name);
     if (!kind)
         return "";
     std::string common = "[COMMON]\n";

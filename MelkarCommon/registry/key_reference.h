@@ -8,8 +8,7 @@
 #include <vector>
 
 /// @file
-/// Profiles explained, from the tables that the constructors read by. A kind is that of a graph class in the
-/// catalogue, or "report": the heading block of a report, which draws no graph.
+/// Profiles explained, from the tables that the constructors read by. A kind is one of the catalogue.
 
 namespace melkar {
 

@@ -1,5 +1,5 @@
 #include <MelkarCommon/bars/bar_graph.h>
-#include <MelkarCommon/circadian/circadian_graph.h>
+#include <MelkarCommon/bars/step_graph.h>
 #include <MelkarCommon/frame/results.h>
 #include <MelkarCommon/registry/catalogue.h>
 #include <MelkarCommon/registry/key_reference.h>
@@ -13,34 +13,63 @@
 
 namespace {
 
+/// What a host derives.
+class HostSteps : public CStepGraph {
+public:
+    using CStepGraph::CStepGraph;
+};
+
+TEST(Catalogue, HostsAddRows) {
+    const auto rows = melkar::Catalogue().size();
+    melkar::KindRow row{"host", "HostSteps", "CStepGraph", "steps of a host", "TITLELABEL=Mine"};
+    row.make = melkar::MakeGraph<HostSteps>;
+    const struct Case {
+        const char* why;
+        const char *kind, *className, *base, *keysOf;
+    } refused[] = {
+        {"its base isn't there", "host", "HostSteps", "Unknown", ""},
+        {"a kind that is there", "steps", "HostSteps", "CStepGraph", ""},
+        {"a class that is there", "host", "CStepGraph", "CLineGraph", ""},
+        {"keys of its own kind: for ever", "host", "HostSteps", "CStepGraph", "host"},
+    };
+    for (const Case& c : refused)
+        EXPECT_FALSE(melkar::Register({c.kind, c.className, c.base, "", "", nullptr, nullptr, nullptr, c.keysOf}))
+            << c.why;
+    EXPECT_EQ(melkar::Catalogue().size(), rows);
+    EXPECT_TRUE(melkar::Register(row));
+    EXPECT_EQ(melkar::FindClass("HostSteps"), melkar::FindKind("host"));
+    EXPECT_EQ(melkar::KeysReadBy(*melkar::FindKind("host")).size(), 3U) << "those of its bases";
+    EXPECT_EQ(melkar::FilesReadBy(*melkar::FindKind("host")).at(0).columns.size(), 7U) << "as of steps";
+    EXPECT_NE(melkar::KeyReference().find("| `host` | HostSteps |"), std::string::npos);
+}
+
 TEST(Catalogue, BasesAndKindsAreNamedOnce) {
     std::set<std::string> names{""};
-    std::set<std::string> kinds;
-    for (const melkar::GraphClass& graph : melkar::Catalogue()) {
-        EXPECT_TRUE(names.contains(graph.base)) << graph.name << " stands before its base";
-        EXPECT_TRUE(names.insert(graph.name).second) << graph.name;
-        EXPECT_EQ(graph.make != nullptr, *graph.kind != '\0') << graph.name;
-        EXPECT_TRUE(!graph.make || kinds.insert(graph.kind).second) << graph.kind;
+    std::set<std::string> kinds{""};
+    for (const melkar::KindRow& row : melkar::Catalogue()) {
+        EXPECT_TRUE(names.contains(row.base)) << row.className << " stands before its base";
+        EXPECT_TRUE(*row.className == '\0' || names.insert(row.className).second) << row.className;
+        EXPECT_TRUE(*row.kind == '\0' || kinds.insert(row.kind).second) << row.kind;
     }
-    EXPECT_EQ(melkar::FindClassOfKind(""), nullptr) << "a base is no kind";
+    EXPECT_EQ(melkar::FindKind(""), nullptr) << "a base is no kind";
 }
 
 TEST(Catalogue, KeysComeFromTheRootDown) {
     std::string tables;
-    for (const melkar::ClassKeys& keys : melkar::KeysReadBy(*melkar::FindClassOfKind("activity")))
+    for (const melkar::ClassKeys& keys : melkar::KeysReadBy(*melkar::FindKind("activity")))
         tables += std::string(keys.className) + " ";
     EXPECT_EQ(tables, "CGraph CBarGraph CLineGraph CExpenditureGraph ");
 }
 
 TEST(Catalogue, StarterProfilesAreReadToTheLastLine) {
-    for (const melkar::GraphClass& graph : melkar::Catalogue()) {
-        const std::string starter = graph.starter;
-        const std::string profile = melkar::StarterProfile(graph.kind, "A");
-        EXPECT_EQ(profile.empty(), *graph.kind == '\0') << graph.name;
+    for (const melkar::KindRow& row : melkar::Catalogue()) {
+        const std::string starter = row.starter;
+        if (starter.empty())
+            continue;
+        const std::string profile = melkar::StarterProfile(row.kind, "A");
         const auto lines = std::count(profile.begin(), profile.end(), '\n'); // two name a section
-        EXPECT_TRUE(profile.empty() || lines == std::count(starter.begin(), starter.end(), '\n') + 3)
-            << "a class doesn't read all of it:\n"
-            << profile;
+        EXPECT_EQ(lines, std::count(starter.begin(), starter.end(), '\n') + 3) << "a class doesn't read all of it:\n"
+                                                                               << profile;
     }
     const std::string page = melkar::KeyReferenceOf("activity");
     EXPECT_NE(page.find("| `600` (needed) | top"), std::string::npos) << "a base's key with the value of this kind";
@@ -48,7 +77,7 @@ TEST(Catalogue, StarterProfilesAreReadToTheLastLine) {
 }
 
 /// A profile in which every key of the class, and the first ones of every row, has the same value.
-std::string ProfileOf(const melkar::GraphClass& graph, const std::string& value) {
+std::string ProfileOf(const melkar::KindRow& graph, const std::string& value) {
     std::string common = "[COMMON]\n", own = "[OWN]\n";
     for (const melkar::ClassKeys& table : melkar::KeysReadBy(graph))
         for (const melkar::KeyInfo& key : table.keys)
@@ -70,7 +99,7 @@ class Anything : public HostTest, public testing::WithParamInterface<const char*
 TEST_P(Anything, IsDrawnByEveryClass) {
     const std::string data = "head\n,,-2147483648,nan,1e99,,,1e308,,-1,,1e308\n0,d,nan,1e308,inf,,,,,nan,,-1e308\n"
                              "0,20260301,1e308,-1e308\n7,h,1e999\n-9,,\n\n0,i,-3";
-    for (const melkar::GraphClass& graph : melkar::Catalogue()) {
+    for (const melkar::KindRow& graph : melkar::Catalogue()) {
         if (!graph.make)
             continue;
         m_files.Write("conf/graph.cnf", ProfileOf(graph, GetParam()));
@@ -82,18 +111,15 @@ TEST_P(Anything, IsDrawnByEveryClass) {
             direct->SetDirectOutput(1);
             for (const CRect& area : kAreas)
                 for (CGraph* each : {shown.get(), direct.get()}) {
-                    if (auto* day = dynamic_cast<CCircadianGraph*>(each); day)
-                        day->Set(nullptr, each == direct.get() ? record : screen, area, "", "", 4, 6, nullptr,
-                                 "20260301", 1, 0, nullptr, nullptr, 0, 1, 2, 3, 4, 1, 1);
                     const long result = each->Draw(area, DataFile(data).data());
-                    EXPECT_STRNE(melkar::ResultText(result), "unknown result") << graph.name;
+                    EXPECT_STRNE(melkar::ResultText(result), "unknown result") << graph.className;
                     if (auto* chart = dynamic_cast<CBarGraph*>(each); chart) {
                         chart->OnMouseMove(CPoint(80, 60));
                         chart->OnMouseMove(2147483647L * 4, -5);
                     }
                 }
         }
-        EXPECT_LT(GetRecording(record).size(), 30U << 20) << graph.name << " draws without measure";
+        EXPECT_LT(GetRecording(record).size(), 30U << 20) << graph.className << " draws without measure";
         DeleteDC(screen);
         DeleteDC(record);
     }

@@ -11,7 +11,7 @@ namespace melkar::tool {
 
 /// One picture, with all arguments checked and all paths absolute.
 struct Request {
-    const Kind* kind = nullptr;
+    const KindRow* kind = nullptr;
     ChartOptions chart;
     std::string data;
     std::string out;

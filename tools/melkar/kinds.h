@@ -2,16 +2,14 @@
 
 #include <MelkarCommon/platform/geometry.h>
 #include <MelkarCommon/platform/types.h>
+#include <MelkarCommon/registry/catalogue.h>
 
-#include <array>
 #include <memory>
-#include <optional>
-#include <span>
 #include <string>
-#include <string_view>
 
 /// @file
-/// The kinds of charts that the command can draw: one row of a table for each.
+/// The kinds of the catalogue as the command draws them: as any host draws a graph of the class, and some by an adapter
+/// of the command's own.
 
 namespace melkar::tool {
 
@@ -55,39 +53,9 @@ public:
     virtual std::string DateOf(long) const { return {}; }
 };
 
-/// Columns from one to another, both included, from 0; none by default.
-struct ColumnRange {
-    int first = 0;
-    int last = -1;
-};
-
-/// What the data file of a kind looks like, for telling that a file is of another kind. Columns count from 0.
-struct DataForm {
-    static constexpr int kNone = -1;
-
-    int headRows = 0;
-    int rows = 0;                         ///< fewest behind the head rows
-    int columns = 0;                      ///< fewest of a row with figures; 0: the file isn't text in columns
-    std::array<ColumnRange, 5> figures{}; ///< hold numbers, or nothing
-    int status = kNone;                   ///< holds the status of the day
-    int color = kNone;                    ///< holds a colour, #RRGGBB
-    bool isSeries = false;                ///< one more column for each further figure per day
-    bool hasWeeks = false;                ///< a line of one column ends a week
-};
-
-struct Kind {
-    const char* name;
-    std::unique_ptr<Chart> (*make)(const ChartOptions& options);
-    std::optional<DataForm> form;      ///< of the data file; none: all of the picture comes from the profile
-    const char* description = nullptr; ///< null: as the catalogue of graph classes says
-    const char* keysOf = nullptr;      ///< the kind of the catalogue that reads the same keys; null: that of its name
-};
-
-std::span<const Kind> Kinds();
-const char* DescriptionOf(const Kind& kind);
-const char* KeysOf(const Kind& kind); ///< the kind of the catalogue that reads the same keys
-
-/// Null if there is no kind of that name.
-const Kind* FindKind(std::string_view name);
+bool IsDrawn(const KindRow& kind); ///< whether the command has a chart for it
+/// What that chart shows, in a few words.
+const char* SaysOf(const KindRow& kind);
+std::unique_ptr<Chart> MakeChart(const KindRow& kind, const ChartOptions& options);
 
 } // namespace melkar::tool

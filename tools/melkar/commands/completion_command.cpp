@@ -23,8 +23,9 @@ bool IsKind(const CLI::Option& option) { return option.get_name(true) == "KIND";
 
 std::string KindNames() {
     std::string names;
-    for (const Kind& kind : Kinds())
-        names.append(kind.name).append(" ");
+    for (const KindRow& kind : Catalogue())
+        if (IsDrawn(kind))
+            names.append(kind.kind).append(" ");
     return names;
 }
 

@@ -19,17 +19,14 @@ void AddOptions(CLI::App& app, KeysOptions& options) {
         ->type_name("");
     app.add_flag("--profile", options.profile, "Print a profile of the needed keys, to start from");
     app.add_option("--section", options.section, "The graph's section in it; MY_CHART if none")->type_name("NAME");
-    app.footer(KindList() + "  report           the heading block of a report\n\n" +
-               Examples({"melkar keys steps", "melkar keys bar --profile --section MY_WEEK"}));
+    app.footer(AllKinds() + "\n" + Examples({"melkar keys steps", "melkar keys bar --profile --section MY_WEEK"}));
 }
 
 std::string KeysText(const KeysOptions& options) {
     if (options.kind.empty())
         return options.profile ? throw UsageError{"--profile needs a kind"} : melkar::KeyReference();
-    const Kind* kind = FindKind(options.kind);
-    const std::string name = kind != nullptr ? KeysOf(*kind) : options.kind; // a report isn't drawn, but has keys
     const std::string text =
-        options.profile ? melkar::StarterProfile(name, options.section) : melkar::KeyReferenceOf(name);
+        options.profile ? melkar::StarterProfile(options.kind, options.section) : melkar::KeyReferenceOf(options.kind);
     return !text.empty()
                ? text
                : throw UsageError{"no kind with keys of its own: " + options.kind + " (melkar keys --help lists them)"};

@@ -47,6 +47,15 @@ bool HasSection(std::istream& profile, std::string_view section) {
     return false;
 }
 
+std::string ListOf(bool (*belongs)(const KindRow& kind)) {
+    std::ostringstream list;
+    list << "Kinds:\n" << std::left;
+    for (const KindRow& kind : Catalogue())
+        if (belongs(kind))
+            list << "  " << std::setw(17) << kind.kind << SaysOf(kind) << '\n';
+    return list.str();
+}
+
 } // namespace
 
 void AddChartArguments(CLI::App& app, ChartArguments& chart) {
@@ -60,11 +69,11 @@ void AddChartArguments(CLI::App& app, ChartArguments& chart) {
     AddHostOptions(app, chart.options);
 }
 
-const Kind& KindOf(const ChartArguments& chart) {
-    const Kind* kind = FindKind(chart.kind);
-    if (kind == nullptr)
+const KindRow& KindOf(const ChartArguments& chart) {
+    const KindRow* kind = FindKind(chart.kind);
+    if (kind == nullptr || !IsDrawn(*kind))
         throw UsageError{"unknown kind: " + chart.kind + " (melkar draw --help lists them)"};
-    if (chart.data.empty() && kind->form)
+    if (chart.data.empty() && !FilesReadBy(*kind).empty())
         throw UsageError{"this kind draws a data file: --data FILE"};
     return *kind;
 }
@@ -86,12 +95,9 @@ void RequireNoTerminal() {
         throw UsageError{"a picture is nothing to read on a terminal: let it go into a pipe or a file"};
 }
 
-std::string KindList() {
-    std::ostringstream list;
-    list << "Kinds:\n" << std::left;
-    for (const Kind& kind : Kinds())
-        list << "  " << std::setw(17) << kind.name << DescriptionOf(kind) << '\n';
-    return list.str();
+std::string KindList() { return ListOf(IsDrawn); }
+std::string AllKinds() {
+    return ListOf([](const KindRow& kind) { return *kind.kind != '\0'; });
 }
 
 std::string Examples(std::initializer_list<const char*> lines) {

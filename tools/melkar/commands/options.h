@@ -24,7 +24,7 @@ struct ChartArguments {
 void AddChartArguments(CLI::App& app, ChartArguments& chart);
 
 /// Throws if there is no such kind, or the kind draws a data file and none is named.
-const Kind& KindOf(const ChartArguments& chart);
+const KindRow& KindOf(const ChartArguments& chart);
 
 /// Makes the base the current directory, so that relative paths mean something else from then on. Throws if there is no
 /// profile from there, or no such section in it.
@@ -33,8 +33,10 @@ void EnterBase(const std::string& base, const std::string& section);
 /// Throws if the standard output is a terminal: bytes of a picture are nothing to read there.
 void RequireNoTerminal();
 
-/// For the end of a help: the kinds, and what to type. Examples run from the project's root; a test runs them.
+/// For the end of a help: the kinds that are drawn, or all, and what to type. Examples run from the project's root; a
+/// test runs them.
 std::string KindList();
+std::string AllKinds();
 std::string Examples(std::initializer_list<const char*> lines);
 
 } // namespace melkar::tool

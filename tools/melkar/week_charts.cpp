@@ -1,12 +1,8 @@
-#include "circadian_charts.h"
+#include "week_charts.h"
 
 #include <printed_weeks.h>
 
-#include <MelkarCommon/circadian/circle_graph.h>
 #include <MelkarCommon/circadian/weekly_circadian.h>
-
-#include <fstream>
-#include <string>
 
 namespace melkar::tool {
 namespace {
@@ -47,46 +43,9 @@ private:
     int m_page;
 };
 
-class Circle : public CCircleGraph, public Chart {
-public:
-    explicit Circle(const ChartOptions& options)
-        : CCircleGraph(nullptr, nullptr, options.section.c_str(), nullptr, nullptr, nullptr) {
-        m_nModerateFrom = options.moderateFrom;
-        m_nModerateTo = options.moderateTo;
-    }
-
-    long Read(char* path) override {
-        constexpr long kNoFile = 101;
-        std::ifstream file(path);
-        if (!file)
-            return kNoFile;
-        CStringArray levels;
-        for (std::string line; std::getline(file, line);)
-            levels.Add(line.c_str());
-        return SetData(&levels);
-    }
-
-    void Bind(const Surfaces& surfaces) override {
-        Initialize(nullptr, surfaces.dc, surfaces.shared, surfaces.second, surfaces.balloon);
-        SetDirectOutput(surfaces.isDirect);
-    }
-
-    long Paint(const CRect& area, char* path) override { return Draw(area, path); }
-};
-
-class SeparateCircle final : public Circle {
-public:
-    using Circle::Circle;
-    long Paint(const CRect& area, char* path) override { return DrawSeparate(area, path); }
-};
-
 } // namespace
 
 std::unique_ptr<Chart> MakeWeek(const ChartOptions& options) { return std::make_unique<Week>(options); }
 std::unique_ptr<Chart> MakePrintedWeek(const ChartOptions& options) { return std::make_unique<PrintedWeek>(options); }
-std::unique_ptr<Chart> MakeCircle(const ChartOptions& options) { return std::make_unique<Circle>(options); }
-std::unique_ptr<Chart> MakeSeparateCircle(const ChartOptions& options) {
-    return std::make_unique<SeparateCircle>(options);
-}
 
 } // namespace melkar::tool

@@ -47,6 +47,7 @@
 #include <MelkarCommon/quadrant/square_graph.h>
 #include <MelkarCommon/registry/catalogue.h>
 #include <MelkarCommon/registry/data_check.h>
+#include <MelkarCommon/registry/data_reference.h>
 #include <MelkarCommon/registry/from_file.h>
 #include <MelkarCommon/registry/key_reference.h>
 #include <MelkarCommon/reports/circadian_graph_header.h>

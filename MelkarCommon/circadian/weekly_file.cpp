@@ -87,8 +87,8 @@ struct DayColumns : Columns<DayRecord> {
 struct ScreenWeekHead : WeekColumns {
     static constexpr Form form = Form{3, "day"}
                                      .Limit(kScreenLineLimit)
-                                     .Note("Days begin with that of the first date; they are read up to the "
-                                           "Sunday of its week.");
+                                     .Note("Days begin with that of the first date. A sheet of the week ends with "
+                                           "its Sunday.");
     static constexpr Row rows[] = {firstDate, kept};
 };
 

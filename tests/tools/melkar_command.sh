@@ -88,6 +88,8 @@ kind=bar
 
 diff <("$melkar" keys) "$docs/profile-keys.md" || fail "the key reference" "docs/profile-keys.md isn't what melkar keys prints"
 
+diff <("$melkar" data) "$docs/data-files.md" || fail "the data reference" "docs/data-files.md isn't what melkar data prints"
+
 # says WHY EXIT-CODE PATTERN ARGUMENT...: of the whole command.
 says() {
     local why=$1 code=$2 pattern=$3 actual=0 printed
@@ -207,5 +209,17 @@ kind=circle
 minutes=(--section CIRCLE --data data/circle.txt --record)
 expect "all levels are moderate"    0 '"100.0 %"' "${minutes[@]}" --from 1 --to 9
 expect "no minutes"                 1 '^melkar: 101: ' "${minutes[@]}" --data missing.txt
+
+# Every kind draws its example by its starter, and there are no doubts about it.
+for kind in $("$melkar" data --help | sed -n '/^Kinds:/,/^$/s/^  \([a-z-]*\) .*/\1/p'); do
+    "$melkar" data "$kind" --example -o example.csv 2>no-rows.txt || continue # a picture, or no file at all
+    [[ $kind == report ]] && continue                                      # the header of one; the sample report reads it
+    "$melkar" keys "$kind" --profile --section MINE >starter/conf/graph.cnf
+    expect "example of $kind" 0 '^text' --base starter/bin --section MINE --data example.csv --record
+done
+kind=simulation
+"$melkar" data $kind --example -o plan.csv
+"$melkar" keys $kind --profile --section MINE >starter/conf/graph.cnf
+expect "a second file beside it"    0 'text "76" ' --base starter/bin --section MINE --data plan.csv --record
 
 [[ $failures -eq 0 ]] && echo "all cases passed"

@@ -6,6 +6,7 @@ namespace melkar::tool {
 Run AddDraw(CLI::App& app);
 Run AddReport(CLI::App& app);
 Run AddKeys(CLI::App& app);
+Run AddData(CLI::App& app);
 Run AddCompletion(CLI::App& app);
 Run AddMan(CLI::App& app);
 
@@ -14,6 +15,7 @@ std::span<const Command> Commands() {
         {"draw", "Draw one chart into a picture", AddDraw},
         {"report", "Print a report of a month", AddReport},
         {"keys", "Print the keys of a profile as a Markdown page", AddKeys},
+        {"data", "Print what the data file of a kind looks like, or an example", AddData},
         {"completion", "Print what completes the command in a shell", AddCompletion},
         {"man", "Print the manual page", AddMan},
     };

@@ -16,7 +16,7 @@ BUILD_PACKAGES=(
     locales-all librsvg2-bin cups-daemon cups-client cups-filters
 )
 # What scripts/check needs on top.
-CHECK_PACKAGES=(git clang-format clang binutils libglib2.0-dev libjpeg-dev libncurses-dev libx11-dev
+CHECK_PACKAGES=(git clang-format clang clang-tidy binutils libglib2.0-dev libjpeg-dev libncurses-dev libx11-dev
     unixodbc-dev)
 export DRAW_PACKAGES BUILD_PACKAGES CHECK_PACKAGES
 

@@ -27,7 +27,7 @@ std::string FollowLinks(std::string path) {
         if (length <= 0 || length == sizeof target)
             return path;
         const std::string next(target, static_cast<std::size_t>(length));
-        path = next.front() == '/' ? next : FolderOf(path) + "/" + next;
+        path = next.front() == '/' ? next : FolderOf(path).append("/").append(next);
     }
     return path;
 }

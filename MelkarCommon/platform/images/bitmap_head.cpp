@@ -44,7 +44,8 @@ bool IsOld(const Head& head) { return Number(head, kHeadSize, 4) == kOldHeadSize
 
 /// Bytes of rows that are each padded to four bytes; a head can promise more than 64 bits hold.
 double BytesOfRows(std::int64_t width, std::int64_t bits, double height) {
-    return static_cast<double>((width * bits + 31) / 32 * 4) * std::abs(height);
+    const std::int64_t row = (width * bits + 31) / 32 * 4;
+    return static_cast<double>(row) * std::abs(height);
 }
 
 double BytesOfRows(const Head& head) {

@@ -59,7 +59,7 @@ private:
             walk.steep ? DrawSteep(run) : DrawLevel(run);
             left -= count;
             position += count * slope;
-            pixel += count * direction * majorStride;
+            pixel += majorStride * count * direction;
         }
     }
 
@@ -101,7 +101,7 @@ private:
 
     template <std::size_t kColumns>
     void MixColumns(const Run& run, int column, const std::array<Weight, kColumns>& weights) const {
-        m_mixer.MixSteps(run.pixel + column, run.direction * m_buffer.stride, run.count, weights);
+        m_mixer.MixSteps(run.pixel + column, std::ptrdiff_t{run.direction} * m_buffer.stride, run.count, weights);
     }
 
     void DrawLevel(const Run& run) const {

@@ -87,7 +87,6 @@ struct Row {
 };
 
 /// Weights are positive and make 1, so that `value` stays within 0 to 255 but for a last digit.
-// NOLINTNEXTLINE(bugprone-incorrect-roundings): lround is a call for each channel
 std::uint32_t ToChannel(float value) { return static_cast<std::uint32_t>(static_cast<int>(value + 0.5F)); }
 
 void WriteRow(std::uint32_t* out, const Axis& columns, const Row& row) {

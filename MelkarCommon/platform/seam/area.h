@@ -66,7 +66,7 @@ constexpr int kFullTurn = 3600; ///< escapements are tenths of a degree
 
 /// A point turned about the origin by `escapement` tenths of a degree, counter-clockwise on a surface.
 inline PointD Turned(PointD p, int escapement) {
-    const double angle = escapement % kFullTurn * std::numbers::pi / (kFullTurn / 2);
+    const double angle = escapement % kFullTurn * std::numbers::pi / (kFullTurn / 2.0);
     return {p.x * std::cos(angle) + p.y * std::sin(angle), p.y * std::cos(angle) - p.x * std::sin(angle)};
 }
 

@@ -1,7 +1,6 @@
 #include "chart_fixture.h"
 
 #include <MelkarCommon/bars/activity_cal_graph.h>
-#include <MelkarCommon/bars/simulation.h>
 
 namespace {
 
@@ -51,22 +50,6 @@ TEST_F(ActivityCal, ScaleStartsFromTheProfileAtEachRead) {
     auto repaired = Make<CActivityCalGraph>();
     EXPECT_EQ(Read(repaired, kHead), 102);
     EXPECT_EQ(repaired.m_nChartMax, 10000);
-}
-
-template <class Graph> struct Failing : Graph {
-    using Graph::Graph;
-    int GetGraphMeasure() override { throw 1; } // a step of reading here
-    long DrawBarChart() override { throw 1; }
-};
-
-TEST_F(ActivityCal, ExceptionsOfAnyCycleBecomeACode) {
-    auto graph = Make<Failing<CActivityCalGraph>>();
-    auto bars = Make<Failing<CBarGraph>>();
-    auto plan = Make<Failing<CSimulation>>();
-    std::string file = DataFile(kHead + Row("0,a,a", "", "9"));
-    EXPECT_EQ(graph.ReadDataFile(file.data()), 103);
-    for (CBarGraph* each : std::initializer_list<CBarGraph*>{&graph, &bars, &plan})
-        EXPECT_EQ(each->Draw(kArea, file.data()), -999);
 }
 
 TEST_F(ActivityCal, PrintsTargetsButNoBandAndNoLegend) {

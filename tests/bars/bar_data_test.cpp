@@ -4,28 +4,6 @@ namespace {
 
 class BarData : public ChartTest {};
 
-TEST_F(BarData, Rows) {
-    const std::string wide(1273, 'x'); // with "0,d,1," before it a line of 1279 characters
-    const std::string head = std::string(1278, 'h') + "\n";
-    const struct Case {
-        const char* why;
-        std::string file;
-        int series;
-        std::string content;
-    } cases[] = {
-        {"a blank line is a day, a blank head counts", "\n\n3x, d ,\" 1,5 \"\n\n0,e,2", 1, "3  d   1,5 |0  |0 e 2|"},
-        {"two series, a short line", "a\nb\n0,d,1,2,9\n2\n0,e,3\n", 2, "0 d 1 2|2   |0 e 3 |"},
-        {"the line feed is the next row", "a\nb\n0,d,1," + wide + "\n0,e,2\n", 1, "0 d 1|0  |0 e 2|"},
-        {"long heads, too", head + head + "0,d,1\n", 1, "0 d 1|"},
-    };
-    for (const Case& c : cases) {
-        auto graph = Make<CBarGraph>();
-        graph.m_nSeriesCount = c.series;
-        EXPECT_EQ(Read(graph, c.file), 0) << c.why;
-        EXPECT_EQ(Content(graph), c.content) << c.why;
-    }
-}
-
 TEST_F(BarData, AFileThatCantBeOpenedKeepsWhatIsThere) {
     auto graph = Make<CBarGraph>();
     Read(graph, "a\nb\n0,d,12\n");
@@ -61,14 +39,6 @@ TEST_F(BarData, TheBigScaleStaysUntilReset) {
     EXPECT_EQ(graph.m_nChartIntervalBig, 1000);
     graph.m_nChartMaxBig = 0;
     EXPECT_EQ(top("0,d,999,1.5\n"), 1000) << "there is no big scale";
-}
-
-TEST_F(BarData, ProfileOfAnEmptyNameIsThatOfAllGraphs) {
-    auto graph = Make<CBarGraph>();
-    graph.m_nChartMax = 7;
-    char none[] = "";
-    graph.ReadIniFile(none);
-    EXPECT_EQ(graph.m_nChartMax, 1000);
 }
 
 } // namespace

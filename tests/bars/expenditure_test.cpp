@@ -98,13 +98,4 @@ TEST_F(Expenditure, LegendStandsLeftOfTheTargetPrintedOrNot) {
     }
 }
 
-TEST_F(Expenditure, GoesOnWithoutRecordsAndRepeatsMessagesOnce) {
-    auto graph = Make<CExpenditureGraph>();
-    const auto noData = DrawRecorded(graph, Head("0", "4000") + "2,a\n", kWideArea);
-    EXPECT_EQ(LinesWith(noData, "text \"no data\"").size(), 2U) << "frame and bars";
-    const auto noRecords = DrawRecorded(graph, Head("0", "4000"), kWideArea);
-    EXPECT_EQ(LinesWith(noRecords, "text \"records\"").size(), 1U);
-    EXPECT_EQ(LinesWith(noRecords, "fill", "#FAFAFA").size(), 1U) << "the canvas all the same";
-}
-
 } // namespace

@@ -27,26 +27,6 @@ TEST(WeightLayout, ScaleSharesTheStepsOfTheLeftOne) {
     EXPECT_EQ(melkar::WeightScaleFor(INT_MAX, INT_MIN, 1)->max, INT_MAX);
 }
 
-TEST(WeightLayout, TargetsMayLeaveTheCanvasAndWeightsNot) {
-    const CRect canvas(173, 125, 1073, 425);
-    const struct Case {
-        const char* why;
-        double value;
-        int target, weight;
-    } cases[] = {
-        {"the weight is cut to whole kilograms", 60.5, 425 - 70, 425 - 60},
-        {"trunc(-3.1) / 15 is 0", 56.9896, 425, 425},
-        {"not a number", NAN, 425, 425},
-        {"far off: at most 2^24 away", 1e300, 425 - (1 << 24), 125},
-    };
-    for (const Case& c : cases) {
-        EXPECT_EQ(melkar::TargetWeightY({{57, 72}, 125, 425}, c.value), c.target) << c.why;
-        EXPECT_EQ(melkar::WeightY({{57, 72}, 125, 425}, c.value), c.weight) << c.why;
-    }
-    EXPECT_EQ(melkar::TargetWeightY({{12, 12}, 125, 425}, 12), 425) << "no range: no division by it";
-    EXPECT_EQ(melkar::WeightX(canvas, 6, 7), 173 + 835) << "the middle of a slot: 900 x 13 / 14";
-}
-
 /// Column 9: target; column 11: figure.
 std::string Days(const std::string& figure) {
     return "skipped\nA,B\n,,345\n0,a,a,,,,,,,300,," + figure + "\n0,b,b,,,,,,,300,,200\n";
@@ -144,20 +124,6 @@ TEST_F(Simulation, ScaleAtTheRightAndLegendAbove) {
     EXPECT_EQ(LinesWith(lines, "fill", "#FAFAFA").size(), 1U) << "nothing behind figures";
     for (const char* text : {"text \"goal\"", "text \"intake\"", "text \"total\"", "text \"  mean", "thick 173"})
         EXPECT_THAT(LinesWith(lines, text), IsEmpty()) << "neither band nor target nor average here";
-}
-
-TEST_F(Simulation, PlanFollowsTheScaleOfTheDataFile) {
-    auto graph = Make<CSimulation>();
-    EXPECT_THAT(LinesWith(DrawRecorded(graph, Days("250"), kWideArea), "text \"0\" 1075,"), IsEmpty()) << "no plan yet";
-    m_files.Write("bin/data.csv.sim", kPlan);
-    DrawRecorded(graph, Days("1001"), kWideArea); // five steps on the big scale
-    EXPECT_EQ(graph.m_nWeightInterval, 3);
-    DrawRecorded(graph, Days("250"), kWideArea);
-    EXPECT_EQ(graph.m_nWeightInterval, 4);
-    std::string endless(100000, 'x');
-    for (char* path : {endless.data(), static_cast<char*>(nullptr)})
-        EXPECT_EQ(graph.Draw(kWideArea, path), 0) << "such a file can't be opened";
-    EXPECT_EQ(graph.m_saWeights.GetSize(), 4);
 }
 
 } // namespace

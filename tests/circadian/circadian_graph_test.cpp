@@ -27,7 +27,7 @@ constexpr std::string_view kProfile =
 struct Day {
     double from = 4, to = 6;
     std::vector<const char*> levels = {"3.2", "", "40", "39"};
-    std::vector<const char*> events = {"", "0", "1230"};
+    std::vector<const char*> events = {"", "0", "1230", "", "", "", "", "", "", "", "600"}; ///< ten are looked at
     std::vector<double> intensity = std::vector<double>(CCircadianGraph::kValues, 0.0);
     int status = 0;
     int toroken = 0;
@@ -229,32 +229,6 @@ TEST_F(CircadianGraph, WithoutADayThereIsAnEmptyOneWithTheUsualBounds) {
     EXPECT_THAT(DrawRecorded(other), Contains("fill 100,132 40x92 #140000")) << "from 3.2 to 6.8";
 }
 
-TEST_F(CircadianGraph, EventsBeyondTheTenthAreNotLookedAt) {
-    Day day;
-    day.events = {"", "0", "100", "200", "300", "400", "500", "600", "700", "800", "900"};
-    EXPECT_EQ(LinesWith(DrawDay(0, day), "polygon").size(), 8U + 1)
-        << "skipped ones use up their place; and the profile";
-}
-
-TEST_F(CircadianGraph, LongNamesAndNoSize) {
-    CCircadianGraph graph = MakeDay(0);
-    std::string label; // of characters of two bytes
-    for (int i = 0; i < 130; ++i)
-        label.append("é");
-    graph.m_strVigorousLabel = ("x" + label).c_str();
-    graph.m_strMinLabel = label.c_str();
-    graph.m_nSummaryFontSize = 0;
-    const auto lines = DrawRecorded(graph);
-    EXPECT_THAT(lines, Contains(HasSubstr("\"F 12\""))) << "no size is that of a new surface's font";
-    EXPECT_THAT(lines, Contains(AllOf(StartsWith("text \"x"), HasSubstr(label.substr(0, 248) + "\" ")))) << "of 250";
-    EXPECT_THAT(lines, Contains(AllOf(StartsWith("text \"é"), HasSubstr(label.substr(0, 254) + "\" ")))) << "of 255";
-    graph.m_strSection = std::string(256, 's').c_str();
-    char profile[] = "../conf/graph.cnf";
-    m_files.Write("conf/graph.cnf", "[" + std::string(255, 's') + "]\nMIN=m\n");
-    graph.ReadIniFile(profile);
-    EXPECT_EQ(graph.m_strMinLabel, "m") << "a section's name of 255";
-}
-
 TEST_F(CircadianGraph, NarrowDesktopsHaveASmallerSummary) {
     for (const int width : {820, 821}) {
         SetWorkArea({5, 0, 5 + width, 600});
@@ -271,15 +245,6 @@ TEST_F(CircadianGraph, TheFirstOfTheWidestDayNamesIsTheLongest) {
     graph.m_strDayNames[0] = "Mo";
     graph.CalcLongestDay();
     EXPECT_EQ(graph.m_strLongestDay, "Tue");
-}
-
-TEST_F(CircadianGraph, WithoutASurfaceNothingHappens) {
-    CCircadianGraph graph = MakeDay(0);
-    graph.Initialize(nullptr, nullptr, nullptr, nullptr, nullptr);
-    SetDay(graph, {});
-    char path[] = "";
-    EXPECT_EQ(graph.Draw(kArea, path), 0);
-    EXPECT_EQ(graph.m_hMemDC, nullptr);
 }
 
 // Profiles, files and rectangles that make no sense are the catalogue's test.

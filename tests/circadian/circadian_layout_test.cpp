@@ -15,14 +15,6 @@ constexpr CRect kGraph(100, 50, 1000, 210);
 constexpr CRect kLeft(142, 77, 850, 163);
 constexpr CRect kRight(880, 77, 960, 163);
 
-TEST(CircadianLayout, Panels) {
-    for (const int lang : {0, 2, -1})
-        EXPECT_EQ(LeftPanelOf(kGraph, 19, 23, 19, lang), kLeft) << "1.2 x 23 is 27.6, 2.5 x 19 is 47.5; LANG " << lang;
-    EXPECT_EQ(LeftPanelOf(kGraph, 19, 23, 19, 1), CRect(142, 77, 982, 163)) << "a fiftieth remains at the right";
-    EXPECT_EQ(LeftPanelOf({0, 0, 11, 160}, 19, 23, 19, 0).right, 9) << "5 x 11 / 6, the product first";
-    EXPECT_EQ(RightPanelOf(kGraph, kLeft, 31), CRect(881, 77, 959, 163)) << "4 x 31 / 3 is 41.3";
-}
-
 TEST(CircadianLayout, ClassBordersLieHalfALevelOutsideOfTheBounds) {
     // 86 x 3.2 / 10 is 27.52, 86 x 6.8 / 10 is 58.48
     const BorderLines lines = BorderLinesOf(kLeft, {3.2, 6.8});
@@ -45,32 +37,6 @@ TEST(CircadianLayout, ClassBordersLieHalfALevelOutsideOfTheBounds) {
         EXPECT_EQ(bands.light, CRect(100, c.lower, 138, 163)) << c.why;
     }
     EXPECT_EQ(ClassLabelStart({100, 81, 138, 108}, 65), CPoint(109, 126)) << "94 + 32: reads upwards around the middle";
-}
-
-TEST(CircadianLayout, ProfileStandsOnBothLowerCorners) {
-    std::vector<double> day(kDayValues, 0.0);
-    day[0] = 3.7;
-    day[1] = 10;
-    day[2] = std::nan("");
-    day[719] = 9;
-    const ProfilePoints points = ProfileOf(kLeft, day.data());
-    const struct Case {
-        const char* why;
-        std::size_t point;
-        CPoint at;
-    } cases[] = {
-        {"lower left corner", 0, {142, 163}},
-        {"the first value stands on the left edge: 86 x 3.7 / 10 is 31.82", 1, {142, 132}},
-        {"10 reaches the top; 708 / 720 is below a pixel", 2, {142, 77}},
-        {"not a number is rest", 3, {143, 163}},
-        {"708 x 360 / 720", 361, {496, 163}},
-        {"the last value stands before the right edge", 720, {849, 86}},
-        {"lower right corner", 721, {850, 163}},
-    };
-    for (const Case& c : cases)
-        EXPECT_EQ(CPoint(points[c.point]), c.at) << c.why;
-    day[5] = 1e300;
-    EXPECT_LT(ProfileOf(kLeft, day.data())[6].y, -1000000) << "beyond all bounds, without an overflow";
 }
 
 TEST(CircadianLayout, HoursStandHalfALineBelowThePanel) {

@@ -141,21 +141,6 @@ TEST_F(CircleTest, SlicesOfWhatThereIs) {
     EXPECT_THAT(m_files.Read("log/graph.log"), HasSubstr("CircleGraph 0(300,40) SM(300,279), MV(181,160)"));
 }
 
-// Vigorous is the upper left quarter, moderate the lower left one, light the right half.
-TEST_F(CircleTest, RunsCounterClockwise) {
-    HDC shared = CreateMemorySurface(600, 400);
-    CCircleGraph graph(nullptr, shared, "OWN", shared, nullptr, nullptr);
-    CStringArray levels = Classes("2", "1", "1");
-    graph.SetData(&levels);
-    EXPECT_EQ(graph.Draw({0, 0, 600, 400}, nullptr), 0);
-    const auto redAt = [&](int x, int y) { return (GetPixels(shared).pixels[y * 600 + x] >> 16) & 0xFF; };
-    EXPECT_EQ(redAt(260, 120), 3U);
-    EXPECT_EQ(redAt(260, 200), 2U);
-    EXPECT_EQ(redAt(340, 120), 1U);
-    EXPECT_EQ(redAt(340, 200), 1U);
-    DeleteDC(shared);
-}
-
 // Characters of 12 x 25 in a legend from (0, 280) to (600, 400), no line of it free: rows from 370, 343 and 318 on.
 // Squares from 12 to 37, labels to 97, shares of 84 to 193, minutes of 108 to 323; all moves right by 138. Of 300
 // minutes the shares are 8.67, 4.37 and 86.97: rounded they make 100.1, which the largest gives back.
@@ -173,22 +158,6 @@ TEST_F(CircleTest, LegendShowsSharesAndMinutes) {
     const auto none = LinesWith(DrawLevels({}), "text");
     ASSERT_EQ(none.size(), 11U);
     EXPECT_THAT(none[5], HasSubstr("\"  0.0 %\"")) << "nothing makes no hundred";
-}
-
-TEST_F(CircleTest, WithoutDataOrSurface) {
-    CCircleGraph graph(nullptr, nullptr, "OWN", nullptr, nullptr, nullptr);
-    EXPECT_EQ(graph.Draw({0, 0, 600, 400}, nullptr), 201);
-    graph.Initialize(nullptr, m_record, nullptr, nullptr, nullptr);
-    graph.SetDirectOutput(1);
-    EXPECT_EQ(graph.DrawSeparate({0, 0, 600, 400}, nullptr), 0);
-    EXPECT_THAT(GetRecording(m_record), HasSubstr("text \"none\""));
-    graph.m_nModerateFrom = INT_MIN;
-    graph.m_nModerateTo = INT_MAX;
-    EXPECT_EQ(graph.SetData(nullptr), 0);
-    for (const CRect& area : {CRect(0, 0, 0, 0), CRect(5, 5, 2, 2), CRect(0, 0, 1, 900), CRect(0, 0, 900, 1)}) {
-        EXPECT_EQ(graph.Draw(area, nullptr), 0);
-        EXPECT_EQ(graph.DrawSeparate(area, nullptr), 0);
-    }
 }
 
 } // namespace

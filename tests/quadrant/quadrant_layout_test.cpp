@@ -47,25 +47,4 @@ TEST(QuadrantLayout, WhereValuesStand) {
     EXPECT_EQ(melkar::ShareBox({0, 0, 790, 600}, {100, 50, 400, 350}, 17), CRect(410, 309, 751, 350));
 }
 
-TEST(QuadrantLayout, SharesAddUp) {
-    const struct Case {
-        const char* why;
-        melkar::QuadrantCounts counts;
-        std::array<const char*, 4> texts;
-    } cases[] = {
-        {"the first of equals takes what is missing", {1, 1, 1, 0}, {"33.4% ", "33.3% ", "33.3% ", "0.0% "}},
-        {"the largest gives up what is too much", {1, 1, 1, 5}, {"12.5% ", "12.5% ", "12.5% ", "62.5% "}},
-        {"6.25 is 6.2, three of it: the largest gets 81.4", {1, 1, 1, 13}, {"6.2% ", "6.2% ", "6.2% ", "81.4% "}},
-        {"all in one", {0, 0, 7, 0}, {"0.0% ", "0.0% ", "100.0% ", "0.0% "}},
-        {"nothing counted", {0, 0, 0, 0}, {"", "", "", ""}},
-        {"less than nothing", {-5, 1, 1, 1}, {"", "", "", ""}},
-        {"a sum beyond an int", {INT_MAX, INT_MAX, INT_MAX, INT_MAX}, {"25.0% ", "25.0% ", "25.0% ", "25.0% "}},
-    };
-    for (const Case& c : cases) {
-        const auto texts = melkar::ShareTexts(c.counts);
-        for (std::size_t i = 0; i < texts.size(); ++i)
-            EXPECT_EQ(texts[i], c.texts[i]) << c.why << ", cell " << i;
-    }
-}
-
 } // namespace

@@ -114,16 +114,6 @@ TEST_F(Panel, ScaleWithoutDivisionsShowsItsEnds) {
     EXPECT_THAT(m_files.Read("log/graph.log"), HasSubstr("isn't one of a figure: %s%n"));
 }
 
-TEST_F(Panel, WithoutRoomOrSurfaceItTells) {
-    char none[] = "";
-    auto graph = Make<CGraphBase>();
-    graph.SetDirectOutput(1);
-    EXPECT_EQ(graph.Draw(CRect(0, 0, -1, -1), none), 0);
-    EXPECT_EQ(graph.Draw(CRect(0, 0, 1 << 30, 5), none), -999);
-    graph.Initialize(nullptr, nullptr, nullptr, nullptr, nullptr);
-    EXPECT_EQ(graph.Draw(kPanel, none), 201);
-}
-
 TEST_F(Panel, NotesOutOfRangeAreEmptyAndStayOut) {
     Draw("NOTE_SHOW=true\nNOTE_LABEL1=a\nNOTE_MARK_RGB1=1,0,0\n");
     auto graph = Make<CGraphBase>();

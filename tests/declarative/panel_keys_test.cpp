@@ -101,15 +101,4 @@ TEST_F(PanelKeys, OfThePanelOfPiesAndOfTexts) {
     });
 }
 
-TEST_F(PanelKeys, AnotherKeysValueStandsInForAMissingOne) {
-    Profile("BASE_RGB=1,2,3\nTEXT=x\n");
-    auto panel = Make<SeenPanel>();
-    ReadProfile(panel);
-    EXPECT_EQ(panel.State().substr(0, 14), "197121 197121 ") << "the border takes the colour of the ground";
-    panel.ResetBaseColor(5);
-    ReadProfile(panel);
-    EXPECT_EQ(panel.GetBaseColor(), 197121U) << "reading undoes what a host has set";
-    EXPECT_EQ(SeenText(nullptr, m_record, "OWN", "TEXT", nullptr, nullptr, nullptr, 0, 0).State(), "x Fixed 20 0 ");
-}
-
 } // namespace

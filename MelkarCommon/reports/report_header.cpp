@@ -10,7 +10,6 @@
 #include <MelkarCommon/support/text_measure.h>
 
 #include <algorithm>
-#include <cstring>
 
 using melkar::CsvRow;
 using melkar::HeaderRows;
@@ -40,7 +39,20 @@ melkar::TextSize SizeOf(HDC surface, const CString& text) {
 
 } // namespace
 
-struct CReportHeader::KeyRows : melkar::Keys<CReportHeader> {
+/// Keys whose texts go into slots.
+struct CReportHeader::SlotKeys : melkar::Keys<CReportHeader> {
+    template <auto Slot> static constexpr Row Label(const char* name, const char* says = "label") {
+        return {{Own, name, melkar::KeyType::Text, 0, says}, Store<Slot>};
+    }
+    template <auto Slot> static constexpr Row KeptLabel(const char* name) {
+        return Label<Slot>(name, "label; kept for a host");
+    }
+    template <auto Slot> static void Store(G& header, const melkar::KeyReader& reader, const melkar::KeyInfo& key) {
+        header.Put(header.*Slot, reader.Text(key));
+    }
+};
+
+struct CReportHeader::KeyRows : SlotKeys {
     static constexpr Row rows[] = {
         Text<&G::m_strFont>(Common, "FONT", "face of all texts").Example("DejaVu Sans"),
         Number<&G::m_nCharset>(Common, "CHARSET", 0, "character set of texts that aren't UTF-8"),
@@ -55,30 +67,30 @@ struct CReportHeader::KeyRows : melkar::Keys<CReportHeader> {
         Text<&G::m_str2ndText>(Own, "2ND_TEXT", "the same, second column"),
         Text<&G::m_str3rdText>(Own, "3RD_TEXT", "kept; no layout uses it"),
         Text<&G::m_str4thText>(Own, "4TH_TEXT", "the same, the pair at the top right"),
-        Text<&G::m_szNameLabel>(Own, "NAME_LABEL", "label"),
-        Text<&G::m_szGroupLabel>(Own, "GROUP_LABEL", "label"),
-        Text<&G::m_szNicknameLabel>(Own, "NICKNAME_LABEL", "label; kept for a host"),
-        Text<&G::m_szDateLabel>(Own, "DATE_LABEL", "label"),
-        Text<&G::m_szCommentLabel>(Own, "COMMENT_LABEL", "label"),
-        Text<&G::m_szHeightLabel>(Own, "HEIGHT_LABEL", "label"),
-        Text<&G::m_szWeightLabel>(Own, "WEIGHT_LABEL", "label"),
-        Text<&G::m_szSexLabel>(Own, "SEX_LABEL", "label; kept for a host"),
-        Text<&G::m_szAgeLabel>(Own, "AGE_LABEL", "label"),
-        Text<&G::m_szBmiLabel>(Own, "BMI_LABEL", "label; kept for a host"),
-        Text<&G::m_szExcludeLabel>(Own, "EXCLUDE_LABEL", "label; kept for a host"),
-        Text<&G::m_szDuringLabel>(Own, "DURING_LABEL", "label; kept for a host"),
-        Text<&G::m_szSiteLabel>(Own, "SITE_LABEL", "label; kept for a host"),
-        Text<&G::m_szEffectiveDaysLabel>(Own, "EFFECTIVEDAYS_LABEL", "label; kept for a host"),
-        Text<&G::m_szStepTargetLabel>(Own, "STEP_TARGET_LABEL", "label; kept for a host"),
-        Text<&G::m_szCalTargetLabel>(Own, "CAL_TARGET_LABEL", "label; kept for a host"),
-        Text<&G::m_szActTargetLabel>(Own, "ACT_TARGET_LABEL", "label; kept for a host"),
-        Text<&G::m_szModerateLabel>(Own, "MODERATE_LABEL", "label; kept for a host"),
-        Text<&G::m_szAveActCalLabel>(Own, "AVE_ACT_CAL_LABEL", "label; kept for a host"),
-        Text<&G::m_szMaxActCalLabel>(Own, "MAX_ACT_CAL_LABEL", "label; kept for a host"),
-        Text<&G::m_szAveTotalCalLabel>(Own, "AVE_TOTAL_CAL_LABEL", "label; kept for a host"),
-        Text<&G::m_szMaxTotalCalLabel>(Own, "MAX_TOTAL_CAL_LABEL", "label; kept for a host"),
-        Text<&G::m_szAveStepLabel>(Own, "AVE_STEP_LABEL", "label; kept for a host"),
-        Text<&G::m_szMaxStepLabel>(Own, "MAX_STEP_LABEL", "label; kept for a host"),
+        Label<&G::m_szNameLabel>("NAME_LABEL"),
+        Label<&G::m_szGroupLabel>("GROUP_LABEL"),
+        KeptLabel<&G::m_szNicknameLabel>("NICKNAME_LABEL"),
+        Label<&G::m_szDateLabel>("DATE_LABEL"),
+        Label<&G::m_szCommentLabel>("COMMENT_LABEL"),
+        Label<&G::m_szHeightLabel>("HEIGHT_LABEL"),
+        Label<&G::m_szWeightLabel>("WEIGHT_LABEL"),
+        KeptLabel<&G::m_szSexLabel>("SEX_LABEL"),
+        Label<&G::m_szAgeLabel>("AGE_LABEL"),
+        KeptLabel<&G::m_szBmiLabel>("BMI_LABEL"),
+        KeptLabel<&G::m_szExcludeLabel>("EXCLUDE_LABEL"),
+        KeptLabel<&G::m_szDuringLabel>("DURING_LABEL"),
+        KeptLabel<&G::m_szSiteLabel>("SITE_LABEL"),
+        KeptLabel<&G::m_szEffectiveDaysLabel>("EFFECTIVEDAYS_LABEL"),
+        KeptLabel<&G::m_szStepTargetLabel>("STEP_TARGET_LABEL"),
+        KeptLabel<&G::m_szCalTargetLabel>("CAL_TARGET_LABEL"),
+        KeptLabel<&G::m_szActTargetLabel>("ACT_TARGET_LABEL"),
+        KeptLabel<&G::m_szModerateLabel>("MODERATE_LABEL"),
+        KeptLabel<&G::m_szAveActCalLabel>("AVE_ACT_CAL_LABEL"),
+        KeptLabel<&G::m_szMaxActCalLabel>("MAX_ACT_CAL_LABEL"),
+        KeptLabel<&G::m_szAveTotalCalLabel>("AVE_TOTAL_CAL_LABEL"),
+        KeptLabel<&G::m_szMaxTotalCalLabel>("MAX_TOTAL_CAL_LABEL"),
+        KeptLabel<&G::m_szAveStepLabel>("AVE_STEP_LABEL"),
+        KeptLabel<&G::m_szMaxStepLabel>("MAX_STEP_LABEL"),
         Number<&G::m_nHeaderSize>(Own, "HEADER_SIZE", 0, "texts, points; 11 if it is 0").Example("10"),
         Text<&G::m_strPersonUnit>(Own, "PERSON_UNIT", "behind the name").Example("\" (member)\""),
         Text<&G::m_strAgeUnit>(Own, "AGE_UNIT", "behind the age"),
@@ -108,9 +120,7 @@ int CReportHeader::ReadIniFile(char* path) {
     melkar::ReadKeys(KeyRows::rows, *this, path, m_strSection);
     if (m_strDateFormatType.IsEmpty())
         melkar::ReadKeys(KeyRows::commonDateFormat, *this, path, m_strSection);
-    TextSlot face;
-    Put(face, m_strFont);
-    std::memcpy(m_szFont, static_cast<const char*>(face), sizeof m_szFont);
+    Put(m_szFont, m_strFont);
     return 0;
 }
 
@@ -119,6 +129,8 @@ melkar::ClassKeys CReportHeader::ProfileKeys() {
     keys.push_back(KeyRows::commonDateFormat[0].info);
     return {"CReportHeader", keys};
 }
+
+void CReportHeader::Put(melkar::TextSlot& slot, const CString& text) const { melkar::PutText(slot, text, m_nCharset); }
 
 /// The texts stand in the slots as they are painted: a row says which words stand around the field.
 struct CReportHeader::Slots : melkar::Columns<CReportHeader> {
@@ -151,7 +163,7 @@ struct CReportHeader::Slots : melkar::Columns<CReportHeader> {
         header.Put(header.*Slot, Format(header, line, column.index));
     }
     template <auto Slot> static std::string Show(const G& header, const melkar::ColumnInfo&, int, int) {
-        return static_cast<const char*>(header.*Slot);
+        return header.*Slot;
     }
 };
 

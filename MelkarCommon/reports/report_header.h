@@ -38,7 +38,7 @@ protected:
     /// The sample texts as they measure on `m_hDC` in a font of `size` points.
     melkar::HeaderSamples MeasureSamples(int size) const;
 
-    char m_szFont[256] = {}; ///< the face once more, as a plain buffer
+    melkar::TextSlot m_szFont{}; ///< the face once more, as a plain buffer
     CString m_strFont;
     CString m_strDateFormatType;
     int m_nCharset = 0;
@@ -47,21 +47,22 @@ protected:
     CString m_strSection;
 
 public:
-    TextSlot m_szName; ///< the three parts and the person's unit
-    TextSlot m_szName1, m_szName2, m_szName3;
-    TextSlot m_szGroup, m_szNickname, m_szDate, m_szComment;
-    TextSlot m_szHeight, m_szWeight, m_szSex, m_szAge, m_szBmi;
-    TextSlot m_szExclude, m_szDuring, m_szSite, m_szEffectiveDays;
-    TextSlot m_szStepTarget, m_szCalTarget, m_szActTarget;
-    TextSlot m_szModerate;
-    TextSlot m_szAveActCal, m_szMaxActCal, m_szAveTotalCal, m_szMaxTotalCal, m_szAveStep, m_szMaxStep;
+    melkar::TextSlot m_szName{}; ///< the three parts and the person's unit
+    melkar::TextSlot m_szName1{}, m_szName2{}, m_szName3{};
+    melkar::TextSlot m_szGroup{}, m_szNickname{}, m_szDate{}, m_szComment{};
+    melkar::TextSlot m_szHeight{}, m_szWeight{}, m_szSex{}, m_szAge{}, m_szBmi{};
+    melkar::TextSlot m_szExclude{}, m_szDuring{}, m_szSite{}, m_szEffectiveDays{};
+    melkar::TextSlot m_szStepTarget{}, m_szCalTarget{}, m_szActTarget{};
+    melkar::TextSlot m_szModerate{};
+    melkar::TextSlot m_szAveActCal{}, m_szMaxActCal{}, m_szAveTotalCal{}, m_szMaxTotalCal{}, m_szAveStep{},
+        m_szMaxStep{};
 
-    TextSlot m_szNameLabel, m_szGroupLabel, m_szNicknameLabel, m_szDateLabel, m_szCommentLabel;
-    TextSlot m_szHeightLabel, m_szWeightLabel, m_szSexLabel, m_szAgeLabel, m_szBmiLabel;
-    TextSlot m_szExcludeLabel, m_szDuringLabel, m_szSiteLabel, m_szEffectiveDaysLabel;
-    TextSlot m_szStepTargetLabel, m_szCalTargetLabel, m_szActTargetLabel, m_szModerateLabel;
-    TextSlot m_szAveActCalLabel, m_szMaxActCalLabel, m_szAveTotalCalLabel, m_szMaxTotalCalLabel;
-    TextSlot m_szAveStepLabel, m_szMaxStepLabel;
+    melkar::TextSlot m_szNameLabel{}, m_szGroupLabel{}, m_szNicknameLabel{}, m_szDateLabel{}, m_szCommentLabel{};
+    melkar::TextSlot m_szHeightLabel{}, m_szWeightLabel{}, m_szSexLabel{}, m_szAgeLabel{}, m_szBmiLabel{};
+    melkar::TextSlot m_szExcludeLabel{}, m_szDuringLabel{}, m_szSiteLabel{}, m_szEffectiveDaysLabel{};
+    melkar::TextSlot m_szStepTargetLabel{}, m_szCalTargetLabel{}, m_szActTargetLabel{}, m_szModerateLabel{};
+    melkar::TextSlot m_szAveActCalLabel{}, m_szMaxActCalLabel{}, m_szAveTotalCalLabel{}, m_szMaxTotalCalLabel{};
+    melkar::TextSlot m_szAveStepLabel{}, m_szMaxStepLabel{};
 
     melkar::HeaderCells m_rcCells{}; ///< by `melkar::HeaderCell`; empty until a layout fills them
 
@@ -76,8 +77,9 @@ protected:
     CString m_strLeftHeader, m_strCenterHeader, m_strRightHeader;                                             ///< kept
 
 private:
+    struct SlotKeys;
     struct KeyRows;
     struct Slots;
     struct File;
-    void Put(TextSlot& slot, const CString& text) const { slot.Set(text, m_nCharset); }
+    MELKAR_LOCAL void Put(melkar::TextSlot& slot, const CString& text) const;
 };

@@ -4,9 +4,11 @@
 
 #include <cstring>
 
-void TextSlot::Set(const CString& text, int charset) {
-    const CString head = melkar::CutText(text, kRoom - 1, charset);
-    std::memcpy(m_text, head.GetString(), static_cast<std::size_t>(head.GetLength()) + 1);
+namespace melkar {
+
+void PutText(TextSlot& slot, const CString& text, int charset) {
+    const CString head = CutText(text, sizeof slot - 1, charset);
+    std::memcpy(slot, head.GetString(), static_cast<std::size_t>(head.GetLength()) + 1);
 }
 
-int TextSlot::GetLength() const { return static_cast<int>(std::strlen(m_text)); }
+} // namespace melkar

@@ -62,7 +62,7 @@ constexpr Chart kCharts[] = {
 };
 
 // "Steps, average: 7402 steps" of the reader's " 7402 Steps ", whose words are English: the unit is the profile's.
-CString FigureLine(const TextSlot& label, const TextSlot& figure, const CString& unit) {
+CString FigureLine(const char* label, const char* figure, const CString& unit) {
     const std::string text(figure);
     const auto from = std::min(text.find_first_not_of(' '), text.size());
     const std::string number = text.substr(from, text.find(' ', from) - from);

@@ -3,6 +3,7 @@
 #include <MelkarCommon/reports/report_header_layout.h>
 #include <frame/host_fixture.h>
 
+#include <cstring>
 #include <regex>
 
 using namespace melkar;
@@ -50,14 +51,24 @@ TEST(ReportHeaderLayout, BlockThatMakesNoSenseHasNoCells) {
     }
 }
 
-TEST(TextSlot, CutsBetweenCharacters) {
-    TextSlot slot;
-    slot = CString((std::string(254, 'x') + "\xC3\xA9").c_str());
-    EXPECT_EQ(slot.GetLength(), 254) << "the last character would need byte 256";
-    slot.Set(CString((std::string(254, 'x') + "\x82\xA0").c_str()), 128);
-    EXPECT_EQ(slot.GetLength(), 254) << "two bytes of the character set";
-    slot = CString("100%n %s");
-    EXPECT_STREQ(slot, "100%n %s");
+TEST(TextSlot, HoldsWholeCharacters) {
+    const struct Case {
+        const char* why;
+        std::string text;
+        int charset;
+        std::size_t length;
+    } cases[] = {
+        {"255 bytes and a NUL", std::string(300, 'x'), 0, 255},
+        {"the last character would need byte 256", std::string(254, 'x') + "\xC3\xA9", 0, 254},
+        {"one of the character set", std::string(254, 'x') + "\x82\xA0", 128, 254},
+        {"no format", "100%n %s", 0, 8},
+    };
+    for (const Case& c : cases) {
+        TextSlot slots[2] = {"former", "next"};
+        PutText(slots[0], c.text.c_str(), c.charset);
+        EXPECT_EQ(slots[0], c.text.substr(0, c.length)) << c.why;
+        EXPECT_STREQ(slots[1], "next") << c.why;
+    }
 }
 
 class ReportHeader : public HostTest {
@@ -80,12 +91,11 @@ TEST_F(ReportHeader, EachFieldHasItsSlot) {
     constexpr std::string_view rest = "\n8000,300,30,3,6\nnone\n310,2100,7400\n640,2900,15200\ndropped\nTokyo\n";
     ASSERT_EQ(header.GetData(File(std::string(head) + "1" + std::string(rest))), 0);
     std::string texts;
-    for (const TextSlot* slot :
-         {&header.m_szName, &header.m_szNickname, &header.m_szGroup, &header.m_szComment, &header.m_szAge,
-          &header.m_szBmi, &header.m_szDuring, &header.m_szEffectiveDays, &header.m_szStepTarget, &header.m_szCalTarget,
-          &header.m_szActTarget, &header.m_szModerate, &header.m_szExclude, &header.m_szAveTotalCal,
-          &header.m_szMaxStep, &header.m_szSite})
-        texts.append(*slot).append("|");
+    for (const char* slot : {header.m_szName, header.m_szNickname, header.m_szGroup, header.m_szComment, header.m_szAge,
+                             header.m_szBmi, header.m_szDuring, header.m_szEffectiveDays, header.m_szStepTarget,
+                             header.m_szCalTarget, header.m_szActTarget, header.m_szModerate, header.m_szExclude,
+                             header.m_szAveTotalCal, header.m_szMaxStep, header.m_szSite})
+        texts.append(slot).append("|");
     EXPECT_EQ(texts,
               " Doe J Q-san|Jo| team| all well| 41 y | 22 | 3/1 - 3/31 | 28 Days | 8000 Steps | 300 Cal | 30 min. |"
               " 3 - 6 | none | 2100 Cal | 15200 Steps | Tokyo|");
@@ -93,6 +103,8 @@ TEST_F(ReportHeader, EachFieldHasItsSlot) {
     ASSERT_EQ(header.GetData(File(std::string(head) + "01" + std::string(rest) + "10\n11\n12\n45,9000\n")), 0);
     EXPECT_STREQ(header.m_szStepTarget, " 9000 Steps ") << "any other flag: from row 13";
     EXPECT_STREQ(header.m_szActTarget, " 45 min. ");
+    std::strcpy(header.m_szComment, "by a host"); // slots are buffers for it, too
+    EXPECT_STREQ(CReportHeader(header).m_szComment, "by a host");
 }
 
 TEST_F(ReportHeader, ShortFilesRepeatTheirLastRowAndMissingOnesKeepAll) {

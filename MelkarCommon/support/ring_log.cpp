@@ -28,6 +28,7 @@ constexpr off_t kRecord = 122; // a piece and CR LF
 constexpr off_t kHead = 10;    // the counter and CR LF
 constexpr std::size_t kCounterDigits = 8;
 constexpr int kLastRecord = 100000;
+constexpr std::string_view kLineEnd = "\r\n";
 constexpr auto kLongestWait = std::chrono::milliseconds(100); // for a process that was put to sleep while it wrote
 constexpr auto kTimeWithoutWait = std::chrono::seconds(10);   // after a wait that was in vain
 
@@ -144,13 +145,33 @@ int LastRecord(int file, const std::string& path) {
     return std::clamp(melkar::ParseInt(std::string_view(digits, sizeof digits)), 0, kLastRecord);
 }
 
-/// The record, and the end mark behind it, in one write. @return false once it fails.
-bool WriteRecord(int file, int record, std::string_view text) {
-    constexpr std::string_view kLineEnd = "\r\n";
+constexpr off_t OffsetOf(int record) { return kHead + kRecord * (record - 1); }
+
+/// A record as it stands in the file.
+std::string RecordOf(std::string_view text) {
     std::string bytes(text.substr(0, kPiece));
     bytes.resize(kPiece);
-    bytes.append(kLineEnd).append(kPiece - 1, '=').append(1, '\0').append(kLineEnd);
-    return WriteAt(file, kHead + kRecord * (record - 1), bytes);
+    return bytes.append(kLineEnd);
+}
+
+std::string EndMark() { return RecordOf(std::string(kPiece - 1, '=')); }
+
+/// Makes a file that was cut, or has a head and too few records, a row of whole records up to `next`: what is missing
+/// counts as empty ones, so that readers find each where its number says. What is behind `next` is whole, too.
+void Mend(int file, int last, int next) {
+    struct stat status {};
+    if (fstat(file, &status) != 0)
+        return;
+    if (status.st_size < kHead && !WriteHead(file, last))
+        return;
+    const off_t size = std::max<off_t>(status.st_size, kHead);
+    const auto cut = static_cast<std::size_t>((size - kHead) % kRecord);
+    if (cut == 0 && size >= OffsetOf(next))
+        return;
+    std::string missing = cut != 0 ? RecordOf("").substr(cut) : "";
+    while (size + static_cast<off_t>(missing.size()) < OffsetOf(next))
+        missing += RecordOf("");
+    WriteAt(file, size, missing);
 }
 
 /// @return false if the log can't be opened.
@@ -161,10 +182,13 @@ bool WritePiece(const std::string& path, std::string_view text) {
     const int last = LastRecord(log.File(), path);
     if (last < 0)
         return true;
-    const int record = last < kLastRecord ? last + 1 : 1;
-    // On a full disk the counter goes back: else it ran ahead of the records until there is room again.
-    if (WriteHead(log.File(), record) && !WriteRecord(log.File(), record, text))
-        WriteHead(log.File(), last);
+    const int next = last < kLastRecord ? last + 1 : 1;
+    Mend(log.File(), last, next);
+    // The head comes last: whoever is killed in between leaves a record that doesn't count yet.
+    if (WriteAt(log.File(), OffsetOf(next), RecordOf(text) + EndMark()))
+        WriteHead(log.File(), next);
+    else // a full disk: at least the place behind the last record has room for the end mark that stood there
+        WriteAt(log.File(), OffsetOf(next), EndMark());
     return true;
 }
 

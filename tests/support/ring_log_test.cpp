@@ -141,7 +141,7 @@ TEST_F(RingLog, NoRoomForARecord) {
         return writeLog(kLogFile, "second") + 2 * writeLog(kLogFile, "third");
     };
     EXPECT_EQ(StatusOf(Start(writeWithoutRoom)), 0);
-    EXPECT_EQ(Log().substr(0, 10), "00000001\r\n");
+    EXPECT_EQ(Log().substr(0, before.size()), before) << "with its end mark";
     EXPECT_EQ(writeLog(kLogFile, "fourth"), 0);
     EXPECT_EQ(Record(Log(), 1), Record(before, 1));
     EXPECT_EQ(Record(Log(), 2).substr(kStampLength, 6), "fourth");
@@ -169,24 +169,48 @@ TEST_F(RingLog, TwoProcessesLoseNothing) {
     EXPECT_EQ(Record(log, 401), kEndMark);
 }
 
-TEST_F(RingLog, GoesOnAfterAKill) {
-    for (int round = 0; round < 20; ++round) {
-        std::filesystem::remove(work.Path("log/graph.log"));
-        const pid_t child = Start([] {
-            while (writeLog(kLogFile, "line") == 0) {
-            }
-            return 1;
+/// A limit on the size of files kills at the write that crosses it, where `room` bytes behind the last record are left.
+TEST_F(RingLog, AKillLeavesNoHole) {
+    for (const auto& [why, room] : {std::pair{"before the record", 0},
+                                    {"within the record", 50},
+                                    {"before the end mark", 122},
+                                    {"within the end mark", 200}}) {
+        SetLog("");
+        writeLog(kLogFile, "first");
+        const std::string before = Log();
+        const rlim_t limit = 10 + kRecord + room;
+        const pid_t child = Start([limit] {
+            const rlimit sizes{limit, limit};
+            setrlimit(RLIMIT_FSIZE, &sizes);
+            return writeLog(kLogFile, "killed");
         });
-        std::this_thread::sleep_for(std::chrono::microseconds(200 + 317 * round));
-        kill(child, SIGKILL);
-        ASSERT_EQ(StatusOf(child), -SIGKILL);
-        const std::string killed = Log();
-        const std::size_t last = killed.empty() ? 0 : std::stoul(killed.substr(0, 8));
-        ASSERT_EQ(writeLog(kLogFile, "after"), 0);
+        EXPECT_EQ(StatusOf(child), -SIGXFSZ) << why;
+        EXPECT_EQ(Log().substr(0, 10 + kRecord), before.substr(0, 10 + kRecord)) << why << ": head and first record";
+        EXPECT_EQ(writeLog(kLogFile, "after"), 0) << why;
         const std::string log = Log();
-        ASSERT_EQ(Record(log, last + 1).substr(kStampLength, 6), "after\0"s);
-        ASSERT_EQ(Record(log, last + 2), kEndMark);
-        ASSERT_EQ(log.size(), 10 + kRecord * (last + 2));
+        EXPECT_EQ(log.substr(0, 10), "00000002\r\n") << why;
+        EXPECT_EQ(Record(log, 2).substr(kStampLength, 6), "after\0"s) << why;
+        EXPECT_EQ(Record(log, 3), kEndMark) << why;
+        EXPECT_EQ(log.size(), 10 + 3 * kRecord) << why;
+    }
+}
+
+TEST_F(RingLog, MendsWhatWasCut) {
+    const std::string whole = "00000003\r\n" + Padded("one") + Padded("two") + Padded("three") + kEndMark;
+    const std::tuple<const char*, std::size_t, const char*, const char*> cases[] = {
+        {"within the end mark", whole.size() - 10, "two", "three"},
+        {"within the last record", whole.size() - 2 * kRecord + 3, "two", "thr"},
+        {"two records are missing", whole.size() - 3 * kRecord, "", ""},
+    };
+    for (const auto& [why, size, second, third] : cases) {
+        SetLog(whole.substr(0, size));
+        EXPECT_EQ(writeLog(kLogFile, "four"), 0) << why;
+        const std::string log = Log();
+        EXPECT_EQ(log.substr(0, 10 + kRecord), "00000004\r\n" + Padded("one")) << why;
+        EXPECT_EQ(Record(log, 2), Padded(second)) << why;
+        EXPECT_EQ(Record(log, 3), Padded(third)) << why;
+        EXPECT_EQ(Record(log, 4).substr(kStampLength, 5), "four\0"s) << why;
+        EXPECT_EQ(log.substr(10 + 4 * kRecord), kEndMark) << why;
     }
 }
 

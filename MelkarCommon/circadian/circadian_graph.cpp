@@ -47,6 +47,12 @@ struct CCircadianGraph::KeyRows : melkar::Keys<CCircadianGraph> {
         Text<&G::m_strExerciseLabel>(Own, "EXERCISE_LABEL", "before the exercise amount"),
         Text<&G::m_strToroken>(Own, "TOROKEN", "last line of the summary of a day that is flagged so")
             .Example("Entered by hand in part"),
+        Message<&G::m_strNoDataMessage>(Own, "NODATA_MESSAGE", "shown on a day without data")
+            .Else<&G::m_strNoDataMessage>("that of COMMON")
+            .Example("No data __n__ for this day"),
+        Message<&G::m_strExcludeMessage>(Own, "EXCLUDE_MESSAGE", "shown on an excluded day")
+            .Else<&G::m_strExcludeMessage>("that of COMMON")
+            .Example("Excluded __n__ from the evaluation"),
     };
 };
 

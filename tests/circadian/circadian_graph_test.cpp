@@ -21,7 +21,7 @@ constexpr std::string_view kProfile =
     "VIGOROUSCOLOR_RGB=30,0,0\nMODERATECOLOR_RGB=20,0,0\nLIGHTCOLOR_RGB=10,0,0\nPOLYGONCOLOR_RGB=60,0,0\n"
     "EVENTCOLOR_RGB=70,0,0\nVIGOROUSLABEL=vig\nMODERATELABEL=mod\nLIGHTLABEL=light\nCALMLABEL=calmcalmcalmcalm\n"
     "INTENSITY=level\nMIN=min\nSTEPUNIT=steps\nACTCALUNIT=kcal  act\nTOTALCALUNIT=kcal\nTIMEUNIT=h\n"
-    "EXERCISE_UNIT=Ex\nEXERCISE_LABEL=sport\nTOROKEN=flagged\n";
+    "EXERCISE_UNIT=Ex\nEXERCISE_LABEL=sport\nTOROKEN=flagged\nEXCLUDE_MESSAGE=day out\n";
 
 /// A day as a host has it; what `Set` takes.
 struct Day {
@@ -180,8 +180,8 @@ TEST_F(CircadianGraph, Statuses) {
         const char* message; ///< centred on x = 550, y = 50 + 278 / 2 - 54 / 2 = 162
     } cases[] = {
         {"figures", 0, true, ""},
-        {"excluded", 1, true, "text \"left out\" 446,162 208x54 \"F 43\" #090000"},
-        {"no data", 2, true, "text \"nodata\" 472,162 156x54 \"F 43\" #020000"},
+        {"excluded, in words of its own", 1, true, "text \"day out\" 459,162 182x54 \"F 43\" #090000"},
+        {"no data, in those of all graphs", 2, true, "text \"nodata\" 472,162 156x54 \"F 43\" #020000"},
         {"no data either", 3, true, "text \"nodata\" 472,162 156x54 \"F 43\" #020000"},
         {"no records: the message alone", 4, false, "text \"none\" 498,162 104x54 \"F 43\" #040000"},
         {"any other is like figures", 5, true, ""},

@@ -1,5 +1,7 @@
 #include "paper_sheets.h"
 
+#include "level_minutes.h"
+
 #include <MelkarCommon/platform/scoped.h>
 
 #include <algorithm>
@@ -62,13 +64,24 @@ void CPaperSheets::ReadFrom(int sheet) {
 }
 
 long CPaperSheets::SetDayData(int day, double from, double to, CString date, int status, int steps, int actCal,
-                              int totalCal, double time, CStringArray* events, CStringArray* levels, double* intensity,
+                              int totalCal, double, CStringArray* events, CStringArray* levels, double* intensity,
                               int toroken, float exercise) {
     if (day > kDaysOfWeek)
         return 0;
     if (m_count >= m_first && m_count - m_first < kDaysAtHand) {
-        Day& kept = m_days.emplace_back(Day{
-            from, to, std::move(date), status, steps, actCal, totalCal, time, *events, *levels, {}, toroken, exercise});
+        Day& kept = m_days.emplace_back(Day{from,
+                                            to,
+                                            std::move(date),
+                                            status,
+                                            steps,
+                                            actCal,
+                                            totalCal,
+                                            MinutesFromLevel(*levels, from),
+                                            *events,
+                                            *levels,
+                                            {},
+                                            toroken,
+                                            exercise});
         std::copy_n(intensity, kept.intensity.size(), kept.intensity.begin());
     }
     ++m_count;

@@ -1,5 +1,7 @@
 #include "printed_weeks.h"
 
+#include "level_minutes.h"
+
 #include <utility>
 
 namespace {
@@ -18,9 +20,9 @@ long CPrintedWeeks::ReadWeekDataFile(char* file, int page) {
 }
 
 long CPrintedWeeks::SetDayData(int day, double from, double to, CString date, int status, int steps, int actCal,
-                               int totalCal, double time, CStringArray* events, CStringArray* levels, double* intensity,
+                               int totalCal, double, CStringArray* events, CStringArray* levels, double* intensity,
                                int toroken, float exercise) {
     m_weeksRead += day == kEighthLine;
-    return CWeeklyCircadian::SetDayData(day, from, to, std::move(date), status, steps, actCal, totalCal, time, events,
-                                        levels, intensity, toroken, exercise);
+    return CWeeklyCircadian::SetDayData(day, from, to, std::move(date), status, steps, actCal, totalCal,
+                                        MinutesFromLevel(*levels, from), events, levels, intensity, toroken, exercise);
 }

@@ -15,9 +15,11 @@ constexpr int kDaysAtHand = 256;
 // Points.
 constexpr int kDateSize = 10;
 constexpr int kTextSize = 8;
+constexpr int kSmallTextSize = 7; // of a summary on narrow paper
 constexpr int kMessageSize = 20;
 
 constexpr int kHalfLine = 6; // units, of a text of 8 points
+constexpr int kNarrowPanel = 400;
 
 } // namespace
 
@@ -29,13 +31,14 @@ CPaperDay::CPaperDay(HDC page, const char* section) : CCircadianGraph(nullptr, p
 }
 
 // The library begins in the middle between the panel's top and the first line of its scale, and puts the remark on a
-// second line. Half a line higher nothing is crossed; the remark goes to the right. Panels without a scale have room.
+// second line. Half a line higher nothing is crossed; panels without a scale have room. The remark stands beside the
+// date, so that it meets no summary, however long.
 void CPaperDay::WriteMessage() {
-    if (m_nLang != 0)
-        return CCircadianGraph::WriteMessage();
     const CRect panel = m_rcLeft;
     const int hasRemark = std::exchange(m_bToroken, 0);
-    m_rcLeft.OffsetRect(0, -kHalfLine);
+    m_nSummaryFontSize = panel.Width() < kNarrowPanel ? kSmallTextSize : kTextSize;
+    if (m_nLang == 0)
+        m_rcLeft.OffsetRect(0, -kHalfLine);
     CCircadianGraph::WriteMessage();
     m_rcLeft = panel;
     m_bToroken = hasRemark;
@@ -44,8 +47,7 @@ void CPaperDay::WriteMessage() {
 }
 
 void CPaperDay::WriteRemark() {
-    constexpr int kGap = 8;
-    const CRect band(m_rcLeft.left, m_rcLeft.top, m_rcLeft.right - kGap, m_rcLeft.top + m_rcLeft.Height() / 10);
+    const CRect band(m_rcLeft.left, m_rcGraph.top, m_rcLeft.right, m_rcLeft.top);
     const melkar::ScopedFont font(m_hMemDC, ChartFont(kTextSize));
     PaintText(m_strToroken, band, DT_RIGHT | DT_VCENTER | DT_SINGLELINE);
 }

@@ -7,7 +7,7 @@
 #include <vector>
 
 // The sheet of a day as it stands on paper, where several share a page: its letters are as small beside the sheet as
-// they are on a wide screen, and the summary keeps between two lines of the scale.
+// they are on a wide screen, the summary keeps between two lines of the scale, and the remark stands beside the date.
 class CPaperDay : public CCircadianGraph {
 public:
     CPaperDay(HDC page, const char* section);

@@ -12,7 +12,6 @@
 #include <algorithm>
 #include <filesystem>
 #include <iterator>
-#include <type_traits>
 
 namespace {
 
@@ -26,47 +25,78 @@ constexpr int kDiscHeight = 90;
 constexpr int kChartHeight = 256; // at least: the figures of its scale don't touch
 constexpr int kSheetHeight = 172; // at least: the same
 constexpr int kFigureHeight = 18; // a line of the summary
-constexpr int kSummaryHeight = 4 * kFigureHeight + kGap / 2 + kLineHeight + kBmiHeight;
+constexpr int kBmiTop = 4 * kFigureHeight + kGap / 2 + kLineHeight;
+constexpr int kSideBySide = 2 * kGaugeWidth + kGap; // on narrower paper the gauges stand one below the other
+constexpr int kLegendsWidth = 640;                  // at least: the steps' title, target and average in one row
 
 constexpr int kTextSize = 9; // points
 constexpr int kPointsPerInch = 72;
 constexpr COLORREF kInk = RGB(38, 50, 66);
 
-// Paints a graph straight onto the page. Thirty days leave no room for figures on the bars; the data files name no
-// target.
+// Paints a graph straight onto the page. Thirty days leave no room for figures on the bars.
 template <class Graph> class OnPage : public Graph {
 public:
     OnPage(HDC page, const char* section) : Graph(nullptr, page, section, page, page, page) {
         this->SetDirectOutput(1);
         if constexpr (requires { this->m_bValueOnBar; })
             this->m_bValueOnBar = 0;
-        if constexpr (std::is_same_v<Graph, CStepGraph>)
-            this->SetPrintTarget(0);
     }
     void Show(const CRect& area, std::string file) { this->Draw(area, file.data()); }
 };
 
-template <class Graph> void ShowOn(HDC page, const char* section, const CRect& area, const std::string& file) {
+// The file of the steps names no target; the head of the report does.
+class StepsOnPage : public OnPage<CStepGraph> {
+public:
+    StepsOnPage(HDC page, const char* section, const CString& target) : OnPage(page, section), m_target(target) {}
+
+    long ReadDataFile(char* path) override {
+        const long result = OnPage::ReadDataFile(path);
+        for (int day = 0; day < m_saDates.GetSize(); ++day)
+            m_saTargets.SetAtGrow(day, m_target);
+        return result;
+    }
+
+private:
+    CString m_target;
+};
+
+template <class Graph>
+void ShowOn(HDC page, const char* section, const CRect& area, const std::string& file, const CString&) {
     OnPage<Graph>(page, section).Show(area, file);
+}
+
+void ShowSteps(HDC page, const char* section, const CRect& area, const std::string& file, const CString& target) {
+    StepsOnPage steps(page, section, target);
+    if (area.Width() < kLegendsWidth)
+        steps.SetPrintAverage(0); // a line of the summary says it
+    steps.Show(area, file);
 }
 
 struct Chart {
     const char* section;
     const char* file;
-    void (*show)(HDC page, const char* section, const CRect& area, const std::string& file);
+    void (*show)(HDC page, const char* section, const CRect& area, const std::string& file, const CString& stepTarget);
 };
 constexpr Chart kCharts[] = {
-    {"STEPS", "steps-month.csv", ShowOn<CStepGraph>},
+    {"STEPS", "steps-month.csv", ShowSteps},
     {"EXPENDITURE", "expenditure-month.csv", ShowOn<CExpenditureGraph>},
     {"SIMULATION", "simulation-plan.csv", ShowOn<CSimulation>},
 };
 
-// "Steps, average: 7402 steps" of the reader's " 7402 Steps ", whose words are English: the unit is the profile's.
-CString FigureLine(const char* label, const char* figure, const CString& unit) {
+// "7402" of the reader's " 7402 Steps ", whose words are English.
+CString NumberOf(const char* figure) {
     const std::string text(figure);
     const auto from = std::min(text.find_first_not_of(' '), text.size());
-    const std::string number = text.substr(from, text.find(' ', from) - from);
-    return CString(label) + " " + number.c_str() + " " + unit;
+    return text.substr(from, text.find(' ', from) - from).c_str();
+}
+
+// "Steps, average: 7402 steps", with the unit of the profile.
+CString FigureLine(const char* label, const char* figure, const CString& unit) {
+    return CString(label) + " " + NumberOf(figure) + " " + unit;
+}
+
+int SummaryHeight(int width) {
+    return kBmiTop + kBmiHeight + (width >= kSideBySide ? 0 : kGap / 2 + kLineHeight + kDiscHeight);
 }
 
 // Boxes in their order on the pages.
@@ -99,7 +129,7 @@ int CMonthReport::CalcRects() {
 }
 
 void CMonthReport::LayOutBoxes() {
-    std::vector<FlowBox> boxes = {{kSummaryHeight, false}};
+    std::vector<FlowBox> boxes = {{SummaryHeight(m_rcGraphs.Width()), false}};
     boxes.insert(boxes.end(), std::size(kCharts), {kChartHeight, true});
     boxes.insert(boxes.end(), static_cast<std::size_t>(m_sheets->Count()), {kSheetHeight, true});
     m_places = FlowOverPages(boxes, m_rcGraphs.Height(), kGap);
@@ -141,7 +171,7 @@ void CMonthReport::DrawBox(int box, const CRect& area) {
     if (box >= kFirstSheet)
         return m_sheets->DrawSheet(area, box - kFirstSheet);
     const Chart& chart = kCharts[box - kFirstChart];
-    chart.show(m_hPrnDC, chart.section, area, DataFile(chart.file));
+    chart.show(m_hPrnDC, chart.section, area, DataFile(chart.file), NumberOf(m_header.m_szStepTarget));
 }
 
 int CMonthReport::DrawFooter() {
@@ -151,15 +181,16 @@ int CMonthReport::DrawFooter() {
     return 0;
 }
 
-// Figures and body mass index at the left, the degree of obesity at the right.
+// Figures and body mass index at the left, the degree of obesity at the right or below them.
 void CMonthReport::DrawSummary(const CRect& area) {
-    const int width = std::min(kGaugeWidth, (area.Width() - kGap) / 2);
-    const CRect bmi(area.left, area.bottom - kBmiHeight, area.left + width, area.bottom);
+    const int width = std::min(kGaugeWidth, area.Width());
+    const int right = area.Width() >= kSideBySide ? area.right : area.left + width; // of the lower gauge
+    const CRect bmi(area.left, area.top + kBmiTop, area.left + width, area.top + kBmiTop + kBmiHeight);
     DrawFigures(CRect(area.left, area.top, bmi.right, bmi.top - kLineHeight));
     Write(CRect(bmi.left, bmi.top - kLineHeight, bmi.right, bmi.top), CString(m_header.m_szBmiLabel), DT_LEFT);
     OnPage<CBMIGraph_Eng>(m_hPrnDC, "BMI").Show(bmi, DataFile("bmi.csv"));
 
-    const CRect disc(area.right - width, area.bottom - kDiscHeight, area.right, area.bottom);
+    const CRect disc(right - width, area.bottom - kDiscHeight, right, area.bottom);
     Write(CRect(disc.left, disc.top - kLineHeight, disc.right, disc.top), m_obesityLabel, DT_LEFT);
     OnPage<CHimandGraph>(m_hPrnDC, "HIMAND").Show(disc, DataFile("himand.csv"));
 }

@@ -192,7 +192,7 @@ expect_report() {
 }
 expect_report "a report"            0 '^[0-9]+ pages$' --printer r.pdf
 pdftotext -layout r.pdf r.txt
-for word in 'Dr. Ann Weaver' '179 cm' 'Steps per day' 'Weight plan' 'kcal in all' 'Page 2 / '; do
+for word in 'Dr. Ann Weaver' '179 cm' 'Steps per day' 'Weight plan' 'kcal total' 'Page 2 / '; do
     grep -q "$word" r.txt || fail "a report" "it lacks: $word"
 done
 "$melkar" report --base app/bin --header data/report-header.csv --data data --printer - >p.pdf || true

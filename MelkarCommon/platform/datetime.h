@@ -9,10 +9,11 @@ class MELKAR_API COleDateTime {
 public:
     /// Sets the moment. @return 0, or 1 if there is no such moment; the object is invalid then.
     int SetDateTime(int year, int month, int day, int hour, int minute, int second);
+    /// Takes a moment of the platform; invalid if there is no such one.
     COleDateTime& operator=(const SYSTEMTIME& time);
 
-    bool IsValid() const { return m_valid; }
-    int GetDayOfWeek() const; ///< 1 is Sunday, 7 Saturday; 0 if invalid
+    bool IsValid() const { return m_valid; } ///< whether it holds a moment
+    int GetDayOfWeek() const;                ///< 1 is Sunday, 7 Saturday; 0 if invalid
 
     /// Formats with a `strftime` pattern, as the locale of the process stands. A result above 64 KiB, and an invalid
     /// moment, give the empty string.

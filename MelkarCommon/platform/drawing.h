@@ -42,14 +42,21 @@ MELKAR_API HGDIOBJ GetStockObject(int index);
 /// Stores a `BITMAP` for a bitmap, a `LOGFONTA` for a font. @return the bytes stored, or 0.
 MELKAR_API int GetObjectA(HGDIOBJ object, int size, void* out);
 
+/// A font by its description in single values, which `LOGFONTA` explains; a null face is the machine's sans.
+/// @return null without memory, as the other calls that make objects.
 MELKAR_API HFONT CreateFontA(int height, int width, int escapement, int orientation, int weight, DWORD italic,
                              DWORD underline, DWORD strikeOut, DWORD charSet, DWORD outPrecision, DWORD clipPrecision,
                              DWORD quality, DWORD pitchAndFamily, const char* face);
+/// A font by its description; null for none.
 MELKAR_API HFONT CreateFontIndirectA(const LOGFONTA* description);
+/// A pen of a style in types.h (an unknown one is solid) and a width in device units.
 MELKAR_API HPEN CreatePen(int style, int width, COLORREF color);
-/// Style bits beyond `PS_STYLE_MASK` and user patterns are ignored.
+/// The same with the colour of `brush`, null without one. Style bits beyond `PS_STYLE_MASK` and user patterns are
+/// ignored.
 MELKAR_API HPEN ExtCreatePen(DWORD style, DWORD width, const LOGBRUSH* brush, DWORD patternCount, const DWORD* pattern);
+/// A brush that fills with a colour.
 MELKAR_API HBRUSH CreateSolidBrush(COLORREF color);
+/// A brush by its description; null for none.
 MELKAR_API HBRUSH CreateBrushIndirect(const LOGBRUSH* brush);
 /// A polygon; `mode` is `ALTERNATE` or `WINDING`. Null for fewer than three points.
 MELKAR_API HRGN CreatePolygonRgn(const POINT* points, int count, int mode);
@@ -59,28 +66,40 @@ MELKAR_API HANDLE LoadImageA(HINSTANCE instance, const char* name, UINT type, in
 
 // State
 
-MELKAR_API int SetBkMode(HDC surface, int mode);               ///< @return the former mode, 0 on failure
-MELKAR_API COLORREF SetBkColor(HDC surface, COLORREF color);   ///< @return the former colour
-MELKAR_API COLORREF SetTextColor(HDC surface, COLORREF color); ///< @return the former colour
+/// Whether texts and the gaps of patterns stand on the background colour: `OPAQUE`, or `TRANSPARENT`.
+/// @return the former mode, 0 on failure
+MELKAR_API int SetBkMode(HDC surface, int mode);
+/// The colour under texts and in the gaps of patterns. @return the former one
+MELKAR_API COLORREF SetBkColor(HDC surface, COLORREF color);
+/// The colour of texts. @return the former one
+MELKAR_API COLORREF SetTextColor(HDC surface, COLORREF color);
 /// `LOGPIXELSX`, `LOGPIXELSY`: dots per inch; 96 for a null surface. `HORZRES`, `VERTRES`: width and height in device
 /// units, of a compatible surface those of the one that it suits. Other queries give 0.
 MELKAR_API int GetDeviceCaps(HDC surface, int query);
 
 // Drawing
 
-/// Restarts the pen's pattern.
+/// Where the next line begins; restarts the pen's pattern. @param surface drawn on @param x of the point @param y of
+/// the point @param former gets the position before, if it isn't null @return FALSE for a null surface
 MELKAR_API BOOL MoveToEx(HDC surface, int x, int y, POINT* former);
-/// Leaves out the end point. Lines that follow each other wait to be drawn as one path with whole corners, until
-/// something else is drawn or looked at; on memory that was handed out each is drawn at once. A line may fail for want
-/// of memory; the next one starts at its end nevertheless. One for which that shows only later makes the later call
-/// fail, and waits on.
+/// A line from the position to (x, y), where the next one begins; it leaves out its end point. Lines that follow each
+/// other wait to be drawn as one path with whole corners, until something else is drawn or looked at; on memory that
+/// was handed out each is drawn at once. A line may fail for want of memory; the next one starts at its end
+/// nevertheless. One for which that shows only later makes the later call fail, and waits on. @return FALSE if nothing
+/// was drawn
 MELKAR_API BOOL LineTo(HDC surface, int x, int y);
+/// A rectangle, filled by the brush and framed by the pen; edges may stand in any order. @return FALSE if nothing was
+/// drawn, as of the calls below
 MELKAR_API BOOL Rectangle(HDC surface, int left, int top, int right, int bottom);
+/// The ellipse in a rectangle, filled by the brush and outlined by the pen within it.
 MELKAR_API BOOL Ellipse(HDC surface, int left, int top, int right, int bottom);
 /// The slice of the ellipse in the rectangle from the radial through (x1, y1) counter-clockwise to the
 /// radial through (x2, y2); equal radials give the whole disc.
 MELKAR_API BOOL Pie(HDC surface, int left, int top, int right, int bottom, int x1, int y1, int x2, int y2);
+/// Fills a region with a brush, which needn't be selected.
 MELKAR_API BOOL FillRgn(HDC surface, HRGN region, HBRUSH brush);
+/// Copies width x height pixels of one surface to another, or to another place on the same. What was recorded stays
+/// vector under `SRCCOPY`. Nothing for a size below 1 and for an unknown operation.
 MELKAR_API BOOL BitBlt(HDC to, int x, int y, int width, int height, HDC from, int fromX, int fromY, DWORD operation);
 /// Scales: `SRCCOPY` smoothly, `SRCAND` and `SRCPAINT` by the nearest pixel; what was recorded is played at pixels.
 MELKAR_API BOOL StretchBlt(HDC to, int x, int y, int width, int height, HDC from, int fromX, int fromY, int fromWidth,
@@ -95,5 +114,7 @@ MELKAR_API BOOL TextOutA(HDC surface, int x, int y, const char* text, int length
 /// `DT_SINGLELINE`), with `DT_WORDBREAK` also at the rectangle's width. Vertical placement counts only with
 /// `DT_SINGLELINE`. Drawing is clipped to the rectangle; measuring sets right and bottom and nothing else.
 /// An empty text has no width; with `DT_SINGLELINE` it is one line high, else of no height.
-/// @param length bytes of the text, -1 for all of it. @return the height of the text, 0 on failure.
+/// @param surface drawn on, in its font and colour of texts @param text is never written to
+/// @param length bytes of the text, -1 for all of it @param rect in device units
+/// @param format `DT_...` @param parameters unused: null @return the height of the text, 0 on failure.
 MELKAR_API int DrawTextExA(HDC surface, char* text, int length, RECT* rect, UINT format, void* parameters);

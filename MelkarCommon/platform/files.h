@@ -16,12 +16,12 @@ namespace melkar {
 /// device counts as a file that can't be opened, so that no read ever waits.
 class MELKAR_API LineReader {
 public:
-    explicit LineReader(const char* path);
+    explicit LineReader(const char* path); ///< opens the file, which is closed with the reader
     ~LineReader();
     LineReader(const LineReader&) = delete;
     LineReader& operator=(const LineReader&) = delete;
 
-    bool IsOpen() const { return m_file >= 0; }
+    bool IsOpen() const { return m_file >= 0; } ///< whether there are lines to be asked for
 
     /// The next line with its line feed, of at most `limit` characters: a longer line goes on as the
     /// next one. The pointer is valid until the next call; null at the end of the file.

@@ -12,6 +12,7 @@ namespace melkar {
 /// Selects an object that stays its owner's; null selects nothing.
 class ScopedSelection {
 public:
+    /// From here to the end of the scope.
     ScopedSelection(HDC surface, HGDIOBJ object) : m_surface(surface), m_former(SelectObject(surface, object)) {}
     ~ScopedSelection() { SelectObject(m_surface, m_former); }
     ScopedSelection(const ScopedSelection&) = delete;
@@ -25,6 +26,7 @@ private:
 /// Selects an object that it owns from now on; null selects nothing.
 class ScopedObject {
 public:
+    /// From here to the end of the scope.
     ScopedObject(HDC surface, HGDIOBJ object)
         : m_surface(surface), m_object(object), m_former(SelectObject(surface, object)) {}
     ~ScopedObject() {
@@ -40,25 +42,32 @@ private:
     HGDIOBJ m_former;
 };
 
+/// A font for one scope.
 class ScopedFont : public ScopedObject {
 public:
+    /// Takes the font over.
     ScopedFont(HDC surface, HFONT font) : ScopedObject(surface, font) {}
 };
 
+/// A pen for one scope.
 class ScopedPen : public ScopedObject {
 public:
+    /// Arguments as for `CreatePen`.
     ScopedPen(HDC surface, int style, int width, COLORREF color)
         : ScopedObject(surface, CreatePen(style, width, color)) {}
 };
 
+/// A brush for one scope.
 class ScopedBrush : public ScopedObject {
 public:
+    /// Fills with a colour.
     ScopedBrush(HDC surface, COLORREF color) : ScopedObject(surface, CreateSolidBrush(color)) {}
 };
 
 /// Sets the background mode (OPAQUE or TRANSPARENT) for one scope.
 class ScopedBkMode {
 public:
+    /// From here to the end of the scope.
     ScopedBkMode(HDC surface, int mode) : m_surface(surface), m_former(SetBkMode(surface, mode)) {}
     ~ScopedBkMode() {
         if (m_former != 0)
@@ -75,6 +84,7 @@ private:
 /// Sets the colour of texts for one scope.
 class ScopedTextColor {
 public:
+    /// From here to the end of the scope.
     ScopedTextColor(HDC surface, COLORREF color) : m_surface(surface), m_former(SetTextColor(surface, color)) {}
     ~ScopedTextColor() { SetTextColor(m_surface, m_former); }
     ScopedTextColor(const ScopedTextColor&) = delete;

@@ -21,8 +21,9 @@ MELKAR_API HDC CreateMemorySurface(int width, int height, int dpi = 96);
 /// least 4 x width). The memory stays the host's and must outlive the surface.
 MELKAR_API HDC WrapPixels(void* pixels, int width, int height, int strideBytes, int dpi = 96);
 
+/// What a page surface writes.
 enum class PageFormat {
-    Pdf,
+    Pdf,         ///< texts as glyphs with their characters beside them, so that they can be searched and copied
     Svg,         ///< texts as texts: a reader's machine needs their fonts, or others stand in at the same length
     SvgOutlines, ///< texts as outlines, with unseen texts on top for those who search and copy
 };
@@ -38,12 +39,12 @@ MELKAR_API HDC CreatePageSurface(const char* path, PageFormat format, int width,
 /// machine's fonts change a record.
 MELKAR_API HDC CreateRecordingSurface(int width, int height, int dpi = 96);
 
-/// The pixels of a memory surface; `stride` in pixels.
+/// The pixels of a memory surface.
 struct PixelView {
-    const std::uint32_t* pixels;
-    int width;
-    int height;
-    int stride;
+    const std::uint32_t* pixels; ///< 0xFFRRGGBB, top row first
+    int width;                   ///< pixels
+    int height;                  ///< rows
+    int stride;                  ///< pixels from row to row
 };
 
 /// Valid until the surface is deleted or another bitmap is selected into it. All zero without pixels, and

@@ -10,13 +10,23 @@
 /// @file
 /// A draw cycle as a table of steps, which reads like the list of what one sees, and the one way to run it.
 ///
-///     struct CThermometer::Cycle : melkar::Steps<CThermometer> {
+/// @code{.cpp}
+/// class CThermometer : public CGraph {
+/// public:
+///     using CGraph::CGraph;
+///     long Draw(CRect area, char* path) override { return melkar::RunCycle(*this, Cycle::steps, area, path); }
+///     virtual long DrawColumn() { return 0; }
+///     virtual long DrawScale() { return 0; }
+///
+/// private:
+///     struct Cycle : melkar::Steps<CThermometer> {
 ///         static constexpr Step steps[] = {
 ///             &G::ReadDataFile, {&G::BeginCycle, Needed}, {&G::DrawNoRecordsMessage, LastIfPainted},
 ///             &G::FillCanvas,   &G::DrawColumn,           &G::DrawScale,
 ///         };
 ///     };
-///     long CThermometer::Draw(CRect area, char* path) { return melkar::RunCycle(*this, Cycle::steps, area, path); }
+/// };
+/// @endcode
 ///
 /// The copy at the end of a cycle is no step: it is made once, whatever the table says.
 
@@ -24,13 +34,13 @@ namespace melkar {
 
 /// What a host gives to a cycle.
 struct CycleInput {
-    CRect area;
-    char* path = nullptr;
+    CRect area;           ///< where the graph stands, device units
+    char* path = nullptr; ///< of the data file
 };
 
 /// What a step's result means to the cycle, where it isn't 0.
 enum class StepResult : std::uint8_t {
-    Ignored,
+    Ignored,       ///< nothing: the cycle goes on
     Needed,        ///< it is the cycle's result; nothing more is painted and nothing copied
     LastIfPainted, ///< a message stands in for the steps that follow
 };
@@ -46,15 +56,20 @@ template <class Graph> class Step {
     static constexpr StepResult Ignored = StepResult::Ignored;
 
 public:
-    // Tables list operations, so that all of these are implicit.
+    /// @name Operations
+    /// @{
+
+    /// The step that calls it; implicit, for a table lists operations.
     constexpr Step(Result step, StepResult meaning = Ignored) : m_operation(step), m_meaning(meaning) {}    // NOLINT
     constexpr Step(IntResult step, StepResult meaning = Ignored) : m_operation(step), m_meaning(meaning) {} // NOLINT
     constexpr Step(NoResult step) : m_operation(step), m_meaning(Ignored) {}                                // NOLINT
     constexpr Step(OnArea step, StepResult meaning = Ignored) : m_operation(step), m_meaning(meaning) {}    // NOLINT
     constexpr Step(OfFile step, StepResult meaning = Ignored) : m_operation(step), m_meaning(meaning) {}    // NOLINT
+    /// @}
 
-    StepResult Meaning() const { return m_meaning; }
+    StepResult Meaning() const { return m_meaning; } ///< of its result
 
+    /// Calls the operation. @return its result; 0 of one that has none
     long Run(Graph& graph, const CycleInput& input) const {
         return std::visit([&](auto step) { return Call(graph, input, step); }, m_operation);
     }
@@ -75,10 +90,10 @@ private:
 
 /// Names for the table of one class, which derives from it.
 template <class Graph> struct Steps {
-    using G = Graph;
-    using Step = melkar::Step<Graph>;
-    static constexpr StepResult Needed = StepResult::Needed;
-    static constexpr StepResult LastIfPainted = StepResult::LastIfPainted;
+    using G = Graph;                                                       ///< the class, for `&G::Operation`
+    using Step = melkar::Step<Graph>;                                      ///< a row of the table
+    static constexpr StepResult Needed = StepResult::Needed;               ///< see `StepResult`
+    static constexpr StepResult LastIfPainted = StepResult::LastIfPainted; ///< likewise
 };
 
 /// Runs a table of steps, one after the other. @return 0, or the result of a needed step that failed

@@ -12,12 +12,13 @@
 
 namespace melkar {
 
+/// A data file of the host while it is read: its rows, one after the other, split into fields.
 class MELKAR_API DataFile {
 public:
     /// A file that can't be opened leaves a line in the log that names it.
     explicit DataFile(const char* path);
 
-    bool IsOpen() const { return m_lines.IsOpen(); }
+    bool IsOpen() const { return m_lines.IsOpen(); } ///< whether there are rows to be asked for
 
     /// The next row, of at most `limit` characters, line end included (a longer one goes on as the next row); null
     /// behind the last one. Valid until the next row.

@@ -21,23 +21,30 @@
 /// The columns of a data file, stated once. A class keeps a table of rows; its reader walks the table over each line of
 /// the file, and whoever documents, checks or writes such files walks the same rows.
 ///
-///     struct CThermometer::File : melkar::Columns<CThermometer> {
-///         static constexpr Form form{2, "day"}; // two head rows, then a row a day
-///         static constexpr Row rows[] = {
-///             Whole<&G::m_nMax>(7, "top", "degrees").Means("top of the scale").InHead(1).Example("40"),
-///             Status(0),
-///             Caption(1),
-///             Figure<&G::m_saValues>(2, "temperature", "degrees").Within(-50, 60).Needed().Example("21.5|22|19"),
-///         };
-///     };
-///
-///     long CThermometer::ReadDataFile(char* path) {
-///         return melkar::ReadFile("CThermometer::ReadDataFile", path, [this](melkar::DataFile& file) {
+/// @code{.cpp}
+/// class CThermometers : public CBarGraph {
+/// public:
+///     using CBarGraph::CBarGraph;
+///     long ReadDataFile(char* path) override {
+///         return melkar::ReadFile("CThermometers::ReadDataFile", path, [this](melkar::DataFile& file) {
 ///             ForgetDays();
 ///             melkar::ReadHeads<File>(*this, file);
 ///             return melkar::ReadRows<File>(*this, file);
 ///         });
 ///     }
+///
+/// private:
+///     struct File : melkar::Columns<CThermometers> {
+///         static constexpr Form form{2, "day"}; // two head rows, then a row a day
+///         static constexpr Row rows[] = {
+///             Whole<&G::m_nChartMax>(7, "top", "degrees").Means("top of the scale").InHead(1).Example("40"),
+///             Status(0),
+///             Caption(1),
+///             Figure<&G::m_saValues>(2, "temperature", "degrees").Within(-50, 60).Needed().Example("21.5|22|19"),
+///         };
+///     };
+/// };
+/// @endcode
 ///
 /// The columns of a line are taken in the order of the table, so the status of a day comes before what depends on it. A
 /// record of a reader's own may stand in the place of the graph where a line needs more than to be put into members.
@@ -46,34 +53,35 @@ class CGraph;
 
 namespace melkar {
 
+/// What the values of a column are.
 enum class ColumnKind : std::uint8_t {
-    Text,
+    Text,    ///< any text
     Caption, ///< a text that the chart shows for the day
     Status,  ///< of a day, see `DayStatus`
     Date,    ///< YYYYMMDD
     Time,    ///< hours x 100 + minutes
     Figure,  ///< a number
     Whole,   ///< a number without decimals
-    Color,   ///< #RRGGBB
+    Color,   ///< `#RRGGBB`
 };
 
 constexpr int kEachRow = -1; ///< in the place of a head row: the column stands in all rows behind those
 
 /// What a data file's author needs to know of a column.
 struct ColumnInfo {
-    ColumnKind kind;
-    int index; ///< from 0
-    const char* name;
-    const char* unit = "";
-    const char* meaning = "";
+    ColumnKind kind;           ///< what its values are
+    int index;                 ///< from 0
+    const char* name;          ///< what people call it
+    const char* unit = "";     ///< of its values
+    const char* meaning = "";  ///< in a few words, where the name doesn't say it
     int head = kEachRow;       ///< the head row that holds it, from 0
     int count = 1;             ///< columns that are alike, from `index` on
     bool isSeries = false;     ///< one more for each further series; what is behind them moves on
     bool isNeeded = false;     ///< a row that ends before it belongs to another kind of file
     bool needsFigures = false; ///< counts only for a day with status 0
     int perUnit = 1;           ///< so many counts in the file make one of the unit
-    double least = -std::numeric_limits<double>::infinity();
-    double most = std::numeric_limits<double>::infinity();
+    double least = -std::numeric_limits<double>::infinity(); ///< smallest value of an ordinary file
+    double most = std::numeric_limits<double>::infinity();   ///< largest value of an ordinary file
     const char* example = ""; ///< values that suit, "|" between them: row by row, or along columns that are alike
 };
 
@@ -84,11 +92,11 @@ constexpr std::size_t kRowLimit = 1279;  ///< the same of a row behind them
 struct DataForm {
     int heads = 0;        ///< head rows
     const char* row = ""; ///< what a row behind them stands for: "day"; empty where nothing is read behind them
-    std::size_t headLimit = kHeadLimit;
-    std::size_t rowLimit = kRowLimit;
-    int fewest = 0;        ///< rows behind the heads; a file with less belongs to another kind
-    bool hasWeeks = false; ///< a row of one column ends a week
-    const char* note = ""; ///< what else is to be said, in sentences
+    std::size_t headLimit = kHeadLimit; ///< characters of a head row, line end included
+    std::size_t rowLimit = kRowLimit;   ///< the same of a row behind them
+    int fewest = 0;                     ///< rows behind the heads; a file with less belongs to another kind
+    bool hasWeeks = false;              ///< a row of one column ends a week
+    const char* note = "";              ///< what else is to be said, in sentences
 
     /// Limit of all rows.
     constexpr DataForm Limit(std::size_t characters) const {
@@ -96,16 +104,19 @@ struct DataForm {
         form.headLimit = form.rowLimit = characters;
         return form;
     }
+    /// A file with fewer rows behind the heads belongs to another kind.
     constexpr DataForm Fewest(int rows) const {
         DataForm form = *this;
         form.fewest = rows;
         return form;
     }
+    /// A row of one column ends a week.
     constexpr DataForm WithWeeks() const {
         DataForm form = *this;
         form.hasWeeks = true;
         return form;
     }
+    /// What else is to be said of the file.
     constexpr DataForm Note(const char* sentences) const {
         DataForm form = *this;
         form.note = sentences;
@@ -193,19 +204,22 @@ constexpr const char* kExampleDates = "20260302|20260303|20260304|20260305|20260
 
 /// One row of the table: the column, and how its value gets into the record.
 template <class Record> struct ColumnRow {
+    /// Takes the column of a line into the record.
     using Store = void (*)(Record&, const CsvRow&, const ColumnInfo&);
 
-    ColumnInfo info;
-    Store store;
+    ColumnInfo info; ///< the column
+    Store store;     ///< how its value gets into the record
     /// How the value stands there: of row `row` behind the heads, and of columns that are alike the one `i`. Null if it
     /// lands nowhere.
     std::string (*show)(const Record&, const ColumnInfo&, int row, int i);
 
+    /// What the column holds, where its name doesn't say it.
     constexpr ColumnRow Means(const char* meaning) const {
         ColumnRow row = *this;
         row.info.meaning = meaning;
         return row;
     }
+    /// The column stands in that head row, from 0.
     constexpr ColumnRow InHead(int head) const {
         ColumnRow row = *this;
         row.info.head = head;
@@ -217,6 +231,7 @@ template <class Record> struct ColumnRow {
         row.info.count = count;
         return row;
     }
+    /// A row that ends before it belongs to another kind of file.
     constexpr ColumnRow Needed() const {
         ColumnRow row = *this;
         row.info.isNeeded = true;
@@ -241,7 +256,9 @@ template <class Record> struct ColumnRow {
         row.info.most = most;
         return row;
     }
+    /// The same without an upper end.
     constexpr ColumnRow NotBelow(double least) const { return Within(least, std::numeric_limits<double>::infinity()); }
+    /// Values for the reference and for starting files, "|" between those of rows.
     constexpr ColumnRow Example(const char* values) const {
         ColumnRow row = *this;
         row.info.example = values;
@@ -257,11 +274,12 @@ template <class Record> struct ColumnRow {
 
 /// Makes the rows of one table, which derives from it; each value may feed several members.
 template <class Into> struct Columns {
-    using Record = Into;
-    using G = Into;
-    using Form = DataForm;
-    using Row = ColumnRow<Into>;
+    using Record = Into;         ///< what the values land in
+    using G = Into;              ///< the same, for `&G::m_member`
+    using Form = DataForm;       ///< type of the table's `form`
+    using Row = ColumnRow<Into>; ///< type of the table's `rows`
 
+    /// A text. @param index column, from 0 @param name what people call it, of all rows
     template <auto... Members> static constexpr Row Text(int index, const char* name) {
         return MakeRow<Members...>(ColumnKind::Text, index, name, "");
     }
@@ -269,18 +287,23 @@ template <class Into> struct Columns {
     static constexpr Row Unread(int index, const char* name) {
         return {{ColumnKind::Text, index, name}, [](Into&, const CsvRow&, const ColumnInfo&) {}, nullptr};
     }
+    /// A date YYYYMMDD.
     template <auto... Members> static constexpr Row Date(int index, const char* name) {
         return MakeRow<Members...>(ColumnKind::Date, index, name, "").Example(detail::kExampleDates);
     }
+    /// A time of day, hours x 100 + minutes.
     template <auto... Members> static constexpr Row Time(int index, const char* name) {
         return MakeRow<Members...>(ColumnKind::Time, index, name, "");
     }
+    /// A number, into numeric members or as text.
     template <auto... Members> static constexpr Row Figure(int index, const char* name, const char* unit = "") {
         return MakeRow<Members...>(ColumnKind::Figure, index, name, unit);
     }
+    /// A number without decimals.
     template <auto... Members> static constexpr Row Whole(int index, const char* name, const char* unit = "") {
         return MakeRow<Members...>(ColumnKind::Whole, index, name, unit);
     }
+    /// A colour `#RRGGBB`; black for anything else.
     template <auto Member> static constexpr Row Color(int index, const char* name) {
         return {{ColumnKind::Color, index, name}, StoreColor<Member>, ShowColor<Member>};
     }
@@ -361,6 +384,7 @@ template <class File, class Use> long ReadRows(typename File::Record& record, Da
     }
     return result;
 }
+/// The same for who needs no more of a line.
 template <class File> long ReadRows(typename File::Record& record, DataFile& file) {
     return ReadRows<File>(record, file, [](const CsvRow&) {});
 }
@@ -371,12 +395,12 @@ using ShowColumn = std::function<std::string(const CGraph* graph, const CsvRow& 
 
 /// A data file without the members that it lands in, for who documents, checks or writes such files.
 struct DataTable {
-    DataForm form;
-    std::vector<ColumnInfo> columns;
-    std::vector<ShowColumn> shown; ///< likewise, for who checks a reader
-    const char* suffix = "";       ///< behind the path of the data file, of a second file
+    DataForm form;                   ///< its rows
+    std::vector<ColumnInfo> columns; ///< in the order in which they are taken
+    std::vector<ShowColumn> shown;   ///< likewise, for who checks a reader
+    const char* suffix = "";         ///< behind the path of the data file, of a second file
 };
-using DataTables = std::vector<DataTable>;
+using DataTables = std::vector<DataTable>; ///< the files of one class
 
 namespace detail {
 

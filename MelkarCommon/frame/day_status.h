@@ -8,19 +8,26 @@
 
 namespace melkar {
 
+/// The status of a day.
 enum class DayStatus : DWORD {
-    Figures = 0,
-    Excluded = 1,
-    NoData = 2,
+    Figures = 0,   ///< the day has figures
+    Excluded = 1,  ///< the person left it out
+    NoData = 2,    ///< nothing was measured
     NoDataToo = 3, ///< a second reason of the host's; treated alike
-    NoRecords = 4,
+    NoRecords = 4, ///< nothing is known of the day
 };
 
+/// The status that a number of a data file stands for.
 constexpr DayStatus ToDayStatus(long status) { return static_cast<DayStatus>(static_cast<DWORD>(status)); }
 
+/// @name Questions
+/// @{
+
+/// Whether a day is of that kind.
 constexpr bool HasFigures(DayStatus status) { return status == DayStatus::Figures; }
 constexpr bool IsExcluded(DayStatus status) { return status == DayStatus::Excluded; }
 constexpr bool HasNoData(DayStatus status) { return status == DayStatus::NoData || status == DayStatus::NoDataToo; }
 constexpr bool HasNoRecords(DayStatus status) { return status == DayStatus::NoRecords; }
+/// @}
 
 } // namespace melkar

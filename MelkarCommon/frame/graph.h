@@ -12,6 +12,9 @@
 
 #include <vector>
 
+/// @file
+/// The frame of every graph.
+
 namespace melkar {
 struct ClassKeys;
 struct DataTable;
@@ -28,6 +31,19 @@ struct ScaleStep;
 /// onto the device context instead. One thread at a time may use a graph and its surfaces.
 ///
 /// Results of graph operations stand in `frame/results.h`.
+///
+/// @code{.cpp}
+/// CBarGraph week(nullptr, view, "STEPS", view, nullptr, balloon); // "STEPS": a section of the profile
+/// const long result = week.Draw(CRect(0, 0, 900, 500), path);
+/// if (result != melkar::kOk) {
+///     std::fprintf(stderr, "%s\n", melkar::ResultText(result));
+///     return;
+/// }
+/// BitBlt(balloon, 0, 0, 900, 500, view, 0, 0, SRCCOPY); // the clean picture, for under the balloons
+/// week.OnMouseMove(CPoint(480, 340));                   // paints the balloon of that day
+/// const long day = week.OnClick(CPoint(480, 340));      // -1 where no bar is
+/// std::printf("%ld\n", day);
+/// @endcode
 class MELKAR_API CGraph {
 public:
     /// Reads the graph's keys from "..\conf\graph.cnf".
@@ -60,9 +76,10 @@ public:
     virtual void SetTitleRect();         ///< where the title begins
     virtual void DrawTitle();            ///< paints the title and fits `m_rcTitle` to it
     virtual CString FormatDate(int day); ///< date text of that day
-    virtual long DrawNoRecordsMessage(); ///< @return -1 if it was painted, else 0
-    virtual long DrawNoDataMessage();    ///< @return 0
-    virtual long DrawExcludeMessage();   ///< @return 0
+    /// The message that no day has records, if none has. @return -1 if it was painted, else 0
+    virtual long DrawNoRecordsMessage();
+    virtual long DrawNoDataMessage();  ///< the message that no day has data, if none has. @return 0
+    virtual long DrawExcludeMessage(); ///< the message that all days are left out, if they are. @return 0
 
     /// Copies the picture to the shared surface; nothing under direct output.
     void BitBlt();
@@ -70,12 +87,12 @@ public:
     HDC CreateCompatibleDC(HDC surface) const;
     /// 1: paint straight onto the device context, in its coordinates. To be set before `Draw`.
     void SetDirectOutput(int direct) { m_bDirectOutput = direct; }
-    int GetDirectOutput() const { return m_bDirectOutput; }
-    HDC GetGMemDC() const { return m_hGMemDC; }
-    HDC GetGMemDCCir() const { return m_hGMemDCCir; }
-    HDC GetGMemDCBalloon() const { return m_hGMemDCBalloon; }
-    static int GetViewMode(int mode) { return mode % 100; }
-    static melkar::ClassKeys ProfileKeys();
+    int GetDirectOutput() const { return m_bDirectOutput; }   ///< 1: it paints so
+    HDC GetGMemDC() const { return m_hGMemDC; }               ///< the shared surface, the caller's
+    HDC GetGMemDCCir() const { return m_hGMemDCCir; }         ///< the second shared surface, the caller's
+    HDC GetGMemDCBalloon() const { return m_hGMemDCBalloon; } ///< the surface of the clean picture, the caller's
+    static int GetViewMode(int mode) { return mode % 100; }   ///< the view mode that a host's number holds
+    static melkar::ClassKeys ProfileKeys();                   ///< the keys that this class reads, of every graph class
 
 protected:
     static char* GraphProfile(); ///< "..\conf\graph.cnf", from which every constructor reads
@@ -88,11 +105,13 @@ protected:
     /// A font of `size` points (11 if it is 0 or negative) in the graph's face and character set, for the working
     /// surface. The caller owns it.
     HFONT ChartFont(int size, int escapement = 0) const { return ChartFontFor(m_hMemDC, size, escapement); }
+    /// The same for another surface.
     HFONT ChartFontFor(HDC surface, int size, int escapement = 0) const;
     /// The same with the size taken as it is: 0 gives the height of a new surface's font.
     HFONT PlainFont(int size, int escapement = 0) const;
     /// The size of a text on the working surface in its font, from `box`'s left and top on.
     CRect MeasureText(const CString& text, UINT format, CRect box = CRect()) const;
+    /// A text on the working surface, in its font and colour of texts; `format` as for `DrawTextExA`.
     void PaintText(const CString& text, CRect box, UINT format) const;
     /// The lines of a scale, from the bottom up, with their labels measured in the surface's font.
     std::vector<melkar::ScaleStep> ScaleSteps(const melkar::ScalePixels& on, int decimals) const;
@@ -100,19 +119,19 @@ protected:
     void DrawRightLabels(const std::vector<melkar::ScaleStep>& steps, int gap) const;
     /// The head of a text that fits a fixed room of `bytes`, cutting no character in two.
     CString Limited(const CString& text, int bytes) const;
-    int Days() const { return m_saDates.GetSize(); }
+    int Days() const { return m_saDates.GetSize(); } ///< how many days there are
 
-    CString m_strNoRecordsMessage;
-    COLORREF m_crNoRecords = 0;
-    CString m_strNoDataMessage;
-    COLORREF m_crNoData = 0;
-    CString m_strExcludeMessage;
-    COLORREF m_crExclude = 0;
-    int m_bNoRecords = 0; ///< every day has status 4
-    int m_bExclude = 0;   ///< every day has status 1, 2 or 3
-    int m_bNoData = 0;    ///< every day has status 2 or 3
-    HWND m_hWnd = nullptr;
-    HDC m_hDC = nullptr;
+    CString m_strNoRecordsMessage;  ///< shown if no day has records
+    COLORREF m_crNoRecords = 0;     ///< its colour
+    CString m_strNoDataMessage;     ///< shown if no day has data
+    COLORREF m_crNoData = 0;        ///< its colour
+    CString m_strExcludeMessage;    ///< shown if all days are left out
+    COLORREF m_crExclude = 0;       ///< its colour
+    int m_bNoRecords = 0;           ///< every day has status 4
+    int m_bExclude = 0;             ///< every day has status 1, 2 or 3
+    int m_bNoData = 0;              ///< every day has status 2 or 3
+    HWND m_hWnd = nullptr;          ///< the host's window, never used
+    HDC m_hDC = nullptr;            ///< device context that the graph suits; the caller's
     HDC m_hMemDC = nullptr;         ///< working surface: all painting goes here
     HBITMAP m_hBitmap = nullptr;    ///< bitmap of the working surface
     HBITMAP m_hOldBitmap = nullptr; ///< what the working surface held before
@@ -126,20 +145,20 @@ public:
     int m_nViewMode = 0; ///< 1 sends the picture to the second shared surface
 
 protected:
-    int m_nLang = 0;
-    CIniReader m_Ini; ///< bound to "..\conf\graph.cnf"
-    CString m_strSection;
-    CRect m_rcGraph; ///< the whole graph; at (0, 0) on a working surface of its own
-    CRect m_rcTitle;
-    CRect m_rcCanvas; ///< the plot area
-    CRect m_rcSideBar;
-    int m_nOriginX = 0; ///< where the picture lands on the shared surface
-    int m_nOriginY = 0;
-    COLORREF m_crBase = 0;
-    COLORREF m_crCanvas = 0;
-    COLORREF m_crPen = 0;
-    COLORREF m_crSideBar = 0;
-    CText m_Title;
+    int m_nLang = 0;          ///< language number of the profile
+    CIniReader m_Ini;         ///< bound to "..\conf\graph.cnf"
+    CString m_strSection;     ///< the graph's own section of the profile
+    CRect m_rcGraph;          ///< the whole graph; at (0, 0) on a working surface of its own
+    CRect m_rcTitle;          ///< the title's text
+    CRect m_rcCanvas;         ///< the plot area
+    CRect m_rcSideBar;        ///< a strip at the left
+    int m_nOriginX = 0;       ///< where the picture lands on the shared surface
+    int m_nOriginY = 0;       ///< likewise
+    COLORREF m_crBase = 0;    ///< ground of the graph
+    COLORREF m_crCanvas = 0;  ///< ground of the plot area
+    COLORREF m_crPen = 0;     ///< frames and scale lines
+    COLORREF m_crSideBar = 0; ///< kept; no painting uses it
+    CText m_Title;            ///< text and looks of the title
 
 public:
     CStringArray m_saValues;   ///< figures as text, in the order that the class sets
@@ -156,13 +175,13 @@ public:
     CDWordArray m_dwaStatus; ///< per day: 0 figures, 1 excluded, 2 and 3 no data, 4 no records
 
 protected:
-    int m_nTitleSpace = 3;   ///< room above the canvas in half title heights
-    int m_nMessageSize = 32; ///< points: status messages
-    int m_bCoach = 0;        ///< lighter axis labelling
-    int m_bDirectOutput = 0;
-    HDC m_hGMemDC = nullptr;
-    HDC m_hGMemDCCir = nullptr;
-    HDC m_hGMemDCBalloon = nullptr;
+    int m_nTitleSpace = 3;          ///< room above the canvas in half title heights
+    int m_nMessageSize = 32;        ///< points: status messages
+    int m_bCoach = 0;               ///< lighter axis labelling
+    int m_bDirectOutput = 0;        ///< 1: paints straight onto the device context
+    HDC m_hGMemDC = nullptr;        ///< receives the picture; the caller's, as the two below
+    HDC m_hGMemDCCir = nullptr;     ///< receives it while `m_nViewMode` is 1
+    HDC m_hGMemDCBalloon = nullptr; ///< holds the clean picture
 
 private:
     struct KeyRows;

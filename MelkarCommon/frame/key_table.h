@@ -17,7 +17,22 @@
 /// The profile keys of a class, stated once. A class keeps a table of rows; its `ReadIniFile` walks the table over
 /// one reading of the profile, and whoever documents or checks profiles walks the same rows.
 ///
-///     struct CThermometer::KeyRows : melkar::Keys<CThermometer> {
+/// @code{.cpp}
+/// class CThermometer : public CGraph {
+/// public:
+///     CThermometer(HWND window, HDC dc, const char* section, HDC shared, HDC second, HDC balloon)
+///         : CGraph(window, dc, section, shared, second, balloon) {
+///         CThermometer::ReadIniFile(GraphProfile());
+///     }
+///     long ReadIniFile(char* path) override { return melkar::ReadKeys(KeyRows::rows, *this, path, m_strSection), 0; }
+///     static melkar::ClassKeys ProfileKeys() { return {"CThermometer", melkar::InfoOf(KeyRows::rows)}; }
+///
+/// protected:
+///     int m_nMax = 0, m_bScale = 0, m_nScaleSize = 0;
+///     COLORREF m_crColumn = 0, m_crFrame = 0;
+///
+/// private:
+///     struct KeyRows : melkar::Keys<CThermometer> {
 ///         static constexpr Gate Scale{"SCALE", On<&G::m_bScale>};
 ///         static constexpr Row rows[] = {
 ///             Number<&G::m_nMax>(Own, "MAX", 40, "top of the scale").Example("60"),
@@ -27,6 +42,8 @@
 ///             Number<&G::m_nScaleSize>(Own, "SCALE_SIZE", 12, "scale labels, points").When(Scale),
 ///         };
 ///     };
+/// };
+/// @endcode
 ///
 /// Rows are read from the first to the last, so a gate and a member that stands in for a missing key come first.
 
@@ -37,10 +54,11 @@ class ProfileSnapshot;
 /// Which section of the profile holds the key: the graph's own, or COMMON.
 enum class KeySection : std::uint8_t { Own, Common };
 
+/// How the value of a key is read.
 enum class KeyType : std::uint8_t {
-    Text,
-    Message, ///< text with a line feed for every " __n__ "
-    Number,
+    Text,     ///< as it stands, with a line feed for every "__YN__"
+    Message,  ///< text with a line feed for every " __n__ "
+    Number,   ///< a whole number
     Switch,   ///< a number; 1 if it is above 0, else 0
     TrueWord, ///< 1 if the value is the word "true" in any case, else 0
     Real,     ///< a number with decimals
@@ -50,11 +68,11 @@ enum class KeyType : std::uint8_t {
 
 /// What a profile's author needs to know of a key.
 struct KeyInfo {
-    KeySection section;
-    const char* name; ///< with "%d" in it: one key for each of a numbered row; with "%s": named by the graph's maker
-    KeyType type;
-    int fallback; ///< of numbers, switches and colours; other values start empty, at 0 or at (0, 0)
-    const char* meaning;
+    KeySection section;  ///< where it stands
+    const char* name;    ///< with "%d" in it: one key for each of a numbered row; with "%s": named by the graph's maker
+    KeyType type;        ///< how it is read
+    int fallback;        ///< of numbers, switches and colours; other values start empty, at 0 or at (0, 0)
+    const char* meaning; ///< what it sets, in a few words
     const char* fallbackText = ""; ///< of texts
     const char* fallbackKey = "";  ///< the key whose value stands in for a missing one, if there is such a key
     const char* gate = "";         ///< the key of the switch without which this one isn't read, if there is one
@@ -69,8 +87,8 @@ MELKAR_API std::string FallbackOf(const KeyInfo& key);
 
 /// The keys of one class.
 struct ClassKeys {
-    const char* className;
-    std::vector<KeyInfo> keys;
+    const char* className;     ///< as in the source
+    std::vector<KeyInfo> keys; ///< in the order in which they are read
 };
 
 constexpr int kMostCounted = 10;      ///< a numbered row for a counted array ends here
@@ -81,15 +99,20 @@ constexpr const char* kGraphProfile = "..\\conf\\graph.cnf"; ///< of all graphs
 /// One reading of a profile, as seen by one graph.
 class MELKAR_API KeyReader {
 public:
-    /// @param path empty for the profile of all graphs @param stem stands for "%s" in the name of a key
+    /// @param path empty for the profile of all graphs @param ownSection name of the graph's own section @param stem
+    /// stands for "%s" in the name of a key
     KeyReader(const char* path, const char* ownSection, const char* stem = "");
 
-    /// `index` counts the keys of a numbered row.
+    /// @name Values
+    /// @{
+
+    /// The value of a key, or what stands for a missing one; `index` counts the keys of a numbered row.
     CString Text(const KeyInfo& key, int index = 0) const;
     int Number(const KeyInfo& key, int index = 0) const;
     COLORREF Color(const KeyInfo& key, int index = 0) const;
     float Real(const KeyInfo& key) const;
     POINT Point(const KeyInfo& key) const;
+    /// @}
 
     /// One line in the log if the profile can't be read or lacks the graph's own section: all keys are at their
     /// defaults then, and a chart of defaults is black.
@@ -142,16 +165,16 @@ template <auto Outer, auto Inner> constexpr detail::Nested<Outer, Inner> In{};
 
 /// The switch that lets other keys be read: its key, and how it stands in a graph.
 template <class Graph> struct KeyGate {
-    const char* key;
-    bool (*isOn)(const Graph&);
+    const char* key;            ///< its name
+    bool (*isOn)(const Graph&); ///< whether it is on in a graph that has read it
 };
 
 /// One row: the key, and how its value gets into a graph.
 template <class Graph> struct KeyRow {
-    KeyInfo info;
-    void (*store)(Graph&, const KeyReader&, const KeyInfo&);
-    bool (*isOn)(const Graph&) = nullptr;              ///< the gate; null lets the key be read always
-    void (*standIn)(const Graph&, KeyInfo&) = nullptr; ///< puts the value of the fallback key into the row
+    KeyInfo info;                                            ///< the key
+    void (*store)(Graph&, const KeyReader&, const KeyInfo&); ///< puts its value into the graph
+    bool (*isOn)(const Graph&) = nullptr;                    ///< the gate; null lets the key be read always
+    void (*standIn)(const Graph&, KeyInfo&) = nullptr;       ///< puts the value of the fallback key into the row
 
     /// Read only while that switch is on; the member keeps its value otherwise.
     constexpr KeyRow When(KeyGate<Graph> gate) const {
@@ -195,35 +218,43 @@ template <class Graph> struct KeyRow {
 /// Makes the rows of one class, whose table derives from it; each value may feed several members (or fields of them,
 /// by `In`).
 template <class Graph> struct Keys {
-    using G = Graph;
-    using K = Keys;
-    using Row = KeyRow<Graph>;
-    using Gate = KeyGate<Graph>;
-    static constexpr KeySection Own = KeySection::Own;
-    static constexpr KeySection Common = KeySection::Common;
+    using G = Graph;                                         ///< the class, for `&G::m_member`
+    using K = Keys;                                          ///< this
+    using Row = KeyRow<Graph>;                               ///< a row of the table
+    using Gate = KeyGate<Graph>;                             ///< a switch that rows can wait for
+    static constexpr KeySection Own = KeySection::Own;       ///< in the graph's own section
+    static constexpr KeySection Common = KeySection::Common; ///< in section COMMON
 
+    /// A text, into CString members. @param at section @param name of the key @param says what it sets, of all rows
     template <auto... Members> static constexpr Row Text(KeySection at, const char* name, const char* says) {
         return {{at, name, KeyType::Text, 0, says}, StoreText<Members...>};
     }
+    /// A text with a line feed for every " __n__ ".
     template <auto... Members> static constexpr Row Message(KeySection at, const char* name, const char* says) {
         return {{at, name, KeyType::Message, 0, says}, StoreText<Members...>};
     }
+    /// A whole number, into members of any numeric type; `fallback` stands for a missing key.
     template <auto... Members>
     static constexpr Row Number(KeySection at, const char* name, int fallback, const char* says) {
         return {{at, name, KeyType::Number, fallback, says}, StoreNumber<Members...>};
     }
+    /// 1 if the number is above 0, else 0.
     template <auto... Members> static constexpr Row Switch(KeySection at, const char* name, const char* says) {
         return {{at, name, KeyType::Switch, 0, says}, StoreNumber<Members...>};
     }
+    /// 1 if the value is "true", else 0.
     template <auto... Members> static constexpr Row TrueWord(KeySection at, const char* name, const char* says) {
         return {{at, name, KeyType::TrueWord, 0, says}, StoreNumber<Members...>};
     }
+    /// A number with decimals; 0 for a missing key.
     template <auto... Members> static constexpr Row Real(KeySection at, const char* name, const char* says) {
         return {{at, name, KeyType::Real, 0, says}, StoreReal<Members...>};
     }
+    /// A colour; black for a missing key, or what `Else` says.
     template <auto... Members> static constexpr Row Color(KeySection at, const char* name, const char* says) {
         return {{at, name, KeyType::Color, 0, says}, StoreColor<Members...>};
     }
+    /// A point; (0, 0) for a missing key.
     template <auto... Members> static constexpr Row Point(KeySection at, const char* name, const char* says) {
         return {{at, name, KeyType::Point, 0, says}, StorePoint<Members...>};
     }

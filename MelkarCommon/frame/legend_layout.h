@@ -18,8 +18,9 @@ struct LegendSpacing {
     double sample; ///< width of the sample
 };
 
+/// Where an entry stands.
 struct LegendEntry {
-    CRect text;
+    CRect text;   ///< its text
     CRect sample; ///< as high as the text
 };
 

@@ -7,7 +7,7 @@
 
 namespace melkar {
 
-constexpr long kOk = 0;
+constexpr long kOk = 0;             ///< success
 constexpr long kNothingToDraw = -1; ///< a message was painted and nothing more is to be drawn, or nothing to print
 constexpr long kNoFile = 101;       ///< the data file can't be opened; what was read before stays
 constexpr long kNoDays = 102;       ///< the data file has no day rows

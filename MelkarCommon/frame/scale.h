@@ -9,19 +9,20 @@
 /// where is a question to them. All y are device units, growing downwards. On a scale without range its one value
 /// stands at the bottom, as does what is no number; nothing leaves the canvas unless a function says so.
 ///
-///              +--------------+ top, its highest value
-///        40 ---|--------------|--- 68      labels stand half-way over their line, each with a gap to the canvas
-///        20 ---|--------------|--- 64
-///         0 ---+--------------+--- 60      bottom, its lowest value
+///               +--------------+ top, its highest value
+///         40 ---|--------------|--- 68      labels stand half-way over their line, each with a gap to the canvas
+///         20 ---|--------------|--- 64
+///          0 ---+--------------+--- 60      bottom, its lowest value
 
 namespace melkar {
 
+/// The values of a scale.
 struct Scale {
-    double min = 0;
-    double max = 0;
+    double min = 0;  ///< lowest value
+    double max = 0;  ///< highest value
     double step = 0; ///< from line to line
 
-    bool HasRange() const { return max > min; }
+    bool HasRange() const { return max > min; } ///< whether it has more than one value
     /// Whether a value lies on the scale, both ends included; false for what is no number.
     bool Holds(double value) const { return value >= min && value <= max; }
 };
@@ -31,13 +32,14 @@ constexpr int kScaleGap = 5;         ///< between the canvas and a label of its 
 
 /// A scale, and the rows of a canvas that it stands on.
 struct ScalePixels {
-    Scale scale;
-    int top;
-    int bottom;
+    Scale scale; ///< its values
+    int top;     ///< row of the highest value
+    int bottom;  ///< row of the lowest value
 
-    int Height() const { return bottom - top; }
+    int Height() const { return bottom - top; } ///< rows from end to end
 };
 
+/// A scale along the whole height of a canvas.
 inline ScalePixels PixelsOf(const Scale& scale, const CRect& canvas) { return {scale, canvas.top, canvas.bottom}; }
 
 /// y of a scale line: bottom - trunc((v - min) x height / (max - min)).
@@ -62,11 +64,11 @@ MELKAR_API int AverageY(const ScalePixels& on, double value);
 
 /// The lines of a scale: `count` of them from `first` on, `step` apart.
 struct ScaleWalk {
-    double first;
-    double step;
-    int count;
+    double first; ///< value of the lowest line
+    double step;  ///< from line to line
+    int count;    ///< lines
 
-    double At(int line) const { return first + line * step; }
+    double At(int line) const { return first + line * step; } ///< value of a line, from 0
 };
 
 /// Every step (above 0) from the bottom while not above the top. Where there would be more lines than pixel rows,
@@ -75,10 +77,10 @@ MELKAR_API ScaleWalk WalkScale(const ScalePixels& on, int labelHeight);
 
 /// One line of a scale with its label, ready to be placed.
 struct ScaleStep {
-    CString label;
-    CRect size; ///< of the label; its top-left corner is at (0, 0)
-    int y;      ///< of the line
-    bool even;  ///< the first line and every second one after it: has no label in coach mode
+    CString label; ///< its value as text
+    CRect size;    ///< of the label; its top-left corner is at (0, 0)
+    int y;         ///< of the line
+    bool even;     ///< the first line and every second one after it: has no label in coach mode
 };
 
 /// Where a label stands whose box ends at `right`.

@@ -5,6 +5,9 @@
 #include <string>
 #include <string_view>
 
+/// @file
+/// Byte strings.
+
 /// Byte string in UTF-8 or the machine's code page; copying copies the bytes, nothing throws but a
 /// lack of memory. Positions and lengths are bytes; those out of range are cut to what is there.
 class MELKAR_API CString {

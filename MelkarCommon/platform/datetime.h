@@ -4,6 +4,9 @@
 #include <MelkarCommon/platform/cstring.h>
 #include <MelkarCommon/platform/types.h>
 
+/// @file
+/// Moments.
+
 /// A day and a time of day. Valid years are 100 to 9999.
 class MELKAR_API COleDateTime {
 public:

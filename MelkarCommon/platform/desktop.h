@@ -3,6 +3,9 @@
 #include <MelkarCommon/api.h>
 #include <MelkarCommon/platform/types.h>
 
+/// @file
+/// What the desktop is asked for: its work area, names of days.
+
 /// Answers `SPI_GETWORKAREA`: stores the desktop's work area, as `SetWorkArea` set it, in the RECT that
 /// `data` points to. @return TRUE; FALSE for another query or a null pointer.
 MELKAR_API BOOL SystemParametersInfoA(UINT query, UINT parameter, void* data, UINT flags);

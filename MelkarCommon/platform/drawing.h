@@ -17,6 +17,17 @@
 ///
 /// Rectangles and fills cover left..right-1 and top..bottom-1. Pen widths and dash patterns scale with
 /// dpi / 96, except that a pen of width 0 stays one pixel wide.
+///
+/// @code{.cpp}
+/// const melkar::ScopedPen pen(view, PS_DASH, 1, RGB(176, 40, 40)); // see scoped.h
+/// MoveToEx(view, 0, 100, nullptr);
+/// LineTo(view, 320, 100);
+/// char text[] = "Ten thousand steps";
+/// RECT box{0, 0, 120, 0};
+/// DrawTextExA(view, text, -1, &box, DT_WORDBREAK | DT_CALCRECT, nullptr); // measures: sets right and bottom
+/// OffsetRect(&box, 10, 110);
+/// DrawTextExA(view, text, -1, &box, DT_WORDBREAK, nullptr);
+/// @endcode
 
 // Surfaces and bitmaps
 

@@ -6,6 +6,12 @@
 /// @file
 /// Drawing tools for one scope: selected at the beginning, put back and deleted at the end, whatever happens in
 /// between.
+///
+/// @code{.cpp}
+/// const melkar::ScopedFont font(view, CreateFontA(-16, 0, 0, 0, FW_BOLD, 0, 0, 0, 0, 0, 0, 0, 0, "DejaVu Sans"));
+/// const melkar::ScopedBkMode transparent(view, TRANSPARENT);
+/// TextOutA(view, 10, 10, "8123", 4);
+/// @endcode
 
 namespace melkar {
 

@@ -13,6 +13,20 @@
 /// has a black pen of width 1, a white brush, a sans font of 12 pixels at 96 dpi (scaled with dpi), black text, a white
 /// background colour and opaque mode. All are freed with `DeleteDC`. A side below 1 or above 32767, more than 2^27
 /// pixels, a dpi below 1 and a lack of memory give null.
+///
+/// @code{.cpp}
+/// std::vector<std::uint32_t> pixels(320 * 200, 0xFFFFFFFF); // what a window shows
+/// HDC window = WrapPixels(pixels.data(), 320, 200, 320 * 4);
+/// HDC page = CreatePageSurface("line.svg", PageFormat::Svg, 320, 200, 96);
+/// for (HDC surface : {window, page}) {
+///     MoveToEx(surface, 20, 180, nullptr);
+///     LineTo(surface, 300, 20);
+/// }
+/// WritePng(window, "line.png");
+/// DeleteDC(window);
+/// if (!DeleteDC(page))
+///     std::perror("line.svg");
+/// @endcode
 
 /// Pixels of its own, white at the start.
 MELKAR_API HDC CreateMemorySurface(int width, int height, int dpi = 96);
@@ -60,11 +74,12 @@ struct PictureFormat {
     const char* name;   ///< "PNG"
     const char* says;   ///< a line about it
 };
+/// All formats that this machine's build writes.
 MELKAR_API std::vector<PictureFormat> PictureFormats();
 
 /// The same in the format of the path's suffix, in any case. `errno` is ENOTSUP for a format that isn't listed, EFBIG
-/// for more pixels than it takes, ELIBACC where its library is missing. @param format a suffix that counts in the
-/// path's place
+/// for more pixels than it takes, ELIBACC where its library is missing. @param surface with pixels @param path of the
+/// file @param format a suffix that counts in the path's place
 MELKAR_API int WritePicture(HDC surface, const char* path, const char* format = nullptr);
 
 /// One drawing operation a line, in the order of drawing; empty for a surface that records nothing, and without memory.

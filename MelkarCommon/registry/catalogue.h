@@ -13,6 +13,13 @@
 /// @file
 /// All kinds of charts and the classes behind them, each registered once: who draws, documents or checks every one of
 /// them walks this table. A host adds rows for classes of its own.
+///
+/// @code{.cpp}
+/// if (const melkar::KindRow* row = melkar::FindKind("steps")) {
+///     const std::unique_ptr<CGraph> graph = row->make(nullptr, view, "STEPS", view, nullptr, balloon);
+///     graph->Draw(CRect(0, 0, 900, 500), path);
+/// }
+/// @endcode
 
 namespace melkar {
 

@@ -15,20 +15,22 @@ namespace melkar {
 
 /// What doesn't suit, in a sentence without a full stop.
 struct DataFinding {
-    std::string file;
+    std::string file;      ///< its path
     int line = 0;          ///< from 1; 0: it is about the whole file
     int column = 0;        ///< from 1; 0: it is about the whole line
     const char* rule = ""; ///< one word for all of the sort
-    std::string text;
+    std::string text;      ///< the sentence
 };
 
+/// What doesn't suit in the whole file.
 struct DataFindings {
     std::vector<DataFinding> first; ///< as many as were asked for
     std::size_t count = 0;          ///< of all
 };
 
 /// Looks through the file at `path` (and the suffix of the table). None if it suits, can't be read or isn't text in
-/// columns. @param series figures per day, where that is for the host to say @param most findings that are kept
+/// columns. @param table what such a file looks like @param path of the file @param series figures per day, where that
+/// is for the host to say @param most findings that are kept
 MELKAR_API DataFindings CheckData(const DataTable& table, const std::string& path, int series, std::size_t most);
 
 } // namespace melkar

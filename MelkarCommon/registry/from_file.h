@@ -17,7 +17,7 @@ class MELKAR_API LineFromFile : public CLineGraph {
 public:
     using CLineGraph::CLineGraph;
     long ReadDataFile(char* path) override; ///< @return as `CBarGraph`
-    static DataTables DataFiles();
+    static DataTables DataFiles();          ///< the file that it reads
 
 private:
     struct File;
@@ -41,7 +41,7 @@ public:
     using CCircleGraph::CCircleGraph;
     long ReadDataFile(char* path) override; ///< @return 0; 101; 103
     long Draw(CRect area, char* path) override;
-    static DataTables DataFiles();
+    static DataTables DataFiles(); ///< the file that it reads
 
 private:
     struct Levels;
@@ -62,7 +62,7 @@ public:
     using CPlotGraph::Draw;
     long ReadDataFile(char* path) override; ///< in the place of the former points. @return 0; 101; 102 without points
     long Draw(CRect area, char* path) override;
-    static DataTables DataFiles();
+    static DataTables DataFiles(); ///< the file that it reads
 
 private:
     struct Point;
@@ -72,9 +72,10 @@ private:
 /// A line for each slice. One below a hundredth of the sum isn't shown.
 class MELKAR_API PieFromFile : public CCircleGraphBase {
 public:
+    /// Arguments as for `CGraph`.
     PieFromFile(HWND window, HDC dc, const char* section, HDC shared, HDC second, HDC balloon);
     long ReadDataFile(char* path) override; ///< @return 0; 101; 102 without values
-    static DataTables DataFiles();
+    static DataTables DataFiles();          ///< the file that it reads
 
 private:
     struct Value;

@@ -9,6 +9,10 @@
 
 /// @file
 /// Profiles explained, from the tables that the constructors read by. A kind is one of the catalogue.
+///
+/// @code{.cpp}
+/// std::fputs(melkar::StarterProfile("steps", "STEPS").c_str(), stdout); // a profile to begin with
+/// @endcode
 
 namespace melkar {
 

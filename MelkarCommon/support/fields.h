@@ -9,6 +9,11 @@
 /// Fields of comma-separated lines. A field begins behind its comma, quotes or no quotes; it ends at a
 /// comma, a line feed or the end of the text, a quoted one at a double quote that such an end follows.
 /// A field holds at most 1279 bytes; what is longer is cut.
+///
+/// @code{.cpp}
+/// const melkar::CsvRow row("0,20260302,9600");
+/// std::printf("%s: %d\n", row.Field(1).GetString(), row.IntField(2)); // 20260302: 9600
+/// @endcode
 
 /// Field number `index` (from 0) of a line, empty if there is none. If `search` and `replacement` are both
 /// given, every occurrence of the one is replaced by the other.

@@ -3,16 +3,20 @@
 #include <MelkarCommon/api.h>
 #include <MelkarCommon/platform/cstring.h>
 
+/// @file
+/// Reads of profile files.
+
 /// Reads profile files; nothing is cached, every read goes to the file.
 class MELKAR_API CIniReader {
 public:
+    /// A reader of that file.
     explicit CIniReader(CString path = CString()) : m_strFilePath(static_cast<CString&&>(path)) {}
-    CIniReader(const CIniReader&) = default;
-    CIniReader& operator=(const CIniReader&) = default;
+    CIniReader(const CIniReader&) = default;            ///< of the same file
+    CIniReader& operator=(const CIniReader&) = default; ///< of the same file
     virtual ~CIniReader() = default;
 
-    void SetFilePath(CString path) { m_strFilePath = path; }
-    CString GetFilePath() const { return m_strFilePath; }
+    void SetFilePath(CString path) { m_strFilePath = path; } ///< of the reader's own file
+    CString GetFilePath() const { return m_strFilePath; }    ///< of the reader's own file
 
     /// The value, at most 9999 bytes, with a line feed for every "__YN__" in it; `fallback` (treated alike) if there is
     /// no such key. An empty file name stands for the reader's own file.

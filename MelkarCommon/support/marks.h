@@ -12,7 +12,8 @@ MELKAR_API int DrawTriangle(HDC surface, RECT box, unsigned long fill, unsigned 
 /// The same with a corner on the middle of each edge of the box. @return 0.
 MELKAR_API int DrawDiamond(HDC surface, CRect box, unsigned long fill, unsigned long line, int lineWidth);
 /// A shaft with the surface's pen, and a head of two barbs at either end.
-/// @param halfAngle between shaft and barb, radians @param headLength of a barb, device units
+/// @param surface drawn on @param from one end @param to the other @param halfAngle between shaft and barb, radians
+/// @param headLength of a barb, device units
 /// @param headAtTo 0: no head there @param headAtFrom likewise
 MELKAR_API void DrawArrow(HDC surface, CPoint from, CPoint to, double halfAngle, double headLength, int headAtTo,
                           int headAtFrom);

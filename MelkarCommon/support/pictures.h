@@ -8,7 +8,8 @@
 /// Picture files on a surface: BMP, PNG and whatever else the machine's image loaders read.
 
 /// Paints a picture file into a box.
-/// @param operation `SRCCOPY`, `SRCPAINT` or `SRCAND`
+/// @param surface drawn on @param box where it stands @param file its path @param operation `SRCCOPY`, `SRCPAINT` or
+/// `SRCAND`
 /// @param keepProportions 0: the picture fills the box; else it is as large as fits
 /// @param alignment of a picture with its proportions; bits: 1 centred across, else 2 right, else left; 4 centred down,
 ///        else 8 bottom, else top

@@ -7,6 +7,10 @@
 /// the record last written (8 digits, CR LF); 10 + 122 x (k - 1) record k, 120 bytes padded with NUL, CR LF; behind
 /// the last record an end mark of 119 "=" and a NUL, CR LF. After record 100000 comes record 1. A line is cut into
 /// pieces of 120 bytes; only the first carries the time stamp.
+///
+/// @code{.cpp}
+/// writeLog(kLogFile, "%d days imported", 31);
+/// @endcode
 
 /// The log of all graphs, relative to the working directory of the process.
 inline constexpr const char* kLogFile = "..\\log\\graph.log";

@@ -2,6 +2,9 @@
 
 #include <MelkarCommon/bars/expenditure_graph.h>
 
+/// @file
+/// Activity calories of days or periods.
+
 /// Activity calories: one bar per day or per period, with a target for each, no lines and no intake band. The scale
 /// starts from the profile at each read and may go to the big one.
 class MELKAR_API CActivityCalGraph : public CExpenditureGraph {
@@ -12,8 +15,8 @@ public:
 
     /// @return 0; 101 with everything kept but the scale; 102; 103.
     long ReadDataFile(char* path) override;
-    void DrawSecExs() override; ///< nothing
-    static melkar::DataTables DataFiles();
+    void DrawSecExs() override;            ///< nothing
+    static melkar::DataTables DataFiles(); ///< the data file that it reads
 
 private:
     struct File;

@@ -11,20 +11,20 @@
 /// @file
 /// Where days, bars and dots stand on the canvas. Device units; divisions truncate towards zero.
 ///
-///   L                                   R
-///   |   +---+       +---+               |     slot of a day: an Nth of the canvas
-///   |   |   |       |   |       +---+   |     bar: half a slot wide, in its middle
-///   |   | d0|       | d1|       | d2|   |     all series of a day share left and right
-///   +-------------+-------------+-------+  B
+///     L                                   R
+///     |   +---+       +---+               |     slot of a day: an Nth of the canvas
+///     |   |   |       |   |       +---+   |     bar: half a slot wide, in its middle
+///     |   | d0|       | d1|       | d2|   |     all series of a day share left and right
+///     +-------------+-------------+-------+  B
 
 namespace melkar {
 
 /// Left and right of a day's bar.
 struct BarSpan {
-    int left;
-    int right;
+    int left;  ///< first column
+    int right; ///< column behind the last one
 
-    int Middle() const { return (left + right) / 2; }
+    int Middle() const { return (left + right) / 2; } ///< where dots, ticks and captions stand
 };
 
 /// The left edge of a day's slot; of the day behind the last one, the right edge of the canvas. `days` is at least 1.
@@ -37,6 +37,7 @@ inline int HalfSlot(const CRect& canvas, int days) {
     return static_cast<int>(canvas.Width() / (std::int64_t{2} * days));
 }
 
+/// The bar of a day: half a slot, in the middle of its own. `days` is at least 1.
 inline BarSpan BarOf(const CRect& canvas, int day, int days) {
     const int width = HalfSlot(canvas, days);
     const int left = SlotLeft(canvas, day, days) + width / 2;
@@ -62,9 +63,9 @@ inline CRect DotOf(const CRect& box) {
 
 /// Neighbouring days at one height: whole slots, `right` that of the first day behind them.
 struct LevelStretch {
-    int left;
-    int right;
-    int y;
+    int left;  ///< left end of the first slot
+    int right; ///< right end of the last one
+    int y;     ///< of the line
 };
 
 /// The stretches of a line that has a height of its own for each day, or none. It starts anew behind a day without one

@@ -2,6 +2,9 @@
 
 #include <MelkarCommon/bars/activity_cal_graph.h>
 
+/// @file
+/// A weight plan over the activity calories.
+
 namespace melkar {
 struct LegendEntry;
 }
@@ -23,24 +26,24 @@ public:
     /// @return 0; 101 with everything kept; 102 without rows, and with the scale kept if the header is missing too; 103
     /// after an exception and for a left scale without a step.
     virtual long ReadWeightDataFile(char* path);
-    long DrawWeightValue(); ///< line and squares. @return 0
-    static melkar::ClassKeys ProfileKeys();
-    static melkar::DataTables DataFiles();
+    long DrawWeightValue();                 ///< line and squares. @return 0
+    static melkar::ClassKeys ProfileKeys(); ///< the keys that this class reads
+    static melkar::DataTables DataFiles();  ///< the data file and the plan beside it
 
 protected:
-    CString m_strWeightLabel; ///< legend of the squares, label of the right scale
-    CString m_strTargetWeightLabel;
-    CStringArray m_saTargetWeights;
-    CStringArray m_saWeights; ///< empty for a day without a measurement
-    CStringArray m_saWeightDates;
-    int m_nWeightInterval = 0;
-    CString m_strWeightStart;
-    CString m_strWeightField2;
-    int m_nWeightMax = 0;
-    int m_nWeightMin = 0;
-    COLORREF m_crOverweight = 0;
-    COLORREF m_crUnderweight = 0;
-    COLORREF m_crTargetWeight = 0;
+    CString m_strWeightLabel;       ///< legend of the squares, label of the right scale
+    CString m_strTargetWeightLabel; ///< legend of the line
+    CStringArray m_saTargetWeights; ///< the plan, a weight for each row
+    CStringArray m_saWeights;       ///< empty for a day without a measurement
+    CStringArray m_saWeightDates;   ///< date of each row
+    int m_nWeightInterval = 0;      ///< step of the right scale
+    CString m_strWeightStart;       ///< first date of the plan
+    CString m_strWeightField2;      ///< field 2 of its header, kept for the application
+    int m_nWeightMax = 0;           ///< top of the right scale
+    int m_nWeightMin = 0;           ///< its bottom
+    COLORREF m_crOverweight = 0;    ///< a measured weight above the target
+    COLORREF m_crUnderweight = 0;   ///< one at or below it
+    COLORREF m_crTargetWeight = 0;  ///< the line of the plan
 
 private:
     struct KeyRows;

@@ -2,6 +2,9 @@
 
 #include <MelkarCommon/bars/line_graph.h>
 
+/// @file
+/// Steps of days.
+
 /// Steps per day. Unlike a bar graph its data file sets the scale and the average, and its legends stand in a row above
 /// the canvas at the right: the average at the end, the target left of it.
 class MELKAR_API CStepGraph : public CLineGraph {
@@ -13,7 +16,7 @@ public:
     long ReadDataFile(char* path) override;
     void DrawAverage() override;
     void DrawTarget() override;
-    static melkar::DataTables DataFiles();
+    static melkar::DataTables DataFiles(); ///< the data file that it reads
 
 protected:
     CRect m_rcAverage; ///< box of the average legend

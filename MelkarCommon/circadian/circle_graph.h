@@ -3,6 +3,9 @@
 #include <MelkarCommon/api.h>
 #include <MelkarCommon/frame/graph.h>
 
+/// @file
+/// A pie of light, moderate and vigorous time.
+
 namespace melkar {
 struct ClassFigures;
 struct CircleMarks;
@@ -13,6 +16,15 @@ struct CircleMarks;
 ///
 /// The graph reads no file: `SetData` hands it the minutes of the intensity levels, and `m_nModerateFrom` and
 /// `m_nModerateTo` say which of them are moderate.
+///
+/// @code{.cpp}
+/// CCircleGraph circle(nullptr, view, "INTENSITY", view, nullptr, balloon);
+/// CStringArray minutes;
+/// for (const char* level : {"210", "95", "40", "60", "12", "4", "0", "0", "0"})
+///     minutes.Add(level);
+/// circle.SetData(&minutes);
+/// circle.DrawSeparate(CRect(0, 0, 480, 300), nullptr); // pie at the left, legend beside it
+/// @endcode
 class MELKAR_API CCircleGraph : public CGraph {
 public:
     /// Arguments as for `CGraph`.
@@ -30,30 +42,30 @@ public:
     /// Takes the minutes at the levels 1, 2, ... as text; they are copied. Without data `Draw` shows the message for no
     /// records. @return 0; 103 after an exception, with what was copied until then. Null counts as empty.
     long SetData(CStringArray* values);
-    void DrawSecExs();     ///< the legend
-    void CalcCircleRect(); ///< lays out `m_rcCircle` and `m_rcLegend`
-    static melkar::ClassKeys ProfileKeys();
+    void DrawSecExs();                      ///< the legend
+    void CalcCircleRect();                  ///< lays out `m_rcCircle` and `m_rcLegend`
+    static melkar::ClassKeys ProfileKeys(); ///< the keys that this class reads
 
     int m_nModerateFrom = 4; ///< first level of the moderate class, from 1; the caller's
     int m_nModerateTo = 6;   ///< its last level, at least the first one less 1; bounds beyond the data stop there
 
 protected:
-    int m_bSeparate = 0; ///< 1: the legend stands beside the pie
-    CRect m_rcLegend;
-    CRect m_rcCircle;
-    COLORREF m_crLight = 0;
-    COLORREF m_crModerate = 0;
-    COLORREF m_crVigorous = 0;
-    CString m_strLightLabel;
-    CString m_strModerateLabel;
-    CString m_strVigorousLabel;
-    double m_dLightRate = 0; ///< per cent
-    double m_dModerateRate = 0;
-    double m_dVigorousRate = 0;
-    double m_dLightMinutes = 0;
-    double m_dModerateMinutes = 0;
-    double m_dVigorousMinutes = 0;
-    CString m_strMinLabel;
+    int m_bSeparate = 0;           ///< 1: the legend stands beside the pie
+    CRect m_rcLegend;              ///< where the legend stands
+    CRect m_rcCircle;              ///< where the pie stands
+    COLORREF m_crLight = 0;        ///< slice of the light class
+    COLORREF m_crModerate = 0;     ///< slice of the moderate class
+    COLORREF m_crVigorous = 0;     ///< slice of the vigorous class
+    CString m_strLightLabel;       ///< caption of the light class
+    CString m_strModerateLabel;    ///< caption of the moderate class
+    CString m_strVigorousLabel;    ///< caption of the vigorous class
+    double m_dLightRate = 0;       ///< per cent
+    double m_dModerateRate = 0;    ///< per cent
+    double m_dVigorousRate = 0;    ///< per cent
+    double m_dLightMinutes = 0;    ///< minutes in the light class
+    double m_dModerateMinutes = 0; ///< minutes in the moderate class
+    double m_dVigorousMinutes = 0; ///< minutes in the vigorous class
+    CString m_strMinLabel;         ///< unit behind the minutes
 
 private:
     struct KeyRows;

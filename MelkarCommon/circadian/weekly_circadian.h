@@ -3,6 +3,9 @@
 #include <MelkarCommon/api.h>
 #include <MelkarCommon/circadian/circadian_graph.h>
 
+/// @file
+/// The activity sheets of a week.
+
 namespace melkar {
 class DataFile;
 class SharedProfile;
@@ -15,6 +18,11 @@ struct WeekHead;
 /// with `DrawWeek`, each from a file of its own.
 class MELKAR_API CWeeklyCircadian {
 public:
+    /// @code{.cpp}
+    /// CWeeklyCircadian week(nullptr, view, "WEEK", view, nullptr, balloon);
+    /// week.Draw(CRect(0, 0, 900, 7 * 160), path);
+    /// @endcode
+    ///
     /// Arguments as for `CGraph`; all seven graphs take them, from one reading of the profile.
     CWeeklyCircadian(HWND window, HDC dc, const char* section, HDC shared, HDC second, HDC balloon);
     virtual ~CWeeklyCircadian();
@@ -47,35 +55,35 @@ public:
     ///         pages below 0; 0 after an exception; 210 if the file can't be opened.
     virtual long ReadWeekDataFile(char* file, int page);
 
-    void Show2Dialog(int mode); ///< 1 sends the pictures to the second shared surface
-    HDC GetGMemDC() const { return m_hGMemDC; }
-    HDC GetGMemDCCir() const { return m_hGMemDCCir; }
-    HDC GetGMemDCBalloon() const { return m_hGMemDCBalloon; }
-    static melkar::DataTables ScreenFiles(); ///< of `ReadDataFile`
-    static melkar::DataTables PrintFiles();  ///< of `ReadWeekDataFile`
+    void Show2Dialog(int mode);                               ///< 1 sends the pictures to the second shared surface
+    HDC GetGMemDC() const { return m_hGMemDC; }               ///< the shared surface, the caller's
+    HDC GetGMemDCCir() const { return m_hGMemDCCir; }         ///< the second shared surface, the caller's
+    HDC GetGMemDCBalloon() const { return m_hGMemDCBalloon; } ///< the surface of the clean picture, the caller's
+    static melkar::DataTables ScreenFiles();                  ///< of `ReadDataFile`
+    static melkar::DataTables PrintFiles();                   ///< of `ReadWeekDataFile`
 
 protected:
-    HWND m_hWnd;
-    HDC m_hDC;
+    HWND m_hWnd;   ///< the host's window, never used
+    HDC m_hDC;     ///< device context that the sheet suits; the caller's
     CRect m_rcDay; ///< handed to the graphs; what they draw in replaces it
 
 public:
     CCircadianGraph m_Day[7]; ///< Monday to Sunday; whether they paint directly is set at each
 
 protected:
-    int m_nFirstDay = 1; ///< weekday of the first date, Monday 1 to Sunday 7
-    CString m_strFirstDate;
-    CString m_strHeaderField1;
+    int m_nFirstDay = 1;        ///< weekday of the first date, Monday 1 to Sunday 7
+    CString m_strFirstDate;     ///< first date of the file, YYYYMMDD
+    CString m_strHeaderField1;  ///< field 1 of its header, kept for the application
     double m_dModerateFrom = 0; ///< of the file last read
-    double m_dModerateTo = 0;
+    double m_dModerateTo = 0;   ///< likewise
 
 public:
     int m_nRows = 7; ///< rows of the screen sheet
 
 protected:
-    HDC m_hGMemDC = nullptr; ///< the surfaces that `Initialize` gave
-    HDC m_hGMemDCCir = nullptr;
-    HDC m_hGMemDCBalloon = nullptr;
+    HDC m_hGMemDC = nullptr;        ///< the surfaces that `Initialize` gave
+    HDC m_hGMemDCCir = nullptr;     ///< likewise
+    HDC m_hGMemDCBalloon = nullptr; ///< likewise
 
 private:
     MELKAR_LOCAL CWeeklyCircadian(HWND window, HDC dc, const char* section, HDC shared, HDC second, HDC balloon,

@@ -5,6 +5,9 @@
 
 #include <vector>
 
+/// @file
+/// A pie on a panel.
+
 namespace melkar {
 struct PieSlice;
 struct PieSquare;
@@ -12,12 +15,20 @@ struct PieSquare;
 
 /// One slice.
 struct circle_value {
-    COLORREF color;
-    double value;
+    COLORREF color; ///< of the slice
+    double value;   ///< any number; its share of the sum of all counts
 };
 
 /// A pie in the panel's graph area: colours from the profile, values from the host, each value half-way out in its
 /// slice. No grid, no scale, no ground of the graph area.
+///
+/// @code{.cpp}
+/// CCircleGraphBase pie(nullptr, view, "PIE", view, nullptr, balloon, 0.03F);
+/// pie.ReadIniFile(nullptr);
+/// pie.SetValue(210, 0);
+/// pie.SetValue(60, 1);
+/// pie.Draw(CRect(0, 0, 700, 400), nullptr);
+/// @endcode
 class MELKAR_API CCircleGraphBase : public CGraphBase {
 public:
     /// Arguments as for `CGraph`, then the smallest share, 0 to 1, that is still shown.
@@ -34,7 +45,7 @@ public:
     void ClearValue() { m_vecValues.clear(); }                                 ///< takes the colours away, too
     float GetRate(double value) { return static_cast<float>(value / m_dSum); } ///< share of the sum last drawn
 
-    static melkar::ClassKeys ProfileKeys();
+    static melkar::ClassKeys ProfileKeys(); ///< the keys that this class reads
 
 protected:
     std::vector<circle_value> m_vecValues; ///< in the order of the keys
@@ -42,7 +53,7 @@ protected:
     int m_nValueFont = 0;                  ///< cell height of labels, and half the height of a label's box
     CString m_strValueFormat;              ///< of one double
     CString m_strValueUnit;                ///< behind each label
-    float m_fMinRate = 0;
+    float m_fMinRate = 0;                  ///< smallest share that is shown, 0 to 1
 
 private:
     struct KeyRows;

@@ -3,6 +3,9 @@
 #include <MelkarCommon/api.h>
 #include <MelkarCommon/declarative/graph_base.h>
 
+/// @file
+/// A text on a panel.
+
 /// A text of the profile in the panel's graph area: one key holds it, keys named after that one hold its size, face and
 /// colour. No grid, no scale, no ground of the graph area.
 class MELKAR_API CFixedText : public CGraphBase {
@@ -22,12 +25,12 @@ public:
     static melkar::ClassKeys ProfileKeys();
 
 protected:
-    CString m_strText;
-    CString m_strFontName;
-    int m_nFontSize = 0; ///< cell height in device units
-    UINT m_nFormat = 0;
-    COLORREF m_crText = 0;
-    int m_nMargin = 0;
+    CString m_strText;     ///< the text
+    CString m_strFontName; ///< its face
+    int m_nFontSize = 0;   ///< cell height in device units
+    UINT m_nFormat = 0;    ///< flags of `DrawTextExA`
+    COLORREF m_crText = 0; ///< its colour
+    int m_nMargin = 0;     ///< from all four edges of the graph area, device units
 
 private:
     struct KeyRows;

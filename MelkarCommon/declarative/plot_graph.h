@@ -6,9 +6,20 @@
 
 #include <vector>
 
+/// @file
+/// Points on a panel.
+
 /// Points on the panel's graph area: filled circles, each with a size and a colour of its own, joined on demand to the
 /// point before by a thick black line that stops at the two rims. The host or a derived class feeds them by `AddPlot`;
 /// none is ever removed.
+///
+/// @code{.cpp}
+/// CPlotGraph weight(nullptr, view, "WEIGHT", view, nullptr, balloon);
+/// for (int week = 0; week < 5; ++week)
+///     weight.AddPlot(CPlot(week, 78.5F - 0.6F * week, 12, RGB(44, 96, 150), week > 0)); // joined to the one before
+/// weight.Draw(CRect(0, 0, 700, 400), nullptr, nullptr);
+/// weight.BitBlt(); // the copy that the panel made had no points yet
+/// @endcode
 class MELKAR_API CPlotGraph : public CGraphBase {
 public:
     /// Arguments as for `CGraph`.
@@ -29,10 +40,10 @@ public:
     virtual void DrawPlotConnect(CRect graph, int endHead, int startHead);
     virtual void DrawAfterPlot(CRect graph); ///< nothing: the last step
 
-    void AddPlot(CPlot plot) { m_vecPlots.push_back(plot); }
-    void AddPlot(float x, float y); ///< red, size 10, not joined
-    int PlotSize() const { return static_cast<int>(m_vecPlots.size()); }
-    CPlot Plot(int index) const; ///< all zeros if there is no such point
+    void AddPlot(CPlot plot) { m_vecPlots.push_back(plot); }             ///< behind the points that are there
+    void AddPlot(float x, float y);                                      ///< red, size 10, not joined
+    int PlotSize() const { return static_cast<int>(m_vecPlots.size()); } ///< number of points
+    CPlot Plot(int index) const;                                         ///< all zeros if there is no such point
     /// One circle, and its label if `label` isn't 0. @throws std::out_of_range if there is no such point.
     void DrawOnePlot(CRect graph, int index, int label);
 

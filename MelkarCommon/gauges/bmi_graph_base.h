@@ -2,6 +2,9 @@
 
 #include <MelkarCommon/frame/graph.h>
 
+/// @file
+/// What a gauge of one figure needs.
+
 /// What a gauge of one figure needs: a scale, a table of value classes with colours and captions, and the figure from a
 /// data file. On its own it shows ground and title.
 class MELKAR_API CBMIGraph_Base : public CGraph {
@@ -23,28 +26,28 @@ public:
     virtual long DrawCanvas();
     virtual long DrawValue(); ///< nothing here. @return 0
 
-    static melkar::ClassKeys ProfileKeys();
-    static melkar::DataTables DataFiles();
+    static melkar::ClassKeys ProfileKeys(); ///< the keys that this class reads
+    static melkar::DataTables DataFiles();  ///< the data file that it reads
 
 protected:
-    static constexpr int kMostClasses = 10;
+    static constexpr int kMostClasses = 10; ///< room of the arrays
     static constexpr int kCaptionSize = 10; ///< points
     static constexpr int kFigureSize = 12;  ///< points
 
     /// Colour of a class from 0 on; a class beyond the table has its last colour.
     COLORREF ClassColor(int cls) const;
-    bool IsBelowScale() const { return m_nClass < 0; }
-    bool IsAboveScale() const { return m_nClass == m_nClassCount; }
+    bool IsBelowScale() const { return m_nClass < 0; }              ///< whether no bar is to be shown
+    bool IsAboveScale() const { return m_nClass == m_nClassCount; } ///< whether the bar fills the scale
 
-    int m_nClassCount = 6;
-    int m_nMin = 0; ///< low end of the scale
-    int m_nMax = 0; ///< high end of the scale
-    double m_dValue = 0;
-    CString m_strValue; ///< the figure as the file wrote it, which is what the gauge shows
-    int m_nClass = -1;  ///< -1 below the scale, `m_nClassCount` at or above it, else the class of the figure
-    COLORREF m_crClass[kMostClasses] = {};
+    int m_nClassCount = 6; ///< classes of values; up to `kMostClasses`
+    int m_nMin = 0;        ///< low end of the scale
+    int m_nMax = 0;        ///< high end of the scale
+    double m_dValue = 0;   ///< the figure as a number
+    CString m_strValue;    ///< the figure as the file wrote it, which is what the gauge shows
+    int m_nClass = -1;     ///< -1 below the scale, `m_nClassCount` at or above it, else the class of the figure
+    COLORREF m_crClass[kMostClasses] = {}; ///< colour of each class
     double m_dClassMax[kMostClasses] = {}; ///< upper bounds; a figure on a bound belongs to the next class
-    CStringArray m_saClassCaption;
+    CStringArray m_saClassCaption;         ///< caption of each class, for a derived class
 
 private:
     struct KeyRows;

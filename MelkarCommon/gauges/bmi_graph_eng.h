@@ -2,8 +2,16 @@
 
 #include <MelkarCommon/gauges/bmi_graph_base.h>
 
+/// @file
+/// A bar gauge of one figure.
+
 /// A horizontal bar from the left edge to the figure, in the colour of the figure's class, with the figure written in
 /// it or, where it is too short, behind it.
+///
+/// @code{.cpp}
+/// CBMIGraph_Eng bmi(nullptr, view, "BMI", view, nullptr, balloon);
+/// bmi.Draw(CRect(0, 0, 300, 40), path); // the file holds the figure
+/// @endcode
 class MELKAR_API CBMIGraph_Eng : public CBMIGraph_Base {
 public:
     using CBMIGraph_Base::CBMIGraph_Base;

@@ -2,6 +2,9 @@
 
 #include <MelkarCommon/gauges/bmi_graph_base.h>
 
+/// @file
+/// A gauge of the degree of obesity.
+
 /// The degree of obesity in per cent: above, a band of three classes in two strips with captions; below, a disc at the
 /// figure in the colour of its class, with the figure and a per cent sign beside it.
 ///
@@ -17,7 +20,7 @@ public:
     long DrawCanvas() override;
     long DrawValue() override; ///< @return 0
 
-    static melkar::ClassKeys ProfileKeys();
+    static melkar::ClassKeys ProfileKeys(); ///< the keys that this class reads
 
 protected:
     COLORREF m_crClassName[kMostClasses] = {}; ///< second strip

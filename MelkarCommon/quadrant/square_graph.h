@@ -4,12 +4,36 @@
 
 #include <functional>
 
+/// @file
+/// A canvas of four quadrants, to plot on.
+
 /// A square canvas cut into four coloured quadrants by two dividing lines, with a scale on each axis, a legend and the
 /// share of each quadrant.
 ///
 /// It is a frame to derive from: it reads the data file and draws, but it knows neither a scale nor where a day
 /// belongs. A derived class sets the scales and the four counts in `GetGraphMeasure`, which runs behind
 /// the reading, and puts its marks on the canvas by `DrawPoint` in `DrawTargetAverage`. `samples/hosts` holds one.
+///
+/// @code{.cpp}
+/// class CDays : public CSquareGraph {
+/// public:
+///     using CSquareGraph::CSquareGraph;
+///
+///     long GetGraphMeasure() override {
+///         m_nHMax = m_nVMax = 100;
+///         m_nHMid = m_nVMid = 50;
+///         m_nHStep = m_nVStep = 10;
+///         return 0;
+///     }
+///     long DrawTargetAverage() override {
+///         for (int day = 0; day < m_saDayField5.GetSize(); ++day) {
+///             const double x = melkar::ToDouble(m_saDayField5[day]) / m_nHMax * m_rcCanvas.Width();
+///             DrawPoint(m_rcCanvas.left + melkar::Truncate(x), m_rcCanvas.top + 20, m_strPoint);
+///         }
+///         return 0;
+///     }
+/// };
+/// @endcode
 class MELKAR_API CSquareGraph : public CGraph {
 public:
     /// Arguments as for `CGraph`.
@@ -44,58 +68,58 @@ public:
     virtual long DrawPoint(int x, int y, CString text);
     virtual long GetGraphMeasure(); ///< nothing here: the place for scales and counts. @return 0
 
-    static melkar::ClassKeys ProfileKeys();
-    static melkar::DataTables DataFiles();
+    static melkar::ClassKeys ProfileKeys(); ///< the keys that this class reads
+    static melkar::DataTables DataFiles();  ///< the data file that it reads
 
 protected:
-    int m_bRatioBox = 1;
-    int m_nLevel = 0; ///< first level of the sum; replaces "__d__" in the vertical caption
-    CString m_strLevelName;
-    CString m_strTarget1;
-    CString m_strTarget2;
-    CString m_strAverage1;
-    CString m_strAverage2;
-    CString m_strAverage3;
-    CString m_strAveragePoint; ///< mark of the average, for `DrawPoint`
-    CString m_strPoint;        ///< mark of a day, likewise
-    int m_nPointSize = 0;      ///< of the marks, points
-    CStringArray m_saDayField5;
-    CStringArray m_saDayField11;
+    int m_bRatioBox = 1;          ///< 1: the box with the shares is painted
+    int m_nLevel = 0;             ///< first level of the sum; replaces "__d__" in the vertical caption
+    CString m_strLevelName;       ///< of the first level, from the file
+    CString m_strTarget1;         ///< target across, from the file
+    CString m_strTarget2;         ///< target upwards, from the file
+    CString m_strAverage1;        ///< average across, from the file
+    CString m_strAverage2;        ///< average upwards, from the file
+    CString m_strAverage3;        ///< a third average, from the file
+    CString m_strAveragePoint;    ///< mark of the average, for `DrawPoint`
+    CString m_strPoint;           ///< mark of a day, likewise
+    int m_nPointSize = 0;         ///< of the marks, points
+    CStringArray m_saDayField5;   ///< field 5 of each day
+    CStringArray m_saDayField11;  ///< field 11 of each day
     CStringArray m_saDayLevelSum; ///< counts at `m_nLevel` and above, in units of 15, one decimal
     int m_nVMax = 0;              ///< vertical scale: set by a derived class, as the seven that follow
-    int m_nVMin = 0;
-    int m_nVMid = 0;  ///< dividing line
-    int m_nVStep = 0; ///< from figure to figure
-    int m_nHMax = 0;
-    int m_nHMin = 0;
-    int m_nHMid = 0;
-    int m_nHStep = 0;
-    CString m_strVAxsLabel;
-    CString m_strHAxsLabel;
-    int m_nVAxsSize = 0; ///< points: all texts but the marks
-    int m_nHAxsSize = 0;
-    CString m_strLeftUpperLabel;
-    CString m_strRightUpperLabel;
-    CString m_strLeftLowerLabel;
-    CString m_strRightLowerLabel;
-    COLORREF m_crLeftUpper = 0;
-    COLORREF m_crRightUpper = 0;
-    COLORREF m_crLeftLower = 0;
-    COLORREF m_crRightLower = 0;
-    CRect m_rcLeftUpper; ///< quadrants as last drawn
-    CRect m_rcRightUpper;
-    CRect m_rcLeftLower;
-    CRect m_rcRightLower;
-    CString m_strTargetLabel;
-    CString m_strAverageLabel;
-    COLORREF m_crTarget = 0;
-    COLORREF m_crAverage = 0;
-    CString m_strLeftSpace;    ///< its width is the room left of the canvas, its height the step of the side
-    CString m_strRightSpace;   ///< its width is the room right of the canvas
-    int m_nLeftUpperCount = 0; ///< days in the quadrant: set by a derived class, as the three that follow
-    int m_nLeftLowerCount = 0;
-    int m_nRightUpperCount = 0;
-    int m_nRightLowerCount = 0;
+    int m_nVMin = 0;              ///< low end
+    int m_nVMid = 0;              ///< dividing line
+    int m_nVStep = 0;             ///< from figure to figure
+    int m_nHMax = 0;              ///< horizontal scale, likewise
+    int m_nHMin = 0;              ///< low end
+    int m_nHMid = 0;              ///< dividing line
+    int m_nHStep = 0;             ///< from figure to figure
+    CString m_strVAxsLabel;       ///< caption along the canvas
+    CString m_strHAxsLabel;       ///< caption below it
+    int m_nVAxsSize = 0;          ///< points: all texts but the marks
+    int m_nHAxsSize = 0;          ///< kept; no painting uses it
+    CString m_strLeftUpperLabel;  ///< legend of the quadrant
+    CString m_strRightUpperLabel; ///< likewise
+    CString m_strLeftLowerLabel;  ///< likewise
+    CString m_strRightLowerLabel; ///< likewise
+    COLORREF m_crLeftUpper = 0;   ///< colour of the quadrant
+    COLORREF m_crRightUpper = 0;  ///< likewise
+    COLORREF m_crLeftLower = 0;   ///< likewise
+    COLORREF m_crRightLower = 0;  ///< likewise
+    CRect m_rcLeftUpper;          ///< quadrants as last drawn
+    CRect m_rcRightUpper;         ///< likewise
+    CRect m_rcLeftLower;          ///< likewise
+    CRect m_rcRightLower;         ///< likewise
+    CString m_strTargetLabel;     ///< legend of the target
+    CString m_strAverageLabel;    ///< legend of the average
+    COLORREF m_crTarget = 0;      ///< colour of the target
+    COLORREF m_crAverage = 0;     ///< colour of the average, for a derived class
+    CString m_strLeftSpace;       ///< its width is the room left of the canvas, its height the step of the side
+    CString m_strRightSpace;      ///< its width is the room right of the canvas
+    int m_nLeftUpperCount = 0;    ///< days in the quadrant: set by a derived class, as the three that follow
+    int m_nLeftLowerCount = 0;    ///< likewise
+    int m_nRightUpperCount = 0;   ///< likewise
+    int m_nRightLowerCount = 0;   ///< likewise
 
 private:
     struct KeyRows;

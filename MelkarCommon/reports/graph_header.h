@@ -3,12 +3,16 @@
 #include <MelkarCommon/api.h>
 #include <MelkarCommon/reports/report_header.h>
 
+/// @file
+/// The block over graph pages.
+
 /// Heads the graph pages: a framed table of labels in black cells and texts beside them.
 ///
 /// `CalcRect` comes first, for `Draw` paints on its surface. The date of printing is stored by `CReportHeader::Draw`;
 /// who wants it runs that before `Draw`.
 class MELKAR_API CGraphHeader : public CReportHeader {
 public:
+    /// Reads the block's keys. @param section the block's own section
     explicit CGraphHeader(const char* section);
 
     /// Reads the data file (the slots stay if it can't be opened) and places the cells in `block`; the samples are

@@ -7,13 +7,13 @@
 /// @file
 /// The grid of a report's heading block: cells by column letter and row number. Device units.
 ///
-///   A0 label | B0 text ........................ | G0 label | H0 text |
-///   A1       | B1 text ................................................|
-///   A2       | B2 text ................................................|
-///   A3 label | B3 text | C3 label | D3 text | E3 label | F3 text ......|
-///   A4       | B4      | C4       | D4      | E4       | F4            |
-///   A5       | B5      | C5       | D5      | E5       | F5 ... G5  H5 |
-///   A6       | B6 .....................................................|
+///     A0 label | B0 text ........................ | G0 label | H0 text |
+///     A1       | B1 text ................................................|
+///     A2       | B2 text ................................................|
+///     A3 label | B3 text | C3 label | D3 text | E3 label | F3 text ......|
+///     A4       | B4      | C4       | D4      | E4       | F4            |
+///     A5       | B5      | C5       | D5      | E5       | F5 ... G5  H5 |
+///     A6       | B6 .....................................................|
 ///
 /// Sample texts of the profile fix the widths of the columns; B, F and H end at the right edge of the block.
 
@@ -53,19 +53,23 @@ enum HeaderCell : int {
     H5,
     kHeaderCells = 48,
 };
-using HeaderCells = std::array<CRect, kHeaderCells>;
+using HeaderCells = std::array<CRect, kHeaderCells>; ///< by `HeaderCell`
 
+/// How large a text is, device units.
 struct TextSize {
-    int width;
-    int height;
+    int width;  ///< of its widest line
+    int height; ///< of all lines
 };
 
 /// The sample texts, measured.
 struct HeaderSamples {
-    TextSize label1, text1; ///< columns A and B
-    TextSize label2, text2; ///< columns C and D
-    TextSize label3;        ///< column E
-    TextSize label4, text4; ///< the pair at the top right
+    TextSize label1; ///< column A
+    TextSize text1;  ///< column B
+    TextSize label2; ///< column C
+    TextSize text2;  ///< column D
+    TextSize label3; ///< column E
+    TextSize label4; ///< label of the pair at the top right
+    TextSize text4;  ///< its text
 };
 
 } // namespace melkar

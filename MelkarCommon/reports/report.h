@@ -10,15 +10,38 @@
 
 #include <memory>
 
+/// @file
+/// A printed report.
+
 /// The frame of a printed report: a printer's surface with the paper, orientation and colour of the report, and a page
 /// that divides into a header, graphs and a footer. What stands on a page is a derived class's, which overrides the
 /// three draw operations.
 ///
-///     CMonthReport report(printer, DMPAPER_A4, 0, section, shared, second, balloon, data, header, footer);
+/// @code{.cpp}
+/// class CMonthReport : public CReport {
+/// public:
+///     using CReport::CReport;
+///
+///     int DrawGraphs() override {
+///         CStepGraph steps(nullptr, GetHDC(), "STEPS", nullptr, nullptr, nullptr);
+///         steps.SetDirectOutput(1);
+///         CString file = GetDataFile();
+///         steps.Draw(m_rcGraphs, const_cast<char*>(file.GetString()));
+///         return 0;
+///     }
+/// };
+///
+/// inline bool Print(char* printer, char* section, const char* data) {
+///     CMonthReport report(printer, DMPAPER_A4, 0, section, nullptr, nullptr, nullptr, data, "", "");
 ///     report.CalcRects();
-///     report.DocStart();
-///     for each page { report.PageStart(); report.Draw(); report.PageEnd(); }
-///     report.DocEnd();
+///     if (report.DocStart() <= 0)
+///         return false;
+///     report.PageStart(); // and so on for each page
+///     report.Draw();
+///     report.PageEnd();
+///     return report.DocEnd() > 0;
+/// }
+/// @endcode
 ///
 /// Without a usable printer `GetHDC` is null, the log says why, and everything above does nothing. Copies share the
 /// surface; the last one frees it, and with it a document that hasn't ended.
@@ -31,18 +54,22 @@ public:
     /// @param dataFile a path, kept for a derived class @param headerFile likewise @param footerFile likewise
     CReport(char* const printer, int paper, int orientation, char* section, HDC shared, HDC second, HDC balloon,
             const char* dataFile, const char* headerFile, const char* footerFile);
-    CReport(const CReport&) = default;
-    CReport& operator=(const CReport&) = default;
+    CReport(const CReport&) = default;            ///< shares the surface
+    CReport& operator=(const CReport&) = default; ///< shares the surface
     virtual ~CReport() = default;
 
     virtual HDC GetHDC(); ///< the printer's surface, of the report; null if there is no such printer.
     /// Divides the page into bands, within a margin of a tenth of it. Nobody else calls it. @return 0.
     virtual int CalcRects();
-    virtual int Draw(); ///< header, graphs, footer, whatever these return. @return 0.
-    virtual int DrawHeader();
-    virtual int DrawGraphs();
-    virtual int DrawFooter();
+    virtual int Draw();       ///< header, graphs, footer, whatever these return. @return 0.
+    virtual int DrawHeader(); ///< nothing here: paints into `m_rcHeader`. @return 0
+    virtual int DrawGraphs(); ///< nothing here: paints into `m_rcGraphs`. @return 0
+    virtual int DrawFooter(); ///< nothing here: paints into `m_rcFooter`. @return 0
 
+    /// @name What the constructor was given
+    /// @{
+
+    /// The member of that name.
     HDC GetGMemDC() { return m_hGMemDC; }
     HDC GetGMemDCCir() { return m_hGMemDCCir; }
     HDC GetGMemDCBalloon() { return m_hGMemDCBalloon; }
@@ -52,6 +79,7 @@ public:
     CString GetDataFile() const { return m_strDataFile; }
     CString GetHeaderFile() const { return m_strHeaderFile; }
     CString GetFooterFile() const { return m_strFooterFile; }
+    /// @}
 
     int DocStart();  ///< @return the number of the print job; 0 or below on failure.
     int PageStart(); ///< starts a white page. @return 0.
@@ -60,27 +88,32 @@ public:
     /// failure.
     int DocEnd();
 
-    static melkar::ClassKeys ProfileKeys();
+    static melkar::ClassKeys ProfileKeys(); ///< the keys that this class reads
 
 protected:
-    short m_nColorMode = 0; ///< `DMCOLOR_...`
-    int m_nPaperSize;
-    CRect m_rcPage; ///< the printable page, device units from (0, 0)
-    HDC m_hPrnDC = nullptr;
-    CString m_strPrinterName;
-    DOCINFOA m_DocInfo{};
-    CRect m_rcHeader;
-    CRect m_rcGraphs;
-    CRect m_rcFooter;
-    int m_nUserValue = 0; ///< free for a derived class, as are the three texts
-    CIniReader m_Ini;
-    CString m_strUser1;
-    CString m_strFont;
-    int m_nCharset = 0;
-    CString m_strUser2, m_strUser3;
-    CString m_strVersion;
-    HDC m_hGMemDC, m_hGMemDCCir, m_hGMemDCBalloon; ///< the application's
-    CString m_strDataFile, m_strHeaderFile, m_strFooterFile;
+    short m_nColorMode = 0;   ///< `DMCOLOR_...`
+    int m_nPaperSize;         ///< `DMPAPER_...`
+    CRect m_rcPage;           ///< the printable page, device units from (0, 0)
+    HDC m_hPrnDC = nullptr;   ///< the printer's surface; null without one
+    CString m_strPrinterName; ///< as the constructor was given it
+    DOCINFOA m_DocInfo{};     ///< of the next document
+    CRect m_rcHeader;         ///< band at the top, set by `CalcRects`
+    CRect m_rcGraphs;         ///< band in the middle
+    CRect m_rcFooter;         ///< band at the bottom
+    int m_nUserValue = 0;     ///< free for a derived class, as are the three texts
+    CIniReader m_Ini;         ///< bound to the profile of all graphs
+    CString m_strUser1;       ///< free for a derived class
+    CString m_strFont;        ///< face of texts
+    int m_nCharset = 0;       ///< character set of texts
+    CString m_strUser2;       ///< free for a derived class
+    CString m_strUser3;       ///< likewise
+    CString m_strVersion;     ///< `VERSION` of the profile, for a derived class
+    HDC m_hGMemDC;            ///< the application's shared surface
+    HDC m_hGMemDCCir;         ///< its second one
+    HDC m_hGMemDCBalloon;     ///< its surface of the clean picture
+    CString m_strDataFile;    ///< a path, for a derived class
+    CString m_strHeaderFile;  ///< likewise
+    CString m_strFooterFile;  ///< likewise
 
 private:
     struct KeyRows;

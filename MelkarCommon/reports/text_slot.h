@@ -1,5 +1,6 @@
 #pragma once
 
+#include <MelkarCommon/api.h>
 #include <MelkarCommon/platform/cstring.h>
 
 /// @file
@@ -11,7 +12,7 @@ namespace melkar {
 using TextSlot = char[256];
 
 /// Puts as much of a text into a slot as it holds, cutting no character in two; a per cent sign is a character like any
-/// other. @param charset that of bytes that aren't UTF-8
-void PutText(TextSlot& slot, const CString& text, int charset);
+/// other. @param slot gets it, with a NUL @param text any text @param charset that of bytes that aren't UTF-8
+MELKAR_API void PutText(TextSlot& slot, const CString& text, int charset);
 
 } // namespace melkar

@@ -17,7 +17,7 @@ BUILD_PACKAGES=(
 )
 # What scripts/check needs on top.
 CHECK_PACKAGES=(git clang-format clang clang-tidy binutils libglib2.0-dev libjpeg-dev libncurses-dev libx11-dev
-    unixodbc-dev)
+    unixodbc-dev doxygen)
 export DRAW_PACKAGES BUILD_PACKAGES CHECK_PACKAGES
 
 say() { printf '== %s\n' "$*"; }

@@ -14,6 +14,12 @@ namespace melkar {
 /// Reads a text file line by line, linear in its size. CR LF counts as LF, a byte order mark at the
 /// start is dropped, a last line needs no line feed. Only regular files open: a directory, a pipe or a
 /// device counts as a file that can't be opened, so that no read ever waits.
+///
+/// @code{.cpp}
+/// melkar::LineReader lines(path);
+/// while (const char* line = lines.Next(1000))
+///     std::fputs(line, stdout);
+/// @endcode
 class MELKAR_API LineReader {
 public:
     explicit LineReader(const char* path); ///< opens the file, which is closed with the reader

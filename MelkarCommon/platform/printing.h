@@ -13,6 +13,18 @@
 /// - else the name of a queue of this machine's print server (or of the one that CUPS_SERVER names).
 ///
 /// A page is vector; its device units, 96 an inch, say nothing of how finely a printer prints. All calls are null-safe.
+///
+/// @code{.cpp}
+/// HDC printer = CreateDCA("WINSPOOL", "sheet.pdf", nullptr, nullptr);
+/// const DOCINFOA job{sizeof(DOCINFOA), "A sheet", nullptr, nullptr, 0};
+/// if (StartDocA(printer, &job) > 0) {
+///     StartPage(printer);
+///     Rectangle(printer, 0, 0, GetDeviceCaps(printer, HORZRES), GetDeviceCaps(printer, VERTRES));
+///     EndPage(printer);
+///     EndDoc(printer);
+/// }
+/// DeleteDC(printer);
+/// @endcode
 
 /// The settings of a job. A field counts if its bit stands in `dmFields`.
 struct DEVMODEA {

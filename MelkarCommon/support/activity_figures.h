@@ -6,8 +6,17 @@
 /// @file
 /// Services for the host on its own kinds of figures: intensity levels and METs, sums of levels, and whether a data set
 /// holds anything. No graph calls them.
+///
+/// @code{.cpp}
+/// CStringArray minutes; // at the levels 1 to 9
+/// for (const char* level : {"210", "95", "40", "60", "12", "4", "0", "0", "0"})
+///     minutes.Add(level);
+/// double light = 0, moderate = 0, vigorous = 0;
+/// CalcLMV(&light, &moderate, &vigorous, minutes, 4, 6); // 345, 76 and 0
+/// @endcode
 
-/// METs of the levels 1 to 9; -1 for any other.
+/// METs, multiples of the energy spent at rest, of the levels 1 to 9: 1.8, 2.3, 2.9, 3.6, 4.3, 5.2, 6.1, 7.1, 8.3; -1
+/// for any other.
 MELKAR_API double Intensity2MetsDouble(int level);
 /// The same rounded down.
 MELKAR_API int Intensity2MetsInt(int level);

@@ -6,6 +6,10 @@
 
 /// @file
 /// Picture files on a surface: BMP, PNG and whatever else the machine's image loaders read.
+///
+/// @code{.cpp}
+/// DrawBMP(view, CRect(10, 10, 110, 110), "medal.bmp", SRCCOPY, 1, 1 | 4); // with its proportions, in the middle
+/// @endcode
 
 /// Paints a picture file into a box.
 /// @param surface drawn on @param box where it stands @param file its path @param operation `SRCCOPY`, `SRCPAINT` or

@@ -11,6 +11,11 @@
 /// clipped at its bottom. All return the result of the painting `DrawTextExA`: the height of the text, 0 on failure.
 ///
 /// `size` is a cell height in pixels (below 0 an em height), not a point size; null stands for any `face`.
+///
+/// @code{.cpp}
+/// DrawTextVCenterEx(view, CRect(20, 20, 220, 120), "Start slowly, and add a few minutes each week.", DT_CENTER, -14,
+///                   "DejaVu Sans");
+/// @endcode
 
 /// Half-way up the box, in the surface's font.
 MELKAR_API int DrawTextVCenter(HDC surface, CRect box, CString text, unsigned int format);

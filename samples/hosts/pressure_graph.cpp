@@ -1,10 +1,23 @@
 #include "pressure_graph.h"
 
 #include <MelkarCommon/platform/scoped.h>
+#include <MelkarCommon/registry/catalogue.h>
 #include <MelkarCommon/support/numbers.h>
 #include <MelkarCommon/support/support.h>
 
 namespace {
+
+// What a profile starts with.
+constexpr const char* kStarter = R"(CANVASCOLOR_RGB=247,249,252
+BASECOLOR_RGB=255,255,255
+TITLELABEL=" Blood pressure"
+TITLESIZE=15
+VAXSLABEL=mmHg
+BARSCOLOR_RGB=150,190,226
+BARSCOLOR2_RGB=204,98,82
+CHARTMAX=180
+CHARTMIN=40
+CHARTINTERVAL=20)";
 
 constexpr std::size_t kRowLimit = 200; // characters; a measurement has no more
 
@@ -58,6 +71,11 @@ struct CPressureGraph::File : melkar::Columns<Measurement> {
 };
 
 melkar::DataTables CPressureGraph::DataFiles() { return {melkar::TableOf<File>()}; }
+
+bool CPressureGraph::Register() {
+    return melkar::Register({"pressure", "CPressureGraph", "CBarGraph", "blood pressure, a bar a day", kStarter,
+                             ProfileKeys, DataFiles, melkar::MakeGraph<CPressureGraph>});
+}
 
 long CPressureGraph::ReadDataFile(char* path) {
     return melkar::ReadFile("CPressureGraph::ReadDataFile", path, [this](melkar::DataFile& file) {

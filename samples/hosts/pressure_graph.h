@@ -24,6 +24,7 @@ public:
 
     static melkar::ClassKeys ProfileKeys();
     static melkar::DataTables DataFiles();
+    static bool Register(); // adds the kind "pressure" to the library's; once, before threads draw
 
 private:
     struct KeyRows;

@@ -49,10 +49,17 @@ bool WritePicture() {
     return isWritten;
 }
 
-void PrintKeys() {
-    for (const melkar::KeyInfo& key : CPressureGraph::ProfileKeys().keys)
-        std::printf("%s=%s: %s; missing: %s\n", key.name, melkar::ExampleOf(key).c_str(), key.meaning,
-                    melkar::FallbackOf(key).c_str());
+// By its name alone, as a tool that knows all kinds and none of them.
+const char* FaultOfKind(HDC view) {
+    const melkar::KindRow* kind = melkar::FindKind("pressure");
+    if (!kind)
+        return "it isn't in the catalogue";
+    if (melkar::CheckData(melkar::FilesReadBy(*kind).at(0), "pressure.csv", 1, 0).count != 0)
+        return "its data file is doubted";
+    char data[] = "pressure.csv";
+    const auto chart = kind->make(nullptr, view, "PRESSURE", view, nullptr, nullptr);
+    return chart->Draw(kView, data) == melkar::kOk && chart->m_saDates.GetSize() == 3 ? nullptr
+                                                                                      : "its kind isn't drawn";
 }
 
 } // namespace
@@ -60,8 +67,8 @@ void PrintKeys() {
 int main() {
     HDC view = CreateRecordingSurface(kView.Width(), kView.Height());
     HDC balloon = CreateRecordingSurface(kView.Width(), kView.Height());
-    const char* fault = nullptr;
-    {
+    const char* fault = CPressureGraph::Register() ? FaultOfKind(view) : "it can't be registered";
+    if (!fault) {
         CPressureGraph chart(nullptr, view, "PRESSURE", view, nullptr, balloon);
         fault = FaultOf(chart, view);
     }
@@ -73,5 +80,5 @@ int main() {
         fault = "drawing objects are left";
     if (fault)
         return std::fprintf(stderr, "pressure: %s\n", fault), 1;
-    PrintKeys();
+    std::printf("%s%s", melkar::KeyReferenceOf("pressure").c_str(), melkar::DataReferenceOf("pressure").c_str());
 }

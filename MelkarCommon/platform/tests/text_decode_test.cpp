@@ -28,6 +28,8 @@ TEST(TextDecode, TakesUtf8ElseTheCodePage) {
         {"lead byte before something else", "\x91\x20z", 128, "\uFFFD z"},
         {"overlong form isn't UTF-8", "\xC0\xAF", 0, "À¯"},
         {"surrogate isn't UTF-8", "\xED\xA0\x80", 204, "н\u00A0Ђ"},
+        {"no characters: a page would refuse them", "a\uFFFE\uFDD0\U0003FFFFz", 0, "a\uFFFD\uFFFD\uFFFDz"},
+        {"their neighbours", "\uFDCF\uFDF0\uFFFD\U0001FFFD\U00020000", 0, "\uFDCF\uFDF0\uFFFD\U0001FFFD\U00020000"},
         {"beyond U+10FFFF isn't UTF-8", "\xF4\x90\x80\x80", 204, "фђЂЂ"},
     };
     for (const auto& [why, bytes, charset, text] : cases)

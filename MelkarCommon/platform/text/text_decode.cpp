@@ -55,6 +55,26 @@ bool IsUtf8(std::string_view bytes) {
     return true;
 }
 
+/// Code points that are no characters, and never will be: U+FDD0 to U+FDEF, and the last two of each plane.
+bool IsNoCharacter(std::string_view utf8) {
+    if (utf8.starts_with("\xEF\xB7"))
+        return At(utf8, 2) >= 0x90 && At(utf8, 2) <= 0xAF;
+    const std::string_view ofPlane = utf8.substr(utf8.size() - 3);
+    return (At(ofPlane, 0) & 0xFU) == 0xF && ofPlane[1] == '\xBF' && At(ofPlane, 2) >= 0xBE;
+}
+
+/// Valid UTF-8 with nothing in it that a page refuses.
+std::string WithoutNoCharacters(std::string_view utf8) {
+    constexpr std::string_view kLeads = "\xEF\xF0\xF1\xF2\xF3\xF4"; // from U+F000 on
+    std::string text(utf8);
+    for (std::size_t i = text.find_first_of(kLeads); i != std::string::npos; i = text.find_first_of(kLeads, i + 1)) {
+        const std::size_t length = Utf8Length(At(text, i));
+        if (IsNoCharacter(std::string_view(text).substr(i, length)))
+            text.replace(i, length, kReplacement);
+    }
+    return text;
+}
+
 struct CodePage {
     int charset;
     const char* name;
@@ -160,7 +180,7 @@ std::string Convert(iconv_t converter, std::string_view bytes) {
 
 std::string DecodeText(std::string_view bytes, int charset) {
     if (IsUtf8(bytes))
-        return std::string(bytes);
+        return WithoutNoCharacters(bytes);
     static thread_local Converters converters;
     const iconv_t converter = converters.Get(PageOf(charset));
     return Converters::IsOpen(converter) ? Convert(converter, bytes) : DecodeAscii(bytes);

@@ -16,7 +16,7 @@ constexpr bool IsContinuation(char byte) { return (static_cast<unsigned char>(by
 /// whole of `bytes` has under `charset`.
 std::string_view CutBytes(std::string_view bytes, std::size_t limit, int charset);
 
-/// `bytes` as valid UTF-8; what can't be read becomes U+FFFD.
+/// `bytes` as valid UTF-8; what can't be read, and code points that are no characters, become U+FFFD.
 std::string DecodeText(std::string_view bytes, int charset);
 
 } // namespace melkar

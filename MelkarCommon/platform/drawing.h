@@ -72,7 +72,8 @@ MELKAR_API HBRUSH CreateBrushIndirect(const LOGBRUSH* brush);
 /// A polygon; `mode` is `ALTERNATE` or `WINDING`. Null for fewer than three points.
 MELKAR_API HRGN CreatePolygonRgn(const POINT* points, int count, int mode);
 /// A bitmap from a file (`type` `IMAGE_BITMAP`, `flags` with `LR_LOADFROMFILE`), scaled to width x height
-/// unless both are 0. BMP, PNG and whatever else the machine's image loaders read. Null on failure.
+/// unless both are 0. BMP and PNG; JPEG, GIF, TIFF, SVG and WebP where the machine has loaders for them; at most 2^26
+/// pixels. Null on failure.
 MELKAR_API HANDLE LoadImageA(HINSTANCE instance, const char* name, UINT type, int width, int height, UINT flags);
 
 // State

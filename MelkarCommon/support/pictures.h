@@ -5,7 +5,8 @@
 #include <MelkarCommon/platform/types.h>
 
 /// @file
-/// Picture files on a surface: BMP, PNG and whatever else the machine's image loaders read.
+/// Picture files on a surface: BMP and PNG; JPEG, GIF, TIFF, SVG and WebP where the machine has loaders for them. At
+/// most 2^26 pixels, in a file of at most 256 MB: anything else can't be read.
 ///
 /// @code{.cpp}
 /// DrawBMP(view, CRect(10, 10, 110, 110), "medal.bmp", SRCCOPY, 1, 1 | 4); // with its proportions, in the middle

@@ -7,6 +7,8 @@
 #include <MelkarCommon/support/support.h>
 
 #include <climits>
+#include <cstdlib>
+#include <fstream>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <tuple>
@@ -140,6 +142,34 @@ TEST_F(Pictures, NonsenseDrawsNothing) {
     const std::string strip = m_files.Write("bin/strip.bmp", PlainBmp(30000, 1));
     EXPECT_EQ(DrawBMP(m_surface, CRect(0, 5, 30, 35), strip.c_str(), SRCCOPY, 1, 0), 6);
     EXPECT_EQ(PixelAt(5, 5), 0x00C800U);
+}
+
+/// The most address space that this process ever had, in kB.
+long PeakOfMemory() {
+    long peak = 0;
+    std::ifstream status("/proc/self/status");
+    for (std::string word; status >> word && word != "VmPeak:";) {
+    }
+    status >> peak;
+    return peak;
+}
+
+TEST_F(Pictures, AskForLittleBeforeTheyAreRefused) {
+    const std::string plain = PlainBmp(1, 1);
+    const std::pair<const char*, std::string> cases[] = {
+        {"a head of 2 GB", plain.substr(0, 14) + Bytes(0x7FFFFF00, 4) + plain.substr(18)},
+        {"a format whose loader asks before it tells", "P5 32000 32000 255\n" + std::string(100, '\0')},
+        {"a row too many, 8192 x 8193", Bmp(8192, 8193, 1, Bytes(0, 8), std::string(std::size_t{1024} * 8193, '\0'))},
+    };
+    for (const auto& [why, file] : cases) {
+        const std::string path = m_files.Write("bin/great", file);
+        const auto draw = [&path, this] {
+            const long before = PeakOfMemory();
+            const bool isRefused = DrawBMP(m_surface, CRect(0, 0, 9, 9), path.c_str(), SRCCOPY, 1, 0) == 0;
+            std::exit(isRefused && PeakOfMemory() - before < 200'000 ? 0 : 1); // loaders and a thread take some 80
+        };
+        EXPECT_EXIT(draw(), testing::ExitedWithCode(0), "") << why;
+    }
 }
 
 /// A picture of two pixels, red and white, and its mask: white where it shows. Enlarged, the border lies at a whole

@@ -1,5 +1,6 @@
 #include <MelkarCommon/platform/images/bitmap_head.h>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdint>
@@ -8,6 +9,8 @@
 namespace melkar {
 
 namespace {
+
+constexpr std::size_t kFirstHead = 14;
 
 // Offsets in the file; numbers are little-endian.
 constexpr std::size_t kRowsStart = 10; ///< of the first row, 4 bytes
@@ -67,7 +70,8 @@ bool IsCutBitmap(const char* path) {
     file.read(reinterpret_cast<char*>(head.data()), kHeads);
     if (file.gcount() < 2 || head[0] != 'B' || head[1] != 'M')
         return false;
-    const std::size_t heads = IsOld(head) ? kOldHeads : kHeads;
+    const std::size_t heads =
+        IsOld(head) ? kOldHeads : std::max<std::size_t>(kHeads, kFirstHead + Number(head, kHeadSize, 4));
     return size < static_cast<double>(heads) || size < Number(head, kRowsStart, 4) + BytesOfRows(head);
 }
 

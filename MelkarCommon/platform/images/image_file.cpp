@@ -8,7 +8,12 @@
 
 #include <gdk-pixbuf/gdk-pixbuf.h>
 
+#include <algorithm>
+#include <array>
+#include <fstream>
+#include <iterator>
 #include <memory>
+#include <string_view>
 #include <sys/stat.h>
 
 namespace melkar {
@@ -20,18 +25,37 @@ struct PixbufRelease {
 };
 using PixbufPointer = std::unique_ptr<GdkPixbuf, PixbufRelease>;
 
-bool IsRegularFile(const char* path) {
+/// Of a picture in a file: loaders take up to a dozen bytes a pixel.
+constexpr std::int64_t kMostPixelsOfFile = std::int64_t{1} << 26;
+constexpr off_t kMostBytesOfFile = off_t{1} << 28; ///< some loaders hold all of it
+
+bool IsFileToLook(const char* path) {
     struct stat status {};
-    return stat(path, &status) == 0 && S_ISREG(status.st_mode);
+    return stat(path, &status) == 0 && S_ISREG(status.st_mode) && status.st_size <= kMostBytesOfFile;
+}
+
+/// Whether the loader of the file's format goes no further than its head where we don't want the picture. Those of
+/// others ask for the memory of a picture as large as its head claims before they tell the size.
+bool IsFormatWithHead(const char* path) {
+    using namespace std::string_view_literals;
+    constexpr std::string_view kStarts[] = {"BM"sv,    "\x89PNG"sv, "\xFF\xD8\xFF"sv, "GIF8"sv,
+                                            "II*\0"sv, "MM\0*"sv,   "<"sv /* SVG */,  "\xEF\xBB\xBF<"sv};
+    std::array<char, 12> bytes{};
+    std::ifstream(path, std::ios::binary).read(bytes.data(), bytes.size());
+    const std::string_view start(bytes.data(), bytes.size());
+    return std::any_of(std::begin(kStarts), std::end(kStarts),
+                       [start](std::string_view known) { return start.starts_with(known); }) ||
+           (start.starts_with("RIFF") && start.ends_with("WEBP"));
 }
 
 /// The file's picture if its head promises a size that we'd take; a few bytes can claim gigabytes.
 PixbufPointer OpenPicture(const char* path) {
     int width = 0;
     int height = 0;
-    if (!IsRegularFile(path) || gdk_pixbuf_get_file_info(path, &width, &height) == nullptr)
+    if (!IsFileToLook(path) || !IsFormatWithHead(path) || IsCutBitmap(path))
         return nullptr;
-    if (!IsPictureSize(width, height) || IsCutBitmap(path))
+    if (gdk_pixbuf_get_file_info(path, &width, &height) == nullptr || !IsPictureSize(width, height) ||
+        std::int64_t{width} * height > kMostPixelsOfFile)
         return nullptr;
     return PixbufPointer(gdk_pixbuf_new_from_file(path, nullptr));
 }

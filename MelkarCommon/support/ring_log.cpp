@@ -7,6 +7,7 @@
 #include <MelkarCommon/platform/values/locales.h>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <chrono>
 #include <cstdarg>
@@ -29,8 +30,11 @@ constexpr off_t kHead = 10;    // the counter and CR LF
 constexpr std::size_t kCounterDigits = 8;
 constexpr int kLastRecord = 100000;
 constexpr std::string_view kLineEnd = "\r\n";
-constexpr auto kLongestWait = std::chrono::milliseconds(100); // for a process that was put to sleep while it wrote
+constexpr auto kLongestWait = std::chrono::milliseconds(200); // for one who holds the lock and writes nothing
+constexpr int kMostWaits = 10;                                // for others, who write line upon line
 constexpr auto kTimeWithoutWait = std::chrono::seconds(10);   // after a wait that was in vain
+constexpr int kYields = 8;                                    // a line takes some microseconds to write
+constexpr auto kNap = std::chrono::microseconds(50);          // after those; a draw takes a quarter of a millisecond
 
 bool WriteAt(int file, off_t offset, std::string_view bytes) {
     while (!bytes.empty()) {
@@ -67,26 +71,73 @@ void MakeLog(const std::string& path) {
     unlink(unnamed.c_str());
 }
 
-/// Waits for the lock, at most `kLongestWait`; after a wait in vain this thread doesn't wait again for a while, or
-/// until it has got a lock: a log that somebody else holds costs a line, but not the time of each drawing. A file
-/// system that knows no locks counts as locked.
-bool Lock(int file) {
-    using Clock = std::chrono::steady_clock;
-    static thread_local Clock::time_point t_noWaitUntil;
-    const auto start = Clock::now();
-    while (flock(file, LOCK_EX | LOCK_NB) != 0) {
-        if (errno != EWOULDBLOCK && errno != EINTR)
-            return true;
-        const auto now = Clock::now();
+using Counter = std::array<char, kCounterDigits>;
+
+/// The digits in the head, if `count` says that all are there.
+Counter ReadCounter(int file, ssize_t& count) {
+    Counter digits{};
+    count = pread(file, digits.data(), digits.size(), 0);
+    return digits;
+}
+
+/// How long a thread waits for the lock. Writers that merely meet on a busy machine lose no line, for as long as the
+/// counter goes on; a log that somebody holds costs lines, but not the time of each drawing: after a wait in vain the
+/// thread doesn't wait again for a while, or until it has got a lock.
+class Patience {
+public:
+    explicit Patience(int file) : m_file(file) {}
+
+    /// Waits a little. @return false once there is no point in it
+    bool Wait() {
+        const auto now = Clock::now(); // also while it yields: on a busy machine each may take milliseconds
         if (now < t_noWaitUntil)
             return false;
-        if (now - start >= kLongestWait) {
-            t_noWaitUntil = now + kTimeWithoutWait;
-            return false;
+        if (m_tries == 0 || now - m_start >= kLongestWait) {
+            if (!GoesOn())
+                return Lose(now);
+            m_start = now;
         }
-        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        if (++m_tries <= kYields)
+            std::this_thread::yield();
+        else
+            std::this_thread::sleep_for(kNap);
+        return true;
     }
-    t_noWaitUntil = {};
+    static void Restore() { t_noWaitUntil = {}; }
+
+private:
+    using Clock = std::chrono::steady_clock;
+
+    bool GoesOn() {
+        ssize_t count = 0;
+        const Counter counter = ReadCounter(m_file, count);
+        const bool isNew = m_tries == 0 || counter != m_counter;
+        m_counter = counter;
+        return isNew && m_waits++ < kMostWaits;
+    }
+    static bool Lose(Clock::time_point now) {
+        t_noWaitUntil = now + kTimeWithoutWait;
+        return false;
+    }
+
+    static thread_local Clock::time_point t_noWaitUntil;
+    int m_file;
+    int m_tries = 0;
+    int m_waits = 0;
+    Clock::time_point m_start;
+    Counter m_counter{};
+};
+thread_local Patience::Clock::time_point Patience::t_noWaitUntil;
+
+/// A file system that knows no locks counts as locked.
+bool Lock(int file) {
+    for (Patience patience(file); flock(file, LOCK_EX | LOCK_NB) != 0;) {
+        if (errno != EWOULDBLOCK && errno != EINTR)
+            return true;
+        if (!patience.Wait())
+            return false;
+    }
+    Patience::Restore();
     return true;
 }
 
@@ -133,16 +184,16 @@ bool IsSymlink(const std::string& path) {
 /// The number of the record last written, whatever stands in the head, for the name is that of a log; not through a
 /// symlink, which may lead to anything. 0 for an empty file: a log that was cleared. -1 if there is no head to read.
 int LastRecord(int file, const std::string& path) {
-    char digits[kCounterDigits];
-    const ssize_t count = pread(file, digits, sizeof digits, 0);
+    ssize_t count = 0;
+    const Counter digits = ReadCounter(file, count);
     if (count == 0 && IsEmptyFile(file))
         return 0;
-    if (count != static_cast<ssize_t>(sizeof digits))
+    if (count != static_cast<ssize_t>(digits.size()))
         return -1;
-    const bool isHead = std::all_of(digits, digits + sizeof digits, melkar::IsDigit);
+    const bool isHead = std::all_of(digits.begin(), digits.end(), melkar::IsDigit);
     if (!isHead && IsSymlink(path))
         return -1;
-    return std::clamp(melkar::ParseInt(std::string_view(digits, sizeof digits)), 0, kLastRecord);
+    return std::clamp(melkar::ParseInt(std::string_view(digits.data(), digits.size())), 0, kLastRecord);
 }
 
 constexpr off_t OffsetOf(int record) { return kHead + kRecord * (record - 1); }

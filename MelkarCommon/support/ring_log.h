@@ -16,9 +16,10 @@
 inline constexpr const char* kLogFile = "..\\log\\graph.log";
 
 /// Writes a line "[date time]  text"; the text is cut to 3999 bytes. Processes and threads that write at once wait
-/// for each other, at most a tenth of a second; a thread that waited in vain doesn't wait again for ten seconds. An
-/// empty file is a new log. @return 0; 1 if the file can't be opened, made or locked; 0, with nothing written, if its
-/// head can't be read, or if it is a symlink to something without the head of a log.
+/// for each other. One that holds the log and writes nothing is waited for a fifth of a second; a thread that waited in
+/// vain doesn't wait again for ten seconds. An empty file is a new log. @return 0; 1 if the file can't be opened, made
+/// or locked; 0, with nothing written, if its head can't be read, or if it is a symlink to something without the head
+/// of a log.
 MELKAR_API int writeLog(const char* file, const char* format, ...) __attribute__((format(printf, 2, 3)));
 /// Writes "CODE = [code]".
 MELKAR_API int writeLogCode(const char* file, int code);

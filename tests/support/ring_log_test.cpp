@@ -83,9 +83,9 @@ TEST_F(RingLog, WhatCantBeWritten) {
     EXPECT_EQ(writeLog(nullptr, "x"), 1);
 }
 
-TEST_F(RingLog, GivesUpOnALockThatIsNeverFreed) {
+TEST_F(RingLog, WaitsForWritersAndNotForALockThatIsNeverFreed) {
     SetLog("00000000\r\n");
-    const int holder = open(work.Path("log/graph.log").c_str(), O_RDONLY);
+    const int holder = open(work.Path("log/graph.log").c_str(), O_RDWR);
     ASSERT_EQ(flock(holder, LOCK_EX), 0);
     const auto start = std::chrono::steady_clock::now();
     for (int i = 0; i < 20; ++i)
@@ -93,8 +93,12 @@ TEST_F(RingLog, GivesUpOnALockThatIsNeverFreed) {
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(1000)) << "waits once, and not long";
     EXPECT_EQ(Log(), "00000000\r\n");
 
-    std::thread late([holder] {
-        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    std::thread late([holder] { // writes lines all the time, and never lets go meanwhile
+        for (const char* counter :
+             {"00000001", "00000002", "00000003", "00000004", "00000005", "00000006", "00000007"}) {
+            EXPECT_EQ(pwrite(holder, counter, 8, 0), 8);
+            std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        }
         close(holder);
     });
     std::thread([] { EXPECT_EQ(writeLog(kLogFile, "x"), 0) << "one that hasn't waited yet"; }).join();

@@ -139,6 +139,7 @@ TEST_P(Anything, IsTakenByTheHeadsOfReports) {
         }
 }
 INSTANTIATE_TEST_SUITE_P(Catalogue, Anything,
-                         testing::Values("", "1", "-1", "2147483647", "-2147483648", "nan,1e308,%n"));
+                         testing::Values("", "1", "-1", "2147483647,-2147483648", "-2147483648,2147483647",
+                                         "nan,1e308,%n"));
 
 } // namespace

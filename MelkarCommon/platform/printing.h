@@ -43,7 +43,7 @@ struct DEVMODEA {
 /// A job for `StartDocA`.
 struct DOCINFOA {
     int cbSize;               ///< bytes of this struct; unused
-    const char* lpszDocName;  ///< UTF-8: the job's name and the document's title
+    const char* lpszDocName;  ///< the job's name and the document's title: UTF-8, else CP1252; up to 255 bytes count
     const char* lpszOutput;   ///< a file that the document goes to instead of the printer; null for none
     const char* lpszDatatype; ///< unused
     DWORD fwType;             ///< unused

@@ -2,6 +2,7 @@
 #include <MelkarCommon/platform/printing.h>
 #include <MelkarCommon/platform/seam/grey_backend.h>
 #include <MelkarCommon/platform/surfaces/surface_state.h>
+#include <MelkarCommon/platform/text/text_decode.h>
 
 #include <atomic>
 #include <climits>
@@ -37,10 +38,16 @@ PrintedDocument Leave(HDC surface) {
     return left;
 }
 
+/// As printers and documents take it: one that isn't UTF-8, or is too long, would cost the whole document.
+std::string TitleOf(const DOCINFOA& info) {
+    constexpr std::size_t kMostBytes = 255; // of the name of a job
+    return DecodeLine(info.lpszDocName != nullptr ? info.lpszDocName : "", DEFAULT_CHARSET, kMostBytes);
+}
+
 /// None, if it can't be begun.
 std::optional<PrintedDocument> Begin(PrinterTarget& printer, const DOCINFOA& info) {
     JobTicket ticket = printer.ticket;
-    ticket.name = info.lpszDocName != nullptr ? info.lpszDocName : "";
+    ticket.name = TitleOf(info);
     auto job = info.lpszOutput != nullptr ? FindFileJob(info.lpszOutput) : printer.printer->Begin(ticket);
     if (!job)
         return std::nullopt;

@@ -87,6 +87,19 @@ TEST_F(Printing, FilesHaveThePaperAndColorsOfTheSettings) {
     EXPECT_EQ(page.substr(page.find("255\n") + 4, 3), "\x4C\x4C\x4C") << "red is as light as 76 of 255";
 }
 
+// The document, and a server's job, would refuse such a title, and the pages with it.
+TEST_F(Printing, TitlesAreMendedAndCut) {
+    const std::string title = "R\xE9sum\xE9\n" + std::string(40000, 'x');
+    const DOCINFOA job{20, title.c_str(), nullptr, nullptr, 1};
+    HDC surface = Open(m_files.Path("out.pdf"));
+    EXPECT_GT(StartDocA(surface, &job), 0);
+    EXPECT_GT(StartPage(surface), 0);
+    EXPECT_GT(EndDoc(surface), 0) << Log();
+    DeleteDC(surface);
+    ASSERT_EQ(std::system("pdfinfo ../out.pdf > ../info"), 0);
+    EXPECT_THAT(m_files.Read("info"), HasSubstr("Title:           Résumé " + std::string(246, 'x') + "\n"));
+}
+
 TEST_F(Printing, CallsOutOfTurnDoNothing) {
     HDC surface = Open(m_files.Path("out.pdf"));
     EXPECT_EQ(StartPage(surface), SP_ERROR) << "no document";

@@ -36,6 +36,18 @@ TEST(TextDecode, TakesUtf8ElseTheCodePage) {
         EXPECT_EQ(DecodeText(bytes, charset), text) << why;
 }
 
+TEST(TextDecode, LinesHoldNoControlsAndNoHalfCharacter) {
+    const std::tuple<const char*, std::string_view, std::size_t, std::string_view> cases[] = {
+        {"all of it", "R\xE9sum\xE9", 8, "Résumé"},
+        {"an é begins at the last byte", "R\xE9sum\xE9", 7, "Résum"},
+        {"controls, of a terminal, of Latin 1, of Unicode", "a\x1B[1m\r\nb\x7F\u0085\u2028z", 99, "a [1m  b   z"},
+        {"a control that is longer than its blank", "abc\u2028d", 5, "abc d"},
+        {"nothing fits", "体", 2, ""},
+    };
+    for (const auto& [why, bytes, limit, line] : cases)
+        EXPECT_EQ(DecodeLine(bytes, 0, limit), line) << why;
+}
+
 TEST(TextDecode, CutsNoCharacterInTwo) {
     const std::tuple<const char*, std::string_view, std::size_t, int, std::size_t> cases[] = {
         {"shorter than the limit", "abc", 5, 0, 3},

@@ -178,12 +178,42 @@ std::string Convert(iconv_t converter, std::string_view bytes) {
 
 } // namespace
 
+std::size_t LengthAt(std::string_view utf8, std::size_t i) {
+    std::size_t end = i + 1;
+    while (end < utf8.size() && IsContinuation(utf8[end]))
+        ++end;
+    return end - i;
+}
+
+bool IsControl(std::string_view character) {
+    const auto first = static_cast<unsigned char>(character[0]);
+    if (character.size() == 1)
+        return first < 0x20 || first == 0x7F;
+    if (character.size() == 2)
+        return first == 0xC2 && static_cast<unsigned char>(character[1]) < 0xA0;
+    return character == "\u2028" || character == "\u2029";
+}
+
 std::string DecodeText(std::string_view bytes, int charset) {
     if (IsUtf8(bytes))
         return WithoutNoCharacters(bytes);
     static thread_local Converters converters;
     const iconv_t converter = converters.Get(PageOf(charset));
     return Converters::IsOpen(converter) ? Convert(converter, bytes) : DecodeAscii(bytes);
+}
+
+std::string DecodeLine(std::string_view bytes, int charset, std::size_t limit) {
+    const std::string utf8 = DecodeText(bytes, charset);
+    std::string line;
+    for (std::size_t i = 0; i < utf8.size();) {
+        const std::string_view character(utf8.data() + i, LengthAt(utf8, i));
+        const std::string_view shown = IsControl(character) ? " " : character;
+        if (shown.size() > limit - line.size())
+            break;
+        line += shown;
+        i += character.size();
+    }
+    return line;
 }
 
 std::string_view CutBytes(std::string_view bytes, std::size_t limit, int charset) {

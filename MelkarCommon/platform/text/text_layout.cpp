@@ -17,24 +17,6 @@ constexpr std::ptrdiff_t kMaxLayoutBytes = 8 << 20;
 constexpr std::ptrdiff_t kMaxMaskBytes = 8 << 20;
 constexpr double kMaxLineEms = 1 << 19; // pixels; Pango counts 1024ths of them in an int, and glyphs may be wide
 
-/// The length of the character at `i` of valid UTF-8.
-std::size_t LengthAt(std::string_view utf8, std::size_t i) {
-    std::size_t end = i + 1;
-    while (end < utf8.size() && IsContinuation(utf8[end]))
-        ++end;
-    return end - i;
-}
-
-/// Controls, and what Pango would take for the end of a paragraph: U+0085 (among U+0080 to U+009F), U+2028, U+2029.
-bool IsControl(std::string_view character) {
-    const auto first = static_cast<unsigned char>(character[0]);
-    if (character.size() == 1)
-        return first < 0x20 || first == 0x7F;
-    if (character.size() == 2)
-        return first == 0xC2 && static_cast<unsigned char>(character[1]) < 0xA0;
-    return character == "\u2028" || character == "\u2029";
-}
-
 /// Cuts what lies so far to the right that nobody can see it.
 void CutLine(std::string& line, double em) {
     const auto limit = static_cast<std::size_t>(kMaxLineEms / em);

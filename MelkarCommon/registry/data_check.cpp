@@ -1,11 +1,11 @@
 #include <MelkarCommon/registry/data_check.h>
 
+#include <MelkarCommon/platform/files.h>
 #include <MelkarCommon/support/fields.h>
 #include <MelkarCommon/support/numbers.h>
 
 #include <algorithm>
 #include <charconv>
-#include <fstream>
 #include <string_view>
 #include <utility>
 
@@ -13,9 +13,9 @@ namespace melkar {
 
 namespace {
 
-/// Without the blanks around it: those before a figure, and a carriage return, do no harm to a reader.
+/// Without the blanks around it: those before a figure, and the end of the line, do no harm to a reader.
 std::string_view Trimmed(std::string_view text) {
-    constexpr const char* kBlanks = " \t\r";
+    constexpr const char* kBlanks = " \t\r\n";
     const auto first = text.find_first_not_of(kBlanks);
     return first == std::string_view::npos ? std::string_view{}
                                            : text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
@@ -120,13 +120,15 @@ public:
     }
 
     DataFindings Run() {
-        std::ifstream file(m_path);
-        if (!file || m_columns.empty()) // a missing file is for the reader to tell
+        LineReader file(m_path.c_str());
+        if (!file.IsOpen() || m_columns.empty()) // a missing file is for the reader to tell
             return {};
-        for (std::string line; std::getline(file, line);) {
+        for (std::size_t limit = Limit(); const char* line = file.Next(limit); limit = Limit()) {
             ++m_line;
             if (!Trimmed(line).empty())
                 Take(line);
+            if (GoesOn(line, limit))
+                PassRestOfLine(file, limit);
         }
         if (m_rows < m_form.fewest)
             Find("rows", "ends behind " + Count(m_rows, "row") + " of figures; this kind takes " +
@@ -135,8 +137,24 @@ public:
     }
 
 private:
-    void Take(const std::string& line) {
-        m_row.Split(line.c_str());
+    /// Characters that a reader takes of the next line.
+    std::size_t Limit() const { return m_line < m_form.heads ? m_form.headLimit : m_form.rowLimit; }
+
+    static bool GoesOn(std::string_view line, std::size_t limit) {
+        return line.size() >= limit && !line.ends_with('\n');
+    }
+
+    /// What is behind the limit is a row of its own to a reader; here it is no more than that the line is too long.
+    void PassRestOfLine(LineReader& file, std::size_t limit) {
+        const char* rest = file.Next(limit);
+        if (rest)
+            Find("length", "longer than " + std::to_string(limit) + " characters: the rest counts as a further row");
+        while (rest && GoesOn(rest, limit))
+            rest = file.Next(limit);
+    }
+
+    void Take(const char* line) {
+        m_row.Split(line);
         m_width = CountColumns(line);
         if (m_line > m_form.heads)
             TakeRow();

@@ -156,6 +156,7 @@ doubts() {
 }
 doubts "bars" 'head\n0,a,5\n0,b\n1,c\n0,d,x\nNo,e,5\n' 'line 2: figures in a head row' 'line 3: 2 columns' \
     'line 5, column 3: not a number: "x"' 'line 6, column 1: not the status'
+doubts "a line beyond the reader's" 'h\nh\n0,a,5,%01300d\n0,b,x\n' 'line 3: longer than 1279 ' 'line 4, column 3: not a number'
 printf 'a\nb\n0,20260302,,,,5\n' >doubtful.csv
 kind=week-print && expect "a week for the screen" 1 'line 3, column 2: not the status' --section WEEK --data doubtful.csv -o e.png
 kind=circle && doubts "levels" '5\nfive\n' 'line 2, column 1: not a number' 'line 2: ends behind 2 rows .* takes 9'

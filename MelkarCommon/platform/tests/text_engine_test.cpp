@@ -2,12 +2,16 @@
 #include <MelkarCommon/platform/text/text_face.h>
 #include <MelkarCommon/platform/text/text_parts.h>
 
+#include <MelkarCommon/platform/tests/told.h>
+
 #include <gtest/gtest.h>
 
 #include <climits>
+#include <cstdlib>
 #include <numeric>
 #include <random>
 #include <sstream>
+#include <sys/resource.h>
 #include <tuple>
 
 namespace melkar {
@@ -58,6 +62,22 @@ int WidthOf(const std::shared_ptr<TextFace>& face, std::string_view text) {
 }
 
 // A width is given as that of another text.
+/// @return 0 if one line tells of the font, however many texts are missing
+int DrawWithoutDescriptors() {
+    Face(TextMedium::Pixels); // fontconfig has read what it needs
+    const rlimit none{0, 0};
+    setrlimit(RLIMIT_NOFILE, &none);
+    const Told told;
+    std::vector<TextLine> lines;
+    for (const char* text : {"first", "second"})
+        ShapeParagraph(*FindFace(Describe("DejaVu Serif", -31, FW_BOLD), TextMedium::Pixels), text, kNoWrap, lines);
+    return told.Lines() == "Text: a font for [DejaVu Serif] can't be read, texts are missing\n" ? 0 : 1;
+}
+
+TEST(TextFace, TellsOfAFontThatCantBeRead) {
+    EXPECT_EXIT(std::exit(DrawWithoutDescriptors()), testing::ExitedWithCode(0), "");
+}
+
 TEST(TextLayout, WrapsByOneRule) {
     const std::tuple<const char*, const char*, const char*, std::vector<std::string>> cases[] = {
         {"fits exactly", "The quick fox", "The quick", {"The quick", "fox"}},

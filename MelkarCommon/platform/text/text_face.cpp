@@ -14,6 +14,7 @@
 #include <cmath>
 #include <cstring>
 #include <functional>
+#include <optional>
 
 namespace melkar {
 namespace {
@@ -108,20 +109,20 @@ struct Proportions {
     double down = kFixedDescent;
 };
 
-/// Ascent and descent of the font itself in ems, before any rounding to pixels.
-Proportions Measure(PangoFontDescription* font, int charset) {
+/// Ascent and descent of the font itself in ems, before any rounding to pixels; nothing if it can't be read.
+std::optional<Proportions> Measure(PangoFontDescription* font, int charset) {
     SetEm(font, kMeasureEm);
     const auto context = MakeContext(font, charset, false);
     const ObjectPtr<PangoFont> loaded(pango_context_load_font(context.get(), font));
     cairo_scaled_font_t* scaled =
         loaded ? pango_cairo_font_get_scaled_font(reinterpret_cast<PangoCairoFont*>(loaded.get())) : nullptr;
     if (scaled == nullptr || cairo_scaled_font_status(scaled) != CAIRO_STATUS_SUCCESS)
-        return {};
+        return std::nullopt;
     cairo_font_extents_t extents;
     cairo_scaled_font_extents(scaled, &extents);
     if (!(extents.ascent > 0) || !(extents.descent >= 0))
-        return {};
-    return {extents.ascent / kMeasureEm, extents.descent / kMeasureEm};
+        return Proportions{};
+    return Proportions{extents.ascent / kMeasureEm, extents.descent / kMeasureEm};
 }
 
 std::string FamilyOf(const LOGFONTA& description) {
@@ -236,7 +237,12 @@ TextFace::TextFace(const LOGFONTA& description, TextMedium textMedium)
 
 void TextFace::MakeShaper(const LOGFONTA& description, const std::string& family) {
     const DescriptionPtr font = Describe(description, family);
-    const Proportions proportions = Measure(font.get(), charset);
+    const std::optional<Proportions> measured = Measure(font.get(), charset);
+    if (!measured) { // its file is gone, or there is no descriptor left to open it with
+        Report(("Text: a font for [" + family + "] can't be read, texts are missing").c_str());
+        unknownReported = true; // what shows no text has no characters either
+    }
+    const Proportions proportions = measured.value_or(Proportions{});
     size = SizeFace(description.lfHeight, proportions.up, proportions.down);
     SetEm(font.get(), size.em);
     const auto context = MakeContext(font.get(), charset, medium == TextMedium::Pixels);

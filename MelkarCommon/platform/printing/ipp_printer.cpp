@@ -186,15 +186,17 @@ public:
         if (!error && mkdtemp(name.data()) != nullptr)
             m_path = name;
     }
-    ~PrivateDirectory() {
-        std::error_code ignored;
-        if (!m_path.empty())
-            std::filesystem::remove_all(m_path, ignored);
-    }
+    ~PrivateDirectory() { Remove(); }
     PrivateDirectory(const PrivateDirectory&) = delete;
     PrivateDirectory& operator=(const PrivateDirectory&) = delete;
 
     const std::string& Path() const { return m_path; } ///< empty if there is none
+    void Remove() {
+        std::error_code ignored;
+        if (!m_path.empty())
+            std::filesystem::remove_all(m_path, ignored);
+        m_path.clear();
+    }
 
 private:
     std::string m_path;
@@ -214,6 +216,7 @@ public:
             LogPrinter(m_address.name, std::strerror(errno));
             return false;
         }
+        m_directory.Remove(); // a process that is killed while the server is slow leaves no document behind
         const Message answer = Ask(m_address, PrintRequest(m_address, m_ticket), document);
         close(document);
         return answer != nullptr;

@@ -2,11 +2,16 @@
 
 #include <MelkarCommon/platform/tests/print_server.h>
 
+#include <functional>
+
 /// A printer on the loopback that says so many times that it is there; of the next request it takes the first pieces,
 /// and hangs up.
 class FaultyPrinter {
 public:
-    explicit FaultyPrinter(int answers) : m_answers(answers) {
+    /// @param beforeHangingUp runs on the printer's thread
+    explicit FaultyPrinter(
+        int answers, std::function<void()> beforeHangingUp = [] {})
+        : m_answers(answers), m_beforeHangingUp(std::move(beforeHangingUp)) {
         listen(m_listener.socket, 8);
         m_server = std::thread([this] { Serve(); });
     }
@@ -29,6 +34,8 @@ private:
             ippRead(client, request);
             if (m_answers-- > 0)
                 Answer(client, request);
+            else
+                m_beforeHangingUp();
             ippDelete(request);
             httpClose(client);
         }
@@ -45,6 +52,7 @@ private:
     }
 
     int m_answers;
+    std::function<void()> m_beforeHangingUp;
     LoopbackSocket m_listener;
     std::thread m_server;
 };

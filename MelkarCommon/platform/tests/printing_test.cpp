@@ -10,6 +10,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <atomic>
+
 using namespace melkar;
 using testing::HasSubstr;
 using testing::Not;
@@ -208,10 +210,12 @@ TEST_F(PrintingToServer, TheServerGetsEveryByte) {
 }
 
 TEST_F(PrintingToServer, ServersThatGoAwayLeaveNothingBehind) {
-    const FaultyPrinter printer(1);
+    std::atomic<bool> leftNothing = false; // of the document, which is private, should the process be killed now
+    const FaultyPrinter printer(1, [&] { leftNothing = LeftNothing(); });
     auto job = FindPrinter(printer.Address())->Begin({"job", FindPaper(DMPAPER_A4)});
     std::ofstream(job->Path()) << std::string(4 << 20, 'x');
     EXPECT_FALSE(job->Deliver()) << "it hangs up while the document is on its way";
+    EXPECT_TRUE(leftNothing);
     EXPECT_THAT(Log(), HasSubstr(printer.Address() + "]: Broken pipe"));
     job.reset();
     HDC surface = Open("Test");

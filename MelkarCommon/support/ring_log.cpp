@@ -8,12 +8,14 @@
 
 #include <algorithm>
 #include <array>
+#include <atomic>
 #include <cerrno>
 #include <chrono>
 #include <cstdarg>
 #include <cstdio>
 #include <cstring>
 #include <fcntl.h>
+#include <mutex>
 #include <string>
 #include <string_view>
 #include <sys/file.h>
@@ -285,9 +287,42 @@ int writeLogCode(const char* file, int code) { return writeLog(file, "CODE = [%d
 
 namespace melkar {
 
+namespace {
+
+/// The first line for which there was no descriptor left. It is written ahead of the next one: what it tells, as of a
+/// font that can't be opened, is told once.
+class LineLeftOver {
+public:
+    void Keep(const char* text) {
+        const std::lock_guard lock(m_mutex);
+        if (!m_isThere)
+            m_text[std::string_view(text).copy(m_text.data(), m_text.size() - 1)] = '\0';
+        m_isThere = true;
+    }
+    void Write() {
+        if (!m_isThere)
+            return;
+        const std::lock_guard lock(m_mutex);
+        if (m_isThere && writeLog(kLogFile, "%s", m_text.data()) == 0)
+            m_isThere = false;
+    }
+
+private:
+    std::atomic<bool> m_isThere = false;
+    std::mutex m_mutex;
+    std::array<char, kTextRoom> m_text{}; // takes no memory when that is short
+};
+
+constinit LineLeftOver g_leftOver;
+
+} // namespace
+
 void LogText(const char* text) {
     const int reason = errno; // of what is told, for the caller who asks next
-    writeLog(kLogFile, "%s", text ? text : "");
+    g_leftOver.Write();
+    errno = 0;
+    if (writeLog(kLogFile, "%s", text ? text : "") != 0 && (errno == EMFILE || errno == ENFILE))
+        g_leftOver.Keep(text ? text : "");
     errno = reason;
 }
 

@@ -153,6 +153,26 @@ TEST_F(RingLog, NoRoomForARecord) {
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(work.Path("log")), {}), 1) << "nothing else is left";
 }
 
+TEST_F(RingLog, TellsLaterWhatFoundNoDescriptor) {
+    const auto tell = [] {
+        rlimit limit{};
+        getrlimit(RLIMIT_NOFILE, &limit);
+        const rlimit none{0, limit.rlim_max};
+        setrlimit(RLIMIT_NOFILE, &none);
+        for (const char* text : {"a font can't be read", "nor another"})
+            melkar::LogText(text);
+        setrlimit(RLIMIT_NOFILE, &limit);
+        for (const char* text : {"second", "third"})
+            melkar::LogText(text);
+        return 0;
+    };
+    EXPECT_EQ(StatusOf(Start(tell)), 0);
+    const std::string log = Log();
+    EXPECT_EQ(log.substr(0, 8), "00000003");
+    EXPECT_EQ(Record(log, 1).substr(kStampLength, 20), "a font can't be read");
+    EXPECT_EQ(Record(log, 2).substr(kStampLength, 6), "second");
+}
+
 TEST_F(RingLog, TwoProcessesLoseNothing) {
     constexpr int kLines = 200;
     const auto countRefused = [] {

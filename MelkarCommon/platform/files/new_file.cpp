@@ -2,9 +2,14 @@
 
 #include <atomic>
 #include <cerrno>
+#include <charconv>
 #include <climits>
+#include <csignal>
 #include <cstdlib>
+#include <ctime>
 #include <fcntl.h>
+#include <filesystem>
+#include <string_view>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -16,6 +21,50 @@ namespace {
 std::string TemporaryName(const std::string& path) {
     static std::atomic<unsigned> s_count{0};
     return path + "." + std::to_string(getpid()) + "." + std::to_string(s_count.fetch_add(1)) + ".new";
+}
+
+/// Takes a dot and digits from the front. @return their number, or -1
+int TakeNumber(std::string_view& text) {
+    int number = -1;
+    if (!text.starts_with('.') || text.starts_with(".-"))
+        return -1;
+    const auto [stop, error] = std::from_chars(text.data() + 1, text.data() + text.size(), number);
+    text.remove_prefix(static_cast<std::size_t>(stop - text.data()));
+    return error == std::errc() ? number : -1;
+}
+
+/// The process whose number stands in a name that `TemporaryName` made for this file; 0 in any other.
+pid_t OwnerIn(std::string_view name, std::string_view file) {
+    if (!name.starts_with(file))
+        return 0;
+    name.remove_prefix(file.size());
+    const pid_t owner = TakeNumber(name);
+    return owner > 0 && TakeNumber(name) >= 0 && name == ".new" ? owner : 0;
+}
+
+/// Of a process on this machine; those of another, on a disk that both see, have written within the time.
+bool IsLeftByTheDead(const std::string& path, pid_t owner) {
+    constexpr std::time_t kStillWriting = 600; // seconds
+    struct stat status {};
+    return kill(owner, 0) != 0 && errno == ESRCH && lstat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode) &&
+           std::time(nullptr) - status.st_mtime > kStillWriting;
+}
+
+/// Removes what processes left of this file when they were killed; once for each folder that a thread turns to.
+void SweepLeftovers(const std::string& path) {
+    static thread_local std::string t_swept;
+    const std::string folder = FolderOf(path);
+    if (folder == t_swept)
+        return;
+    t_swept = folder;
+    const std::string file = std::filesystem::path(path).filename();
+    std::error_code error;
+    for (std::filesystem::directory_iterator entry(folder, error), end; !error && entry != end;
+         entry.increment(error)) {
+        const pid_t owner = OwnerIn(entry->path().filename().native(), file);
+        if (owner != 0 && IsLeftByTheDead(entry->path(), owner))
+            unlink(entry->path().c_str());
+    }
 }
 
 /// Where a symlink leads, and from there on; the end need not be there. `path` itself if it is no link.
@@ -91,6 +140,7 @@ std::unique_ptr<NewFile> NewFile::Create(const std::string& path) {
     const bool replaces = former.st_mode != 0;
     const mode_t mode = replaces ? 0600 : 0666;
     std::string name;
+    SweepLeftovers(target);
     int descriptor = OpenNameless(target, mode);
     if (descriptor < 0)
         descriptor = OpenNamed(target, mode, name);

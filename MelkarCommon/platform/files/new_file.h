@@ -16,6 +16,7 @@ std::string FolderOf(const std::string& path);
 /// Written without a name, so that nothing stays behind if the process is killed; where the file system has no such
 /// files, under a name of its own in the same directory. It takes its name when it is complete: through a symlink, with
 /// the mode and, where possible, the owner of the file that it replaces.
+/// What processes left of the file's temporary names when they were killed goes with the next one, after ten minutes.
 class NewFile {
 public:
     /// Null, with `errno` set, if the directory takes no new file, or if the name is that of a directory, a device, a

@@ -6,6 +6,7 @@
 #include <gmock/gmock.h>
 
 #include <cerrno>
+#include <chrono>
 #include <csignal>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -110,6 +111,26 @@ TEST_F(NewFiles, GoWithTheirProcess) {
     waitpid(child, &status, 0);
     EXPECT_TRUE(WIFSIGNALED(status));
     EXPECT_THAT(Entries(), UnorderedElementsAre());
+}
+
+TEST_F(NewFiles, SweepWhatTheDeadLeft) {
+    const pid_t child = fork();
+    if (child == 0)
+        _exit(0);
+    waitpid(child, nullptr, 0); // from now on nobody has its number
+    const std::string dead = std::to_string(child);
+    const std::string alive = std::to_string(getpid());
+    const auto hourAgo = std::filesystem::file_time_type::clock::now() - std::chrono::hours(1);
+    for (const std::string& name : {"a.png." + dead + ".0.new", "a.png." + alive + ".0.new", "b.png." + dead + ".0.new",
+                                    "a.png." + dead + ".0.newer", "a.png." + dead + ".new"}) {
+        work.Write("conf/" + name, "half");
+        std::filesystem::last_write_time(work.Path("conf/" + name), hourAgo);
+    }
+    work.Write("conf/a.png." + dead + ".1.new", "another machine's, which is at it");
+    EXPECT_EQ(Write("conf/a.png"), 0);
+    EXPECT_THAT(Entries(), UnorderedElementsAre("a.png", "a.png." + alive + ".0.new", "b.png." + dead + ".0.new",
+                                                "a.png." + dead + ".0.newer", "a.png." + dead + ".new",
+                                                "a.png." + dead + ".1.new"));
 }
 
 } // namespace

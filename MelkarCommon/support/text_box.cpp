@@ -2,6 +2,7 @@
 
 #include <MelkarCommon/platform/drawing.h>
 #include <MelkarCommon/platform/scoped.h>
+#include <MelkarCommon/platform/wrapped_height.h>
 #include <MelkarCommon/support/box_layout.h>
 #include <MelkarCommon/support/font.h>
 
@@ -13,18 +14,19 @@ namespace {
 
 constexpr int kMostBytes = 10000;
 
+int Length(const CString& text) { return std::min(text.GetLength(), kMostBytes); } // no character is cut in two
+
 int Text(HDC surface, const CString& text, CRect& box, UINT format) {
-    const int length = std::min(text.GetLength(), kMostBytes); // a limit: no character is cut in two
-    return DrawTextExA(surface, const_cast<char*>(text.GetString()), length, &box, format | DT_WORDBREAK, nullptr);
+    return DrawTextExA(surface, const_cast<char*>(text.GetString()), Length(text), &box, format | DT_WORDBREAK,
+                       nullptr);
 }
 
-int HeightAt(HDC surface, const CString& text, CRect box) {
-    Text(surface, text, box, DT_CALCRECT);
-    return box.Height();
+int HeightIn(HDC surface, const CString& text, const CRect& box) {
+    return melkar::WrappedHeight(surface, text.GetString(), Length(text), box);
 }
 
 int PaintAtBottom(HDC surface, const CRect& box, const CString& text, UINT format) {
-    CRect at = melkar::TextAtBottom(box, HeightAt(surface, text, box));
+    CRect at = melkar::TextAtBottom(box, HeightIn(surface, text, box));
     return Text(surface, text, at, format);
 }
 
@@ -40,7 +42,7 @@ template <class Paint> int InFont(HDC surface, int size, const char* face, Paint
 } // namespace
 
 int DrawTextVCenter(HDC surface, CRect box, CString text, unsigned int format) {
-    CRect at = melkar::TextAtMiddle(box, HeightAt(surface, text, box));
+    CRect at = melkar::TextAtMiddle(box, HeightIn(surface, text, box));
     return Text(surface, text, at, format);
 }
 

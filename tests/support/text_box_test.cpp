@@ -38,6 +38,17 @@ TEST(TextBox, WrapsAndPlacesInTheSurfacesFont) {
     EXPECT_EQ(tops([&](HDC dc) { return DrawTextTop(dc, box, "one two three", 0, -5, "Face"); }), lines(20, 35));
 }
 
+/// "aa bb" is 40 wide and would fit beside "cccccc", 48 wide, but the box is not: three lines, 45 high.
+TEST(TextBox, AWideWordMakesNoRoomForTheOthers) {
+    const CRect box(0, 0, 32, 100);
+    const auto at = [](int first, int second, int third) {
+        return AllOf(HasSubstr("\"aa\" 0," + std::to_string(first)), HasSubstr("\"bb\" 0," + std::to_string(second)),
+                     HasSubstr("\"cccccc\" 0," + std::to_string(third)));
+    };
+    EXPECT_THAT(RecordOf([&](HDC dc) { DrawTextVCenter(dc, box, "aa bb cccccc", 0); }), at(28, 43, 58));
+    EXPECT_THAT(RecordOf([&](HDC dc) { DrawTextBottom(dc, box, "aa bb cccccc", 0, 0, ""); }), at(55, 70, 85));
+}
+
 /// A cell of 20 is an em of 16: a character is 10 wide, a line 20 high.
 TEST(TextBox, SizedFormsTakeACellHeightAndPutTheFontBack) {
     const CRect box(10, 20, 90, 81);

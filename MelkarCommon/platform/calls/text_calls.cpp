@@ -4,6 +4,7 @@
 #include <MelkarCommon/platform/seam/box.h>
 #include <MelkarCommon/platform/surfaces/surface_state.h>
 #include <MelkarCommon/platform/text/text_decode.h>
+#include <MelkarCommon/platform/wrapped_height.h>
 
 #include <algorithm>
 #include <cmath>
@@ -85,17 +86,13 @@ void PaintLayout(HDC surface, Backend& backend, const std::shared_ptr<const Text
     }
 }
 
-/// How a text stands in a rectangle; for measuring, a wide word makes room for the others.
+/// How a text stands in a rectangle that keeps its width.
 std::shared_ptr<const TextLayout> LayOutIn(HDC surface, std::string_view bytes, const RECT& rect, UINT format) {
     const bool singleLine = (format & DT_SINGLELINE) != 0;
     if (singleLine || !(format & DT_WORDBREAK))
         return LayOutText(surface->Face(), bytes, singleLine, kNoWrap);
     const std::int64_t room = std::int64_t{rect.right} - rect.left;
-    const int wrapWidth = static_cast<int>(std::clamp<std::int64_t>(room, 0, INT32_MAX));
-    auto layout = LayOutText(surface->Face(), bytes, false, wrapWidth);
-    if ((format & DT_CALCRECT) && layout->width > wrapWidth)
-        layout = LayOutText(surface->Face(), bytes, false, layout->width);
-    return layout;
+    return LayOutText(surface->Face(), bytes, false, static_cast<int>(std::clamp<std::int64_t>(room, 0, INT32_MAX)));
 }
 
 /// A single line is there without text, too.
@@ -103,8 +100,11 @@ int HeightOf(const TextLayout& layout, UINT format) {
     return format & DT_SINGLELINE ? layout.lineHeight : layout.Height();
 }
 
+/// A word that is wider than the rectangle makes it wider, and room for others.
 int Measure(HDC surface, std::string_view bytes, RECT& rect, UINT format) {
-    const auto layout = LayOutIn(surface, bytes, rect, format);
+    auto layout = LayOutIn(surface, bytes, rect, format);
+    if ((format & DT_WORDBREAK) && layout->width > std::int64_t{rect.right} - rect.left)
+        layout = LayOutIn(surface, bytes, {0, 0, layout->width, 0}, format);
     const int height = HeightOf(*layout, format);
     rect.right = AddEdge(rect.left, layout->width);
     rect.bottom = AddEdge(rect.top, height);
@@ -135,4 +135,10 @@ int DrawTextExA(HDC surface, char* text, int length, RECT* rect, UINT format, vo
             PaintLayout(surface, *backend, layout, *rect, format);
         return HeightOf(*layout, format);
     });
+}
+
+int melkar::WrappedHeight(HDC surface, const char* text, int length, const RECT& box) {
+    if (!IsSurface(surface) || !text)
+        return 0;
+    return OrFailure([&] { return LayOutIn(surface, Bytes(*surface, text, length), box, DT_WORDBREAK)->Height(); });
 }

@@ -82,12 +82,13 @@ SvgBackend::SvgBackend(std::unique_ptr<NewFile> file, PageFormat format, int wid
         m_words.Raw("<title>").Escaped(info.title).Raw("</title>\n");
 }
 
-/// There is room for one page.
+/// There is room for one page. It starts white, as a picture does: what shows the file may stand on any ground.
 bool SvgBackend::BeginPage() {
     if (m_hasEnded || m_hasPage)
         return false;
     m_hasPage = true;
     m_clip = m_page = m_sheet;
+    FillRect(m_page, kWhitePixel);
     return true;
 }
 

@@ -66,7 +66,8 @@ struct Page : testing::Test {
         for (std::string line; std::getline(svg, line);)
             elements.push_back(line);
         EXPECT_EQ(elements.back(), "</svg>");
-        return {elements.begin() + 2, elements.end() - 1};
+        EXPECT_EQ(elements[2], R"(<rect x="0" y="0" width="400" height="300" fill="#ffffff"/>)") << "starts white";
+        return {elements.begin() + 3, elements.end() - 1};
     }
 
     std::vector<std::string> Files() const {

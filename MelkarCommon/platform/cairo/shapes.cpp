@@ -1,6 +1,5 @@
 #include <MelkarCommon/platform/cairo/shapes.h>
 #include <MelkarCommon/platform/seam/corners.h>
-#include <MelkarCommon/platform/seam/slice.h>
 
 #include <iterator>
 
@@ -82,7 +81,7 @@ void SetSourceColor(cairo_t* cr, Color color) {
     cairo_set_source_rgb(cr, RedOf(color) / 255.0, GreenOf(color) / 255.0, BlueOf(color) / 255.0);
 }
 
-void FillShapeOn(cairo_t* cr, const RECT& clip, const Shape& shape, Color color, double reach) {
+void FillShapeOn(cairo_t* cr, const RECT& clip, const Shape& shape, Color color, const SliceReach& reach) {
     if (!TraceShape(cr, clip, shape, 0))
         return;
     if (const auto* slice = std::get_if<SliceShape>(&shape); slice != nullptr && IsNear(AreaOf(shape)))

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <MelkarCommon/platform/seam/shape.h>
+#include <MelkarCommon/platform/seam/slice.h>
 #include <MelkarCommon/platform/seam/stroke.h>
 
 #include <cairo.h>
@@ -13,9 +13,8 @@ namespace melkar {
 
 void SetSourceColor(cairo_t* cr, Color color);
 
-/// Nothing for a shape without an area: fewer than three points, a radius that isn't above 0, no numbers. `reach` is
-/// the size of a pixel of whoever will look at it: so far a slice reaches under the next one.
-void FillShapeOn(cairo_t* cr, const RECT& clip, const Shape& shape, Color color, double reach = 1);
+/// Nothing for a shape without an area: fewer than three points, a radius that isn't above 0, no numbers.
+void FillShapeOn(cairo_t* cr, const RECT& clip, const Shape& shape, Color color, const SliceReach& reach = {});
 void StrokeShapeOn(cairo_t* cr, const RECT& clip, const Shape& shape, const Stroke& stroke);
 
 /// A sloped line of any width between the centres of two pixels.

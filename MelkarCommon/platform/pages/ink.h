@@ -3,6 +3,7 @@
 #include <MelkarCommon/platform/measures.h>
 #include <MelkarCommon/platform/pages/paper_lines.h>
 #include <MelkarCommon/platform/seam/pixel_buffer.h>
+#include <MelkarCommon/platform/seam/slice.h>
 
 /// @file
 /// Internal. What strokes and pictures are on paper, whatever the format of the page.
@@ -12,9 +13,8 @@ namespace melkar {
 /// A stroke as paper shows it: what is thinner than half a point gets lost in print.
 Stroke OnPaper(const Stroke& stroke, int dpi);
 
-/// How far a slice reaches under the next one: a pixel of a screen that shows the page as large as it is, a device unit
-/// at least.
-inline double SliceReach(int dpi) { return std::max(1.0, dpi / double{kScreenDpi}); }
+/// Slices reach as far as a pixel of a screen that shows the page as large as it is, a device unit at least.
+inline SliceReach ReachOnPaper(int dpi) { return {std::max(1.0, dpi / double{kScreenDpi}), true}; }
 
 /// Draws polylines through `draw(line, stroke)`; keeps the last one, to cover its seam with the next.
 class PaperPen {

@@ -114,7 +114,7 @@ public:
     void FillRect(const RECT& rect, Color color) override;
     void FillShape(const Shape& shape, Color color) override {
         if (Shows())
-            FillShapeOn(Cr(), m_clip, shape, color, SliceReach(m_dpi));
+            FillShapeOn(Cr(), m_clip, shape, color, ReachOnPaper(m_dpi));
     }
     void StrokeShape(const Shape& shape, const Stroke& stroke) override {
         if (Shows())

@@ -44,11 +44,11 @@ private:
     void UseFont(const FontLook& look);
     void WriteOut();
 
-    void OpenShape(const PolygonShape& polygon, double reach);
-    void OpenShape(const EllipseShape& ellipse, double reach);
-    void OpenShape(const SliceShape& slice, double reach);
+    void OpenShape(const PolygonShape& polygon, const SliceReach& reach);
+    void OpenShape(const EllipseShape& ellipse, const SliceReach& reach);
+    void OpenShape(const SliceShape& slice, const SliceReach& reach);
     void OpenPolygon(std::span<const PointD> corners);
-    bool OpenShape(const Shape& shape, double margin, double reach);
+    bool OpenShape(const Shape& shape, double margin, const SliceReach& reach);
 
     void StrokeLine(const PaperLine& line, const Stroke& stroke);
     void WriteLine(const PaperLine& line);
@@ -186,14 +186,14 @@ void SvgBackend::OpenPolygon(std::span<const PointD> corners) {
     m_words.Raw("<polygon points=\"").Points(corners).Raw("\"");
 }
 
-void SvgBackend::OpenShape(const PolygonShape& polygon, double) {
+void SvgBackend::OpenShape(const PolygonShape& polygon, const SliceReach&) {
     std::vector<PointD> corners;
     for (const POINT& point : polygon.points)
         corners.push_back({static_cast<double>(point.x), static_cast<double>(point.y)});
     OpenPolygon(corners);
 }
 
-void SvgBackend::OpenShape(const EllipseShape& ellipse, double) {
+void SvgBackend::OpenShape(const EllipseShape& ellipse, const SliceReach&) {
     const auto& [center, radius] = ellipse;
     const bool isCircle = radius.x == radius.y;
     m_words.Raw(isCircle ? "<circle" : "<ellipse").Value("cx", center.x).Value("cy", center.y);
@@ -203,20 +203,20 @@ void SvgBackend::OpenShape(const EllipseShape& ellipse, double) {
         m_words.Value("rx", radius.x).Value("ry", radius.y);
 }
 
-void SvgBackend::OpenShape(const SliceShape& slice, double reach) {
+void SvgBackend::OpenShape(const SliceShape& slice, const SliceReach& reach) {
     if (slice.sweep >= kTurn)
         return OpenShape(slice.whole, reach);
     m_words.Raw("<path d=\"M").Point(slice.apex).Raw("L").Point(RimPoint(slice.whole, slice.from));
     m_words.Raw("A").Point(slice.whole.radius).Raw(slice.sweep > kTurn / 2 ? " 0 1 0 " : " 0 0 0 ");
     m_words.Point(RimPoint(slice.whole, slice.from + slice.sweep)).Raw("z");
-    if (reach > 0)
+    if (reach.width > 0)
         m_words.Raw("M").Points(ReachOf(slice, reach)).Raw("z");
     m_words.Raw("\"");
 }
 
 /// Begins the element of a shape that is painted up to `margin` beyond its edge; a slice reaches as far under the next
 /// one as `reach` says. @return false if it doesn't show
-bool SvgBackend::OpenShape(const Shape& shape, double margin, double reach) {
+bool SvgBackend::OpenShape(const Shape& shape, double margin, const SliceReach& reach) {
     if (!HasArea(shape))
         return false;
     const Area bounds = AreaOf(shape);
@@ -231,7 +231,7 @@ bool SvgBackend::OpenShape(const Shape& shape, double margin, double reach) {
 
 void SvgBackend::FillShape(const Shape& shape, Color color) {
     m_pen.Lift();
-    if (!OpenShape(shape, 0, SliceReach(m_dpi)))
+    if (!OpenShape(shape, 0, ReachOnPaper(m_dpi)))
         return;
     m_words.Paint("fill", color);
     const auto* polygon = std::get_if<PolygonShape>(&shape);
@@ -243,7 +243,7 @@ void SvgBackend::FillShape(const Shape& shape, Color color) {
 void SvgBackend::StrokeShape(const Shape& shape, const Stroke& stroke) {
     m_pen.Lift();
     const Stroke printed = OnPaper(stroke, m_dpi);
-    if (!OpenShape(shape, printed.width, 0))
+    if (!OpenShape(shape, printed.width, {0}))
         return;
     m_words.Raw(" fill=\"none\"");
     WriteStroke(printed.color, printed.width);

@@ -171,7 +171,7 @@ TEST_F(Page, Shapes) {
     EXPECT_THAT(
         Elements(draw),
         ElementsAre(
-            R"(<path d="M50,60L70,60A20,10 0 0 0 50,50zM50,61 50,50 49,50.012 49,61z" fill="#0000ff"/>)",
+            R"(<path d="M50,60L70,60A20,10 0 0 0 50,50zM50,60 50,50 49,50.012 49,59z" fill="#0000ff"/>)",
             R"(<path d="M49,60L50,70A20,10 0 1 0 30,60z" fill="none" stroke="#000000" stroke-width="2" stroke-linejoin="round"/>)",
             R"(<polygon points="1,2 30,4 5,60" fill="#0000ff" fill-rule="evenodd"/>)"));
 }

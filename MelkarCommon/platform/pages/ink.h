@@ -5,6 +5,8 @@
 #include <MelkarCommon/platform/seam/pixel_buffer.h>
 #include <MelkarCommon/platform/seam/slice.h>
 
+#include <utility>
+
 /// @file
 /// Internal. What strokes and pictures are on paper, whatever the format of the page.
 
@@ -16,26 +18,28 @@ Stroke OnPaper(const Stroke& stroke, int dpi);
 /// Slices reach as far as a pixel of a screen that shows the page as large as it is, a device unit at least.
 inline SliceReach ReachOnPaper(int dpi) { return {std::max(1.0, dpi / double{kScreenDpi}), true}; }
 
-/// Draws polylines through `draw(line, stroke)`; keeps the last one, to cover its seam with the next.
+/// Draws polylines through `draw(line, stroke)`. Solid ones wait for those that follow: what lies side by side is one
+/// outline.
 class PaperPen {
 public:
     template <class Draw>
     void Stroke(std::span<const POINT> points, const RECT& clip, const melkar::Stroke& stroke, const Draw& draw) {
-        constexpr double kThin = 2; // wider ones overlap when they are a unit apart
-        for (const PaperLine& line : LinesOnPaper(points, clip, stroke))
-            draw(line, stroke);
-        const bool mayHaveSeam = stroke == m_lastStroke && stroke.width < kThin && stroke.IsSolid();
-        if (const auto seam = mayHaveSeam ? SeamBetween(m_lastLines, points) : std::nullopt)
-            draw(*seam, stroke);
-        m_lastLines.assign(points.begin(), points.end());
-        m_lastStroke = stroke;
+        constexpr std::size_t kMostWaiting = 4096;
+        if (!stroke.IsSolid() || !(stroke == m_stroke) || m_waiting.size() >= kMostWaiting)
+            Lift(clip, draw);
+        m_stroke = stroke;
+        m_waiting.emplace_back(points.begin(), points.end());
     }
-    /// Something else is drawn over the last line.
-    void Lift() { m_lastLines.clear(); }
+    /// Draws what waits, within the clip of its time: something else follows.
+    template <class Draw> void Lift(const RECT& clip, const Draw& draw) {
+        const std::vector<std::vector<POINT>> lines = std::exchange(m_waiting, {});
+        for (const PaperLine& line : RowsOnPaper(lines, clip, m_stroke))
+            draw(line, m_stroke);
+    }
 
 private:
-    std::vector<POINT> m_lastLines;
-    melkar::Stroke m_lastStroke;
+    std::vector<std::vector<POINT>> m_waiting;
+    melkar::Stroke m_stroke;
 };
 
 /// Pixels of the source rectangle, tightly packed, their channels multiplied by their alpha, that act on paper like the

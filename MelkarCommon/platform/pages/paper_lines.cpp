@@ -2,6 +2,7 @@
 #include <MelkarCommon/platform/seam/corners.h>
 
 #include <iterator>
+#include <utility>
 
 namespace melkar {
 
@@ -111,18 +112,116 @@ PaperLine PathOf(const std::vector<POINT>& points, const Stroke& stroke) {
     return line;
 }
 
-/// Whether the lines run side by side, a unit apart, all the way.
-bool LieSideBySide(std::span<const POINT> one, std::span<const POINT> other) {
-    if (one.size() != other.size() || one.size() < 2)
-        return false;
-    const std::int64_t dx = std::int64_t{other[0].x} - one[0].x;
-    const std::int64_t dy = std::int64_t{other[0].y} - one[0].y;
-    const auto isShifted = [&](POINT a, POINT b) {
-        return std::int64_t{b.x} - a.x == dx && std::int64_t{b.y} - a.y == dy;
-    };
-    const bool isSloped = std::adjacent_find(one.begin(), one.end(), IsAxisParallel) == one.end();
-    return std::abs(dx) + std::abs(dy) == 1 && isSloped && std::equal(one.begin(), one.end(), other.begin(), isShifted);
+/// A polyline and `copies` more of it, each `shift` from the one before.
+struct Row {
+    std::span<const POINT> points;
+    POINT shift{0, 0};
+    int copies = 0;
+};
+
+/// How far the second line is from the first if that is a unit all the way.
+std::optional<POINT> UnitBetween(std::span<const POINT> one, std::span<const POINT> other) {
+    if (one.size() != other.size() || one.size() < 2 || !AreNear(one) || !AreNear(other))
+        return std::nullopt;
+    const POINT shift{other[0].x - one[0].x, other[0].y - one[0].y};
+    const auto isShifted = [&](POINT a, POINT b) { return b.x - a.x == shift.x && b.y - a.y == shift.y; };
+    const bool isUnit = std::abs(shift.x) + std::abs(shift.y) == 1;
+    return isUnit && std::equal(one.begin(), one.end(), other.begin(), isShifted) ? std::optional(shift) : std::nullopt;
 }
+
+/// Takes the first row off the lines.
+Row TakeRow(std::span<const std::vector<POINT>>& lines) {
+    Row row{lines[0]};
+    std::size_t taken = 1;
+    for (; taken < lines.size(); ++taken) {
+        const std::optional<POINT> shift = UnitBetween(lines[taken - 1], lines[taken]);
+        if (!shift || (row.copies > 0 && !IsSamePoint(*shift, row.shift)))
+            break;
+        row.shift = *shift;
+        ++row.copies;
+    }
+    lines = lines.subspan(taken);
+    return row;
+}
+
+/// The row of each segment, if the row has copies and slopes; else the row itself.
+std::vector<Row> StraightParts(const Row& row) {
+    const bool isSloped = std::adjacent_find(row.points.begin(), row.points.end(), IsSloped) != row.points.end();
+    if (row.copies == 0 || !isSloped)
+        return {row};
+    std::vector<Row> parts;
+    for (std::size_t i = 1; i < row.points.size(); ++i)
+        parts.push_back({row.points.subspan(i - 1, 2), row.shift, row.copies});
+    return parts;
+}
+
+/// Rows of straight lines each of which begins where another ends. They go one way across their shift, so that nothing
+/// of the outline is enclosed twice.
+class RowChain {
+public:
+    /// @return false if the row doesn't go on here
+    bool Add(const Row& row) {
+        if (row.points.size() != 2 || row.copies == 0)
+            return false;
+        const bool isUpright = row.shift.x == 0;
+        const auto across = [&](POINT p) { return isUpright ? p.x : p.y; };
+        const bool isBackward = across(row.points[1]) < across(row.points[0]);
+        const POINT from = row.points[isBackward ? 1 : 0];
+        const POINT to = row.points[isBackward ? 0 : 1];
+        if (across(from) == across(to))
+            return false;
+        if (m_rows.empty())
+            m_edge = {from, to};
+        else if (row.copies != m_rows[0].copies || !IsSamePoint(row.shift, m_rows[0].shift))
+            return false;
+        else if (IsSamePoint(m_edge.back(), from))
+            m_edge.push_back(to);
+        else if (IsSamePoint(m_edge.front(), to))
+            m_edge.insert(m_edge.begin(), from);
+        else
+            return false;
+        m_rows.push_back(row);
+        return true;
+    }
+
+    std::vector<PaperLine> OnPaper(const RECT& clip, const Stroke& stroke) const {
+        const auto isSloped = [](const Row& row) { return IsSloped(row.points[0], row.points[1]); };
+        if (std::any_of(m_rows.begin(), m_rows.end(), isSloped))
+            return {Outline(stroke)};
+        std::vector<PaperLine> lines; // whole pixels, whose edges meet
+        for (const Row& row : m_rows)
+            AddEach(lines, row, clip, stroke);
+        return lines;
+    }
+
+    static void AddEach(std::vector<PaperLine>& lines, const Row& row, const RECT& clip, const Stroke& stroke) {
+        std::vector<POINT> points(row.points.begin(), row.points.end());
+        for (int copy = 0; copy <= row.copies; ++copy) {
+            for (PaperLine& line : LinesOnPaper(points, clip, stroke))
+                lines.push_back(std::move(line));
+            for (POINT& point : points)
+                point = {point.x + row.shift.x, point.y + row.shift.y};
+        }
+    }
+
+private:
+    /// There along the first lines, back along the last ones.
+    PaperLine Outline(const Stroke& stroke) const {
+        const auto isLevel = [](const Row& row) { return IsAxisParallel(row.points[0], row.points[1]); };
+        const double middle = std::any_of(m_rows.begin(), m_rows.end(), isLevel) ? MiddleOf(stroke.width) : 0.5;
+        const PointD back{middle + m_rows[0].shift.x * m_rows[0].copies, middle + m_rows[0].shift.y * m_rows[0].copies};
+        PaperLine outline;
+        outline.isClosed = outline.isFilled = outline.hasRoundCorners = true;
+        for (const POINT& corner : m_edge)
+            outline.points.push_back({corner.x + middle, corner.y + middle});
+        for (auto corner = m_edge.rbegin(); corner != m_edge.rend(); ++corner)
+            outline.points.push_back({corner->x + back.x, corner->y + back.y});
+        return outline;
+    }
+
+    std::vector<Row> m_rows;
+    std::vector<POINT> m_edge; ///< of the first lines
+};
 
 } // namespace
 
@@ -140,14 +239,25 @@ std::vector<PaperLine> LinesOnPaper(std::span<const POINT> points, const RECT& c
     return lines;
 }
 
-std::optional<PaperLine> SeamBetween(std::span<const POINT> one, std::span<const POINT> other) {
-    if (!AreNear(one) || !LieSideBySide(one, other))
-        return std::nullopt;
-    PaperLine seam;
-    seam.hasRoundCorners = true;
-    for (std::size_t i = 0; i < one.size(); ++i)
-        seam.points.push_back({(one[i].x + other[i].x + 1) / 2.0, (one[i].y + other[i].y + 1) / 2.0});
-    return seam;
+std::vector<PaperLine> RowsOnPaper(std::span<const std::vector<POINT>> lines, const RECT& clip, const Stroke& stroke) {
+    std::vector<PaperLine> paper;
+    RowChain chain;
+    const auto finish = [&] {
+        for (PaperLine& line : std::exchange(chain, {}).OnPaper(clip, stroke))
+            paper.push_back(std::move(line));
+    };
+    while (!lines.empty()) {
+        const Row row = TakeRow(lines);
+        for (const Row& part : StraightParts(row)) {
+            if (chain.Add(part))
+                continue;
+            finish();
+            if (!chain.Add(part))
+                RowChain::AddEach(paper, part, clip, stroke);
+        }
+    }
+    finish();
+    return paper;
 }
 
 } // namespace melkar

@@ -129,9 +129,11 @@ private:
     cairo_t* Cr() { return m_cr.get(); }
     /// Whether anything is drawn at all; between two pages the clip is empty.
     bool Shows() {
-        m_pen.Lift();
+        FinishLines();
         return !IsEmptyRect(m_clip);
     }
+    void FinishLines();
+    void StrokeLine(const PaperLine& line, const Stroke& stroke);
     void ClipTo(const RECT& clip) {
         if (m_isWholeSheet && clip.left <= 0 && clip.top <= 0 && clip.right >= m_room.right &&
             clip.bottom >= m_room.bottom)
@@ -171,6 +173,7 @@ bool PdfBackend::BeginPage() {
 void PdfBackend::EndPage() {
     if (IsEmptyRect(m_page))
         return;
+    FinishLines();
     cairo_show_page(Cr());
     m_page = {0, 0, 0, 0};
     SetClip(m_page);
@@ -178,6 +181,7 @@ void PdfBackend::EndPage() {
 
 void PdfBackend::Abandon() {
     m_hasEnded = true;
+    m_pen = {};
     m_page = {0, 0, 0, 0};
     SetClip(m_page);
     m_file->Abandon();
@@ -197,6 +201,7 @@ bool PdfBackend::Finish() {
 }
 
 void PdfBackend::SetClip(const RECT& clip) {
+    FinishLines();
     m_clip = ClipBox(ToBox(clip), m_page);
     cairo_reset_clip(Cr());
     ClipTo(m_clip);
@@ -214,11 +219,22 @@ void PdfBackend::FillRect(const RECT& rect, Color color) {
 void PdfBackend::StrokePolyline(std::span<const POINT> points, const Stroke& stroke) {
     if (IsEmptyRect(m_clip))
         return;
-    m_pen.Stroke(points, m_clip, OnPaper(stroke, m_dpi), [this](const PaperLine& line, const Stroke& printed) {
-        Trace(Cr(), line);
-        StrokePath(Cr(), printed, line.phase);
-        cairo_set_line_join(Cr(), CAIRO_LINE_JOIN_ROUND);
-    });
+    m_pen.Stroke(points, m_clip, OnPaper(stroke, m_dpi),
+                 [this](const PaperLine& line, const Stroke& printed) { StrokeLine(line, printed); });
+}
+
+void PdfBackend::StrokeLine(const PaperLine& line, const Stroke& stroke) {
+    Trace(Cr(), line);
+    if (line.isFilled) {
+        SetSourceColor(Cr(), stroke.color);
+        cairo_fill_preserve(Cr());
+    }
+    StrokePath(Cr(), stroke, line.phase);
+    cairo_set_line_join(Cr(), CAIRO_LINE_JOIN_ROUND);
+}
+
+void PdfBackend::FinishLines() {
+    m_pen.Lift(m_clip, [this](const PaperLine& line, const Stroke& printed) { StrokeLine(line, printed); });
 }
 
 void PdfBackend::PaintText(const std::shared_ptr<const TextLayout>& layout, std::size_t line, POINT at, int escapement,

@@ -25,10 +25,10 @@ public:
                const DocumentInfo& info);
 
     bool BeginPage() override;
-    void EndPage() override { m_clip = m_page = {0, 0, 0, 0}; }
+    void EndPage() override;
     bool Finish() override;
     void Abandon() override;
-    void SetClip(const RECT& clip) override { m_clip = ClipBox(ToBox(clip), m_page); }
+    void SetClip(const RECT& clip) override;
     void FillRect(const RECT& rect, Color color) override;
     void FillShape(const Shape& shape, Color color) override;
     void StrokeShape(const Shape& shape, const Stroke& stroke) override;
@@ -50,6 +50,7 @@ private:
     void OpenPolygon(std::span<const PointD> corners);
     bool OpenShape(const Shape& shape, double margin, const SliceReach& reach);
 
+    void FinishLines();
     void StrokeLine(const PaperLine& line, const Stroke& stroke);
     void WriteLine(const PaperLine& line);
     void WriteStroke(Color color, double width);
@@ -92,8 +93,19 @@ bool SvgBackend::BeginPage() {
     return true;
 }
 
+void SvgBackend::EndPage() {
+    FinishLines();
+    m_clip = m_page = {0, 0, 0, 0};
+}
+
+void SvgBackend::SetClip(const RECT& clip) {
+    FinishLines();
+    m_clip = ClipBox(ToBox(clip), m_page);
+}
+
 void SvgBackend::Abandon() {
     m_hasEnded = true;
+    m_pen = {};
     EndPage();
     m_file->Abandon();
 }
@@ -173,7 +185,7 @@ void SvgBackend::UseFont(const FontLook& look) {
 }
 
 void SvgBackend::FillRect(const RECT& rect, Color color) {
-    m_pen.Lift();
+    FinishLines();
     const RECT visible = ClipBox(ToBox(rect), m_clip);
     if (!BeginElement(visible, visible))
         return;
@@ -230,7 +242,7 @@ bool SvgBackend::OpenShape(const Shape& shape, double margin, const SliceReach& 
 }
 
 void SvgBackend::FillShape(const Shape& shape, Color color) {
-    m_pen.Lift();
+    FinishLines();
     if (!OpenShape(shape, 0, ReachOnPaper(m_dpi)))
         return;
     m_words.Paint("fill", color);
@@ -241,7 +253,7 @@ void SvgBackend::FillShape(const Shape& shape, Color color) {
 }
 
 void SvgBackend::StrokeShape(const Shape& shape, const Stroke& stroke) {
-    m_pen.Lift();
+    FinishLines();
     const Stroke printed = OnPaper(stroke, m_dpi);
     if (!OpenShape(shape, printed.width, {0}))
         return;
@@ -271,7 +283,9 @@ void SvgBackend::WriteLine(const PaperLine& line) {
         return;
     }
     m_words.Raw(line.isClosed ? "<polygon points=\"" : "<polyline points=\"").Points(line.points);
-    m_words.Raw("\" fill=\"none\"");
+    m_words.Raw("\"");
+    if (!line.isFilled)
+        m_words.Raw(" fill=\"none\"");
     if (line.hasRoundCorners)
         m_words.Raw(" stroke-linejoin=\"round\"");
 }
@@ -286,8 +300,11 @@ void SvgBackend::StrokeLine(const PaperLine& line, const Stroke& stroke) {
         return;
     const bool isPatterned = HasPattern(stroke);
     if (!isPatterned || stroke.gaps) {
+        const Color color = isPatterned ? stroke.gapColor : stroke.color;
         WriteLine(line);
-        WriteStroke(isPatterned ? stroke.gapColor : stroke.color, stroke.width);
+        if (line.isFilled)
+            m_words.Paint("fill", color);
+        WriteStroke(color, stroke.width);
         m_words.Raw(line.hasRoundEnds ? " stroke-linecap=\"round\"/>\n" : "/>\n");
     }
     if (!isPatterned)
@@ -303,6 +320,10 @@ void SvgBackend::StrokeLine(const PaperLine& line, const Stroke& stroke) {
 void SvgBackend::StrokePolyline(std::span<const POINT> points, const Stroke& stroke) {
     m_pen.Stroke(points, m_clip, OnPaper(stroke, m_dpi),
                  [this](const PaperLine& line, const Stroke& printed) { StrokeLine(line, printed); });
+}
+
+void SvgBackend::FinishLines() {
+    m_pen.Lift(m_clip, [this](const PaperLine& line, const Stroke& printed) { StrokeLine(line, printed); });
 }
 
 void SvgBackend::WriteTurn(POINT at, int escapement) {
@@ -345,7 +366,7 @@ void SvgBackend::WriteOutlines(const TextLayout& layout, std::size_t line, POINT
 
 void SvgBackend::PaintText(const std::shared_ptr<const TextLayout>& layout, std::size_t line, POINT at, int escapement,
                            Color color, const RECT& clip) {
-    m_pen.Lift();
+    FinishLines();
     if (layout == nullptr || layout->look == nullptr || line >= layout->lines.size() || !IsNear(at))
         return;
     const TextLine& text = layout->lines[line];
@@ -367,7 +388,7 @@ void SvgBackend::PaintText(const std::shared_ptr<const TextLayout>& layout, std:
 }
 
 void SvgBackend::Blit(const RECT& target, const PixelBuffer& pixels, const RECT& source, DWORD operation) {
-    m_pen.Lift();
+    FinishLines();
     if (!CanBlit(pixels, source, operation) || !BeginElement(target, m_clip))
         return;
     std::vector<Color> paper = OnPaper(pixels, source, operation);

@@ -117,17 +117,38 @@ TEST_F(Page, LinesCoverTheAreaOfTheirPixels) {
         EXPECT_THAT(Elements(hidden), ElementsAre());
 }
 
-TEST_F(Page, SlopedLinesSideBySideHaveNoSeam) {
-    const auto draw = [](Backend& b) {
-        StrokeLine(b, {10, 20}, {30, 25}, {});
-        StrokeLine(b, {10, 21}, {30, 26}, {});
-        StrokeLine(b, {10, 23}, {30, 28}, {}); // a row lies between
-        StrokeLine(b, {10, 30}, {30, 30}, {});
-        StrokeLine(b, {10, 31}, {30, 31}, {}); // level: edges meet
+TEST_F(Page, SlopedLinesSideBySideAreOneOutline) {
+    const auto row = [](Backend& b, POINT from, POINT to, int lines) {
+        for (int i = 0; i < lines; ++i)
+            StrokeLine(b, {from.x, from.y + i}, {to.x, to.y + i}, {});
+    };
+    const auto outline = [](const std::string& points) {
+        return "<polygon points=\"" + points + "\" stroke-linejoin=\"round\" fill=\"#000000\" stroke=\"#000000\"/>";
+    };
+    const auto draw = [&](Backend& b) {
+        row(b, {30, 25}, {10, 20}, 3);
+        row(b, {50, 15}, {30, 25}, 3); // goes on where the row before began
+        row(b, {60, 15}, {50, 15}, 3); // level
+        row(b, {60, 15}, {40, 30}, 3); // goes back: of its own
+        row(b, {10, 60}, {30, 65}, 1); // one line
+        row(b, {10, 62}, {30, 67}, 1); // a row lies between
+        row(b, {10, 80}, {30, 80}, 2); // level: edges meet
     };
     EXPECT_THAT(Elements(draw),
-                ElementsAre(HasSubstr("M10.5,20.5L"), HasSubstr("M10.5,21.5L"), HasSubstr("M10.5,21L30.5,26\""),
-                            HasSubstr("M10.5,23.5L"), testing::_, testing::_));
+                ElementsAre(outline("10.5,20.5 30.5,25.5 50.5,15.5 60.5,15.5 60.5,17.5 50.5,17.5 30.5,27.5 10.5,22.5"),
+                            outline("40.5,30.5 60.5,15.5 60.5,17.5 40.5,32.5"), HasSubstr("M10.5,60.5L"),
+                            HasSubstr("M10.5,62.5L"), HasSubstr("M10,80.5H30"), HasSubstr("M10,81.5H30")));
+}
+
+TEST_F(Page, ARowIsDrawnBeforeWhatFollows) {
+    const auto draw = [](Backend& b) {
+        StrokeLine(b, {10, 20}, {30, 25}, {});
+        b.SetClip({0, 0, 20, 300});
+        StrokeLine(b, {10, 21}, {30, 26}, {});
+        b.FillRect({1, 2, 3, 4}, kBlue);
+    };
+    EXPECT_THAT(Elements(draw), ElementsAre(HasSubstr("M10.5,20.5L"), HasSubstr("<svg x=\"0\""),
+                                            HasSubstr("M10.5,21.5L"), "</svg>", HasSubstr("<rect x=\"1\"")));
 }
 
 TEST_F(Page, Patterns) {

@@ -19,7 +19,7 @@ struct CActivityCalGraph::File : melkar::Columns<CActivityCalGraph> {
         Text<&G::m_strHeaderField0>(0, "first").Means("kept for a host").InHead(1).Example("20260302"),
         Text<&G::m_strHeaderField1>(1, "last").Means("kept for a host").InHead(1).Example("20260308"),
         Figure<&G::m_strAverage>(2, "average", "kcal").Means("the average line").InHead(2).Example("375"),
-        Status(0),
+        DayStatus(0),
         Figure<&G::m_saTargets>(9, "target", "kcal").Example("350"),
         Figure<&G::m_saValues>(11, "figure", "kcal").WithFigures().Needed().Example("493|331|358|290|412|505|270"),
     };

@@ -65,7 +65,7 @@ struct CBarGraph::KeyRows : melkar::Keys<CBarGraph> {
 struct CBarGraph::File : melkar::Columns<CBarGraph> {
     static constexpr Form form = Form{2, "day"}.Limit(melkar::kRowLimit);
     static constexpr Row rows[] = {
-        Status(0),
+        DayStatus(0),
         Caption(1),
         Figures<&G::m_saValues, &G::SeriesCount>(2, "figure")
             .Means("height of the bar, or of its parts from the bottom")

@@ -37,7 +37,7 @@ struct CExpenditureGraph::File : melkar::Columns<CExpenditureGraph> {
             .InHead(1)
             .Example("3000"),
         Whole<&G::m_nHeaderField5>(5, "number").Means("kept for a host").InHead(1).Example("0"),
-        Status(0),
+        DayStatus(0),
         Caption(1),
     };
 };

@@ -23,7 +23,7 @@ struct CStepGraph::File : melkar::Columns<CStepGraph> {
             .InHead(1)
             .Example("13000"),
         Figure<&G::m_strAverage>(9, "average", "steps").Means("the average line").InHead(1).Example("8150"),
-        Status(0),
+        DayStatus(0),
         Caption(1),
         Figure<&G::m_saValues>(4, "steps", "steps")
             .WithFigures()

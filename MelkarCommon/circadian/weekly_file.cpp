@@ -94,7 +94,7 @@ struct ScreenWeekHead : WeekColumns {
 
 struct ScreenDay : DayColumns {
     static constexpr Row rows[] = {
-        Status<&G::status>(0),
+        DayStatus<&G::status>(0),
         Date<&G::date>(1, "date"),
         Steps(5),
         TimeFigure(8).Example("660"),
@@ -133,7 +133,7 @@ struct PrintWeekHead : WeekColumns {
 struct PrintDay : DayColumns {
     static constexpr Row rows[] = {
         Date<&G::date>(0, "date"),
-        Status<&G::status>(1),
+        DayStatus<&G::status>(1),
         Steps(2),
         ActCal(3),
         TotalCal(4),

@@ -38,7 +38,7 @@
 ///         static constexpr Form form{2, "day"}; // two head rows, then a row a day
 ///         static constexpr Row rows[] = {
 ///             Whole<&G::m_nChartMax>(7, "top", "degrees").Means("top of the scale").InHead(1).Example("40"),
-///             Status(0),
+///             DayStatus(0),
 ///             Caption(1),
 ///             Figure<&G::m_saValues>(2, "temperature", "degrees").Within(-50, 60).Needed().Example("21.5|22|19"),
 ///         };
@@ -55,14 +55,14 @@ namespace melkar {
 
 /// What the values of a column are.
 enum class ColumnKind : std::uint8_t {
-    Text,    ///< any text
-    Caption, ///< a text that the chart shows for the day
-    Status,  ///< of a day, see `DayStatus`
-    Date,    ///< YYYYMMDD
-    Time,    ///< hours x 100 + minutes
-    Figure,  ///< a number
-    Whole,   ///< a number without decimals
-    Color,   ///< `#RRGGBB`
+    Text,      ///< any text
+    Caption,   ///< a text that the chart shows for the day
+    DayStatus, ///< as the enumeration of that name
+    Date,      ///< YYYYMMDD
+    Time,      ///< hours x 100 + minutes
+    Figure,    ///< a number
+    Whole,     ///< a number without decimals
+    Color,     ///< `#RRGGBB`
 };
 
 constexpr int kEachRow = -1; ///< in the place of a head row: the column stands in all rows behind those
@@ -308,11 +308,11 @@ template <class Into> struct Columns {
         return {{ColumnKind::Color, index, name}, StoreColor<Member>, ShowColor<Member>};
     }
     /// The status of the day; of a graph without a member named, as the frame keeps it.
-    template <auto... Members> static constexpr Row Status(int index) {
+    template <auto... Members> static constexpr Row DayStatus(int index) {
         if constexpr (sizeof...(Members) == 0)
-            return Status<&Into::m_dwaStatus>(index);
+            return DayStatus<&Into::m_dwaStatus>(index);
         else
-            return MakeRow<Members...>(ColumnKind::Status, index, "status", "").Needed().Example("0");
+            return MakeRow<Members...>(ColumnKind::DayStatus, index, "status", "").Needed().Example("0");
     }
     /// What the chart shows below the day; likewise.
     template <auto... Members> static constexpr Row Caption(int index) {

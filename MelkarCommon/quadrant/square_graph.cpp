@@ -139,7 +139,7 @@ struct CSquareGraph::DayColumns : melkar::Columns<Day> {
 struct CSquareGraph::File : melkar::Columns<CSquareGraph> {
     static constexpr Form form = HeadColumns::form;
     static constexpr Row rows[] = {
-        Status(0),
+        DayStatus(0),
         Text<&G::m_saDayField5>(5, "field 5").Example("5017|9268|6835|4120|10250|11840|7930"),
         Text<&G::m_saDayField11>(11, "field 11").Example("190"),
     };

@@ -58,7 +58,7 @@ struct KindCheck {
 };
 KindCheck CheckOf(ColumnKind kind) {
     switch (kind) {
-    case ColumnKind::Status:
+    case ColumnKind::DayStatus:
         return {IsStatus, "status", "the status of a day"};
     case ColumnKind::Date:
         return {IsDate, "date", "a date as in 20260131"};
@@ -112,7 +112,7 @@ public:
                 continue;
             if (column.isNeeded)
                 m_wanted = std::max(m_wanted, EndOf(column));
-            if (column.kind == ColumnKind::Status)
+            if (column.kind == ColumnKind::DayStatus)
                 m_status = &column;
             if (IsFigure(column) && (!m_firstFigure || column.index < m_firstFigure->index))
                 m_firstFigure = &column;

@@ -84,7 +84,7 @@ const char* ValueOf(ColumnKind kind) {
     case ColumnKind::Text:
     case ColumnKind::Caption:
         return "text";
-    case ColumnKind::Status:
+    case ColumnKind::DayStatus:
         return "0 to 4";
     case ColumnKind::Date:
         return "YYYYMMDD";
@@ -125,7 +125,7 @@ std::string MeaningOf(const ColumnInfo& column) {
         parts.emplace_back(column.meaning);
     else if (column.kind == ColumnKind::Caption)
         parts.emplace_back("what the chart writes below the day");
-    else if (column.kind == ColumnKind::Status)
+    else if (column.kind == ColumnKind::DayStatus)
         parts.emplace_back("of the day");
     if (column.isSeries)
         parts.emplace_back("one for each series, which moves what is behind it on");

@@ -63,7 +63,7 @@ struct CPressureGraph::Measurement {
 struct CPressureGraph::File : melkar::Columns<Measurement> {
     static constexpr Form form = Form{2, "measurement"}.Limit(kRowLimit);
     static constexpr Row rows[] = {
-        Status<&G::status>(0),
+        DayStatus<&G::status>(0),
         Caption<&G::date>(1),
         Figure<&G::systolic>(2, "systolic", "mmHg").Within(50, 300).Needed().Example("142|128|135"),
         Figure<&G::diastolic>(3, "diastolic", "mmHg").Within(20, 200).Needed().Example("88|80|84"),

@@ -25,7 +25,7 @@ struct Thermometer::File : melkar::Columns<Thermometer> {
         Text<&G::m_strPlace>(1, "place").InHead(0),
         Whole<&G::m_nMax>(0, "top", "degrees").InHead(1),
         Color<&G::m_crMark>(1, "mark").InHead(1),
-        Status(0),
+        DayStatus(0),
         Caption(1),
         Figures<&G::m_saValues, &G::Sensors>(2, "temperature", "degrees").Within(-50, 60).Needed(),
         Figure<&G::m_fLast>(4, "mean").WithFigures(),

@@ -28,7 +28,7 @@ void AddOptions(CLI::App& app, DataOptions& options) {
 
 DataTables FilesOf(const DataOptions& options) {
     const KindRow* kind = FindKind(options.kind);
-    const DataTables files = kind ? FilesReadBy(*kind) : DataTables();
+    DataTables files = kind ? FilesReadBy(*kind) : DataTables();
     if (kind && (files.empty() || files.front().columns.empty()))
         throw UsageError{"this kind takes no file of rows: " + options.kind};
     return files;

@@ -1,25 +1,6 @@
 #include <MelkarCommon/registry/catalogue.h>
 
-#include <MelkarCommon/bars/activity_cal_graph.h>
-#include <MelkarCommon/bars/bar_graph.h>
-#include <MelkarCommon/bars/expenditure_graph.h>
-#include <MelkarCommon/bars/line_graph.h>
-#include <MelkarCommon/bars/simulation.h>
-#include <MelkarCommon/bars/step_graph.h>
-#include <MelkarCommon/circadian/circadian_graph.h>
-#include <MelkarCommon/circadian/circle_graph.h>
-#include <MelkarCommon/circadian/weekly_circadian.h>
-#include <MelkarCommon/declarative/circle_graph_base.h>
-#include <MelkarCommon/declarative/fixed_text.h>
-#include <MelkarCommon/declarative/graph_base.h>
-#include <MelkarCommon/declarative/plot_graph.h>
-#include <MelkarCommon/gauges/bmi_graph_eng.h>
-#include <MelkarCommon/gauges/himand_graph.h>
-#include <MelkarCommon/quadrant/square_graph.h>
-#include <MelkarCommon/registry/from_file.h>
-#include <MelkarCommon/registry/starters.h>
-#include <MelkarCommon/reports/report.h>
-#include <MelkarCommon/reports/report_header.h>
+#include <MelkarCommon/registry/rows.h>
 #include <MelkarCommon/support/ring_log.h>
 
 #include <string>
@@ -28,82 +9,8 @@ namespace melkar {
 
 namespace {
 
-/// A bare panel leaves it to its maker to read the keys.
-std::unique_ptr<CGraph> MakePanel(HWND window, HDC dc, const char* section, HDC shared, HDC second, HDC balloon) {
-    auto panel = std::make_unique<CGraphBase>(window, dc, section, shared, second, balloon);
-    char ofAllGraphs[] = "";
-    panel->ReadIniFile(ofAllGraphs);
-    return panel;
-}
-
-/// The text under the key TEXT, centred.
-std::unique_ptr<CGraph> MakeText(HWND window, HDC dc, const char* section, HDC shared, HDC second, HDC balloon) {
-    return std::make_unique<CFixedText>(window, dc, section, "TEXT", shared, second, balloon, DT_CENTER | DT_VCENTER,
-                                        0);
-}
-
-/// No columns: the file is a picture.
-DataTables PictureFiles() {
-    return {{DataForm{}.Note("A picture: .bmp, .png or what else the system reads. NAME-mask.bmp beside NAME.bmp is "
-                             "laid over it: the picture shows where that is white."),
-             {},
-             {},
-             ""}};
-}
-
-// clang-format off
-constexpr KindRow kRows[] = {
-    {"", "CGraph", "", "the frame of every graph",
-     "", CGraph::ProfileKeys},
-    {"bar", "CBarGraph", "CGraph", "a bar for each day, or a stack of bars",
-     starters::kBar, CBarGraph::ProfileKeys, CBarGraph::DataFiles, MakeGraph<CBarGraph>},
-    {"line", "CLineGraph", "CBarGraph", "bars and a line on a scale of its own",
-     starters::kLine, CLineGraph::ProfileKeys, LineFromFile::DataFiles, MakeGraph<LineFromFile>},
-    {"steps", "CStepGraph", "CLineGraph", "steps, with scale and average from the data file",
-     starters::kSteps, nullptr, CStepGraph::DataFiles, MakeGraph<CStepGraph>},
-    {"expenditure", "CExpenditureGraph", "CLineGraph", "energy in two parts over the band of the average intake",
-     starters::kExpenditure, CExpenditureGraph::ProfileKeys, CExpenditureGraph::DataFiles, MakeGraph<CExpenditureGraph>},
-    {"activity", "CActivityCalGraph", "CExpenditureGraph", "activity calories of days or periods",
-     starters::kActivity, nullptr, CActivityCalGraph::DataFiles, MakeGraph<CActivityCalGraph>},
-    {"simulation", "CSimulation", "CActivityCalGraph", "measured and planned weight over activity calories",
-     starters::kSimulation, CSimulation::ProfileKeys, CSimulation::DataFiles, MakeGraph<CSimulation>},
-    {"day", "CCircadianGraph", "CGraph", "activity of one day, from a weekly file",
-     starters::kDay, CCircadianGraph::ProfileKeys, CWeeklyCircadian::ScreenFiles, MakeGraph<DayFromFile>},
-    {"week", "CWeeklyCircadian", "", "a sheet for each day of a week, as on the screen",
-     "", nullptr, CWeeklyCircadian::ScreenFiles, nullptr, "day"},
-    {"week-print", "", "", "the same as printed, a week a page",
-     "", nullptr, CWeeklyCircadian::PrintFiles, nullptr, "day"},
-    {"circle", "CCircleGraph", "CGraph", "light, moderate and vigorous time as a pie, legend below it",
-     starters::kCircle, CCircleGraph::ProfileKeys, CircleFromFile::DataFiles, MakeGraph<CircleFromFile>},
-    {"circle-separate", "", "CCircleGraph", "the same with the legend beside it",
-     "", nullptr, nullptr, MakeGraph<SeparateCircleFromFile>, "circle"},
-    {"", "CBMIGraph_Base", "CGraph", "a figure against classes of values",
-     "", CBMIGraph_Base::ProfileKeys, CBMIGraph_Base::DataFiles},
-    {"bmi", "CBMIGraph_Eng", "CBMIGraph_Base", "a bar in the colour of the figure's class",
-     starters::kBmi, nullptr, nullptr, MakeGraph<CBMIGraph_Eng>},
-    {"himand", "CHimandGraph", "CBMIGraph_Base", "a disc below the classes of obesity",
-     starters::kHimand, CHimandGraph::ProfileKeys, nullptr, MakeGraph<CHimandGraph>},
-    {"quadrant", "CSquareGraph", "CGraph", "the frame of four coloured quadrants, for a derived class to plot on",
-     starters::kQuadrant, CSquareGraph::ProfileKeys, CSquareGraph::DataFiles, MakeGraph<CSquareGraph>},
-    {"image", "", "", "a picture file on CANVASCOLOR_RGB, through its mask if there is one",
-     "", nullptr, PictureFiles},
-    {"panel", "CGraphBase", "CGraph", "the frame of a panel, all of it from keys",
-     starters::kPlot, CGraphBase::ProfileKeys, nullptr, MakePanel},
-    {"plot", "CPlotGraph", "CGraphBase", "points on a panel, from a file of points",
-     starters::kPlot, nullptr, PlotFromFile::DataFiles, MakeGraph<PlotFromFile>},
-    {"pie", "CCircleGraphBase", "CGraphBase", "values as slices, from a file of values",
-     starters::kPie, CCircleGraphBase::ProfileKeys, PieFromFile::DataFiles, MakeGraph<PieFromFile>},
-    {"text", "CFixedText", "CGraphBase", "a text of the profile on a panel",
-     starters::kText, CFixedText::ProfileKeys, nullptr, MakeText},
-    {"", "CReport", "", "a printed report",
-     "", CReport::ProfileKeys},
-    {"report", "CReportHeader", "CReport", "the heading block of a report", // no base: a report's keys are read with it
-     starters::kReport, CReportHeader::ProfileKeys, CReportHeader::DataFiles},
-};
-// clang-format on
-
 std::deque<KindRow>& Rows() {
-    static std::deque<KindRow> rows(std::begin(kRows), std::end(kRows));
+    static std::deque<KindRow> rows(LibraryRows().begin(), LibraryRows().end());
     return rows;
 }
 

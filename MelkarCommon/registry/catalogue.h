@@ -29,7 +29,7 @@ struct KindRow {
     const char* className = ""; ///< empty for a kind without a class of its own
     const char* base = "";      ///< the class whose keys it reads before its own: mostly its base class. Empty for none
     const char* says = "";      ///< what it draws, in a few words
-    const char* starter = "";   ///< the keys that its readable chart needs, as `starters.h` has them
+    const char* starter = "";   ///< the keys that its readable chart needs, as lines "KEY=VALUE"
     ClassKeys (*keys)() = nullptr;  ///< of the class itself; null if it has only those of its base
     DataTables (*data)() = nullptr; ///< what it reads; null for the files of its base, or for none
     /// A graph that reads the kind's file and draws it; arguments as for the constructor of `CGraph`. Null where no

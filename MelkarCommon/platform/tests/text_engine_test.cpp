@@ -61,6 +61,21 @@ int WidthOf(const std::shared_ptr<TextFace>& face, std::string_view text) {
     return LayOutText(face, text, true, kNoWrap)->width;
 }
 
+TEST(TextLayout, JapaneseStandInsAreForJapaneseTextsAlone) {
+    const auto isLike = [](const LOGFONTA& description, const char* text, const char* family) {
+        const auto layout = LayOutText(FindFace(description, TextMedium::Pixels), text, true, kNoWrap);
+        EXPECT_EQ(layout->lineHeight, 20) << text;
+        return layout->width == WidthOf(FindFace(Describe(family, 20), TextMedium::Pixels), text);
+    };
+    LOGFONTA gothic = Describe("MS Gothic", 20);
+    EXPECT_TRUE(isLike(gothic, "Шаги 12%", "DejaVu Sans")) << "in a Japanese face each letter is as wide as a Han one";
+    EXPECT_TRUE(isLike(gothic, "歩数 12%", "IPAGothic"));
+    EXPECT_TRUE(isLike(gothic, "ｶﾅ 12%", "IPAGothic")) << "half-width katakana";
+    EXPECT_TRUE(isLike(Describe("IPAGothic", 20), "Шаги 12%", "IPAGothic")) << "itself asked for";
+    gothic.lfCharSet = 128;
+    EXPECT_TRUE(isLike(gothic, "Шаги 12%", "IPAGothic")) << "a Japanese character set asks for all of it";
+}
+
 // A width is given as that of another text.
 /// @return 0 if one line tells of the font, however many texts are missing
 int DrawWithoutDescriptors() {

@@ -1,6 +1,8 @@
 #include <MelkarCommon/platform/text/font_alias.h>
 #include <MelkarCommon/platform/values/ascii.h>
 
+#include <algorithm>
+#include <iterator>
 #include <string_view>
 
 namespace melkar {
@@ -32,15 +34,24 @@ constexpr Alias kAliases[] = {
     {"Courier New", "DejaVu Sans Mono,monospace"},
 };
 
+const Alias* FindAlias(const std::string& name) {
+    const auto* const found = std::find_if(std::begin(kAliases), std::end(kAliases),
+                                           [&](const Alias& alias) { return EqualNoCase(alias.name, name); });
+    return found != std::end(kAliases) ? found : nullptr;
+}
+
 } // namespace
 
 std::string FamiliesFor(const std::string& name) {
     if (name.empty())
         return "sans";
-    for (const Alias& alias : kAliases)
-        if (EqualNoCase(alias.name, name))
-            return name + "," + alias.families;
-    return name + ",sans";
+    const Alias* alias = FindAlias(name);
+    return name + "," + (alias != nullptr ? alias->families : "sans");
+}
+
+bool IsJapanese(const std::string& name) {
+    const Alias* alias = FindAlias(name);
+    return alias != nullptr && std::string_view(alias->families).starts_with("IPA");
 }
 
 } // namespace melkar

@@ -85,7 +85,9 @@ constexpr int kNoWrap = -1;
 
 /// The layout of a text. Lines break at CR LF and LF unless `singleLine` (then such characters count as blanks),
 /// and at `wrapWidth` device units unless it is `kNoWrap`; a line feed at the very end adds no line, an empty text
-/// has none. Bytes are decoded as valid UTF-8, else in the code page of the face's character set.
+/// has none. Bytes are decoded as valid UTF-8, else in the code page of the face's character set. A Japanese face
+/// that stands in for another one is for texts with Japanese characters; others take the default face, in lines as
+/// high.
 std::shared_ptr<const TextLayout> LayOutText(const std::shared_ptr<TextFace>& face, std::string_view bytes,
                                              bool singleLine, int wrapWidth);
 

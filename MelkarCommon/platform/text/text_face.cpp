@@ -5,6 +5,7 @@
 #include <MelkarCommon/platform/files/log_sink.h>
 #include <MelkarCommon/platform/measures.h>
 #include <MelkarCommon/platform/text/font_alias.h>
+#include <MelkarCommon/platform/values/ascii.h>
 #include <MelkarCommon/platform/values/lru_cache.h>
 
 #include <fontconfig/fontconfig.h>
@@ -19,7 +20,8 @@
 namespace melkar {
 namespace {
 
-constexpr int kMaxSize = 8000;     // more than any page is high
+constexpr int kMaxSize = 8000; // more than any page is high
+constexpr int kJapaneseCharset = 128;
 constexpr int kMinBold = 600;      // weights from here on count as bold in records
 constexpr double kFixedAscent = 1; // of the built-in metrics, in ems
 constexpr double kFixedDescent = 0.25;
@@ -63,7 +65,7 @@ PangoFontMap* FontMap() {
 /// Han characters have the form of the character set's country; else that of the host's locale.
 const char* LanguageOf(int charset) {
     switch (charset) {
-    case 128:
+    case kJapaneseCharset:
         return "ja";
     case 129:
         return "ko";
@@ -171,6 +173,14 @@ std::shared_ptr<const FontLook> LookOf(const LOGFONTA& description, const std::s
                                                em, WeightOf(description), description.lfItalic != 0});
 }
 
+/// The default face in lines of this height.
+LOGFONTA InLinesOf(const LOGFONTA& description, int lineHeight) {
+    LOGFONTA plain = description;
+    plain.lfHeight = lineHeight;
+    std::memset(plain.lfFaceName, 0, sizeof plain.lfFaceName);
+    return plain;
+}
+
 /// What distinguishes faces. Angles belong to painting, and width, precisions and pitch have no effect.
 struct FaceKey {
     LOGFONTA description;
@@ -233,6 +243,17 @@ TextFace::TextFace(const LOGFONTA& description, TextMedium textMedium)
         size = SizeFace(description.lfHeight, kFixedAscent, kFixedDescent);
     name = NameForRecords(description, family, size.em);
     look = LookOf(description, family, size.em);
+    if (shaper != nullptr && charset != kJapaneseCharset && IsJapanese(family) && !HasFamily(family))
+        forOthers = std::make_shared<TextFace>(InLinesOf(description, size.lineHeight), medium);
+}
+
+/// Whether the machine has the font itself, and nothing has to stand in for it.
+bool TextFace::HasFamily(const std::string& family) const {
+    PangoContext* context = pango_layout_get_context(shaper.get());
+    const ObjectPtr<PangoFont> font(pango_context_load_font(context, pango_context_get_font_description(context)));
+    const DescriptionPtr found(font ? pango_font_describe(font.get()) : pango_font_description_new());
+    const char* name = pango_font_description_get_family(found.get());
+    return name != nullptr && EqualNoCase(name, family);
 }
 
 void TextFace::MakeShaper(const LOGFONTA& description, const std::string& family) {

@@ -46,6 +46,8 @@ public:
     FaceSize size;
     std::string name; ///< for records: "face size[ bold][ italic]"
     std::shared_ptr<const FontLook> look;
+    /// The face of texts without Japanese characters, in lines of the same height; null: this one.
+    std::shared_ptr<TextFace> forOthers;
 
     /// Shapes paragraphs, one after the other; null if there are no glyphs: fixed medium, or a machine without fonts.
     ObjectPtr<PangoLayout> shaper;
@@ -56,6 +58,7 @@ public:
 
 private:
     void MakeShaper(const LOGFONTA& description, const std::string& family);
+    bool HasFamily(const std::string& family) const;
 };
 
 } // namespace melkar

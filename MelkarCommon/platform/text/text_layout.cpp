@@ -125,6 +125,21 @@ std::shared_ptr<const TextLayout> LayOutFigure(TextFace& face, std::string_view 
     return figures->Find(face, bytes, width);
 }
 
+/// Kana, Han and full-width characters, and half-width katakana.
+bool HasJapanese(std::string_view utf8) {
+    for (std::size_t i = 0; i < utf8.size(); i += LengthAt(utf8, i)) {
+        const gunichar character = g_utf8_get_char(utf8.data() + i);
+        if (g_unichar_iswide(character) != FALSE || (character >= 0xFF61 && character <= 0xFF9F))
+            return true;
+    }
+    return false;
+}
+
+const std::shared_ptr<TextFace>& FaceFor(const std::shared_ptr<TextFace>& face, std::string_view bytes) {
+    const bool isOther = face->forOthers != nullptr && !HasJapanese(DecodeText(bytes, face->charset));
+    return isOther ? face->forOthers : face;
+}
+
 } // namespace
 
 std::vector<std::string> SplitLines(std::string_view utf8, bool singleLine) {
@@ -194,9 +209,10 @@ TextLayout LayOutAnew(TextFace& face, std::string_view bytes, bool singleLine, i
     return layout;
 }
 
-std::shared_ptr<const TextLayout> LayOutText(const std::shared_ptr<TextFace>& face, std::string_view bytes,
+std::shared_ptr<const TextLayout> LayOutText(const std::shared_ptr<TextFace>& wanted, std::string_view bytes,
                                              bool singleLine, int wrapWidth) {
-    assert(face != nullptr);
+    assert(wanted != nullptr);
+    const std::shared_ptr<TextFace>& face = FaceFor(wanted, bytes);
     LayoutCache& cache = ThreadLayouts();
     const int wrap = wrapWidth == kNoWrap ? kNoWrap : std::max(wrapWidth, 0);
     if (auto figure = LayOutFigure(*face, bytes, wrap))

@@ -11,7 +11,6 @@
 #include <MelkarCommon/support/numbers.h>
 #include <MelkarCommon/support/support.h>
 
-using melkar::ScopedBkMode;
 using melkar::ScopedFont;
 using melkar::ScopedPen;
 
@@ -24,7 +23,6 @@ constexpr int kUpwards = 900; ///< tenths of a degree
 long CBarGraph::DrawCanvasMeasure() {
     const ScopedPen pen(m_hMemDC, PS_SOLID, 1, m_crPen);
     const ScopedFont font(m_hMemDC, ChartFont(m_nVMeasureSize));
-    SetBkMode(m_hMemDC, TRANSPARENT); // stays for the steps that follow
     if (!(m_dChartInterval > 0))
         m_dChartInterval = melkar::kStepOfNone;
 
@@ -43,16 +41,14 @@ long CBarGraph::DrawCanvas() {
 
 long CBarGraph::DrawVAxsLabel() {
     const ScopedFont font(m_hMemDC, ChartFont(m_nVMeasureLabelSize, kUpwards));
-    const ScopedBkMode transparent(m_hMemDC, TRANSPARENT);
     const CString label = Limited(m_strVAxsLabel, melkar::kLabelBytes);
     const int length = MeasureText(label, DT_CALCRECT | DT_BOTTOM | DT_RIGHT).Width();
-    TextOutA(m_hMemDC, m_rcSideBar.right, melkar::UpwardLabelY(m_rcCanvas, length), label, label.GetLength());
+    PaintTurned(CPoint(m_rcSideBar.right, melkar::UpwardLabelY(m_rcCanvas, length)), label);
     return 0;
 }
 
 long CBarGraph::DrawHAxsLabel() {
     const ScopedFont font(m_hMemDC, ChartFont(m_nHMeasureLabelSize));
-    const ScopedBkMode transparent(m_hMemDC, TRANSPARENT);
     const CString label = Limited(m_strHAxsLabel, melkar::kLabelBytes);
     const int height = MeasureText(label, DT_CALCRECT | DT_BOTTOM | DT_CENTER).Height();
     PaintText(label, melkar::LabelBox(m_rcCanvas, m_rcGraph.bottom, height), DT_BOTTOM | DT_CENTER);
@@ -73,21 +69,20 @@ CString CBarGraph::FigureText(int day) const {
 void CBarGraph::DrawFigure(const CString& figure, const RECT& bar) {
     const auto [box, isAbove] =
         melkar::PlaceFigureOnBar(bar, MeasureText(figure, DT_CALCRECT | DT_CENTER), m_rcCanvas.top);
-    const ScopedBkMode mode(m_hMemDC, isAbove && !m_bValueTransparent ? OPAQUE : TRANSPARENT);
-    PaintText(figure, box, DT_SINGLELINE);
+    if (isAbove && !m_bValueTransparent)
+        PaintTextOn(m_crCanvas, figure, box, DT_SINGLELINE);
+    else
+        PaintText(figure, box, DT_SINGLELINE);
 }
 
 long CBarGraph::DrawValueOnBar() {
     if (m_bValueOnBar != 1)
         return 0;
     const ScopedFont font(m_hMemDC, ChartFont(m_nValueSize));
-    if (!m_bValueTransparent)
-        SetBkColor(m_hMemDC, m_crCanvas);
     for (int day = 0; day < Days(); ++day) {
         const CObEntry bar = m_oaBarRects[(day + 1) * SeriesCount() - 1];
         if (bar && !HasNoData(melkar::ToDayStatus(m_dwaStatus[day])))
             DrawFigure(FigureText(day), *bar);
     }
-    SetBkMode(m_hMemDC, TRANSPARENT); // stays for the steps that follow
     return 0;
 }

@@ -31,14 +31,13 @@ void CBarGraph::DrawTurnedCaption(int day, const CString& caption) {
     const CRect size = MeasureText(caption, DT_CALCRECT | DT_CENTER);
     const CPoint start =
         melkar::TurnedCaptionStart(m_rcCanvas, MiddleOf(day), melkar::ExtentOf(size, m_nDateEscapement));
-    TextOutA(m_hMemDC, start.x, start.y, caption, caption.GetLength());
+    PaintTurned(start, caption);
 }
 
 /// Runs `paintDay` for each day with the strip's font and pen; it takes the height of a zero, by which ticks go.
 template <class PaintDay> long CBarGraph::DrawStrip(PaintDay paintDay) {
     if (m_bDateStrip != 1)
         return 0;
-    SetBkMode(m_hMemDC, TRANSPARENT); // stays for the steps that follow
     const ScopedFont font(m_hMemDC, ChartFont(m_nDateSize, m_nDateEscapement));
     const ScopedPen pen(m_hMemDC, PS_SOLID, 1, m_crPen);
     const int zeroHeight = MeasureText("0", DT_CALCRECT).Height();

@@ -62,6 +62,5 @@ void CBarGraph::DrawBalloon(CPoint pointer, int bar) {
     const CString text = Limited(date + "\n" + figure, melkar::kLabelBytes);
     const auto balloon = melkar::BalloonOf(melkar::MeasureText(surface, text, DT_CALCRECT | DT_CENTER, start));
     DrawRectangle(surface, balloon.frame, m_crBalloon, m_crPen, 1);
-    SetBkMode(surface, TRANSPARENT);
     melkar::PaintText(surface, text, balloon.text, DT_CENTER);
 }

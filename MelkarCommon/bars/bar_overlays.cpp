@@ -35,7 +35,7 @@ void CBarGraph::DrawLegendLine(const CRect& text) {
 }
 
 void CBarGraph::DrawTargetAverage() {
-    SetBkMode(m_hMemDC, TRANSPARENT); // stays for the steps that follow
+    const melkar::ScopedBkMode transparent(m_hMemDC, TRANSPARENT); // gaps of a line show what is there
     const ScopedFont font(m_hMemDC, ChartFont(m_nTargetSize));
     if (m_bPrintAverage)
         DrawAverage();

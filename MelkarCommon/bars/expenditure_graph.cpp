@@ -8,7 +8,6 @@
 #include <MelkarCommon/support/numbers.h>
 #include <MelkarCommon/support/support.h>
 
-using melkar::ScopedBkMode;
 using melkar::ScopedFont;
 
 namespace {
@@ -126,7 +125,6 @@ long CExpenditureGraph::DrawAverageIntake() {
     DrawRectangle(m_hMemDC, m_rcIntake, m_crIntake, m_crIntake, 1);
 
     const ScopedFont font(m_hMemDC, ChartFont(m_nIntakeSize));
-    const ScopedBkMode transparent(m_hMemDC, TRANSPARENT);
     const CRect start = melkar::IntakeLabelStart(m_rcIntake, m_rcGraph.right);
     const CRect box = MeasureText(m_strAverageIntakeLabel, DT_EDITCONTROL | DT_CALCRECT | DT_WORDBREAK, start);
     PaintText(m_strAverageIntakeLabel, box, DT_EDITCONTROL | DT_WORDBREAK);
@@ -137,7 +135,6 @@ void CExpenditureGraph::DrawSecExs() {
     const ScopedFont font(m_hMemDC, ChartFont(m_nTargetSize));
     if (!m_bPrintTarget) // nothing has placed the box that this row goes by
         CalcTargetRect();
-    const ScopedBkMode transparent(m_hMemDC, TRANSPARENT);
     const auto legend = melkar::PartsLegendOf(m_rcTarget, MeasureText(m_strEx1Label, DT_CALCRECT),
                                               MeasureText(m_strEx2Label, DT_CALCRECT));
     m_rcEx1 = legend.whole.text;

@@ -132,7 +132,6 @@ long CLineGraph::DrawCanvasMeasure() {
         m_dChartLineInterval = melkar::kStepOfNone;
     {
         const ScopedFont font(m_hMemDC, ChartFont(m_nVMeasureSize));
-        SetBkMode(m_hMemDC, TRANSPARENT);
         std::vector<melkar::ScaleStep> steps = ScaleSteps(RightScale(), m_nLineDecimals);
         if (m_bCoach)
             std::erase_if(steps, [](const melkar::ScaleStep& step) { return step.even; });
@@ -150,8 +149,6 @@ long CLineGraph::DrawVLineAxsLabel() {
 
 void CLineGraph::DrawDownwardLabel(const CString& text, double share, double gap) {
     const ScopedFont font(m_hMemDC, ChartFont(m_nVMeasureLabelSize, kDownwards));
-    const melkar::ScopedBkMode transparent(m_hMemDC, TRANSPARENT);
     const CRect size = MeasureText(text, DT_CALCRECT | DT_BOTTOM);
-    const CPoint start = melkar::DownwardLabelStart(m_rcCanvas, m_rcGraph.right, size, share, gap);
-    TextOutA(m_hMemDC, start.x, start.y, text, text.GetLength());
+    PaintTurned(melkar::DownwardLabelStart(m_rcCanvas, m_rcGraph.right, size, share, gap), text);
 }

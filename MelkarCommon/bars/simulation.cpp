@@ -173,7 +173,6 @@ void CSimulation::DrawWeightSquare(int row) {
 
 long CSimulation::DrawCanvas() {
     CBarGraph::DrawCanvas();
-    SetBkMode(m_hMemDC, TRANSPARENT); // stays for the steps that follow
     {
         const ScopedFont font(m_hMemDC, ChartFont(m_nVMeasureLabelSize));
         std::vector<melkar::ScaleStep> steps = ScaleSteps(WeightScale(), 0);
@@ -191,7 +190,6 @@ void CSimulation::DrawLegendSquare(const CString& text, const melkar::LegendEntr
 
 void CSimulation::DrawSecExs() {
     const ScopedFont font(m_hMemDC, ChartFont(m_nTargetSize));
-    const melkar::ScopedBkMode transparent(m_hMemDC, TRANSPARENT);
     const auto sizeOf = [this](const CString& text) { return MeasureText(text, DT_CALCRECT); };
     const auto legend = melkar::PlanLegendOf(m_rcCanvas, sizeOf(m_strTargetWeightLabel), sizeOf(m_strWeightLabel),
                                              sizeOf(m_strVAxsLabel));

@@ -59,24 +59,23 @@ void CCircadianGraph::DrawClasses() {
     const ScopedFont font(m_hMemDC, PlainFont(m_nClassFontSize, kUpwards));
     for (const auto& one : classes)
         DrawRectangle(m_hMemDC, one.band, one.color, one.color, 0);
-    SetBkMode(m_hMemDC, TRANSPARENT); // stays for the steps that follow
     for (const auto& one : classes) {
         const CString label = Limited(one.label, kClassLabelBytes);
         const CRect size = MeasureText(label, DT_CALCRECT | DT_SINGLELINE | DT_VCENTER | DT_CENTER);
-        const CPoint start = melkar::ClassLabelStart(one.band, size.Width());
-        TextOutA(m_hMemDC, start.x, start.y, label, label.GetLength());
+        PaintTurned(melkar::ClassLabelStart(one.band, size.Width()), label);
     }
+    SetBkMode(m_hMemDC, TRANSPARENT); // left to the steps of a derived class
 }
 
-/// In black, whatever the profile's date colours; the text colour, the mode and the graph's background colour stay
-/// for the steps that follow.
+/// In black, whatever the profile's date colours.
 void CCircadianGraph::DrawDate() {
     const ScopedFont font(m_hMemDC, PlainFont(m_nDateFontSize));
-    SetBkMode(m_hMemDC, TRANSPARENT);
-    SetTextColor(m_hMemDC, 0);
+    SetTextColor(m_hMemDC, melkar::kBlack);
     const CString caption = FormatDateEx(m_strDate, m_strDateFormatType, m_strLocale);
     m_rcDate = MeasureText(caption, DT_CALCRECT, {m_rcGraph.left, m_rcGraph.top + 1, m_rcLeft.right, 0});
     PaintText(caption, m_rcDate, DT_LEFT);
+    // Left to the summary and to the steps of a derived class: black, on what is there or on the graph's colour.
+    SetBkMode(m_hMemDC, TRANSPARENT);
     SetBkColor(m_hMemDC, m_crBase);
 }
 
@@ -103,7 +102,7 @@ void CCircadianGraph::DrawPolygon() {
 
 void CCircadianGraph::DrawHours() {
     const ScopedFont font(m_hMemDC, PlainFont(m_nAxisFontSize));
-    SetBkMode(m_hMemDC, TRANSPARENT);
+    SetBkMode(m_hMemDC, TRANSPARENT); // left to the summary and to the steps of a derived class
     for (int hour = 0; hour < melkar::kDayHours; ++hour)
         DrawHour(hour);
 }

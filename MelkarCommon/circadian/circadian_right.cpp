@@ -25,7 +25,8 @@ void CCircadianGraph::DrawRightGraph() {
         return;
     DrawRectangle(m_hMemDC, m_rcRight, m_crCanvas, m_crCanvas, 0);
     const ScopedFont font(m_hMemDC, PlainFont(m_nAxisFontSize));
-    SetTextColor(m_hMemDC, 0);
+    // Left to a derived class, as is the ground of the figures.
+    SetTextColor(m_hMemDC, melkar::kBlack);
     SetBkMode(m_hMemDC, TRANSPARENT);
     DrawLevelFigures();
     DrawMinuteScale();
@@ -89,7 +90,9 @@ void CCircadianGraph::DrawLevelBar(int level) {
     const CString text = melkar::FormatFixed(minutes, 1);
     const CRect measured = MeasureText(text, DT_CALCRECT | DT_SINGLELINE, melkar::BarFigureBox(m_rcRight, bar));
     const melkar::BarFigure figure = melkar::BarFigureOf(m_rcRight, bar, measured);
-    const melkar::ScopedBkMode mode(m_hMemDC, figure.inside ? TRANSPARENT : OPAQUE);
     SetBkColor(m_hMemDC, m_crCanvas);
-    PaintText(text, figure.box, DT_SINGLELINE | DT_RIGHT);
+    if (figure.inside)
+        PaintText(text, figure.box, DT_SINGLELINE | DT_RIGHT);
+    else
+        PaintTextOn(m_crCanvas, text, figure.box, DT_SINGLELINE | DT_RIGHT);
 }

@@ -5,6 +5,7 @@
 #include <MelkarCommon/circadian/circadian_layout.h>
 #include <MelkarCommon/platform/scoped.h>
 #include <MelkarCommon/support/numbers.h>
+#include <MelkarCommon/support/text_measure.h>
 
 using melkar::ScopedFont;
 
@@ -15,6 +16,7 @@ constexpr const char* kIndent = "☆";
 
 } // namespace
 
+/// In the colour and the mode that the panel's other steps have left: a derived class changes them there.
 void CCircadianGraph::WriteMessage() {
     if (m_nLang != melkar::kLangExercise)
         m_strActCalUnit.Replace("  ", "\n");
@@ -22,7 +24,7 @@ void CCircadianGraph::WriteMessage() {
     CRect box = melkar::SummaryBox(m_rcLeft);
     if (m_nLang == melkar::kLangExercise)
         box.OffsetRect(MeasureText(kIndent, DT_CALCRECT).Width(), 0);
-    PaintText(SummaryText(), box, DT_LEFT);
+    melkar::PaintTextAsSet(m_hMemDC, SummaryText(), box, DT_LEFT);
 }
 
 CString CCircadianGraph::SummaryText() const {

@@ -142,7 +142,7 @@ void CCircleGraph::DrawCircle() {
     DrawSlice(marks.moderateEnd, marks.top, shares.light, m_crLight);
     DrawSlice(marks.top, marks.vigorousEnd, shares.vigorous, m_crVigorous);
     DrawSlice(marks.vigorousEnd, marks.moderateEnd, shares.moderate, m_crModerate);
-    SetTextColor(m_hMemDC, 0);
+    SetTextColor(m_hMemDC, melkar::kBlack); // left to the legend and to a derived class
 }
 
 void CCircleGraph::TakeShares(const ClassFigures& shares) {

@@ -220,8 +220,7 @@ void CGraphBase::DrawUpwardCaption(const CRect& strip, const CString& caption, i
     const Font face(m_strFont, FontStyleBold, fontHeight, kUpwards);
     const ScopedSelection font(m_hMemDC, face.GetHFONT());
     const CRect size = MeasureText(caption, DT_CALCRECT | DT_BOTTOM | DT_CENTER, strip);
-    const CPoint at = melkar::UpwardCaptionAt(strip, size.Width(), size.Height());
-    TextOutA(m_hMemDC, at.x, at.y, caption, caption.GetLength());
+    PaintTurned(melkar::UpwardCaptionAt(strip, size.Width(), size.Height()), caption);
 }
 
 void CGraphBase::DrawHScaleLabel(CRect strip) {

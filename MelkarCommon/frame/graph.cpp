@@ -192,12 +192,12 @@ void CGraph::DrawTitle() {
     SetTitleRect();
     const CString title = Limited(m_Title.m_strText, melkar::kLabelBytes);
     const ScopedFont font(m_hMemDC, PlainFont(m_Title.m_nSize, 0, FW_BOLD, m_Title.m_strFontName));
-    SetBkMode(m_hMemDC, m_Title.m_nBkMode);
+    SetBkMode(m_hMemDC, m_Title.m_nBkMode); // stays, and black with it: derived classes paint in them
     SetTextColor(m_hMemDC, m_Title.m_crColor);
     m_rcTitle = MeasureText(title, DT_CALCRECT | DT_SINGLELINE, m_rcTitle);
     if (m_Title.m_crColor != m_crBase)
-        PaintText(title, m_rcTitle, DT_SINGLELINE);
-    SetTextColor(m_hMemDC, 0);
+        melkar::PaintTextAsSet(m_hMemDC, title, m_rcTitle, DT_SINGLELINE);
+    SetTextColor(m_hMemDC, melkar::kBlack);
 }
 
 void CGraph::SetCanvasRect() {
@@ -212,7 +212,7 @@ long CGraph::DrawNoRecordsMessage() {
         return 0;
     SetBkMode(m_hMemDC, TRANSPARENT);
     PaintMessage(m_strNoRecordsMessage, m_crNoRecords);
-    SetBkMode(m_hMemDC, OPAQUE);
+    SetBkMode(m_hMemDC, OPAQUE); // stays, for what a derived class paints where there is nothing to show
     return -1;
 }
 
@@ -228,7 +228,8 @@ long CGraph::DrawExcludeMessage() {
     return 0;
 }
 
-/// Centred across the graph, its lines as a block in the middle of the height.
+/// Centred across the graph, its lines as a block in the middle of the height, in the mode that the surface has. Black
+/// stays as the colour of texts.
 void CGraph::PaintMessage(const CString& message, COLORREF color) {
     const CString text = Limited(message, melkar::kMessageBytes);
     const ScopedFont font(m_hMemDC, PlainFont(m_nMessageSize));
@@ -236,8 +237,8 @@ void CGraph::PaintMessage(const CString& message, COLORREF color) {
     const int height = MeasureText(text, DT_CALCRECT | DT_CENTER | DT_VCENTER).Height();
     CRect box = m_rcGraph;
     box.OffsetRect(0, m_rcGraph.Height() / 2 - height / 2);
-    PaintText(text, box, DT_CENTER | DT_VCENTER);
-    SetTextColor(m_hMemDC, 0);
+    melkar::PaintTextAsSet(m_hMemDC, text, box, DT_CENTER | DT_VCENTER);
+    SetTextColor(m_hMemDC, melkar::kBlack);
 }
 
 void CGraph::BitBlt() {
@@ -268,6 +269,12 @@ CRect CGraph::MeasureText(const CString& text, UINT format, CRect box) const {
 void CGraph::PaintText(const CString& text, CRect box, UINT format) const {
     melkar::PaintText(m_hMemDC, text, box, format);
 }
+
+void CGraph::PaintTextOn(COLORREF ground, const CString& text, CRect box, UINT format) const {
+    melkar::PaintTextOn(m_hMemDC, ground, text, box, format);
+}
+
+void CGraph::PaintTurned(const CPoint& start, const CString& text) const { melkar::PaintTurned(m_hMemDC, start, text); }
 
 std::vector<melkar::ScaleStep> CGraph::ScaleSteps(const melkar::ScalePixels& on, int decimals) const {
     const melkar::ScaleWalk walk = melkar::WalkScale(on, MeasureText("0", DT_CALCRECT).Height());

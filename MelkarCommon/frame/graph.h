@@ -111,8 +111,12 @@ protected:
     HFONT PlainFont(int size, int escapement = 0) const;
     /// The size of a text on the working surface in its font, from `box`'s left and top on.
     CRect MeasureText(const CString& text, UINT format, CRect box = CRect()) const;
-    /// A text on the working surface, in its font and colour of texts; `format` as for `DrawTextExA`.
+    /// A text on what is there, or on a ground of its own, in the working surface's font and colour of texts; `format`
+    /// as for `DrawTextExA`. Turned ones begin at a point. Mode and background colour of the surface are left as they
+    /// were.
     void PaintText(const CString& text, CRect box, UINT format) const;
+    void PaintTextOn(COLORREF ground, const CString& text, CRect box, UINT format) const;
+    void PaintTurned(const CPoint& start, const CString& text) const;
     /// The lines of a scale, from the bottom up, with their labels measured in the surface's font.
     std::vector<melkar::ScaleStep> ScaleSteps(const melkar::ScalePixels& on, int decimals) const;
     /// Labels of a scale right of the canvas, `gap` pixels from it.

@@ -80,7 +80,7 @@ long CBMIGraph_Base::DrawNoRecordsMessage() { return 0; }
 
 long CBMIGraph_Base::DrawCanvas() {
     DrawRectangle(m_hMemDC, m_rcGraph, m_crCanvas, m_crPen, 1);
-    SetBkMode(m_hMemDC, TRANSPARENT);
+    SetBkMode(m_hMemDC, TRANSPARENT); // left to the figure of a derived class
     m_rcCanvas = m_rcGraph;
     return 0;
 }

@@ -39,7 +39,7 @@ melkar::ClassKeys CHimandGraph::ProfileKeys() { return {"CHimandGraph", melkar::
 long CHimandGraph::DrawCanvas() {
     DrawRectangle(m_hMemDC, m_rcGraph, m_crBase, m_crPen, 1);
     const melkar::ScopedFont font(m_hMemDC, ChartFont(kCaptionSize));
-    SetBkMode(m_hMemDC, TRANSPARENT);
+    SetBkMode(m_hMemDC, TRANSPARENT); // left to the figure of a derived class
     const melkar::GaugeScale scale{double(m_nMin), double(m_nMax), m_rcGraph.left, m_rcGraph.right};
     CRect strip = m_rcGraph;
     strip.bottom = MeasureText(kLineSample, DT_CALCRECT, m_rcGraph).bottom;

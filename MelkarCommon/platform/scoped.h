@@ -87,6 +87,19 @@ private:
     int m_former;
 };
 
+/// Sets the background colour, of texts and of gaps in lines, for one scope.
+class ScopedBkColor {
+public:
+    ScopedBkColor(HDC surface, COLORREF color) : m_surface(surface), m_former(SetBkColor(surface, color)) {}
+    ~ScopedBkColor() { SetBkColor(m_surface, m_former); }
+    ScopedBkColor(const ScopedBkColor&) = delete;
+    ScopedBkColor& operator=(const ScopedBkColor&) = delete;
+
+private:
+    HDC m_surface;
+    COLORREF m_former;
+};
+
 /// Sets the colour of texts for one scope.
 class ScopedTextColor {
 public:

@@ -94,6 +94,7 @@ long CSquareGraph::DrawTargetAverage() { return 0; }
 long CSquareGraph::DrawPoints() {
     if (m_bRatioBox != 1)
         return 0;
+    const melkar::ScopedBkMode transparent(m_hMemDC, TRANSPARENT); // texts and gaps of the cross
     // The height comes from the font that the surface holds: the box is as high whatever the size of the shares.
     const CRect box = melkar::ShareBox(m_rcGraph, m_rcCanvas, MeasureText(kShareSample, DT_CALCRECT).Height());
     const int xm = (box.left + box.right) / 2;
@@ -136,8 +137,7 @@ long CSquareGraph::DrawVAxsLabel() {
     const ScopedFont font(m_hMemDC, ChartFont(m_nVAxsSize, kUpwards));
     m_strVAxsLabel.Replace("__d__", melkar::FormatFixed(m_nLevel, 0));
     const int width = MeasureText(m_strVAxsLabel, DT_CALCRECT).Width();
-    TextOutA(m_hMemDC, m_rcSideBar.right, melkar::UpwardLabelY(m_rcCanvas, width), m_strVAxsLabel,
-             m_strVAxsLabel.GetLength());
+    PaintTurned(CPoint(m_rcSideBar.right, melkar::UpwardLabelY(m_rcCanvas, width)), m_strVAxsLabel);
     return 0;
 }
 

@@ -5,6 +5,7 @@
 #include <MelkarCommon/reports/report_header_layout.h>
 #include <MelkarCommon/support/bounds.h>
 #include <MelkarCommon/support/support.h>
+#include <MelkarCommon/support/text_measure.h>
 
 using namespace melkar; // NOLINT(google-build-using-namespace): cells by their names
 
@@ -12,9 +13,9 @@ namespace {
 
 constexpr int kMeasuredSize = 10; ///< points; texts are painted at the size of the profile
 
-void PaintIn(HDC surface, CRect cell, const char* text, COLORREF color, UINT format) {
+void PaintIn(HDC surface, const CRect& cell, const char* text, COLORREF color, UINT format) {
     const ScopedTextColor scoped(surface, color);
-    DrawTextExA(surface, const_cast<char*>(text), -1, &cell, format, nullptr);
+    PaintText(surface, text, cell, format);
 }
 
 } // namespace
@@ -56,7 +57,7 @@ void CGraphHeader::DrawPairs() const {
         {m_szAgeLabel, m_szAge, A3, B3},       {m_szHeightLabel, m_szHeight, C3, D3},
         {m_szWeightLabel, m_szWeight, E3, F3},
     };
-    SetBkMode(m_hDC, TRANSPARENT); // and it stays so, for whoever paints on below the block
+    SetBkMode(m_hDC, TRANSPARENT); // stays, for whoever paints on below the block
     for (const auto& pair : pairs) {
         PaintIn(m_hDC, m_rcCells[pair.labelCell], pair.label, kWhite, DT_CENTER | DT_VCENTER | DT_SINGLELINE);
         PaintIn(m_hDC, m_rcCells[pair.textCell], pair.text, kBlack, DT_VCENTER | DT_SINGLELINE);

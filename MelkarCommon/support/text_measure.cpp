@@ -1,6 +1,7 @@
 #include <MelkarCommon/support/text_measure.h>
 
 #include <MelkarCommon/platform/drawing.h>
+#include <MelkarCommon/platform/scoped.h>
 
 namespace melkar {
 
@@ -18,6 +19,22 @@ CRect MeasureText(HDC surface, const CString& text, UINT format, CRect box) {
     return DrawInBox(surface, text, format | DT_CALCRECT, box);
 }
 
-void PaintText(HDC surface, const CString& text, CRect box, UINT format) { DrawInBox(surface, text, format, box); }
+void PaintText(HDC surface, const CString& text, CRect box, UINT format) {
+    const ScopedBkMode transparent(surface, TRANSPARENT);
+    DrawInBox(surface, text, format, box);
+}
+
+void PaintTextOn(HDC surface, COLORREF ground, const CString& text, CRect box, UINT format) {
+    const ScopedBkMode opaque(surface, OPAQUE);
+    const ScopedBkColor color(surface, ground);
+    DrawInBox(surface, text, format, box);
+}
+
+void PaintTextAsSet(HDC surface, const CString& text, CRect box, UINT format) { DrawInBox(surface, text, format, box); }
+
+void PaintTurned(HDC surface, const CPoint& start, const CString& text) {
+    const ScopedBkMode transparent(surface, TRANSPARENT);
+    TextOutA(surface, start.x, start.y, text, text.GetLength());
+}
 
 } // namespace melkar

@@ -1,6 +1,7 @@
 #include "chart_fixture.h"
 
 #include <MelkarCommon/bars/bar_layout.h>
+#include <MelkarCommon/bars/simulation.h>
 
 #include <algorithm>
 #include <array>
@@ -159,6 +160,38 @@ TEST_F(BarDrawing, SingleSeriesAsALine) {
     EXPECT_THAT(LinesWith(DrawRecorded(graph, "a\nb\n0,d,250\n0,e,500\n0,f,1000\n"), "line", "w4"),
                 ElementsAre("line 323,350 623,275 #010203 w4", "line 623,275 923,125 #010203 w4"));
     EXPECT_EQ(graph.m_oaBarRects[0]->bottom, 350);
+}
+
+/// A step leaves the surface as it found it; what derived classes paint in the overlays' step finds it transparent.
+TEST_F(BarDrawing, StepsLeaveTheSurfaceAsItWas) {
+    class Overlay : public CSimulation {
+    public:
+        using CSimulation::CSimulation;
+        void DrawTarget() override {
+            mode = SetBkMode(m_hMemDC, TRANSPARENT);
+            CSimulation::DrawTarget();
+        }
+        int mode = 0;
+    };
+    auto graph = Make<Overlay>();
+    DrawRecorded(graph, "a\nA,B\n,,1\n0,a,a,,,,,,,3,,250\n");
+    graph.m_bPrintAverage = graph.m_bLines = graph.m_nLineCount = 1;
+    EXPECT_EQ(LeftBy([&] {
+                  graph.DrawAverageIntake();
+                  graph.DrawCanvasMeasure();
+                  graph.DrawBarChart();
+                  graph.DrawCanvas();
+                  graph.DrawTargetAverage();
+                  graph.DrawValueOnBar();
+                  graph.DrawDate();
+                  graph.DrawDateDailyCoach();
+                  graph.DrawVAxsLabel();
+                  graph.DrawHAxsLabel();
+                  graph.DrawSecExs();
+                  graph.CExpenditureGraph::DrawSecExs();
+              }),
+              "opaque red green");
+    EXPECT_EQ(graph.mode, TRANSPARENT);
 }
 
 TEST_F(BarDrawing, MessagesAndMissingDays) {

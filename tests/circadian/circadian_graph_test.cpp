@@ -137,6 +137,33 @@ TEST_F(CircadianGraph, HoursAndProfile) {
         << "the outline runs up one side and down the other";
 }
 
+// What derived classes find on the surface behind each step; of red texts on opaque green.
+TEST_F(CircadianGraph, StepsLeaveTheSurfaceTransparentAndBlack) {
+    auto graph = MakeDay(0);
+    SetDay(graph, {});
+    DrawRecorded(graph);
+    const std::string base = std::to_string(RGB(200, 200, 200)), canvas = std::to_string(RGB(250, 250, 250));
+    const struct Case {
+        const char* step;
+        void (CCircadianGraph::*paint)();
+        std::string left;
+    } cases[] = {
+        {"classes", &CCircadianGraph::DrawClasses, "transparent red green"},
+        {"date", &CCircadianGraph::DrawDate, "transparent 0 " + base},
+        {"events", &CCircadianGraph::DrawEvent, "opaque red green"},
+        {"profile", &CCircadianGraph::DrawPolygon, "transparent red green"},
+        {"summary", &CCircadianGraph::WriteMessage, "opaque red green"},
+        {"right panel", &CCircadianGraph::DrawRightGraph, "transparent 0 " + canvas},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(LeftBy([&] { (graph.*c.paint)(); }), c.left) << c.step;
+    // The summary takes what they left.
+    LeftBy([&] { graph.WriteMessage(); });
+    const auto lines = LinesOf(GetRecording(m_record));
+    EXPECT_THAT(lines.end()[-2], AllOf(StartsWith("fill 164,88 "), EndsWith("#00FF00")));
+    EXPECT_THAT(lines.back(), AllOf(StartsWith("text \"8123"), EndsWith("#FF0000")));
+}
+
 // What differs from LANG 0 by the language alone.
 TEST_F(CircadianGraph, Languages) {
     for (const int lang : {1, 2}) {

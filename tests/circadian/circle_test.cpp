@@ -160,4 +160,13 @@ TEST_F(CircleTest, LegendShowsSharesAndMinutes) {
     EXPECT_THAT(none[5], HasSubstr("\"  0.0 %\"")) << "nothing makes no hundred";
 }
 
+TEST_F(CircleTest, PieLeavesBlackAndTheLegendNothing) {
+    auto graph = Make<CCircleGraph>();
+    CStringArray levels = Classes("2", "1", "1");
+    graph.SetData(&levels);
+    Record(graph, "", {0, 0, 600, 400});
+    EXPECT_EQ(LeftBy([&] { graph.DrawCircle(); }), "opaque 0 green");
+    EXPECT_EQ(LeftBy([&] { graph.DrawSecExs(); }), "opaque red green");
+}
+
 } // namespace

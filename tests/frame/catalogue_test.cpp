@@ -2,6 +2,7 @@
 #include <MelkarCommon/bars/step_graph.h>
 #include <MelkarCommon/frame/results.h>
 #include <MelkarCommon/registry/catalogue.h>
+#include <MelkarCommon/registry/data_reference.h>
 #include <MelkarCommon/registry/key_reference.h>
 #include <MelkarCommon/reports/circadian_graph_header.h>
 #include <MelkarCommon/reports/graph_header.h>
@@ -86,6 +87,36 @@ std::string ProfileOf(const melkar::KindRow& graph, const std::string& value) {
                 section.append(std::regex_replace(key.name, std::regex("%[ds]"), number)).append("=" + value + "\n");
             }
     return common + own;
+}
+
+/// Whatever mode the surface is in, the host's or that of a title: each step says what its texts and lines stand on.
+class Grounds : public HostTest {};
+
+TEST_F(Grounds, AreThePaintersOwn) {
+    for (const melkar::KindRow& row : melkar::Catalogue()) {
+        if (!row.make)
+            continue;
+        const std::regex title("TITLELABEL=.*\n"); // it stands in the mode that it has
+        m_files.Write("conf/graph.cnf", std::regex_replace(melkar::StarterProfile(row.kind, "OWN"), title,
+                                                           "IS_PRINTTARGET=1\nIS_PRINTAVERAGE=1\n"));
+        const melkar::DataTables files = melkar::FilesReadBy(row);
+        const std::string data = files.empty() ? "" : melkar::ExampleFile(files.front());
+        if (files.size() > 1)
+            m_files.Write("bin/data.csv.sim", melkar::ExampleFile(files[1]));
+        std::string records[2];
+        for (const int mode : {TRANSPARENT, OPAQUE}) {
+            DeleteDC(m_record);
+            m_record = CreateRecordingSurface(900, 500);
+            SetBkMode(m_record, mode);
+            const auto graph = row.make(nullptr, m_record, "OWN", nullptr, nullptr, nullptr);
+            graph->SetDirectOutput(1);
+            graph->m_Title.m_nBkMode = mode;
+            EXPECT_EQ(graph->Draw({0, 0, 900, 500}, DataFile(data).data()), 0) << row.kind;
+            records[mode == OPAQUE] = GetRecording(m_record);
+        }
+        EXPECT_THAT(records[0], HasSubstr("text")) << row.kind;
+        EXPECT_EQ(records[0], records[1]) << row.kind;
+    }
 }
 
 constexpr CRect kAreas[] = {

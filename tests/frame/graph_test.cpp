@@ -49,6 +49,28 @@ TEST_F(FrameTest, MessageIsCentred) {
                             "text \"records\" 505,287 182x54 \"Fixed 43\" #040000"));
 }
 
+/// What derived classes find on the surface behind the frame's steps; of red texts on opaque green.
+TEST_F(FrameTest, TitleAndMessagesLeaveBlackAndTheirMode) {
+    auto graph = Make<Frame>();
+    DrawRecorded(graph, "");
+    graph.m_bNoRecords = graph.m_bNoData = 1;
+    EXPECT_EQ(LeftBy([&] { graph.DrawTitle(); }), "transparent 0 green");
+    graph.m_Title.m_nBkMode = OPAQUE;
+    EXPECT_EQ(LeftBy([&] { graph.DrawTitle(); }), "opaque 0 green");
+    EXPECT_EQ(LeftBy([&] { graph.DrawNoDataMessage(); }), "opaque 0 green") << "in the mode that it finds";
+    EXPECT_EQ(LeftBy([&] {
+                  SetBkMode(m_record, TRANSPARENT);
+                  graph.DrawNoDataMessage();
+              }),
+              "transparent 0 green");
+    EXPECT_EQ(LeftBy([&] {
+                  SetBkMode(m_record, TRANSPARENT);
+                  graph.DrawNoRecordsMessage();
+              }),
+              "opaque 0 green");
+    EXPECT_THAT(LinesOf(GetRecording(m_record)).back(), StartsWith("text \"records\""));
+}
+
 TEST_F(FrameTest, Layout) {
     auto graph = Make<Frame>();
     DrawRecorded(graph, "", CRect(0, 0, 49, 19));

@@ -110,6 +110,19 @@ protected:
         return GetRecording(m_record);
     }
 
+    /// What painting on the record leaves of red texts on opaque green: as in "opaque red green".
+    template <class Paint> std::string LeftBy(Paint paint) {
+        SetBkMode(m_record, OPAQUE);
+        SetTextColor(m_record, RGB(255, 0, 0));
+        SetBkColor(m_record, RGB(0, 255, 0));
+        paint();
+        const auto name = [](COLORREF color) {
+            return color == RGB(255, 0, 0) ? "red" : color == RGB(0, 255, 0) ? "green" : std::to_string(color);
+        };
+        const std::string mode = SetBkMode(m_record, OPAQUE) == OPAQUE ? "opaque " : "transparent ";
+        return mode + name(SetTextColor(m_record, 0)) + " " + name(SetBkColor(m_record, 0));
+    }
+
     TempWorkdir m_files;
     char m_missing[12] = "missing.csv"; ///< no such file
     std::size_t m_liveBefore = LiveObjectCount();

@@ -102,6 +102,11 @@ TEST_F(Gauge, NextTextIsBlack) {
     const std::string record = Record(gauge, File("50"), {100, 50, 400, 90});
     EXPECT_THAT(record, HasSubstr("text \"50\" 230,60 20x20 \"Fixed 16\" #FFFFFF\n"));
     EXPECT_THAT(record, HasSubstr("text \"96\" 393,60 20x20 \"Fixed 16\" #000000 clip"));
+    EXPECT_EQ(LeftBy([&] { gauge.DrawCanvas(); }), "transparent red green") << "for the figure of a derived class";
+    auto disc = Make<CHimandGraph>();
+    Record(disc, File("50"), {100, 50, 400, 150});
+    EXPECT_EQ(LeftBy([&] { disc.DrawCanvas(); }), "transparent red green");
+    EXPECT_EQ(LeftBy([&] { disc.DrawValue(); }), "opaque red green");
 }
 
 TEST_F(Gauge, ShowsWhereverItsPictureLands) {

@@ -153,6 +153,20 @@ TEST_F(SquareGraph, WhatOneSees) {
         << "the level is put into the caption once and for all";
 }
 
+TEST_F(SquareGraph, HorizontalCaptionLeavesBlackAndNoOtherStepAnything) {
+    auto graph = Make<Plotted>();
+    Record(graph, "\n\n\n" + Line("0=0"), kArea);
+    EXPECT_EQ(LeftBy([&] { graph.DrawHAxsLabel(); }), "opaque 0 green");
+    EXPECT_EQ(LeftBy([&] {
+                  graph.DrawCanvas();
+                  graph.DrawTargetAverage();
+                  graph.DrawPoints();
+                  graph.DrawVAxsLabel();
+                  graph.DrawSecExs();
+              }),
+              "opaque red green");
+}
+
 TEST_F(SquareGraph, WhatIsLeftOut) {
     const std::string day = "\n\n\n" + Line("0=0");
     auto graph = Make<Plotted>();

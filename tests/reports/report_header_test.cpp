@@ -141,6 +141,7 @@ TEST_F(ReportHeader, GraphHeaderPaintsPairsOnTheSurfaceOfItsLayout) {
         << "centred in A3: 100 + (48 - 36) / 2, 104 + (18 - 25) / 2";
     EXPECT_THAT(record, HasSubstr("text \" 41 y \" 149,100"));
     EXPECT_THAT(record, Not(HasSubstr("\"Sex\"")));
+    EXPECT_EQ(LeftBy([&] { header.Draw(nullptr, kBlock, ""); }), "transparent red green");
 }
 
 TEST_F(ReportHeader, CircadianHeaderPaintsNothingAndTellsWhereToGoOn) {

@@ -2,6 +2,7 @@
 
 #include <MelkarCommon/support/box_layout.h>
 #include <MelkarCommon/support/text_box.h>
+#include <MelkarCommon/support/text_measure.h>
 
 #include <climits>
 #include <gmock/gmock.h>
@@ -23,6 +24,33 @@ TEST(TextBox, WhereTextStands) {
         EXPECT_EQ(melkar::TextAtMiddle(box, height), middle) << why;
         EXPECT_EQ(melkar::TextAtBottom(box, height), bottom) << why;
     }
+}
+
+/// On a surface that is opaque and white: the ground is said, not found.
+TEST(Texts, StandOnTheGroundThatTheirPainterSays) {
+    const CRect box(10, 20, 90, 81);
+    const std::string text = "text \"ab\" 10,20 16x15 \"sans 12\" #000000";
+    const std::tuple<const char*, void (*)(HDC, const CRect&), std::string> cases[] = {
+        {"what is there", [](HDC dc, const CRect& in) { melkar::PaintText(dc, "ab", in, 0); }, text + "\n"},
+        {"a colour of its own", [](HDC dc, const CRect& in) { melkar::PaintTextOn(dc, RGB(1, 2, 3), "ab", in, 0); },
+         "fill 10,20 16x15 #010203\n" + text + "\n"},
+        {"the surface's", [](HDC dc, const CRect& in) { melkar::PaintTextAsSet(dc, "ab", in, 0); },
+         "fill 10,20 16x15 #FFFFFF\n" + text + "\n"},
+        {"turned, on what is there",
+         [](HDC dc, const CRect& in) {
+             melkar::PaintTurned(dc, {in.left, in.top}, "ab");
+         },
+         text + "\n"},
+    };
+    for (const auto& [why, paint, record] : cases)
+        EXPECT_EQ(RecordOf([&, paint = paint](HDC surface) {
+                      SetBkMode(surface, OPAQUE);
+                      paint(surface, box);
+                      EXPECT_EQ(SetBkMode(surface, OPAQUE), OPAQUE) << why;
+                      EXPECT_EQ(SetBkColor(surface, 0), RGB(255, 255, 255)) << why;
+                  }),
+                  record)
+            << why;
 }
 
 /// The box holds ten characters of 8 x 15 across: "one two three" wraps behind "two".

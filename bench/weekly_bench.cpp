@@ -2,7 +2,7 @@
 
 #include "bench_support.h"
 
-#include <MelkarCommon/platform/files.h>
+#include <MelkarCommon/platform/files/paths.h>
 
 #include <algorithm>
 #include <random>

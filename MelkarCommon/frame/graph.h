@@ -111,11 +111,12 @@ protected:
     HFONT PlainFont(int size, int escapement = 0) const;
     /// The size of a text on the working surface in its font, from `box`'s left and top on.
     CRect MeasureText(const CString& text, UINT format, CRect box = CRect()) const;
-    /// A text on what is there, or on a ground of its own, in the working surface's font and colour of texts; `format`
-    /// as for `DrawTextExA`. Turned ones begin at a point. Mode and background colour of the surface are left as they
-    /// were.
+    /// A text on what is there, in the working surface's font and colour of texts; `format` as for `DrawTextExA`. Mode
+    /// and background colour of the surface are left as they were.
     void PaintText(const CString& text, CRect box, UINT format) const;
+    /// The same on a ground of its own, which covers what is there.
     void PaintTextOn(COLORREF ground, const CString& text, CRect box, UINT format) const;
+    /// A line from a point on, turned about it by the font's escapement, on what is there.
     void PaintTurned(const CPoint& start, const CString& text) const;
     /// The lines of a scale, from the bottom up, with their labels measured in the surface's font.
     std::vector<melkar::ScaleStep> ScaleSteps(const melkar::ScalePixels& on, int decimals) const;

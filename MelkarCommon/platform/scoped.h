@@ -90,6 +90,7 @@ private:
 /// Sets the background colour, of texts and of gaps in lines, for one scope.
 class ScopedBkColor {
 public:
+    /// From here to the end of the scope.
     ScopedBkColor(HDC surface, COLORREF color) : m_surface(surface), m_former(SetBkColor(surface, color)) {}
     ~ScopedBkColor() { SetBkColor(m_surface, m_former); }
     ScopedBkColor(const ScopedBkColor&) = delete;

@@ -12,6 +12,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <iterator>
 #include <limits>
 #include <string>
 #include <type_traits>
@@ -155,26 +156,20 @@ template <class Target> void PutField(Target& target, const CsvRow& line, int at
 template <class Target> constexpr bool kIsArray = std::is_array_v<Target>;
 template <class Item, std::size_t Size> constexpr bool kIsArray<std::array<Item, Size>> = true;
 
-/// One text more; of columns that are alike all texts in the place of the former ones.
-inline void PutTexts(CStringArray& texts, const CsvRow& line, const ColumnInfo& column) {
-    if (column.count == 1) {
-        texts.Add(line.Field(column.index));
-        return;
-    }
-    texts.SetSize(column.count);
-    for (int i = 0; i < column.count; ++i)
-        texts.SetAt(i, line.Field(column.index + i));
-}
-
-/// Puts all columns of the row, which are as many as an array has elements.
+/// Puts all columns of the row, as far as an array has elements. Texts of columns that are alike take the place of
+/// former ones, where one column alone adds a text.
 template <class Target> void PutFields(Target& target, const CsvRow& line, const ColumnInfo& column) {
-    if constexpr (kIsArray<Target>)
-        for (int i = 0; i < column.count; ++i)
+    if constexpr (kIsArray<Target>) {
+        for (int i = 0; i < std::min(column.count, static_cast<int>(std::size(target))); ++i)
             PutField(target[static_cast<std::size_t>(i)], line, column.index + i);
-    else if constexpr (std::is_same_v<Target, CStringArray>)
-        PutTexts(target, line, column);
-    else
+    } else if constexpr (std::is_same_v<Target, CStringArray>) {
+        if (column.count > 1)
+            target.RemoveAll();
+        for (int i = 0; i < column.count; ++i)
+            PutField(target, line, column.index + i);
+    } else {
         PutField(target, line, column.index);
+    }
 }
 
 /// How a value stands in a member, for who checks a reader.

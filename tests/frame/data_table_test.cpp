@@ -17,6 +17,7 @@ public:
     COLORREF m_crMark = 1;
     float m_fLast = -1;
     double m_dHours[3] = {};
+    double m_dBehind = -1;
 };
 
 struct Thermometer::File : melkar::Columns<Thermometer> {
@@ -29,7 +30,7 @@ struct Thermometer::File : melkar::Columns<Thermometer> {
         Caption(1),
         Figures<&G::m_saValues, &G::Sensors>(2, "temperature", "degrees").Within(-50, 60).Needed(),
         Figure<&G::m_fLast>(4, "mean").WithFigures(),
-        Figure<&G::m_dHours>(5, "hour").Each(3),
+        Figure<&G::m_dHours>(5, "hour").Each(4),
     };
 };
 
@@ -58,9 +59,10 @@ TEST_F(DataTableTest, EachColumnLandsInItsMember) {
         days.append(graph.m_saDates[i]).append(graph.m_saValues[i]).append("|");
     EXPECT_EQ(days, "Mon21.5|Tue-3|7||");
     EXPECT_EQ(graph.m_fLast, 0) << "the last day has no figures";
-    EXPECT_EQ(Read(graph, "\n\n0,Mon,1,2,1e300,1,2.5,x\n"), 0);
+    EXPECT_EQ(Read(graph, "\n\n0,Mon,1,2,1e300,1,2.5,x,4\n"), 0);
     EXPECT_EQ(graph.m_fLast, std::numeric_limits<float>::max()) << "what no float holds";
     EXPECT_THAT(graph.m_dHours, ElementsAre(1, 2.5, 0)) << "no number";
+    EXPECT_EQ(graph.m_dBehind, -1) << "more columns than elements";
     EXPECT_EQ(Read(graph, "x,\n"), 102);
     EXPECT_EQ(graph.m_nMax, 0) << "a head row that isn't there is empty";
 }

@@ -1,4 +1,5 @@
 #include <MelkarCommon/platform/printing.h>
+#include <MelkarCommon/platform/printing/ipp_address.h>
 #include <MelkarCommon/platform/printing/printer.h>
 
 #include <algorithm>
@@ -29,45 +30,6 @@ struct DeleteIpp {
     void operator()(ipp_t* message) const { ippDelete(message); }
 };
 using Message = std::unique_ptr<ipp_t, DeleteIpp>;
-
-/// Where a printer listens.
-struct Address {
-    std::string name; ///< as the host gave it
-    std::string host;
-    int port = 0;
-    http_encryption_t encryption = HTTP_ENCRYPTION_IF_REQUESTED;
-    std::string resource;
-    std::string uri; ///< as requests name the printer
-};
-
-std::optional<Address> ParseUri(const std::string& name) {
-    std::array<char, HTTP_MAX_URI> scheme{}, user{}, host{}, resource{};
-    int port = 0;
-    const auto size = static_cast<int>(HTTP_MAX_URI);
-    if (httpSeparateURI(HTTP_URI_CODING_ALL, name.c_str(), scheme.data(), size, user.data(), size, host.data(), size,
-                        &port, resource.data(), size) < HTTP_URI_STATUS_OK)
-        return std::nullopt;
-    const bool isSecure = std::strcmp(scheme.data(), "ipps") == 0;
-    return Address{
-        name, host.data(), port, isSecure ? HTTP_ENCRYPTION_ALWAYS : HTTP_ENCRYPTION_IF_REQUESTED, resource.data(),
-        name};
-}
-
-/// A queue of the server that CUPS knows: the one of CUPS_SERVER, or this machine's.
-std::optional<Address> ParseQueue(const std::string& name) {
-    std::array<char, HTTP_MAX_URI> uri{};
-    if (httpAssembleURIf(HTTP_URI_CODING_ALL, uri.data(), static_cast<int>(uri.size()), "ipp", nullptr, "localhost", 0,
-                         "/printers/%s", name.c_str()) < HTTP_URI_STATUS_OK)
-        return std::nullopt;
-    return Address{name, cupsServer(), ippPort(), cupsEncryption(), "/printers/" + name, uri.data()};
-}
-
-std::optional<Address> ParseAddress(const std::string& name) {
-    if (name.starts_with("ipp://") || name.starts_with("ipps://"))
-        return ParseUri(name);
-    const bool isQueue = !name.empty() && name.find_first_of("/?# \t") == std::string::npos;
-    return isQueue ? ParseQueue(name) : std::nullopt;
-}
 
 Connection Connect(const Address& address) {
     Connection server(httpConnect2(address.host.c_str(), address.port, nullptr, AF_UNSPEC, address.encryption, 1,

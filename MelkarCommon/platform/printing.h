@@ -94,8 +94,8 @@ constexpr short DMPAPER_A6 = 70;
 /// What calls on a document return when they fail.
 constexpr int SP_ERROR = -1;
 
-/// Asks the printer whether it is there. @param name see above @param printer gets a handle for `ClosePrinter`, null on
-/// failure @param defaults unused. @return FALSE, with a log line, if there is no such printer.
+/// Asks the printer whether it is there, for 15 seconds at most. @param name see above @param printer gets a handle for
+/// `ClosePrinter`, null on failure @param defaults unused. @return FALSE, with a log line, if there is no such printer.
 MELKAR_API BOOL OpenPrinterA(char* name, HANDLE* printer, void* defaults);
 /// Frees what `OpenPrinterA` gave. @return FALSE for null.
 MELKAR_API BOOL ClosePrinter(HANDLE printer);
@@ -115,8 +115,9 @@ MELKAR_API int StartDocA(HDC surface, const DOCINFOA* job);
 /// Begins a page; one that is still open ends. @return above 0; `SP_ERROR` without a document.
 MELKAR_API int StartPage(HDC surface);
 MELKAR_API int EndPage(HDC surface); ///< @return above 0; `SP_ERROR` without an open page.
-/// Ends the open page and hands the document over. @return above 0; `SP_ERROR`, with a log line, if the printer didn't
-/// get it or it has no page. The surface can start another one.
+/// Ends the open page and hands the document over: within 45 seconds, whatever a print server does. @return above 0;
+/// `SP_ERROR`, with a log line, if the printer didn't get it or it has no page.
+/// The surface can start another one.
 MELKAR_API int EndDoc(HDC surface);
 MELKAR_API int AbortDoc(HDC surface); ///< drops the document. @return above 0; `SP_ERROR` without one.
 

@@ -1,4 +1,4 @@
-#include <MelkarCommon/platform/tests/faulty_printer.h>
+#include <MelkarCommon/platform/tests/hostile_server.h>
 #include <MelkarCommon/reports/report.h>
 #include <MelkarCommon/reports/report_layout.h>
 #include <frame/host_fixture.h>
@@ -91,7 +91,11 @@ TEST_F(Report, LastCopyEndsTheDocumentAndFreesTheSurface) {
 }
 
 TEST_F(Report, WithoutAPrinterAllDrawsNothing) {
-    const FaultyPrinter opened(1);
+    const HostileServer opened([](HostileTalk& talk, int client) {
+        talk.Take("\r\n\r\n");
+        if (client == 1)
+            talk.Answer(IppAnswerOf(0));
+    });
     const struct {
         std::string printer;
         const char* line;

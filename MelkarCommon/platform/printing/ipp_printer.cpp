@@ -1,43 +1,23 @@
 #include <MelkarCommon/platform/printing.h>
-#include <MelkarCommon/platform/printing/ipp_address.h>
+#include <MelkarCommon/platform/printing/ipp_exchange.h>
 #include <MelkarCommon/platform/printing/printer.h>
+#include <MelkarCommon/platform/text/text_decode.h>
 
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <climits>
 #include <cstdlib>
 #include <cstring>
 #include <cups/cups.h>
 #include <fcntl.h>
 #include <filesystem>
-#include <optional>
+#include <span>
+#include <thread>
 #include <unistd.h>
 #include <vector>
 
 namespace melkar {
 namespace {
-
-constexpr int kConnectMilliseconds = 5000;
-constexpr double kAnswerSeconds = 30;
-
-struct CloseHttp {
-    void operator()(http_t* server) const { httpClose(server); }
-};
-using Connection = std::unique_ptr<http_t, CloseHttp>;
-
-struct DeleteIpp {
-    void operator()(ipp_t* message) const { ippDelete(message); }
-};
-using Message = std::unique_ptr<ipp_t, DeleteIpp>;
-
-Connection Connect(const Address& address) {
-    Connection server(httpConnect2(address.host.c_str(), address.port, nullptr, AF_UNSPEC, address.encryption, 1,
-                                   kConnectMilliseconds, nullptr));
-    if (server)
-        httpSetTimeout(server.get(), kAnswerSeconds, nullptr, nullptr);
-    return server;
-}
 
 Message MakeRequest(const Address& address, ipp_op_t operation) {
     Message request(ippNewRequest(operation));
@@ -46,25 +26,33 @@ Message MakeRequest(const Address& address, ipp_op_t operation) {
     return request;
 }
 
-/// Why a request failed. CUPS tells "Success" of a connection that broke.
-std::string FailureOf(http_t* server) {
-    if (const int error = httpError(server))
-        return std::strerror(error);
-    const std::string reason = cupsLastErrorString();
-    return reason != std::strerror(0) ? reason : "the connection was lost";
+void AddWanted(const Message& request, std::span<const char* const> names) {
+    ippAddStrings(request.get(), IPP_TAG_OPERATION, IPP_TAG_KEYWORD, "requested-attributes",
+                  static_cast<int>(names.size()), nullptr, names.data());
+}
+
+bool IsDone(const Message& answer) { return ippGetStatusCode(answer.get()) <= IPP_STATUS_OK_EVENTS_COMPLETE; }
+
+/// A server's own words for the log.
+std::string WordsOf(const char* text) {
+    constexpr std::size_t kMostBytes = 200;
+    return DecodeLine(text != nullptr ? text : "", DEFAULT_CHARSET, kMostBytes);
+}
+
+std::string RefusalOf(const Message& answer) {
+    const std::string code = ippErrorString(ippGetStatusCode(answer.get()));
+    ipp_attribute_t* message = ippFindAttribute(answer.get(), "status-message", IPP_TAG_TEXT);
+    return message != nullptr ? code + ": " + WordsOf(ippGetString(message, 0, nullptr)) : code;
 }
 
 /// The answer to a request; null, with a log line, if it failed. @param document a file to send along, -1 for none
-Message Ask(const Address& address, Message request, int document) {
-    const Connection server = Connect(address);
-    if (!server) {
-        LogPrinter(address.name, "no print server at " + address.host + ":" + std::to_string(address.port));
-        return nullptr;
-    }
-    Message answer(cupsDoIORequest(server.get(), request.release(), address.resource.c_str(), document, -1));
-    if (answer && ippGetStatusCode(answer.get()) <= IPP_STATUS_OK_EVENTS_COMPLETE)
-        return answer;
-    LogPrinter(address.name, FailureOf(server.get()));
+Message Ask(const Address& address, const Message& request, int document, Clock::time_point deadline,
+            const IppLimits& limits) {
+    auto [answer, failure] =
+        Exchange(address, request, document, std::min(deadline, Clock::now() + limits.exchange), limits.answer);
+    if (answer != nullptr && IsDone(answer))
+        return std::move(answer);
+    LogPrinter(address.name, answer != nullptr ? RefusalOf(answer) : failure);
     return nullptr;
 }
 
@@ -167,34 +155,41 @@ private:
 /// The job is made when its document is whole, so that one that never ends is never seen by the server.
 class IppJob : public PrintJob {
 public:
-    IppJob(Address address, JobTicket ticket)
-        : m_address(std::move(address)), m_ticket(std::move(ticket)), m_path(m_directory.Path() + "/document.pdf") {}
+    IppJob(Address address, JobTicket ticket, const IppLimits& limits)
+        : m_address(std::move(address)), m_ticket(std::move(ticket)), m_limits(limits),
+          m_path(m_directory.Path() + "/document.pdf") {}
 
     bool HasRoom() const { return !m_directory.Path().empty(); }
     const std::string& Path() const override { return m_path; }
     bool Deliver() override {
-        const int document = open(m_path.c_str(), O_RDONLY | O_CLOEXEC);
-        if (document < 0) {
-            LogPrinter(m_address.name, std::strerror(errno));
-            return false;
-        }
-        m_directory.Remove(); // a process that is killed while the server is slow leaves no document behind
-        const Message answer = Ask(m_address, PrintRequest(m_address, m_ticket), document);
-        close(document);
-        return answer != nullptr;
+        const Clock::time_point deadline = Clock::now() + m_limits.document;
+        return Send(deadline) != nullptr;
     }
 
 private:
+    Message Send(Clock::time_point deadline) {
+        const int document = open(m_path.c_str(), O_RDONLY | O_CLOEXEC);
+        if (document < 0) {
+            LogPrinter(m_address.name, std::strerror(errno));
+            return nullptr;
+        }
+        m_directory.Remove(); // a process that is killed while the server is slow leaves no document behind
+        Message answer = Ask(m_address, PrintRequest(m_address, m_ticket), document, deadline, m_limits);
+        close(document);
+        return answer;
+    }
+
     Address m_address;
     JobTicket m_ticket;
+    IppLimits m_limits;
     PrivateDirectory m_directory;
     std::string m_path;
 };
 
 class IppPrinter : public Printer {
 public:
-    IppPrinter(Address address, const PrinterDefaults& defaults, std::vector<Medium> media)
-        : m_address(std::move(address)), m_defaults(defaults), m_media(std::move(media)) {}
+    IppPrinter(Address address, const IppLimits& limits, const PrinterDefaults& defaults, std::vector<Medium> media)
+        : m_address(std::move(address)), m_limits(limits), m_defaults(defaults), m_media(std::move(media)) {}
     const PrinterDefaults& Defaults() const override { return m_defaults; }
     /// Those of the first such sheet with any: borderless ones have to be asked for. For a paper that it doesn't tell
     /// of, those of the printer's own sheet.
@@ -206,7 +201,7 @@ public:
         return best != nullptr ? best->margins : m_media.front().margins;
     }
     std::unique_ptr<PrintJob> Begin(const JobTicket& ticket) override {
-        auto job = std::make_unique<IppJob>(m_address, ticket);
+        auto job = std::make_unique<IppJob>(m_address, ticket, m_limits);
         if (job->HasRoom())
             return job;
         LogPrinter(m_address.name, "no directory for temporary files");
@@ -215,13 +210,14 @@ public:
 
 private:
     Address m_address;
+    IppLimits m_limits;
     PrinterDefaults m_defaults;
     std::vector<Medium> m_media; ///< its own sheet first
 };
 
 } // namespace
 
-std::unique_ptr<Printer> FindIppPrinter(const std::string& name) {
+std::unique_ptr<Printer> FindIppPrinter(const std::string& name, const IppLimits& limits) {
     constexpr std::array kWanted = {"media-default", "media-col-ready", "media-col-database", "media-col-default",
                                     "print-color-mode-supported"};
     const std::optional<Address> address = ParseAddress(name);
@@ -229,14 +225,13 @@ std::unique_ptr<Printer> FindIppPrinter(const std::string& name) {
         LogPrinter(name, "not the name of a printer");
         return nullptr;
     }
-    Message request = MakeRequest(*address, IPP_OP_GET_PRINTER_ATTRIBUTES);
-    ippAddStrings(request.get(), IPP_TAG_OPERATION, IPP_TAG_KEYWORD, "requested-attributes",
-                  static_cast<int>(kWanted.size()), nullptr, kWanted.data());
-    const Message facts = Ask(*address, std::move(request), -1);
+    const Message request = MakeRequest(*address, IPP_OP_GET_PRINTER_ATTRIBUTES);
+    AddWanted(request, kWanted);
+    const Message facts = Ask(*address, request, -1, Clock::time_point::max(), limits);
     if (!facts)
         return nullptr;
     const PrinterDefaults defaults{PaperOf(facts.get()), IsColored(facts.get())};
-    return std::make_unique<IppPrinter>(*address, defaults, MediaOf(facts.get()));
+    return std::make_unique<IppPrinter>(*address, limits, defaults, MediaOf(facts.get()));
 }
 
 } // namespace melkar

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <MelkarCommon/platform/printing/ipp_limits.h>
 #include <MelkarCommon/platform/printing/paper.h>
 
 #include <memory>
@@ -54,7 +55,7 @@ std::unique_ptr<Printer> FindFilePrinter(const std::string& path);
 /// A document into a file, whatever printer it was meant for.
 std::unique_ptr<PrintJob> FindFileJob(const char* path);
 /// @param name an address, or a queue of the server that CUPS knows
-std::unique_ptr<Printer> FindIppPrinter(const std::string& name);
+std::unique_ptr<Printer> FindIppPrinter(const std::string& name, const IppLimits& limits = {});
 
 void LogPrinter(const std::string& printer, const std::string& what);
 

@@ -37,9 +37,10 @@ struct LoopbackSocket {
 /// that name a queue are led to it.
 class PrintServer {
 public:
-    /// @param root an absolute directory for all that the server writes
-    explicit PrintServer(const std::filesystem::path& root) : m_root(root), m_port(LoopbackSocket().port) {
-        WriteFiles();
+    /// @param root an absolute directory for all that the server writes @param policy lines in front of what allows all
+    explicit PrintServer(const std::filesystem::path& root, const std::string& policy = "")
+        : m_root(root), m_port(LoopbackSocket().port) {
+        WriteFiles(policy);
         const std::string conf = m_root / "cupsd.conf";
         const std::string files = m_root / "cups-files.conf";
         m_process = fork();
@@ -66,7 +67,10 @@ public:
     PrintServer(const PrintServer&) = delete;
     PrintServer& operator=(const PrintServer&) = delete;
 
-    std::string Address() const { return "ipp://" + Host() + "/printers/Test"; }
+    std::string Address(const char* scheme = "ipp") const {
+        return std::string(scheme) + "://" + Host() + "/printers/Test";
+    }
+    std::string Socket() const { return m_root / "socket"; }
     std::filesystem::path Spool() const { return m_root / "spool"; }
 
     void Stop() {
@@ -101,11 +105,11 @@ private:
     std::string Host() const { return "127.0.0.1:" + std::to_string(m_port); }
 
     /// The server's children are of another user and have to get in.
-    void WriteFiles() const {
+    void WriteFiles(const std::string& policy) const {
         namespace fs = std::filesystem;
         constexpr auto kOpen = static_cast<fs::perms>(0755);
         std::string folders;
-        for (const char* name : {"ServerRoot", "RequestRoot", "CacheDir", "StateDir", "TempDir"}) {
+        for (const char* name : {"ServerRoot", "RequestRoot", "CacheDir", "StateDir", "TempDir", "ServerKeychain"}) {
             const fs::path folder = m_root / (std::string(name) == "RequestRoot" ? "spool" : name);
             fs::create_directories(folder);
             folders += std::string(name) + " " + folder.string() + "\n";
@@ -115,11 +119,12 @@ private:
             folders += std::string(log) + " " + (m_root / log).string() + "\n";
         std::ofstream(m_root / "cups-files.conf") << "User lp\nGroup lp\nFileDevice Yes\n" << folders;
         std::ofstream(m_root / "cupsd.conf")
-            << "Listen " << Host() << "\nDefaultAuthType None\nPreserveJobFiles Yes\nBrowsing Off\n"
+            << "Listen " << Host() << "\nListen " << Socket()
+            << "\nDefaultAuthType None\nPreserveJobFiles Yes\nBrowsing Off\n"
             << "<Location />\nOrder allow,deny\nAllow all\n</Location>\n"
             << "<Location /admin>\nOrder allow,deny\nAllow all\n</Location>\n"
             << "<Policy default>\nJobPrivateAccess all\nJobPrivateValues none\n"
-            << "<Limit All>\nOrder deny,allow\nAllow all\n</Limit>\n</Policy>\n";
+            << policy << "<Limit All>\nOrder deny,allow\nAllow all\n</Limit>\n</Policy>\n";
     }
 
     void WaitUntilItAnswers() {

@@ -2,8 +2,8 @@
 #include <MelkarCommon/platform/printing.h>
 #include <MelkarCommon/platform/printing/printer.h>
 #include <MelkarCommon/platform/surface.h>
-#include <MelkarCommon/platform/tests/faulty_printer.h>
 #include <MelkarCommon/platform/tests/framed.h>
+#include <MelkarCommon/platform/tests/hostile_server.h>
 #include <MelkarCommon/platform/tests/temp_workdir.h>
 #include <MelkarCommon/platform/tests/told.h>
 
@@ -191,6 +191,7 @@ TEST_F(PrintingToServer, JobsTellWhatWasAsked) {
     EXPECT_EQ(m_server.JobAttribute(2, "orientation-requested"), "portrait");
     EXPECT_EQ(m_server.JobAttribute(2, "print-color-mode"), "color");
     EXPECT_THAT(Log(), HasSubstr("no paper has the code 99"));
+    EXPECT_THAT(Log(), Not(HasSubstr("taken, but"))) << "the server does all that was asked";
     EXPECT_EQ(Open("NoSuchQueue"), nullptr);
     EXPECT_THAT(Log(), HasSubstr("printer [NoSuchQueue]: "));
     DeleteDC(queue);
@@ -211,12 +212,18 @@ TEST_F(PrintingToServer, TheServerGetsEveryByte) {
 
 TEST_F(PrintingToServer, ServersThatGoAwayLeaveNothingBehind) {
     std::atomic<bool> leftNothing = false; // of the document, which is private, should the process be killed now
-    const FaultyPrinter printer(1, [&] { leftNothing = LeftNothing(); });
+    const HostileServer printer([&](HostileTalk& talk, int client) {
+        talk.Take("\r\n\r\n");
+        if (client == 1)
+            talk.Answer(IppAnswerOf(0));
+        else
+            leftNothing = LeftNothing();
+    });
     auto job = FindPrinter(printer.Address())->Begin({"job", FindPaper(DMPAPER_A4)});
     std::ofstream(job->Path()) << std::string(4 << 20, 'x');
     EXPECT_FALSE(job->Deliver()) << "it hangs up while the document is on its way";
     EXPECT_TRUE(leftNothing);
-    EXPECT_THAT(Log(), HasSubstr(printer.Address() + "]: Broken pipe"));
+    EXPECT_THAT(Log(), HasSubstr("printer [" + printer.Address() + "]: "));
     job.reset();
     HDC surface = Open("Test");
     EXPECT_GT(StartDocA(surface, &kJob), 0);
@@ -226,6 +233,22 @@ TEST_F(PrintingToServer, ServersThatGoAwayLeaveNothingBehind) {
     EXPECT_THAT(Log(), HasSubstr("printer [Test]: no print server at 127.0.0.1"));
     EXPECT_TRUE(LeftNothing());
     DeleteDC(surface);
+}
+
+// A password is never asked for; this machine's server believes the system who prints.
+TEST_F(Printing, OnlyTheServerOfThisMachineKnowsWhoPrints) {
+    const PrintServer server(m_files.Path("server"),
+                             "<Limit Print-Job>\nAuthType Basic\nRequire valid-user\n</Limit>\n");
+    for (const std::string& name : {server.Address(), server.Address("ipps"), std::string("Test")}) {
+        const bool isHere = name == "Test";
+        cupsSetServer(isHere ? server.Socket().c_str() : nullptr);
+        HDC surface = Open(name);
+        ASSERT_NE(surface, nullptr) << name;
+        EXPECT_EQ(PrintPages(surface, 1), isHere ? 1 : SP_ERROR) << name;
+        EXPECT_EQ(Log().find("[" + name + "]: the server wants a password") == std::string::npos, isHere) << name;
+        DeleteDC(surface);
+    }
+    EXPECT_EQ(server.JobAttribute(1, "job-name"), "Ovra");
 }
 
 } // namespace

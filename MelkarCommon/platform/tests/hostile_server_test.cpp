@@ -1,0 +1,168 @@
+#include <MelkarCommon/platform/printing/printer.h>
+#include <MelkarCommon/platform/tests/hostile_server.h>
+#include <MelkarCommon/platform/tests/told.h>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace melkar {
+namespace {
+
+using namespace std::chrono_literals;
+using testing::HasSubstr;
+using Serve = std::function<void(HostileTalk&, int)>;
+
+/// A clock's mercy on a busy machine; each of these servers held its client for a minute and more, most for ever.
+constexpr auto kAtOnce = 8s;
+constexpr IppLimits kShort{300ms, 900ms, std::size_t{2} << 20};
+
+constexpr std::string_view kEndOfHead = "\r\n\r\n";
+const std::string kOk = "HTTP/1.1 200 OK\r\nContent-Type: application/ipp\r\n";
+
+const std::string kContinue = "HTTP/1.1 100 Continue\r\n\r\n";
+
+/// Takes a request without looking, then sends `start` and, over and over, `rest`.
+Serve Endless(const std::string& start, const std::string& rest, std::chrono::milliseconds pause = 0ms) {
+    return [=](HostileTalk& talk, int) {
+        talk.Take(kEndOfHead);
+        if (talk.Send(start))
+            talk.SendForEver(rest, pause);
+    };
+}
+
+Serve Says(const std::string& words) {
+    return [=](HostileTalk& talk, int) {
+        talk.Take(kEndOfHead);
+        talk.Send(words);
+    };
+}
+
+Serve Answers(const std::string& message) {
+    return [=](HostileTalk& talk, int) {
+        talk.Take(kEndOfHead);
+        talk.Answer(message);
+    };
+}
+
+Serve Redirect(const std::string& to) { return Says("HTTP/1.1 302 Found\r\nLocation: " + to + "\r\n\r\n"); }
+
+void Sips(HostileTalk& talk, int) {
+    while (talk.TakeByte())
+        std::this_thread::sleep_for(20ms);
+}
+
+std::string Nested(int depth) {
+    std::string bytes = '\x04' + IppValue('\x34', "media-col-default", "");
+    for (int i = 0; i < depth; ++i)
+        bytes += IppValue('\x4A', "", "x") + IppValue('\x34', "", "");
+    return bytes;
+}
+
+TEST(HostileServer, NoneHoldsItsClient) {
+    const std::string chunk = "1000\r\n" + std::string(0x1000, 'x') + "\r\n";
+    const std::string huge = kOk + "Content-Length: 200000000\r\n\r\n";
+    const std::string copies = IppAnswerOf(0).substr(0, 8) + '\x04' + IppNumber('\x21', "copies-supported", 1);
+    std::string values;
+    for (int i = 0; i < 1000; ++i)
+        values += IppNumber('\x21', "", 1);
+    const struct {
+        const char* why;
+        const char* scheme;
+        Serve serve;
+        const char* told;
+    } rows[] = {
+        {"redirects to itself", "ipp", Redirect("/ipp/print"), "redirect"},
+        {"redirects to a file", "ipp", Redirect("file:///etc/passwd"), "redirect"},
+        {"goes on and on", "ipp", Endless("", kContinue), "goes on"},
+        {"a line now and then", "ipp", Endless("HTTP/1.1 200 OK\r\n", "X-Line: x\r\n", 20ms), "too long"},
+        {"a head in one line", "ipp", Endless("HTTP/1.1 200 OK\r\nX-Line: ", "x", 5ms), "too long"},
+        {"endless chunks", "ipp", Endless(kOk + "Transfer-Encoding: chunked\r\n\r\n", chunk), "2097152 bytes"},
+        {"an endless attribute", "ipp", Endless(huge + copies, values), "2097152 bytes"},
+        {"200 MB", "ipp", Endless(huge, std::string(1 << 16, 'x')), "2097152 bytes"},
+        {"a byte now and then", "ipp", Endless(huge, "x", 20ms), "too long"},
+        {"nothing", "ipp", Endless("", "", 20ms), "too long"},
+        {"encrypts a byte now and then", "ipps", Endless("\x16\x03\x03\x40", "x", 20ms), "too long"},
+        {"wants a password", "ipp", Says("HTTP/1.1 401 Unauthorized\r\nWWW-Authenticate: Basic realm=\"x\"\r\n\r\n"),
+         "password"},
+        {"wants encryption", "ipp", Says("HTTP/1.1 426 Upgrade Required\r\n\r\n"), "ipps://"},
+        {"has no such printer", "ipp", Says("HTTP/1.1 404 Not Found\r\n\r\n"), "404"},
+        {"answers something else", "ipp", Answers("<html>"), "no whole message"},
+        {"hangs up within its answer", "ipp", Says(kOk + "Content-Length: 99\r\n\r\n" + copies), "no whole message"},
+        {"sheets in sheets in sheets", "ipp", Answers(IppAnswerOf(0, Nested(100'000))), "no whole message"},
+        {"curses", "ipp", Answers(IppAnswerOf(0x0406, '\x01' + IppValue('\x41', "status-message", "\x1B[2J\r\nno"))),
+         "client-error-not-found:  [2J  no"},
+    };
+    for (const auto& row : rows) {
+        const Told told;
+        const HostileServer server(row.serve);
+        const auto start = Clock::now();
+        EXPECT_EQ(FindIppPrinter(server.Address(row.scheme), kShort), nullptr) << row.why;
+        EXPECT_LT(Clock::now() - start, kAtOnce) << row.why;
+        EXPECT_THAT(told.Lines(), HasSubstr(row.told)) << row.why;
+        EXPECT_EQ(server.Clients(), 1) << row.why;
+    }
+}
+
+/// A printer's address, whatever it says of itself, and `print` for the document; then `later` for each question about
+/// it.
+Serve Takes(const Serve& print, const Serve& later) {
+    return [=](HostileTalk& talk, int client) {
+        client == 1 ? Answers(IppAnswerOf(0))(talk, client) : client == 2 ? print(talk, client) : later(talk, client);
+    };
+}
+
+/// Takes all of a document and answers.
+Serve Prints(const std::string& answer) {
+    return [=](HostileTalk& talk, int) {
+        talk.Take(kEndOfHead);
+        talk.Send(kContinue);
+        talk.Take("%%EOF");
+        talk.Answer(answer);
+    };
+}
+
+TEST(HostileServer, DocumentsThatAreNotTakenFail) {
+    const Serve gone = [](HostileTalk&, int) {};
+    const struct {
+        const char* why;
+        Serve serve;
+        bool isDelivered;
+        const char* told; ///< null: nothing
+    } rows[] = {
+        {"prints", Takes(Prints(IppAnswerOf(0)), gone), true, nullptr},
+        {"reads nothing of it", Takes(Endless("", "", 20ms), gone), false, "too long"},
+        {"reads a byte now and then", Takes(Sips, gone), false, "too long"},
+        {"redirects it", Takes(Redirect("file:///dev/null"), gone), false, "redirect"},
+    };
+    for (const auto& row : rows) {
+        const Told told;
+        const HostileServer server(row.serve);
+        const auto printer = FindIppPrinter(server.Address(), kShort);
+        ASSERT_NE(printer, nullptr) << row.why;
+        const auto job = printer->Begin({"job", printer->Defaults().paper});
+        std::ofstream(job->Path()) << std::string(8 << 20, 'x') << "%%EOF";
+        const auto start = Clock::now();
+        EXPECT_EQ(job->Deliver(), row.isDelivered) << row.why;
+        EXPECT_LT(Clock::now() - start, kAtOnce) << row.why;
+        const bool isSilent = row.told == nullptr;
+        EXPECT_THAT(told.Lines(), HasSubstr(isSilent ? "" : row.told)) << row.why;
+        EXPECT_EQ(told.Lines().empty(), isSilent) << row.why;
+    }
+}
+
+TEST(HostileServer, AHostWaitsSeconds) {
+    EXPECT_EQ(IppLimits().exchange, 15s);
+    EXPECT_EQ(IppLimits().document, 45s);
+    EXPECT_EQ(IppLimits().answer, 4U << 20);
+    const Told told;
+    const HostileServer server(Takes(Endless("", "", 20ms), Says("")));
+    const auto printer = FindIppPrinter(server.Address(), {10s, 300ms, 1000});
+    const auto job = printer->Begin({"job", printer->Defaults().paper});
+    std::ofstream(job->Path()) << "%%EOF";
+    const auto start = Clock::now();
+    EXPECT_FALSE(job->Deliver());
+    EXPECT_LT(Clock::now() - start, kAtOnce) << "a document's time ends before that of its first exchange";
+}
+
+} // namespace
+} // namespace melkar

@@ -116,7 +116,7 @@ MELKAR_API int StartDocA(HDC surface, const DOCINFOA* job);
 MELKAR_API int StartPage(HDC surface);
 MELKAR_API int EndPage(HDC surface); ///< @return above 0; `SP_ERROR` without an open page.
 /// Ends the open page and hands the document over: within 45 seconds, whatever a print server does. @return above 0;
-/// `SP_ERROR`, with a log line, if the printer didn't get it or it has no page.
+/// `SP_ERROR`, with a log line, if the printer didn't get it or gave it up within two seconds, or if it has no page.
 /// The surface can start another one.
 MELKAR_API int EndDoc(HDC surface);
 MELKAR_API int AbortDoc(HDC surface); ///< drops the document. @return above 0; `SP_ERROR` without one.

@@ -152,6 +152,40 @@ private:
     std::string m_path;
 };
 
+/// What a server tells of a job.
+struct JobNews {
+    int id = 0;                              ///< 0: it doesn't say
+    ipp_jstate_t state = IPP_JSTATE_PENDING; ///< as long as it doesn't say
+    std::string words;
+
+    bool MayChange() const { return id != 0 && (state == IPP_JSTATE_PENDING || state == IPP_JSTATE_PROCESSING); }
+    bool IsGivenUp() const { return state == IPP_JSTATE_ABORTED || state == IPP_JSTATE_CANCELED; }
+};
+
+JobNews NewsOf(const Message& answer) {
+    JobNews news;
+    news.id = IntegerOf(answer.get(), "job-id");
+    if (ipp_attribute_t* state = ippFindAttribute(answer.get(), "job-state", IPP_TAG_ENUM))
+        news.state = static_cast<ipp_jstate_t>(ippGetInteger(state, 0));
+    for (const char* name : {"job-state-message", "job-printer-state-message", "job-state-reasons"}) {
+        ipp_attribute_t* found = ippFindAttribute(answer.get(), name, IPP_TAG_ZERO);
+        if (const char* words = ippGetString(found, 0, nullptr); words != nullptr && *words != '\0')
+            news.words.append(news.words.empty() ? "" : "; ").append(WordsOf(words));
+    }
+    return news;
+}
+
+/// What it does of its own instead of what was asked for.
+void LogSubstitutions(const Address& address, const Message& answer) {
+    std::string names;
+    for (ipp_attribute_t* attribute = ippFirstAttribute(answer.get()); attribute != nullptr;
+         attribute = ippNextAttribute(answer.get()))
+        if (ippGetGroupTag(attribute) == IPP_TAG_UNSUPPORTED_GROUP)
+            names.append(names.empty() ? "" : ", ").append(WordsOf(ippGetName(attribute)));
+    if (!names.empty() || ippGetStatusCode(answer.get()) != IPP_STATUS_OK)
+        LogPrinter(address.name, "taken, but for " + (names.empty() ? "something that it doesn't name" : names));
+}
+
 /// The job is made when its document is whole, so that one that never ends is never seen by the server.
 class IppJob : public PrintJob {
 public:
@@ -163,7 +197,15 @@ public:
     const std::string& Path() const override { return m_path; }
     bool Deliver() override {
         const Clock::time_point deadline = Clock::now() + m_limits.document;
-        return Send(deadline) != nullptr;
+        const Message answer = Send(deadline);
+        if (answer == nullptr)
+            return false;
+        LogSubstitutions(m_address, answer);
+        const JobNews news = Watch(NewsOf(answer), std::min(deadline, Clock::now() + m_limits.watch));
+        if (!news.IsGivenUp())
+            return true;
+        LogPrinter(m_address.name, "job " + std::to_string(news.id) + " was given up: " + news.words);
+        return false;
     }
 
 private:
@@ -177,6 +219,28 @@ private:
         Message answer = Ask(m_address, PrintRequest(m_address, m_ticket), document, deadline, m_limits);
         close(document);
         return answer;
+    }
+
+    /// Asks again and again, for a server that can't print a document says so a moment after it has taken it. Nothing
+    /// is wrong with one that says no more: it has the document.
+    JobNews Watch(JobNews news, Clock::time_point end) const {
+        for (std::chrono::milliseconds pause{50}; news.MayChange() && Clock::now() + pause < end; pause *= 2) {
+            std::this_thread::sleep_for(pause);
+            const IppAnswer answer = Exchange(m_address, NewsRequest(news.id), -1, end, m_limits.answer);
+            if (answer.message == nullptr || !IsDone(answer.message))
+                break;
+            news = NewsOf(answer.message);
+        }
+        return news;
+    }
+
+    Message NewsRequest(int job) const {
+        constexpr std::array kWanted = {"job-id", "job-state", "job-state-message", "job-printer-state-message",
+                                        "job-state-reasons"};
+        Message request = MakeRequest(m_address, IPP_OP_GET_JOB_ATTRIBUTES);
+        ippAddInteger(request.get(), IPP_TAG_OPERATION, IPP_TAG_INTEGER, "job-id", job);
+        AddWanted(request, kWanted);
+        return request;
     }
 
     Address m_address;

@@ -14,7 +14,7 @@ using Serve = std::function<void(HostileTalk&, int)>;
 
 /// A clock's mercy on a busy machine; each of these servers held its client for a minute and more, most for ever.
 constexpr auto kAtOnce = 8s;
-constexpr IppLimits kShort{300ms, 900ms, std::size_t{2} << 20};
+constexpr IppLimits kShort{300ms, 900ms, 200ms, std::size_t{2} << 20};
 
 constexpr std::string_view kEndOfHead = "\r\n\r\n";
 const std::string kOk = "HTTP/1.1 200 OK\r\nContent-Type: application/ipp\r\n";
@@ -121,7 +121,14 @@ Serve Prints(const std::string& answer) {
     };
 }
 
-TEST(HostileServer, DocumentsThatAreNotTakenFail) {
+std::string Job(int state, const std::string& words = "", int status = 0, const std::string& unsupported = "") {
+    return IppAnswerOf(status, unsupported + '\x02' + IppNumber('\x21', "job-id", 7) +
+                                   IppNumber('\x23', "job-state", static_cast<char>(state)) +
+                                   IppValue('\x41', "job-state-message", words));
+}
+
+TEST(HostileServer, DocumentsAreWatchedOverATime) {
+    const std::string without = '\x05' + IppValue('\x10', "media", "") + IppValue('\x10', "cop\nies", "");
     const Serve gone = [](HostileTalk&, int) {};
     const struct {
         const char* why;
@@ -129,7 +136,15 @@ TEST(HostileServer, DocumentsThatAreNotTakenFail) {
         bool isDelivered;
         const char* told; ///< null: nothing
     } rows[] = {
-        {"prints", Takes(Prints(IppAnswerOf(0)), gone), true, nullptr},
+        {"prints", Takes(Prints(Job(9)), gone), true, nullptr},
+        {"prints and prints", Takes(Prints(Job(3)), Answers(Job(5))), true, nullptr},
+        {"takes it and goes", Takes(Prints(Job(3)), gone), true, nullptr},
+        {"says nothing of a job", Takes(Prints(IppAnswerOf(0)), gone), true, nullptr},
+        {"has no such paper", Takes(Prints(Job(9, "", 1, without)), gone), true, "taken, but for media, cop ies\n"},
+        {"has something else", Takes(Prints(Job(9, "", 2)), gone), true, "taken, but for something"},
+        {"aborts at once", Takes(Prints(Job(8, "no\npaper")), gone), false, "job 7 was given up: no paper\n"},
+        {"aborts a moment later", Takes(Prints(Job(5)), Answers(Job(8, "jam"))), false, "job 7 was given up: jam\n"},
+        {"cancels", Takes(Prints(Job(3)), Answers(Job(7))), false, "job 7 was given up"},
         {"reads nothing of it", Takes(Endless("", "", 20ms), gone), false, "too long"},
         {"reads a byte now and then", Takes(Sips, gone), false, "too long"},
         {"redirects it", Takes(Redirect("file:///dev/null"), gone), false, "redirect"},
@@ -153,10 +168,11 @@ TEST(HostileServer, DocumentsThatAreNotTakenFail) {
 TEST(HostileServer, AHostWaitsSeconds) {
     EXPECT_EQ(IppLimits().exchange, 15s);
     EXPECT_EQ(IppLimits().document, 45s);
+    EXPECT_EQ(IppLimits().watch, 2s);
     EXPECT_EQ(IppLimits().answer, 4U << 20);
     const Told told;
     const HostileServer server(Takes(Endless("", "", 20ms), Says("")));
-    const auto printer = FindIppPrinter(server.Address(), {10s, 300ms, 1000});
+    const auto printer = FindIppPrinter(server.Address(), {10s, 300ms, 0s, 1000});
     const auto job = printer->Begin({"job", printer->Defaults().paper});
     std::ofstream(job->Path()) << "%%EOF";
     const auto start = Clock::now();

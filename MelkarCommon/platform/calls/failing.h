@@ -2,6 +2,9 @@
 
 #include <MelkarCommon/platform/surfaces/surface_state.h>
 
+#include <cstddef>
+#include <cstdint>
+
 /// @file
 /// Internal. How calls fail without memory: what they are made of throws, they themselves never do.
 
@@ -19,7 +22,7 @@ template <class Call> auto OrFailure(const Call& call, decltype(call()) failure 
 /// Runs a call behind the lines that wait. @return what it gives; FALSE, 0 or null if it throws: then nothing of it is
 /// drawn, as far as `TakeBack` can help
 template <class Call> auto AfterLines(HDC surface, const Call& call) noexcept -> decltype(call()) {
-    std::size_t before = DrawnOn(surface->target);
+    std::size_t before = SIZE_MAX; // lines that wait leave nothing if they fail
     try {
         surface->FlushLines();
         before = DrawnOn(surface->target);

@@ -2,6 +2,7 @@
 #include <MelkarCommon/platform/drawing.h>
 #include <MelkarCommon/platform/surfaces/surface_state.h>
 
+#include <cstdint>
 #include <utility>
 
 using namespace melkar;
@@ -25,7 +26,7 @@ BOOL LineTo(HDC surface, int x, int y) {
     try {
         return surface->pen->style != PS_NULL && surface->AddLine(from, {x, y}) ? TRUE : FALSE;
     } catch (...) {
-        TakeBack(surface->target, DrawnOn(surface->target)); // a record is as it was
+        TakeBack(surface->target, SIZE_MAX); // a record is as it was
         return FALSE;
     }
 }

@@ -35,12 +35,12 @@ bool HDC__::AddLine(POINT from, POINT to) {
     if (!lines.GoOnAt(from, look)) {
         if (Drawing() == nullptr)
             return false;
-        lines.Begin(from, look, StrokeOf(*this, *pen));
+        lines.Begin(from, look, StrokeOf(*this, *pen), IsExposed(target));
     } else if (lines.AreMany()) {
         lines.DrawAndGoOn(*DrawingOn(target));
     }
     lines.Add(to);
-    if (IsExposed(target))
+    if (lines.AreExposed())
         lines.DrawAtOnce(*DrawingOn(target));
     return true;
 }

@@ -2,29 +2,12 @@
 
 namespace melkar {
 
-bool WaitingLines::GoOnAt(POINT from, const LineLook& look) const {
-    return !m_points.empty() && m_points.back().x == from.x && m_points.back().y == from.y && m_look == look;
-}
-
-void WaitingLines::Begin(POINT from, const LineLook& look, const Stroke& stroke) {
+void WaitingLines::Begin(POINT from, const LineLook& look, const Stroke& stroke, bool isExposed) {
     m_points.push_back(from);
     m_look = look;
     m_stroke = stroke;
     m_stroke.phase = m_gone;
-}
-
-void WaitingLines::Add(POINT to) {
-    const POINT from = m_points.back();
-    m_points.push_back(to);
-    if (m_stroke.IsSolid())
-        return;
-    m_before = m_gone;
-    m_gone += Distance(from, to);
-}
-
-bool WaitingLines::AreMany() const {
-    constexpr std::size_t kMost = 4096;
-    return m_points.size() >= kMost;
+    m_areExposed = isExposed;
 }
 
 void WaitingLines::DrawAndGoOn(Backend& backend) {

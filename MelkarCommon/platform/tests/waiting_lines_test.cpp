@@ -15,7 +15,7 @@ constexpr LineLook kLook{PS_SOLID, 1, 0, TRANSPARENT, 0};
 /// Draws each line as it comes.
 void DrawAtOnce(Backend& backend, std::span<const POINT> points, const Stroke& stroke) {
     WaitingLines lines;
-    lines.Begin(points[0], kLook, stroke);
+    lines.Begin(points[0], kLook, stroke, true);
     for (const POINT& to : points.subspan(1)) {
         lines.Add(to);
         lines.DrawAtOnce(backend);

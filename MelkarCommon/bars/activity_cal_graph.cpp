@@ -1,15 +1,13 @@
 #include <MelkarCommon/bars/activity_cal_graph.h>
 
 #include <MelkarCommon/frame/data_table.h>
-#include <MelkarCommon/platform/desktop.h>
 #include <MelkarCommon/support/dates.h>
 #include <MelkarCommon/support/ring_log.h>
 #include <MelkarCommon/support/support.h>
 
 namespace {
 
-constexpr int kSmallDesktop = 820; ///< pixels
-constexpr int kSmallerDates = 3;   ///< points
+constexpr int kSmallerDates = 3; ///< points
 
 } // namespace
 
@@ -47,9 +45,8 @@ CActivityCalGraph::CActivityCalGraph(HWND window, HDC dc, const char* section, H
     m_bLines = 0;
     m_nLineCount = 0;
     m_bClickEnabled = 0;
-    CRect desktop; // like the size from the profile it may hold anything: differences end at the edge of an int
-    if (SystemParametersInfoA(SPI_GETWORKAREA, 0, &desktop, 0) && desktop.Width() <= kSmallDesktop)
-        m_nDateSize = melkar::SubtractEdge(m_nDateSize, kSmallerDates);
+    if (IsDesktopNarrow())
+        m_nDateSize = melkar::SubtractEdge(m_nDateSize, kSmallerDates); // the profile may say anything
 }
 
 long CActivityCalGraph::ReadDataFile(char* path) {

@@ -8,17 +8,14 @@
 #include <MelkarCommon/frame/text_limits.h>
 #include <MelkarCommon/platform/drawing.h>
 #include <MelkarCommon/platform/scoped.h>
+#include <MelkarCommon/support/chart_font.h>
 #include <MelkarCommon/support/numbers.h>
 #include <MelkarCommon/support/support.h>
 
 using melkar::ScopedFont;
 using melkar::ScopedPen;
 
-namespace {
-
-constexpr int kUpwards = 900; ///< tenths of a degree
-
-} // namespace
+namespace {} // namespace
 
 long CBarGraph::DrawCanvasMeasure() {
     const ScopedPen pen(m_hMemDC, PS_SOLID, 1, m_crPen);
@@ -40,7 +37,7 @@ long CBarGraph::DrawCanvas() {
 }
 
 long CBarGraph::DrawVAxsLabel() {
-    const ScopedFont font(m_hMemDC, ChartFont(m_nVMeasureLabelSize, kUpwards));
+    const ScopedFont font(m_hMemDC, ChartFont(m_nVMeasureLabelSize, melkar::kUpwards));
     const CString label = Limited(m_strVAxsLabel, melkar::kLabelBytes);
     const int length = MeasureText(label, DT_CALCRECT | DT_BOTTOM | DT_RIGHT).Width();
     PaintTurned(CPoint(m_rcSideBar.right, melkar::UpwardLabelY(m_rcCanvas, length)), label);

@@ -20,10 +20,6 @@ constexpr float kShortTick = 0.15F;
 
 } // namespace
 
-void CBarGraph::DrawTick(const melkar::DayTick& tick) {
-    DrawLine(m_hMemDC, CPoint(tick.x, tick.bottom), CPoint(tick.x, tick.top), nullptr);
-}
-
 int CBarGraph::MiddleOf(int day) const { return melkar::BarOf(m_rcCanvas, day, Days()).Middle(); }
 
 /// A caption turned by the escapement.

@@ -9,7 +9,6 @@
 /// Bars of days.
 
 namespace melkar {
-struct DayTick;
 struct ScalePixels;
 } // namespace melkar
 
@@ -214,7 +213,6 @@ private:
     MELKAR_LOCAL void DrawBalloon(CPoint pointer, int bar);
     MELKAR_LOCAL int MiddleOf(int day) const; ///< x of the middle of its bar
     template <class PaintDay> long DrawStrip(PaintDay paintDay);
-    MELKAR_LOCAL void DrawTick(const melkar::DayTick& tick);
     MELKAR_LOCAL void DrawTurnedCaption(int day, const CString& caption);
     MELKAR_LOCAL CString PeriodCaption(int day) const;
     MELKAR_LOCAL bool IsCaptionedByCalendar(int day) const;

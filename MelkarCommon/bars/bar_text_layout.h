@@ -1,6 +1,7 @@
 #pragma once
 
 #include <MelkarCommon/bars/bar_layout.h>
+#include <MelkarCommon/frame/frame_layout.h>
 #include <MelkarCommon/frame/legend_layout.h>
 
 /// @file
@@ -64,15 +65,8 @@ CPoint TurnedCaptionStart(const CRect& canvas, int middle, const TurnedExtent& e
 /// than its slot isn't cut. It begins half a zero's height below the canvas.
 CRect CaptionBox(const CRect& canvas, int graphBottom, int day, int days, int zeroHeight);
 
-/// A tick of the date strip, upwards.
-struct DayTick {
-    int x;
-    int bottom;
-    int top;
-};
-
-/// `reach` up and down from the canvas' bottom, in single or double precision.
-template <class Real> DayTick DayTickOf(int middle, int canvasBottom, Real reach) {
+/// A tick of the date strip, upwards: `reach` down and up from the canvas' bottom, in single or double precision.
+template <class Real> Tick DayTickOf(int middle, int canvasBottom, Real reach) {
     const auto bottom = static_cast<Real>(canvasBottom);
     return {middle, Truncate(bottom + reach), Truncate(bottom - reach)};
 }

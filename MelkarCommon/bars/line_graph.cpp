@@ -7,6 +7,7 @@
 #include <MelkarCommon/frame/scale.h>
 #include <MelkarCommon/platform/drawing.h>
 #include <MelkarCommon/platform/scoped.h>
+#include <MelkarCommon/support/chart_font.h>
 #include <MelkarCommon/support/numbers.h>
 #include <MelkarCommon/support/support.h>
 
@@ -21,7 +22,6 @@ using melkar::ScopedPen;
 
 namespace {
 
-constexpr int kDownwards = 2700;    ///< tenths of a degree
 constexpr double kLabelShare = 0.1; ///< of its height, from the label of the right scale to the edge of the graph
 constexpr double kLabelGap = 5;     ///< and so many pixels
 
@@ -148,7 +148,7 @@ long CLineGraph::DrawVLineAxsLabel() {
 }
 
 void CLineGraph::DrawDownwardLabel(const CString& text, double share, double gap) {
-    const ScopedFont font(m_hMemDC, ChartFont(m_nVMeasureLabelSize, kDownwards));
+    const ScopedFont font(m_hMemDC, ChartFont(m_nVMeasureLabelSize, melkar::kDownwards));
     const CRect size = MeasureText(text, DT_CALCRECT | DT_BOTTOM);
     PaintTurned(melkar::DownwardLabelStart(m_rcCanvas, m_rcGraph.right, size, share, gap), text);
 }

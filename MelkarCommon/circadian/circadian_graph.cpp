@@ -18,7 +18,6 @@ static_assert(CCircadianGraph::kValues == melkar::kDayValues);
 
 namespace {
 
-constexpr int kNarrowDesktop = 820; ///< pixels
 constexpr int kSectionBytes = 255;
 
 } // namespace
@@ -58,9 +57,7 @@ struct CCircadianGraph::KeyRows : melkar::Keys<CCircadianGraph> {
 
 CCircadianGraph::CCircadianGraph(HWND window, HDC dc, const char* section, HDC shared, HDC second, HDC balloon)
     : CGraph(window, dc, section, shared, second, balloon) {
-    RECT desktop{};
-    SystemParametersInfoA(SPI_GETWORKAREA, 0, &desktop, 0);
-    if (desktop.right - desktop.left <= kNarrowDesktop)
+    if (IsDesktopNarrow())
         m_nSummaryFontSize -= 2;
     CCircadianGraph::ReadIniFile(GraphProfile());
     m_Title.m_strText = "";

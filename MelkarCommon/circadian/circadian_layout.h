@@ -1,7 +1,9 @@
 #pragma once
 
+#include <MelkarCommon/frame/frame_layout.h>
 #include <MelkarCommon/platform/geometry.h>
 #include <MelkarCommon/platform/types.h>
+#include <MelkarCommon/support/activity_figures.h>
 
 #include <array>
 #include <optional>
@@ -28,7 +30,6 @@ constexpr int kDayMinutes = 1440;
 constexpr int kDayValues = 720; ///< intensity values of a day: one for 2 minutes
 constexpr int kMostEvents = 10; ///< of a day
 constexpr int kValuesAnHour = kDayValues / kDayHours;
-constexpr int kLevels = 9;       ///< bars of the right panel
 constexpr int kPanelLevels = 10; ///< levels from the bottom of a panel to its top
 
 /// `LANG` of the profile, as far as the sheet's looks follow it.
@@ -87,11 +88,6 @@ CRect HourBox(const CRect& panel, int hour);
 /// The box once it is measured: centred on that x, half a line below the panel.
 CRect HourFigureOf(const CRect& measured);
 /// The tick above the figure, across the panel's bottom.
-struct Tick {
-    int x;
-    int top;
-    int bottom;
-};
 Tick HourTickOf(const CRect& panel, const CRect& figure);
 
 /// The minute of the day of an event (hours x 100 + minutes), none for "" and "0".

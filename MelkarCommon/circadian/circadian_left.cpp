@@ -5,6 +5,7 @@
 #include <MelkarCommon/circadian/circadian_layout.h>
 #include <MelkarCommon/platform/drawing.h>
 #include <MelkarCommon/platform/scoped.h>
+#include <MelkarCommon/support/chart_font.h>
 #include <MelkarCommon/support/marks_layout.h>
 #include <MelkarCommon/support/polygons.h>
 #include <MelkarCommon/support/support.h>
@@ -16,7 +17,6 @@ using melkar::ScopedPen;
 
 namespace {
 
-constexpr int kUpwards = 900; ///< tenths of a degree
 constexpr int kClassLabelBytes = 250;
 
 } // namespace
@@ -56,7 +56,7 @@ void CCircadianGraph::DrawClasses() {
     } classes[] = {{bands.vigorous, m_crVigorous, m_strVigorousLabel},
                    {bands.moderate, m_crModerate, m_strModerateLabel},
                    {bands.light, m_crLight, m_strLightLabel}};
-    const ScopedFont font(m_hMemDC, PlainFont(m_nClassFontSize, kUpwards));
+    const ScopedFont font(m_hMemDC, PlainFont(m_nClassFontSize, melkar::kUpwards));
     for (const auto& one : classes)
         DrawRectangle(m_hMemDC, one.band, one.color, one.color, 0);
     for (const auto& one : classes) {
@@ -112,6 +112,5 @@ void CCircadianGraph::DrawHour(int hour) {
     const CString text = std::to_string(hour).c_str();
     const CRect figure = melkar::HourFigureOf(MeasureText(text, DT_CALCRECT, melkar::HourBox(m_rcLeft, hour)));
     PaintText(text, figure, DT_CENTER);
-    const melkar::Tick tick = melkar::HourTickOf(m_rcLeft, figure);
-    DrawLine(m_hMemDC, {tick.x, tick.top}, {tick.x, tick.bottom}, nullptr);
+    DrawTick(melkar::HourTickOf(m_rcLeft, figure));
 }

@@ -19,8 +19,6 @@ using melkar::kWhite;
 
 namespace {
 
-constexpr double kUsualFrom = 4.0; ///< bounds of the moderate class, where a print file says none
-constexpr double kUsualTo = 6.0;
 constexpr int kEighthLine = kWeekDays + 1; ///< of a week in the print file: behind its Sunday
 
 } // namespace
@@ -151,8 +149,9 @@ long CWeeklyCircadian::ReadPrintWeeks(const char* path, int page) {
     melkar::ReadPrintHead(file, head);
     if (!TakeHead(head))
         return melkar::kNothingToDraw;
-    m_dModerateFrom = head.from == 0 ? kUsualFrom : head.from;
-    m_dModerateTo = head.to == 0 ? kUsualTo : head.to;
+    constexpr melkar::ClassBounds kUsual = melkar::UsualBounds(melkar::kLangExercise); // where the file says none
+    m_dModerateFrom = head.from == 0 ? kUsual.from : head.from;
+    m_dModerateTo = head.to == 0 ? kUsual.to : head.to;
     return ReadPrintDays(file, page);
 }
 

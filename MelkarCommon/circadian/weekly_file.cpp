@@ -8,29 +8,25 @@ namespace melkar {
 
 namespace {
 
-constexpr double kTopLevel = 9.0;
 constexpr int kLevelDecimals = 3;
-/// Times are counted in units.
-constexpr int kUnits = 15; ///< that make a minute
-constexpr double kMinutesPerUnit = 0.06666666666666667;
 
 /// What is no level of intensity is rest.
 void TakeIntensity(DayRecord& day, const CsvRow& line, const ColumnInfo& column) {
     for (int i = 0; i < kDayValues; ++i) {
         const double level = line.DoubleField(column.index + i);
-        day.intensity[static_cast<std::size_t>(i)] = level >= 0.0 && level <= kTopLevel ? level : 0.0;
+        day.intensity[static_cast<std::size_t>(i)] = level >= 0.0 && level <= kLevels ? level : 0.0;
     }
 }
 
 void TakeTime(DayRecord& day, const CsvRow& line, const ColumnInfo& column) {
-    day.time = line.DoubleField(column.index) * kMinutesPerUnit;
+    day.time = line.DoubleField(column.index) * kMinutesPerCount;
 }
 
-/// The screen's file counts units.
+/// The screen's file has counts.
 void TakeCounts(DayRecord& day, const CsvRow& line, const ColumnInfo& column) {
     day.levels.SetSize(kLevels);
     for (int i = 0; i < kLevels; ++i) {
-        const double minutes = line.DoubleField(column.index + i) * kMinutesPerUnit;
+        const double minutes = line.DoubleField(column.index + i) * kMinutesPerCount;
         day.levels.SetAt(i, minutes < 0 ? CString("0") : FormatFixed(minutes, kLevelDecimals));
     }
 }
@@ -60,7 +56,10 @@ struct DayColumns : Columns<DayRecord> {
         return Whole<&G::totalCal>(index, "total calories", "kcal").Example("2265|2030|2303|1890");
     }
     static constexpr Row TimeFigure(int index) {
-        return Figure<&G::time>(index, "time", "min").Means("figure in the summary").PerUnit(kUnits).By(TakeTime);
+        return Figure<&G::time>(index, "time", "min")
+            .Means("figure in the summary")
+            .PerUnit(kCountsPerMinute)
+            .By(TakeTime);
     }
     static constexpr Row Events(int index) {
         return Time<&G::events>(index, "event").Means("mark below the day; empty for none").Each(kMostEvents);
@@ -69,7 +68,7 @@ struct DayColumns : Columns<DayRecord> {
         return Figure<&G::intensity>(index, "intensity")
             .Means("level, one for 2 minutes from midnight; rest if it is none")
             .Each(kDayValues)
-            .Within(0, kTopLevel)
+            .Within(0, kLevels)
             .By(TakeIntensity)
             .Needed()
             .Example("0|0|0|0|0|0|1.2|3.4|1.5|1.1|1.3|1.8|2.5|1.4|1.2|1.1|1.6|2.2|4.6|6.8|1.9|1.2|0.8|0");
@@ -102,7 +101,7 @@ struct ScreenDay : DayColumns {
         TotalCal(12),
         Figure<&G::levels>(15, "level", "min")
             .Means("time at the levels 1 to 9")
-            .PerUnit(kUnits)
+            .PerUnit(kCountsPerMinute)
             .Each(kLevels)
             .NotBelow(0)
             .By(TakeCounts)

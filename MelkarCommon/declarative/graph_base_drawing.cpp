@@ -5,6 +5,7 @@
 #include <MelkarCommon/declarative/panel_layout.h>
 #include <MelkarCommon/platform/drawing.h>
 #include <MelkarCommon/platform/scoped.h>
+#include <MelkarCommon/support/chart_font.h>
 #include <MelkarCommon/support/figure_format.h>
 #include <MelkarCommon/support/font.h>
 #include <MelkarCommon/support/support.h>
@@ -32,7 +33,6 @@ namespace {
 constexpr int kGraphBorder = 2;
 constexpr int kGridPenWidth = 2;
 constexpr int kMarkInset = 5;              ///< of a note mark, from the edges of its cell
-constexpr int kUpwards = 900;              ///< tenths of a degree
 constexpr const char* kPlainFigure = "%g"; ///< stands in for a format that can't be used
 
 HPEN GridPen(DWORD style, COLORREF color) {
@@ -217,7 +217,7 @@ void CGraphBase::DrawVScaleLabelR(CRect strip) { DrawUpwardCaption(strip, m_strV
 void CGraphBase::DrawUpwardCaption(const CRect& strip, const CString& caption, int fontHeight) {
     if (!melkar::MakesSense(strip))
         return;
-    const Font face(m_strFont, FontStyleBold, fontHeight, kUpwards);
+    const Font face(m_strFont, FontStyleBold, fontHeight, melkar::kUpwards);
     const ScopedSelection font(m_hMemDC, face.GetHFONT());
     const CRect size = MeasureText(caption, DT_CALCRECT | DT_BOTTOM | DT_CENTER, strip);
     PaintTurned(melkar::UpwardCaptionAt(strip, size.Width(), size.Height()), caption);

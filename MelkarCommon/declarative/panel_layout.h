@@ -23,6 +23,8 @@
 
 namespace melkar {
 
+constexpr double kPi = 3.1415926535; ///< as far as the angles of slices and arrow heads go
+
 /// Whether a piece can show anything: a host's own step may be given any rectangle.
 constexpr bool HasRoom(const CRect& box) { return MakesSense(box) && box.Width() > 0 && box.Height() > 0; }
 

@@ -7,8 +7,6 @@
 namespace melkar {
 namespace {
 
-constexpr double kPi = 3.1415926535; ///< as far as the figures of the slices go
-
 bool HaveOneDirection(const CPoint& middle, const PieRadials& radials) {
     const double x1 = double(radials.from.x) - middle.x;
     const double y1 = double(radials.from.y) - middle.y;

@@ -1,5 +1,6 @@
 #include <MelkarCommon/declarative/plot_graph.h>
 
+#include <MelkarCommon/declarative/panel_layout.h>
 #include <MelkarCommon/declarative/plot_layout.h>
 #include <MelkarCommon/platform/drawing.h>
 #include <MelkarCommon/platform/scoped.h>
@@ -15,7 +16,7 @@ namespace {
 constexpr int kPlainSize = 10;
 constexpr COLORREF kPlainColor = RGB(255, 0, 0);
 constexpr int kJoinWidth = 3;
-constexpr double kHeadAngle = 3.1415926535 / 6; ///< between shaft and barb
+constexpr double kHeadAngle = melkar::kPi / 6; ///< between shaft and barb
 constexpr double kHeadLength = 20.0;
 
 } // namespace

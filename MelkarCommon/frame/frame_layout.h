@@ -35,6 +35,13 @@ constexpr CRect BetweenScales(const CRect& canvas, const CRect& graph) {
     return {canvas.left, canvas.top, graph.right - (canvas.left - graph.left), canvas.bottom};
 }
 
+/// A short upright line across an edge.
+struct Tick {
+    int x;    ///< of all of it
+    int from; ///< y at which it begins
+    int to;   ///< y before which it ends
+};
+
 /// y at which a label of this length begins that reads upwards.
 constexpr int UpwardLabelY(const CRect& canvas, int length) { return (canvas.top + canvas.bottom + length) / 2; }
 /// The same of one that reads downwards.

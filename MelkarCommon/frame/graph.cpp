@@ -5,6 +5,7 @@
 #include <MelkarCommon/frame/key_table.h>
 #include <MelkarCommon/frame/scale.h>
 #include <MelkarCommon/frame/text_limits.h>
+#include <MelkarCommon/platform/desktop.h>
 #include <MelkarCommon/platform/drawing.h>
 #include <MelkarCommon/platform/measures.h>
 #include <MelkarCommon/platform/scoped.h>
@@ -63,10 +64,13 @@ CGraph::CGraph(HWND window, HDC dc, const char* section, HDC shared, HDC second,
     CGraph::ReadIniFile(GraphProfile());
 }
 
-/// Not constant only because `ReadIniFile` takes such a pointer; nobody writes to it.
-char* CGraph::GraphProfile() {
-    static char path[] = "..\\conf\\graph.cnf";
-    return path;
+char* CGraph::GraphProfile() { return melkar::GraphProfile(); }
+
+bool CGraph::IsDesktopNarrow() {
+    constexpr int kNarrow = 820; // pixels
+    CRect desktop;
+    SystemParametersInfoA(SPI_GETWORKAREA, 0, &desktop, 0);
+    return desktop.Width() <= kNarrow;
 }
 
 CGraph::~CGraph() { FreeSurface(); }
@@ -176,6 +180,10 @@ void CGraph::JudgeStatuses() {
         m_bExclude &= IsExcluded(status) || HasNoData(status);
         m_bNoData &= HasNoData(status);
     }
+}
+
+void CGraph::DrawTick(const melkar::Tick& tick) const {
+    DrawLine(m_hMemDC, CPoint(tick.x, tick.from), CPoint(tick.x, tick.to), nullptr);
 }
 
 void CGraph::FillGraph() { DrawRectangle(m_hMemDC, m_rcGraph, m_crBase, m_crBase, 0); }

@@ -21,6 +21,7 @@ struct DataTable;
 using DataTables = std::vector<DataTable>;
 struct ScalePixels;
 struct ScaleStep;
+struct Tick;
 } // namespace melkar
 
 /// The frame of every graph: its surfaces and profile, the first half of a draw cycle (working surface, background,
@@ -95,7 +96,9 @@ public:
     static melkar::ClassKeys ProfileKeys();                   ///< the keys that this class reads, of every graph class
 
 protected:
-    static char* GraphProfile(); ///< "..\conf\graph.cnf", from which every constructor reads
+    static char* GraphProfile();                ///< "..\conf\graph.cnf", from which every constructor reads
+    MELKAR_LOCAL static bool IsDesktopNarrow(); ///< on which some texts are smaller
+    MELKAR_LOCAL void DrawTick(const melkar::Tick& tick) const; ///< with the surface's pen
     /// The first half of a cycle, without a copy of the picture: a step of most cycles. @return as `Draw`
     long BeginCycle(const CRect& area);
     /// What every cycle begins with: looks at the rectangle and makes the working surface for it.

@@ -29,6 +29,11 @@ std::string ColorText(int color) {
 
 } // namespace
 
+char* GraphProfile() {
+    static std::string path = kGraphProfile;
+    return path.data();
+}
+
 SharedProfile::SharedProfile() : m_outer(std::exchange(g_shared, this)) {}
 
 SharedProfile::~SharedProfile() { g_shared = m_outer; }

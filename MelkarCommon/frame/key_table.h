@@ -95,6 +95,8 @@ constexpr int kMostCounted = 10;      ///< a numbered row for a counted array en
 constexpr int kMostListItems = 10000; ///< a list that grows with its numbered row ends here: nobody reads more
 
 constexpr const char* kGraphProfile = "..\\conf\\graph.cnf"; ///< of all graphs
+/// The same for `ReadIniFile`, which takes a pointer that it could write to; nobody does.
+MELKAR_API char* GraphProfile();
 
 /// One reading of a profile, as seen by one graph.
 class MELKAR_API KeyReader {

@@ -16,8 +16,6 @@ namespace {
 constexpr COLORREF kFrame = RGB(128, 128, 128);
 constexpr int kGap = 5;         ///< from the bar to a figure that is cut off at the right edge
 constexpr int kSurfaceLeft = 1; ///< figures off the scale have all the room from here to the right edge
-constexpr UINT kAtLeft = DT_VCENTER | DT_SINGLELINE;
-constexpr UINT kAtRight = DT_RIGHT | kAtLeft;
 
 } // namespace
 
@@ -28,13 +26,13 @@ long CBMIGraph_Eng::DrawValue() {
     const melkar::ScopedFont font(m_hMemDC, ChartFont(kFigureSize));
     const CRect wholeRoom(kSurfaceLeft, band.top, band.right, band.bottom);
     if (IsBelowScale()) {
-        PaintText(m_strValue, wholeRoom, kAtLeft);
+        PaintText(m_strValue, wholeRoom, melkar::kFigureAtLeft);
         return 0;
     }
     const COLORREF color = ClassColor(IsAboveScale() ? m_nClassCount - 1 : m_nClass);
     DrawRectangle(m_hMemDC, CRect(band.left, band.top, end, band.bottom), color, kFrame, 1);
     if (IsAboveScale())
-        PaintText(m_strValue, wholeRoom, kAtRight);
+        PaintText(m_strValue, wholeRoom, melkar::kFigureAtRight);
     else
         WriteFigure(band, end);
     return 0;
@@ -42,14 +40,16 @@ long CBMIGraph_Eng::DrawValue() {
 
 void CBMIGraph_Eng::WriteFigure(const CRect& band, int end) {
     const CRect behind(end, band.top, band.right, band.bottom);
-    const int width = MeasureText(m_strValue, kAtRight | DT_CALCRECT, behind).Width();
+    const int width = MeasureText(m_strValue, melkar::kFigureAtRight | DT_CALCRECT, behind).Width();
     const GaugeFigurePlace place = melkar::PlaceGaugeFigure(band, end, width);
     if (place == GaugeFigurePlace::CutOff) {
-        PaintText(m_strValue, CRect(melkar::AddEdge(end, kGap), band.top, band.right, band.bottom), kAtLeft);
+        PaintText(m_strValue, CRect(melkar::AddEdge(end, kGap), band.top, band.right, band.bottom),
+                  melkar::kFigureAtLeft);
         return;
     }
     const bool inBar = place == GaugeFigurePlace::InBar;
     SetTextColor(m_hMemDC, inBar ? kWhite : kBlack);
-    PaintText(m_strValue, CRect(inBar ? band.left : end, band.top, inBar ? end : end + width, band.bottom), kAtRight);
+    PaintText(m_strValue, CRect(inBar ? band.left : end, band.top, inBar ? end : end + width, band.bottom),
+              melkar::kFigureAtRight);
     SetTextColor(m_hMemDC, kBlack);
 }

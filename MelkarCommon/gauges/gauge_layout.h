@@ -52,6 +52,10 @@ private:
     int Cut(double x) const { return min == max || std::isnan(x) ? left : Edge(x); }
 };
 
+// How a gauge writes its figure: on one line, in the middle of its box's height.
+constexpr UINT kFigureAtLeft = DT_VCENTER | DT_SINGLELINE;
+constexpr UINT kFigureAtRight = DT_RIGHT | kFigureAtLeft;
+
 /// The band of the bar.
 constexpr CRect BarBand(const CRect& canvas) {
     const int margin = canvas.Height() / 10;

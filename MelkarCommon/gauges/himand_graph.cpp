@@ -10,8 +10,6 @@ namespace {
 
 constexpr int kClasses = 3;
 constexpr const char* kLineSample = "tsttst"; ///< its height is that of the first strip, whatever the captions
-constexpr UINT kAtLeft = DT_VCENTER | DT_SINGLELINE;
-constexpr UINT kAtRight = DT_RIGHT | kAtLeft;
 
 } // namespace
 
@@ -67,9 +65,9 @@ long CHimandGraph::DrawValue() {
     const melkar::ScopedFont font(m_hMemDC, ChartFont(kFigureSize));
     const CString text = m_strValue + " %";
     if (IsBelowScale())
-        PaintText(text, CRect(band.left + 1, band.top, band.right, band.bottom), kAtLeft);
+        PaintText(text, CRect(band.left + 1, band.top, band.right, band.bottom), melkar::kFigureAtLeft);
     else if (IsAboveScale())
-        PaintText(text, CRect(1, band.top, band.right, band.bottom), kAtRight);
+        PaintText(text, CRect(1, band.top, band.right, band.bottom), melkar::kFigureAtRight);
     else
         DrawDisc(band, scale.FigureX(m_dValue), text);
     return 0;
@@ -79,10 +77,10 @@ long CHimandGraph::DrawValue() {
 void CHimandGraph::DrawDisc(const CRect& band, int x, const CString& text) {
     const int radius = band.Height() / 2;
     const CRect behind(x + radius, band.top, band.right, band.bottom);
-    if (MeasureText(text, kAtRight | DT_CALCRECT, behind).right > band.right)
-        PaintText(text, CRect(x - radius, band.top, band.right, band.bottom), kAtRight);
+    if (MeasureText(text, melkar::kFigureAtRight | DT_CALCRECT, behind).right > band.right)
+        PaintText(text, CRect(x - radius, band.top, band.right, band.bottom), melkar::kFigureAtRight);
     else
-        PaintText(text, behind, kAtLeft);
+        PaintText(text, behind, melkar::kFigureAtLeft);
     const melkar::ScopedBrush brush(m_hMemDC, ClassColor(m_nClass));
     Ellipse(m_hMemDC, x - radius, band.top, x + radius, band.bottom);
 }

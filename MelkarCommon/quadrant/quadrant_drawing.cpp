@@ -6,6 +6,7 @@
 #include <MelkarCommon/platform/drawing.h>
 #include <MelkarCommon/platform/scoped.h>
 #include <MelkarCommon/quadrant/quadrant_layout.h>
+#include <MelkarCommon/support/chart_font.h>
 #include <MelkarCommon/support/numbers.h>
 #include <MelkarCommon/support/support.h>
 #include <MelkarCommon/support/text_box.h>
@@ -17,7 +18,6 @@ using melkar::ScopedFont;
 
 namespace {
 
-constexpr int kUpwards = 900;                  ///< tenths of a degree
 constexpr double kEntryDistance = 1.1;         ///< from entry to entry of the legend, in heights of its text
 constexpr const char* kShareSample = "0000% "; ///< its height makes the share box's
 
@@ -134,7 +134,7 @@ long CSquareGraph::DrawPoint(int x, int y, CString text) {
 }
 
 long CSquareGraph::DrawVAxsLabel() {
-    const ScopedFont font(m_hMemDC, ChartFont(m_nVAxsSize, kUpwards));
+    const ScopedFont font(m_hMemDC, ChartFont(m_nVAxsSize, melkar::kUpwards));
     m_strVAxsLabel.Replace("__d__", melkar::FormatFixed(m_nLevel, 0));
     const int width = MeasureText(m_strVAxsLabel, DT_CALCRECT).Width();
     PaintTurned(CPoint(m_rcSideBar.right, melkar::UpwardLabelY(m_rcCanvas, width)), m_strVAxsLabel);

@@ -3,6 +3,7 @@
 #include <MelkarCommon/frame/data_table.h>
 #include <MelkarCommon/frame/key_table.h>
 #include <MelkarCommon/quadrant/quadrant_layout.h>
+#include <MelkarCommon/support/activity_figures.h>
 #include <MelkarCommon/support/numbers.h>
 #include <MelkarCommon/support/ring_log.h>
 
@@ -14,9 +15,6 @@ namespace {
 constexpr std::size_t kLineLimit = 6399; ///< characters, line end included
 constexpr int kTitleSpace = 5;           ///< half title heights above the canvas
 constexpr int kMessageSize = 24;         ///< points
-
-constexpr int kLevels = 9;
-constexpr double kPerCount = 1.0 / 15;
 
 } // namespace
 
@@ -104,13 +102,13 @@ struct CSquareGraph::HeadColumns : melkar::Columns<Head> {
         Text<&G::target1>(7, "target 1").Means("of all days, with 1 in column 15").InHead(0).Example("8000"),
         Text<&G::target2>(8, "target 2").Means("its partner").InHead(0).Example("20"),
         Text<&G::levelName>(9, "level name").Means("of the level beside it").InHead(0).Example("brisk"),
-        Whole<&G::level>(10, "level").Means("the first that counts").InHead(0).Within(1, kLevels).Example("4"),
+        Whole<&G::level>(10, "level").Means("the first that counts").InHead(0).Within(1, melkar::kLevels).Example("4"),
         Text<&G::isFixed>(15, "fixed").Means("1: the targets of this row hold").InHead(0).Example("1"),
         Text<&G::laterTarget1>(5, "target 1").Means("of all days, if row 0 has none").InHead(1),
         Text<&G::laterTarget2>(6, "target 2").Means("its partner; also of days with 0 in column 26").InHead(1),
         Text<&G::laterIsFixed>(9, "fixed").Means("0: the targets of this row don't hold").InHead(1),
         Text<&G::laterLevelName>(20, "level name").Means("if row 0 has none").InHead(1),
-        Whole<&G::laterLevel>(21, "level").Means("likewise").InHead(1).Within(1, kLevels),
+        Whole<&G::laterLevel>(21, "level").Means("likewise").InHead(1).Within(1, melkar::kLevels),
         Text<&G::average1>(1, "average 1").InHead(2).Example("8167"),
         Text<&G::average3>(2, "average 3").InHead(2),
         Text<&G::average2>(4, "average 2").InHead(2).Example("19.1"),
@@ -119,7 +117,7 @@ struct CSquareGraph::HeadColumns : melkar::Columns<Head> {
 
 struct CSquareGraph::Day {
     CString target1, target2, hasTarget2;
-    std::array<double, kLevels> levels{};
+    std::array<double, melkar::kLevels> levels{};
 };
 
 struct CSquareGraph::DayColumns : melkar::Columns<Day> {
@@ -129,7 +127,7 @@ struct CSquareGraph::DayColumns : melkar::Columns<Day> {
         Figure<&G::levels>(15, "level")
             .Means("counts at the levels 1 to 9, of which 15 make one")
             .NotBelow(0)
-            .Each(kLevels)
+            .Each(melkar::kLevels)
             .Needed()
             .Example("4013|2257|1003|248|123|91|33|0|0"),
         Text<&G::hasTarget2>(26, "has target 2").Means("0: the second target is that of row 1"),
@@ -156,10 +154,10 @@ void CSquareGraph::TakeHead(const Head& head) {
 /// Of the nine levels those from `m_nLevel` on; all of them for a level below 1, none above 9.
 CString CSquareGraph::LevelSum(const Day& day) const {
     double sum = 0;
-    for (int level = std::max(m_nLevel, 1); level <= kLevels; ++level)
+    for (int level = std::max(m_nLevel, 1); level <= melkar::kLevels; ++level)
         if (const double count = day.levels[static_cast<std::size_t>(level - 1)]; count > 0)
             sum += count;
-    return melkar::FormatFixed(sum * kPerCount, 1);
+    return melkar::FormatFixed(sum * melkar::kMinutesPerCount, 1);
 }
 
 void CSquareGraph::TakeDay(const Day& day, const Head& head) {

@@ -22,8 +22,7 @@ void PaintIn(HDC surface, const CRect& cell, const char* text, COLORREF color, U
 
 CGraphHeader::CGraphHeader(const char* section) : CReportHeader(section) {
     m_strSection = section;
-    char profile[] = "..\\conf\\graph.cnf";
-    CGraphHeader::ReadIniFile(profile);
+    CGraphHeader::ReadIniFile(GraphProfile());
 }
 
 int CGraphHeader::CalcRect(HDC surface, CRect block, CString dataFile) {

@@ -3,6 +3,7 @@
 #include <MelkarCommon/frame/cycle.h>
 #include <MelkarCommon/platform/drawing.h>
 #include <MelkarCommon/reports/report_layout.h>
+#include <MelkarCommon/support/dates.h>
 #include <MelkarCommon/support/ring_log.h>
 #include <MelkarCommon/support/support.h>
 
@@ -10,9 +11,6 @@
 
 namespace {
 
-constexpr char kLog[] = "..\\log\\graph.log";
-constexpr char kProfile[] = "..\\conf\\graph.cnf";
-constexpr char kSystemProfile[] = "..\\conf\\config.cnf";
 constexpr char kDriver[] = "WINSPOOL";
 constexpr int kLandscapeDegrees = 90;
 constexpr int kDocInfoSize = 20; ///< as callers know the record, whatever it takes here
@@ -60,14 +58,15 @@ melkar::ClassKeys CReport::ProfileKeys() { return {"CReport", melkar::InfoOf(Key
 
 CReport::CReport(char* const printer, int paper, int orientation, char* section, HDC shared, HDC second, HDC balloon,
                  const char* dataFile, const char* headerFile, const char* footerFile)
-    : m_nPaperSize(paper), m_strPrinterName(printer), m_Ini(kProfile), m_hGMemDC(shared), m_hGMemDCCir(second),
-      m_hGMemDCBalloon(balloon), m_strDataFile(dataFile), m_strHeaderFile(headerFile), m_strFooterFile(footerFile) {
-    melkar::ReadKeys(KeyRows::rows, *this, kProfile, section);
+    : m_nPaperSize(paper), m_strPrinterName(printer), m_Ini(melkar::kGraphProfile), m_hGMemDC(shared),
+      m_hGMemDCCir(second), m_hGMemDCBalloon(balloon), m_strDataFile(dataFile), m_strHeaderFile(headerFile),
+      m_strFooterFile(footerFile) {
+    melkar::ReadKeys(KeyRows::rows, *this, melkar::kGraphProfile, section);
     if (m_strPrinterName.IsEmpty()) {
-        writeLog(kLog, "CReport::CReport() PrinterName is Null!");
+        writeLog(kLogFile, "CReport::CReport() PrinterName is Null!");
         return;
     }
-    const bool isColored = m_Ini.ReadString(kSystemProfile, "OTHER", "MONOCHROME", "") == "1";
+    const bool isColored = m_Ini.ReadString(melkar::kSystemProfile, "OTHER", "MONOCHROME", "") == "1";
     m_nColorMode = isColored ? DMCOLOR_COLOR : DMCOLOR_MONOCHROME;
     m_DocInfo = {kDocInfoSize, "Ovra", nullptr, nullptr, 1};
     OpenSurface(orientation);
@@ -78,12 +77,12 @@ void CReport::OpenSurface(int orientation) {
     Settings settings(m_strPrinterName.GetString());
     DEVMODEA* wanted = settings.Get();
     if (wanted == nullptr) {
-        writeLog(kLog, "CReport::CReport() pDevOutput is NULL!");
+        writeLog(kLogFile, "CReport::CReport() pDevOutput is NULL!");
         return;
     }
     HDC trial = CreateDCA(kDriver, m_strPrinterName, nullptr, nullptr);
     if (trial == nullptr) {
-        writeLog(kLog, "CReport::CReport() m_hPrnDC is NULL!");
+        writeLog(kLogFile, "CReport::CReport() m_hPrnDC is NULL!");
         return;
     }
     SetTextColor(trial, 0);

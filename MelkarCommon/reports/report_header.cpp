@@ -17,8 +17,6 @@ using melkar::kWhite;
 
 namespace {
 
-char kProfile[] = "..\\conf\\graph.cnf"; ///< not constant only because `ReadIniFile` takes such a pointer
-
 // Words of the reader; no key replaces them.
 constexpr const char* kDays = "Days";
 constexpr const char* kSteps = "Steps";
@@ -112,8 +110,8 @@ struct CReportHeader::KeyRows : SlotKeys {
     };
 };
 
-CReportHeader::CReportHeader(const char* section) : m_Ini(kProfile), m_strSection(section) {
-    CReportHeader::ReadIniFile(kProfile);
+CReportHeader::CReportHeader(const char* section) : m_Ini(melkar::kGraphProfile), m_strSection(section) {
+    CReportHeader::ReadIniFile(melkar::GraphProfile());
 }
 
 int CReportHeader::ReadIniFile(char* path) {

@@ -10,8 +10,7 @@
 
 namespace {
 
-constexpr int kLevels = 9;
-constexpr double kMets[kLevels] = {1.8, 2.3, 2.9, 3.6, 4.3, 5.2, 6.1, 7.1, 8.3};
+constexpr double kMets[melkar::kLevels] = {1.8, 2.3, 2.9, 3.6, 4.3, 5.2, 6.1, 7.1, 8.3};
 constexpr int kNone = -1;
 
 constexpr int kLeastMets = 2;
@@ -26,7 +25,7 @@ double ToOneDecimal(double value) { return melkar::ToDouble(melkar::FormatFixed(
 /// Rounded sum of the levels from `first` to `last` that there are.
 double SumOf(const CStringArray& totals, int first, int last) {
     double sum = 0;
-    for (int level = std::max(first, 1); level <= std::min(last, kLevels); ++level)
+    for (int level = std::max(first, 1); level <= std::min(last, melkar::kLevels); ++level)
         sum += melkar::ToDouble(totals[level - 1]);
     return ToOneDecimal(sum);
 }
@@ -45,7 +44,7 @@ template <class IsData> int FirstPosition(const CStringArray* entries, IsData is
 
 } // namespace
 
-double Intensity2MetsDouble(int level) { return level >= 1 && level <= kLevels ? kMets[level - 1] : kNone; }
+double Intensity2MetsDouble(int level) { return level >= 1 && level <= melkar::kLevels ? kMets[level - 1] : kNone; }
 
 int Intensity2MetsInt(int level) { return static_cast<int>(Intensity2MetsDouble(level)); }
 
@@ -56,10 +55,10 @@ int MetsInt2Intensity(int mets) {
 int MetsDouble2Intensity(double mets) { return MetsInt2Intensity(melkar::Truncate(std::floor(mets))); }
 
 void CalcLMV(double* light, double* moderate, double* vigorous, CStringArray& totals, int p, int q) {
-    const double total = SumOf(totals, 1, kLevels);
+    const double total = SumOf(totals, 1, melkar::kLevels);
     double l = SumOf(totals, 1, melkar::SubtractEdge(p, 1));
     double m = SumOf(totals, p, q);
-    double v = SumOf(totals, melkar::AddEdge(q, 1), kLevels);
+    double v = SumOf(totals, melkar::AddEdge(q, 1), melkar::kLevels);
     if (l >= m && l >= v)
         l = total - m - v;
     if (m >= l && m >= v)

@@ -5,7 +5,7 @@
 
 /// @file
 /// Services for the host on its own kinds of figures: intensity levels and METs, sums of levels, and whether a data set
-/// holds anything. No graph calls them.
+/// holds anything. No graph calls them; what levels and counts are, readers and sheets have in common with them.
 ///
 /// @code{.cpp}
 /// CStringArray minutes; // at the levels 1 to 9
@@ -14,6 +14,12 @@
 /// double light = 0, moderate = 0, vigorous = 0;
 /// CalcLMV(&light, &moderate, &vigorous, minutes, 4, 6); // 345, 76 and 0
 /// @endcode
+
+namespace melkar {
+constexpr int kLevels = 9;                                  ///< of intensity, from 1 on
+constexpr int kCountsPerMinute = 15;                        ///< in which data files have the times at the levels
+constexpr double kMinutesPerCount = 1.0 / kCountsPerMinute; ///< what one of them stands for
+} // namespace melkar
 
 /// METs, multiples of the energy spent at rest, of the levels 1 to 9: 1.8, 2.3, 2.9, 3.6, 4.3, 5.2, 6.1, 7.1, 8.3; -1
 /// for any other.

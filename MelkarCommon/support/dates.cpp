@@ -12,7 +12,6 @@
 namespace {
 
 constexpr int kDateLength = 8; // YYYYMMDD
-constexpr char kConfigFile[] = "..\\conf\\config.cnf";
 
 /// Callers are promised a process in the "C" locale after a date in a named one. It is set only if it is anything
 /// else, so that threads that format dates at once don't write it.
@@ -37,7 +36,7 @@ CString FormatDate(CString date, CString format, CString locale) {
 
 CString melkar::DateFormat(const char* key) {
     char format[100];
-    GetPrivateProfileStringA("SYSTEM", key, "%m/%d/%Y", format, sizeof format, kConfigFile);
+    GetPrivateProfileStringA("SYSTEM", key, "%m/%d/%Y", format, sizeof format, kSystemProfile);
     return format;
 }
 

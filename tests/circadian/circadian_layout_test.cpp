@@ -46,8 +46,8 @@ TEST(CircadianLayout, HoursStandHalfALineBelowThePanel) {
     EXPECT_EQ(figure, CRect(808, 172, 833, 191));
     const Tick tick = HourTickOf(kLeft, figure);
     EXPECT_EQ(tick.x, 820);
-    EXPECT_EQ(tick.top, 160) << "a fifth of the figure's height";
-    EXPECT_EQ(tick.bottom, 166);
+    EXPECT_EQ(tick.from, 160) << "a fifth of the figure's height";
+    EXPECT_EQ(tick.to, 166);
 }
 
 TEST(CircadianLayout, Events) {

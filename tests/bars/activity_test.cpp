@@ -17,21 +17,19 @@ protected:
 };
 
 TEST_F(ActivityCal, ReadsDaysAndSpans) {
-    const struct Case {
-        const char *why, *head, *day;
-    } cases[] = {
+    const char* const cases[][3] = {
         {"a span begins with a blank", "0,20250301,20250307", " 03/01~03/07=250"},
         {"texts that are no dates stay", "0,2025,2026", " 2025~2026=250"},
         {"another status: no figure, but a target", "1,20250301,20250301", "03/01="},
     };
-    for (const Case& c : cases) {
+    for (const auto& [why, head, day] : cases) {
         auto graph = Make<CActivityCalGraph>();
         graph.m_strDateFormatType = "DAY";
         graph.m_strDateFormatSpan = "~";
         graph.m_saTargets.Add("old");
-        EXPECT_EQ(Read(graph, kHead + Row(c.head, "300", "250")), 0) << c.why;
-        EXPECT_EQ(graph.m_saDates[0] + "=" + graph.m_saValues[0], c.day) << c.why;
-        EXPECT_EQ(graph.m_strHeaderField1 + graph.m_strAverage + graph.m_saTargets[0], "B345300") << c.why;
+        EXPECT_EQ(Read(graph, kHead + Row(head, "300", "250")), 0) << why;
+        EXPECT_EQ(graph.m_saDates[0] + "=" + graph.m_saValues[0], day) << why;
+        EXPECT_EQ(graph.m_strHeaderField1 + graph.m_strAverage + graph.m_saTargets[0], "B345300") << why;
     }
 }
 

@@ -24,20 +24,16 @@ protected:
 };
 
 TEST_F(BarMouse, HitTest) {
-    const struct Case {
-        const char* why;
-        CPoint point;
-        long day, bar;
-    } cases[] = {
+    const std::tuple<const char*, CPoint, long, long> cases[] = {
         {"left edge of the first bar", {285, 400}, 0, 0},
         {"right edge counts, as does the top", {510, 350}, 0, 0},
         {"above the stack", {400, 274}, -1, -1},
         {"second series of the second day, over one of no height", {800, 424}, 1, 3},
         {"bottom of the canvas", {800, 425}, -1, -1},
     };
-    for (const Case& c : cases) {
-        EXPECT_EQ(m_graph.OnClick(c.point), c.day) << c.why;
-        EXPECT_EQ(m_graph.OnMouseMove(c.point), c.bar) << c.why;
+    for (const auto& [why, point, day, bar] : cases) {
+        EXPECT_EQ(m_graph.OnClick(point), day) << why;
+        EXPECT_EQ(m_graph.OnMouseMove(point), bar) << why;
     }
     m_graph.m_bClickEnabled = 2;
     EXPECT_EQ(m_graph.OnClick(CPoint(400, 400)), -1);
@@ -89,19 +85,14 @@ TEST_F(BarMouse, DaysThatADerivedClassPlaces) {
     EXPECT_THAT(LinesWith(lines, "text \"750/250\""),
                 ElementsAre("text \"750/250\" 355,174 84x25 \"Fixed 20\" #000000"))
         << "above the bar, not their sum";
-    const struct Case {
-        const char* why;
-        CPoint point;
-        long day;
-    } cases[] = {
+    const std::tuple<const char*, CPoint, long> cases[] = {
         {"left edge and top", {285, 200}, 0}, {"the last row", {509, 349}, 0},
         {"right of it", {510, 349}, -1},      {"below it, where other bars answer", {400, 350}, -1},
         {"above it", {400, 199}, -1},         {"a day without height", {800, 125}, -1},
     };
-    for (const Case& c : cases) {
-        EXPECT_EQ(graph.OnClick(c.point), c.day) << c.why;
-        EXPECT_EQ(graph.OnMouseMove(c.point), c.day)
-            << c.why; // no day but the first answers, and its bars begin with 0
+    for (const auto& [why, point, day] : cases) {
+        EXPECT_EQ(graph.OnClick(point), day) << why;
+        EXPECT_EQ(graph.OnMouseMove(point), day) << why; // no day but the first answers, and its bars begin with 0
     }
     graph.OnMouseMove(CPoint(400, 300));
     EXPECT_THAT(LinesOf(GetRecording(m_shared)).back(), StartsWith("text \"750/250\" 403,263 119x34"));

@@ -20,19 +20,17 @@ protected:
 };
 
 TEST_F(Expenditure, ReadsTheTwoPartsOfADay) {
-    const struct Case {
-        const char *why, *row, *parts;
-    } cases[] = {
+    const char* const cases[][3] = {
         {"a rest is a whole number, the first part stays text", "0,d,2000.9,500.1", "500.1+1500"},
         {"another status: its figures don't count", "1,d,2000,500", "+"},
         {"short row", "0", "+0"},
         {"extremes don't overflow", "0,d,2147483647,-2147483648", "-2147483648+4294967295"},
     };
-    for (const Case& c : cases) {
+    for (const auto& [why, row, parts] : cases) {
         auto graph = Make<CExpenditureGraph>();
         graph.m_saTargets.Add("5");
-        EXPECT_EQ(Read(graph, Head("1800", "4000") + c.row + "\n"), 0) << c.why;
-        EXPECT_EQ(graph.m_saValues[0] + "+" + graph.m_saValues[1], c.parts) << c.why;
+        EXPECT_EQ(Read(graph, Head("1800", "4000") + row + "\n"), 0) << why;
+        EXPECT_EQ(graph.m_saValues[0] + "+" + graph.m_saValues[1], parts) << why;
         EXPECT_EQ(graph.m_saTargets.GetSize(), 0) << "targets are emptied here";
     }
 }
@@ -67,21 +65,17 @@ TEST_F(Expenditure, StacksThePartsOverTheBand) {
 
 // The label's font has 13 pixels: 8 x 17 a character. Beside the canvas are 73 pixels, so that it wraps.
 TEST_F(Expenditure, BandOfTheAverageIntake) {
-    const struct Case {
-        const char *why, *intake;
-        std::vector<std::string> band;
-        const char* label;
-    } cases[] = {
+    const std::tuple<const char*, const char*, std::vector<std::string>, const char*> cases[] = {
         {"a fraction is cut", "1001", {"fill 173,350 900x75 #1E0000"}, "average@350|intake@367"},
         {"the whole scale", "4000", {"fill 173,125 900x300 #1E0000"}, "average@125|intake@142"},
         {"above the scale: nothing", "4001", {}, ""},
         {"none: no band, but the label", "", {}, "average@425|intake@442"},
     };
-    for (const Case& c : cases) {
+    for (const auto& [why, intake, band, label] : cases) {
         auto graph = Make<CExpenditureGraph>();
-        const auto lines = DrawRecorded(graph, Head(c.intake, "4000") + "0,a,2000,500\n", kWideArea);
-        EXPECT_EQ(LinesWith(lines, "fill", "#1E0000"), c.band) << c.why;
-        EXPECT_EQ(TextsAt(lines, 1073), c.label) << c.why;
+        const auto lines = DrawRecorded(graph, Head(intake, "4000") + "0,a,2000,500\n", kWideArea);
+        EXPECT_EQ(LinesWith(lines, "fill", "#1E0000"), band) << why;
+        EXPECT_EQ(TextsAt(lines, 1073), label) << why;
     }
 }
 

@@ -66,25 +66,20 @@ TEST_F(LineGraph, SeveralLinesTakeTurnsInTheArray) {
 }
 
 TEST_F(LineGraph, ScaleAtTheRight) {
-    const struct Case {
-        const char* why;
-        double max, interval;
-        int coach, decimals;
-        const char* labels;
-    } cases[] = {
+    const std::tuple<const char*, double, double, int, int, const char*> cases[] = {
         {"five pixels right of the canvas, centred on its height", 80, 5, 0, 0, "60@413|65@338|70@263|75@188|80@113"},
         {"coach mode leaves the bottom and every second label out", 80, 5, 1, 0, "65@338|75@188"},
         {"decimals of its own", 80, 12.5, 0, 1, "60@413|72.5@226"},
         {"no interval: steps of 10; 10 x 300 / 19 is 157", 79, 0, 0, 0, "60@413|70@256"},
     };
-    for (const Case& c : cases) {
+    for (const auto& [why, max, interval, coach, decimals, labels] : cases) {
         auto graph = Make<CLineGraph>();
-        graph.m_dChartLineMax = c.max;
-        graph.m_dChartLineInterval = c.interval;
-        graph.m_bCoach = c.coach;
-        graph.m_nLineDecimals = c.decimals;
+        graph.m_dChartLineMax = max;
+        graph.m_dChartLineInterval = interval;
+        graph.m_bCoach = coach;
+        graph.m_nLineDecimals = decimals;
         const auto lines = DrawRecorded(graph, kFourDays, kWideArea);
-        EXPECT_EQ(TextsAt(lines, 1078), c.labels) << c.why;
+        EXPECT_EQ(TextsAt(lines, 1078), labels) << why;
         // x = trunc(1146 - 25 x 0.1 - 5), y = (425 + 125 - 24) / 2
         EXPECT_EQ(LinesWith(lines, "text \"kg\" 1138,263 24x25 ", " angle 2700").size(), 1U);
     }

@@ -8,20 +8,17 @@ namespace {
 using melkar::Scale;
 
 TEST(WeightLayout, ScaleSharesTheStepsOfTheLeftOne) {
-    const struct Case {
-        const char* why;
-        int highest, lowest, steps, max, min, interval;
-    } cases[] = {
+    const std::tuple<const char*, int, int, int, int, int, int> cases[] = {
         {"range 13 in 5 steps of 3", 70, 60, 5, 72, 57, 3},
         {"range a multiple of the steps: one more all the same", 70, 58, 5, 72, 52, 4},
         {"range as many as the steps", 70, 60, 13, 72, 59, 1},
         {"the bottom may be below 0", 5, 0, 10, 7, -3, 1},
     };
-    for (const Case& c : cases) {
-        const Scale scale = melkar::WeightScaleFor(c.highest, c.lowest, c.steps).value_or(Scale{});
-        EXPECT_EQ(scale.max, c.max) << c.why;
-        EXPECT_EQ(scale.min, c.min) << c.why;
-        EXPECT_EQ(scale.step, c.interval) << c.why;
+    for (const auto& [why, highest, lowest, steps, max, min, interval] : cases) {
+        const Scale scale = melkar::WeightScaleFor(highest, lowest, steps).value_or(Scale{});
+        EXPECT_EQ(scale.max, max) << why;
+        EXPECT_EQ(scale.min, min) << why;
+        EXPECT_EQ(scale.step, interval) << why;
     }
     EXPECT_FALSE(melkar::WeightScaleFor(70, 60, 0)) << "a range, but nothing to divide it into";
     EXPECT_EQ(melkar::WeightScaleFor(INT_MAX, INT_MIN, 1)->max, INT_MAX);

@@ -53,20 +53,17 @@ TEST_F(StepGraph, LongRowsGoOnAsFurtherOnes) {
 // "  mean: 500 steps" is 17 x 12 wide: its box ends at 1073 - 100 and stands on the title's bottom, (769, 76) to
 // (973, 101), its middle at 88.
 TEST_F(StepGraph, AverageStandsAtTheRightAndIsCutBeforeItIsScaled) {
-    const struct Case {
-        const char *why, *top, *average;
-        std::vector<std::string> line;
-    } cases[] = {
+    const std::tuple<const char*, const char*, const char*, std::vector<std::string>> cases[] = {
         {"above the top", "400", "500", {}},
         {"5 x 300 / 1764 is 0, 5.9 x 300 / 1764 would be 1", "1764", "5.9", {"thick 173,423 1073 #0000FF w1 dot 3,3"}},
     };
-    for (const Case& c : cases) {
+    for (const auto& [why, top, average, line] : cases) {
         auto graph = Make<CStepGraph>();
         graph.m_bPrintAverage = 1;
-        const auto lines = DrawRecorded(graph, Head(c.top, c.average) + "0,1/1,,,5\n", kWideArea);
-        EXPECT_EQ(TextsAt(lines, 769), "  mean: " + std::string(c.average) + " steps@76") << c.why;
-        EXPECT_EQ(LinesWith(lines, "thick 769,86 709 #0000FF w1 dot").size(), 1U) << c.why;
-        EXPECT_EQ(LinesWith(lines, "thick 173,"), c.line) << c.why;
+        const auto lines = DrawRecorded(graph, Head(top, average) + "0,1/1,,,5\n", kWideArea);
+        EXPECT_EQ(TextsAt(lines, 769), "  mean: " + std::string(average) + " steps@76") << why;
+        EXPECT_EQ(LinesWith(lines, "thick 769,86 709 #0000FF w1 dot").size(), 1U) << why;
+        EXPECT_EQ(LinesWith(lines, "thick 173,"), line) << why;
     }
 }
 

@@ -22,19 +22,16 @@ TEST(CircadianLayout, ClassBordersLieHalfALevelOutsideOfTheBounds) {
     EXPECT_EQ(lines.upper, 100) << "163 - 58.48 - 4 = 100.52";
 
     const CRect panel(142, 77, 850, 167); // 90 high: half a level is 4.5
-    const struct Case {
-        const char* why;
-        int lang, upper, lower;
-    } cases[] = {
+    const std::tuple<const char*, int, int, int> cases[] = {
         {"truncated with the half level: 58.5 and 31.5", 0, 109, 136},
         {"truncated without it: 54 + 4 and 36 - 4", 1, 109, 135},
         {"any other language is like 1", 7, 109, 135},
     };
-    for (const Case& c : cases) {
-        const ClassBands bands = ClassBandsOf(kGraph, panel, {4.0, 6.0}, c.lang);
-        EXPECT_EQ(bands.vigorous, CRect(100, 81, 138, c.upper)) << c.why;
-        EXPECT_EQ(bands.moderate, CRect(100, c.upper, 138, c.lower)) << c.why;
-        EXPECT_EQ(bands.light, CRect(100, c.lower, 138, 163)) << c.why;
+    for (const auto& [why, lang, upper, lower] : cases) {
+        const ClassBands bands = ClassBandsOf(kGraph, panel, {4.0, 6.0}, lang);
+        EXPECT_EQ(bands.vigorous, CRect(100, 81, 138, upper)) << why;
+        EXPECT_EQ(bands.moderate, CRect(100, upper, 138, lower)) << why;
+        EXPECT_EQ(bands.light, CRect(100, lower, 138, 163)) << why;
     }
     EXPECT_EQ(ClassLabelStart({100, 81, 138, 108}, 65), CPoint(109, 126)) << "94 + 32: reads upwards around the middle";
 }
@@ -71,12 +68,7 @@ TEST(CircadianLayout, Events) {
 }
 
 TEST(CircadianLayout, BarsStandLevelWithTheProfile) {
-    const struct Case {
-        const char* why;
-        int level;
-        double minutes;
-        CRect bar;
-    } cases[] = {
+    const std::tuple<const char*, int, double, CRect> cases[] = {
         {"half a level to one and a half, less a pixel at each end: 12.9 and 4.3", 1, 3.2, {880, 152, 886, 158}},
         {"the highest: 81.7 and 73.1", 9, 3.2, {880, 83, 886, 89}},
         {"two pixels a minute, truncated", 9, 39.9, {880, 83, 959, 89}},
@@ -84,8 +76,8 @@ TEST(CircadianLayout, BarsStandLevelWithTheProfile) {
         {"more stay within it", 9, 1e300, {880, 83, 960, 89}},
         {"no figure, no width", 9, std::nan(""), {880, 83, 880, 89}},
     };
-    for (const Case& c : cases)
-        EXPECT_EQ(LevelBarOf(kRight, c.level, c.minutes), c.bar) << c.why;
+    for (const auto& [why, level, minutes, bar] : cases)
+        EXPECT_EQ(LevelBarOf(kRight, level, minutes), bar) << why;
     EXPECT_EQ(LevelFigureOf(kRight, 9, 10, 19), CRect(867, 77, 877, 96)) << "163 - 9 - 77.4";
 
     const CRect bar(880, 152, 886, 158);

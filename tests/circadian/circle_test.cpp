@@ -15,12 +15,7 @@ std::string Text(const ClassFigures& figures) {
 
 TEST(CircleShares, OfTheClasses) {
     const CStringArray nine = Texts({"1", "2", "4", "8", "16", "32", "64", "128", "256"});
-    const struct Case {
-        const char* why;
-        CStringArray levels;
-        int from, to;
-        const char* minutes;
-    } cases[] = {
+    const std::tuple<const char*, CStringArray, int, int, const char*> cases[] = {
         {"usual bounds", nine, 4, 6, "7 56 448"},
         {"a moderate class of nothing", nine, 5, 4, "15 0 496"},
         {"ends before it begins: likewise", nine, 5, 1, "15 0 496"},
@@ -31,8 +26,8 @@ TEST(CircleShares, OfTheClasses) {
         {"no levels", {}, 4, 6, "0 0 0"},
         {"no numbers", Texts({"x", "nan", "inf", "", "1e999", "0.5"}), 1, 6, "0 0.5 0"},
     };
-    for (const Case& c : cases)
-        EXPECT_EQ(Text(melkar::MinutesOf(c.levels, c.from, c.to)), c.minutes) << c.why;
+    for (const auto& [why, levels, from, to, minutes] : cases)
+        EXPECT_EQ(Text(melkar::MinutesOf(levels, from, to)), minutes) << why;
     EXPECT_EQ(Text(melkar::SharesOf({1, 2, 5})), "12.5 25 62.5");
     EXPECT_EQ(Text(melkar::SharesOf({-1, 2, 1})), "0 100 50") << "a share isn't below 0";
     EXPECT_EQ(Text(melkar::SharesOf({})), "0 0 0");
@@ -41,11 +36,7 @@ TEST(CircleShares, OfTheClasses) {
 TEST(CircleShares, AddUpToAHundred) {
     constexpr double kThird = 100 / 3.0;
     constexpr double kSixth = 100 / 6.0;
-    const struct Case {
-        const char* why;
-        ClassFigures shares;
-        const char* rounded;
-    } cases[] = {
+    const std::tuple<const char*, ClassFigures, const char*> cases[] = {
         {"of equals the light one takes it", {kThird, kThird, kThird}, "33.4 33.3 33.3"},
         {"moderate the largest", {kSixth, 4 * kSixth, kSixth}, "16.7 66.6 16.7"},
         {"vigorous the largest", {kSixth, kSixth, 4 * kSixth}, "16.7 16.7 66.6"},
@@ -53,8 +44,8 @@ TEST(CircleShares, AddUpToAHundred) {
         {"the two larger ones alike: the first", {0.34, 49.83, 49.83}, "0.3 49.9 49.8"},
         {"nothing stays nothing", {}, "0 0 0"},
     };
-    for (const Case& c : cases)
-        EXPECT_EQ(Text(melkar::RoundedShares(c.shares)), c.rounded) << c.why;
+    for (const auto& [why, shares, rounded] : cases)
+        EXPECT_EQ(Text(melkar::RoundedShares(shares)), rounded) << why;
 }
 
 TEST(CircleLayout, Areas) {

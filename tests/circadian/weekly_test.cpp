@@ -8,10 +8,7 @@
 namespace {
 
 TEST(WeeklyFile, Weekday) {
-    const struct Case {
-        const char *why, *date;
-        int weekday;
-    } cases[] = {
+    const std::tuple<const char*, const char*, int> cases[] = {
         {"a Monday", "20260302", 1},
         {"a Sunday", "20260301", 7},
         {"a leap day, a Saturday", "20200229", 6},
@@ -20,8 +17,8 @@ TEST(WeeklyFile, Weekday) {
         {"no date", "Monday", 0},
         {"nothing", "", 0},
     };
-    for (const Case& c : cases)
-        EXPECT_EQ(melkar::WeekdayOf(c.date), c.weekday) << c.why;
+    for (const auto& [why, date, weekday] : cases)
+        EXPECT_EQ(melkar::WeekdayOf(date), weekday) << why;
 }
 
 // Area 10 to 80: seven rows of 10, three of 23.3.
@@ -142,11 +139,7 @@ TEST_F(WeeklyTest, PrintColumns) {
 
 TEST_F(WeeklyTest, ScreenFileEndsWithTheSunday) {
     const std::string days = "0,a\n0,b\n0,c\n";
-    const struct Case {
-        const char* why;
-        std::string content, weekdays;
-        int firstDay;
-    } cases[] = {
+    const std::tuple<const char*, std::string, std::string, int> cases[] = {
         {"a line behind Sunday isn't read", "\n20260307\n\n" + days, "67", 6},
         {"fewer than a week", "\n20260302\n\n" + days, "123", 1},
         {"an empty line is a day", "\n20260302\n\n\n\n", "12", 1},
@@ -156,12 +149,12 @@ TEST_F(WeeklyTest, ScreenFileEndsWithTheSunday) {
         {"4999 characters are one line", "\n20260302\n\n" + std::string(4998, '1') + "\n", "1", 1},
         {"what is behind them is another", "\n20260302\n\n" + std::string(4999, '1') + "\n", "12", 1},
     };
-    for (const Case& c : cases) {
+    for (const auto& [why, content, weekdays, firstDay] : cases) {
         auto week = Make<Week>();
         week.m_nFirstDay = 5;
-        EXPECT_EQ(week.ReadDataFile(DataFile(c.content).data()), 0) << c.why;
-        EXPECT_EQ(week.weekdays, c.weekdays) << c.why;
-        EXPECT_EQ(week.m_nFirstDay, c.firstDay) << c.why;
+        EXPECT_EQ(week.ReadDataFile(DataFile(content).data()), 0) << why;
+        EXPECT_EQ(week.weekdays, weekdays) << why;
+        EXPECT_EQ(week.m_nFirstDay, firstDay) << why;
     }
     auto week = Make<Week>();
     EXPECT_EQ(week.ReadDataFile(m_missing), 210);
@@ -181,12 +174,7 @@ std::string PrintFile(const std::string& firstDate, const std::string& statuses)
 TEST_F(WeeklyTest, PagesAndTheirCounters) {
     constexpr char kMonday[] = "20260302";
     constexpr char kWednesday[] = "20260304";
-    const struct Case {
-        const char *why, *firstDate, *statuses;
-        int page;
-        long result;
-        const char* weekdays;
-    } cases[] = {
+    const std::tuple<const char*, const char*, const char*, int, long, const char*> cases[] = {
         {"seven days", kMonday, "0142222", 0, 7, "1234567"},
         {"none of them has data", kMonday, "2323232", 0, -1, "1234567"},
         {"nor the days from a Wednesday on", kWednesday, "23232", 0, -1, "34567"},
@@ -202,11 +190,10 @@ TEST_F(WeeklyTest, PagesAndTheirCounters) {
         {"pages below 0", kMonday, "0000000", -1, -1, ""},
         {"no date", "20261301", "0000000", 0, -1, ""},
     };
-    for (const Case& c : cases) {
+    for (const auto& [why, firstDate, statuses, page, result, weekdays] : cases) {
         auto week = Make<Week>();
-        EXPECT_EQ(week.ReadWeekDataFile(DataFile(PrintFile(c.firstDate, c.statuses)).data(), c.page), c.result)
-            << c.why;
-        EXPECT_EQ(week.weekdays, c.weekdays) << c.why;
+        EXPECT_EQ(week.ReadWeekDataFile(DataFile(PrintFile(firstDate, statuses)).data(), page), result) << why;
+        EXPECT_EQ(week.weekdays, weekdays) << why;
     }
     auto week = Make<Week>();
     EXPECT_EQ(week.ReadWeekDataFile(DataFile(PrintFile(kMonday, "") + std::string(5118, '1') + "\n").data(), 0), 1);

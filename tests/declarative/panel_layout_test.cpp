@@ -16,17 +16,14 @@ namespace {
 constexpr CRect kGraph(60, 50, 340, 251); // 280 x 201
 
 TEST(PanelLayout, RatesStayWithinTheAxis) {
-    const struct Case {
-        const char* why;
-        float value, min, max, rate;
-    } cases[] = {
+    const std::tuple<const char*, float, float, float, float> cases[] = {
         {"inside", 30, 20, 40, 0.5F},       {"below", 19, 20, 40, 0},
         {"above", 41, 20, 40, 1},           {"an axis that runs down", 30, 40, 20, 0.5F},
         {"no range: above", 21, 20, 20, 1}, {"no range: on it", 20, 20, 20, 0},
         {"no range: below", 19, 20, 20, 0}, {"no number", NAN, 20, 40, 0},
     };
-    for (const Case& c : cases)
-        EXPECT_EQ(RateOf(c.value, c.min, c.max), c.rate) << c.why;
+    for (const auto& [why, value, min, max, rate] : cases)
+        EXPECT_EQ(RateOf(value, min, max), rate) << why;
 }
 
 TEST(PanelLayout, ScalesReachHalfAStepBeyondTheAxis) {
@@ -47,10 +44,7 @@ TEST(PanelLayout, ScalesReachHalfAStepBeyondTheAxis) {
 }
 
 TEST(PanelLayout, NoMoreDivisionsThanPixels) {
-    const struct Case {
-        const char* why;
-        int count, extent, stride;
-    } cases[] = {
+    const std::tuple<const char*, int, int, int> cases[] = {
         {"as many as pixels", 200, 200, 1},
         {"one more", 201, 200, 2},
         {"none", 0, 200, 1},
@@ -58,8 +52,8 @@ TEST(PanelLayout, NoMoreDivisionsThanPixels) {
         {"no pixels", 5, 0, 5},
         {"fewer than none", -3, 200, 1},
     };
-    for (const Case& c : cases)
-        EXPECT_EQ(StrideOf(c.count, c.extent), c.stride) << c.why;
+    for (const auto& [why, count, extent, stride] : cases)
+        EXPECT_EQ(StrideOf(count, extent), stride) << why;
     EXPECT_EQ(DivisionsOf(200, 0).step, 200) << "a scale without divisions has one";
 }
 
@@ -76,35 +70,25 @@ TEST(PanelLayout, CaptionRunsUpwardsThroughTheMiddleOfItsStrip) {
 }
 
 TEST(PlotLayout, JoinsRunFromRimToRim) {
-    const struct Case {
-        const char* why;
-        CPoint from, to;
-        int fromSize, toSize;
-        CPoint start, end;
-    } cases[] = {
+    const std::tuple<const char*, CPoint, CPoint, int, int, CPoint, CPoint> cases[] = {
         {"to the right", {100, 50}, {200, 50}, 10, 10, {105, 50}, {195, 50}},
         {"to the left", {200, 50}, {100, 50}, 10, 20, {195, 50}, {110, 50}},
         {"upwards on a slope of 3 to 4", {0, 100}, {75, 0}, 10, 10, {3, 96}, {72, 4}},
         {"an odd size is halved downwards", {100, 50}, {200, 50}, 11, 1, {105, 50}, {200, 50}},
         {"circles that overlap", {100, 50}, {104, 50}, 10, 10, {105, 50}, {99, 50}},
     };
-    for (const Case& c : cases) {
-        const auto join = JoinOf(c.from, c.fromSize, c.to, c.toSize);
-        ASSERT_TRUE(join) << c.why;
-        EXPECT_EQ(join->from, c.start) << c.why;
-        EXPECT_EQ(join->to, c.end) << c.why;
+    for (const auto& [why, from, to, fromSize, toSize, start, end] : cases) {
+        const auto join = JoinOf(from, fromSize, to, toSize);
+        ASSERT_TRUE(join) << why;
+        EXPECT_EQ(join->from, start) << why;
+        EXPECT_EQ(join->to, end) << why;
     }
     EXPECT_FALSE(JoinOf({5, 5}, 10, {5, 5}, 10)) << "no direction";
 }
 
 // Singles lie 2^-16 (0.0000153) apart from 128 to 256, a quarter of that from 32 to 64.
 TEST(PlotLayout, PointsGrowFromTheLeftAndTheBottom) {
-    const struct Case {
-        const char* why;
-        CRect graph;
-        float rateX, rateY;
-        CPoint at;
-    } cases[] = {
+    const std::tuple<const char*, CRect, float, float, CPoint> cases[] = {
         {"the lower left corner", kGraph, 0, 0, {60, 251}},
         {"251 - 100.5, cut", kGraph, 0.25F, 0.5F, {130, 150}},
         {"on its lines: 0.7 is 0.69999999, times 280 it rounds to 196; 0.3 is 0.30000001, 300 - 60.0000038 to 240",
@@ -118,8 +102,8 @@ TEST(PlotLayout, PointsGrowFromTheLeftAndTheBottom) {
          1,
          {218, 100}},
     };
-    for (const Case& c : cases)
-        EXPECT_EQ(PlotAt(c.graph, c.rateX, c.rateY), c.at) << c.why;
+    for (const auto& [why, graph, rateX, rateY, at] : cases)
+        EXPECT_EQ(PlotAt(graph, rateX, rateY), at) << why;
     EXPECT_EQ(PlotCircle({130, 150}, 11), CRect(125, 145, 135, 155));
 }
 

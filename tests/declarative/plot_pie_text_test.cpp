@@ -120,24 +120,20 @@ TEST_F(CirclePanel, OneSliceIsTheWholeDiscAndNothingDrawsNothing) {
 
 TEST_F(PanelTest, TextStandsWhereItsFormatSays) {
     WriteProfile("ADVICE=Walk more\nADVICE_FONT=20\nADVICE_RGB=1,0,0\nPLAIN=x\n");
-    const struct Case {
-        const char* why;
-        UINT format;
-        int margin, top;
-    } cases[] = {
+    const std::tuple<const char*, UINT, int, int> cases[] = {
         {"top", 0, 0, 100},
         {"bottom", DT_BOTTOM, 10, 270},
         {"the middle wins over the bottom", DT_VCENTER | DT_BOTTOM, 10, 190},
         {"a negative margin reaches out", 0, -10, 90},
     };
-    for (const Case& c : cases) {
-        CFixedText graph(nullptr, m_record, "OWN", "ADVICE", nullptr, nullptr, nullptr, c.format, c.margin);
+    for (const auto& [why, format, margin, top] : cases) {
+        CFixedText graph(nullptr, m_record, "OWN", "ADVICE", nullptr, nullptr, nullptr, format, margin);
         const auto texts = LinesWith(DrawRecorded(graph), "text");
-        ASSERT_THAT(texts, SizeIs(1)) << c.why;
-        EXPECT_THAT(texts[0], StartsWith("text \"Walk more\" " + std::to_string(160 + c.margin) + "," +
-                                         std::to_string(c.top) + " 90x20"))
-            << c.why;
-        EXPECT_THAT(texts[0], HasSubstr("#010000")) << c.why;
+        ASSERT_THAT(texts, SizeIs(1)) << why;
+        EXPECT_THAT(texts[0], StartsWith("text \"Walk more\" " + std::to_string(160 + margin) + "," +
+                                         std::to_string(top) + " 90x20"))
+            << why;
+        EXPECT_THAT(texts[0], HasSubstr("#010000")) << why;
     }
     CFixedText plain(nullptr, m_record, "OWN", "PLAIN", nullptr, nullptr, nullptr, 0, 0);
     EXPECT_THAT(DrawRecorded(plain), Contains(StartsWith("text \"x\" 160,100 10x20 \"Fixed")))

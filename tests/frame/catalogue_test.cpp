@@ -24,18 +24,14 @@ TEST(Catalogue, HostsAddRows) {
     const auto rows = melkar::Catalogue().size();
     melkar::KindRow row{"host", "HostSteps", "CStepGraph", "steps of a host", "TITLELABEL=Mine"};
     row.make = melkar::MakeGraph<HostSteps>;
-    const struct Case {
-        const char* why;
-        const char *kind, *className, *base, *keysOf;
-    } refused[] = {
+    const char* const refused[][5] = {
         {"its base isn't there", "host", "HostSteps", "Unknown", ""},
         {"a kind that is there", "steps", "HostSteps", "CStepGraph", ""},
         {"a class that is there", "host", "CStepGraph", "CLineGraph", ""},
         {"keys of its own kind: for ever", "host", "HostSteps", "CStepGraph", "host"},
     };
-    for (const Case& c : refused)
-        EXPECT_FALSE(melkar::Register({c.kind, c.className, c.base, "", "", nullptr, nullptr, nullptr, c.keysOf}))
-            << c.why;
+    for (const auto& [why, kind, className, base, keysOf] : refused)
+        EXPECT_FALSE(melkar::Register({kind, className, base, "", "", nullptr, nullptr, nullptr, keysOf})) << why;
     EXPECT_EQ(melkar::Catalogue().size(), rows);
     EXPECT_TRUE(melkar::Register(row));
     EXPECT_EQ(melkar::FindClass("HostSteps"), melkar::FindKind("host"));

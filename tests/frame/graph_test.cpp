@@ -19,25 +19,21 @@ public:
 class FrameTest : public ChartTest {};
 
 TEST_F(FrameTest, Messages) {
-    const struct Case {
-        const char* why;
-        std::vector<DWORD> statuses;
-        std::string painted;
-    } cases[] = {
+    const std::tuple<const char*, std::vector<DWORD>, std::string> cases[] = {
         {"no records", {4, 4}, "no records "},
         {"no data", {2, 3, 2}, "no data "},
         {"one excluded", {2, 1, 3}, "excluded "},
     };
     auto graph = Make<Frame>();
-    for (const Case& c : cases) { // one graph: a former judgement must not last
+    for (const auto& [why, statuses, message] : cases) { // one graph: a former judgement must not last
         graph.m_dwaStatus.RemoveAll();
-        for (const DWORD status : c.statuses)
+        for (const DWORD status : statuses)
             graph.m_dwaStatus.Add(status);
         std::string painted;
         for (const std::string& line : LinesWith(DrawRecorded(graph, ""), "text", "0000"))
             painted += line.substr(6, line.find('"', 6) - 6) + " ";
-        EXPECT_EQ(painted, c.painted) << c.why;
-        EXPECT_EQ(graph.DrawNoRecordsMessage(), c.painted == "no records " ? -1 : 0) << c.why;
+        EXPECT_EQ(painted, message) << why;
+        EXPECT_EQ(graph.DrawNoRecordsMessage(), message == "no records " ? -1 : 0) << why;
     }
 }
 

@@ -116,20 +116,18 @@ TEST(KeyTable, GraphsOfOneSheetShareOneReading) {
 }
 
 TEST(KeyTable, OneLineInTheLogPerGraphForAMissingProfile) {
-    const struct Case {
-        const char *profile, *section, *line;
-    } cases[] = {
+    const char* const cases[][3] = {
         {nullptr, "A", "can't read the profile ..\\conf\\graph.cnf"},
         {"[B]\n", "A", "no section [A] in the profile"},
         {"[ a ]\n", "A", nullptr},
     };
-    for (const Case& c : cases) {
+    for (const auto& [profile, section, line] : cases) {
         const TempWorkdir work;
-        if (c.profile)
-            work.Write("conf/graph.cnf", c.profile);
-        { const CGraph graph(nullptr, nullptr, c.section, nullptr, nullptr, nullptr); }
+        if (profile)
+            work.Write("conf/graph.cnf", profile);
+        { const CGraph graph(nullptr, nullptr, section, nullptr, nullptr, nullptr); }
         const std::string log = work.Read("log/graph.log");
-        EXPECT_EQ(log.find(c.line ? c.line : "profile") != std::string::npos, c.line != nullptr) << log;
+        EXPECT_EQ(log.find(line ? line : "profile") != std::string::npos, line != nullptr) << log;
     }
 }
 

@@ -35,21 +35,16 @@ TEST(ScaleTest, WhereFiguresStand) {
 
 /// Scale line, target and average round each in its own way.
 TEST(ScaleTest, WhereLinesStand) {
-    const struct Case {
-        const char* why;
-        ScalePixels scale;
-        double value;
-        int line, target, average;
-    } cases[] = {
+    const std::tuple<const char*, ScalePixels, double, int, int, int> cases[] = {
         {"a fraction puts the target a pixel higher", {{0, 1000}, 125, 425}, 334, 325, 324, 325},
         {"the average is cut before it is scaled", {{0, 1000}, 125, 425}, 503.9, 274, 273, 275},
         {"no range", {{7, 7}, 125, 425}, 7, 425, 425, 425},
         {"the whole range of an int", {{-2147483648.0, 2147483647.0}, 0, 32000}, 2147483647.0, 0, 0, 0},
     };
-    for (const Case& c : cases) {
-        EXPECT_EQ(melkar::ScaleLineY(c.scale, c.value), c.line) << c.why;
-        EXPECT_EQ(melkar::TargetY(c.scale, c.value), c.target) << c.why;
-        EXPECT_EQ(melkar::AverageY(c.scale, c.value), c.average) << c.why;
+    for (const auto& [why, scale, value, line, target, average] : cases) {
+        EXPECT_EQ(melkar::ScaleLineY(scale, value), line) << why;
+        EXPECT_EQ(melkar::TargetY(scale, value), target) << why;
+        EXPECT_EQ(melkar::AverageY(scale, value), average) << why;
     }
     const int line = melkar::ScaleLineY({{0, 1e308}, -453, -53}, 5e307);
     EXPECT_TRUE(line >= -453 && line <= -53) << "a product beyond a double must not leave the canvas";
@@ -59,12 +54,7 @@ TEST(ScaleTest, WhereLinesStand) {
 }
 
 TEST(ScaleTest, Walk) {
-    const struct Case {
-        const char* why;
-        double min, max, interval;
-        int count;
-        double last;
-    } cases[] = {
+    const std::tuple<const char*, double, double, double, int, double> cases[] = {
         {"the interval divides the range", 0, 1000, 200, 6, 1000},
         {"no range", 5, 5, 10, 1, 5},
         {"upside down", 10, 0, 1, 0, 9},
@@ -72,10 +62,10 @@ TEST(ScaleTest, Walk) {
         // 2e9 lines x 20 pixels on 300 rows: each 133,333,334th at most; the next round number is 200 million.
         {"bounded by the pixels", 0, 2e9, 1, 11, 2e9},
     };
-    for (const Case& c : cases) {
-        const melkar::ScaleWalk walk = melkar::WalkScale({{c.min, c.max, c.interval}, 100, 400}, 20);
-        EXPECT_EQ(walk.count, c.count) << c.why;
-        EXPECT_EQ(walk.At(walk.count - 1), c.last) << c.why;
+    for (const auto& [why, min, max, interval, count, last] : cases) {
+        const melkar::ScaleWalk walk = melkar::WalkScale({{min, max, interval}, 100, 400}, 20);
+        EXPECT_EQ(walk.count, count) << why;
+        EXPECT_EQ(walk.At(walk.count - 1), last) << why;
     }
     // Of a canvas far higher than any surface no more than 32767 rows count.
     EXPECT_LE(melkar::WalkScale({{0, 2147483647.0, 1}, -(1 << 24), 1 << 24}, 1).count, 32768);
@@ -85,18 +75,14 @@ TEST(ScaleTest, Walk) {
 }
 
 TEST(ScaleTest, Labels) {
-    const struct Case {
-        const char* why;
-        double value;
-        const char* label;
-    } cases[] = {
+    const std::tuple<const char*, double, const char*> cases[] = {
         {"whole: without decimals", 60, "60"},
         {"a fraction", -2.25, "-2.2"},
         {"whole beyond an int", 3e9, "3000000000"},
         {"a 0 has no sign", -0.0, "0"},
     };
-    for (const Case& c : cases)
-        EXPECT_EQ(melkar::ScaleLabel(c.value, 1), c.label) << c.why;
+    for (const auto& [why, value, label] : cases)
+        EXPECT_EQ(melkar::ScaleLabel(value, 1), label) << why;
 }
 
 } // namespace

@@ -12,12 +12,7 @@ using melkar::GaugeFigurePlace;
 constexpr double kNotANumber = std::numeric_limits<double>::quiet_NaN();
 
 TEST(GaugeLayout, ClassOfAFigure) {
-    const struct Case {
-        const char* why;
-        double value, min, max;
-        std::vector<double> bounds;
-        int former, cls;
-    } cases[] = {
+    const std::tuple<const char*, double, double, double, std::vector<double>, int, int> cases[] = {
         {"below the first bound", 18.4, 15, 30, {18.5, 25, 30}, 2, 0},
         {"on a bound: the next class", 18.5, 15, 30, {18.5, 25, 30}, 2, 1},
         {"on the top of the scale", 30, 15, 30, {18.5, 25, 30}, 2, 3},
@@ -28,16 +23,12 @@ TEST(GaugeLayout, ClassOfAFigure) {
         {"bounds in no order: the first above it", 15, 0, 60, {10, 50, 20}, 0, 1},
         {"no number: the former one", kNotANumber, 0, 60, {10, 20, 30}, 2, 2},
     };
-    for (const Case& c : cases)
-        EXPECT_EQ(melkar::ClassOf(c.value, c.min, c.max, c.bounds, c.former), c.cls) << c.why;
+    for (const auto& [why, value, min, max, bounds, former, cls] : cases)
+        EXPECT_EQ(melkar::ClassOf(value, min, max, bounds, former), cls) << why;
 }
 
 TEST(GaugeLayout, WhereFiguresAndBoundsStand) {
-    const struct Case {
-        const char* why;
-        double min, max, value;
-        int figure, bound;
-    } cases[] = {
+    const std::tuple<const char*, double, double, double, int, int> cases[] = {
         {"inside", 15, 45, 22.5, 175, 175},
         {"just below the scale: cut before or behind the left end is added", 15, 45, 14.99, 99, 100},
         {"above it: not clamped", 15, 45, 60, 550, 550},
@@ -47,10 +38,10 @@ TEST(GaugeLayout, WhereFiguresAndBoundsStand) {
         {"beyond all bounds", 15, 45, 1e308, 1 << 24, 1 << 24},
         {"the whole range of an int", -2147483648.0, 2147483647.0, 2147483647.0, 400, 400},
     };
-    for (const Case& c : cases) {
-        const melkar::GaugeScale scale{c.min, c.max, 100, 400};
-        EXPECT_EQ(scale.FigureX(c.value), c.figure) << c.why;
-        EXPECT_EQ(scale.BoundX(c.value), c.bound) << c.why;
+    for (const auto& [why, min, max, value, figure, bound] : cases) {
+        const melkar::GaugeScale scale{min, max, 100, 400};
+        EXPECT_EQ(scale.FigureX(value), figure) << why;
+        EXPECT_EQ(scale.BoundX(value), bound) << why;
     }
 }
 

@@ -26,10 +26,7 @@ protected:
 
 TEST_F(Gauge, ReadsOneFigure) {
     auto gauge = Make<CBMIGraph_Eng>();
-    const struct Case {
-        const char *why, *file, *figure;
-        int cls;
-    } cases[] = {
+    const std::tuple<const char*, const char*, const char*, int> cases[] = {
         {"the second row counts", "1\n50.5 kg,2\n3\n", "50.5 kg", 2},
         {"one row is taken", "95,2", "95", 5},
         {"an empty second row is a row", "95\n\n", "", 0},
@@ -37,10 +34,10 @@ TEST_F(Gauge, ReadsOneFigure) {
         {"MAX bounds the last class, not its key", "h\n99.9\n", "99.9", 5},
         {"the top belongs to no class", "h\n100\n", "100", 6},
     };
-    for (const Case& c : cases) {
-        EXPECT_EQ(Read(gauge, c.file), 0) << c.why;
-        EXPECT_EQ(gauge.m_strValue, c.figure) << c.why;
-        EXPECT_EQ(gauge.m_nClass, c.cls) << c.why;
+    for (const auto& [why, file, figure, cls] : cases) {
+        EXPECT_EQ(Read(gauge, file), 0) << why;
+        EXPECT_EQ(gauge.m_strValue, figure) << why;
+        EXPECT_EQ(gauge.m_nClass, cls) << why;
     }
     EXPECT_EQ(gauge.ReadDataFile(m_missing), 101);
     EXPECT_EQ(gauge.m_strValue, "100");
@@ -48,9 +45,7 @@ TEST_F(Gauge, ReadsOneFigure) {
 
 // The bar's band is 54 to 86: figures of 10 x 20 a character stand from 60 on.
 TEST_F(Gauge, BarAndItsFigure) {
-    const struct Case {
-        const char *why, *figure, *bar, *text;
-    } cases[] = {
+    const char* const cases[][4] = {
         {"in the bar, at its end", "50", "fill 101,55 148x30 #0B0000\n",
          "text \"50\" 230,60 20x20 \"Fixed 16\" #FFFFFF\n"},
         {"behind it", "4 kg", "fill 101,55 10x30 #0A0000\n", "text \"4 kg\" 112,60 40x20 \"Fixed 16\" #000000\n"},
@@ -62,11 +57,11 @@ TEST_F(Gauge, BarAndItsFigure) {
          "text \"-5\" 100,60 20x20 \"Fixed 16\" #000000\n"},
     };
     auto gauge = Make<CBMIGraph_Eng>();
-    for (const Case& c : cases) {
-        const std::string record = Record(gauge, File(c.figure), {100, 50, 400, 90});
-        EXPECT_THAT(record, HasSubstr("fill 101,51 298x38 #FAFAFA\n")) << c.why;
-        EXPECT_THAT(record, HasSubstr(c.bar)) << c.why;
-        EXPECT_THAT(record, HasSubstr(c.text)) << c.why;
+    for (const auto& [why, figure, bar, text] : cases) {
+        const std::string record = Record(gauge, File(figure), {100, 50, 400, 90});
+        EXPECT_THAT(record, HasSubstr("fill 101,51 298x38 #FAFAFA\n")) << why;
+        EXPECT_THAT(record, HasSubstr(bar)) << why;
+        EXPECT_THAT(record, HasSubstr(text)) << why;
         EXPECT_THAT(record, Not(HasSubstr("no records"))) << "a gauge has no days";
     }
     auto above = Make<CBMIGraph_Eng>();

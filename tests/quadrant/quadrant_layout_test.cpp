@@ -10,11 +10,7 @@ using melkar::QuadrantScale;
 
 TEST(QuadrantLayout, SideOfTheSquare) {
     constexpr CRect graph(0, 0, 500, 400);
-    const struct Case {
-        const char* why;
-        melkar::SquareRoom room;
-        int side;
-    } cases[] = {
+    const std::tuple<const char*, melkar::SquareRoom, int> cases[] = {
         {"300 below the title, 60 too low: three lines less", {graph, {73, 100}, 5, 20, 100}, 240},
         {"one more unit: four lines less", {graph, {73, 101}, 5, 20, 100}, 220},
         {"it fits", {graph, {73, 40}, 5, 20, 100}, 300},
@@ -23,25 +19,21 @@ TEST(QuadrantLayout, SideOfTheSquare) {
         {"no room", {{0, 0, 50, 40}, {73, 100}, 5, 20, 100}, 0},
         {"beyond all bounds", {{INT_MIN, INT_MIN, INT_MAX, INT_MAX}, {INT_MAX, INT_MAX}, 5, INT_MAX, INT_MAX}, 0},
     };
-    for (const Case& c : cases)
-        EXPECT_EQ(melkar::SquareSide(c.room), c.side) << c.why;
+    for (const auto& [why, room, side] : cases)
+        EXPECT_EQ(melkar::SquareSide(room), side) << why;
 }
 
 TEST(QuadrantLayout, WhereValuesStand) {
-    const struct Case {
-        const char* why;
-        QuadrantScale scale;
-        int value, offset, dividing;
-    } cases[] = {
+    const std::tuple<const char*, QuadrantScale, int, int, int> cases[] = {
         {"a fraction is cut", {0, 70, 50}, 20, 85, 214},
         {"a scale that begins below 0", {-10, 50, -10}, 20, 150, 0},
         {"upside down", {50, 0, 20}, 20, 180, 180},
         {"no range: in the middle", {7, 7, 7}, 7, 0, 150},
         {"the whole range of an int", {INT_MIN, INT_MAX, INT_MAX}, INT_MAX, 300, 300},
     };
-    for (const Case& c : cases) {
-        EXPECT_EQ(c.scale.Offset(c.value, 300), c.offset) << c.why;
-        EXPECT_EQ(c.scale.DividingOffset(300), c.dividing) << c.why;
+    for (const auto& [why, scale, value, offset, dividing] : cases) {
+        EXPECT_EQ(scale.Offset(value, 300), offset) << why;
+        EXPECT_EQ(scale.DividingOffset(300), dividing) << why;
     }
     EXPECT_EQ(melkar::CenteredOn({20, 30}, {0, 0, 9, 15}), CRect(16, 23, 25, 38));
     EXPECT_EQ(melkar::ShareBox({0, 0, 790, 600}, {100, 50, 400, 350}, 17), CRect(410, 309, 751, 350));

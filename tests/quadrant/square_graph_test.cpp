@@ -50,9 +50,7 @@ protected:
 };
 
 TEST_F(SquareGraph, TargetsAndLevelOfTheHead) {
-    const struct Case {
-        const char *why, *first, *second, *day, *target1, *target2;
-    } cases[] = {
+    const char* const cases[][6] = {
         {"fixed in line 1", "7=80 8=2 15=1", "5=x 6=y", "9=d 3=e", "80", "2"},
         {"not marked as fixed: the day's", "7=80 8=2", "5=x 6=y", "9=d 3=e", "d", "e"},
         {"fixed in line 2", "8=2 15=1", "5=x 6=y", "9=d 3=e", "x", "y"},
@@ -60,11 +58,11 @@ TEST_F(SquareGraph, TargetsAndLevelOfTheHead) {
         {"an empty first one isn't fixed", "", "6=y", "9=d 3=e", "d", "e"},
         {"no second one that day: line 2's", "", "6=y 9=0", "9=d 3=e 26=0", "d", "y"},
     };
-    for (const Case& c : cases) {
+    for (const auto& [why, first, second, day, target1, target2] : cases) {
         auto graph = Make<CSquareGraph>();
-        EXPECT_EQ(Read(graph, Line(c.first) + Line(c.second) + "\n" + Line("9=former") + Line(c.day)), 0);
-        EXPECT_EQ(graph.m_strTarget1, c.target1) << c.why;
-        EXPECT_EQ(graph.m_strTarget2, c.target2) << c.why;
+        EXPECT_EQ(Read(graph, Line(first) + Line(second) + "\n" + Line("9=former") + Line(day)), 0);
+        EXPECT_EQ(graph.m_strTarget1, target1) << why;
+        EXPECT_EQ(graph.m_strTarget2, target2) << why;
     }
     auto graph = Make<CSquareGraph>();
     Read(graph, Line("9=brisk 10=4") + Line("20=calm 21=2") + Line("1=a 2=c 4=b"));
@@ -77,9 +75,7 @@ TEST_F(SquareGraph, TargetsAndLevelOfTheHead) {
 
 TEST_F(SquareGraph, DaysAndTheirLevels) {
     const std::string day = Line("0=1 5=5000 11=190 14=150 15=15 16=-5 22=30 23=7 24=150");
-    const struct Case {
-        const char *why, *level, *sum;
-    } cases[] = {
+    const char* const cases[][3] = {
         {"all levels; below 0 counts for nothing: 52 / 15", "1", "3.5"},
         {"from the second: 37 / 15", "2", "2.5"},
         {"the last one: 7 / 15", "9", "0.5"},
@@ -88,10 +84,10 @@ TEST_F(SquareGraph, DaysAndTheirLevels) {
         {"far below", "-2147483648", "3.5"},
     };
     auto graph = Make<CSquareGraph>();
-    for (const Case& c : cases) {
+    for (const auto& [why, level, sum] : cases) {
         graph.m_nLeftUpperCount = 5;
-        Read(graph, Line(std::string("9=name 10=") + c.level) + "\n\n" + day);
-        EXPECT_EQ(graph.m_saDayLevelSum.GetAt(0), c.sum) << c.why;
+        Read(graph, Line(std::string("9=name 10=") + level) + "\n\n" + day);
+        EXPECT_EQ(graph.m_saDayLevelSum.GetAt(0), sum) << why;
         EXPECT_EQ(graph.m_nLeftUpperCount, 0);
     }
     EXPECT_EQ(graph.m_saDayField5.GetAt(0) + "/" + graph.m_saDayField11.GetAt(0), "5000/190");

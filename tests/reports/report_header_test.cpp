@@ -52,22 +52,17 @@ TEST(ReportHeaderLayout, BlockThatMakesNoSenseHasNoCells) {
 }
 
 TEST(TextSlot, HoldsWholeCharacters) {
-    const struct Case {
-        const char* why;
-        std::string text;
-        int charset;
-        std::size_t length;
-    } cases[] = {
+    const std::tuple<const char*, std::string, int, std::size_t> cases[] = {
         {"255 bytes and a NUL", std::string(300, 'x'), 0, 255},
         {"the last character would need byte 256", std::string(254, 'x') + "\xC3\xA9", 0, 254},
         {"one of the character set", std::string(254, 'x') + "\x82\xA0", 128, 254},
         {"no format", "100%n %s", 0, 8},
     };
-    for (const Case& c : cases) {
+    for (const auto& [why, text, charset, length] : cases) {
         TextSlot slots[2] = {"former", "next"};
-        PutText(slots[0], c.text.c_str(), c.charset);
-        EXPECT_EQ(slots[0], c.text.substr(0, c.length)) << c.why;
-        EXPECT_STREQ(slots[1], "next") << c.why;
+        PutText(slots[0], text.c_str(), charset);
+        EXPECT_EQ(slots[0], text.substr(0, length)) << why;
+        EXPECT_STREQ(slots[1], "next") << why;
     }
 }
 

@@ -45,24 +45,18 @@ TEST(ReportLayout, BandsAreSharesOfThePage) {
 }
 
 TEST_F(Report, PrinterGetsPaperOrientationAndColor) {
-    const struct {
-        const char* why;
-        const char* monochrome;
-        int paper, orientation;
-        CRect page;
-        short color;
-    } cases[] = {
+    const std::tuple<const char*, const char*, int, int, CRect, short> cases[] = {
         {"no key", "", DMPAPER_A4, 0, {0, 0, 793, 1122}, 1},
         {"the one value that means colour", "MONOCHROME=1", DMPAPER_A4, 90, {0, 0, 1122, 793}, 2},
         {"another value", "MONOCHROME=2", DMPAPER_LETTER, 180, {0, 0, 816, 1056}, 1},
         {"the low 16 bits alone", "MONOCHROME=01", 0x10000 + DMPAPER_A4, 270, {0, 0, 793, 1122}, 1},
     };
-    for (const auto& c : cases) {
-        m_files.Write("conf/config.cnf", std::string("[OTHER]\n") + c.monochrome + "\n");
-        TestReport report(m_out, c.paper, c.orientation);
-        EXPECT_EQ(report.m_rcPage, c.page) << c.why;
-        EXPECT_EQ(report.m_nColorMode, c.color) << c.why;
-        EXPECT_EQ(report.m_nPaperSize, c.paper) << c.why;
+    for (const auto& [why, monochrome, paper, orientation, page, color] : cases) {
+        m_files.Write("conf/config.cnf", std::string("[OTHER]\n") + monochrome + "\n");
+        TestReport report(m_out, paper, orientation);
+        EXPECT_EQ(report.m_rcPage, page) << why;
+        EXPECT_EQ(report.m_nColorMode, color) << why;
+        EXPECT_EQ(report.m_nPaperSize, paper) << why;
         EXPECT_STREQ(report.m_strVersion, "1.02");
     }
 }
@@ -96,20 +90,17 @@ TEST_F(Report, WithoutAPrinterAllDrawsNothing) {
         if (client == 1)
             talk.Answer(IppAnswerOf(0));
     });
-    const struct {
-        std::string printer;
-        const char* line;
-    } cases[] = {
+    const std::pair<std::string, const char*> cases[] = {
         {"", "CReport::CReport() PrinterName is Null!"},
         {"no/folder/out.pdf", "CReport::CReport() pDevOutput is NULL!"},
         {"ipp://127.0.0.1:1/printers/none", "CReport::CReport() pDevOutput is NULL!"},
         {"two words", "printer [two words]: not the name of a printer"},
         {opened.Address(), "CReport::CReport() m_hPrnDC is NULL!"},
     };
-    for (const auto& c : cases) {
-        TestReport report(c.printer);
+    for (const auto& [printer, line] : cases) {
+        TestReport report(printer);
         EXPECT_EQ(report.GetHDC(), nullptr);
-        EXPECT_THAT(m_files.Read("log/graph.log"), HasSubstr(c.line));
+        EXPECT_THAT(m_files.Read("log/graph.log"), HasSubstr(line));
         EXPECT_STREQ(report.GetHeaderFile(), "head");
         EXPECT_LE(report.DocStart(), 0);
         EXPECT_EQ(report.PageStart(), 0);

@@ -93,11 +93,12 @@ TEST(Copies, ARecordDropsWhatIsCovered) {
     const Surface shared(CreateRecordingSurface(10, 10));
     for (int redraw = 0; redraw < 3; ++redraw)
         BitBlt(shared, 0, 0, 10, 10, record, 0, 0, SRCCOPY);
-    EXPECT_EQ(GetRecording(shared), "copy 0,0 10x10 from 0,0\nfill 0,0 10x10 #0000FF\n");
-    BitBlt(shared, 0, 0, 5, 5, record, 0, 0, SRCCOPY);
-    EXPECT_EQ(GetRecording(shared),
-              "copy 0,0 10x10 from 0,0\nfill 0,0 10x10 #0000FF\ncopy 0,0 5x5 from 0,0\nfill 0,0 5x5 #0000FF\n")
-        << "under a clip that fill covers a part";
+    const std::string whole = "copy 0,0 10x10 from 0,0\nfill 0,0 10x10 #0000FF\n";
+    EXPECT_EQ(GetRecording(shared), whole);
+    BitBlt(shared, 0, 0, 10, 10, shared, 0, 0, SRCCOPY);
+    EXPECT_EQ(GetRecording(shared), whole) << "onto itself in place: must not double";
+    BitBlt(shared, 3, 4, 5, 5, record, 1, 0, SRCCOPY);
+    EXPECT_EQ(GetRecording(shared), whole + "copy 3,4 5x5 from 1,0\nfill 3,4 5x5 #0000FF\n") << "covers a part";
 }
 
 } // namespace

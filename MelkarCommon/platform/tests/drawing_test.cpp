@@ -332,19 +332,4 @@ TEST(DrawingCopies, SpansAtTheEdgeOfAnIntCopyNothing) {
     EXPECT_FALSE(BitBlt(surface, -9, -9, 5, 5, surface, INT_MAX, INT_MIN, SRCCOPY));
 }
 
-TEST(DrawingCopies, RecordsAreDrawnAgainWhereTheyAreCopied) {
-    const Surface page(CreateRecordingSurface(100, 100));
-    const Surface work(CreateCompatibleDC(page));
-    HBITMAP bitmap = CreateCompatibleBitmap(page, 50, 50);
-    const HGDIOBJ former = SelectObject(work, bitmap);
-    DrawFramed(work, RECT{5, 6, 15, 26}, kRed, kRed, 1);
-    BitBlt(page, 30, 40, 50, 50, work, 0, 0, SRCCOPY);
-    const std::string record = "copy 30,40 50x50 from 0,0\nfill 35,46 10x20 #FF0000\n";
-    EXPECT_EQ(GetRecording(page), record);
-    BitBlt(page, 0, 0, 100, 100, page, 0, 0, SRCCOPY);
-    EXPECT_EQ(GetRecording(page), record) << "onto itself in place: must not double";
-    SelectObject(work, former);
-    DeleteObject(bitmap);
-}
-
 } // namespace

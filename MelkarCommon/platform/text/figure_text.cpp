@@ -5,12 +5,15 @@
 
 #include <algorithm>
 #include <climits>
+#include <cmath>
 
 namespace melkar {
 namespace {
 
 constexpr std::size_t kMaxLength = 24; // bytes; longer texts are rare enough to be shaped
 constexpr double kMaxEm = 48;          // pixels; larger glyphs would take too much memory
+constexpr int kShapedFirst = 40;       // figures of a face before ready-made glyphs pay
+constexpr int kUnknown = INT_MIN;      // no step
 constexpr std::uint8_t kNone = 0xFF;
 
 constexpr auto kIndex = [] {
@@ -69,10 +72,20 @@ const FigureSet::Glyph& FigureSet::Of(char character) const {
     return m_glyphs[kIndex[static_cast<unsigned char>(character)]];
 }
 
+bool FigureSet::Covers(std::string_view text) const {
+    return std::all_of(text.begin(), text.end(), [this](char c) { return Of(c).isSteady; });
+}
+
+/// From the origin of the glyph at `i` to that of the next one, or to the text's end.
+int FigureSet::Step(std::string_view text, std::size_t i) const {
+    const Glyph& glyph = Of(text[i]);
+    return i + 1 < text.size() ? glyph.steps[kIndex[static_cast<unsigned char>(text[i + 1])]] : glyph.width;
+}
+
 int FigureSet::Width(std::string_view text) const {
     int width = 0;
-    for (const char c : text)
-        width += Of(c).advance;
+    for (std::size_t i = 0; i < text.size(); ++i)
+        width += Step(text, i);
     return width;
 }
 
@@ -87,9 +100,9 @@ void FigureSet::SetLine(TextLine& line, std::string_view text, int width) const 
     run.clusters.assign(text.size(), {1, 1});
     run.glyphs.clear();
     int x = 0;
-    for (const char c : text) {
-        run.glyphs.push_back({Of(c).index, static_cast<double>(x), 0.0});
-        x += Of(c).advance;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        run.glyphs.push_back({Of(text[i]).index, static_cast<double>(x), 0.0});
+        x += Step(text, i);
     }
 }
 
@@ -99,15 +112,15 @@ CoverageMask FigureSet::Mask(std::string_view text) const {
     int right = INT_MIN;
     int bottom = INT_MIN;
     int x = 0;
-    for (const char c : text) {
-        const CoverageMask& glyph = Of(c).mask;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const CoverageMask& glyph = Of(text[i]).mask;
         if (glyph.width > 0) {
             left = std::min(left, x + glyph.left);
             right = std::max(right, x + glyph.left + glyph.width);
             top = std::min(top, glyph.top);
             bottom = std::max(bottom, glyph.top + glyph.height);
         }
-        x += Of(c).advance;
+        x += Step(text, i);
     }
     if (left >= right)
         return {};
@@ -115,13 +128,13 @@ CoverageMask FigureSet::Mask(std::string_view text) const {
     mask.coverage.resize(static_cast<std::size_t>(mask.stride) * static_cast<std::size_t>(mask.height));
     x = 0;
     int inkedTo = INT_MIN;
-    for (const char c : text) {
-        const CoverageMask& glyph = Of(c).mask;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const CoverageMask& glyph = Of(text[i]).mask;
         if (glyph.width > 0) {
             AddCoverage(glyph, x, inkedTo, mask);
             inkedTo = std::max(inkedTo, x + glyph.left + glyph.width);
         }
-        x += Of(c).advance;
+        x += Step(text, i);
     }
     return mask;
 }
@@ -133,23 +146,37 @@ bool FigureSet::Take(TextFace& face) {
         if (run == nullptr || run->glyphs[0].x != 0 || (m_font != nullptr && run->font.get() != m_font.get()))
             return false;
         m_font = run->font;
-        m_glyphs[i] = {run->glyphs[0].index, layout.width, DrawMask(layout, layout.lines[0], 0)};
+        m_glyphs[i] = {run->glyphs[0].index, true, layout.width, {}, DrawMask(layout, layout.lines[0], 0)};
+        m_glyphs[i].steps.fill(kUnknown);
     }
     return true;
 }
 
-bool FigureSet::IsAdditive(TextFace& face) const {
+/// Which characters stay as they are beside others, and how far apart those stand. @return false if a digit doesn't.
+bool FigureSet::LearnNeighbours(TextFace& face) {
     const std::string pairs = AllPairs();
     const TextLayout layout = LayOutAnew(face, pairs, true, kNoWrap);
     const GlyphRun* run = OnlyRun(layout);
     if (run == nullptr || run->font.get() != m_font.get())
         return false;
-    double x = 0;
     for (std::size_t i = 0; i < pairs.size(); ++i) {
-        const Glyph& glyph = Of(pairs[i]);
-        if (run->glyphs[i].index != glyph.index || run->glyphs[i].x != x)
+        Glyph& glyph = m_glyphs[kIndex[static_cast<unsigned char>(pairs[i])]];
+        glyph.isSteady = glyph.isSteady && run->glyphs[i].index == glyph.index;
+    }
+    return Covers("0123456789") && LearnSteps(pairs, *run);
+}
+
+/// @return false if a step is no whole number, or one between the same two characters depends on a third.
+bool FigureSet::LearnSteps(std::string_view text, const GlyphRun& run) {
+    for (std::size_t i = 0; i + 1 < text.size(); ++i) {
+        if (!Covers(text.substr(i, 2)))
+            continue;
+        const double step = run.glyphs[i + 1].x - run.glyphs[i].x;
+        int& known = m_glyphs[kIndex[static_cast<unsigned char>(text[i])]]
+                         .steps[kIndex[static_cast<unsigned char>(text[i + 1])]];
+        if (step != std::trunc(step) || (known != kUnknown && known != step))
             return false;
-        x += glyph.advance;
+        known = static_cast<int>(step);
     }
     return true;
 }
@@ -169,15 +196,16 @@ std::shared_ptr<const TextLayout> FigureCache::Find(const TextFace& face, std::s
 }
 
 FigureCache* FiguresOf(TextFace& face) {
-    if (face.figuresTried)
+    if (face.figuresAsked > kShapedFirst)
         return face.figures.get();
-    face.figuresTried = true;
+    if (++face.figuresAsked <= kShapedFirst)
+        return nullptr;
     const bool worthIt = face.medium == TextMedium::Pixels && face.shaper && face.size.em <= kMaxEm &&
                          !face.underline && !face.strikeOut;
     if (!worthIt)
         return nullptr;
     const auto figures = std::make_shared<FigureSet>();
-    if (figures->Take(face) && figures->IsAdditive(face))
+    if (figures->Take(face) && figures->LearnNeighbours(face))
         face.figures = std::make_shared<FigureCache>(figures);
     return face.figures.get();
 }

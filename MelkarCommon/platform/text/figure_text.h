@@ -18,12 +18,14 @@ bool IsFigure(std::string_view text);
 
 class FigureCache;
 
-/// The glyphs of one face for all characters of figures.
+/// The glyphs of one face for the characters of figures.
 class FigureSet {
 public:
     static constexpr std::string_view kCharacters = "0123456789 .,-+:/%";
 
-    /// All of `text` must be in `kCharacters`.
+    /// False for a figure with a character whose glyph depends on its neighbours: faces raise a colon between digits.
+    bool Covers(std::string_view text) const;
+    /// `Covers` must hold for the texts of what follows.
     int Width(std::string_view text) const;
     /// Makes `line` that of the text, in the memory that it has.
     void SetLine(TextLine& line, std::string_view text, int width) const;
@@ -33,13 +35,18 @@ private:
     friend FigureCache* FiguresOf(TextFace& face);
     struct Glyph {
         unsigned long index = 0;
-        int advance = 0;
+        bool isSteady = true; ///< the same beside every other character
+        int width = 0;        ///< of a text that ends with it
+        /// From its origin to that of the next glyph, by that one's place in `kCharacters`: pairs are kerned.
+        std::array<int, kCharacters.size()> steps{};
         CoverageMask mask;
     };
 
     bool Take(TextFace& face);
-    bool IsAdditive(TextFace& face) const;
+    bool LearnNeighbours(TextFace& face);
+    bool LearnSteps(std::string_view text, const GlyphRun& run);
     const Glyph& Of(char character) const;
+    int Step(std::string_view text, std::size_t i) const;
 
     std::shared_ptr<cairo_scaled_font_t> m_font;
     std::array<Glyph, kCharacters.size()> m_glyphs;
@@ -62,7 +69,8 @@ private:
     std::array<std::shared_ptr<TextLayout>, kSlots> m_slots;
 };
 
-/// The face's figures, tried at the first call; null if its glyphs depend on their neighbours, or aren't worth it.
+/// The face's figures; null if its digits depend on their neighbours or aren't worth it, and until enough were asked
+/// for: trying costs as much as shaping some forty figures, more than a single picture has.
 FigureCache* FiguresOf(TextFace& face);
 
 } // namespace melkar

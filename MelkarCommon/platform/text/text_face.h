@@ -53,7 +53,7 @@ public:
     ObjectPtr<PangoLayout> shaper;
 
     std::shared_ptr<FigureCache> figures; ///< null until tried, and if figures can't be put together
-    bool figuresTried = false;
+    int figuresAsked = 0;                 ///< how often, until they were tried
     bool unknownReported = false;
 
 private:

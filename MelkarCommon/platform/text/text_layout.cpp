@@ -117,7 +117,7 @@ std::shared_ptr<const TextLayout> LayOutFigure(TextFace& face, std::string_view 
     if (!IsFigure(bytes))
         return nullptr;
     FigureCache* figures = FiguresOf(face);
-    if (figures == nullptr)
+    if (figures == nullptr || !figures->Figures().Covers(bytes))
         return nullptr;
     const int width = figures->Figures().Width(bytes);
     if (wrapWidth != kNoWrap && width > wrapWidth)

@@ -22,13 +22,13 @@ struct CStepGraph::File : melkar::Columns<CStepGraph> {
             .Means("top of the scale; 10000 in its place if it is 0 or less")
             .InHead(1)
             .Example("13000"),
-        Figure<&G::m_strAverage>(9, "average", "steps").Means("the average line").InHead(1).Example("8150"),
+        Figure<&G::m_strAverage>(9, "average", "steps").Means("the average line").InHead(1).Example("8007"),
         DayStatus(0),
         Caption(1),
         Figure<&G::m_saValues>(4, "steps", "steps")
             .WithFigures()
             .Needed()
-            .Example("6812|9268|6835|4120|10250|11840|7930"),
+            .Example("6812|9268|6835|4120|10250|11840|6930"),
     };
 };
 

@@ -106,7 +106,7 @@ struct ScreenDay : DayColumns {
             .NotBelow(0)
             .By(TakeCounts)
             .Example("4560|1770|900|240|90|240|330|0|0"),
-        Events(54).Example("0600|1230||||||||"),
+        Events(54).Example("0630|0830||||||||"),
         Intensity(64),
         Toroken(784),
         Exercise(785),
@@ -143,7 +143,7 @@ struct PrintDay : DayColumns {
             .By(TakeMinutes)
             .Example("724|82|32|64|14|0|10|28|0"),
         TimeFigure(8),
-        Events(14).Example("0600|1230||||||||"),
+        Events(14).Example("0630|0830||||||||"),
         Intensity(24),
         Toroken(744),
         Exercise(785),

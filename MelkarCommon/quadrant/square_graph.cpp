@@ -129,7 +129,9 @@ struct CSquareGraph::DayColumns : melkar::Columns<Day> {
             .NotBelow(0)
             .Each(melkar::kLevels)
             .Needed()
-            .Example("4013|2257|1003|248|123|91|33|0|0"),
+            .Example("4013|2257|1003|150|60|0|0|0|0|4013|2257|1003|248|123|91|33|0|0|4013|2257|1003|270|120|0|0|0|0|"
+                     "4013|2257|1003|330|60|30|0|0|0|4013|2257|1003|180|30|0|0|0|0|4013|2257|1003|300|180|60|15|0|0|"
+                     "4013|2257|1003|255|90|30|0|0|0"),
         Text<&G::hasTarget2>(26, "has target 2").Means("0: the second target is that of row 1"),
     };
 };
@@ -138,7 +140,7 @@ struct CSquareGraph::File : melkar::Columns<CSquareGraph> {
     static constexpr Form form = HeadColumns::form;
     static constexpr Row rows[] = {
         DayStatus(0),
-        Text<&G::m_saDayField5>(5, "field 5").Example("5017|9268|6835|4120|10250|11840|7930"),
+        Text<&G::m_saDayField5>(5, "field 5").Example("5017|9268|6835|4120|10250|11840|7130"),
         Text<&G::m_saDayField11>(11, "field 11").Example("190"),
     };
 };

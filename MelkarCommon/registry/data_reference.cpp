@@ -21,11 +21,13 @@ std::vector<std::string> Examples(const ColumnInfo& column) {
     return values;
 }
 
-/// Of columns that are alike each has its share of the values; of single ones each row has the next.
+/// Of columns that are alike each has its share of the values, or each row its own where there are more of them; of
+/// single ones each row has the next.
 std::string ExampleOf(const ColumnInfo& column, std::size_t row, std::size_t i) {
     const std::vector<std::string> values = Examples(column);
     const auto count = static_cast<std::size_t>(column.count);
-    return values[count > 1 ? i * values.size() / count : row % values.size()];
+    const bool isShared = values.size() <= count && count > 1;
+    return values[isShared ? i * values.size() / count : (row * count + i) % values.size()];
 }
 
 /// A line of the columns in that head row, or in row `row` behind them; empty if there are none.

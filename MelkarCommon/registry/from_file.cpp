@@ -160,7 +160,7 @@ struct PieFromFile::Value {
 
 struct PieFromFile::File : Columns<Value> {
     static constexpr Form form = Form{0, "slice, in the order of the colours"}.Fewest(1);
-    static constexpr Row rows[] = {Figure<&G::value>(0, "value").Needed().NotBelow(0).Example("312|164|48")};
+    static constexpr Row rows[] = {Figure<&G::value>(0, "value").Needed().NotBelow(0).Example("312|164|96")};
 };
 
 PieFromFile::PieFromFile(HWND window, HDC dc, const char* section, HDC shared, HDC second, HDC balloon)

@@ -22,7 +22,8 @@ public:
 
 TEST(Catalogue, HostsAddRows) {
     const auto rows = melkar::Catalogue().size();
-    melkar::KindRow row{"host", "HostSteps", "CStepGraph", "steps of a host", "TITLELABEL=Mine"};
+    melkar::KindRow row{"host", "HostSteps", "CStepGraph", "steps of a host",
+                        "PENCOLOR_RGB=198,206,216\nTITLELABEL=Mine"};
     row.make = melkar::MakeGraph<HostSteps>;
     const char* const refused[][5] = {
         {"its base isn't there", "host", "HostSteps", "Unknown", ""},
@@ -85,33 +86,79 @@ std::string ProfileOf(const melkar::KindRow& graph, const std::string& value) {
     return common + own;
 }
 
-/// Whatever mode the surface is in, the host's or that of a title: each step says what its texts and lines stand on.
-class Grounds : public HostTest {};
-
-TEST_F(Grounds, AreThePaintersOwn) {
-    for (const melkar::KindRow& row : melkar::Catalogue()) {
-        if (!row.make)
-            continue;
-        const std::regex title("TITLELABEL=.*\n"); // it stands in the mode that it has
-        m_files.Write("conf/graph.cnf", std::regex_replace(melkar::StarterProfile(row.kind, "OWN"), title,
-                                                           "IS_PRINTTARGET=1\nIS_PRINTAVERAGE=1\n"));
+/// Each kind with its example.
+class Examples : public HostTest {
+protected:
+    std::string RecordOf(const melkar::KindRow& row, const std::string& profile, int mode) {
+        m_files.Write("conf/graph.cnf", profile);
         const melkar::DataTables files = melkar::FilesReadBy(row);
         const std::string data = files.empty() ? "" : melkar::ExampleFile(files.front());
         if (files.size() > 1)
             m_files.Write("bin/data.csv.sim", melkar::ExampleFile(files[1]));
-        std::string records[2];
-        for (const int mode : {TRANSPARENT, OPAQUE}) {
-            DeleteDC(m_record);
-            m_record = CreateRecordingSurface(900, 500);
-            SetBkMode(m_record, mode);
-            const auto graph = row.make(nullptr, m_record, "OWN", nullptr, nullptr, nullptr);
-            graph->SetDirectOutput(1);
-            graph->m_Title.m_nBkMode = mode;
-            EXPECT_EQ(graph->Draw({0, 0, 900, 500}, DataFile(data).data()), 0) << row.kind;
-            records[mode == OPAQUE] = GetRecording(m_record);
+        DeleteDC(m_record);
+        m_record = CreateRecordingSurface(900, 500);
+        SetBkMode(m_record, mode);
+        const auto graph = row.make(nullptr, m_record, "OWN", nullptr, nullptr, nullptr);
+        graph->SetDirectOutput(1);
+        graph->m_Title.m_nBkMode = mode;
+        EXPECT_EQ(graph->Draw({0, 0, 900, 500}, DataFile(data).data()), 0) << row.kind;
+        return GetRecording(m_record);
+    }
+};
+
+/// Whatever mode the surface is in, the host's or that of a title: each step says what its texts and lines stand on.
+TEST_F(Examples, HaveGroundsOfTheirOwn) {
+    const std::regex title("TITLELABEL=.*\n"); // it stands in the mode that it has
+    for (const melkar::KindRow& row : melkar::Catalogue()) {
+        if (!row.make)
+            continue;
+        const std::string profile =
+            std::regex_replace(melkar::StarterProfile(row.kind, "OWN"), title, "IS_PRINTTARGET=1\nIS_PRINTAVERAGE=1\n");
+        const std::string record = RecordOf(row, profile, TRANSPARENT);
+        EXPECT_THAT(record, HasSubstr("text")) << row.kind;
+        EXPECT_EQ(record, RecordOf(row, profile, OPAQUE)) << row.kind;
+    }
+}
+
+/// A text that lies, as one with descenders down to the line below it may reach into that.
+struct LyingText {
+    std::string text;
+    int left, top, right, bottom;
+
+    bool Meets(const LyingText& other) const {
+        constexpr int kBelowFigures = 3;
+        return text != other.text && left < other.right && other.left < right && top < other.bottom - kBelowFigures &&
+               other.top < bottom - kBelowFigures;
+    }
+};
+
+std::vector<LyingText> LyingTexts(const std::string& record) {
+    const std::regex form(R"re(text "(.*)" (-?\d+),(-?\d+) (\d+)x(\d+) "[^"]*" #\w+)re");
+    std::vector<LyingText> texts;
+    for (const std::string& line : LinesOf(record))
+        if (std::smatch part; std::regex_match(line, part, form)) {
+            const int left = std::stoi(part[2]), top = std::stoi(part[3]);
+            texts.push_back({part[1], left, top, left + std::stoi(part[4]), top + std::stoi(part[5])});
         }
-        EXPECT_THAT(records[0], HasSubstr("text")) << row.kind;
-        EXPECT_EQ(records[0], records[1]) << row.kind;
+    return texts;
+}
+
+/// What somebody who begins sees first: starters whose scales are too fine for their captions, or whose grid is as
+/// black as the figures on it.
+TEST_F(Examples, AreReadableByTheirStarters) {
+    for (const melkar::KindRow& row : melkar::Catalogue()) {
+        if (!row.make || *row.starter == '\0')
+            continue;
+        const std::string record = RecordOf(row, melkar::StarterProfile(row.kind, "OWN"), TRANSPARENT);
+        const std::vector<LyingText> texts = LyingTexts(record);
+        for (auto text = texts.begin(); text != texts.end(); ++text)
+            for (auto other = texts.begin(); other != text; ++other)
+                EXPECT_FALSE(text->Meets(*other)) << row.kind << ": " << text->text << " on " << other->text;
+        for (const std::string& line : LinesWith(LinesOf(record), "line ", " #000000 w1")) {
+            int left = 0, right = 0;
+            std::sscanf(line.c_str(), "line %d,%*d %d", &left, &right);
+            EXPECT_LT(right - left, 450) << row.kind << ": " << line;
+        }
     }
 }
 

@@ -78,7 +78,10 @@ struct CGraphBase::KeyRows : melkar::Keys<CGraphBase> {
         Point<&G::m_ptNoteOffsetLT>(Own, "NOTE_OFFSET_LT", "note box, from the panel's left and top").When(Notes),
         Point<&G::m_ptNoteOffsetRB>(Own, "NOTE_OFFSET_RB", "note box, from the panel's right and bottom").When(Notes),
         Number<&G::m_nNoteFont>(Own, "NOTE_LABEL_FONT", 0, "rows, cell height").When(Notes),
-        Number<&G::m_nNoteMarkWidth>(Own, "NOTE_MARK_WIDTH", 0, "room of the marks").When(Notes),
+        Number<&G::m_nNoteMarkWidth>(Own, "NOTE_MARK_WIDTH", 0,
+                                     "room of the marks, 5 of it free on each side; colour shows in their black "
+                                     "frames from 13 up, in rows as high as that")
+            .When(Notes),
         Color<&G::m_crNoteBk>(Own, "NOTE_BK_RGB", "ground of the note box").When(Notes),
         TextList<&G::m_vecNoteLabels, &note_label::text>(Own, "NOTE_LABEL%d", "rows").When(Notes),
         ColorOfEach<&G::m_vecNoteLabels, &note_label::mark_color>(Own, "NOTE_MARK_RGB%d", "their marks").When(Notes),

@@ -119,7 +119,9 @@ MELKAR_API int EndPage(HDC surface); ///< @return above 0; `SP_ERROR` without an
 /// `SP_ERROR`, with a log line, if the printer didn't get it or gave it up within two seconds, or if it has no page.
 /// The surface can start another one.
 MELKAR_API int EndDoc(HDC surface);
-MELKAR_API int AbortDoc(HDC surface); ///< drops the document. @return above 0; `SP_ERROR` without one.
+/// Drops the document; of a page surface no file comes, and what stands under its name stays. @return above 0;
+/// `SP_ERROR` without either.
+MELKAR_API int AbortDoc(HDC surface);
 
 // Memory by handles, as settings are kept in.
 

@@ -5,6 +5,7 @@
 
 #include <MelkarCommon/frame/results.h>
 #include <MelkarCommon/platform/drawing.h>
+#include <MelkarCommon/platform/printing.h>
 #include <MelkarCommon/platform/surface.h>
 #include <MelkarCommon/registry/data_check.h>
 
@@ -70,28 +71,22 @@ long DrawDirect(Chart& chart, Request& request, HDC surface) {
     return DrawWhole(chart, request);
 }
 
-Surface MakeRecord(const Request& request) {
-    return Surface(CreateRecordingSurface(request.size.width, request.size.height, request.dpi));
-}
-
-/// A page becomes a file whatever came of its drawing. That is tried on a record, so that a failure leaves a former
-/// picture alone.
+/// A page becomes a file whatever came of its drawing, unless it is given up.
 int DrawAs(PageFormat format, Chart& chart, Request& request) {
-    Request trial = request;
-    trial.click.reset();
-    if (const long code = DrawDirect(chart, trial, MakeRecord(request).get()); code != 0)
-        return FailWith(code, request.data);
     errno = 0;
-    HDC page = CreatePageSurface(request.out.c_str(), format, request.size.width, request.size.height, request.dpi);
+    Surface page(CreatePageSurface(request.out.c_str(), format, request.size.width, request.size.height, request.dpi));
     if (page == nullptr)
         return FailToWrite(request.out);
-    DrawDirect(chart, request, page);
+    if (const long code = DrawDirect(chart, request, page.get()); code != 0) {
+        AbortDoc(page.get());
+        return FailWith(code, request.data);
+    }
     errno = 0;
-    return DeleteDC(page) ? 0 : FailToWrite(request.out);
+    return DeleteDC(page.release()) ? 0 : FailToWrite(request.out);
 }
 
 int DrawAs(const RecordOutput&, Chart& chart, Request& request) {
-    const Surface record = MakeRecord(request);
+    const Surface record(CreateRecordingSurface(request.size.width, request.size.height, request.dpi));
     if (const long code = DrawDirect(chart, request, record.get()); code != 0)
         return FailWith(code, request.data);
     std::cout << GetRecording(record.get());

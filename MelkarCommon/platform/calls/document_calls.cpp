@@ -23,6 +23,9 @@ PrinterTarget* PrinterOf(HDC surface) {
     return IsSurface(surface) ? std::get_if<PrinterTarget>(&surface->target) : nullptr;
 }
 
+/// Null for a surface that isn't a page.
+PageTarget* PageOf(HDC surface) { return IsSurface(surface) ? std::get_if<PageTarget>(&surface->target) : nullptr; }
+
 /// Null between documents, and for what isn't a printer's surface.
 PrintedDocument* DocumentOf(HDC surface) {
     PrinterTarget* printer = PrinterOf(surface);
@@ -106,6 +109,11 @@ int EndDoc(HDC surface) {
 }
 
 int AbortDoc(HDC surface) {
+    if (PageTarget* page = PageOf(surface)) {
+        surface->lines.Forget();
+        page->page->Abandon();
+        return 1;
+    }
     if (DocumentOf(surface) == nullptr)
         return SP_ERROR;
     Leave(surface);

@@ -125,6 +125,11 @@ TEST_F(Printing, CallsOutOfTurnDoNothing) {
     EXPECT_TRUE(DeleteDC(surface));
     EXPECT_FALSE(IsThere("out.pdf"));
 
+    HDC page = CreatePageSurface(m_files.Path("out.svg").c_str(), PageFormat::Svg, 9, 9, 96);
+    EXPECT_GT(AbortDoc(page), 0) << "not only a printer's";
+    EXPECT_FALSE(DeleteDC(page));
+    EXPECT_FALSE(IsThere("out.svg"));
+
     HDC screen = CreateMemorySurface(9, 9);
     for (HDC other : {screen, static_cast<HDC>(nullptr), surface}) {
         EXPECT_EQ(StartDocA(other, &kJob), SP_ERROR);

@@ -1,6 +1,7 @@
 #include <MelkarCommon/platform/cairo/handles.h>
 #include <MelkarCommon/platform/cairo/shapes.h>
 #include <MelkarCommon/platform/cairo/streams.h>
+#include <MelkarCommon/platform/files/log_sink.h>
 #include <MelkarCommon/platform/pages/ink.h>
 #include <MelkarCommon/platform/pages/page_formats.h>
 #include <MelkarCommon/platform/seam/box.h>
@@ -9,13 +10,17 @@
 
 #include <cairo-pdf.h>
 
+#include <algorithm>
+#include <cmath>
 #include <cstdlib>
 #include <ctime>
 #include <iterator>
 #include <vector>
 
 /// @file
-/// PDF pages: everything stays a vector, and covers the area that it would cover on pixels.
+/// PDF pages: everything stays a vector, and covers the area that it would cover on pixels. cairo keeps a page, 800
+/// bytes for each shape or text, until that ends; so a page with more than anybody could read becomes a picture from
+/// there on.
 
 namespace melkar {
 
@@ -89,6 +94,30 @@ void StrokePath(cairo_t* cr, const Stroke& stroke, double phase) {
     cairo_stroke(cr);
 }
 
+constexpr int kMostOnPage = 1 << 17;    ///< shapes and texts: 100 MB
+constexpr double kPictureDpi = 300;     ///< of what is too much
+constexpr double kMostPixels = 1 << 24; ///< 64 MB
+
+/// Pixels in a device unit of a picture of the room: a whole number where it can be, so that edges stay sharp.
+double PictureScale(const RECT& room, int dpi) {
+    const double scale = std::min(kPictureDpi / dpi, std::sqrt(kMostPixels / (double{1} * room.right * room.bottom)));
+    return scale > 1 ? std::floor(scale) : scale;
+}
+
+/// What was drawn before shows through it. Readers enlarge and reduce colours and opacity apart, so it starts as the
+/// palest white: black behind edges would be a fringe.
+CairoContext MakePicture(const RECT& room, double scale) {
+    const CairoSurface image(cairo_image_surface_create(CAIRO_FORMAT_ARGB32,
+                                                        static_cast<int>(std::ceil(room.right * scale)),
+                                                        static_cast<int>(std::ceil(room.bottom * scale))));
+    CairoContext cr(cairo_create(image.get()));
+    cairo_set_source_rgba(cr.get(), 1, 1, 1, 1.0 / 255);
+    cairo_paint(cr.get());
+    cairo_scale(cr.get(), scale, scale);
+    cairo_set_line_join(cr.get(), CAIRO_LINE_JOIN_ROUND);
+    return cr;
+}
+
 class PdfBackend final : public PageFile {
 public:
     PdfBackend(std::unique_ptr<NewFile> file, int width, int height, int dpi, const DocumentInfo& info)
@@ -99,9 +128,9 @@ public:
             info.sheet.value_or(Sheet{width / inch * kPointsPerInch, height / inch * kPointsPerInch, 0, 0});
         m_surface = MakeSurface(m_file.get(), sheet, info);
         m_cr.reset(cairo_create(m_surface.get()));
-        cairo_scale(Cr(), m_scale, m_scale);
-        cairo_translate(Cr(), sheet.left / kPointsPerInch * inch, sheet.top / kPointsPerInch * inch);
-        cairo_set_line_join(Cr(), CAIRO_LINE_JOIN_ROUND);
+        cairo_scale(m_cr.get(), m_scale, m_scale);
+        cairo_translate(m_cr.get(), sheet.left / kPointsPerInch * inch, sheet.top / kPointsPerInch * inch);
+        cairo_set_line_join(m_cr.get(), CAIRO_LINE_JOIN_ROUND);
     }
     ~PdfBackend() override { m_file->Abandon(); }
 
@@ -126,12 +155,20 @@ public:
     void Blit(const RECT& target, const PixelBuffer& pixels, const RECT& source, DWORD operation) override;
 
 private:
-    cairo_t* Cr() { return m_cr.get(); }
+    cairo_t* Cr() { return m_picture != nullptr ? m_picture.get() : m_cr.get(); }
     /// Whether anything is drawn at all; between two pages the clip is empty.
     bool Shows() {
         FinishLines();
+        Count();
         return !IsEmptyRect(m_clip);
     }
+    /// One more shape or text.
+    void Count() {
+        if (++m_count == kMostOnPage)
+            BeginPicture();
+    }
+    void BeginPicture();
+    void EndPicture();
     void FinishLines();
     void StrokeLine(const PaperLine& line, const Stroke& stroke);
     void ClipTo(const RECT& clip) {
@@ -158,7 +195,30 @@ private:
     PaperPen m_pen;
     CairoSurface m_surface;
     CairoContext m_cr;
+    int m_count = 0;        ///< of shapes and texts on this page
+    CairoContext m_picture; ///< draws what is too much for it; else null
 };
+
+void PdfBackend::BeginPicture() {
+    Report(("PDF page: what comes behind " + std::to_string(kMostOnPage) + " shapes and texts is a picture").c_str());
+    m_picture = MakePicture(m_room, PictureScale(m_room, m_dpi));
+    ClipTo(m_clip);
+}
+
+/// Lays the picture on the page.
+void PdfBackend::EndPicture() {
+    const CairoContext picture = std::move(m_picture);
+    m_count = 0;
+    if (picture == nullptr)
+        return;
+    const double scale = PictureScale(m_room, m_dpi);
+    cairo_reset_clip(Cr());
+    cairo_save(Cr());
+    cairo_scale(Cr(), 1 / scale, 1 / scale);
+    cairo_set_source_surface(Cr(), cairo_get_target(picture.get()), 0, 0);
+    cairo_paint(Cr());
+    cairo_restore(Cr());
+}
 
 bool PdfBackend::BeginPage() {
     if (m_hasEnded)
@@ -174,6 +234,7 @@ void PdfBackend::EndPage() {
     if (IsEmptyRect(m_page))
         return;
     FinishLines();
+    EndPicture();
     cairo_show_page(Cr());
     m_page = {0, 0, 0, 0};
     SetClip(m_page);
@@ -224,6 +285,7 @@ void PdfBackend::StrokePolyline(std::span<const POINT> points, const Stroke& str
 }
 
 void PdfBackend::StrokeLine(const PaperLine& line, const Stroke& stroke) {
+    Count();
     Trace(Cr(), line);
     if (line.isFilled) {
         SetSourceColor(Cr(), stroke.color);

@@ -136,12 +136,12 @@ bool SvgBackend::BeginElement(const RECT& box, const RECT& clip) {
     const RECT visible = ClipBox(ToBox(clip), m_clip);
     if (IsEmptyRect(ClipBox(ToBox(box), visible)))
         return false;
+    WriteOut();
     const bool isWhole = Covers(visible, box) || Covers(visible, m_sheet);
     const RECT wanted = isWhole ? RECT{} : visible;
     if (Covers(wanted, m_openClip) && Covers(m_openClip, wanted))
         return true;
     EndClip();
-    WriteOut();
     if (isWhole)
         return true;
     const double width = double{1} * wanted.right - wanted.left;

@@ -365,6 +365,28 @@ TEST_F(Page, UnfinishedDocumentsLeaveNoFile) {
         EXPECT_THAT(told.Lines(), HasSubstr(words));
 }
 
+// Days by the million: neither kept in memory one by one, nor lost.
+TEST_F(Page, WhatIsTooMuchForAPdfPageIsAPictureOnIt) {
+    DrawFile(PageFormat::Pdf, 96, [](Backend& b) {
+        b.SetClip({0, 0, 200, 300});
+        for (int i = 0; i < 1 << 17; ++i)
+            b.FillRect({10, 10, 20, 20}, 0xFF000000U);
+        b.FillRect({15, 10, 300, 20}, kBlue);
+    });
+    ASSERT_EQ(std::system("pdftoppm -r 96 ../page ../sheet && pdfimages -list ../page > ../list"), 0);
+    const std::string sheet = work.Read("sheet-1.ppm");
+    const std::string pixels = sheet.substr(sheet.size() - 3 * 400 * 300);
+    const auto red = [&](int x) { return pixels[3 * (400 * 15 + x)] & 0xFF; };
+    const auto blue = [&](int x) { return pixels[3 * (400 * 15 + x) + 2] & 0xFF; };
+    constexpr int kResampled = 4; // a picture's colours, by a reader
+    EXPECT_LT(blue(12), kResampled) << "what was before shows through";
+    EXPECT_GT(blue(17), 255 - kResampled) << "and what came later lies above";
+    EXPECT_LT(red(197), kResampled);
+    EXPECT_EQ(red(202), 255) << "clipped";
+    EXPECT_THAT(work.Read("list"), HasSubstr("1200   900")) << "3 pixels a unit, 288 an inch";
+    EXPECT_THAT(told.Lines(), HasSubstr("131072"));
+}
+
 /// Draws more than one block of a file with room for one; in a process of its own, whose limit can't be lifted again.
 [[noreturn]] void DrawOnFullDisk(PageFile& page) {
     std::signal(SIGXFSZ, SIG_IGN);

@@ -14,12 +14,4 @@ inline cairo_status_t WriteToFile(void* file, const unsigned char* bytes, unsign
     return static_cast<NewFile*>(file)->Write(bytes, count) ? CAIRO_STATUS_SUCCESS : CAIRO_STATUS_WRITE_ERROR;
 }
 
-/// Behind a `std::string`.
-inline cairo_status_t WriteToText(void* text, const unsigned char* bytes, unsigned int count) noexcept try {
-    static_cast<std::string*>(text)->append(reinterpret_cast<const char*>(bytes), count);
-    return CAIRO_STATUS_SUCCESS;
-} catch (...) {
-    return CAIRO_STATUS_NO_MEMORY;
-}
-
 } // namespace melkar

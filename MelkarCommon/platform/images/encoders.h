@@ -27,7 +27,8 @@ std::span<const Encoder> Encoders();
 /// nothing changed
 int WritePictureFile(const PixelBuffer& pixels, const char* path, const char* format);
 
-/// The bytes of a PNG file; empty without memory. @param hasAlpha the pixels are 0xAARRGGBB, multiplied by alpha
+/// The bytes of a PNG file; throws `std::bad_alloc` without memory. @param hasAlpha the pixels are 0xAARRGGBB,
+/// multiplied by alpha
 std::string EncodePng(const PixelBuffer& pixels, bool hasAlpha);
 
 } // namespace melkar

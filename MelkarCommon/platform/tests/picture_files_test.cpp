@@ -1,6 +1,7 @@
 // Pixels in picture files of each format: what the files hold, and what is told of those that can't be.
 
 #include <MelkarCommon/platform/cairo/handles.h>
+#include <MelkarCommon/platform/images/encoders.h>
 #include <MelkarCommon/platform/surface.h>
 #include <MelkarCommon/platform/tests/surface.h>
 #include <MelkarCommon/platform/tests/temp_workdir.h>
@@ -11,6 +12,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <csignal>
+#include <fstream>
 #include <random>
 #include <sys/resource.h>
 #include <vector>
@@ -22,7 +24,7 @@ using melkar::CairoSurface;
 using Pixels = std::vector<std::uint32_t>;
 
 constexpr int kWidth = 3;
-constexpr int kHeight = 2;
+constexpr int kHeight = 3;
 
 Pixels DecodePng(const std::string& path) {
     const CairoSurface read(cairo_image_surface_create_from_png(path.c_str()));
@@ -49,10 +51,12 @@ Pixels DecodeWebp(const std::string& bytes) {
 
 TEST(PictureFiles, HoldThePixelsOpaque) {
     const TempWorkdir work;
-    // a host's memory: rows with a fourth pixel that isn't the picture's, highest bytes that mean nothing
-    Pixels memory{0x00FF0000, 0x7F00FF00, 0x000000FF, 0x00ABCDEF, 0xFF000000, 0x00FFFFFF, 0x00123456, 0x00ABCDEF};
+    // a host's memory: rows with a fourth pixel that isn't the picture's, highest bytes that mean nothing, a row twice
+    Pixels memory{0x00FF0000, 0x7F00FF00, 0x000000FF, 0x00ABCDEF, 0xFF000000, 0x00FFFFFF,
+                  0x00123456, 0x00ABCDEF, 0xFF000000, 0x00FFFFFF, 0x00123456, 0x00000000};
     const Surface surface(WrapPixels(memory.data(), kWidth, kHeight, 4 * (kWidth + 1)));
-    const Pixels seen{0xFFFF0000, 0xFF00FF00, 0xFF0000FF, 0xFF000000, 0xFFFFFFFF, 0xFF123456};
+    const Pixels seen{0xFFFF0000, 0xFF00FF00, 0xFF0000FF, 0xFF000000, 0xFFFFFFFF,
+                      0xFF123456, 0xFF000000, 0xFFFFFFFF, 0xFF123456};
     for (const PictureFormat& format : PictureFormats()) {
         const std::string path = work.Path("conf/a.") + format.suffix;
         EXPECT_EQ(WritePicture(surface, path.c_str()), 0);
@@ -64,6 +68,13 @@ TEST(PictureFiles, HoldThePixelsOpaque) {
     EXPECT_EQ(work.Read("conf/b.PNG"), work.Read("conf/a.png"));
     EXPECT_EQ(WritePicture(surface, work.Path("conf/c.png").c_str(), "WebP"), 0);
     EXPECT_EQ(work.Read("conf/c.png"), work.Read("conf/a.webp")) << "the format named counts";
+}
+
+TEST(PictureFiles, OfAPageKeepTheirAlpha) {
+    const TempWorkdir work;
+    Pixels pixels{0, 0x01010001, 0x7F7F0140, 0xFFFE0180, 0x7F7F0140, 0x80000080, 0x40400020, 0x40400020, 0, 0, 0, 0};
+    std::ofstream(work.Path("conf/a.png")) << melkar::EncodePng({pixels.data(), 4, 3, 4}, true);
+    EXPECT_EQ(DecodePng(work.Path("conf/a.png")), pixels) << "colours are multiplied by alpha here, not in the file";
 }
 
 TEST(PictureFiles, TellWhyTheyAreNot) {

@@ -92,6 +92,10 @@ MELKAR_API int RecordingVersion();
 /// Surfaces, pens, brushes, fonts, bitmaps and regions alive in the process, stock objects left out.
 MELKAR_API std::size_t LiveObjectCount();
 
+/// Fonts that were asked for since the process began and couldn't be had: the machine has none, or none of those that
+/// suit can be read. Texts in them are missing from pictures that are drawn all the same; the log tells of each.
+MELKAR_API std::size_t MissingFontCount();
+
 /// Gives back what this thread keeps for its next drawing, for hosts that are about to be idle; the next drawing makes
 /// it anew. Kept at most: 64 MiB of pixels in four buffers (those of the surfaces and bitmaps freed last), 8 MiB of
 /// placed texts and 8 MiB of their coverage, 64 fonts with their figures and what the font libraries keep with them,

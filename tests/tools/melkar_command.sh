@@ -56,6 +56,9 @@ expect "a balloon beside the bars"  0 '^$' "${week[@]}" --hover 480,20 -o c.png
 cmp -s a.png c.png || fail "a balloon beside the bars" "the pictures differ"
 
 expect "the record names a title"   0 'Steps this week' "${week[@]}" --record
+echo '<fontconfig/>' >no-fonts.conf
+FONTCONFIG_FILE=$PWD/no-fonts.conf \
+expect "a machine without fonts"    0 'warning: texts are missing' "${week[@]}" -o n.png
 expect "no days: the message"       0 'No records yet' --data no-days.csv --record
 expect "a click on the third day"   0 '^day 2 Wed 25$' "${week[@]}" --click 373,420
 expect "a click above a bar"        0 '^no day$' "${week[@]}" --click 373,60

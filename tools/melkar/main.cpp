@@ -4,6 +4,8 @@
 #include "messages.h"
 #include "output.h"
 
+#include <MelkarCommon/platform/surface.h>
+
 #include <vector>
 
 namespace {
@@ -35,6 +37,12 @@ void RequireCommand(const CLI::App& app, int argc, char** argv) {
         throw UsageError{"unknown command: " + word + " (melkar --help lists them)"};
 }
 
+/// A picture is a picture without its texts, too; who asked for it should know.
+void WarnOfFonts() {
+    if (MissingFontCount() > 0)
+        Warn("texts are missing, no font for them can be read; ../log/graph.log from the base directory tells more");
+}
+
 int RunCommand(int argc, char** argv) {
     CLI::App app{"Draws health charts from a profile and a data file", "melkar"};
     app.require_subcommand(1);
@@ -58,6 +66,7 @@ int RunCommand(int argc, char** argv) {
 int main(int argc, char** argv) {
     try {
         const int exitCode = RunCommand(argc, argv);
+        WarnOfFonts();
         return exitCode != kDone ? exitCode : FlushStandardOutput();
     } catch (const CLI::ParseError& error) {
         Complain(error.what());

@@ -85,6 +85,8 @@ HBITMAP CreateCompatibleBitmap(HDC surface, int width, int height) {
 
 std::size_t LiveObjectCount() { return CountOfAlive(); }
 
+std::size_t MissingFontCount() { return CountOfMissingFonts(); }
+
 void TrimMemory() {
     TrimTexts();
     TrimDiscs();

@@ -32,6 +32,9 @@ class FigureSet;
 /// cache lets it go. Never null: what can't be made falls back to the default face.
 std::shared_ptr<TextFace> FindFace(const LOGFONTA& description, TextMedium medium);
 
+/// Faces that came without a font of the machine, though their texts should be seen.
+std::size_t CountOfMissingFonts();
+
 /// Glyphs of one font in one direction. Opaque; `glyph_run.h` has it for those who paint them.
 struct GlyphRun;
 

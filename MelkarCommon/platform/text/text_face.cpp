@@ -38,6 +38,8 @@ std::uint64_t NextId() {
     return ++last;
 }
 
+std::atomic<std::size_t> g_missing{0};
+
 /// Without a font Pango ends the process, so it must never be asked then.
 bool MachineHasFonts() {
     static thread_local const bool has = [] {
@@ -237,10 +239,12 @@ TextFace::TextFace(const LOGFONTA& description, TextMedium textMedium)
     : id(NextId()), medium(textMedium), charset(description.lfCharSet), underline(description.lfUnderline != 0),
       strikeOut(description.lfStrikeOut != 0) {
     const std::string family = FamilyOf(description);
-    if (medium != TextMedium::Fixed && MachineHasFonts())
+    if (medium != TextMedium::Fixed && MachineHasFonts()) {
         MakeShaper(description, family);
-    else
+    } else {
         size = SizeFace(description.lfHeight, kFixedAscent, kFixedDescent);
+        g_missing += medium != TextMedium::Fixed ? 1 : 0;
+    }
     name = NameForRecords(description, family, size.em);
     look = LookOf(description, family, size.em);
     if (shaper != nullptr && charset != kJapaneseCharset && IsJapanese(family) && !HasFamily(family))
@@ -261,6 +265,7 @@ void TextFace::MakeShaper(const LOGFONTA& description, const std::string& family
     const std::optional<Proportions> measured = Measure(font.get(), charset);
     if (!measured) { // its file is gone, or there is no descriptor left to open it with
         Report(("Text: a font for [" + family + "] can't be read, texts are missing").c_str());
+        ++g_missing;
         unknownReported = true; // what shows no text has no characters either
     }
     const Proportions proportions = measured.value_or(Proportions{});
@@ -280,6 +285,8 @@ std::shared_ptr<TextFace> FindFace(const LOGFONTA& description, TextMedium mediu
         faces.DropOldest();
     return faces.Add({key, std::make_shared<TextFace>(description, medium)}).face;
 }
+
+std::size_t CountOfMissingFonts() { return g_missing; }
 
 void DropFaces() {
     ThreadFaces() = {};

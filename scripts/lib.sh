@@ -9,6 +9,7 @@ DRAW_PACKAGES=(
     g++ cmake ninja-build pkg-config ccache
     libcairo2-dev libpango1.0-dev libfontconfig-dev libfreetype-dev libharfbuzz-dev libgdk-pixbuf-2.0-dev libcups2-dev
     libdeflate-dev libwebp-dev libcli11-dev fonts-inter fonts-dejavu fonts-ipafont-gothic poppler-utils
+    python3
 )
 # What building everything and testing it need.
 BUILD_PACKAGES=(

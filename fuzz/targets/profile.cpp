@@ -1,0 +1,76 @@
+// Profiles: what one pass over the file finds is what the calls find that read it each time, and whatever stands there,
+// every key that a class reads comes to a value.
+
+#include "../input.h"
+#include "../profiles.h"
+#include "../room.h"
+
+#include <MelkarCommon/platform/files/profile_snapshot.h>
+#include <MelkarCommon/platform/profile.h>
+#include <MelkarCommon/registry/key_reference.h>
+#include <MelkarCommon/support/support.h>
+
+namespace melkar::fuzz {
+namespace {
+
+constexpr const char* kMissing = "\1"; ///< no profile has it as a value
+
+void Compare(const ProfileSnapshot& snapshot, const char* path, const char* section, const char* key) {
+    char value[10000];
+    GetPrivateProfileStringA(section, key, kMissing, value, sizeof value, path);
+    const std::string* found = snapshot.Find(section, key);
+    const std::string expected = found == nullptr ? kMissing : found->substr(0, sizeof value - 1);
+    Require(std::string(expected.c_str()) == value, std::string("two readings of ") + key);
+    Require(ProfileInt(found, 7) == GetPrivateProfileIntA(section, key, 7, path), std::string("two numbers of ") + key);
+}
+
+void ReadValue(const KeyReader& reader, const KeyInfo& key) {
+    for (const int index : {0, 1, 9}) {
+        reader.Text(key, index);
+        reader.Number(key, index);
+        reader.Color(key, index);
+    }
+    reader.Real(key);
+    reader.Point(key);
+}
+
+/// The first line is a section and a key, with a full stop between them.
+void ReadProfile(std::string_view input) {
+    Visit visit;
+    const std::string asked(TakeLine(input));
+    const std::string path = visit.Give("conf/graph.cnf", input);
+    const std::string section = asked.substr(0, asked.find('.'));
+    const std::string key = asked.substr(std::min(asked.size(), section.size() + 1));
+    const ProfileSnapshot snapshot(path.c_str());
+    Compare(snapshot, path.c_str(), section.c_str(), key.c_str());
+    GetRGB(path.c_str(), section.c_str(), key.c_str());
+    Require(GetRGBEx(path.c_str(), section.c_str(), key.c_str(), 9) <= 0xFFFFFF, "a colour has three channels");
+    GetPOINT(path.c_str(), section.c_str(), key.c_str());
+    const KeyReader reader("", section.c_str());
+    reader.LogWhatIsMissing();
+    for (const ClassKeys& table : AllProfileKeys())
+        for (const KeyInfo& row : table.keys) {
+            Compare(snapshot, path.c_str(), row.section == KeySection::Own ? section.c_str() : "COMMON", row.name);
+            ReadValue(reader, row);
+        }
+}
+
+void SeedProfiles(Seeds& seeds) {
+    AddProfileWords(seeds);
+    const std::string asked = "OWN.TITLELABEL\n";
+    for (const KindRow& row : Catalogue())
+        seeds.add(std::string(row.className) + row.kind, asked + ProfileOf(row));
+    seeds.add("mark-of-order",
+              asked + "\xEF\xBB\xBF[own]\r\n TitleLabel = \" a\"\r\n;TITLELABEL=b\r\n[OWN]\r\nTITLELABEL=c");
+    seeds.add("brackets",
+              asked + "[OWN\n[]\n=\n[OWN]TITLELABEL=a\n ]OWN[\n[OWN]\n=TITLELABEL\nTITLELABEL\nTITLELABEL==");
+    using namespace std::string_literals;
+    seeds.add("nul", asked + "[OWN]\nTITLE\0LABEL=1\nTITLELABEL=\0\n"s);
+}
+
+} // namespace
+
+extern const Target kProfile;
+const Target kProfile{"profile", "a section and key to ask for, and a profile", ReadProfile, SeedProfiles};
+
+} // namespace melkar::fuzz

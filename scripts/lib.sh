@@ -19,7 +19,9 @@ BUILD_PACKAGES=(
 # What scripts/check needs on top.
 CHECK_PACKAGES=(git clang-format clang clang-tidy binutils libglib2.0-dev libjpeg-dev libncurses-dev libx11-dev
     unixodbc-dev doxygen)
-export DRAW_PACKAGES BUILD_PACKAGES CHECK_PACKAGES
+# What scripts/fuzz needs on top.
+FUZZ_PACKAGES=(clang libclang-rt-14-dev)
+export DRAW_PACKAGES BUILD_PACKAGES CHECK_PACKAGES FUZZ_PACKAGES
 
 say() { printf '== %s\n' "$*"; }
 

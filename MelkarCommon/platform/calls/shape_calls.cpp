@@ -16,25 +16,9 @@ RECT Ordered(int left, int top, int right, int bottom) {
     return {std::min(left, right), std::min(top, bottom), std::max(left, right), std::max(top, bottom)};
 }
 
-/// Grows (or, below 0, shrinks) by `by` on every side.
-RECT Grown(const RECT& r, int by) {
-    const Box box = ToBox(r);
-    return ToRect(Box{box.left - by, box.top - by, box.right + by, box.bottom + by});
-}
-
 void Fill(Backend& backend, const RECT& rect, COLORREF color) {
     if (!IsEmptyRect(rect))
         backend.FillRect(rect, ToColor(color));
-}
-
-/// The frame between two rectangles, the inner one within the outer one.
-void FillFrame(Backend& backend, const RECT& outer, const RECT& inner, COLORREF color) {
-    if (IsEmptyRect(inner))
-        return Fill(backend, outer, color);
-    Fill(backend, {outer.left, outer.top, outer.right, inner.top}, color);
-    Fill(backend, {outer.left, inner.bottom, outer.right, outer.bottom}, color);
-    Fill(backend, {outer.left, inner.top, inner.left, inner.bottom}, color);
-    Fill(backend, {inner.right, inner.top, outer.right, inner.bottom}, color);
 }
 
 /// The four edges of a rectangle in a dash or dot pattern, each pixel once.
@@ -56,12 +40,10 @@ void DrawRectangle(HDC surface, Backend& backend, const RECT& box) {
     }
     const int width = PenWidth(surface->device, pen);
     const RECT outer = pen.style == PS_INSIDEFRAME ? box : Grown(box, width / 2);
-    const RECT inner = Grown(outer, -width);
     if (!brush.hollow && brush.color == pen.color)
         return Fill(backend, outer, pen.color);
-    FillFrame(backend, outer, inner, pen.color);
-    if (!brush.hollow)
-        Fill(backend, inner, brush.color);
+    backend.FillFramed(outer, width, ToColor(pen.color),
+                       brush.hollow ? std::nullopt : std::optional(ToColor(brush.color)));
 }
 
 /// The angle, in the ellipse's own units, at which the ray from `apex`, which lies within it, through (x, y) leaves it.

@@ -8,6 +8,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <optional>
 #include <span>
 
 /// @file
@@ -31,6 +32,9 @@ public:
     virtual void SetClip(const RECT& clip) = 0;
     /// left <= right and top <= bottom, or nothing is filled.
     virtual void FillRect(const RECT& rect, Color color) = 0;
+    /// The frame along the inside of `outer`, which isn't empty, `width` wide, and what it leaves in `ground`, if that
+    /// is given. As fills, where a frame is no more than these.
+    virtual void FillFramed(const RECT& outer, int width, Color frame, std::optional<Color> ground);
     virtual void FillShape(const Shape& shape, Color color) = 0;
     /// The outline, solid, centred on the shape's edge.
     virtual void StrokeShape(const Shape& shape, const Stroke& stroke) = 0;

@@ -42,4 +42,10 @@ constexpr RECT ToRect(const Box& box) {
     return {NearestInt(box.left), NearestInt(box.top), NearestInt(box.right), NearestInt(box.bottom)};
 }
 
+/// Grows (or, below 0, shrinks) by `by` on every side.
+constexpr RECT Grown(const RECT& r, int by) {
+    const Box box = ToBox(r);
+    return ToRect(Box{box.left - by, box.top - by, box.right + by, box.bottom + by});
+}
+
 } // namespace melkar

@@ -104,7 +104,8 @@ void StrokeShapeOn(cairo_t* cr, const RECT& clip, const Shape& shape, const Stro
 
 void StrokeWideLineOn(cairo_t* cr, const RECT& clip, POINT from, POINT to, const Stroke& stroke) {
     const double width = BoundedWidth(stroke.width);
-    const PointD start{from.x + 0.5, from.y + 0.5};
+    const double middle = MiddleOfSlope(stroke);
+    const PointD start{from.x + middle, from.y + middle};
     const PointD way{static_cast<double>(to.x) - from.x, static_cast<double>(to.y) - from.y};
     const LinePart part = PartWithin(start, way, clip, width);
     if (part.first >= part.last)

@@ -205,7 +205,8 @@ void PixelBackend::JoinLines(std::span<const POINT> points, const Stroke& stroke
     const std::size_t last = corners.size() - 1;
     const std::size_t drawn = WithoutRepeats(points.first(std::min(stroke.drawn + 1, points.size()))).size() - 1;
     const double radius = WholeWidth(stroke.width) / 2.0;
-    const PlacedDisc disc = FindDisc({{0.5, 0.5}, {radius, radius}}, 0);
+    const double middle = MiddleOfSlope(stroke);
+    const PlacedDisc disc = FindDisc({{middle, middle}, {radius, radius}}, 0);
     const bool hasEnd = drawn > 0 && IsSloped(corners[drawn - 1], corners[drawn]);
     for (std::size_t i = hasEnd ? drawn + 1 : std::max<std::size_t>(drawn, 1); i < last; ++i)
         FillCorner(CornerBetween(corners[i - 1], corners[i], corners[i + 1]), corners[i], stroke, disc);
@@ -227,7 +228,9 @@ void PixelBackend::FillCorner(Corner corner, POINT at, const Stroke& stroke, con
     else if (corner == Corner::Round && disc.mask != nullptr)
         PaintAt(disc, at, stroke.color);
     else if (corner == Corner::Round)
-        FillShape(EllipseShape{{at.x + 0.5, at.y + 0.5}, {width / 2.0, width / 2.0}}, stroke.color);
+        FillShape(
+            EllipseShape{{at.x + MiddleOfSlope(stroke), at.y + MiddleOfSlope(stroke)}, {width / 2.0, width / 2.0}},
+            stroke.color);
 }
 
 void PixelBackend::PaintText(const std::shared_ptr<const TextLayout>& layout, std::size_t line, POINT at,

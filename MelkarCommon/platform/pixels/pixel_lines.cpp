@@ -173,7 +173,7 @@ void StrokeAxisLine(const PixelBuffer& buffer, const RECT& clip, POINT from, POI
 void StrokeSlopedLine(const PixelBuffer& buffer, const RECT& clip, POINT from, POINT to, const Stroke& stroke,
                       Neighbour neighbour) {
     const Walk walk = PlanWalk(from, to);
-    const Breadth breadth = BreadthOf(walk, WholeWidth(stroke.width));
+    const Breadth breadth = BreadthOf(walk, WholeWidth(stroke.width), MiddleOfSlope(stroke));
     const Steps steps = IsInside(walk, breadth, clip) ? Steps{0, walk.length} : StepsInClip(walk, breadth, clip);
     if (steps.begin >= steps.end)
         return;
@@ -226,7 +226,7 @@ void StrokeLines(const PixelBuffer& buffer, const RECT& clip, std::span<const PO
     if (HasPattern(stroke) || neighbour != Neighbour::None)
         return ForEachSegment(points, stroke, strokeLine);
     RunInLanes([&](auto lanes) {
-        const RunPainter<lanes> runs(buffer, clip, WholeWidth(stroke.width), stroke.color);
+        const RunPainter<lanes> runs(buffer, clip, stroke);
         for (std::size_t i = stroke.drawn + 1; i < points.size(); ++i)
             if (!runs.Draw(points[i - 1], points[i]))
                 strokeLine(points[i - 1], points[i], stroke);

@@ -3,6 +3,7 @@
 #include <MelkarCommon/platform/pixels/pixel_lanes.h>
 #include <MelkarCommon/platform/pixels/pixel_walk.h>
 #include <MelkarCommon/platform/seam/pixel_buffer.h>
+#include <MelkarCommon/platform/seam/stroke.h>
 
 /// @file
 /// Internal. The sloped lines that curves are made of, run by run: all within the clip, and so close to an axis that
@@ -12,16 +13,17 @@ namespace melkar {
 
 template <int kLanes> class RunPainter {
 public:
-    /// Lines of up to 4 pixels' width. `clip` lies within the buffer.
-    RunPainter(const PixelBuffer& buffer, const RECT& clip, int width, Color color)
-        : m_buffer(buffer), m_clip(clip), m_width(width), m_color(color), m_mixer(color) {}
+    /// Solid lines of up to 4 pixels' width. `clip` lies within the buffer.
+    RunPainter(const PixelBuffer& buffer, const RECT& clip, const Stroke& stroke)
+        : m_buffer(buffer), m_clip(clip), m_width(WholeWidth(stroke.width)), m_middle(MiddleOfSlope(stroke)),
+          m_color(stroke.color), m_mixer(stroke.color) {}
 
     /// @return false, with nothing drawn, for any other line.
     bool Draw(POINT from, POINT to) const {
         const Walk walk = PlanWalk(from, to);
         if (walk.rise == 0 || 4 * std::abs(walk.rise) >= walk.length)
             return false;
-        const Breadth breadth = BreadthOf(walk, m_width);
+        const Breadth breadth = BreadthOf(walk, m_width, m_middle);
         if (!IsInside(walk, breadth, m_clip))
             return false;
         DrawRuns(walk, breadth);
@@ -119,6 +121,7 @@ private:
     PixelBuffer m_buffer;
     RECT m_clip;
     int m_width;
+    double m_middle;
     Color m_color;
     LaneMixer<kLanes> m_mixer;
 };

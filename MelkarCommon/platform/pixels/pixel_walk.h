@@ -53,13 +53,15 @@ struct Breadth {
     std::int64_t width;
 };
 
-inline Breadth BreadthOf(const Walk& walk, int width) {
+/// @param middle of the line in the pixels that its ends name, along both axes; steps are taken at the middle of pixels
+inline Breadth BreadthOf(const Walk& walk, int width, double middle) {
     if (width == 1)
         return {0, kFixedOne};
     const auto length = static_cast<double>(walk.length);
     const auto rise = static_cast<double>(walk.rise);
     const double across = width * std::sqrt(length * length + rise * rise) / length;
-    return {ToFixed(0.5 - across / 2), ToFixed(across)};
+    const double toMiddleOfStep = (walk.up ? 0.5 - middle : middle - 0.5) * rise / length;
+    return {ToFixed(middle + toMiddleOfStep - across / 2), ToFixed(across)};
 }
 
 /// True if nothing of the line lies beyond the clip, nor a pixel further to its sides: then no step has to look where

@@ -28,6 +28,8 @@ struct Stroke {
     /// Of a polyline: segments at its front that stand on the surface already. They count for the corner at their end
     /// and for the pattern; drawing them again is harmless where nothing blends.
     std::size_t drawn = 0;
+    /// A sloped line of even width runs between two pixels, as an axis-parallel one does, and not through their middle.
+    bool betweenPixels = false;
 
     bool operator==(const Stroke&) const = default;
     bool IsSolid() const { return on <= 0 || off <= 0; }
@@ -38,6 +40,11 @@ constexpr double kWidestStroke = 2.0 * (kMostSide + 1);
 
 /// The width in whole pixels, at least 1.
 inline int WholeWidth(double width) { return width > 1 ? static_cast<int>(std::min(width, kWidestStroke) + 0.5) : 1; }
+
+/// Where a sloped line runs across the pixel that its points name.
+inline double MiddleOfSlope(const Stroke& stroke) {
+    return stroke.betweenPixels && WholeWidth(stroke.width) % 2 == 0 ? 0 : 0.5;
+}
 
 /// True if the pattern can be seen: two finite lengths that take a pixel at least. Anything else is drawn solid.
 inline bool HasPattern(const Stroke& stroke) {

@@ -240,7 +240,7 @@ void PixelBackend::PaintText(const std::shared_ptr<const TextLayout>& layout, st
         return;
     m_lastLine = {};
     m_ground.WriteDownTo(visible.bottom);
-    if (const auto mask = LineMask(*layout, line, escapement))
+    if (const auto mask = LineMask(*layout, line, escapement, m_buffer.scale))
         BlendMask(m_buffer, visible, *mask, std::int64_t{at.x} + mask->left, std::int64_t{at.y} + mask->top, color);
     else if (!layout->lines[line].runs.empty())
         PaintHugeText(*layout, line, at, escapement, color, visible);
@@ -257,7 +257,7 @@ void PixelBackend::PaintHugeText(const TextLayout& layout, std::size_t line, POI
         cairo_rectangle(cr, visible.left, visible.top, visible.right - visible.left, visible.bottom - visible.top);
         cairo_clip(cr);
         SetSourceColor(cr, color);
-        FillLine(cr, layout, line, at.x, at.y, escapement);
+        FillLine(cr, layout, line, at.x, at.y, escapement, m_buffer.scale);
         cairo_restore(cr);
     });
 }

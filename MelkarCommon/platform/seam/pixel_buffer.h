@@ -10,12 +10,13 @@
 
 namespace melkar {
 
-/// A picture in memory, 0xFFRRGGBB; `stride` in pixels.
+/// A picture in memory, 0xFFRRGGBB; width, height and stride in pixels.
 struct PixelBuffer {
     std::uint32_t* pixels = nullptr;
     int width = 0;
     int height = 0;
     int stride = 0;
+    double scale = 1; ///< pixels that a unit has in what drew it
 };
 
 inline std::uint32_t* PixelAt(const PixelBuffer& buffer, int x, int y) {

@@ -47,6 +47,7 @@ struct CoverageMask {
     int height = 0;
     int stride = 0;
     std::vector<std::uint8_t> coverage;
+    double scale = 1; ///< pixels a unit of the layout
 };
 
 struct TextLine {
@@ -75,6 +76,7 @@ struct TextLayout {
     int ascent = 0;
     int width = 0; ///< that of the widest line
     std::vector<TextLine> lines;
+    bool isEnlarged = false;                  ///< glyphs stand between pixels
     bool keepsMasks = false;                  ///< it is for pixels, and stays with the thread that made it
     std::shared_ptr<const FigureSet> figures; ///< what the line was put together from; mostly null
 
@@ -98,10 +100,11 @@ std::shared_ptr<const TextLayout> LayOutText(const std::shared_ptr<TextFace>& fa
 /// copy.
 std::shared_ptr<const TextLayout> WithoutMasks(const std::shared_ptr<const TextLayout>& layout);
 
-/// The coverage of a line turned by `escapement` tenths of a degree about its top-left corner; a layout that keeps
-/// masks keeps it until another escapement is asked for. Null if the line has no ink, or if it would take more than
-/// half a million pixels: then `FillLine` on a cairo context has to do.
-std::shared_ptr<const CoverageMask> LineMask(const TextLayout& layout, std::size_t line, int escapement);
+/// The coverage of a line turned by `escapement` tenths of a degree about its top-left corner, on a picture of `scale`
+/// pixels a unit; a layout that keeps masks keeps it until another one is asked for. Null if the line has no ink, or if
+/// it would take more than half a million pixels: then `FillLine` on a cairo context has to do.
+std::shared_ptr<const CoverageMask> LineMask(const TextLayout& layout, std::size_t line, int escapement,
+                                             double scale = 1);
 
 /// A step of an outline: `Move` and `Line` to a point, `Curve` by two handles to a third one, `Close` to the start.
 struct OutlineStep {

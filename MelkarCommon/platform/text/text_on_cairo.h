@@ -15,6 +15,8 @@ void ShowLine(cairo_t* cr, const TextLayout& layout, std::size_t line, double x,
 
 /// The same for pixels that a line covers in part only: by its outlines, of which no more is computed than the clip
 /// shows. As glyphs each would be drawn whole and kept, which takes seconds and gigabytes at the largest sizes.
-void FillLine(cairo_t* cr, const TextLayout& layout, std::size_t line, double x, double y, int escapement);
+/// @param scale pixels a unit of the layout; x and y are pixels
+void FillLine(cairo_t* cr, const TextLayout& layout, std::size_t line, double x, double y, int escapement,
+              double scale = 1);
 
 } // namespace melkar

@@ -170,6 +170,11 @@ CoverageMask MakeMask(const TextLayout& layout, const TextLine& line, int turn) 
     return mask;
 }
 
+CoverageMask MakeEnlargedMask(const TextLayout& layout, const TextLine& line, int turn, double scale) {
+    const TextLayout enlarged = EnlargeLine(layout, line, scale);
+    return MakeMask(enlarged, enlarged.lines[0], turn);
+}
+
 int NormalTurn(int escapement) { return (escapement % kFullTurn + kFullTurn) % kFullTurn; }
 
 std::ptrdiff_t& CountedMaskBytes() {
@@ -208,7 +213,7 @@ CoverageMask DrawMask(const TextLayout& layout, const TextLine& line, int escape
     const CairoContext cr(cairo_create(surface.get()));
     cairo_translate(cr.get(), -left, -top);
     cairo_transform(cr.get(), &turn);
-    DrawGlyphs(cr.get(), layout, line, escapement != 0);
+    DrawGlyphs(cr.get(), layout, line, escapement != 0 || layout.isEnlarged);
     FillRules(cr.get(), layout, line);
     cairo_surface_flush(surface.get());
     if (cairo_status(cr.get()) != CAIRO_STATUS_SUCCESS)
@@ -218,15 +223,16 @@ CoverageMask DrawMask(const TextLayout& layout, const TextLine& line, int escape
     return Trim(canvas, static_cast<int>(left), static_cast<int>(top));
 }
 
-std::shared_ptr<const CoverageMask> LineMask(const TextLayout& layout, std::size_t line, int escapement) {
+std::shared_ptr<const CoverageMask> LineMask(const TextLayout& layout, std::size_t line, int escapement, double scale) {
     if (line >= layout.lines.size())
         return nullptr;
     const TextLine& text = layout.lines[line];
     const int turn = NormalTurn(escapement);
     std::shared_ptr<const CoverageMask> mask = layout.keepsMasks ? text.mask : nullptr;
-    if (mask == nullptr || mask->escapement != turn) {
-        CoverageMask drawn = MakeMask(layout, text, turn);
+    if (mask == nullptr || mask->escapement != turn || mask->scale != scale) {
+        CoverageMask drawn = scale == 1 ? MakeMask(layout, text, turn) : MakeEnlargedMask(layout, text, turn, scale);
         drawn.escapement = turn;
+        drawn.scale = scale;
         mask = std::make_shared<CountedMask>(std::move(drawn));
         if (layout.keepsMasks)
             text.mask = mask;
@@ -255,9 +261,12 @@ void ShowLine(cairo_t* cr, const TextLayout& layout, std::size_t line, double x,
     cairo_restore(cr);
 }
 
-void FillLine(cairo_t* cr, const TextLayout& layout, std::size_t line, double x, double y, int escapement) {
+void FillLine(cairo_t* cr, const TextLayout& layout, std::size_t line, double x, double y, int escapement,
+              double scale) {
     if (line >= layout.lines.size())
         return;
+    if (scale != 1)
+        return FillLine(cr, EnlargeLine(layout, layout.lines[line], scale), 0, x, y, escapement);
     const cairo_matrix_t turn = TurnMatrix(NormalTurn(escapement));
     cairo_save(cr);
     cairo_translate(cr, x, y);

@@ -30,6 +30,9 @@ TextLayout StartLayout(const TextFace& face);
 /// `LayOutText` without cache and ready-made figures: what these have to agree with.
 TextLayout LayOutAnew(TextFace& face, std::string_view bytes, bool singleLine, int wrapWidth);
 
+/// A layout of this line alone, for a picture that has `scale` pixels a unit: it counts in pixels.
+TextLayout EnlargeLine(const TextLayout& layout, const TextLine& line, double scale);
+
 /// The coverage of a line as cairo draws it; without pixels if there is no ink or too much.
 CoverageMask DrawMask(const TextLayout& layout, const TextLine& line, int escapement);
 

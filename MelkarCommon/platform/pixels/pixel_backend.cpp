@@ -7,6 +7,7 @@
 #include <MelkarCommon/platform/pixels/pixel_lines.h>
 #include <MelkarCommon/platform/pixels/pixel_pending.h>
 #include <MelkarCommon/platform/pixels/pixel_spans.h>
+#include <MelkarCommon/platform/seam/scaling_backend.h>
 #include <MelkarCommon/platform/text/text_engine.h>
 #include <MelkarCommon/platform/text/text_on_cairo.h>
 
@@ -265,7 +266,10 @@ void PixelBackend::PaintHugeText(const TextLayout& layout, std::size_t line, POI
 } // namespace
 
 std::unique_ptr<Backend> MakePixelBackend(const PixelBuffer& pixels, PendingFill* pending) {
-    return std::make_unique<PixelBackend>(pixels, pending);
+    auto backend = std::make_unique<PixelBackend>(pixels, pending);
+    if (pixels.scale == 1)
+        return backend;
+    return MakeScalingBackend(std::move(backend), pixels.scale);
 }
 
 } // namespace melkar

@@ -23,7 +23,8 @@ public:
     OwnPixels() = default;
     /// @param taken null, or from `TakePixels`
     explicit OwnPixels(const PixelBuffer& taken) : m_buffer(taken) {}
-    OwnPixels(int width, int height) : OwnPixels({TakePixels(width, height), width, height, width}) {}
+    explicit OwnPixels(int width, int height, double scale = 1)
+        : OwnPixels({TakePixels(width, height), width, height, width, scale}) {}
     OwnPixels(OwnPixels&& other) noexcept : m_buffer(std::exchange(other.m_buffer, {})) {}
     OwnPixels& operator=(OwnPixels&& other) noexcept {
         std::swap(m_buffer, other.m_buffer);

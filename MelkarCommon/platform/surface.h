@@ -31,9 +31,23 @@
 /// Pixels of its own, white at the start.
 MELKAR_API HDC CreateMemorySurface(int width, int height, int dpi = 96);
 
+/// The same for a screen of fine pixels: a picture of width x height units of 96 an inch whose pixels are `scale` times
+/// as many, 1 to 8, fractions such as 1.25 too; null for another scale. All calls take and give units, `GetDeviceCaps`
+/// among them, and what is drawn stands where it stands on a memory surface of that size, only sharper: a host keeps
+/// its coordinates and its pointer. Only `GetPixels` and picture files have the real pixels, `std::lround(width *
+/// scale)` in a row. Edges land on whole pixels; a line of width w is `std::lround(w * scale)` pixels wide, at least 1;
+/// texts keep their room and have the glyphs of the real size. Compatible surfaces and bitmaps have the same scale, and
+/// copies between surfaces of one scale copy pixels; others, and pictures from files, are scaled.
+MELKAR_API HDC CreateScaledSurface(int width, int height, double scale);
+
 /// Draws on the host's memory: 0xFFRRGGBB, top row first, `strideBytes` from row to row (a multiple of 4, at
 /// least 4 x width). The memory stays the host's and must outlive the surface.
 MELKAR_API HDC WrapPixels(void* pixels, int width, int height, int strideBytes, int dpi = 96);
+
+/// The same with `scale` pixels a unit: the memory has `std::lround(height * scale)` rows of `std::lround(width *
+/// scale)` pixels. A window of 400 x 300 on a screen of twice as many pixels: `WrapScaledPixels(memory, 400, 300, 800 *
+/// 4, 2)`.
+MELKAR_API HDC WrapScaledPixels(void* pixels, int width, int height, int strideBytes, double scale);
 
 /// What a page surface writes.
 enum class PageFormat {

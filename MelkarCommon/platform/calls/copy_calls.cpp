@@ -2,6 +2,7 @@
 #include <MelkarCommon/platform/drawing.h>
 #include <MelkarCommon/platform/geometry.h>
 #include <MelkarCommon/platform/seam/box.h>
+#include <MelkarCommon/platform/seam/pixel_grid.h>
 #include <MelkarCommon/platform/surfaces/surface_state.h>
 
 #include <algorithm>
@@ -46,7 +47,7 @@ BOOL CopyPixels(Backend& to, PixelPicture& from, Copy copy, DWORD operation) {
     CutToPicture(copy, from.Size());
     if (IsEmptyRect(copy.source) || IsEmptyRect(copy.target))
         return FALSE;
-    to.Blit(copy.target, from.ShownFor(operation), copy.source, operation);
+    to.Blit(copy.target, from.ShownFor(operation), PixelGrid(from.Scale()).Edges(copy.source), operation);
     return TRUE;
 }
 
@@ -71,17 +72,17 @@ BOOL CopyRecord(HDC to, Backend& backend, const RecordPicture& from, Copy copy) 
 
 /// Plays what was recorded at pixels and copies these: what is scaled, or combined with what is there, can't stay a
 /// list of operations.
-BOOL CopyPlayedRecord(Backend& to, const RecordPicture& from, Copy copy, DWORD operation) {
+BOOL CopyPlayedRecord(Backend& to, double scale, const RecordPicture& from, Copy copy, DWORD operation) {
     CutToPicture(copy, from.Size());
     if (IsEmptyRect(copy.source) || IsEmptyRect(copy.target))
         return FALSE;
     const RECT whole{0, 0, copy.source.right - copy.source.left, copy.source.bottom - copy.source.top};
-    OwnPixels memory(whole.right, whole.bottom);
+    OwnPixels memory = PixelsFor({whole.right, whole.bottom}, scale);
     if (!memory.AreThere())
         return FALSE;
     PixelPicture played(std::move(memory), from.Ground());
     Replay(from.Ops(), played.Drawing(), copy.source, 0, 0, whole);
-    to.Blit(copy.target, played.Shown(), whole, operation);
+    to.Blit(copy.target, played.Shown(), PixelGrid(scale).Edges(whole), operation);
     return TRUE;
 }
 
@@ -93,8 +94,9 @@ BOOL CopyPicture(HDC to, Backend& backend, Picture& from, const Copy& copy, DWOR
                           [](NoPicture&) { return FALSE; },
                           [&](PixelPicture& pixels) { return CopyPixels(backend, pixels, copy, operation); },
                           [&](RecordPicture& record) {
-                              return staysVector ? CopyRecord(to, backend, record, copy)
-                                                 : CopyPlayedRecord(backend, record, copy, operation);
+                              return staysVector
+                                         ? CopyRecord(to, backend, record, copy)
+                                         : CopyPlayedRecord(backend, ScaleOf(to->target), record, copy, operation);
                           },
                       },
                       from);

@@ -4,6 +4,7 @@
 #include <MelkarCommon/platform/images/encoders.h>
 #include <MelkarCommon/platform/measures.h>
 #include <MelkarCommon/platform/pixels/pixel_discs.h>
+#include <MelkarCommon/platform/seam/pixel_grid.h>
 #include <MelkarCommon/platform/surface.h>
 #include <MelkarCommon/platform/surfaces/surface_state.h>
 
@@ -23,6 +24,30 @@ HDC MakeSurface(std::unique_ptr<Bitmap> picture, const Device& device) {
     return new HDC__(device, std::in_place_type<PictureTarget>, std::move(picture));
 }
 
+HDC MakeMemorySurface(int width, int height, int dpi, double scale) {
+    if (!IsPictureSize(width, height) || dpi < 1 || !IsScale(scale))
+        return nullptr;
+    return OrFailure([&] {
+        const Device device{ScreenDevice{scale}, dpi, {width, height}};
+        return MakeSurface(MakePixelBitmap(device.size, scale, kWhite, Owner::Surface), device);
+    });
+}
+
+/// On memory of the host for so many units.
+HDC Wrap(void* pixels, DeviceSize size, double scale, int strideBytes, int dpi) {
+    if (!pixels || !IsPictureSize(size.width, size.height) || strideBytes % 4 != 0 || dpi < 1 || !IsScale(scale))
+        return nullptr;
+    const PixelGrid grid(scale);
+    const PixelBuffer memory{static_cast<std::uint32_t*>(pixels), grid.Edge(size.width), grid.Edge(size.height),
+                             strideBytes / 4, scale};
+    if (!IsPictureSize(memory.width, memory.height) || memory.stride < memory.width)
+        return nullptr;
+    return OrFailure([&] {
+        return MakeSurface(std::make_unique<Bitmap>(Owner::Surface, std::in_place_type<PixelPicture>, memory),
+                           {ScreenDevice{scale}, dpi, size});
+    });
+}
+
 /// The pixels that a surface draws on, if any.
 PixelPicture* SeenPixels(HDC surface) {
     Picture* picture = IsSurface(surface) ? surface->Shown() : nullptr;
@@ -31,23 +56,18 @@ PixelPicture* SeenPixels(HDC surface) {
 
 } // namespace
 
-HDC CreateMemorySurface(int width, int height, int dpi) {
-    if (!IsPictureSize(width, height) || dpi < 1)
-        return nullptr;
-    return OrFailure([&] {
-        const Device device{ScreenDevice(), dpi, {width, height}};
-        return MakeSurface(MakePixelBitmap(device.size, kWhite, Owner::Surface), device);
-    });
+HDC CreateMemorySurface(int width, int height, int dpi) { return MakeMemorySurface(width, height, dpi, 1); }
+
+HDC CreateScaledSurface(int width, int height, double scale) {
+    return MakeMemorySurface(width, height, kScreenDpi, scale);
 }
 
 HDC WrapPixels(void* pixels, int width, int height, int strideBytes, int dpi) {
-    if (!pixels || !IsPictureSize(width, height) || strideBytes % 4 != 0 || strideBytes / 4 < width || dpi < 1)
-        return nullptr;
-    return OrFailure([&] {
-        const PixelBuffer memory{static_cast<std::uint32_t*>(pixels), width, height, strideBytes / 4};
-        return MakeSurface(std::make_unique<Bitmap>(Owner::Surface, std::in_place_type<PixelPicture>, memory),
-                           {ScreenDevice(), dpi, {width, height}});
-    });
+    return Wrap(pixels, {width, height}, 1, strideBytes, dpi);
+}
+
+HDC WrapScaledPixels(void* pixels, int width, int height, int strideBytes, double scale) {
+    return Wrap(pixels, {width, height}, scale, strideBytes, kScreenDpi);
 }
 
 HDC CreateRecordingSurface(int width, int height, int dpi) {

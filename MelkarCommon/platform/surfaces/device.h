@@ -18,7 +18,9 @@ struct DeviceSize {
 };
 
 /// Pixels.
-struct ScreenDevice {};
+struct ScreenDevice {
+    double scale = 1; ///< as many pixels as that has a unit of compatible bitmaps
+};
 /// Pages: what is drawn stays vector, a line as thin as a pixel would get lost.
 struct PaperDevice {};
 /// A list of operations, the same on every machine.

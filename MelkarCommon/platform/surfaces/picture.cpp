@@ -1,7 +1,10 @@
 #include <MelkarCommon/platform/images/image_file.h>
 #include <MelkarCommon/platform/pixels/pixel_backend.h>
 #include <MelkarCommon/platform/seam/box.h>
+#include <MelkarCommon/platform/seam/pixel_grid.h>
 #include <MelkarCommon/platform/surfaces/picture.h>
+
+#include <cmath>
 
 namespace melkar {
 
@@ -13,6 +16,12 @@ PixelPicture::PixelPicture(OwnPixels pixels, Color color)
 
 PixelPicture::PixelPicture(OwnPixels pixels, OwnPixels file)
     : m_own(std::move(pixels)), m_buffer(m_own.Buffer()), m_file(std::move(file)) {}
+
+/// A scale of 1 or more leaves no other size of as many pixels.
+DeviceSize PixelPicture::Size() const {
+    const auto units = [this](int pixels) { return static_cast<int>(std::lround(pixels / m_buffer.scale)); };
+    return {units(m_buffer.width), units(m_buffer.height)};
+}
 
 Backend& PixelPicture::Drawing() {
     if (m_file.AreThere())
@@ -45,7 +54,9 @@ const PixelBuffer& PixelPicture::Expose() {
 }
 
 BITMAP PixelPicture::Description() const {
-    return {0, m_buffer.width, m_buffer.height, m_buffer.stride * 4, 1, 32, m_isExposed ? m_buffer.pixels : nullptr};
+    const auto [width, height] = Size();
+    const bool isShown = m_isExposed && m_buffer.scale == 1;
+    return {0, width, height, m_buffer.stride * 4, 1, 32, isShown ? m_buffer.pixels : nullptr};
 }
 
 Backend& RecordPicture::Drawing() {
@@ -60,13 +71,20 @@ void RecordPicture::Recover(std::size_t count) {
         m_ops.erase(m_ops.begin() + static_cast<std::ptrdiff_t>(count), m_ops.end());
 }
 
+OwnPixels PixelsFor(DeviceSize size, double scale) {
+    const PixelGrid grid(scale);
+    const int width = grid.Edge(size.width);
+    const int height = grid.Edge(size.height);
+    return IsPictureSize(width, height) ? OwnPixels(width, height, scale) : OwnPixels();
+}
+
 Bitmap& StockBitmap() {
     static Bitmap none(Owner::Stock, std::in_place_type<NoPicture>);
     return none;
 }
 
-std::unique_ptr<Bitmap> MakePixelBitmap(DeviceSize size, COLORREF color, Owner owner) {
-    OwnPixels pixels(size.width, size.height);
+std::unique_ptr<Bitmap> MakePixelBitmap(DeviceSize size, double scale, COLORREF color, Owner owner) {
+    OwnPixels pixels = PixelsFor(size, scale);
     if (!pixels.AreThere())
         return nullptr;
     return std::make_unique<Bitmap>(owner, std::in_place_type<PixelPicture>, std::move(pixels), ToColor(color));
@@ -77,12 +95,13 @@ std::unique_ptr<Bitmap> MakeRecordBitmap(DeviceSize size, COLORREF ground, Owner
 }
 
 std::unique_ptr<Bitmap> MakeSuitingBitmap(const Device& device, DeviceSize size) {
-    return std::visit(Overloaded{
-                          [&](const ScreenDevice&) { return MakePixelBitmap(size, kBlack, Owner::Caller); },
-                          [&](const PaperDevice&) { return MakeRecordBitmap(size, kBlack, Owner::Caller); },
-                          [&](const RecordDevice&) { return MakeRecordBitmap(size, kBlack, Owner::Caller); },
-                      },
-                      device.kind);
+    return std::visit(
+        Overloaded{
+            [&](const ScreenDevice& screen) { return MakePixelBitmap(size, screen.scale, kBlack, Owner::Caller); },
+            [&](const PaperDevice&) { return MakeRecordBitmap(size, kBlack, Owner::Caller); },
+            [&](const RecordDevice&) { return MakeRecordBitmap(size, kBlack, Owner::Caller); },
+        },
+        device.kind);
 }
 
 DeviceSize SizeOf(const Picture& picture) {

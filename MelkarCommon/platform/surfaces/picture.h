@@ -32,7 +32,9 @@ public:
     PixelPicture(const PixelPicture&) = delete;
     PixelPicture& operator=(const PixelPicture&) = delete;
 
-    DeviceSize Size() const { return {m_buffer.width, m_buffer.height}; }
+    /// In units.
+    DeviceSize Size() const;
+    double Scale() const { return m_buffer.scale; }
     Backend& Drawing();
     /// The pixels with everything on them that was drawn.
     const PixelBuffer& Shown();
@@ -44,7 +46,7 @@ public:
     bool IsExposed() const { return m_isExposed; }
     /// Drawing failed in the middle: the backend, which may have a clip still, is made anew.
     void Recover() { m_backend.reset(); }
-    /// What `GetObjectA` tells; the memory only where it is handed out.
+    /// What `GetObjectA` tells; the memory only where it is handed out, and where a unit is a pixel.
     BITMAP Description() const;
 
 private:
@@ -92,10 +94,13 @@ struct Bitmap : GdiObject, InHandleMemory<ObjectKind::Bitmap> {
 inline Bitmap* BitmapFrom(HGDIOBJ h) { return ObjectFrom<Bitmap>(h, ObjectKind::Bitmap); }
 Bitmap& StockBitmap(); ///< without room
 
+/// For a picture of that many units; none if they are too many, or without memory.
+OwnPixels PixelsFor(DeviceSize size, double scale);
+
 /// Pixels or a record, as suits the device; black. Null without memory for the pixels.
 std::unique_ptr<Bitmap> MakeSuitingBitmap(const Device& device, DeviceSize size);
-/// Of one colour. Null without memory for the pixels.
-std::unique_ptr<Bitmap> MakePixelBitmap(DeviceSize size, COLORREF color, Owner owner);
+/// Of one colour, with `scale` pixels a unit. Null without memory for them, or if they are too many.
+std::unique_ptr<Bitmap> MakePixelBitmap(DeviceSize size, double scale, COLORREF color, Owner owner);
 std::unique_ptr<Bitmap> MakeRecordBitmap(DeviceSize size, COLORREF ground, Owner owner);
 
 DeviceSize SizeOf(const Picture& picture);

@@ -34,6 +34,12 @@ DeviceSize SizeOf(const Target& target) {
                       target);
 }
 
+double ScaleOf(Target& target) {
+    Picture* picture = PictureOf(target);
+    const PixelPicture* pixels = picture != nullptr ? PixelsOf(*picture) : nullptr;
+    return pixels != nullptr ? pixels->Scale() : 1;
+}
+
 Backend* DrawingOn(Target& target) {
     return std::visit(Overloaded{
                           [](PictureTarget& picture) { return DrawingOn(picture.Now()); },

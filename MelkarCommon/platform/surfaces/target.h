@@ -59,6 +59,8 @@ using Target = std::variant<PictureTarget, PageTarget, PrinterTarget>;
 
 /// Of the room to draw on.
 DeviceSize SizeOf(const Target& target);
+/// Pixels a unit; 1 for what has none.
+double ScaleOf(Target& target);
 /// Null without room.
 Backend* DrawingOn(Target& target);
 /// What can be copied; null for pages.

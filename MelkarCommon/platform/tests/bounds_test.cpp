@@ -55,9 +55,10 @@ TEST(Bounds, CallsTakeAnyCoordinates) {
     const Surface pixels(CreateMemorySurface(16, 16));
     const Surface record(CreateRecordingSurface(16, 16));
     LineTo(record, 9, 9);
-    for (HDC made : {CreateMemorySurface(20, 20, 192), CreateMemorySurface(20, 20, INT_MAX),
-                     CreateRecordingSurface(20, 20, INT_MAX), CreatePageSurface("page.svg", PageFormat::Svg, 20, 20, 1),
-                     CreatePageSurface("page.pdf", PageFormat::Pdf, 20, 20, 300)}) {
+    for (HDC made :
+         {CreateMemorySurface(20, 20, 192), CreateMemorySurface(20, 20, INT_MAX), CreateScaledSurface(20, 20, 1.25),
+          CreateRecordingSurface(20, 20, INT_MAX), CreatePageSurface("page.svg", PageFormat::Svg, 20, 20, 1),
+          CreatePageSurface("page.pdf", PageFormat::Pdf, 20, 20, 300)}) {
         const Surface surface(made);
         for (const auto& [style, width] : {std::pair{PS_SOLID, 3}, {PS_DASH, 1}, {PS_INSIDEFRAME, INT_MAX}}) {
             const ScopedPen pen(surface, style, width, RGB(9, 9, 9));

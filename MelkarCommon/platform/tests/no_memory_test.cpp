@@ -121,6 +121,7 @@ TEST_F(NoMemory, DrawsNothing) {
     const std::pair<const char*, std::function<HDC()>> makers[] = {
         {"pixels", [] { return CreateMemorySurface(64, 64); }},
         {"the host's pixels", [&] { return WrapPixels(memory.data(), 64, 64, 256); }},
+        {"finer pixels", [] { return CreateScaledSurface(64, 64, 1.5); }},
         {"a record", [] { return CreateRecordingSurface(64, 64); }},
     };
     for (const auto& [kind, make] : makers)

@@ -50,6 +50,10 @@ expect_file "pixels, packed tighter" 'RIFF' a.webp
 expect_file "page, portable" '%PDF' a.pdf
 expect_file "page, scalable" '<?xml' a.svg
 expect_file "a file with a name beside it" 'mine' a.pdf.part
+expect "finer pixels"               0 '^$' "${week[@]}" --scale 1.5 -o fine.png
+[[ $(head -c 24 fine.png | tail -c 8 | od -An -tu1 | xargs) == '0 0 5 70 0 0 2 238' ]] || fail "finer pixels" "not 1350 x 750"
+expect "a page has no pixels"       2 'needs a picture of pixels' "${week[@]}" --scale 2 -o fine.svg
+expect "units are of 96 dpi"        2 'takes no --dpi' "${week[@]}" --scale 2 --dpi 120 -o fine.png
 expect "a balloon changes it"       0 '^$' "${week[@]}" --hover 480,420 -o b.png
 ! cmp -s a.png b.png || fail "a balloon changes it" "the pictures are equal"
 expect "a balloon beside the bars"  0 '^$' "${week[@]}" --hover 480,20 -o c.png

@@ -41,13 +41,19 @@ long DrawWhole(Chart& chart, Request& request) {
     return result;
 }
 
+Surface MakePicture(const Request& request) {
+    const auto [width, height] = request.size;
+    return Surface(request.scale == 1 ? CreateMemorySurface(width, height, request.dpi)
+                                      : CreateScaledSurface(width, height, request.scale));
+}
+
 /// As a host with a window does it: the picture lands on the shared surface, a clean copy lies on the balloon surface.
 /// @param format of the file; null: none is written
 int DrawPixels(Chart& chart, Request& request, const char* format) {
     const auto [width, height] = request.size;
-    const Surface shared(CreateMemorySurface(width, height, request.dpi));
-    const Surface second(CreateMemorySurface(width, height, request.dpi));
-    const Surface balloon(CreateMemorySurface(width, height, request.dpi));
+    const Surface shared = MakePicture(request);
+    const Surface second = MakePicture(request);
+    const Surface balloon = MakePicture(request);
     chart.Bind({shared.get(), shared.get(), second.get(), balloon.get(), false});
     if (const long code = DrawWhole(chart, request); code != 0)
         return FailWith(code, request.data);

@@ -10,12 +10,15 @@ namespace {
 
 namespace fs = std::filesystem;
 
+constexpr int kScreenDpi = 96;
 constexpr int kMaxDpi = 4800;
+constexpr double kMostScale = 8;
 
 struct DrawOptions {
     ChartArguments chart;
     std::string size = "900x500";
-    int dpi = 96;
+    int dpi = kScreenDpi;
+    double scale = 1;
     std::string hover;
     std::string click;
     bool record = false;
@@ -28,6 +31,9 @@ void AddOptions(CLI::App& app, DrawOptions& options) {
     AddChartArguments(app, options.chart);
     app.add_option("--size", options.size, "Width x height in device units, such as 900x500")->type_name("WxH");
     app.add_option("--dpi", options.dpi, "Device units per inch")->check(CLI::Range(1, kMaxDpi));
+    app.add_option("--scale", options.scale,
+                   "Pixels a device unit, for screens of fine pixels: the same picture, sharper")
+        ->check(CLI::Range(1.0, kMostScale));
     app.add_option("--hover", options.hover, "Paint the balloon of this point into the picture (of pixels only)")
         ->type_name("X,Y");
     app.add_option("--click", options.click, "Print the day at this point")->type_name("X,Y");
@@ -99,6 +105,10 @@ std::optional<CPoint> PointOf(const std::string& text, const char* option) {
 void CheckOutput(const DrawOptions& options, const Request& request) {
     if (options.svgOutlines && !IsPage(request.output, PageFormat::SvgOutlines))
         throw UsageError{"--svg-outlines needs a picture of that kind: -o NAME.svg"};
+    if (options.scale != 1 && !std::holds_alternative<PixelOutput>(request.output))
+        throw UsageError{"--scale needs a picture of pixels: -o NAME.png"};
+    if (options.scale != 1 && options.dpi != kScreenDpi)
+        throw UsageError{"--scale is of pictures at 96 dpi: it takes no --dpi"};
     if (request.hover && !std::holds_alternative<PixelOutput>(request.output))
         throw UsageError{"--hover needs a picture of pixels: -o NAME.png"};
 }
@@ -113,6 +123,7 @@ Request RequestOf(const DrawOptions& options) {
     CheckOutput(options, request);
     request.chart = options.chart.options;
     request.dpi = options.dpi;
+    request.scale = options.scale;
     request.toStandardOutput = options.out == "-";
     request.out = fs::absolute(options.out.empty() ? "." : options.out).string();
     return request;

@@ -11,8 +11,9 @@
 /// @file
 /// What a host needs beside the drawing calls: surfaces to draw on, and what comes out of them. A new surface
 /// has a black pen of width 1, a white brush, a sans font of 12 pixels at 96 dpi (scaled with dpi), black text, a white
-/// background colour and opaque mode. All are freed with `DeleteDC`. A side below 1 or above 32767, more than 2^27
-/// pixels, a dpi below 1 and a lack of memory give null.
+/// background colour and opaque mode. All but recordings leave a text the room that it takes on pixels at 96 dpi,
+/// scaled to their own, so that screen and paper break lines and place texts alike. All are freed with `DeleteDC`. A
+/// side below 1 or above 32767, more than 2^27 pixels, a dpi below 1 and a lack of memory give null.
 ///
 /// @code{.cpp}
 /// std::vector<std::uint32_t> pixels(320 * 200, 0xFFFFFFFF); // what a window shows

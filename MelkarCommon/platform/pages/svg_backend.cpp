@@ -18,6 +18,7 @@ namespace melkar {
 namespace {
 
 constexpr double kCssPixelsPerInch = 96;
+constexpr double kLeastSpacing = 0.001; // device units; less is written as 0
 
 class SvgBackend final : public PageFile {
 public:
@@ -333,6 +334,11 @@ void SvgBackend::WriteTurn(POINT at, int escapement) {
     m_words.Number(at.x).Raw(" ").Number(at.y).Raw(")\"");
 }
 
+/// What each letter needs behind it, so that the line is as long as measured where readers don't know of lengths.
+double LetterSpacing(const TextLine& line) {
+    return line.letters > 0 ? (line.width - line.width / line.stretch) / line.letters : 0;
+}
+
 /// The characters at their measured length, whatever faces a reader has.
 void SvgBackend::WriteText(const TextLayout& layout, const TextLine& line, POINT at, int escapement) {
     const bool hasBlanks =
@@ -341,6 +347,8 @@ void SvgBackend::WriteText(const TextLayout& layout, const TextLine& line, POINT
         .Value("x", at.x)
         .Value("y", double{1} * at.y + layout.ascent);
     m_words.Value("textLength", line.width).Raw(" lengthAdjust=\"spacingAndGlyphs\"");
+    if (const double spacing = LetterSpacing(line); std::abs(spacing) >= kLeastSpacing)
+        m_words.Value("letter-spacing", spacing);
     if (line.underline || line.strikeOut)
         m_words.Raw(line.underline && line.strikeOut ? " text-decoration=\"underline line-through\""
                     : line.underline                 ? " text-decoration=\"underline\""

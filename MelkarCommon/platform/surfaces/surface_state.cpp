@@ -49,5 +49,5 @@ std::shared_ptr<TextFace> HDC__::Face() const {
     LOGFONTA description = font->description;
     if (description.lfHeight == 0)
         description.lfHeight = -std::max(1, MulDiv(kDefaultEm, device.dpi, kScreenDpi));
-    return FindFace(description, TextsOf(device));
+    return FindFace(description, TextsOf(device), device.dpi);
 }

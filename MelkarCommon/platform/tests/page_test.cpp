@@ -2,6 +2,7 @@
 #include <MelkarCommon/platform/tests/temp_workdir.h>
 #include <MelkarCommon/platform/tests/told.h>
 
+#include <MelkarCommon/platform/geometry.h>
 #include <MelkarCommon/platform/pages/page_file.h>
 #include <MelkarCommon/platform/text/text_engine.h>
 
@@ -197,22 +198,28 @@ TEST_F(Page, Shapes) {
             R"(<polygon points="1,2 30,4 5,60" fill="#0000ff" fill-rule="evenodd"/>)"));
 }
 
-TEST_F(Page, TextIsFoundWhereItStands) {
+/// A text of DejaVu Sans at 9 points.
+std::shared_ptr<const TextLayout> PageText(std::string_view text, int dpi) {
     LOGFONTA font{};
-    font.lfHeight = -32;
-    font.lfCharSet = DEFAULT_CHARSET;
-    const auto layout = LayOutText(FindFace(font, TextMedium::Page), "Schritte", true, kNoWrap);
+    font.lfHeight = -MulDiv(9, dpi, 72);
+    std::strcpy(font.lfFaceName, "DejaVu Sans");
+    return LayOutText(FindFace(font, TextMedium::Page, dpi), text, true, kNoWrap);
+}
+
+/// Twelve ones take 96 pixels on a screen, where a digit of 7.63 advances by 8.
+TEST_F(Page, TextIsFoundWhereItStands) {
     for (const int dpi : {96, 192}) {
+        const auto layout = PageText("111111111111", dpi);
         DrawFile(PageFormat::Pdf, dpi, [&](Backend& b) { b.PaintText(layout, 0, {80, 120}, 0, 0, {0, 0, 400, 300}); });
         ASSERT_EQ(std::system("pdftotext -bbox ../page ../text"), 0);
         const std::string found = work.Read("text");
-        const std::size_t end = found.find("\">Schritte<");
+        const std::size_t end = found.find("\">111111111111<");
         ASSERT_NE(end, std::string::npos) << found;
         const std::string word = found.substr(found.rfind("<word", end), end);
         const auto edge = [&](const char* name) { return std::stod(Between(word, name, "\"")); };
         const double points = 72.0 / dpi;
         EXPECT_NEAR(edge("xMin=\""), 80 * points, 0.5);
-        EXPECT_NEAR(edge("xMax=\""), (80 + layout->width) * points, 1);
+        EXPECT_NEAR(edge("xMax=\""), 80 * points + 96 * 0.75, 0.5);
         EXPECT_NEAR(edge("yMin=\""), 120 * points, layout->lineHeight * points / 4);
         EXPECT_NEAR(edge("yMax=\""), (120 + layout->lineHeight) * points, layout->lineHeight * points / 4);
     }
@@ -248,6 +255,16 @@ TEST_F(Page, TextsKeepTheirCharacters) {
                     R"(<text xml:space="preserve" x="20" y="40" textLength="12)" + length +
                         R"( fill="#0000ff"> b</text>)",
                     "</svg>", "</g>"));
+}
+
+/// 96 pixels are 0.365 a digit more than twelve of 7.635.
+TEST_F(Page, LettersThatStandApartFillTheRoom) {
+    const auto textOf = [&](const char* text) {
+        const auto layout = PageText(text, 96);
+        return Elements([&](Backend& b) { b.PaintText(layout, 0, {20, 30}, 0, 0, {0, 0, 400, 300}); })[1];
+    };
+    EXPECT_THAT(textOf("111111111111"), HasSubstr(R"(" letter-spacing="0.365")"));
+    EXPECT_THAT(textOf("1 خطوات"), Not(HasSubstr("letter-spacing"))) << "letters that join";
 }
 
 TEST_F(Page, OutlinesHaveTheirTextOnTop) {

@@ -1,3 +1,4 @@
+#include <MelkarCommon/platform/geometry.h>
 #include <MelkarCommon/platform/text/figure_text.h>
 #include <MelkarCommon/platform/text/text_face.h>
 #include <MelkarCommon/platform/text/text_parts.h>
@@ -8,6 +9,7 @@
 
 #include <climits>
 #include <cstdlib>
+#include <fstream>
 #include <numeric>
 #include <random>
 #include <sstream>
@@ -26,8 +28,8 @@ LOGFONTA Describe(std::string_view face, int height, int weight = FW_NORMAL) {
     return font;
 }
 
-std::shared_ptr<TextFace> Face(TextMedium medium, int height = -12) {
-    return FindFace(Describe("DejaVu Sans", height), medium);
+std::shared_ptr<TextFace> Face(TextMedium medium, int height = -12, int dpi = 96) {
+    return FindFace(Describe("DejaVu Sans", height), medium, dpi);
 }
 
 /// The family that the machine gives for a name.
@@ -118,6 +120,107 @@ TEST(TextLayout, WrapsByOneRule) {
             }
             EXPECT_EQ(found, lines) << why;
         }
+}
+
+/// What the samples say in one language.
+std::vector<std::string> SampleTexts(const std::string& language) {
+    std::ifstream words(MELKAR_SAMPLES "/words/" + language + ".txt");
+    std::vector<std::string> texts;
+    for (std::string line; std::getline(words, line);)
+        if (const std::size_t sign = line.find('='); line[0] != ';' && sign != std::string::npos)
+            texts.push_back(line.substr(sign + 1));
+    EXPECT_GT(texts.size(), 100U) << language;
+    return texts;
+}
+
+/// The same lines, in as much room as on the screen but for a unit.
+void ExpectTheRoom(const TextLayout& layout, const TextLayout& screen, double scale) {
+    ASSERT_EQ(layout.lines.size(), screen.lines.size());
+    EXPECT_NEAR(layout.lineHeight, screen.lineHeight * scale, 1);
+    for (std::size_t i = 0; i < layout.lines.size(); ++i) {
+        EXPECT_EQ(layout.lines[i].utf8, screen.lines[i].utf8);
+        EXPECT_NEAR(layout.lines[i].width, screen.lines[i].width * scale, 1);
+    }
+}
+
+TEST(TextLayout, LinesBreakAndTakeRoomAsOnTheScreen) {
+    for (const char* language : {"en", "ru", "ja"})
+        for (const std::string& text : SampleTexts(language))
+            for (const int points : {8, 9, 12})
+                for (const int room : {48, 100}) {
+                    const auto heightAt = [&](int dpi) { return -MulDiv(points, dpi, 72); };
+                    const auto screen = LayOutText(Face(TextMedium::Pixels, heightAt(96)), text, false, room);
+                    for (const auto& [medium, dpi] : {std::pair{TextMedium::Page, 96},
+                                                      {TextMedium::Page, 300},
+                                                      {TextMedium::Page, 72},
+                                                      {TextMedium::Pixels, 192}}) {
+                        SCOPED_TRACE(text + " at " + std::to_string(dpi));
+                        const int roomHere = MulDiv(room, dpi, 96);
+                        const auto layout = LayOutText(Face(medium, heightAt(dpi), dpi), text, false, roomHere);
+                        ExpectTheRoom(*layout, *screen, dpi / 96.0);
+                        EXPECT_TRUE(layout->width <= roomHere || screen->width > room);
+                    }
+                }
+}
+
+/// A digit of DejaVu Sans is 0.636 em wide: 7.63 pixels of 12, on a screen 8. Twelve of them take 96 pixels.
+TEST(TextLayout, GlyphsFillTheRoomOfTheirLine) {
+    const auto layout = LayOutText(Face(TextMedium::Page, -24, 192), "111111111111", true, kNoWrap);
+    EXPECT_EQ(layout->width, 192);
+    std::vector<double> starts;
+    for (const OutlineStep& step : LineOutline(*layout, 0))
+        if (step.kind == OutlineStep::Move)
+            starts.push_back(step.points[0].x);
+    ASSERT_EQ(starts.size(), 12U);
+    EXPECT_NEAR(starts[11] - starts[0], 11 * 16, 0.05);
+
+    const auto wrapped = LayOutText(Face(TextMedium::Page, -16, 125), "11111111111 1", false, 114);
+    EXPECT_EQ(wrapped->width, 114) << "88 pixels fit into 87.55, and don't reach out of 114 units";
+
+    const auto pixels = LayOutText(Face(TextMedium::Pixels, -24, 192), "111111111111", true, kNoWrap);
+    const auto mask = LineMask(*pixels, 0, 0);
+    EXPECT_NEAR(mask->left + mask->width, 192 - 2, 2) << "not 12 x 15, and nothing is cut off";
+}
+
+TEST(TextFace, IsMeasuredOnTheScreenWithinReason) {
+    const struct {
+        const char* why;
+        int height, dpi;
+        double onScreen;
+        int lineHeight;
+    } cases[] = {
+        {"an em to the pixel: 12.16; lines of 14 are 43.75", -38, 300, 12, 44},
+        {"a cell is as high as it was asked for", 20, 300, 6 / 1.164, 20},
+        {"no height: 12 units, 9 points of 72", 0, 72, 16, 14},
+        {"less than half a pixel: no measure", -12, 4800, 0, 14},
+        {"larger than any font: no measure", -84, 1, 0, 98},
+    };
+    for (const auto& [why, height, dpi, onScreen, lineHeight] : cases) {
+        const auto face = Face(TextMedium::Page, height, dpi);
+        EXPECT_NEAR(face->measure ? face->measure->face->size.em : 0, onScreen, 0.01) << why;
+        EXPECT_EQ(face->size.lineHeight, lineHeight) << why;
+    }
+    EXPECT_EQ(LayOutText(Face(TextMedium::Page, -12, 1), std::string(1000, 'x'), true, kNoWrap)->lines[0].utf8.size(),
+              455U)
+        << "what Pango can count of an em of 1152";
+}
+
+TEST(ScreenMeasure, KeepsWhatItRounds) {
+    const struct {
+        const char* why;
+        int dpi, here, onScreen;
+    } cases[] = {
+        {"the nearest: 315.6", 300, 316, 101},
+        {"halves down here, where that is enough: 12.5", 120, 12, 10},
+        {"far off", 300, 1'000'000, 320'000},
+    };
+    for (const auto& [why, dpi, here, onScreen] : cases) {
+        const ScreenMeasure measure{nullptr, dpi};
+        EXPECT_EQ(measure.ToScreen(here), onScreen) << why;
+        EXPECT_EQ(measure.FromScreen(onScreen), here) << why;
+    }
+    EXPECT_EQ((ScreenMeasure{nullptr, 72}.ToScreen(INT_MAX)), INT_MAX);
+    EXPECT_EQ((ScreenMeasure{nullptr, 50}.FromScreen(14)), 8) << "7.29, but 7 would be 13 on the screen";
 }
 
 TEST(TextLayout, RightToLeftLineStartsAtItsLeftEnd) {

@@ -200,7 +200,7 @@ FigureCache* FiguresOf(TextFace& face) {
         return face.figures.get();
     if (++face.figuresAsked <= kShapedFirst)
         return nullptr;
-    const bool worthIt = face.medium == TextMedium::Pixels && face.shaper && face.size.em <= kMaxEm &&
+    const bool worthIt = face.medium == TextMedium::Pixels && !face.measure && face.shaper && face.size.em <= kMaxEm &&
                          !face.underline && !face.strikeOut;
     if (!worthIt)
         return nullptr;

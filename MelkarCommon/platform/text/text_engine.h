@@ -1,5 +1,6 @@
 #pragma once
 
+#include <MelkarCommon/platform/measures.h>
 #include <MelkarCommon/platform/seam/shape.h>
 #include <MelkarCommon/platform/types.h>
 
@@ -12,13 +13,18 @@
 /// @file
 /// Internal. Turns bytes and a font into lines of placed glyphs, once for each distinct text, and keeps them in a
 /// bounded cache of the thread. Measuring and painting take the same entry.
+///
+/// All surfaces but records leave a text the room that it takes on a screen, where each glyph advances by whole pixels
+/// at 96 dots an inch: so lines break at the same words everywhere, and a layout with room for a text on screen has it
+/// on paper. At another dpi the font is measured at the size that it has on a screen, to the pixel, and lengths are
+/// scaled. The glyphs themselves are shaped for their surface, and each line is stretched to its room.
 
 namespace melkar {
 
-/// What the text is for: it decides how advances are rounded and which metrics count.
+/// What the text is for: it decides how glyphs are drawn and which metrics count.
 enum class TextMedium : std::uint8_t {
-    Pixels, ///< whole-pixel advances
-    Page,   ///< exact advances
+    Pixels, ///< glyphs that are crisp on pixels
+    Page,   ///< exact outlines
     Fixed,  ///< built-in metrics, no font of the machine: for recordings
 };
 
@@ -30,7 +36,7 @@ class FigureSet;
 
 /// The face of a description on this thread; made at the first call, kept until the thread ends or the bounded
 /// cache lets it go. Never null: what can't be made falls back to the default face.
-std::shared_ptr<TextFace> FindFace(const LOGFONTA& description, TextMedium medium);
+std::shared_ptr<TextFace> FindFace(const LOGFONTA& description, TextMedium medium, int dpi = kScreenDpi);
 
 /// Faces that came without a font of the machine, though their texts should be seen.
 std::size_t CountOfMissingFonts();
@@ -52,7 +58,10 @@ struct CoverageMask {
 
 struct TextLine {
     std::string utf8; ///< the characters of the line, without its line end
-    int width = 0;    ///< advance width in device units, rounded up
+    int width = 0;    ///< the room that it takes, device units
+    /// What makes its glyphs fill the room: where they stand, and how wide they are, is times this.
+    double stretch = 1;
+    int letters = 0; ///< what can stand further apart in place of that; 0 where letters join
     std::vector<GlyphRun> runs;
     bool underline = false;
     bool strikeOut = false;

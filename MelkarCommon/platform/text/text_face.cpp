@@ -3,6 +3,7 @@
 #include <MelkarCommon/platform/text/text_face.h>
 
 #include <MelkarCommon/platform/files/log_sink.h>
+#include <MelkarCommon/platform/geometry.h>
 #include <MelkarCommon/platform/measures.h>
 #include <MelkarCommon/platform/text/font_alias.h>
 #include <MelkarCommon/platform/values/ascii.h>
@@ -183,16 +184,24 @@ LOGFONTA InLinesOf(const LOGFONTA& description, int lineHeight) {
     return plain;
 }
 
+/// The height of a font on a screen, where it is so high on a surface of `dpi`; 0 if it is none to measure with.
+int HeightOnScreen(int height, int dpi) {
+    const int wanted = height == 0 ? -kDefaultEm : std::clamp(height, -kMaxSize, kMaxSize);
+    const int onScreen = MulDiv(wanted, kScreenDpi, dpi);
+    return std::abs(onScreen) <= kMaxSize ? onScreen : 0;
+}
+
 /// What distinguishes faces. Angles belong to painting, and width, precisions and pitch have no effect.
 struct FaceKey {
     LOGFONTA description;
     int medium;
+    int dpi;
     bool operator==(const FaceKey& other) const { return std::memcmp(this, &other, sizeof *this) == 0; }
 };
-static_assert(sizeof(FaceKey) == sizeof(LOGFONTA) + sizeof(int), "compared and hashed as bytes");
+static_assert(sizeof(FaceKey) == sizeof(LOGFONTA) + 2 * sizeof(int), "compared and hashed as bytes");
 
-FaceKey MakeKey(const LOGFONTA& description, TextMedium medium) {
-    FaceKey key{description, static_cast<int>(medium)};
+FaceKey MakeKey(const LOGFONTA& description, TextMedium medium, int dpi) {
+    FaceKey key{description, static_cast<int>(medium), dpi};
     key.description.lfWidth = 0;
     key.description.lfEscapement = 0;
     key.description.lfOrientation = 0;
@@ -235,7 +244,17 @@ FaceSize SizeFace(int height, double up, double down) {
     return {em, static_cast<int>(std::ceil(em * (up + down) - kRounding)), static_cast<int>(std::lround(em * up))};
 }
 
-TextFace::TextFace(const LOGFONTA& description, TextMedium textMedium)
+int ScreenMeasure::ToScreen(int length) const {
+    return NearestInt((2 * std::int64_t{length} * kScreenDpi + dpi) / (2 * std::int64_t{dpi}));
+}
+
+int ScreenMeasure::FromScreen(int length) const {
+    // What is lost is below half a unit here, and at most half a pixel there.
+    const std::int64_t most = std::min(dpi, kScreenDpi);
+    return NearestInt((2 * std::int64_t{length} * dpi - most + 2 * kScreenDpi - 1) / (2 * kScreenDpi));
+}
+
+TextFace::TextFace(const LOGFONTA& description, TextMedium textMedium, int dpi)
     : id(NextId()), medium(textMedium), charset(description.lfCharSet), underline(description.lfUnderline != 0),
       strikeOut(description.lfStrikeOut != 0) {
     const std::string family = FamilyOf(description);
@@ -245,10 +264,13 @@ TextFace::TextFace(const LOGFONTA& description, TextMedium textMedium)
         size = SizeFace(description.lfHeight, kFixedAscent, kFixedDescent);
         g_missing += medium != TextMedium::Fixed ? 1 : 0;
     }
+    const bool isReadable = shaper != nullptr && !unknownReported; // else it is told already
+    if (isReadable && (medium == TextMedium::Page || dpi != kScreenDpi))
+        MeasureOnScreen(description, dpi);
     name = NameForRecords(description, family, size.em);
     look = LookOf(description, family, size.em);
     if (shaper != nullptr && charset != kJapaneseCharset && IsJapanese(family) && !HasFamily(family))
-        forOthers = std::make_shared<TextFace>(InLinesOf(description, size.lineHeight), medium);
+        forOthers = std::make_shared<TextFace>(InLinesOf(description, size.lineHeight), medium, dpi);
 }
 
 /// Whether the machine has the font itself, and nothing has to stand in for it.
@@ -276,14 +298,28 @@ void TextFace::MakeShaper(const LOGFONTA& description, const std::string& family
     pango_layout_set_auto_dir(shaper.get(), TRUE);
 }
 
-std::shared_ptr<TextFace> FindFace(const LOGFONTA& description, TextMedium medium) {
+/// Lines of a font that is asked for by its em are as high as on the screen, those of a cell as high as the cell.
+void TextFace::MeasureOnScreen(const LOGFONTA& description, int dpi) {
+    LOGFONTA onScreen = description;
+    onScreen.lfHeight = HeightOnScreen(description.lfHeight, dpi);
+    if (onScreen.lfHeight == 0)
+        return;
+    measure = ScreenMeasure{FindFace(onScreen, TextMedium::Pixels), dpi};
+    if (description.lfHeight > 0)
+        return;
+    size.lineHeight = MulDiv(measure->face->size.lineHeight, dpi, kScreenDpi);
+    size.ascent = MulDiv(measure->face->size.ascent, dpi, kScreenDpi);
+}
+
+std::shared_ptr<TextFace> FindFace(const LOGFONTA& description, TextMedium medium, int dpi) {
     FaceCache& faces = ThreadFaces();
-    const FaceKey key = MakeKey(description, medium);
+    const FaceKey key = MakeKey(description, medium, dpi);
     if (const FaceEntry* entry = faces.Find(key))
         return entry->face;
-    if (faces.Size() >= kMaxFaces)
+    auto face = std::make_shared<TextFace>(description, medium, dpi); // which may find another one
+    while (faces.Size() >= kMaxFaces)
         faces.DropOldest();
-    return faces.Add({key, std::make_shared<TextFace>(description, medium)}).face;
+    return faces.Add({key, std::move(face)}).face;
 }
 
 std::size_t CountOfMissingFonts() { return g_missing; }

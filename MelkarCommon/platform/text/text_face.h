@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 
 /// @file
@@ -14,6 +15,7 @@
 namespace melkar {
 
 class FigureCache;
+class TextFace;
 
 struct Unref {
     void operator()(void* object) const { g_object_unref(object); }
@@ -30,13 +32,25 @@ struct FaceSize {
 /// @param height as `lfHeight`. @param up the font's ascent as a part of its em @param down its descent.
 FaceSize SizeFace(int height, double up, double down);
 
+/// The face that texts of another one are measured with, on the screen, and how lengths there become those of a
+/// surface with `dpi` units an inch, and back.
+struct ScreenMeasure {
+    std::shared_ptr<TextFace> face;
+    int dpi;
+
+    /// The nearest.
+    int ToScreen(int length) const;
+    /// The nearest, or a longer one where that would be less than `length` on the screen: below `kScreenDpi`.
+    int FromScreen(int length) const;
+};
+
 /// Lets the thread's faces go, and the machine's fonts with them.
 void DropFaces();
 
 /// Belongs to the thread that made it.
 class TextFace {
 public:
-    TextFace(const LOGFONTA& description, TextMedium medium);
+    TextFace(const LOGFONTA& description, TextMedium medium, int dpi);
 
     const std::uint64_t id; ///< of no other face of the process, past ones included
     const TextMedium medium;
@@ -46,6 +60,8 @@ public:
     FaceSize size;
     std::string name; ///< for records: "face size[ bold][ italic]"
     std::shared_ptr<const FontLook> look;
+    /// What decides the room that texts of this face take; nothing: the face itself.
+    std::optional<ScreenMeasure> measure;
     /// The face of texts without Japanese characters, in lines of the same height; null: this one.
     std::shared_ptr<TextFace> forOthers;
 
@@ -58,6 +74,7 @@ public:
 
 private:
     void MakeShaper(const LOGFONTA& description, const std::string& family);
+    void MeasureOnScreen(const LOGFONTA& description, int dpi);
     bool HasFamily(const std::string& family) const;
 };
 

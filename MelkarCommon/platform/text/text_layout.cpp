@@ -192,7 +192,7 @@ TextLayout LayOutAnew(TextFace& face, std::string_view bytes, bool singleLine, i
     TextLayout layout = StartLayout(face);
     const auto maxLines = static_cast<std::size_t>(kFarOff / std::max(1, layout.lineHeight));
     for (std::string& paragraph : SplitLines(DecodeText(bytes, face.charset), singleLine)) {
-        CutLine(paragraph, face.size.em);
+        CutLine(paragraph, std::max(face.size.em, face.measure ? face.measure->face->size.em : 0));
         if (face.shaper && !paragraph.empty())
             ShapeParagraph(face, paragraph, wrapWidth, layout.lines);
         else

@@ -60,13 +60,14 @@ void Add(Area& ink, double left, double top, double width, double height) {
 /// The ink of a line that isn't turned, from its top-left corner.
 Area InkOf(const TextLayout& layout, const TextLine& line) {
     Area ink;
+    const double stretch = line.stretch;
     for (const GlyphRun& run : line.runs) {
         cairo_text_extents_t extents;
         cairo_scaled_font_glyph_extents(run.font.get(), run.glyphs.data(), static_cast<int>(run.glyphs.size()),
                                         &extents);
         // bearings count from the first glyph
-        Add(ink, run.glyphs[0].x + extents.x_bearing, layout.ascent + run.glyphs[0].y + extents.y_bearing,
-            extents.width, extents.height);
+        Add(ink, stretch * (run.glyphs[0].x + extents.x_bearing), layout.ascent + run.glyphs[0].y + extents.y_bearing,
+            stretch * extents.width, extents.height);
     }
     for (const Rule& rule : RulesOf(layout, line))
         Add(ink, 0, rule.top, line.width, rule.height);
@@ -82,6 +83,23 @@ Area Turned(const Area& area, int escapement) {
     return turned;
 }
 
+/// While it lives, a context has the coordinates of a line's glyphs.
+class GlyphSpace {
+public:
+    GlyphSpace(cairo_t* cr, const TextLayout& layout, const TextLine& line) : m_cr(cr) {
+        cairo_get_matrix(cr, &m_outer);
+        cairo_translate(cr, 0, layout.ascent);
+        cairo_scale(cr, line.stretch, 1);
+    }
+    GlyphSpace(const GlyphSpace&) = delete;
+    GlyphSpace& operator=(const GlyphSpace&) = delete;
+    ~GlyphSpace() { cairo_set_matrix(m_cr, &m_outer); }
+
+private:
+    cairo_t* m_cr;
+    cairo_matrix_t m_outer;
+};
+
 /// Outlines in place of cached glyphs: those stand on whole pixels only, so that a slanted line would be uneven.
 void FillOutlines(cairo_t* cr, const GlyphRun& run) {
     cairo_glyph_path(cr, run.glyphs.data(), static_cast<int>(run.glyphs.size()));
@@ -96,7 +114,7 @@ void FillRules(cairo_t* cr, const TextLayout& layout, const TextLine& line) {
 }
 
 void DrawGlyphs(cairo_t* cr, const TextLayout& layout, const TextLine& line, bool outlines) {
-    cairo_translate(cr, 0, layout.ascent);
+    const GlyphSpace space(cr, layout, line);
     for (const GlyphRun& run : line.runs) {
         cairo_set_scaled_font(cr, run.font.get());
         if (outlines)
@@ -104,7 +122,27 @@ void DrawGlyphs(cairo_t* cr, const TextLayout& layout, const TextLine& line, boo
         else
             cairo_show_glyphs(cr, run.glyphs.data(), static_cast<int>(run.glyphs.size()));
     }
-    cairo_translate(cr, 0, -layout.ascent);
+}
+
+/// With the characters that they stand for.
+void ShowGlyphs(cairo_t* cr, const TextLayout& layout, const TextLine& line) {
+    const GlyphSpace space(cr, layout, line);
+    for (const GlyphRun& run : line.runs) {
+        cairo_set_scaled_font(cr, run.font.get());
+        cairo_show_text_glyphs(
+            cr, run.utf8.data(), static_cast<int>(run.utf8.size()), run.glyphs.data(),
+            static_cast<int>(run.glyphs.size()), run.clusters.data(), static_cast<int>(run.clusters.size()),
+            run.backward ? CAIRO_TEXT_CLUSTER_FLAG_BACKWARD : static_cast<cairo_text_cluster_flags_t>(0));
+    }
+}
+
+/// Adds the glyphs' outlines to the path.
+void TraceGlyphs(cairo_t* cr, const TextLayout& layout, const TextLine& line) {
+    const GlyphSpace space(cr, layout, line);
+    for (const GlyphRun& run : line.runs) {
+        cairo_set_scaled_font(cr, run.font.get());
+        cairo_glyph_path(cr, run.glyphs.data(), static_cast<int>(run.glyphs.size()));
+    }
 }
 
 /// Coverage in a cairo surface.
@@ -248,15 +286,7 @@ void ShowLine(cairo_t* cr, const TextLayout& layout, std::size_t line, double x,
     cairo_save(cr);
     cairo_translate(cr, x, y);
     cairo_transform(cr, &turn);
-    cairo_translate(cr, 0, layout.ascent);
-    for (const GlyphRun& run : text.runs) {
-        cairo_set_scaled_font(cr, run.font.get());
-        cairo_show_text_glyphs(
-            cr, run.utf8.data(), static_cast<int>(run.utf8.size()), run.glyphs.data(),
-            static_cast<int>(run.glyphs.size()), run.clusters.data(), static_cast<int>(run.clusters.size()),
-            run.backward ? CAIRO_TEXT_CLUSTER_FLAG_BACKWARD : static_cast<cairo_text_cluster_flags_t>(0));
-    }
-    cairo_translate(cr, 0, -layout.ascent);
+    ShowGlyphs(cr, layout, text);
     FillRules(cr, layout, text);
     cairo_restore(cr);
 }
@@ -282,13 +312,7 @@ std::vector<OutlineStep> LineOutline(const TextLayout& layout, std::size_t line)
     // Without bounds: on a bounded one cairo leaves out glyphs that stand ten ems beyond it.
     const CairoSurface surface(cairo_recording_surface_create(CAIRO_CONTENT_ALPHA, nullptr));
     const CairoContext cr(cairo_create(surface.get()));
-    for (const GlyphRun& run : layout.lines[line].runs) {
-        std::vector<cairo_glyph_t> glyphs = run.glyphs;
-        for (cairo_glyph_t& glyph : glyphs)
-            glyph.y += layout.ascent;
-        cairo_set_scaled_font(cr.get(), run.font.get());
-        cairo_glyph_path(cr.get(), glyphs.data(), static_cast<int>(glyphs.size()));
-    }
+    TraceGlyphs(cr.get(), layout, layout.lines[line]);
     for (const Rule& rule : RulesOf(layout, layout.lines[line]))
         cairo_rectangle(cr.get(), 0, rule.top, layout.lines[line].width, rule.height);
     std::vector<OutlineStep> outline;

@@ -22,6 +22,7 @@ struct LineBuilder {
     TextFace& face;
     const std::string& paragraph;
     std::int64_t pen = 0; ///< in Pango's units
+    bool joins = false;   ///< some letters must touch the next one
     TextLine line;
 };
 
@@ -87,6 +88,22 @@ void AddClusters(const RunPart& part, GlyphRun& run) {
     }
 }
 
+/// Whether gaps between letters would show: cursive scripts, and those whose letters hang from one line.
+bool Joins(const PangoItem& item) {
+    switch (item.analysis.script) {
+    case PANGO_SCRIPT_ARABIC:
+    case PANGO_SCRIPT_SYRIAC:
+    case PANGO_SCRIPT_MONGOLIAN:
+    case PANGO_SCRIPT_NKO:
+    case PANGO_SCRIPT_DEVANAGARI:
+    case PANGO_SCRIPT_BENGALI:
+    case PANGO_SCRIPT_GURMUKHI:
+        return true;
+    default:
+        return false;
+    }
+}
+
 void AddRun(LineBuilder& builder, const RunPart& part) {
     GlyphRun run;
     PlaceGlyphs(builder, part, run);
@@ -97,6 +114,8 @@ void AddRun(LineBuilder& builder, const RunPart& part) {
         builder.paragraph.substr(static_cast<std::size_t>(part.start), static_cast<std::size_t>(part.end - part.start));
     run.backward = part.IsBackward();
     AddClusters(part, run);
+    builder.line.letters += static_cast<int>(run.clusters.size());
+    builder.joins = builder.joins || Joins(*part.item);
     builder.line.runs.push_back(std::move(run));
 }
 
@@ -150,10 +169,12 @@ void OrderForTheEye(std::vector<RunPart>& parts) {
     }
 }
 
-/// Pango's runs of a paragraph on one line, in the order of the characters.
+/// Pango's runs of a paragraph on one line, in the order of the characters; until the face shapes another one.
 using Runs = std::vector<const PangoGlyphItem*>;
 
-Runs RunsOf(PangoLayout* shaper) {
+Runs ShapeLine(const TextFace& face, std::string_view paragraph) {
+    PangoLayout* shaper = face.shaper.get();
+    pango_layout_set_text(shaper, paragraph.data(), static_cast<int>(paragraph.size()));
     Runs runs;
     for (const GSList* run = pango_layout_get_line_readonly(shaper, 0)->runs; run != nullptr; run = run->next)
         runs.push_back(static_cast<const PangoGlyphItem*>(run->data));
@@ -161,21 +182,28 @@ Runs RunsOf(PangoLayout* shaper) {
     return runs;
 }
 
+/// A line at the advances of its glyphs.
+struct ShapedLine {
+    TextLine line;
+    double advance; ///< device units
+};
+
 /// @param run the first that may reach into the span; afterwards that of the next span
-TextLine TakeLine(TextFace& face, const std::string& paragraph, const LineSpan& span, Runs::const_iterator& run,
-                  Runs::const_iterator end) {
+ShapedLine TakeLine(TextFace& face, const std::string& paragraph, const LineSpan& span, Runs::const_iterator& run,
+                    Runs::const_iterator end) {
     std::vector<RunPart> parts;
     while (run != end && (*run)->item->offset + (*run)->item->length <= static_cast<int>(span.start))
         ++run;
     for (auto next = run; next != end && (*next)->item->offset < static_cast<int>(span.end); ++next)
         parts.push_back(PartOf(**next, span));
     OrderForTheEye(parts);
-    LineBuilder builder{face, paragraph, 0, {}};
+    LineBuilder builder{face, paragraph, 0, false, {}};
     builder.line.utf8 = paragraph.substr(span.start, span.end - span.start);
     for (const RunPart& part : parts)
         AddRun(builder, part);
-    builder.line.width = static_cast<int>(std::ceil(ToPixels(builder.pen)));
-    return std::move(builder.line);
+    if (builder.joins)
+        builder.line.letters = 0;
+    return {std::move(builder.line), ToPixels(builder.pen)};
 }
 
 /// How far the text reaches before each of its bytes, in Pango's units. A glyph's width counts behind the first byte
@@ -190,24 +218,53 @@ std::vector<std::int64_t> ReachOf(const Runs& runs, std::size_t bytes) {
     return reach;
 }
 
-std::vector<LineSpan> SpansOf(PangoLayout* shaper, const Runs& runs, std::string_view paragraph, int wrapWidth) {
-    if (wrapWidth == kNoWrap)
-        return {{0, paragraph.size()}};
-    int count = 0;
-    const PangoLogAttr* characters = pango_layout_get_log_attrs_readonly(shaper, &count);
-    return WrapLines({paragraph, BreaksOf(paragraph, characters), ReachOf(runs, paragraph.size())},
-                     std::int64_t{wrapWidth} * PANGO_SCALE);
+/// Bytes of a paragraph on one line, and the room that they take.
+struct LineRoom {
+    LineSpan span;
+    int width; ///< device units
+};
+
+/// The lines of a paragraph that a face has just shaped, by the advances of its glyphs.
+std::vector<LineRoom> RoomsBy(const TextFace& face, const Runs& runs, std::string_view paragraph, int wrapWidth) {
+    WrapText text{paragraph, {paragraph.size()}, ReachOf(runs, paragraph.size())};
+    if (wrapWidth != kNoWrap) {
+        int count = 0;
+        text.breaks = BreaksOf(paragraph, pango_layout_get_log_attrs_readonly(face.shaper.get(), &count));
+    }
+    const std::int64_t room = wrapWidth != kNoWrap ? std::int64_t{wrapWidth} * PANGO_SCALE : text.reach.back();
+    std::vector<LineRoom> rooms;
+    for (const LineSpan& span : WrapLines(text, room))
+        rooms.push_back({span, static_cast<int>(std::ceil(ToPixels(text.reach[span.end] - text.reach[span.start])))});
+    return rooms;
+}
+
+/// The same as measured on the screen. What fits there is no wider here than what it has to fit into.
+std::vector<LineRoom> RoomsOn(const ScreenMeasure& measure, std::string_view paragraph, int wrapWidth) {
+    const int onScreen = wrapWidth != kNoWrap ? measure.ToScreen(wrapWidth) : kNoWrap;
+    std::vector<LineRoom> rooms = RoomsBy(*measure.face, ShapeLine(*measure.face, paragraph), paragraph, onScreen);
+    for (LineRoom& room : rooms) {
+        const bool fits = room.width <= onScreen;
+        room.width = measure.FromScreen(room.width);
+        if (fits)
+            room.width = std::min(room.width, wrapWidth);
+    }
+    return rooms;
 }
 
 } // namespace
 
 void ShapeParagraph(TextFace& face, const std::string& paragraph, int wrapWidth, std::vector<TextLine>& lines) {
-    PangoLayout* shaper = face.shaper.get();
-    pango_layout_set_text(shaper, paragraph.data(), static_cast<int>(paragraph.size()));
-    const Runs runs = RunsOf(shaper);
+    const Runs runs = ShapeLine(face, paragraph);
+    const std::vector<LineRoom> rooms =
+        face.measure ? RoomsOn(*face.measure, paragraph, wrapWidth) : RoomsBy(face, runs, paragraph, wrapWidth);
     auto run = runs.begin();
-    for (const LineSpan& span : SpansOf(shaper, runs, paragraph, wrapWidth))
-        lines.push_back(TakeLine(face, paragraph, span, run, runs.end()));
+    for (const LineRoom& room : rooms) {
+        auto [line, advance] = TakeLine(face, paragraph, room.span, run, runs.end());
+        line.width = room.width;
+        if (face.measure && advance > 0)
+            line.stretch = room.width / advance;
+        lines.push_back(std::move(line));
+    }
 }
 
 } // namespace melkar

@@ -46,6 +46,11 @@ public:
         char byte = 0;
         return !m_isOver && recv(m_socket, &byte, 1, 0) == 1;
     }
+    /// So that the client gets to read all that was said: with bytes of its own unread it would be cut off instead.
+    void HangUp() {
+        shutdown(m_socket, SHUT_WR);
+        Take("what nobody says");
+    }
 
 private:
     int m_socket;
@@ -82,6 +87,7 @@ private:
             setsockopt(client, SOL_SOCKET, SO_SNDTIMEO, &second, sizeof second);
             HostileTalk talk(client, m_isOver);
             m_serve(talk, ++m_clients);
+            talk.HangUp();
             close(client);
         }
     }

@@ -70,17 +70,6 @@ TEST(DrawingObjects, NothingComesOfNothing) {
     EXPECT_EQ(GetDeviceCaps(nullptr, LOGPIXELSY) + GetDeviceCaps(nullptr, HORZRES), 96);
 }
 
-TEST(DrawingObjects, TellTheSizeOfTheDevice) {
-    std::uint32_t pixels[600];
-    for (HDC made :
-         {CreateMemorySurface(30, 20, 192), WrapPixels(pixels, 30, 20, 120), CreateRecordingSurface(30, 20)}) {
-        const Surface surface(made);
-        const Surface compatible(CreateCompatibleDC(made));
-        for (HDC asked : {made, HDC{compatible}})
-            EXPECT_EQ(GetDeviceCaps(asked, HORZRES) * 100 + GetDeviceCaps(asked, VERTRES), 3020);
-    }
-}
-
 TEST(DrawingRectangles, CoverLeftToRightLessOne) {
     // A frame that stays inside, its edges given the wrong way round; one that reaches out; one without an inside.
     for (const auto& [style, width, given, record] :
@@ -119,12 +108,14 @@ TEST(DrawingLines, PatternsRunOnAndFollowTheDpi) {
 TEST(DrawingText, FontOfANewSurfaceFollowsTheDpi) {
     // of "00": twice 3/5 and once 5/4 of the em (12 pixels, 24, 37.5, never nothing), each rounded up
     for (const auto& [dpi, width, height] : {std::tuple{96, 16, 15}, {192, 30, 30}, {300, 46, 48}, {1, 2, 2}}) {
-        const Surface surface(CreateRecordingSurface(50, 50, dpi));
+        const Surface surface(CreateRecordingSurface(50, 40, dpi));
         const Surface compatible(CreateCompatibleDC(surface));
         const Surface fresh(CreateCompatibleDC(surface));
         const ScopedFont noHeight(compatible, FontOf(0));
-        for (HDC measuring : {HDC{surface}, HDC{compatible}, HDC{fresh}})
+        for (HDC measuring : {HDC{surface}, HDC{compatible}, HDC{fresh}}) {
             EXPECT_EQ(Measured(measuring, "00", DT_SINGLELINE), CRect(0, 0, width, height)) << dpi;
+            EXPECT_EQ(GetDeviceCaps(measuring, HORZRES) * 100 + GetDeviceCaps(measuring, VERTRES), 5040);
+        }
     }
 }
 
@@ -173,21 +164,6 @@ TEST(DrawingCopies, WhatWaitsShowsWhereverItIsLookedAt) {
     ExpectDrawn(memory.data(), "memory of the host");
     SelectObject(work, former);
     DeleteObject(bitmap);
-}
-
-TEST(DrawingLines, KeepTheirOrder) {
-    const Surface surface(CreateRecordingSurface(30, 30));
-    const ScopedPen pen(surface, PS_SOLID, 1, kRed);
-    LineTo(surface, 9, 0);
-    LineTo(surface, 9, 9);
-    SelectObject(surface, GetStockObject(BLACK_PEN)); // a look of its own ends the path
-    LineTo(surface, 0, 9);
-    Rectangle(surface, 0, 0, 5, 5);
-    LineTo(surface, 0, 0);
-    EXPECT_EQ(GetRecording(surface), "line 0,0 9,0 #FF0000 w1\nline 9,0 9,9 #FF0000 w1\n"
-                                     "line 9,9 0,9 #000000 w1\n"
-                                     "fill 0,0 5x1 #000000\nfill 0,4 5x1 #000000\nfill 0,1 1x3 #000000\n"
-                                     "fill 4,1 1x3 #000000\nfill 1,1 3x3 #FFFFFF\nline 0,9 0,0 #000000 w1\n");
 }
 
 TEST(DrawingLines, EndlessOnesDrawEachSegmentOnce) {

@@ -9,6 +9,7 @@
 #include <chrono>
 #include <csignal>
 #include <fcntl.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -79,6 +80,23 @@ TEST_F(NewFiles, KeepLinkModeAndOwner) {
     stat(work.Path("log/target").c_str(), &status);
     EXPECT_EQ(status.st_uid, isRoot ? 65534 : geteuid());
     EXPECT_THAT(Entries(), UnorderedElementsAre("link", "dangling"));
+}
+
+TEST_F(NewFiles, OnAFullDiskLeaveWhatIsThere) {
+    work.Write("conf/former", "former");
+    const auto write = [this] {
+        std::signal(SIGXFSZ, SIG_IGN); // the limit then fails a write as a full disk does
+        const rlimit limit{4096, 4096};
+        setrlimit(RLIMIT_FSIZE, &limit);
+        const auto file = NewFile::Create(work.Path("conf/former"));
+        const std::string many(1 << 20, 'x');
+        const bool isWritten = file->Write(many.data(), many.size()) || file->Write("more", 4);
+        file->Abandon(ENOMEM); // what the writer makes of it
+        std::exit(isWritten ? 0 : file->Commit());
+    };
+    EXPECT_EXIT(write(), testing::ExitedWithCode(EFBIG), "");
+    EXPECT_EQ(work.Read("conf/former"), "former");
+    EXPECT_THAT(Entries(), UnorderedElementsAre("former"));
 }
 
 TEST_F(NewFiles, LeaveWhatTheCallerMayNotWrite) {

@@ -13,12 +13,10 @@
 #include <climits>
 #include <clocale>
 #include <cmath>
-#include <csignal>
 #include <cstdlib>
 #include <cstring>
 #include <functional>
 #include <sstream>
-#include <sys/resource.h>
 #include <tuple>
 
 namespace melkar {
@@ -308,26 +306,6 @@ TEST_F(Page, MaskedCopiesStayOnePicture) {
     EXPECT_THAT(elements[1], HasSubstr("pixelated"));
 }
 
-TEST_F(Page, StrangeShapesAndTextsLoseNoPage) {
-    LOGFONTA font{};
-    font.lfHeight = -8000; // beyond what fonts can do
-    const auto layout = LayOutText(FindFace(font, TextMedium::Page), "a", true, kNoWrap);
-    const auto draw = [&](Backend& b) {
-        const Shape far = Polygon({{INT_MIN, INT_MIN}, {INT_MAX, INT_MIN}, {0, INT_MAX}});
-        b.FillShape(far, 0);
-        b.StrokeShape(far, Width(HUGE_VAL));
-        StrokeLine(b, {INT_MIN, INT_MAX}, {INT_MAX, INT_MIN}, Width(NAN));
-        StrokeLine(b, {0, 0}, {0, INT_MAX}, Width(HUGE_VAL));
-        b.PaintText(layout, 0, {0, 0}, 0, 0xFF000000U, {0, 0, 400, 300});
-        b.PaintText(layout, 0, {INT_MIN, INT_MAX}, INT_MIN, 0, {INT_MIN, INT_MIN, INT_MAX, INT_MAX});
-        std::uint32_t pixel = 0xFF00FF00U;
-        b.Blit({INT_MIN, INT_MIN, INT_MAX, INT_MAX}, {&pixel, 1, 1, 1}, {0, 0, 1, 1}, SRCPAINT);
-    };
-    for (const PageFormat format :
-         {PageFormat::Pdf, PageFormat::Svg, PageFormat::SvgOutlines}) // DrawFile expects the file
-        DrawFile(format, 1, draw);
-}
-
 TEST_F(Page, FileAppearsWhole) {
     work.Write("page", "former");
     auto page = Make("page", PageFormat::Pdf);
@@ -402,23 +380,6 @@ TEST_F(Page, WhatIsTooMuchForAPdfPageIsAPictureOnIt) {
     EXPECT_EQ(red(202), 255) << "clipped";
     EXPECT_THAT(work.Read("list"), HasSubstr("1200   900")) << "3 pixels a unit, 288 an inch";
     EXPECT_THAT(told.Lines(), HasSubstr("131072"));
-}
-
-/// Draws more than one block of a file with room for one; in a process of its own, whose limit can't be lifted again.
-[[noreturn]] void DrawOnFullDisk(PageFile& page) {
-    std::signal(SIGXFSZ, SIG_IGN);
-    const rlimit limit{4096, 4096};
-    setrlimit(RLIMIT_FSIZE, &limit);
-    for (int i = 0; i < 20000; ++i)
-        StrokeLine(page, {i % 400, 0}, {i * 7 % 400, 299}, {});
-    std::_Exit(page.Finish() ? 1 : 0);
-}
-
-TEST_F(Page, FullDisk) {
-    for (const PageFormat format : {PageFormat::Pdf, PageFormat::Svg}) {
-        EXPECT_EXIT(DrawOnFullDisk(*Make("page", format)), testing::ExitedWithCode(0), "");
-        EXPECT_THAT(Files(), ElementsAre());
-    }
 }
 
 } // namespace

@@ -146,20 +146,6 @@ TEST(Recording, Replay) {
               "ellipse 35,23.5 20x10.25 fill #4A90D9 clip 5,3 45,23\n");
 }
 
-TEST(Recording, ReplayFarOff) {
-    const auto ops =
-        Record({Fill(kAll), Line({INT_MIN, 5}, {INT_MAX, 5}, Width(1e9)), Fill(kTriangle),
-                Text("a", {INT_MAX, INT_MIN}, kAll, INT_MIN, INT_MAX), Outline(Ellipse(NAN, 1e300, 1, NAN), NAN)});
-    const auto first = [&](const RECT& source, int x, int y) {
-        const std::string record = FormatRecording(Played(ops, source, x, y));
-        return record.substr(0, record.find('\n'));
-    };
-    EXPECT_EQ(first(kAll, INT_MIN, INT_MIN), "fill -2147483648,-2147483648 4294967295x4294967295 #4A90D9");
-    EXPECT_EQ(first({0, 0, 10, 10}, INT_MAX, INT_MAX), "") << "lands beyond every surface";
-    EXPECT_EQ(first({INT_MAX - 3, 0, INT_MAX, 9}, 0, 0), "fill 0,0 3x9 #4A90D9") << "comes from the far end";
-    EXPECT_EQ(first({10, 10, 0, 0}, 0, 0), "") << "source in the wrong order";
-}
-
 // By hand: red is as light as 0.299 * 255 = 76 = 4C, green as 150 = 96, blue as 29 = 1D, #4A90D9 as 131 = 83.
 TEST(Grey, OfEveryVerbIsAsLightAsItsColour) {
     std::vector<RecordedOp> ops;

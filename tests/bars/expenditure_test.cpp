@@ -2,8 +2,6 @@
 
 #include <MelkarCommon/bars/expenditure_graph.h>
 
-#include <algorithm>
-
 namespace {
 
 /// Column 2: average intake; column 4: top of the scale.

@@ -15,23 +15,9 @@ protected:
     }
 };
 
-TEST_F(LineGraph, MoreLinesThanArePaintedKeepTheirStride) {
-    auto graph = Make<CLineGraph>();
-    graph.m_nLineCount = 12;
-    graph.m_saLineValues = Texts({"60", "60", "60", "60", "60", "60", "60", "60", "60", "60", "60", "60", "81"});
-    DrawRecorded(graph, kFourDays, kWideArea);
-    ASSERT_EQ(graph.m_oaLineRects.GetSize(), 40) << "days without an entry have a box, too";
-    EXPECT_EQ(CRect(*graph.m_oaLineRects[10]), CRect(488, 125, 533, 125))
-        << "day 1 begins at entry 12, above the scale";
-}
-
 TEST_F(LineGraph, DotsAndStrokesNeedStatusAndEntry) {
-    const struct Case {
-        const char *why, *statuses;
-        std::vector<const char*> values;
-        const char* dots;
-        const char* strokes; ///< the day at whose dot one begins
-    } cases[] = {
+    // The days that have dots, and those at whose dot a stroke begins.
+    const std::tuple<const char*, const char*, std::vector<const char*>, const char*, const char*> cases[] = {
         {"all", "0000", {"60", "80", "70", "60"}, "0123", "123"},
         {"another status breaks on both sides", "0010", {"60", "80", "70", "60"}, "013", "1"},
         {"any status but 0", "1234", {"60", "80", "70", "60"}, "", ""},
@@ -43,15 +29,15 @@ TEST_F(LineGraph, DotsAndStrokesNeedStatusAndEntry) {
             days += std::to_string((std::stoi(line.substr(verb.size())) - 285) / 225);
         return days;
     };
-    for (const Case& c : cases) {
+    for (const auto& [why, statuses, values, dots, strokes] : cases) {
         auto graph = Make<CLineGraph>();
-        graph.m_saLineValues = Texts(c.values);
+        graph.m_saLineValues = Texts(values);
         std::string file = "head\nhead\n";
         for (int day = 0; day < 4; ++day)
-            file.append({c.statuses[day]}).append(",date,1\n");
+            file.append({statuses[day]}).append(",date,1\n");
         const auto lines = DrawRecorded(graph, file, kWideArea);
-        EXPECT_EQ(daysOf(LinesWith(lines, "ellipse ", " 4x4 fill #070000"), "ellipse "), c.dots) << c.why;
-        EXPECT_EQ(daysOf(LinesWith(lines, "line ", "#070000 w1"), "line "), c.strokes) << c.why;
+        EXPECT_EQ(daysOf(LinesWith(lines, "ellipse ", " 4x4 fill #070000"), "ellipse "), dots) << why;
+        EXPECT_EQ(daysOf(LinesWith(lines, "line ", "#070000 w1"), "line "), strokes) << why;
     }
 }
 

@@ -49,28 +49,23 @@ protected:
 };
 
 TEST_F(Simulation, CodesOfThePlan) {
-    const struct Case {
-        const char* why;
-        std::string plan; ///< none of these gives a row
-        double interval;
-        long code;
-        int max;
-    } cases[] = {
+    const std::tuple<const char*, const char*, double, long, int> cases[] = {
+        // no plan of these gives a row
         {"empty file: the scale stays", "", 250, 102, 72},
         {"head only: its scale", "skipped\n,80,,60\n", 250, 102, 82},
         {"a left scale without a step", "skipped\n,80,,60\nd,70,70\n", 1001, 103, 72},
         {"a left scale without an interval", "skipped\n,80,,60\nd,70,70\n", 0, 103, 72},
     };
-    for (const Case& c : cases) {
+    for (const auto& [why, plan, interval, code, max] : cases) {
         auto graph = Make<CSimulation>();
         ASSERT_EQ(ReadPlan(graph, kPlan), 0);
         EXPECT_EQ(graph.m_strWeightStart + graph.m_strWeightField2, "20250302kept");
-        graph.m_dChartInterval = c.interval;
+        graph.m_dChartInterval = interval;
         EXPECT_EQ(graph.ReadWeightDataFile(m_missing), 101);
         EXPECT_EQ(graph.m_saWeights.GetSize(), 4) << "a missing file leaves the former plan";
-        EXPECT_EQ(ReadPlan(graph, c.plan), c.code) << c.why;
-        EXPECT_EQ(graph.m_saWeights.GetSize(), 0) << c.why;
-        EXPECT_EQ(graph.m_nWeightMax, c.max) << c.why;
+        EXPECT_EQ(ReadPlan(graph, plan), code) << why;
+        EXPECT_EQ(graph.m_saWeights.GetSize(), 0) << why;
+        EXPECT_EQ(graph.m_nWeightMax, max) << why;
     }
     auto graph = Make<CSimulation>();
     graph.m_nChartMin = 500; // two steps of 250 to the top: 13 / 2 + 1 is 7 for each

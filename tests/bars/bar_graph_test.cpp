@@ -3,9 +3,6 @@
 #include <MelkarCommon/bars/bar_layout.h>
 #include <MelkarCommon/bars/simulation.h>
 
-#include <algorithm>
-#include <array>
-
 namespace {
 
 std::string Days(int count) {
@@ -13,6 +10,45 @@ std::string Days(int count) {
     for (int day = 0; day < count; ++day)
         file += "0,d" + std::to_string(day) + ",500\n";
     return file;
+}
+
+class BarData : public ChartTest {};
+
+TEST_F(BarData, AFileThatCantBeOpenedKeepsWhatIsThere) {
+    auto graph = Make<CBarGraph>();
+    Read(graph, "a\nb\n0,d,12\n");
+    graph.m_saTargets.Add("5");
+    std::string missing = "nothing.csv";
+    for (char* path : {missing.data(), static_cast<char*>(nullptr)})
+        EXPECT_EQ(graph.ReadDataFile(path), 101);
+    EXPECT_EQ(Content(graph), "0 d 12|");
+    EXPECT_THAT(m_files.Read("log/graph.log"), HasSubstr("CBarGraph::ReadDataFile"));
+    Read(graph, "a\nb\n");
+    EXPECT_EQ(graph.m_saTargets.GetSize(), 1) << "targets are not the file's";
+    graph.ClearArrays();
+    EXPECT_EQ(graph.m_saTargets.GetSize(), 0);
+}
+
+TEST_F(BarData, TheBigScaleStaysUntilReset) {
+    auto graph = Make<CBarGraph>();
+    graph.m_nSeriesCount = 2;
+    const auto top = [&](const std::string& day) {
+        Read(graph, "a\nb\n0,c,1,1\n" + day);
+        graph.GetGraphMeasure();
+        return graph.m_nChartMax;
+    };
+    EXPECT_EQ(top("0,d,999,1\n"), 1000) << "a day exactly at the top";
+    EXPECT_EQ(top("0,d,nan,5000\n"), 1000);
+    EXPECT_EQ(top("0,d,999,1.5\n"), 5000);
+    EXPECT_EQ(graph.m_dChartInterval, 1000);
+    graph.m_nChartMaxBig = graph.m_nChartIntervalBig = 1;
+    graph.ResetGraphMeasure();
+    EXPECT_EQ(graph.m_nChartMax, 1000);
+    EXPECT_EQ(graph.m_dChartInterval, 250);
+    EXPECT_EQ(graph.m_nChartMaxBig, 5000);
+    EXPECT_EQ(graph.m_nChartIntervalBig, 1000);
+    graph.m_nChartMaxBig = 0;
+    EXPECT_EQ(top("0,d,999,1.5\n"), 1000) << "there is no big scale";
 }
 
 class BarDrawing : public ChartTest {};
@@ -56,13 +92,8 @@ TEST_F(BarDrawing, WholeChart) {
 }
 
 TEST_F(BarDrawing, Figures) {
-    const struct Case {
-        const char* why;
-        std::string day;
-        int decimals;
-        const char* figure;
-        std::size_t fills; ///< graph, canvas, bars of some height, figures on the canvas colour
-    } cases[] = {
+    // The fills are graph, canvas, bars of some height, and figures on the canvas colour.
+    const std::tuple<const char*, std::string, int, const char*, std::size_t> cases[] = {
         {"rounded to decimals", "0,,234.56", 1, "234.6", 6},
         {"six decimals count", "0,,233.9999999", 0, "234", 6},
         {"no room above: inside the bar", "0,,910", 0, "910", 5},
@@ -70,13 +101,13 @@ TEST_F(BarDrawing, Figures) {
         {"an excluded day", "1,,", 0, "0", 5},
         {"a day without data has none, the day before has", "3,,234", 0, "77", 5},
     };
-    for (const Case& c : cases) {
+    for (const auto& [why, day, decimals, figure, fills] : cases) {
         auto graph = Make<CBarGraph>();
-        graph.m_nDecimals = c.decimals;
-        const auto lines = DrawRecorded(graph, "a\nb\n0,,77\n" + c.day + "\n");
+        graph.m_nDecimals = decimals;
+        const auto lines = DrawRecorded(graph, "a\nb\n0,,77\n" + day + "\n");
         const auto texts = LinesWith(lines, "text"); // the last ones: figure, both axis labels
-        EXPECT_TRUE(texts.end()[-3].starts_with("text \"" + std::string(c.figure) + "\" ")) << c.why;
-        EXPECT_THAT(LinesWith(lines, "fill"), SizeIs(c.fills)) << c.why;
+        EXPECT_TRUE(texts.end()[-3].starts_with("text \"" + std::string(figure) + "\" ")) << why;
+        EXPECT_THAT(LinesWith(lines, "fill"), SizeIs(fills)) << why;
     }
 }
 
@@ -123,21 +154,14 @@ TEST_F(BarDrawing, DateStripByCalendar) {
         using CBarGraph::CBarGraph;
         long DrawDate() override { return DrawDateDailyCoach(); }
     };
-    const struct Case {
-        std::size_t days;
-        int firstWeekday;
-        const char* captioned; ///< days of their months
-    } cases[] = {
-        {7, 3, "01 02 03 04 05 06 07 "},
-        {8, 1, "01 08 "},
-        {60, 0, "02 09 16 23 30 07 14 21 28 "},
-        {61, 1, "01 01 01 "},
-    };
-    for (const Case& c : cases) {
+    for (const auto& [days, firstWeekday, expected] : {std::tuple{7U, 3, "01 02 03 04 05 06 07 "},
+                                                       {8U, 1, "01 08 "},
+                                                       {60U, 0, "02 09 16 23 30 07 14 21 28 "},
+                                                       {61U, 1, "01 01 01 "}}) {
         auto graph = Make<Calendar>();
-        graph.m_nFirstWeekday = c.firstWeekday;
+        graph.m_nFirstWeekday = firstWeekday;
         std::string file = "a\nb\n";
-        for (std::size_t day = 0; day < c.days; ++day) { // a January of 30 days, again and again
+        for (std::size_t day = 0; day < days; ++day) { // a January of 30 days, again and again
             const std::string date = std::to_string(20080101 + day % 30);
             file += "0," + date + ",1\n";
             graph.m_saDateEnds.Add(day == 0 ? "20080102" : date.c_str()); // the first slot is a period
@@ -146,10 +170,10 @@ TEST_F(BarDrawing, DateStripByCalendar) {
         std::string captioned;
         for (const std::string& line : LinesWith(lines, "text \"01/"))
             captioned.append(line, 9, 2).append(" ");
-        EXPECT_EQ(captioned, c.captioned);
+        EXPECT_EQ(captioned, expected);
         const std::size_t captions = captioned.size() / 3;
         EXPECT_THAT(LinesWith(lines, "line", ",416 #010203 w1"), SizeIs(captions)) << "0.35 x 25 above 425";
-        EXPECT_THAT(LinesWith(lines, "line", ",421 #010203 w1"), SizeIs(c.days - captions)) << "0.15 x 25";
+        EXPECT_THAT(LinesWith(lines, "line", ",421 #010203 w1"), SizeIs(days - captions)) << "0.15 x 25";
         EXPECT_EQ(LinesWith(lines, "text \"01/01/200801/02/2008\" ").size(), captioned.starts_with("01") ? 1U : 0U);
     }
 }

@@ -48,18 +48,15 @@ TEST(CircadianLayout, HoursStandHalfALineBelowThePanel) {
 }
 
 TEST(CircadianLayout, Events) {
-    const struct Case {
-        const char *why, *event;
-        int minute; ///< -1: none
-    } cases[] = {{"hours x 100 + minutes", "1230", 750},
-                 {"end of the day", "2400", 1440},
-                 {"empty", "", -1},
-                 {"nothing", "0", -1},
-                 {"null", nullptr, -1},
-                 {"just after midnight", "5", 5},
-                 {"no hour has 99 minutes", "1299", 819}};
-    for (const Case& c : cases)
-        EXPECT_EQ(EventMinute(c.event).value_or(-1), c.minute) << c.why;
+    const std::tuple<const char*, const char*, int> cases[] = {{"hours x 100 + minutes", "1230", 750},
+                                                               {"end of the day", "2400", 1440},
+                                                               {"empty", "", -1},
+                                                               {"nothing", "0", -1},
+                                                               {"null", nullptr, -1},
+                                                               {"just after midnight", "5", 5},
+                                                               {"no hour has 99 minutes", "1299", 819}};
+    for (const auto& [why, event, minute] : cases)
+        EXPECT_EQ(EventMinute(event).value_or(-1), minute) << why;
 
     EXPECT_EQ(EventBoxOf(kGraph, kLeft, 1440, 15), CRect(843, 178, 858, 193)) << "centred on the right edge";
     EXPECT_EQ(EventBoxOf(kGraph, kLeft, 0, 15).left, 135) << "overhangs the left edge by half of it";

@@ -109,23 +109,19 @@ protected:
 };
 
 TEST_F(CircleTest, SlicesOfWhatThereIs) {
-    const struct Case {
-        const char* why;
-        CStringArray levels;
-        std::size_t slices;
-        const char* last; ///< colour of the last one
-    } cases[] = {
+    const std::tuple<const char*, CStringArray, std::size_t, const char*> cases[] = {
+        // how many, the last one's colour
         {"three", Classes("2", "1", "1"), 3, "fill #020000"},
         {"one is the whole disc", Classes("", "", "5"), 1, "fill #030000"},
         {"no light time: no disc of it over the others", Classes("", "1", "1"), 2, "fill #020000"},
         {"a thousandth: its neighbours meet", Classes("1000", "1", "1000"), 2, "fill #030000"},
         {"less than a hundredth of a minute", Classes("0.004", "0.003", "0.002"), 0, ""},
     };
-    for (const Case& c : cases) {
-        auto slices = DrawLevels(c.levels);
+    for (const auto& [why, levels, count, last] : cases) {
+        auto slices = DrawLevels(levels);
         std::erase_if(slices, [](const std::string& line) { return line.find(" fill") == std::string::npos; });
-        ASSERT_EQ(slices.size(), c.slices) << c.why;
-        EXPECT_THAT(slices.empty() ? "" : slices.back(), HasSubstr(c.last)) << c.why;
+        ASSERT_EQ(slices.size(), count) << why;
+        EXPECT_THAT(slices.empty() ? "" : slices.back(), HasSubstr(last)) << why;
     }
     EXPECT_THAT(m_files.Read("log/graph.log"), HasSubstr("CircleGraph S=50.000000 M=25.000000 V=25.000000"));
     // 600 x 400: a circle of 240 at (180, 40); 240 x sin is 239.99..., cut, halved to 119

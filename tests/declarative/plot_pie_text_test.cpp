@@ -110,12 +110,6 @@ TEST_F(CirclePanel, OneSliceIsTheWholeDiscAndNothingDrawsNothing) {
     EXPECT_THAT(lines, Contains(StartsWith("ellipse 300,200 100x100 fill #010000")));
     // Straight below the middle: (300, 250), a box 66 x 40 about it, the text of 10 x 20 in its middle.
     EXPECT_THAT(lines, Contains(StartsWith("text \"5\" 295,240 10x20")));
-    graph.SetValue(719, 0);
-    graph.SetValue(1, 1);
-    graph.SetValue(720, 2);
-    const auto halves = DrawRecorded(graph);
-    EXPECT_THAT(LinesWith(halves, "slice"), SizeIs(2));
-    EXPECT_THAT(LinesWith(halves, "ellipse"), IsEmpty()) << "a slice thinner than a pixel is no whole disc";
 }
 
 TEST_F(PanelTest, TextStandsWhereItsFormatSays) {

@@ -112,12 +112,6 @@ TEST_F(Gauge, ShowsWhereverItsPictureLands) {
     EXPECT_THAT(record, HasSubstr("text \"50\" 230,60 20x20 \"Fixed 16\" #FFFFFF\n"));
 }
 
-TEST_F(Gauge, NonsenseDrawsWhatItCan) {
-    auto bar = Make<CBMIGraph_Eng>();
-    bar.m_nMin = bar.m_nMax;
-    EXPECT_THAT(Record(bar, File("50"), {100, 50, 400, 90}), HasSubstr("text \"50\" 100,60")) << "no range";
-}
-
 /// A derived class may do more in a step than paint.
 TEST_F(Gauge, StepsRunWithoutASurfaceAndARectangle) {
     class Noting : public CHimandGraph {

@@ -9,13 +9,8 @@ namespace {
 using melkar::ScalePixels;
 
 TEST(ScaleTest, WhereFiguresStand) {
-    const struct Case {
-        const char* why;
-        ScalePixels scale;
-        double value;
-        int fromBottom; ///< stacked and line figures
-        int fromZero;   ///< single bars
-    } cases[] = {
+    // Stacked and line figures stand from the bottom, single bars from 0.
+    const std::tuple<const char*, ScalePixels, double, int, int> cases[] = {
         {"a fraction of a pixel is cut towards the bottom", {{0, 1000}, 100, 400}, 999.9, 101, 101},
         {"exactly the top", {{0, 1000}, 100, 400}, 1000, 100, 100},
         {"above the top, beyond an int", {{0, 1000}, 100, 400}, 1e308, 100, 100},
@@ -27,9 +22,9 @@ TEST(ScaleTest, WhereFiguresStand) {
         {"no range: its one value", {{10, 10}, 100, 400}, 10, 400, 100},
         {"a top of 0", {{0, 0}, 100, 400}, 0, 400, 400},
     };
-    for (const Case& c : cases) {
-        EXPECT_EQ(melkar::FigureY(c.scale, c.value), c.fromBottom) << c.why;
-        EXPECT_EQ(melkar::FigureFromZeroY(c.scale, c.value), c.fromZero) << c.why;
+    for (const auto& [why, scale, value, fromBottom, fromZero] : cases) {
+        EXPECT_EQ(melkar::FigureY(scale, value), fromBottom) << why;
+        EXPECT_EQ(melkar::FigureFromZeroY(scale, value), fromZero) << why;
     }
 }
 

@@ -53,28 +53,17 @@ TEST(Texts, StandOnTheGroundThatTheirPainterSays) {
             << why;
 }
 
-/// The box holds ten characters of 8 x 15 across: "one two three" wraps behind "two".
+/// Four characters of 8 x 15 fit across, and the word that doesn't makes no room for the others: three lines, 45 high.
 TEST(TextBox, WrapsAndPlacesInTheSurfacesFont) {
-    const CRect box(10, 20, 90, 81);
-    const auto tops = [&](auto draw) { return RecordOf([&](HDC surface) { EXPECT_EQ(draw(surface), 30); }); };
-    const auto lines = [](int first, int second) {
-        return "text \"one two\" 10," + std::to_string(first) + " 56x15 \"sans 12\" #000000\ntext \"three\" 10," +
-               std::to_string(second) + " 40x15 \"sans 12\" #000000\n";
+    const CRect box(10, 20, 42, 120);
+    const auto record = [](auto draw) { return RecordOf([&](HDC dc) { EXPECT_EQ(draw(dc, "aa bb cccccc"), 45); }); };
+    const auto at = [](int top) {
+        const auto y = [&](int line) { return " 10," + std::to_string(top + 15 * line); };
+        return AllOf(HasSubstr("\"aa\"" + y(0)), HasSubstr("\"bb\"" + y(1)), HasSubstr("\"cccccc\"" + y(2)));
     };
-    EXPECT_EQ(tops([&](HDC dc) { return DrawTextVCenter(dc, box, "one two three", 0); }), lines(35, 50));
-    EXPECT_EQ(tops([&](HDC dc) { return DrawTextBottom(dc, box, "one two three", 0, 0, "Face"); }), lines(51, 66));
-    EXPECT_EQ(tops([&](HDC dc) { return DrawTextTop(dc, box, "one two three", 0, -5, "Face"); }), lines(20, 35));
-}
-
-/// "aa bb" is 40 wide and would fit beside "cccccc", 48 wide, but the box is not: three lines, 45 high.
-TEST(TextBox, AWideWordMakesNoRoomForTheOthers) {
-    const CRect box(0, 0, 32, 100);
-    const auto at = [](int first, int second, int third) {
-        return AllOf(HasSubstr("\"aa\" 0," + std::to_string(first)), HasSubstr("\"bb\" 0," + std::to_string(second)),
-                     HasSubstr("\"cccccc\" 0," + std::to_string(third)));
-    };
-    EXPECT_THAT(RecordOf([&](HDC dc) { DrawTextVCenter(dc, box, "aa bb cccccc", 0); }), at(28, 43, 58));
-    EXPECT_THAT(RecordOf([&](HDC dc) { DrawTextBottom(dc, box, "aa bb cccccc", 0, 0, ""); }), at(55, 70, 85));
+    EXPECT_THAT(record([&](HDC dc, const char* text) { return DrawTextVCenter(dc, box, text, 0); }), at(48));
+    EXPECT_THAT(record([&](HDC dc, const char* text) { return DrawTextBottom(dc, box, text, 0, 0, "Face"); }), at(75));
+    EXPECT_THAT(record([&](HDC dc, const char* text) { return DrawTextTop(dc, box, text, 0, -5, "Face"); }), at(20));
 }
 
 /// A cell of 20 is an em of 16: a character is 10 wide, a line 20 high.

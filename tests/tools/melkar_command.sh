@@ -22,15 +22,17 @@ fail() {
     failures=$((failures + 1))
 }
 
-# expect WHY EXIT-CODE PATTERN ARGUMENT...: a chart of that kind, by default the bars of a week; the pattern stands in
-# what is printed.
-expect() {
+# says WHY EXIT-CODE PATTERN ARGUMENT...: the pattern stands in what the command prints.
+says() {
     local why=$1 code=$2 pattern=$3 actual=0 printed
     shift 3
-    printed=$("$melkar" draw "$kind" --base app/bin --section BAR_WEEK --size 900x500 "$@" 2>&1) || actual=$?
+    printed=$("$melkar" "$@" 2>&1) || actual=$?
     [[ $actual -eq $code ]] || fail "$why" "exit code $actual, not $code: $printed"
     grep -qE -- "$pattern" <<<"$printed" || fail "$why" "no '$pattern' in: $printed"
 }
+
+# expect WHY EXIT-CODE PATTERN ARGUMENT...: of a chart of that kind, by default the bars of a week.
+expect() { says "${@:1:3}" draw "$kind" --base app/bin --section BAR_WEEK --size 900x500 "${@:4}"; }
 
 # expect_file WHY MAGIC FILE: the file begins with these bytes.
 expect_file() {
@@ -71,7 +73,6 @@ expect "a click outside"            0 '^no day$' "${week[@]}" --click=-5,9999
 expect "no data file"               1 '^melkar: 101: .*missing.csv' --data missing.csv -o kept.svg
 expect_file "no data file" 'former' kept.svg
 expect "no directory for a page"    1 '^melkar: .*nowhere' "${week[@]}" -o nowhere/a.svg
-expect "no directory for pixels"    1 '^melkar: .*nowhere' "${week[@]}" -o nowhere/a.png
 mkdir hidden && touch hidden/libwebp.so.7 # found before the one of the system, and no library
 LD_LIBRARY_PATH=$work/hidden expect "no codec" 1 'a.webp: Can not access' "${week[@]}" -o a.webp
 LD_LIBRARY_PATH=$work/hidden expect "others need none" 0 '^$' "${week[@]}" -o a.png
@@ -79,12 +80,8 @@ expect_file "no codec" 'RIFF' a.webp
 grep -q 'WebP file .*a.webp. not written' app/log/graph.log || fail "no codec" "the log doesn't tell"
 [[ -z $(find . -name '*.new') ]] || fail "failed pages" "a part is left behind"
 
-# expect_day WHY EXIT-CODE PATTERN ARGUMENT...: a day of the weekly sample.
-expect_day() {
-    local why=$1 code=$2 pattern=$3
-    shift 3
-    expect "$why" "$code" "$pattern" --section DAY --data data/circadian-week.csv --record "$@"
-}
+# expect_day WHY EXIT-CODE PATTERN ARGUMENT...: of a day of the weekly sample.
+expect_day() { expect "${@:1:3}" --section DAY --data data/circadian-week.csv --record "${@:4}"; }
 
 kind=day
 expect_day "the first day"          0 'text "Mar 2"'
@@ -97,13 +94,6 @@ diff <("$melkar" keys) "$docs/profile-keys.md" || fail "the key reference" "docs
 
 diff <("$melkar" data) "$docs/data-files.md" || fail "the data reference" "docs/data-files.md isn't what melkar data prints"
 
-# says WHY EXIT-CODE PATTERN ARGUMENT...: of the whole command.
-says() {
-    local why=$1 code=$2 pattern=$3 actual=0 printed
-    shift 3
-    printed=$("$melkar" "$@" 2>&1) || actual=$?
-    [[ $actual -eq $code && $printed =~ $pattern ]] || fail "$why" "exit code $actual: $printed"
-}
 # The help of each command ends with two examples, to be typed at the project's root, and these run without a complaint.
 ln -s . samples
 for command in $("$melkar" --help | sed -n '/^Subcommands:/,$s/^  \([a-z]\+\) .*/\1/p'); do
@@ -190,14 +180,8 @@ expect "no such base"               2 'nowhere' "${week[@]}" --base nowhere -o a
 expect "base without a profile"     2 'no profile' "${week[@]}" --base / -o a.png
 expect "too many series"            2 '--series' "${week[@]}" --series 11 -o a.png
 
-# expect_report WHY EXIT-CODE PATTERN ARGUMENT...: the sample report.
-expect_report() {
-    local why=$1 code=$2 pattern=$3 actual=0 printed
-    shift 3
-    printed=$("$melkar" report --base app/bin --header data/report-header.csv --data data "$@" 2>&1) || actual=$?
-    [[ $actual -eq $code ]] || fail "$why" "exit code $actual, not $code: $printed"
-    grep -qE -- "$pattern" <<<"$printed" || fail "$why" "no '$pattern' in: $printed"
-}
+# expect_report WHY EXIT-CODE PATTERN ARGUMENT...: of the sample report.
+expect_report() { says "${@:1:3}" report --base app/bin --header data/report-header.csv --data data "${@:4}"; }
 expect_report "a report"            0 '^[0-9]+ pages$' --printer r.pdf
 pdftotext -layout r.pdf r.txt
 for word in 'Dr. Ann Weaver' '179 cm' 'Steps per day' 'Weight plan' 'kcal total' 'Page 2 / '; do

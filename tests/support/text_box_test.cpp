@@ -43,7 +43,7 @@ TEST(Texts, StandOnTheGroundThatTheirPainterSays) {
          text + "\n"},
     };
     for (const auto& [why, paint, record] : cases)
-        EXPECT_EQ(RecordOf([&, paint = paint](HDC surface) {
+        EXPECT_EQ(RecordOf([&, why = why, paint = paint](HDC surface) {
                       SetBkMode(surface, OPAQUE);
                       paint(surface, box);
                       EXPECT_EQ(SetBkMode(surface, OPAQUE), OPAQUE) << why;

@@ -178,8 +178,9 @@ TEST(TextLayout, GlyphsFillTheRoomOfTheirLine) {
     EXPECT_EQ(wrapped->width, 114) << "88 pixels fit into 87.55, and don't reach out of 114 units";
 
     const auto pixels = LayOutText(Face(TextMedium::Pixels, -24, 192), "111111111111", true, kNoWrap);
-    const auto mask = LineMask(*pixels, 0, 0);
-    EXPECT_NEAR(mask->left + mask->width, 192 - 2, 2) << "not 12 x 15, and nothing is cut off";
+    const auto forPage = LayOutText(Face(TextMedium::Page), "111111111111", true, kNoWrap);
+    for (const auto& mask : {LineMask(*pixels, 0, 0), LineMask(*forPage, 0, 0, 2)})
+        EXPECT_NEAR(mask->left + mask->width, 192 - 2, 2) << "not 12 x 15, and nothing is cut off";
 }
 
 TEST(TextFace, IsMeasuredOnTheScreenWithinReason) {

@@ -65,6 +65,7 @@ TextLayout EnlargeLine(const TextLayout& layout, const TextLine& line, double sc
     enlarged.isEnlarged = true;
     TextLine& larger = enlarged.lines.emplace_back();
     larger.width = enlarged.width;
+    larger.stretch = line.stretch;
     larger.underline = line.underline;
     larger.strikeOut = line.strikeOut;
     larger.runs = line.runs;

@@ -19,9 +19,11 @@ BUILD_PACKAGES=(
 # What scripts/check needs on top.
 CHECK_PACKAGES=(git clang-format clang clang-tidy binutils libglib2.0-dev libjpeg-dev libncurses-dev libx11-dev
     unixodbc-dev doxygen)
+# What scripts/check-pages reads pages with.
+PAGE_PACKAGES=(librsvg2-bin imagemagick libxml2-utils qpdf)
 # What scripts/fuzz needs on top.
 FUZZ_PACKAGES=(clang libclang-rt-14-dev)
-export DRAW_PACKAGES BUILD_PACKAGES CHECK_PACKAGES FUZZ_PACKAGES
+export DRAW_PACKAGES BUILD_PACKAGES CHECK_PACKAGES PAGE_PACKAGES FUZZ_PACKAGES
 
 say() { printf '== %s\n' "$*"; }
 

@@ -33,13 +33,13 @@ HANDLE MakePicture(OwnPixels pixels, OwnPixels file) {
 
 /// Scaled, unless both sides are 0. Null if it can't be read.
 HANDLE LoadPicture(const char* path, int width, int height) {
-    OwnPixels file(LoadImageFile(path));
+    OwnPixels file = LoadImageFile(path);
     const PixelBuffer& size = file.Buffer();
     const int newWidth = width != 0 ? width : size.width;
     const int newHeight = height != 0 ? height : size.height;
     if (newWidth == size.width && newHeight == size.height)
         return MakePicture(std::move(file), OwnPixels());
-    OwnPixels scaled(file.AreThere() ? Resized(size, newWidth, newHeight, SRCCOPY) : PixelBuffer{});
+    OwnPixels scaled = file.AreThere() ? Resized(size, newWidth, newHeight, SRCCOPY) : OwnPixels();
     return MakePicture(std::move(scaled), std::move(file));
 }
 

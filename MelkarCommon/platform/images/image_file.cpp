@@ -68,34 +68,34 @@ void ConvertRow(std::uint32_t* out, const guint8* bytes, int width, int channels
     }
 }
 
-PixelBuffer ToPixels(const GdkPixbuf* pixbuf) {
+OwnPixels ToPixels(const GdkPixbuf* pixbuf) {
     const int width = gdk_pixbuf_get_width(pixbuf);
     const int height = gdk_pixbuf_get_height(pixbuf);
-    const PixelBuffer buffer{TakePixels(width, height), width, height, width};
-    if (buffer.pixels == nullptr)
-        return {};
+    OwnPixels picture(width, height);
+    if (!picture.AreThere())
+        return picture;
     const guint8* bytes = gdk_pixbuf_read_pixels(pixbuf);
     const auto rowBytes = static_cast<std::ptrdiff_t>(gdk_pixbuf_get_rowstride(pixbuf));
     for (int y = 0; y < height; ++y)
-        ConvertRow(PixelAt(buffer, 0, y), bytes + y * rowBytes, width, gdk_pixbuf_get_n_channels(pixbuf),
+        ConvertRow(PixelAt(picture.Buffer(), 0, y), bytes + y * rowBytes, width, gdk_pixbuf_get_n_channels(pixbuf),
                    gdk_pixbuf_get_has_alpha(pixbuf) != 0);
-    return buffer;
+    return picture;
 }
 
 } // namespace
 
-PixelBuffer LoadImageFile(const char* path) {
+OwnPixels LoadImageFile(const char* path) {
     const PixbufPointer pixbuf = path != nullptr ? OpenPicture(ResolvePath(path).c_str()) : nullptr;
-    return pixbuf != nullptr ? ToPixels(pixbuf.get()) : PixelBuffer{};
+    return pixbuf != nullptr ? ToPixels(pixbuf.get()) : OwnPixels();
 }
 
-PixelBuffer Resized(const PixelBuffer& picture, int width, int height, DWORD operation) {
-    const PixelBuffer scaled{TakePixels(width, height), width, height, width};
-    if (scaled.pixels == nullptr)
-        return {};
+OwnPixels Resized(const PixelBuffer& picture, int width, int height, DWORD operation) {
+    OwnPixels scaled(width, height);
+    if (!scaled.AreThere())
+        return scaled;
     const RECT whole{0, 0, width, height};
-    FillRows(scaled, whole, ToColor(RGB(0, 0, 0))); // "or" takes the picture as it is
-    BlitPixels(scaled, whole, whole, picture, {0, 0, picture.width, picture.height},
+    FillRows(scaled.Buffer(), whole, ToColor(RGB(0, 0, 0))); // "or" takes the picture as it is
+    BlitPixels(scaled.Buffer(), whole, whole, picture, {0, 0, picture.width, picture.height},
                operation == SRCCOPY ? SRCCOPY : SRCPAINT);
     return scaled;
 }

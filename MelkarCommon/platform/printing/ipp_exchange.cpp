@@ -189,15 +189,15 @@ private:
     int m_cancel = 0; ///< CUPS looks at it while it connects
 };
 
-/// The addresses stay the connection's.
+/// CUPS keeps a copy of the addresses.
 Connection Prepare(const Address& address, Clock::time_point deadline) {
     constexpr int kBlocking = 1;
     constexpr int kNotYet = 0;
-    Addresses addresses = LookUp(address.host, address.port, deadline);
+    const Addresses addresses = LookUp(address.host, address.port, deadline);
     if (addresses == nullptr)
         return nullptr;
-    return Connection(httpConnect2(address.host.c_str(), address.port, addresses.release(), AF_UNSPEC,
-                                   address.encryption, kBlocking, kNotYet, nullptr));
+    return Connection(httpConnect2(address.host.c_str(), address.port, addresses.get(), AF_UNSPEC, address.encryption,
+                                   kBlocking, kNotYet, nullptr));
 }
 
 /// None of the host's signals comes to threads that begin in its scope.

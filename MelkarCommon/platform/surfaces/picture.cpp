@@ -41,7 +41,7 @@ const PixelBuffer& PixelPicture::ShownFor(DWORD operation) {
     if (operation == SRCCOPY || !m_file.AreThere())
         return Shown();
     if (m_file.Buffer().width != m_buffer.width || m_file.Buffer().height != m_buffer.height)
-        m_file = OwnPixels(Resized(m_file.Buffer(), m_buffer.width, m_buffer.height, operation));
+        m_file = Resized(m_file.Buffer(), m_buffer.width, m_buffer.height, operation);
     return m_file.AreThere() ? m_file.Buffer() : m_buffer;
 }
 

@@ -55,7 +55,7 @@ class Picture:
         if self.data == "-":
             return None
         own = f"samples/data/{self.language}/{self.data}"
-        return own if self.data != "." and (ROOT / own).exists() else f"samples/data/{self.data}".removesuffix("/.")
+        return (own if (ROOT / own).exists() else f"samples/data/{self.data}").removesuffix("/.")
 
     @property
     def is_report(self):

@@ -22,12 +22,12 @@ constexpr int kLineHeight = 20;  // of what the report writes itself
 constexpr int kGaugeWidth = 320; // at most; the gauges' own sizes
 constexpr int kBmiHeight = 36;
 constexpr int kDiscHeight = 90;
-constexpr int kChartHeight = 256; // at least: the figures of its scale don't touch
-constexpr int kSheetHeight = 172; // at least: the same
+constexpr int kChartHeight = 256; // at least, of full letters: the figures of its scale don't touch
+constexpr int kSheetHeight = 172; // the same
 constexpr int kFigureHeight = 18; // a line of the summary
 constexpr int kBmiTop = 4 * kFigureHeight + kGap / 2 + kLineHeight;
 constexpr int kSideBySide = 2 * kGaugeWidth + kGap; // on narrower paper the gauges stand one below the other
-constexpr int kLegendsWidth = 640;                  // at least: the steps' title, target and average in one row
+constexpr int kLegendsWidth = 640; // at least: the steps' title, target and average in one row; samples don't shrink
 
 constexpr int kTextSize = 9; // points
 constexpr int kPointsPerInch = 72;
@@ -44,13 +44,24 @@ public:
     void Show(const CRect& area, std::string file) { this->Draw(area, file.data()); }
 };
 
-// The file of the steps names no target; the head of the report does.
-class StepsOnPage : public OnPage<CStepGraph> {
+// A chart whose letters suit the paper.
+template <class Graph> class ChartOnPage : public OnPage<Graph> {
 public:
-    StepsOnPage(HDC page, const char* section, const CString& target) : OnPage(page, section), m_target(target) {}
+    ChartOnPage(HDC page, const char* section, const Letters& letters) : OnPage<Graph>(page, section) {
+        for (int* size : {&this->m_Title.m_nSize, &this->m_nTargetSize, &this->m_nVMeasureSize,
+                          &this->m_nVMeasureLabelSize, &this->m_nHMeasureLabelSize, &this->m_nDateSize})
+            *size = letters.Of(*size);
+    }
+};
+
+// The file of the steps names no target; the head of the report does.
+class StepsOnPage : public ChartOnPage<CStepGraph> {
+public:
+    StepsOnPage(HDC page, const char* section, const Letters& letters, const CString& target)
+        : ChartOnPage(page, section, letters), m_target(target) {}
 
     long ReadDataFile(char* path) override {
-        const long result = OnPage::ReadDataFile(path);
+        const long result = ChartOnPage::ReadDataFile(path);
         for (int day = 0; day < m_saDates.GetSize(); ++day)
             m_saTargets.SetAtGrow(day, m_target);
         return result;
@@ -60,13 +71,19 @@ private:
     CString m_target;
 };
 
+struct Paper {
+    HDC page;
+    Letters letters;
+    CString stepTarget;
+};
+
 template <class Graph>
-void ShowOn(HDC page, const char* section, const CRect& area, const std::string& file, const CString&) {
-    OnPage<Graph>(page, section).Show(area, file);
+void ShowOn(const Paper& paper, const char* section, const CRect& area, const std::string& file) {
+    ChartOnPage<Graph>(paper.page, section, paper.letters).Show(area, file);
 }
 
-void ShowSteps(HDC page, const char* section, const CRect& area, const std::string& file, const CString& target) {
-    StepsOnPage steps(page, section, target);
+void ShowSteps(const Paper& paper, const char* section, const CRect& area, const std::string& file) {
+    StepsOnPage steps(paper.page, section, paper.letters, paper.stepTarget);
     if (area.Width() < kLegendsWidth)
         steps.SetPrintAverage(0); // a line of the summary says it
     steps.Show(area, file);
@@ -75,7 +92,7 @@ void ShowSteps(HDC page, const char* section, const CRect& area, const std::stri
 struct Chart {
     const char* section;
     const char* file;
-    void (*show)(HDC page, const char* section, const CRect& area, const std::string& file, const CString& stepTarget);
+    void (*show)(const Paper& paper, const char* section, const CRect& area, const std::string& file);
 };
 constexpr Chart kCharts[] = {
     {"STEPS", "steps-month.csv", ShowSteps},
@@ -109,7 +126,8 @@ constexpr int kFirstSheet = kFirstChart + static_cast<int>(std::size(kCharts));
 CMonthReport::CMonthReport(char* printer, int paper, int orientation, char* section, const char* dataDirectory,
                            const char* headerFile)
     : CReport(printer, paper, orientation, section, nullptr, nullptr, nullptr, dataDirectory, headerFile, ""),
-      m_header(section), m_sheets(std::make_unique<CPaperSheets>(m_hPrnDC, "WEEK", DataFile("week-print.csv"))),
+      m_letters(m_rcPage.right - 2 * kMargin, m_rcPage.bottom - 2 * kMargin), m_header(section, m_letters),
+      m_sheets(std::make_unique<CPaperSheets>(m_hPrnDC, "WEEK", DataFile("week-print.csv"), m_letters)),
       m_pageLabel(m_Ini.ReadString("", section, "PAGE_LABEL", "")),
       m_obesityLabel(m_Ini.ReadString("", section, "OBESITY_LABEL", "")) {
     CMonthReport::CalcRects();
@@ -130,8 +148,8 @@ int CMonthReport::CalcRects() {
 
 void CMonthReport::LayOutBoxes() {
     std::vector<FlowBox> boxes = {{SummaryHeight(m_rcGraphs.Width()), false}};
-    boxes.insert(boxes.end(), std::size(kCharts), {kChartHeight, true});
-    boxes.insert(boxes.end(), static_cast<std::size_t>(m_sheets->Count()), {kSheetHeight, true});
+    boxes.insert(boxes.end(), std::size(kCharts), {m_letters.Of(kChartHeight), true});
+    boxes.insert(boxes.end(), static_cast<std::size_t>(m_sheets->Count()), {m_letters.Of(kSheetHeight), true});
     m_places = FlowOverPages(boxes, m_rcGraphs.Height(), kGap);
     m_pages = m_places.back().page + 1;
 }
@@ -171,7 +189,7 @@ void CMonthReport::DrawBox(int box, const CRect& area) {
     if (box >= kFirstSheet)
         return m_sheets->DrawSheet(area, box - kFirstSheet);
     const Chart& chart = kCharts[box - kFirstChart];
-    chart.show(m_hPrnDC, chart.section, area, DataFile(chart.file), NumberOf(m_header.m_szStepTarget));
+    chart.show({m_hPrnDC, m_letters, NumberOf(m_header.m_szStepTarget)}, chart.section, area, DataFile(chart.file));
 }
 
 int CMonthReport::DrawFooter() {
@@ -211,7 +229,7 @@ void CMonthReport::DrawFigures(const CRect& area) {
 }
 
 void CMonthReport::Write(CRect box, const CString& text, unsigned format) const {
-    const int height = kTextSize * GetDeviceCaps(m_hPrnDC, LOGPIXELSY) / kPointsPerInch;
+    const int height = m_letters.Of(kTextSize) * GetDeviceCaps(m_hPrnDC, LOGPIXELSY) / kPointsPerInch;
     const melkar::ScopedFont font(m_hPrnDC,
                                   CreateFontA(-height, 0, 0, 0, FW_NORMAL, 0, 0, 0, static_cast<DWORD>(m_nCharset), 0,
                                               0, PROOF_QUALITY, 0, m_strFont));

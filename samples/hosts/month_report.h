@@ -1,5 +1,6 @@
 #pragma once
 
+#include "letters.h"
 #include "page_flow.h"
 #include "paper_sheets.h"
 
@@ -13,7 +14,9 @@
 // The heading block; the report takes its units, too.
 class CMonthHeader : public CGraphHeader {
 public:
-    using CGraphHeader::CGraphHeader;
+    CMonthHeader(char* section, const Letters& letters) : CGraphHeader(section) {
+        m_nHeaderSize = letters.Of(m_nHeaderSize);
+    }
     using CReportHeader::m_strCalUnit;
     using CReportHeader::m_strStepUnit;
 };
@@ -49,6 +52,7 @@ private:
     void DrawFigures(const CRect& area);
     void Write(CRect box, const CString& text, unsigned format) const;
 
+    Letters m_letters;
     CMonthHeader m_header;
     std::unique_ptr<CPaperSheets> m_sheets;
     CString m_pageLabel;

@@ -15,19 +15,18 @@ constexpr int kDaysAtHand = 256;
 // Points.
 constexpr int kDateSize = 10;
 constexpr int kTextSize = 8;
-constexpr int kSmallTextSize = 7; // of a summary on narrow paper
 constexpr int kMessageSize = 20;
 
 constexpr int kHalfLine = 6; // units, of a text of 8 points
-constexpr int kNarrowPanel = 400;
 
 } // namespace
 
-CPaperDay::CPaperDay(HDC page, const char* section) : CCircadianGraph(nullptr, page, section, page, page, page) {
+CPaperDay::CPaperDay(HDC page, const char* section, const Letters& letters)
+    : CCircadianGraph(nullptr, page, section, page, page, page), m_letters(letters) {
     SetDirectOutput(1);
-    m_nDateFontSize = kDateSize;
-    m_nClassFontSize = m_nAxisFontSize = m_nSummaryFontSize = kTextSize;
-    m_nMessageSize = kMessageSize;
+    m_nDateFontSize = letters.Of(kDateSize);
+    m_nClassFontSize = m_nAxisFontSize = m_nSummaryFontSize = letters.Of(kTextSize);
+    m_nMessageSize = letters.Of(kMessageSize);
 }
 
 // The library begins in the middle between the panel's top and the first line of its scale, and puts the remark on a
@@ -36,9 +35,8 @@ CPaperDay::CPaperDay(HDC page, const char* section) : CCircadianGraph(nullptr, p
 void CPaperDay::WriteMessage() {
     const CRect panel = m_rcLeft;
     const int hasRemark = std::exchange(m_bToroken, 0);
-    m_nSummaryFontSize = panel.Width() < kNarrowPanel ? kSmallTextSize : kTextSize;
     if (m_nLang == 0)
-        m_rcLeft.OffsetRect(0, -kHalfLine);
+        m_rcLeft.OffsetRect(0, -m_letters.Of(kHalfLine));
     CCircadianGraph::WriteMessage();
     m_rcLeft = panel;
     m_bToroken = hasRemark;
@@ -48,12 +46,13 @@ void CPaperDay::WriteMessage() {
 
 void CPaperDay::WriteRemark() {
     const CRect band(m_rcLeft.left, m_rcGraph.top, m_rcLeft.right, m_rcLeft.top);
-    const melkar::ScopedFont font(m_hMemDC, ChartFont(kTextSize));
+    const melkar::ScopedFont font(m_hMemDC, ChartFont(m_letters.Of(kTextSize)));
     PaintText(m_strToroken, band, DT_RIGHT | DT_VCENTER | DT_SINGLELINE);
 }
 
-CPaperSheets::CPaperSheets(HDC page, const char* section, std::string file)
-    : CWeeklyCircadian(nullptr, page, section, page, page, page), m_sheet(page, section), m_file(std::move(file)) {
+CPaperSheets::CPaperSheets(HDC page, const char* section, std::string file, const Letters& letters)
+    : CWeeklyCircadian(nullptr, page, section, page, page, page), m_sheet(page, section, letters),
+      m_file(std::move(file)) {
     ReadFrom(0);
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "letters.h"
+
 #include <MelkarCommon/circadian/weekly_circadian.h>
 
 #include <array>
@@ -10,11 +12,13 @@
 // they are on a wide screen, the summary keeps between two lines of the scale, and the remark stands beside the date.
 class CPaperDay : public CCircadianGraph {
 public:
-    CPaperDay(HDC page, const char* section);
+    CPaperDay(HDC page, const char* section, const Letters& letters);
     void WriteMessage() override;
 
 private:
     void WriteRemark();
+
+    Letters m_letters;
 };
 
 // The days of a weekly print file, however many weeks it holds, one by one. A host that prints whole weeks calls
@@ -22,7 +26,7 @@ private:
 // length takes the memory of a short one.
 class CPaperSheets : public CWeeklyCircadian {
 public:
-    CPaperSheets(HDC page, const char* section, std::string file);
+    CPaperSheets(HDC page, const char* section, std::string file, const Letters& letters);
 
     int Count() const { return m_count; } // days in the file; 0 if it can't be read
     void DrawSheet(const CRect& area, int sheet);

@@ -10,10 +10,10 @@
 namespace melkar::fuzz {
 
 // Each stands in a file of its own, as `DrawKind` in targets/kinds.cpp.
-extern const Target kKinds, kProfile, kDrawing;
+extern const Target kKinds, kReaders, kProfile, kFormats, kText, kDrawing, kPictures, kLog;
 
 std::span<const Target> Targets() {
-    static const Target targets[] = {kKinds, kProfile, kDrawing};
+    static const Target targets[] = {kKinds, kReaders, kProfile, kFormats, kText, kDrawing, kPictures, kLog};
     return targets;
 }
 

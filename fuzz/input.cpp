@@ -73,6 +73,8 @@ int Bytes::Number() {
     constexpr int kSmall = 220; // behind it come the edges
     constexpr int kBelowZero = 20;
     const int byte = Next();
+    if (m_limit > 0)
+        return byte % m_limit;
     return byte < kSmall ? byte - kBelowZero : kEdges[static_cast<std::size_t>(byte - kSmall) % kEdges.size()];
 }
 

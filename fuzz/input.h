@@ -24,7 +24,8 @@ std::string_view TakeLine(std::string_view& input);
 /// Bytes as decisions, zeros behind the end.
 class Bytes {
 public:
-    explicit Bytes(std::string_view bytes) : m_left(bytes) {}
+    /// @param limit above 0: all numbers are from 0 to below it
+    explicit Bytes(std::string_view bytes, int limit = 0) : m_left(bytes), m_limit(limit) {}
 
     bool IsEmpty() const { return m_left.empty(); }
     std::uint8_t Next();
@@ -36,6 +37,7 @@ public:
 
 private:
     std::string_view m_left;
+    int m_limit;
 };
 
 /// Numbers at the edges of what code may take them for.

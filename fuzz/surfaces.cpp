@@ -41,7 +41,7 @@ HDC Surfaces::Make(char kind) {
     case 'b':
         return CreateMemorySurface(kSide, kSide);
     case 's':
-        return CreateMemorySurface(kSide, kSide, 192);
+        return CreateScaledSurface(kSide, kSide, 1.5);
     case 'w':
         m_memory.assign(std::size_t{kStride} * kSide, kUntouched);
         for (int y = 0; y < kSide; ++y)

@@ -25,7 +25,7 @@ public:
     /// The letters are those of `kKinds`; null for any other.
     HDC Of(char kind);
     static constexpr char kKinds[] =
-        "mbswrvoPp"; ///< memory (b for balloons), finer, wrapped, record, SVG, outlines, PDF, printed
+        "mbswrvoPp"; ///< memory (b for balloons), scaled, wrapped, record, SVG, outlines, PDF, printed
 
 private:
     HDC Make(char kind);

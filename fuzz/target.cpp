@@ -10,10 +10,11 @@
 namespace melkar::fuzz {
 
 // Each stands in a file of its own, as `DrawKind` in targets/kinds.cpp.
-extern const Target kKinds, kReaders, kProfile, kFormats, kText, kDrawing, kPictures, kLog;
+extern const Target kKinds, kReaders, kProfile, kFormats, kText, kDrawing, kRecordings, kPictures, kLog;
 
 std::span<const Target> Targets() {
-    static const Target targets[] = {kKinds, kReaders, kProfile, kFormats, kText, kDrawing, kPictures, kLog};
+    static const Target targets[] = {kKinds,   kReaders,    kProfile,  kFormats, kText,
+                                     kDrawing, kRecordings, kPictures, kLog};
     return targets;
 }
 

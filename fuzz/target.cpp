@@ -10,11 +10,11 @@
 namespace melkar::fuzz {
 
 // Each stands in a file of its own, as `DrawKind` in targets/kinds.cpp.
-extern const Target kKinds, kReaders, kProfile, kFormats, kText, kDrawing, kRecordings, kPictures, kLog;
+extern const Target kKinds, kSheets, kReaders, kProfile, kFormats, kText, kDrawing, kRecordings, kPictures, kIpp, kLog;
 
 std::span<const Target> Targets() {
-    static const Target targets[] = {kKinds,   kReaders,    kProfile,  kFormats, kText,
-                                     kDrawing, kRecordings, kPictures, kLog};
+    static const Target targets[] = {kKinds,   kSheets,     kReaders,  kProfile, kFormats, kText,
+                                     kDrawing, kRecordings, kPictures, kIpp,     kLog};
     return targets;
 }
 

@@ -10,11 +10,12 @@
 namespace melkar::fuzz {
 
 // Each stands in a file of its own, as `DrawKind` in targets/kinds.cpp.
-extern const Target kKinds, kSheets, kReaders, kProfile, kFormats, kText, kDrawing, kRecordings, kPictures, kIpp, kLog;
+extern const Target kKinds, kSheets, kReaders, kProfile, kFormats, kText, kDrawing, kRecordings, kPictures, kIpp, kLog,
+    kArguments;
 
 std::span<const Target> Targets() {
     static const Target targets[] = {kKinds,   kSheets,     kReaders,  kProfile, kFormats, kText,
-                                     kDrawing, kRecordings, kPictures, kIpp,     kLog};
+                                     kDrawing, kRecordings, kPictures, kIpp,     kLog,     kArguments};
     return targets;
 }
 

@@ -148,7 +148,7 @@ def draw(picture, melkar, out):
     """@return the names of the files"""
     if picture.is_report:
         return draw_report(picture, melkar, out)
-    files = {f"{picture.file}.png": []}
+    files = {f"{picture.file}.png": [], f"{picture.file}@2x.png": ["--scale", "2"]}
     if not picture.has_balloon:  # one exists on pixels only
         files[f"{picture.file}.svg"] = []
         # For the page: the same with any fonts.
@@ -178,24 +178,24 @@ def text(string):
     return html.escape(str(string))
 
 
-def image(source, size, alt, lazy=True, srcset=""):
-    loading = ' loading="lazy"' if lazy else ""
-    return f'<img src="{source}"{srcset} width="{size[0]}" height="{size[1]}" alt="{text(alt)}"{loading}>'
+def image(source, picture, alt, finer=None):
+    """`finer`: the same for screens of fine pixels."""
+    srcset = f' srcset="{source}, {finer} 2x"' if finer else ""
+    width, height = picture.size
+    return f'<img src="{source}"{srcset} width="{width}" height="{height}" alt="{text(alt)}" loading="lazy">'
 
 
 def looks_of(picture, title):
     """What is seen of it: outlines where they are the same picture, which are sharp on any screen."""
     if picture.has_balloon:
-        return image(f"{picture.file}.png", picture.size, title)
-    return image(f"{picture.file}-outlines.svg", picture.size, title)
+        return image(f"{picture.file}.png", picture, title, f"{picture.file}@2x.png")
+    return image(f"{picture.file}-outlines.svg", picture, title)
 
 
 def pages_of(picture, out, title):
     pages = sorted(path.name for path in out.glob(f"{picture.file}-[0-9]*.png"))
     return "".join(
-        f'<a href="{page}">'
-        + image(page, picture.size, f"{title}, page {number}",
-                srcset=f' srcset="{page}, {page.replace(picture.file, picture.file + "@2x")} 2x"')
+        f'<a href="{page}">' + image(page, picture, f"{title}, page {number}", page.replace(picture.file, picture.file + "@2x"))
         + "</a>" for number, page in enumerate(pages, 1))
 
 
@@ -227,8 +227,9 @@ def sources_of(picture):
 
 
 def links_of(picture, out):
-    files = [f"{picture.file}.{suffix}" for suffix in ("png", "svg", "pdf")]
-    return " · ".join(f'<a href="{file}">{file.rsplit(".")[-1].upper()}</a>' for file in files if (out / file).exists())
+    files = {"PNG": ".png", "PNG of fine pixels": "@2x.png", "SVG": ".svg", "PDF": ".pdf"}
+    return " · ".join(f'<a href="{picture.file}{end}">{name}</a>' for name, end in files.items()
+                      if (out / (picture.file + end)).exists())
 
 
 def variant(picture, shown_for, out, title):

@@ -180,7 +180,10 @@ TEST(TextLayout, GlyphsFillTheRoomOfTheirLine) {
     const auto wrapped = LayOutText(Face(TextMedium::Page, -16, 125), "11111111111 1", false, 114);
     EXPECT_EQ(wrapped->width, 114) << "88 pixels fit into 87.55, and don't reach out of 114 units";
 
-    const auto pixels = LayOutText(Face(TextMedium::Pixels, -24, 192), "111111111111", true, kNoWrap);
+    const auto fine = Face(TextMedium::Pixels, -24, 192);
+    for (int figure = 1000; figure < 1050; ++figure) // enough to have them put together
+        ASSERT_EQ(WidthOf(fine, std::to_string(figure)), 4 * 16);
+    const auto pixels = LayOutText(fine, "111111111111", true, kNoWrap);
     const auto forPage = LayOutText(Face(TextMedium::Page), "111111111111", true, kNoWrap);
     for (const auto& mask : {LineMask(*pixels, 0, 0), LineMask(*forPage, 0, 0, 2)})
         EXPECT_NEAR(mask->left + mask->width, 192 - 2, 2) << "not 12 x 15, and nothing is cut off";

@@ -52,14 +52,15 @@ std::optional<PrintedDocument> Begin(PrinterTarget& printer, const DOCINFOA& inf
     JobTicket ticket = printer.ticket;
     ticket.name = TitleOf(info);
     auto job = info.lpszOutput != nullptr ? FindFileJob(info.lpszOutput) : printer.printer->Begin(ticket);
-    if (!job)
+    auto file = job ? job->Document() : nullptr;
+    if (!file)
         return std::nullopt;
     const SheetLayout& sheet = printer.sheet;
     DocumentInfo document;
     document.title = ticket.name;
     document.sheet = {sheet.width, sheet.height, sheet.left, sheet.top};
     auto pages =
-        MakePageFile(job->Path().c_str(), PageFormat::Pdf, sheet.roomWidth, sheet.roomHeight, kUnitsPerInch, document);
+        MakePageFile(std::move(file), PageFormat::Pdf, sheet.roomWidth, sheet.roomHeight, kUnitsPerInch, document);
     if (!pages)
         return std::nullopt;
     auto grey = ticket.isColored ? nullptr : MakeGreyBackend(*pages);

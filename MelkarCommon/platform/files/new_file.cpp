@@ -148,11 +148,19 @@ std::unique_ptr<NewFile> NewFile::Create(const std::string& path) {
         return nullptr;
     if (replaces)
         TakeOver(descriptor, former);
+    return Open(descriptor, path, target, std::move(name));
+}
+
+std::unique_ptr<NewFile> NewFile::WithoutName(int descriptor, std::string called) {
+    return Open(descriptor, std::move(called), "", "");
+}
+
+std::unique_ptr<NewFile> NewFile::Open(int descriptor, std::string path, std::string target, std::string temporary) {
     if (std::FILE* stream = fdopen(descriptor, "wb"))
-        return std::unique_ptr<NewFile>(new NewFile(path, target, std::move(name), stream));
+        return std::unique_ptr<NewFile>(new NewFile(std::move(path), std::move(target), std::move(temporary), stream));
     close(descriptor);
-    if (!name.empty())
-        unlink(name.c_str());
+    if (!temporary.empty())
+        unlink(temporary.c_str());
     errno = ENOMEM;
     return nullptr;
 }
@@ -199,13 +207,17 @@ bool NewFile::GiveName() {
     return linkat(AT_FDCWD, handle.c_str(), AT_FDCWD, m_temporary.c_str(), AT_SYMLINK_FOLLOW) == 0;
 }
 
+/// What can fail before the file is closed.
+bool NewFile::TakeName() {
+    struct stat former;
+    return m_target.empty() || (MayReplace(m_target, former) && (!m_temporary.empty() || GiveName()));
+}
+
 int NewFile::Commit() {
     if (m_stream == nullptr)
         return m_error;
-    struct stat former;
     errno = 0;
-    const bool isWhole = std::fflush(m_stream) == 0 && MayReplace(m_target, former);
-    if (!isWhole || (m_error == 0 && m_temporary.empty() && !GiveName()))
+    if (std::fflush(m_stream) != 0 || (m_error == 0 && !TakeName()))
         KeepError();
     errno = 0;
     if (std::fclose(m_stream) != 0)

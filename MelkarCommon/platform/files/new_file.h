@@ -22,6 +22,9 @@ public:
     /// Null, with `errno` set, if the directory takes no new file, or if the name is that of a directory, a device, a
     /// pipe or a file that the caller may not write.
     static std::unique_ptr<NewFile> Create(const std::string& path);
+    /// Writes to an open file that has no name and gets none. The descriptor is closed with it. @param called its name
+    /// in messages
+    static std::unique_ptr<NewFile> WithoutName(int descriptor, std::string called);
     ~NewFile();
     NewFile(const NewFile&) = delete;
     NewFile& operator=(const NewFile&) = delete;
@@ -32,18 +35,21 @@ public:
     bool Write(const void* bytes, std::size_t count) noexcept;
     /// Nothing more is written: the file will not be, for the first error or this one.
     void Abandon(int error = ECANCELED);
-    /// Closes the file and gives it its name. @return 0, or the number of the first error: then there is no file.
+    /// Closes the file and gives it its name, if it is to have one. @return 0, or the number of the first error: then
+    /// there is no file.
     int Commit();
 
 private:
+    static std::unique_ptr<NewFile> Open(int descriptor, std::string path, std::string target, std::string temporary);
     NewFile(std::string path, std::string target, std::string temporary, std::FILE* stream)
         : m_path(std::move(path)), m_target(std::move(target)), m_temporary(std::move(temporary)), m_stream(stream) {}
     void KeepError();
+    bool TakeName();
     bool GiveName();
     void RemoveTemporary();
 
     std::string m_path;      ///< as it was given
-    std::string m_target;    ///< where it leads if it is a symlink
+    std::string m_target;    ///< where it leads if it is a symlink; empty: it gets no name
     std::string m_temporary; ///< empty: none, or no longer
     std::FILE* m_stream;     ///< null once closed
     int m_error = 0;

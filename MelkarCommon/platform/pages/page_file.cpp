@@ -29,6 +29,11 @@ std::unique_ptr<PageFile> MakePageFile(const char* path, PageFormat format, int 
         LogNotWritten(format, resolved, std::strerror(errno));
         return nullptr;
     }
+    return MakePageFile(std::move(file), format, width, height, dpi, info);
+}
+
+std::unique_ptr<PageFile> MakePageFile(std::unique_ptr<NewFile> file, PageFormat format, int width, int height, int dpi,
+                                       const DocumentInfo& info) {
     if (format == PageFormat::Pdf)
         return MakePdfPages(std::move(file), width, height, dpi, info);
     return MakeSvgPage(std::move(file), format, width, height, dpi, info);

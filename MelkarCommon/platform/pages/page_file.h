@@ -13,6 +13,8 @@
 
 namespace melkar {
 
+class NewFile;
+
 /// A sheet of paper and the place of the room to draw on. Points.
 struct Sheet {
     double width;
@@ -47,6 +49,10 @@ public:
 /// A document of pages of width x height device units at `dpi` units per inch; none of them is open yet. Null, with a
 /// log line, if the file can't be made.
 std::unique_ptr<PageFile> MakePageFile(const char* path, PageFormat format, int width, int height, int dpi,
+                                       const DocumentInfo& info = {});
+
+/// The same into a file that is open and empty.
+std::unique_ptr<PageFile> MakePageFile(std::unique_ptr<NewFile> file, PageFormat format, int width, int height, int dpi,
                                        const DocumentInfo& info = {});
 
 } // namespace melkar

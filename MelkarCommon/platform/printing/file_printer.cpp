@@ -1,4 +1,3 @@
-#include <MelkarCommon/platform/files/new_file.h>
 #include <MelkarCommon/platform/files/paths.h>
 #include <MelkarCommon/platform/printing.h>
 #include <MelkarCommon/platform/printing/printer.h>
@@ -14,7 +13,12 @@ namespace {
 class FileJob : public PrintJob {
 public:
     explicit FileJob(std::string path) : m_path(std::move(path)) {}
-    const std::string& Path() const override { return m_path; }
+    std::unique_ptr<NewFile> Document() override {
+        auto file = NewFile::Create(m_path);
+        if (file == nullptr)
+            LogPrinter(m_path, std::strerror(errno));
+        return file;
+    }
     bool Deliver() override { return true; }
 
 private:

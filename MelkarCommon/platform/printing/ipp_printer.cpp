@@ -5,13 +5,12 @@
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
 #include <cstdlib>
 #include <cstring>
 #include <cups/cups.h>
 #include <fcntl.h>
-#include <filesystem>
 #include <span>
+#include <sys/mman.h>
 #include <thread>
 #include <unistd.h>
 #include <vector>
@@ -127,29 +126,21 @@ Message PrintRequest(const Address& address, const JobTicket& ticket) {
     return request;
 }
 
-/// A directory that only this user sees: what is printed is private. Removed with what is in it.
-class PrivateDirectory {
+/// A file in memory, which only this process sees: what is printed is private, and goes with who prints it.
+class PrivateFile {
 public:
-    PrivateDirectory() {
-        std::error_code error;
-        std::string name = (std::filesystem::temp_directory_path(error) / "melkar-XXXXXX").string();
-        if (!error && mkdtemp(name.data()) != nullptr)
-            m_path = name;
+    PrivateFile() : m_descriptor(memfd_create("document", MFD_CLOEXEC)) {}
+    ~PrivateFile() {
+        if (m_descriptor >= 0)
+            close(m_descriptor);
     }
-    ~PrivateDirectory() { Remove(); }
-    PrivateDirectory(const PrivateDirectory&) = delete;
-    PrivateDirectory& operator=(const PrivateDirectory&) = delete;
+    PrivateFile(const PrivateFile&) = delete;
+    PrivateFile& operator=(const PrivateFile&) = delete;
 
-    const std::string& Path() const { return m_path; } ///< empty if there is none
-    void Remove() {
-        std::error_code ignored;
-        if (!m_path.empty())
-            std::filesystem::remove_all(m_path, ignored);
-        m_path.clear();
-    }
+    int Descriptor() const { return m_descriptor; } ///< -1 if there is none
 
 private:
-    std::string m_path;
+    int m_descriptor;
 };
 
 /// What a server tells of a job.
@@ -190,14 +181,19 @@ void LogSubstitutions(const Address& address, const Message& answer) {
 class IppJob : public PrintJob {
 public:
     IppJob(Address address, JobTicket ticket, const IppLimits& limits)
-        : m_address(std::move(address)), m_ticket(std::move(ticket)), m_limits(limits),
-          m_path(m_directory.Path() + "/document.pdf") {}
+        : m_address(std::move(address)), m_ticket(std::move(ticket)), m_limits(limits) {}
 
-    bool HasRoom() const { return !m_directory.Path().empty(); }
-    const std::string& Path() const override { return m_path; }
+    std::unique_ptr<NewFile> Document() override {
+        const int descriptor = fcntl(m_document.Descriptor(), F_DUPFD_CLOEXEC, 0);
+        auto file = descriptor >= 0 ? NewFile::WithoutName(descriptor, m_ticket.name) : nullptr;
+        if (file == nullptr)
+            LogPrinter(m_address.name, "no room for a document");
+        return file;
+    }
     bool Deliver() override {
         const Clock::time_point deadline = Clock::now() + m_limits.document;
-        const Message answer = Send(deadline);
+        const Message answer =
+            Ask(m_address, PrintRequest(m_address, m_ticket), m_document.Descriptor(), deadline, m_limits);
         if (answer == nullptr)
             return false;
         LogSubstitutions(m_address, answer);
@@ -209,18 +205,6 @@ public:
     }
 
 private:
-    Message Send(Clock::time_point deadline) {
-        const int document = open(m_path.c_str(), O_RDONLY | O_CLOEXEC);
-        if (document < 0) {
-            LogPrinter(m_address.name, std::strerror(errno));
-            return nullptr;
-        }
-        m_directory.Remove(); // a process that is killed while the server is slow leaves no document behind
-        Message answer = Ask(m_address, PrintRequest(m_address, m_ticket), document, deadline, m_limits);
-        close(document);
-        return answer;
-    }
-
     /// Asks again and again, for a server that can't print a document says so a moment after it has taken it. Nothing
     /// is wrong with one that says no more: it has the document.
     JobNews Watch(JobNews news, Clock::time_point end) const {
@@ -246,8 +230,7 @@ private:
     Address m_address;
     JobTicket m_ticket;
     IppLimits m_limits;
-    PrivateDirectory m_directory;
-    std::string m_path;
+    PrivateFile m_document;
 };
 
 class IppPrinter : public Printer {
@@ -265,11 +248,7 @@ public:
         return best != nullptr ? best->margins : m_media.front().margins;
     }
     std::unique_ptr<PrintJob> Begin(const JobTicket& ticket) override {
-        auto job = std::make_unique<IppJob>(m_address, ticket, m_limits);
-        if (job->HasRoom())
-            return job;
-        LogPrinter(m_address.name, "no directory for temporary files");
-        return nullptr;
+        return std::make_unique<IppJob>(m_address, ticket, m_limits);
     }
 
 private:

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <MelkarCommon/platform/files/new_file.h>
 #include <MelkarCommon/platform/printing/ipp_limits.h>
 #include <MelkarCommon/platform/printing/paper.h>
 
@@ -31,9 +32,9 @@ class PrintJob {
 public:
     virtual ~PrintJob() = default;
 
-    /// Where the finished PDF document appears.
-    virtual const std::string& Path() const = 0;
-    /// Hands over the document that stands there. @return false, with a log line, if the printer didn't take it.
+    /// What the PDF document is written to, once. Null, with a log line, if there is no room for one.
+    virtual std::unique_ptr<NewFile> Document() = 0;
+    /// Hands over the document when it is finished. @return false, with a log line, if the printer didn't take it.
     virtual bool Deliver() = 0;
 };
 
@@ -44,7 +45,6 @@ public:
     virtual const PrinterDefaults& Defaults() const = 0;
     /// The edges of a sheet that take no ink.
     virtual Margins MarginsOf(const Paper& paper) const = 0;
-    /// Null, with a log line, if there is no room for a document.
     virtual std::unique_ptr<PrintJob> Begin(const JobTicket& ticket) = 0;
 };
 

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <MelkarCommon/platform/printing/printer.h>
 #include <MelkarCommon/platform/tests/print_server.h>
+
+#include <gtest/gtest.h>
 
 #include <atomic>
 #include <functional>
@@ -98,6 +101,12 @@ private:
     std::atomic<int> m_clients{0};
     std::thread m_thread;
 };
+
+/// Makes the bytes the document of a job.
+inline void WriteDocument(melkar::PrintJob& job, const std::string& bytes) {
+    const auto file = job.Document();
+    EXPECT_TRUE(file != nullptr && file->Write(bytes.data(), bytes.size()) && file->Commit() == 0);
+}
 
 /// A value of a message, as bytes; without a name one more of the attribute before.
 inline std::string IppValue(char tag, std::string_view name, std::string_view value) {

@@ -146,7 +146,7 @@ TEST(HostileServer, DocumentsAreWatchedOverATime) {
         const auto printer = FindIppPrinter(server.Address(), kShort);
         ASSERT_NE(printer, nullptr) << why;
         const auto job = printer->Begin({"job", printer->Defaults().paper});
-        std::ofstream(job->Path()) << std::string(8 << 20, 'x') << "%%EOF";
+        WriteDocument(*job, std::string(8 << 20, 'x') + "%%EOF");
         const auto start = Clock::now();
         EXPECT_EQ(job->Deliver(), isDelivered) << why;
         EXPECT_LT(Clock::now() - start, kAtOnce) << why;
@@ -160,7 +160,7 @@ TEST(HostileServer, ADocumentsTimeEndsBeforeThatOfItsFirstExchange) {
     const HostileServer server(Takes(Endless("", "", 20ms), Says("")));
     const auto printer = FindIppPrinter(server.Address(), {10s, 300ms, 0s, 1000});
     const auto job = printer->Begin({"job", printer->Defaults().paper});
-    std::ofstream(job->Path()) << "%%EOF";
+    WriteDocument(*job, "%%EOF");
     const auto start = Clock::now();
     EXPECT_FALSE(job->Deliver());
     EXPECT_LT(Clock::now() - start, kAtOnce);

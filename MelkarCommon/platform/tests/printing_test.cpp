@@ -184,6 +184,7 @@ TEST_F(PrintingToServer, JobsTellWhatWasAsked) {
     EXPECT_EQ(GetDeviceCaps(address, VERTRES), 960) << "1056 - 48 - 48, those of its own paper";
     EXPECT_GT(StartDocA(queue, &kJob), 0);
     EXPECT_EQ(m_server.JobAttribute(1, "job-name"), "") << "no job before the document is whole";
+    EXPECT_TRUE(LeftNothing()) << "nor a file, should the process be killed now";
     AbortDoc(queue);
     EXPECT_GT(PrintPages(queue, 1), 0);
     EXPECT_GT(PrintPages(address, 3), 0);
@@ -209,7 +210,7 @@ TEST_F(PrintingToServer, TheServerGetsEveryByte) {
     auto printer = FindPrinter(m_server.Address());
     ASSERT_TRUE(printer);
     auto job = printer->Begin({"job", FindPaper(DMPAPER_A4)});
-    std::ofstream(job->Path(), std::ios::binary) << document;
+    WriteDocument(*job, document);
     EXPECT_TRUE(job->Deliver());
     std::ifstream kept(m_server.Spool() / "d00001-001", std::ios::binary);
     EXPECT_TRUE(std::string(std::istreambuf_iterator<char>(kept), {}) == document);
@@ -225,7 +226,7 @@ TEST_F(PrintingToServer, ServersThatGoAwayLeaveNothingBehind) {
             leftNothing = LeftNothing();
     });
     auto job = FindPrinter(printer.Address())->Begin({"job", FindPaper(DMPAPER_A4)});
-    std::ofstream(job->Path()) << std::string(4 << 20, 'x');
+    WriteDocument(*job, std::string(4 << 20, 'x'));
     EXPECT_FALSE(job->Deliver()) << "it hangs up while the document is on its way";
     EXPECT_TRUE(leftNothing);
     EXPECT_THAT(Log(), HasSubstr("printer [" + printer.Address() + "]: "));

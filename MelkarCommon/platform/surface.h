@@ -107,6 +107,11 @@ MELKAR_API int RecordingVersion();
 /// Surfaces, pens, brushes, fonts, bitmaps and regions alive in the process, stock objects left out.
 MELKAR_API std::size_t LiveObjectCount();
 
+/// Whether pictures and pages are on the disk before they take the place of former ones, in the whole process: then not
+/// even a machine that loses its power loses both. It costs what the disk takes, some milliseconds a file. FALSE at the
+/// start. The log isn't waited for.
+MELKAR_API void SetDurableFiles(BOOL isDurable);
+
 /// Fonts that were asked for since the process began and couldn't be had: the machine has none, or none of those that
 /// suit can be read. Texts in them are missing from pictures that are drawn all the same; the log tells of each.
 MELKAR_API std::size_t MissingFontCount();

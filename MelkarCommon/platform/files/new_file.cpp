@@ -1,4 +1,5 @@
 #include <MelkarCommon/platform/files/new_file.h>
+#include <MelkarCommon/platform/surface.h>
 
 #include <atomic>
 #include <cerrno>
@@ -16,6 +17,17 @@
 namespace melkar {
 
 namespace {
+
+constinit std::atomic<bool> g_isDurable{false};
+
+/// So that a new name in it outlives the machine's power; as far as the caller may open it.
+void SyncFolder(const std::string& path) {
+    const int folder = open(FolderOf(path).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (folder < 0)
+        return;
+    fsync(folder);
+    close(folder);
+}
 
 /// A name beside `path` that no other thread or process uses now.
 std::string TemporaryName(const std::string& path) {
@@ -210,7 +222,11 @@ bool NewFile::GiveName() {
 /// What can fail before the file is closed.
 bool NewFile::TakeName() {
     struct stat former;
-    return m_target.empty() || (MayReplace(m_target, former) && (!m_temporary.empty() || GiveName()));
+    if (m_target.empty())
+        return true;
+    if (g_isDurable && fsync(fileno(m_stream)) != 0)
+        return false;
+    return MayReplace(m_target, former) && (!m_temporary.empty() || GiveName());
 }
 
 int NewFile::Commit() {
@@ -227,8 +243,12 @@ int NewFile::Commit() {
         KeepError();
     if (m_error == 0)
         m_temporary.clear();
+    if (m_error == 0 && g_isDurable && !m_target.empty())
+        SyncFolder(m_target);
     RemoveTemporary();
     return m_error;
 }
 
 } // namespace melkar
+
+void SetDurableFiles(BOOL isDurable) { melkar::g_isDurable = isDurable != FALSE; }

@@ -9,15 +9,31 @@
 #include <chrono>
 #include <csignal>
 #include <fcntl.h>
+#include <functional>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 #include <vector>
 
+namespace {
+/// What was told to stay on the disk, and what the file's name led to by then.
+std::vector<std::string> g_synced;
+std::function<std::string()> g_contents;
+} // namespace
+
+/// Takes the place of the system's own.
+extern "C" int fsync(int descriptor) {
+    struct stat status {};
+    fstat(descriptor, &status);
+    g_synced.push_back((S_ISDIR(status.st_mode) ? "folder of " : "file beside ") + (g_contents ? g_contents() : ""));
+    return 0;
+}
+
 namespace melkar {
 namespace {
 
+using testing::ElementsAre;
 using testing::UnorderedElementsAre;
 
 class NewFiles : public testing::Test {
@@ -129,6 +145,18 @@ TEST_F(NewFiles, GoWithTheirProcess) {
     waitpid(child, &status, 0);
     EXPECT_TRUE(WIFSIGNALED(status));
     EXPECT_THAT(Entries(), UnorderedElementsAre());
+}
+
+TEST_F(NewFiles, AreOnTheDiskBeforeTheyTakeTheirName) {
+    work.Write("conf/a.png", "former");
+    g_contents = [&] { return work.Read("conf/a.png"); };
+    EXPECT_EQ(Write("conf/a.png"), 0);
+    EXPECT_THAT(g_synced, ElementsAre()) << "nobody asked for it";
+    work.Write("conf/a.png", "former");
+    SetDurableFiles(TRUE);
+    EXPECT_EQ(Write("conf/a.png"), 0);
+    SetDurableFiles(FALSE);
+    EXPECT_THAT(g_synced, ElementsAre("file beside former", "folder of new"));
 }
 
 TEST_F(NewFiles, SweepWhatTheDeadLeft) {

@@ -139,6 +139,19 @@ TEST_F(NoMemory, DrawsNothing) {
             });
 }
 
+// Those of a face that has asked for many come from ready-made glyphs, in slots that they share.
+TEST_F(NoMemory, DrawsTheNextFigure) {
+    UntilDone("a figure", [&](long room) {
+        const Surface surface(CreateMemorySurface(64, 64));
+        for (int figure = 0; figure < 50; ++figure)
+            TextOutA(surface, 0, 0, std::to_string(figure).c_str(), -1);
+        const auto draw = [&] { return TextOutA(surface, 0, 0, "777", -1); };
+        const bool isDone = With(room, draw);
+        EXPECT_TRUE(draw()) << room;
+        return isDone;
+    });
+}
+
 TEST_F(NoMemory, LeavesNoFileOfAPageThatLacksSomething) {
     const std::pair<const char*, std::function<HDC()>> makers[] = {
         {"SVG", [] { return CreatePageSurface("page", PageFormat::Svg, 64, 64, 96); }},

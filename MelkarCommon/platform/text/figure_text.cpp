@@ -185,13 +185,13 @@ std::shared_ptr<const TextLayout> FigureCache::Find(const TextFace& face, std::s
     std::shared_ptr<TextLayout>& slot = m_slots[std::hash<std::string_view>{}(text) % kSlots];
     if (slot && slot->lines[0].utf8 == text)
         return slot;
-    if (!slot || slot.use_count() > 1) { // someone still looks at the former figure
-        slot = std::make_shared<TextLayout>(StartLayout(face));
-        slot->lines.resize(1);
-        slot->figures = m_figures;
-    }
-    m_figures->SetLine(slot->lines[0], text, width);
-    slot->width = width;
+    const bool isFree = slot.use_count() == 1; // else someone still looks at the former figure
+    auto made = isFree ? std::move(slot) : std::make_shared<TextLayout>(StartLayout(face));
+    made->lines.resize(1);
+    made->figures = m_figures;
+    m_figures->SetLine(made->lines[0], text, width);
+    made->width = width;
+    slot = std::move(made); // whole: without memory for it the slot is empty
     return slot;
 }
 

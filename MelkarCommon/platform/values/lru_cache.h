@@ -25,8 +25,10 @@ public:
 
     /// Adds an entry whose key isn't there yet.
     Entry& Add(Entry entry) {
-        m_entries.push_front(std::move(entry));
-        m_index.emplace(m_entries.front().Key(), m_entries.begin());
+        std::list<Entry> added; // with its key or not at all
+        added.push_front(std::move(entry));
+        m_index.emplace(added.front().Key(), added.begin());
+        m_entries.splice(m_entries.begin(), added);
         return m_entries.front();
     }
 

@@ -162,8 +162,8 @@ bool CGraph::PrepareSurface(const CRect& area) {
 void CGraph::FreeSurface() {
     if (m_ownsMemDC) {
         SelectObject(m_hMemDC, m_hOldBitmap);
+        DeleteDC(m_hMemDC); // lets the bitmap go even if there was no memory for what waits to be drawn on it
         DeleteObject(m_hBitmap);
-        DeleteDC(m_hMemDC);
     }
     m_hMemDC = nullptr;
     m_hBitmap = m_hOldBitmap = nullptr;

@@ -2,11 +2,13 @@
 #include <MelkarCommon/platform/text/glyph_run.h>
 #include <MelkarCommon/platform/text/text_parts.h>
 
+#include <algorithm>
 #include <cmath>
 
 /// @file
-/// A line of a layout for a picture of more pixels. Its room, and so everything that is placed by it, stays; its glyphs
-/// are those of a font of the real size, at the distances that such a font wants, as far as the room allows.
+/// A line of a layout for a picture of more pixels. Each word keeps its place and its room, and so does all that is
+/// placed by them; the glyphs are those of a font of the real size, at the distances that such a font wants, as far as
+/// the room allows.
 
 namespace melkar {
 namespace {
@@ -27,31 +29,55 @@ ScaledFont Enlarged(cairo_scaled_font_t* font, double scale) {
             cairo_scaled_font_destroy};
 }
 
-double AdvanceOf(cairo_scaled_font_t* font, const cairo_glyph_t& glyph) {
+/// A glyph of a line, in pixels.
+struct Place {
+    cairo_glyph_t* glyph; ///< stands where whole pixels of a unit wanted it
+    double coarse;        ///< its advance there
+    double exact;         ///< that of the larger font
+    bool isBlank;
+};
+
+cairo_text_extents_t ExtentsOf(cairo_scaled_font_t* font, const cairo_glyph_t& glyph) {
     cairo_text_extents_t extents;
     cairo_scaled_font_glyph_extents(font, &glyph, 1, &extents);
-    return extents.x_advance;
+    return extents;
 }
 
-/// Moves the glyphs, which stand as whole pixels of a unit wanted it, to the distances of the larger fonts; the line
-/// begins and ends where it did.
-void SetDistances(std::vector<GlyphRun>& runs, const TextLine& line, double scale) {
-    double gained = 0; ///< by the glyphs so far
-    double end = 0;
-    for (std::size_t i = 0; i < runs.size(); ++i) {
+std::vector<Place> PlacesOf(std::vector<GlyphRun>& runs, const TextLine& line, double scale) {
+    std::vector<Place> places;
+    for (std::size_t i = 0; i < runs.size(); ++i)
         for (std::size_t k = 0; k < runs[i].glyphs.size(); ++k) {
-            cairo_glyph_t& glyph = runs[i].glyphs[k];
-            const double coarse = AdvanceOf(line.runs[i].font.get(), line.runs[i].glyphs[k]) * scale;
-            end = glyph.x + coarse;
-            glyph.x += gained;
-            gained += AdvanceOf(runs[i].font.get(), glyph) - coarse;
+            const double coarse = ExtentsOf(line.runs[i].font.get(), line.runs[i].glyphs[k]).x_advance * scale;
+            const cairo_text_extents_t exact = ExtentsOf(runs[i].font.get(), runs[i].glyphs[k]);
+            places.push_back({&runs[i].glyphs[k], coarse, exact.x_advance, !(exact.width > 0)});
         }
+    return places;
+}
+
+/// Puts the glyphs of a word at the distances of the larger font, as far as that is possible between where it began and
+/// where it ended.
+void SpreadWord(std::vector<Place>::iterator first, std::vector<Place>::iterator last) {
+    const double start = first->glyph->x;
+    const double room = (last - 1)->glyph->x + (last - 1)->coarse - start;
+    double gained = 0; ///< by the glyphs so far
+    for (auto place = first; place != last; ++place) {
+        place->glyph->x += gained;
+        gained += place->exact - place->coarse;
     }
-    if (!(end > 0))
+    if (!(room > 0 && room + gained > 0))
         return;
-    for (GlyphRun& run : runs)
-        for (cairo_glyph_t& glyph : run.glyphs)
-            glyph.x *= end / (end + gained);
+    for (auto place = first; place != last; ++place)
+        place->glyph->x = start + (place->glyph->x - start) * room / (room + gained);
+}
+
+void SpreadWords(std::vector<Place> places) {
+    const auto isBlank = [](const Place& place) { return place.isBlank; };
+    for (auto word = places.begin(); word != places.end();) {
+        const auto end = std::find_if(word, places.end(), isBlank);
+        if (word != end)
+            SpreadWord(word, end);
+        word = std::find_if_not(end, places.end(), isBlank);
+    }
 }
 
 } // namespace
@@ -76,7 +102,7 @@ TextLayout EnlargeLine(const TextLayout& layout, const TextLine& line, double sc
             glyph.y *= scale;
         }
     }
-    SetDistances(larger.runs, line, scale);
+    SpreadWords(PlacesOf(larger.runs, line, scale));
     return enlarged;
 }
 

@@ -43,11 +43,12 @@ void CutToPicture(Copy& copy, DeviceSize picture) {
     CutSpan(copy.source.top, copy.source.bottom, copy.target.top, copy.target.bottom, picture.height);
 }
 
-BOOL CopyPixels(Backend& to, PixelPicture& from, Copy copy, DWORD operation) {
+BOOL CopyPixels(Backend& to, double scale, PixelPicture& from, Copy copy, DWORD operation) {
     CutToPicture(copy, from.Size());
     if (IsEmptyRect(copy.source) || IsEmptyRect(copy.target))
         return FALSE;
-    to.Blit(copy.target, from.ShownFor(operation), PixelGrid(from.Scale()).Edges(copy.source), operation);
+    const PixelPart shown = from.ShownFor(operation, copy.source, scale);
+    to.Blit(copy.target, shown.pixels, shown.part, operation);
     return TRUE;
 }
 
@@ -89,14 +90,14 @@ BOOL CopyPlayedRecord(Backend& to, double scale, const RecordPicture& from, Copy
 RECT RectAt(int x, int y, int width, int height) { return {x, y, AddEdge(x, width), AddEdge(y, height)}; }
 
 BOOL CopyPicture(HDC to, Backend& backend, Picture& from, const Copy& copy, DWORD operation) {
+    const double scale = ScaleOf(to->target);
     const bool staysVector = !copy.isScaled && operation == SRCCOPY;
     return std::visit(Overloaded{
                           [](NoPicture&) { return FALSE; },
-                          [&](PixelPicture& pixels) { return CopyPixels(backend, pixels, copy, operation); },
+                          [&](PixelPicture& pixels) { return CopyPixels(backend, scale, pixels, copy, operation); },
                           [&](RecordPicture& record) {
-                              return staysVector
-                                         ? CopyRecord(to, backend, record, copy)
-                                         : CopyPlayedRecord(backend, ScaleOf(to->target), record, copy, operation);
+                              return staysVector ? CopyRecord(to, backend, record, copy)
+                                                 : CopyPlayedRecord(backend, scale, record, copy, operation);
                           },
                       },
                       from);

@@ -45,6 +45,20 @@ const PixelBuffer& PixelPicture::ShownFor(DWORD operation) {
     return m_file.AreThere() ? m_file.Buffer() : m_buffer;
 }
 
+bool PixelPicture::HasMoreInFile() const {
+    const PixelBuffer& file = m_file.Buffer();
+    return m_file.AreThere() && file.width >= m_buffer.width && file.height >= m_buffer.height;
+}
+
+PixelPart PixelPicture::ShownFor(DWORD operation, const RECT& part, double scale) {
+    if (scale == 1 || !HasMoreInFile())
+        return {ShownFor(operation), PixelGrid(m_buffer.scale).Edges(part)};
+    const PixelGrid columns(1.0 * m_file.Buffer().width / m_buffer.width);
+    const PixelGrid rows(1.0 * m_file.Buffer().height / m_buffer.height);
+    return {m_file.Buffer(),
+            {columns.Edge(part.left), rows.Edge(part.top), columns.Edge(part.right), rows.Edge(part.bottom)}};
+}
+
 const PixelBuffer& PixelPicture::Expose() {
     Shown();
     if (!m_isExposed)

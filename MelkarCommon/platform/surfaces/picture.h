@@ -20,6 +20,12 @@ namespace melkar {
 /// No room to draw on: what a compatible surface has until a bitmap is selected into it.
 struct NoPicture {};
 
+/// A rectangle of some pixels.
+struct PixelPart {
+    PixelBuffer pixels;
+    RECT part;
+};
+
 /// Pixels, the picture's own or those of the host. Its backend lives as long: what waits to be written belongs to both.
 class PixelPicture {
 public:
@@ -38,9 +44,10 @@ public:
     Backend& Drawing();
     /// The pixels with everything on them that was drawn.
     const PixelBuffer& Shown();
-    /// Those for a copy by `operation`. A mask that was loaded at another size keeps its edge: "and" and "or" take the
-    /// nearest pixels of the file.
-    const PixelBuffer& ShownFor(DWORD operation);
+    /// What of it a copy by `operation` takes to where a unit has `scale` pixels. A mask that was loaded at another
+    /// size keeps its edge: "and" and "or" take the nearest pixels of the file. So do all copies to finer pixels, as
+    /// long as the file has more of them. @param part in units, within the picture
+    PixelPart ShownFor(DWORD operation, const RECT& part, double scale);
     /// Hands the memory out: from now on everything stands there after each call.
     const PixelBuffer& Expose();
     bool IsExposed() const { return m_isExposed; }
@@ -50,6 +57,9 @@ public:
     BITMAP Description() const;
 
 private:
+    bool HasMoreInFile() const;
+    const PixelBuffer& ShownFor(DWORD operation);
+
     OwnPixels m_own; ///< none on the host's memory
     PixelBuffer m_buffer;
     OwnPixels m_file; ///< once asked for at this size; gone when something is drawn

@@ -3,6 +3,7 @@
 #include <MelkarCommon/platform/scoped.h>
 #include <MelkarCommon/platform/tests/framed.h>
 #include <MelkarCommon/platform/tests/surface.h>
+#include <MelkarCommon/platform/tests/temp_workdir.h>
 
 #include <gtest/gtest.h>
 
@@ -248,6 +249,23 @@ TEST(FinerPixels, OtherCopiesAreScaled) {
     const Surface played(CreateScaledSurface(4, 4, 4));
     StretchBlt(played, 0, 0, 4, 4, record, 0, 0, 4, 4, SRCAND);
     EXPECT_EQ(Pixels(played, 3, false), ".##############.") << "played at its pixels: no steps of four";
+}
+
+TEST(FinerPixels, PicturesFromFilesAreAsFineAsTheirFiles) {
+    const TempWorkdir work;
+    const std::string path = work.Path("bin/stripes.png");
+    std::uint32_t stripes[8];
+    for (std::size_t i = 0; i < 8; ++i)
+        stripes[i] = i % 2 == 0 ? 0xFF000000U : 0xFFFFFFFFU;
+    const Surface file(WrapPixels(stripes, 8, 1, 8 * 4));
+    ASSERT_EQ(WritePng(file, path.c_str()), 0);
+    const Surface from(CreateCompatibleDC(nullptr));
+    const melkar::ScopedObject selected(from, LoadImageA(nullptr, path.c_str(), IMAGE_BITMAP, 4, 1, LR_LOADFROMFILE));
+    for (const DWORD operation : {SRCCOPY, SRCAND}) {
+        const Surface to(CreateScaledSurface(4, 1, 2));
+        EXPECT_TRUE(BitBlt(to, 1, 0, 3, 1, from, 1, 0, operation));
+        EXPECT_EQ(Pixels(to, 0, false), "..#.#.#.") << operation;
+    }
 }
 
 /// The first column with ink and that behind the last one.

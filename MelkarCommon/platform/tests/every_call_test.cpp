@@ -231,15 +231,24 @@ line 280,200 295,222 #C85014 w6
 }
 
 TEST_F(EveryCall, FitsMemoryOfTheHost) {
-    std::vector<std::uint32_t> memory(std::size_t{kWidth + 3} * kHeight, 0xFFFFFFFFU);
-    const HDC wrapped = WrapPixels(memory.data(), kWidth, kHeight, (kWidth + 3) * 4);
-    DrawOn(wrapped);
-    DeleteDC(wrapped);
-    for (int y = 0; y < kHeight; ++y)
-        for (int x = 0; x < kWidth + 3; ++x)
-            ASSERT_TRUE(
-                AreClose(memory[static_cast<std::size_t>(y * (kWidth + 3) + x)], x < kWidth ? At(x, y) : 0xFFFFFFFFU))
-                << x << "," << y;
+    for (const double scale : {1.0, 1.5, 2.0}) {
+        const int width = static_cast<int>(kWidth * scale);
+        const int height = static_cast<int>(kHeight * scale);
+        const int stride = width + 3;
+        std::vector<std::uint32_t> memory(static_cast<std::size_t>(stride * height), 0xFFFFFFFFU);
+        const HDC wrapped = WrapScaledPixels(memory.data(), kWidth, kHeight, stride * 4, scale);
+        const HDC own = CreateScaledSurface(kWidth, kHeight, scale);
+        DrawOn(wrapped);
+        DrawOn(own);
+        const PixelView view = GetPixels(own);
+        for (int y = 0; y < height; ++y)
+            for (int x = 0; x < stride; ++x)
+                ASSERT_TRUE(AreClose(memory[static_cast<std::size_t>(y * stride + x)],
+                                     x < width ? view.pixels[y * view.stride + x] : 0xFFFFFFFFU))
+                    << x << "," << y << " at " << scale;
+        DeleteDC(wrapped);
+        DeleteDC(own);
+    }
 }
 
 TEST_F(EveryCall, LooksTheSameOnAPage) {

@@ -91,19 +91,23 @@ std::string ProfileOf(const melkar::KindRow& graph, const std::string& value) {
 /// Each kind with its example.
 class Examples : public HostTest {
 protected:
-    std::string RecordOf(const melkar::KindRow& row, const std::string& profile, int mode) {
+    /// Writes the profile and the kind's example. @return the path of its data file
+    std::string Prepare(const melkar::KindRow& row, const std::string& profile) const {
         m_files.Write("conf/graph.cnf", profile);
         const melkar::DataTables files = melkar::FilesReadBy(row);
-        const std::string data = files.empty() ? "" : melkar::ExampleFile(files.front());
         if (files.size() > 1)
             m_files.Write("bin/data.csv.sim", melkar::ExampleFile(files[1]));
+        return DataFile(files.empty() ? "" : melkar::ExampleFile(files.front()));
+    }
+    std::string RecordOf(const melkar::KindRow& row, const std::string& profile, int mode) {
+        std::string data = Prepare(row, profile);
         DeleteDC(m_record);
         m_record = CreateRecordingSurface(900, 500);
         SetBkMode(m_record, mode);
         const auto graph = row.make(nullptr, m_record, "OWN", nullptr, nullptr, nullptr);
         graph->SetDirectOutput(1);
         graph->m_Title.m_nBkMode = mode;
-        EXPECT_EQ(graph->Draw({0, 0, 900, 500}, DataFile(data).data()), 0) << row.kind;
+        EXPECT_EQ(graph->Draw({0, 0, 900, 500}, data.data()), 0) << row.kind;
         return GetRecording(m_record);
     }
 };
@@ -160,6 +164,111 @@ TEST_F(Examples, AreReadableByTheirStarters) {
             int left = 0, right = 0;
             std::sscanf(line.c_str(), "line %d,%*d %d", &left, &right);
             EXPECT_LT(right - left, 450) << row.kind << ": " << line;
+        }
+    }
+}
+
+constexpr int kWidth = 900;
+constexpr int kHeight = 500;
+
+/// A kind's example as a host's window shows it, on a screen of so many pixels a unit.
+class Window {
+public:
+    explicit Window(double scale) : m_scale(scale) {}
+    ~Window() {
+        for (HDC surface : {m_shown, m_second, m_clean})
+            DeleteDC(surface);
+    }
+    Window(const Window&) = delete;
+    Window& operator=(const Window&) = delete;
+
+    /// With a balloon where there are any. @return the days under the points of a row
+    std::vector<long> Draw(const melkar::KindRow& row, std::string data) const {
+        const auto graph = row.make(nullptr, m_shown, "OWN", m_shown, m_second, m_clean);
+        EXPECT_EQ(graph->Draw({0, 0, kWidth, kHeight}, data.data()), 0);
+        BitBlt(m_clean, 0, 0, kWidth, kHeight, m_shown, 0, 0, SRCCOPY);
+        std::vector<long> days;
+        if (auto* chart = dynamic_cast<CBarGraph*>(graph.get())) {
+            for (int x = 0; x < kWidth; ++x)
+                days.push_back(chart->OnClick(CPoint(x, kHeight - 60)));
+            chart->OnMouseMove(CPoint(kWidth / 2, kHeight - 60));
+        }
+        return days;
+    }
+    void Copy(const Window& from) const { BitBlt(m_shown, 0, 0, kWidth, kHeight, from.m_shown, 0, 0, SRCCOPY); }
+
+    /// A pixel for each unit: the mean of those that it has.
+    std::vector<std::uint32_t> Reduced() const {
+        const Window reduced(1);
+        reduced.Copy(*this);
+        const std::uint32_t* pixels = GetPixels(reduced.m_shown).pixels;
+        return {pixels, pixels + kWidth * kHeight};
+    }
+
+    /// At two pixels a unit: units whose pixels, side by side, differ by more than those of an enlarged picture can.
+    /// Repeated ones are equal, interpolated ones a quarter of the range apart at most.
+    int SharpUnits() const;
+
+private:
+    double m_scale;
+    HDC m_shown = CreateScaledSurface(kWidth, kHeight, m_scale);
+    HDC m_second = CreateScaledSurface(kWidth, kHeight, m_scale);
+    HDC m_clean = CreateScaledSurface(kWidth, kHeight, m_scale);
+};
+
+int GreenOf(std::uint32_t pixel) { return static_cast<int>(pixel >> 8 & 0xFFU); }
+
+int Window::SharpUnits() const {
+    constexpr int kTooFar = 255 / 4 + 2; // rounding included
+    const PixelView view = GetPixels(m_shown);
+    int count = 0;
+    for (int y = 0; y < view.height; ++y)
+        for (int x = 0; x + 1 < view.width; x += 2) {
+            const std::uint32_t* pair = view.pixels + y * view.stride + x;
+            count += std::abs(GreenOf(pair[0]) - GreenOf(pair[1])) > kTooFar ? 1 : 0;
+        }
+    return count;
+}
+
+/// Pixels of one picture that the other one has nothing like, neither there nor a pixel beside.
+int Strangers(const std::vector<std::uint32_t>& one, const std::vector<std::uint32_t>& other) {
+    constexpr int kLike = 96; // an edge that is rounded at 1.5 takes a third of a unit, so 85, from a thin line
+    int count = 0;
+    for (int at = kWidth + 1; at + kWidth + 1 < kWidth * kHeight; ++at) {
+        if (one[at] == other[at])
+            continue;
+        int low = 255, high = 0;
+        for (const int row : {at - kWidth, at, at + kWidth})
+            for (const int near : {row - 1, row, row + 1}) {
+                low = std::min(low, GreenOf(other[near]));
+                high = std::max(high, GreenOf(other[near]));
+            }
+        count += GreenOf(one[at]) < low - kLike || GreenOf(one[at]) > high + kLike ? 1 : 0;
+    }
+    return count;
+}
+
+/// Every length in a kind's painters that is a number of pixels, and every text that is measured, has to come out as on
+/// a coarse screen; and not by enlarging.
+TEST_F(Examples, LookTheSameOnFineScreens) {
+    constexpr int kMostStrangers = 30; // of 450,000, where rounded edges cross
+    for (const melkar::KindRow& row : melkar::Catalogue()) {
+        if (!row.make || *row.starter == '\0')
+            continue;
+        const std::string data = Prepare(row, melkar::StarterProfile(row.kind, "OWN"));
+        const Window coarse(1);
+        const std::vector<long> days = coarse.Draw(row, data);
+        for (const double scale : {1.5, 2.0, 3.0}) {
+            SCOPED_TRACE(row.kind + (" at " + std::to_string(scale)));
+            const Window fine(scale);
+            EXPECT_EQ(fine.Draw(row, data), days);
+            EXPECT_LE(Strangers(coarse.Reduced(), fine.Reduced()), kMostStrangers);
+            EXPECT_LE(Strangers(fine.Reduced(), coarse.Reduced()), kMostStrangers);
+            if (scale == 2) {
+                EXPECT_GT(fine.SharpUnits(), 50);
+                fine.Copy(coarse);
+                EXPECT_EQ(fine.SharpUnits(), 0) << "that is what it tells apart";
+            }
         }
     }
 }

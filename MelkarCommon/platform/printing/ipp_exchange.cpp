@@ -1,12 +1,12 @@
 #include <MelkarCommon/platform/printing/ipp_exchange.h>
 
 #include <MelkarCommon/platform/printing/look_up.h>
+#include <MelkarCommon/platform/printing/quiet_thread.h>
 
 #include <algorithm>
 #include <array>
 #include <atomic>
 #include <cerrno>
-#include <csignal>
 #include <cstring>
 #include <cups/cups.h>
 #include <future>
@@ -198,27 +198,6 @@ Connection Prepare(const Address& address, Clock::time_point deadline) {
         return nullptr;
     return Connection(httpConnect2(address.host.c_str(), address.port, addresses.get(), AF_UNSPEC, address.encryption,
                                    kBlocking, kNotYet, nullptr));
-}
-
-/// None of the host's signals comes to threads that begin in its scope.
-class ScopedNoSignals {
-public:
-    ScopedNoSignals() {
-        sigset_t all;
-        sigfillset(&all);
-        pthread_sigmask(SIG_SETMASK, &all, &m_former);
-    }
-    ~ScopedNoSignals() { pthread_sigmask(SIG_SETMASK, &m_former, nullptr); }
-    ScopedNoSignals(const ScopedNoSignals&) = delete;
-    ScopedNoSignals& operator=(const ScopedNoSignals&) = delete;
-
-private:
-    sigset_t m_former{};
-};
-
-std::thread StartQuietly(std::packaged_task<std::string()> work) {
-    const ScopedNoSignals quiet;
-    return std::thread(std::move(work));
 }
 
 /// The bytes of the answer.

@@ -102,7 +102,7 @@ constexpr int kNoWrap = -1;
 /// has none. Bytes are decoded as valid UTF-8, else in the code page of the face's character set. A Japanese face
 /// that stands in for another one is for texts with Japanese characters; others take the default face, in lines as
 /// high.
-std::shared_ptr<const TextLayout> LayOutText(const std::shared_ptr<TextFace>& face, std::string_view bytes,
+std::shared_ptr<const TextLayout> LayOutText(const std::shared_ptr<TextFace>& wanted, std::string_view bytes,
                                              bool singleLine, int wrapWidth);
 
 /// A layout that may go to another thread: what a record keeps. It is the given one if that keeps no masks, else a

@@ -250,8 +250,9 @@ int ScreenMeasure::ToScreen(int length) const {
 
 int ScreenMeasure::FromScreen(int length) const {
     // What is lost is below half a unit here, and at most half a pixel there.
+    constexpr std::int64_t kWhole = std::int64_t{2} * kScreenDpi;
     const std::int64_t most = std::min(dpi, kScreenDpi);
-    return NearestInt((2 * std::int64_t{length} * dpi - most + 2 * kScreenDpi - 1) / (2 * kScreenDpi));
+    return NearestInt((2 * std::int64_t{length} * dpi - most + kWhole - 1) / kWhole);
 }
 
 TextFace::TextFace(const LOGFONTA& description, TextMedium textMedium, int dpi)

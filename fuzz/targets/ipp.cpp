@@ -37,7 +37,10 @@ void Deliver(Printer& printer) {
     }
     const auto job = printer.Begin({"job", paper});
     Require(job != nullptr, "a document is begun");
-    std::ofstream(job->Path()) << "%PDF %%EOF";
+    constexpr std::string_view kDocument = "%PDF %%EOF";
+    const auto document = job->Document();
+    Require(document != nullptr && document->Write(kDocument.data(), kDocument.size()) && document->Commit() == 0,
+            "a document is written");
     job->Deliver();
 }
 

@@ -10,8 +10,9 @@
 #include <algorithm>
 #include <cmath>
 #include <functional>
-#include <limits>
+#include <numeric>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace {
@@ -40,6 +41,22 @@ void Line(HDC s, std::vector<POINT> points, int width = 1, int style = PS_SOLID)
         LineTo(s, point.x, point.y);
 }
 
+using Draw = std::function<void(HDC)>;
+
+Draw Frame(RECT rect, COLORREF fill) {
+    return [=](HDC s) { DrawFramed(s, rect, fill, kInk, 1); };
+}
+Draw Path(std::vector<POINT> points, int width = 1, int style = PS_SOLID) {
+    return [=](HDC s) { Line(s, points, width, style); };
+}
+/// Level lines, one after the other.
+Draw Rows(std::vector<int> rows) {
+    return [=](HDC s) {
+        for (const int y : rows)
+            Line(s, {{1, y}, {7, y}});
+    };
+}
+
 TEST(FinerPixels, SizesAreRounded) {
     const Surface surface(CreateScaledSurface(10, 7, 1.5));
     EXPECT_EQ(GetPixels(surface).width * 100 + GetPixels(surface).height, 1511) << "10.5 rows are 11";
@@ -54,7 +71,7 @@ TEST(FinerPixels, SizesAreRounded) {
         const melkar::ScopedObject selected(working, compatible); // deletes it
         EXPECT_EQ(GetPixels(working).width * 10 + GetPixels(working).height, 58);
     }
-    constexpr double kRefused[] = {0.99, 8.01, 0, -2, INFINITY, std::numeric_limits<double>::quiet_NaN()};
+    constexpr double kRefused[] = {0.99, 8.01, 0, -2, INFINITY, NAN};
     std::uint32_t memory[12 * 9];
     for (const double scale : kRefused) {
         EXPECT_EQ(CreateScaledSurface(8, 6, scale), nullptr) << scale;
@@ -67,98 +84,46 @@ TEST(FinerPixels, SizesAreRounded) {
 }
 
 TEST(FinerPixels, EdgesLandOnWholePixels) {
-    const struct Case {
-        const char* why;
-        double scale;
-        std::function<void(HDC)> draw;
-        int index;
-        bool isColumn;
-        const char* pixels; ///< of 8 units
-    } cases[] = {
-        {"edges at 1.5 and 4.5 go up", 1.5,
-         [](HDC s) {
-             DrawFramed(s, {1, 1, 3, 3}, kInk, kInk, 1);
-         },
-         3, false, "..###......."},
-        {"a frame is as thick at 10.5 as at 1.5", 1.5,
-         [](HDC s) {
-             DrawFramed(s, {1, 1, 7, 7}, RGB(255, 255, 255), kInk, 1);
-         },
-         6, false, "..##.....##."},
-        {"an ellipse lies within the same edges", 1.5,
-         [](HDC s) {
-             SelectObject(s, GetStockObject(BLACK_BRUSH));
-             Ellipse(s, 1, 1, 7, 7);
-         },
-         6, false, "..#########."},
-        {"its outline as well", 1.5, [](HDC s) { Ellipse(s, 1, 1, 7, 7); }, 6, true, "..##.....##."},
-        {"a thin line is 1.5 pixels, so 2", 1.5,
-         [](HDC s) {
-             Line(s, {{1, 1}, {4, 1}});
-         },
-         3, true, "..##........"},
-        {"it ends before its last unit", 1.5,
-         [](HDC s) {
-             Line(s, {{1, 2}, {4, 2}});
-         },
-         3, false, "..####......"},
-        {"backwards it ends behind it", 1.5,
-         [](HDC s) {
-             Line(s, {{4, 2}, {1, 2}});
-         },
-         3, false, "...#####...."},
-        {"a line of width 2 begins a unit before its place", 1.5,
-         [](HDC s) {
-             Line(s, {{1, 3}, {4, 3}}, 2);
-         },
-         3, true, "...###......"},
-        {"a corner is whole", 2,
-         [](HDC s) {
-             Line(s, {{1, 1}, {4, 1}, {4, 4}});
-         },
-         9, true, "..######........"},
-        {"a pattern's corner, too", 2,
-         [](HDC s) {
-             const ScopedPen dots(s, PS_DASH, 1, kInk);
-             Rectangle(s, 1, 1, 5, 5);
-         },
-         9, true, "..########......"},
-        {"a pattern grows", 2,
-         [](HDC s) {
-             Line(s, {{0, 1}, {8, 1}}, 1, PS_DOT);
-         },
-         3, false, "######......####"},
-        {"lines side by side leave no gap at 2", 1.25,
-         [](HDC s) {
-             for (const int y : {1, 2, 3})
-                 Line(s, {{1, y}, {7, y}});
-         },
-         5, true, ".####....."},
-        {"nor from below", 1.25,
-         [](HDC s) {
-             for (const int y : {3, 2, 1})
-                 Line(s, {{1, y}, {7, y}});
-         },
-         5, true, ".####....."},
-        {"other lines between them do no harm", 1.25,
-         [](HDC s) {
-             for (const int y : {1, 2, 3})
-                 for (const int x : {1, 5})
-                     Line(s, {{x, y}, {x + 2, y}});
-         },
-         7, true, ".####....."},
-        {"what was drawn on in between stays", 1.25,
-         [](HDC s) {
-             Line(s, {{1, 1}, {7, 1}});
-             DrawFramed(s, {0, 2, 8, 3}, RGB(255, 255, 255), RGB(255, 255, 255), 1);
-             Line(s, {{1, 2}, {7, 2}});
-         },
-         5, true, ".#.#......"},
+    const Draw filled = [](HDC s) {
+        SelectObject(s, GetStockObject(BLACK_BRUSH));
+        Ellipse(s, 1, 1, 7, 7);
     };
-    for (const Case& c : cases) {
-        const Surface surface(CreateScaledSurface(8, 8, c.scale));
-        c.draw(surface);
-        EXPECT_EQ(Pixels(surface, c.index, c.isColumn), c.pixels) << c.why;
+    const Draw dashed = [](HDC s) {
+        const ScopedPen dots(s, PS_DASH, 1, kInk);
+        Rectangle(s, 1, 1, 5, 5);
+    };
+    const Draw besideOthers = [](HDC s) {
+        for (const int y : {1, 2, 3})
+            for (const int x : {1, 5})
+                Line(s, {{x, y}, {x + 2, y}});
+    };
+    const Draw interrupted = [](HDC s) {
+        Line(s, {{1, 1}, {7, 1}});
+        DrawFramed(s, {0, 2, 8, 3}, RGB(255, 255, 255), RGB(255, 255, 255), 1);
+        Line(s, {{1, 2}, {7, 2}});
+    };
+    // Of 8 units: a row of pixels, or a column.
+    const std::tuple<const char*, double, Draw, int, bool, const char*> cases[] = {
+        {"edges at 1.5 and 4.5 go up", 1.5, Frame({1, 1, 3, 3}, kInk), 3, false, "..###......."},
+        {"a frame is as thick at 10.5 as at 1.5", 1.5, Frame({1, 1, 7, 7}, 0xFFFFFF), 6, false, "..##.....##."},
+        {"an ellipse lies within the same edges", 1.5, filled, 6, false, "..#########."},
+        {"its outline as well", 1.5, [](HDC s) { Ellipse(s, 1, 1, 7, 7); }, 6, true, "..##.....##."},
+        {"a thin line is 1.5 pixels, so 2", 1.5, Path({{1, 1}, {4, 1}}), 3, true, "..##........"},
+        {"it ends before its last unit", 1.5, Path({{1, 2}, {4, 2}}), 3, false, "..####......"},
+        {"backwards it ends behind it", 1.5, Path({{4, 2}, {1, 2}}), 3, false, "...#####...."},
+        {"of width 2: from a unit before its place", 1.5, Path({{1, 3}, {4, 3}}, 2), 3, true, "...###......"},
+        {"a corner is whole", 2, Path({{1, 1}, {4, 1}, {4, 4}}), 9, true, "..######........"},
+        {"a pattern's corner, too", 2, dashed, 9, true, "..########......"},
+        {"a pattern grows", 2, Path({{0, 1}, {8, 1}}, 1, PS_DOT), 3, false, "######......####"},
+        {"lines side by side leave no gap at 2", 1.25, Rows({1, 2, 3}), 5, true, ".####....."},
+        {"nor from below", 1.25, Rows({3, 2, 1}), 5, true, ".####....."},
+        {"other lines between them do no harm", 1.25, besideOthers, 7, true, ".####....."},
+        {"what was drawn on in between stays", 1.25, interrupted, 5, true, ".#.#......"},
+    };
+    for (const auto& [why, scale, draw, index, isColumn, pixels] : cases) {
+        const Surface surface(CreateScaledSurface(8, 8, scale));
+        draw(surface);
+        EXPECT_EQ(Pixels(surface, index, isColumn), pixels) << why;
     }
 }
 
@@ -198,34 +163,22 @@ TEST(FinerPixels, SlopedLinesSideBySideHaveNoSeam) {
     }
 }
 
-/// Memory of the host whose pixels all differ.
-struct Stripes {
-    explicit Stripes(int side) : pixels(static_cast<std::size_t>(side * side)) {
-        for (std::size_t i = 0; i < pixels.size(); ++i)
-            pixels[i] = 0xFF000000U + static_cast<std::uint32_t>(i);
-    }
-    std::vector<std::uint32_t> pixels;
-};
-
 TEST(FinerPixels, CopiesOfOneScaleCopyPixels) {
-    Stripes stripes(12);
-    const Surface from(WrapScaledPixels(stripes.pixels.data(), 8, 8, 12 * 4, 1.5));
-    const struct Case {
-        const char* why;
-        int x, width; ///< units
-        int pixel;    ///< of the target's row
-        std::uint32_t source;
-    } cases[] = {
+    std::uint32_t stripes[12 * 12];
+    std::iota(std::begin(stripes), std::end(stripes), 0xFF000000U);
+    const Surface from(WrapScaledPixels(stripes, 8, 8, 12 * 4, 1.5));
+    // To x and of a width in units; a pixel of the target's row, and the one that it is from.
+    const std::tuple<const char*, int, int, int, std::uint32_t> cases[] = {
         {"its first pixel", 3, 4, 5, 0},
         {"its last: 10.5 is 11, 4 units have 6", 3, 4, 10, 5},
         {"none behind it", 3, 4, 11, 0xFFFFFF},
         {"3 units at 0 are 5 pixels, at 1 there is room for 4", 1, 3, 5, 3},
         {"and none for the fifth", 1, 3, 6, 0xFFFFFF},
     };
-    for (const Case& c : cases) {
+    for (const auto& [why, x, width, pixel, source] : cases) {
         const Surface to(CreateScaledSurface(8, 8, 1.5));
-        EXPECT_TRUE(BitBlt(to, c.x, 0, c.width, 4, from, 0, 0, SRCCOPY));
-        EXPECT_EQ(to.At(c.pixel, 0) & 0xFFFFFFU, c.source) << c.why;
+        EXPECT_TRUE(BitBlt(to, x, 0, width, 4, from, 0, 0, SRCCOPY));
+        EXPECT_EQ(to.At(pixel, 0) & 0xFFFFFFU, source) << why;
     }
     const Surface small(CreateScaledSurface(1, 1, 1.25)); // 1 pixel; from 1 to 2 there are 2
     DrawFramed(small, {0, 0, 1, 1}, kInk, kInk, 1);
@@ -279,31 +232,26 @@ std::pair<int, int> ColumnsOfInk(const Surface& surface) {
 }
 
 TEST(FinerPixels, TextsKeepTheirRoom) {
+    const auto draw = [](HDC s, std::string text, RECT box, UINT format) {
+        const ScopedFont font(s, CreateFontA(-13, 0, 0, 0, 400, 0, 0, 0, 1, 0, 0, 2, 0, "DejaVu Sans"));
+        DrawTextExA(s, text.data(), -1, &box, format, nullptr);
+        return box.right * 1000 + box.bottom;
+    };
     const Surface coarse(CreateMemorySurface(300, 60));
     for (const double scale : {1.25, 1.5, 2.0, 3.0})
         for (const char* words : {"Illicit, still filling a hilly village", "Mmm, we wow moms", "1234.5 kcal/min"})
             for (const UINT format : {DT_RIGHT, DT_LEFT}) {
                 const Surface fine(CreateScaledSurface(300, 60, scale));
-                RECT rooms[2];
-                std::string text = words;
-                for (int i = 0; i < 2; ++i) {
-                    const ScopedFont font(i == 0 ? coarse : fine,
-                                          CreateFontA(-13, 0, 0, 0, 400, 0, 0, 0, 1, 0, 0, 2, 0, "DejaVu Sans"));
-                    rooms[i] = {20, 10, 120, 0};
-                    DrawTextExA(i == 0 ? coarse : fine, text.data(), -1, &rooms[i], DT_CALCRECT | DT_WORDBREAK,
-                                nullptr);
-                    RECT box{0, 0, 290, 60};
-                    if (i == 1)
-                        DrawTextExA(fine, text.data(), -1, &box, format | DT_SINGLELINE, nullptr);
-                }
-                EXPECT_EQ(rooms[1].right * 1000 + rooms[1].bottom, rooms[0].right * 1000 + rooms[0].bottom) << words;
-                RECT line{0, 0, 0, 0};
-                const ScopedFont font(coarse, CreateFontA(-13, 0, 0, 0, 400, 0, 0, 0, 1, 0, 0, 2, 0, "DejaVu Sans"));
-                DrawTextExA(coarse, text.data(), -1, &line, DT_CALCRECT | DT_SINGLELINE, nullptr);
-                const double left = format == DT_RIGHT ? 290 - line.right : 0;
+                const auto room = [&, words = words](HDC s) {
+                    return draw(s, words, {20, 10, 120, 0}, DT_CALCRECT | DT_WORDBREAK);
+                };
+                EXPECT_EQ(room(fine), room(coarse)) << words;
+                draw(fine, words, {0, 0, 290, 60}, format | DT_SINGLELINE);
+                const int width = draw(coarse, words, {}, DT_CALCRECT | DT_SINGLELINE) / 1000;
+                const double left = format == DT_RIGHT ? 290 - width : 0;
                 const auto [first, last] = ColumnsOfInk(fine);
                 EXPECT_NEAR(first, left * scale, 2 * scale) << words << " " << scale << ": begins where it did";
-                EXPECT_NEAR(last, (left + line.right) * scale, 2 * scale) << words << " " << scale << ": ends there";
+                EXPECT_NEAR(last, (left + width) * scale, 2 * scale) << words << " " << scale << ": ends there";
             }
 }
 

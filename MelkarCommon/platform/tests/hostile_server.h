@@ -9,6 +9,9 @@
 #include <functional>
 #include <string_view>
 
+/// The start of an answer, whose length follows.
+inline const std::string kIppOk = "HTTP/1.1 200 OK\r\nContent-Type: application/ipp\r\n";
+
 /// One client of a `HostileServer`. Everything ends once the client hangs up or the server goes.
 class HostileTalk {
 public:
@@ -30,8 +33,7 @@ public:
             std::this_thread::sleep_for(pause);
     }
     void Answer(const std::string& message) {
-        Send("HTTP/1.1 200 OK\r\nContent-Type: application/ipp\r\nContent-Length: " + std::to_string(message.size()) +
-             "\r\n\r\n" + message);
+        Send(kIppOk + "Content-Length: " + std::to_string(message.size()) + "\r\n\r\n" + message);
     }
     /// Takes what comes until `end` is in it, or the client hangs up.
     void Take(std::string_view end) {

@@ -17,8 +17,6 @@ constexpr auto kAtOnce = 8s;
 constexpr IppLimits kShort{300ms, 900ms, 200ms, std::size_t{2} << 20};
 
 constexpr std::string_view kEndOfHead = "\r\n\r\n";
-const std::string kOk = "HTTP/1.1 200 OK\r\nContent-Type: application/ipp\r\n";
-
 const std::string kContinue = "HTTP/1.1 100 Continue\r\n\r\n";
 
 /// Takes a request without looking, then sends `start` and, over and over, `rest`.
@@ -60,7 +58,7 @@ std::string Nested(int depth) {
 
 TEST(HostileServer, NoneHoldsItsClient) {
     const std::string chunk = "1000\r\n" + std::string(0x1000, 'x') + "\r\n";
-    const std::string huge = kOk + "Content-Length: 200000000\r\n\r\n";
+    const std::string huge = kIppOk + "Content-Length: 200000000\r\n\r\n";
     const std::string copies = IppAnswerOf(0).substr(0, 8) + '\x04' + IppNumber('\x21', "copies-supported", 1);
     std::string values;
     for (int i = 0; i < 1000; ++i)
@@ -71,7 +69,7 @@ TEST(HostileServer, NoneHoldsItsClient) {
         {"goes on and on", "ipp", Endless("", kContinue), "goes on"},
         {"a line now and then", "ipp", Endless("HTTP/1.1 200 OK\r\n", "X-Line: x\r\n", 20ms), "too long"},
         {"a head in one line", "ipp", Endless("HTTP/1.1 200 OK\r\nX-Line: ", "x", 5ms), "too long"},
-        {"endless chunks", "ipp", Endless(kOk + "Transfer-Encoding: chunked\r\n\r\n", chunk), "2097152 bytes"},
+        {"endless chunks", "ipp", Endless(kIppOk + "Transfer-Encoding: chunked\r\n\r\n", chunk), "2097152 bytes"},
         {"an endless attribute", "ipp", Endless(huge + copies, values), "2097152 bytes"},
         {"200 MB", "ipp", Endless(huge, std::string(1 << 16, 'x')), "2097152 bytes"},
         {"a byte now and then", "ipp", Endless(huge, "x", 20ms), "too long"},
@@ -82,7 +80,7 @@ TEST(HostileServer, NoneHoldsItsClient) {
         {"wants encryption", "ipp", Says("HTTP/1.1 426 Upgrade Required\r\n\r\n"), "ipps://"},
         {"has no such printer", "ipp", Says("HTTP/1.1 404 Not Found\r\n\r\n"), "404"},
         {"answers something else", "ipp", Answers("<html>"), "no whole message"},
-        {"hangs up within its answer", "ipp", Says(kOk + "Content-Length: 99\r\n\r\n" + copies), "no whole message"},
+        {"hangs up within its answer", "ipp", Says(kIppOk + "Content-Length: 99\r\n\r\n" + copies), "no whole message"},
         {"sheets in sheets in sheets", "ipp", Answers(IppAnswerOf(0, Nested(100'000))), "no whole message"},
         {"curses", "ipp", Answers(IppAnswerOf(0x0406, '\x01' + IppValue('\x41', "status-message", "\x1B[2J\r\nno"))),
          "client-error-not-found:  [2J  no"},

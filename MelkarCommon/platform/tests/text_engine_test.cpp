@@ -190,12 +190,8 @@ TEST(TextLayout, GlyphsFillTheRoomOfTheirLine) {
 }
 
 TEST(TextFace, IsMeasuredOnTheScreenWithinReason) {
-    const struct {
-        const char* why;
-        int height, dpi;
-        double onScreen;
-        int lineHeight;
-    } cases[] = {
+    const std::tuple<const char*, int, int, double, int> cases[] = {
+        // an em on the screen, a line here
         {"an em to the pixel: 12.16; lines of 14 are 43.75", -38, 300, 12, 44},
         {"a cell is as high as it was asked for", 20, 300, 6 / 1.164, 20},
         {"no height: 12 units, 9 points of 72", 0, 72, 16, 14},
@@ -213,10 +209,7 @@ TEST(TextFace, IsMeasuredOnTheScreenWithinReason) {
 }
 
 TEST(ScreenMeasure, KeepsWhatItRounds) {
-    const struct {
-        const char* why;
-        int dpi, here, onScreen;
-    } cases[] = {
+    const std::tuple<const char*, int, int, int> cases[] = {
         {"the nearest: 315.6", 300, 316, 101},
         {"halves down here, where that is enough: 12.5", 120, 12, 10},
         {"far off", 300, 1'000'000, 320'000},

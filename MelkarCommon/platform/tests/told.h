@@ -9,10 +9,10 @@
 class Told {
 public:
     Told() {
-        Text().clear();
+        s_text.clear();
         m_former = melkar::SetLogSink([](const char* text) {
-            const std::lock_guard lock(Mutex());
-            Text() += std::string(text) + "\n";
+            const std::lock_guard lock(s_mutex);
+            s_text += std::string(text) + "\n";
         });
     }
     ~Told() { melkar::SetLogSink(m_former); }
@@ -20,19 +20,13 @@ public:
     Told& operator=(const Told&) = delete;
 
     std::string Lines() const {
-        const std::lock_guard lock(Mutex());
-        return Text();
+        const std::lock_guard lock(s_mutex);
+        return s_text;
     }
 
 private:
-    static std::string& Text() {
-        static std::string text;
-        return text;
-    }
-    static std::mutex& Mutex() {
-        static std::mutex mutex;
-        return mutex;
-    }
+    static inline std::string s_text;
+    static inline std::mutex s_mutex;
 
     melkar::LogSink m_former;
 };

@@ -37,7 +37,7 @@ struct Panel::Rows : melkar::Keys<Panel> {
         Text<&G::format>(Own, "FORMAT", "figures").Else("%.0f"),
         Text<&G::face>(Common, "FACE", "face"),
         Text<&G::own>(Own, "%s_FACE", "face of one text").Else<&G::face>("FACE"),
-        Point<&G::offset>(Own, "OFFSET", "title").Example("30,20"),
+        Point<&G::offset>(Own, "OFFSET", "title"),
         TrueWord<&G::hasScale>(Own, "SCALE", "scale"),
         Number<&G::width>(Own, "WIDTH", 0, "of the scale").When(Scale),
         Real<melkar::In<&G::left, &Corner::x>, melkar::In<&G::right, &Corner::x>>(Own, "MAX", "both tops"),
@@ -87,16 +87,6 @@ TEST(KeyTable, DefaultsAndGates) {
     EXPECT_TRUE(panel.left.x > 1e38F && panel.left.x < INFINITY);
     EXPECT_TRUE(panel.notes.empty() && panel.slices.empty());
     EXPECT_EQ(Read("").border, 0xffffffU);
-}
-
-TEST(KeyTable, TellsWhatAnAuthorNeeds) {
-    const std::vector<melkar::KeyInfo> keys = melkar::InfoOf(Panel::Rows::rows);
-    EXPECT_EQ(melkar::FallbackOf(keys[0]), "255,255,255");
-    EXPECT_EQ(melkar::FallbackOf(keys[1]), "as BASE");
-    EXPECT_EQ(melkar::ExampleOf(keys[2]), "%.0f");
-    EXPECT_EQ(melkar::ExampleOf(keys[5]), "30,20");
-    EXPECT_EQ(std::string(keys[7].gate), "SCALE");
-    EXPECT_EQ(keys[9].firstIndex, 1);
 }
 
 TEST(KeyTable, GraphsOfOneSheetShareOneReading) {

@@ -125,18 +125,19 @@ TEST_F(NoMemory, DrawsNothing) {
         {"a record", [] { return CreateRecordingSurface(64, 64); }},
     };
     for (const auto& [kind, make] : makers)
-        for (const auto& [what, call] : m_calls)
-            UntilDone(what, [&](long room) {
+        for (const auto& [what, call] : m_calls) {
+            SCOPED_TRACE(std::string(what) + " on " + kind);
+            UntilDone(what, [&, &make = make, &call = call](long room) {
                 const Surface untouched(make());
                 const Surface surface(make());
                 Prepare(untouched);
                 Prepare(surface);
                 const bool isDone = With(room, [&] { return call(surface); });
-                EXPECT_TRUE(isDone || GetRecording(surface) == GetRecording(untouched))
-                    << what << " on " << kind << " with " << room;
-                EXPECT_TRUE(call(surface)) << what << " on " << kind << " goes on";
+                EXPECT_TRUE(isDone || GetRecording(surface) == GetRecording(untouched)) << room;
+                EXPECT_TRUE(call(surface)) << "it goes on";
                 return isDone;
             });
+        }
 }
 
 // Those of a face that has asked for many come from ready-made glyphs, in slots that they share.
@@ -158,15 +159,17 @@ TEST_F(NoMemory, LeavesNoFileOfAPageThatLacksSomething) {
         {"PDF", [] { return CreatePageSurface("page", PageFormat::Pdf, 64, 64, 96); }},
     };
     for (const auto& [kind, make] : makers)
-        for (const auto& [what, call] : std::span(m_calls).first(12)) // the others are refused on a page
-            UntilDone(what, [&](long room) {
+        for (const auto& [what, call] : std::span(m_calls).first(12)) { // the others are refused on a page
+            SCOPED_TRACE(std::string(what) + " on " + kind);
+            UntilDone(what, [&, &make = make, &call = call](long room) {
                 const HDC page = make();
                 Prepare(page);
                 const bool isDone = With(room, [&] { return call(page); });
-                EXPECT_EQ(DeleteDC(page), isDone) << what << " on " << kind << " with " << room;
-                EXPECT_EQ(std::filesystem::remove("page"), isDone) << what << " on " << kind << " with " << room;
+                EXPECT_EQ(DeleteDC(page), isDone) << room;
+                EXPECT_EQ(std::filesystem::remove("page"), isDone) << room;
                 return isDone;
             });
+        }
 }
 
 TEST_F(NoMemory, PrintsNothing) {
@@ -200,7 +203,7 @@ TEST_F(NoMemory, MakesNothing) {
         {"a printer", [] { return CreateDCA("WINSPOOL", "out.pdf", nullptr, nullptr); }},
     };
     for (const auto& [what, make] : surfaces)
-        UntilDone(what, [&](long room) { return DeleteDC(With(room, make)); });
+        UntilDone(what, [&make = make](long room) { return DeleteDC(With(room, make)); });
     const std::pair<const char*, std::function<HGDIOBJ()>> objects[] = {
         {"pixels", [&]() -> HGDIOBJ { return CreateCompatibleBitmap(m_pixels, 5, 5); }},
         {"a record", [&]() -> HGDIOBJ { return CreateCompatibleBitmap(m_record, 5, 5); }},
@@ -208,7 +211,7 @@ TEST_F(NoMemory, MakesNothing) {
         {"a file's", [] { return LoadImageA(nullptr, "picture.png", IMAGE_BITMAP, 9, 9, LR_LOADFROMFILE); }},
     };
     for (const auto& [what, make] : objects)
-        UntilDone(what, [&](long room) { return DeleteObject(With(room, make)); });
+        UntilDone(what, [&make = make](long room) { return DeleteObject(With(room, make)); });
     UntilDone("a look", [&](long room) {
         return With(room,
                     [&] { return GetPixels(m_pixels).pixels != nullptr && WritePng(m_pixels, "again.png") == 0; });

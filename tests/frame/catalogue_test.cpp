@@ -16,33 +16,6 @@
 
 namespace {
 
-/// What a host derives.
-class HostSteps : public CStepGraph {
-public:
-    using CStepGraph::CStepGraph;
-};
-
-TEST(Catalogue, HostsAddRows) {
-    const auto rows = melkar::Catalogue().size();
-    melkar::KindRow row{"host", "HostSteps", "CStepGraph", "steps of a host",
-                        "PENCOLOR_RGB=198,206,216\nTITLELABEL=Mine"};
-    row.make = melkar::MakeGraph<HostSteps>;
-    const char* const refused[][5] = {
-        {"its base isn't there", "host", "HostSteps", "Unknown", ""},
-        {"a kind that is there", "steps", "HostSteps", "CStepGraph", ""},
-        {"a class that is there", "host", "CStepGraph", "CLineGraph", ""},
-        {"keys of its own kind: for ever", "host", "HostSteps", "CStepGraph", "host"},
-    };
-    for (const auto& [why, kind, className, base, keysOf] : refused)
-        EXPECT_FALSE(melkar::Register({kind, className, base, "", "", nullptr, nullptr, nullptr, keysOf})) << why;
-    EXPECT_EQ(melkar::Catalogue().size(), rows);
-    EXPECT_TRUE(melkar::Register(row));
-    EXPECT_EQ(melkar::FindClass("HostSteps"), melkar::FindKind("host"));
-    EXPECT_EQ(melkar::KeysReadBy(*melkar::FindKind("host")).size(), 3U) << "those of its bases";
-    EXPECT_EQ(melkar::FilesReadBy(*melkar::FindKind("host")).at(0).columns.size(), 7U) << "as of steps";
-    EXPECT_NE(melkar::KeyReference().find("| `host` | HostSteps |"), std::string::npos);
-}
-
 TEST(Catalogue, BasesAndKindsAreNamedOnce) {
     std::set<std::string> names{""};
     std::set<std::string> kinds{""};
@@ -329,6 +302,34 @@ TEST_F(HostTest, HeadsOfReportsTakeAnything) {
                 each->CReportHeader::Draw(m_record, area, "");
             }
     }
+}
+
+/// What a host derives.
+class HostSteps : public CStepGraph {
+public:
+    using CStepGraph::CStepGraph;
+};
+
+// Behind all that walk the catalogue, in which the row stays.
+TEST(HostsCatalogue, TakesRows) {
+    const auto rows = melkar::Catalogue().size();
+    melkar::KindRow row{"host", "HostSteps", "CStepGraph", "steps of a host",
+                        "PENCOLOR_RGB=198,206,216\nTITLELABEL=Mine"};
+    row.make = melkar::MakeGraph<HostSteps>;
+    const char* const refused[][5] = {
+        {"its base isn't there", "host", "HostSteps", "Unknown", ""},
+        {"a kind that is there", "steps", "HostSteps", "CStepGraph", ""},
+        {"a class that is there", "host", "CStepGraph", "CLineGraph", ""},
+        {"keys of its own kind: for ever", "host", "HostSteps", "CStepGraph", "host"},
+    };
+    for (const auto& [why, kind, className, base, keysOf] : refused)
+        EXPECT_FALSE(melkar::Register({kind, className, base, "", "", nullptr, nullptr, nullptr, keysOf})) << why;
+    EXPECT_EQ(melkar::Catalogue().size(), rows);
+    EXPECT_TRUE(melkar::Register(row));
+    EXPECT_EQ(melkar::FindClass("HostSteps"), melkar::FindKind("host"));
+    EXPECT_EQ(melkar::KeysReadBy(*melkar::FindKind("host")).size(), 3U) << "those of its bases";
+    EXPECT_EQ(melkar::FilesReadBy(*melkar::FindKind("host")).at(0).columns.size(), 7U) << "as of steps";
+    EXPECT_NE(melkar::KeyReference().find("| `host` | HostSteps |"), std::string::npos);
 }
 
 } // namespace

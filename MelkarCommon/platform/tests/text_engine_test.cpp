@@ -99,6 +99,31 @@ TEST(TextFace, TellsOfAFontThatCantBeRead) {
     EXPECT_EXIT(std::exit(DrawWithoutDescriptors()), testing::ExitedWithCode(0), "");
 }
 
+/// @return 0 if a new face is refused as any call without memory, the one at hand goes on, and one line tells
+int FindFaceWithoutMemory() {
+    const auto known = Face(TextMedium::Pixels);
+    const rlimit none{0, 0};
+    setrlimit(RLIMIT_AS, &none); // there is still room in what the process has
+    const Told told;
+    int refused = 0;
+    for (int size : {20, 21})
+        try {
+            FindFace(Describe("DejaVu Serif", size), TextMedium::Pixels);
+        } catch (const std::bad_alloc&) {
+            ++refused;
+        }
+    const bool goesOn = WidthOf(known, "known") > 0;
+    return refused == 2 && goesOn && told.Lines() == "Text: no memory for fonts, texts are missing\n" ? 0 : 1;
+}
+
+// fontconfig and the threads of Pango would end the process.
+TEST(TextFace, IsNotAskedForWithoutMemory) {
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+    GTEST_SKIP() << "a sanitizer takes memory of its own";
+#endif
+    EXPECT_EXIT(std::exit(FindFaceWithoutMemory()), testing::ExitedWithCode(0), "");
+}
+
 TEST(TextLayout, WrapsByOneRule) {
     const std::tuple<const char*, const char*, const char*, std::vector<std::string>> cases[] = {
         {"fits exactly", "The quick fox", "The quick", {"The quick", "fox"}},

@@ -16,7 +16,9 @@
 #include <cmath>
 #include <cstring>
 #include <functional>
+#include <new>
 #include <optional>
+#include <sys/mman.h>
 
 namespace melkar {
 namespace {
@@ -51,6 +53,21 @@ bool MachineHasFonts() {
         return any;
     }();
     return has;
+}
+
+/// Where fontconfig or a thread of Pango finds no memory, the process ends. So they are asked for a face only while
+/// there is room for what they take: the stacks of some threads, and the fonts' list. Else the call fails, as without
+/// memory.
+void RequireRoom() {
+    constexpr std::size_t kRoom = std::size_t{48} << 20;
+    void* room = mmap(nullptr, kRoom, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    if (room != MAP_FAILED) {
+        munmap(room, kRoom);
+        return;
+    }
+    if (g_missing++ == 0)
+        Report("Text: no memory for fonts, texts are missing");
+    throw std::bad_alloc();
 }
 
 ObjectPtr<PangoFontMap>& ThreadFontMap() {
@@ -259,6 +276,8 @@ TextFace::TextFace(const LOGFONTA& description, TextMedium textMedium, int dpi)
     : id(NextId()), medium(textMedium), charset(description.lfCharSet), underline(description.lfUnderline != 0),
       strikeOut(description.lfStrikeOut != 0) {
     const std::string family = FamilyOf(description);
+    if (medium != TextMedium::Fixed)
+        RequireRoom();
     if (medium != TextMedium::Fixed && MachineHasFonts()) {
         MakeShaper(description, family);
     } else {

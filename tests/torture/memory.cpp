@@ -11,8 +11,8 @@
 #include <cstring>
 #include <dlfcn.h>
 #include <execinfo.h>
+#include <fcntl.h>
 #include <map>
-#include <sys/mman.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -29,13 +29,13 @@ bool IsMissing() {
     return left == 0 || (left < 0 && g_allBehind);
 }
 
-} // namespace
-
+/// Lets the n-th piece of memory that is asked for from now on be missing, and all behind it if `allBehind`.
 void FailMemory(long n, bool allBehind) {
     g_allBehind = allBehind;
     g_left = n;
 }
 
+} // namespace
 } // namespace torture
 
 extern "C" {
@@ -58,10 +58,15 @@ void* aligned_alloc(std::size_t alignment, std::size_t size) {
 namespace torture {
 namespace {
 
-constexpr unsigned kLongest = 20; ///< seconds that a draw may take
-constexpr std::size_t kNameRoom = 64;
+/// What a child exits with.
+constexpr int kLeftOver = 91;
+constexpr int kWrongLater = 92;
+constexpr int kDeath = 99;
 
-char* g_died = nullptr; ///< who did, shared with the parent
+constexpr unsigned kLongest = 20; ///< seconds that a draw may take
+
+constexpr const char* kDied = "../data/died";          ///< who did
+constexpr const char* kPiece = "MELKAR_TORTURE_PIECE"; ///< of a cold process; negative: and all behind
 
 /// The library whose code was at work: the innermost that isn't the system's, nor this program.
 const char* WhoWasAtWork() {
@@ -81,25 +86,25 @@ const char* WhoWasAtWork() {
     return "this program";
 }
 
-void Die(int) {
+void Die(int signal) {
     FailMemory(LONG_MAX, false);
-    std::strncpy(g_died, WhoWasAtWork(), kNameRoom - 1);
-    _exit(99);
+    const char* name = WhoWasAtWork();
+    const int file = open(kDied, O_WRONLY | O_CREAT | O_TRUNC, 0600);
+    const char* slow = signal == SIGALRM ? "a wait in " : "";
+    [[maybe_unused]] const bool isTold =
+        write(file, slow, std::strlen(slow)) >= 0 && write(file, name, std::strlen(name)) > 0;
+    _exit(kDeath);
 }
 
 void CatchDeaths() {
     void* frame = nullptr;
     backtrace(&frame, 1); // loads what it needs while there is memory
-    for (const int death : {SIGSEGV, SIGBUS, SIGABRT, SIGTRAP, SIGFPE, SIGILL})
+    for (const int death : {SIGSEGV, SIGBUS, SIGABRT, SIGTRAP, SIGFPE, SIGILL, SIGALRM})
         std::signal(death, Die);
     alarm(kLongest);
 }
 
-/// Draws while memory is missing, then again with all of it. @return 0; 1 if objects are left over; 2 if the second
-/// picture isn't whole
-int DrawPoor(const melkar::KindRow& kind, long n, bool allBehind, const std::string& record) {
-    CatchDeaths();
-    FailMemory(n, allBehind);
+void DrawOnAll(const melkar::KindRow& kind) {
     try {
         PixelsOf(kind);
         RecordOf(kind);
@@ -107,8 +112,15 @@ int DrawPoor(const melkar::KindRow& kind, long n, bool allBehind, const std::str
         PageOf(kind, PageFormat::Pdf, "../data/poor.pdf");
     } catch (const std::bad_alloc&) { // out of a constructor, or of this program's own strings
     }
+}
+
+/// Draws while memory is missing, then again with all of it. @return 0, or what is wrong
+int DrawPoor(const melkar::KindRow& kind, long piece, const std::string& record) {
+    CatchDeaths();
+    FailMemory(std::abs(piece), piece < 0);
+    DrawOnAll(kind);
     FailMemory(LONG_MAX, false);
-    return LiveObjectCount() != 0 ? 1 : RecordOf(kind) != record ? 2 : 0;
+    return LiveObjectCount() != 0 ? kLeftOver : RecordOf(kind) != record ? kWrongLater : 0;
 }
 
 std::string ListOf(const std::map<std::string, long>& deaths) {
@@ -120,39 +132,50 @@ std::string ListOf(const std::map<std::string, long>& deaths) {
 
 } // namespace
 
+int DrawColdAndPoor() {
+    const char* piece = std::getenv(kPiece);
+    const melkar::KindRow& kind = *melkar::FindKind("bar");
+    return DrawPoor(kind, piece != nullptr ? std::atol(piece) : LONG_MAX, ReadFile("../data/record"));
+}
+
 Tally NoMemory(const Deadline& end) {
     const Host host;
     const auto kinds = Kinds();
-    g_died = static_cast<char*>(mmap(nullptr, kNameRoom, PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0));
     std::map<const melkar::KindRow*, std::string> records;
     DrawAll();
     for (const melkar::KindRow* kind : kinds)
         records[kind] = RecordOf(*kind);
+    WriteFile("../data/record", records[melkar::FindKind("bar")]);
     Tally tally;
+    long cold = 0;
     std::map<std::string, long> deaths;
-    long leaks = 0;
-    long spoilt = 0;
     for (; !end.IsOver(); ++tally.tries) {
+        const bool isCold = tally.tries % 8 == 0; // a hundred times as slow
         const melkar::KindRow* kind = kinds[static_cast<std::size_t>(tally.tries) % kinds.size()];
-        const long n = 1 + Random(tally.tries % 3 == 0 ? 5000 : 500);
-        const bool allBehind = Random(2) != 0;
-        *g_died = '\0';
-        const int status = InChild([&] { return DrawPoor(*kind, n, allBehind, records[kind]); });
+        const long piece = (1 + Random(isCold ? 40000 : tally.tries % 3 == 0 ? 5000 : 500)) * (Random(2) != 0 ? -1 : 1);
+        cold += isCold ? 1 : 0;
+        const int status = isCold ? InColdChild("draw-poor",
+                                                [&] {
+                                                    setenv(kPiece, std::to_string(piece).c_str(), 1);
+                                                    [[maybe_unused]] const auto* quiet =
+                                                        std::freopen("/dev/null", "w", stderr);
+                                                })
+                                  : InChild([&] { return DrawPoor(*kind, piece, records[kind]); });
         if (WIFEXITED(status) && WEXITSTATUS(status) == 0)
             continue;
-        if (*g_died == '\0' || std::strstr(g_died, "Melkar") != nullptr)
-            std::fprintf(stderr, "no-memory: %s, piece %ld%s: status %d %s\n", kind->kind, n,
-                         allBehind ? " and all behind" : "", status, g_died);
-        if (WIFEXITED(status) && WEXITSTATUS(status) <= 2)
-            ++(WEXITSTATUS(status) == 1 ? leaks : spoilt);
-        else
-            ++deaths[*g_died != '\0' ? g_died : "too slow"];
+        const int code = WIFEXITED(status) ? WEXITSTATUS(status) : 0;
+        const std::string what = code == kDeath        ? ReadFile(kDied)
+                                 : code == kLeftOver   ? "objects left over"
+                                 : code == kWrongLater ? "wrong later"
+                                                       : "killed";
+        ++deaths[what];
+        if (code == kDeath && what.find("libMelkar") == std::string::npos)
+            continue;
+        ++tally.faults;
+        std::fprintf(stderr, "no-memory: %s %s, piece %ld: %s\n", isCold ? "cold" : "warm", kind->kind, piece,
+                     what.c_str());
     }
-    for (const auto& [name, count] : deaths)
-        tally.faults += name.starts_with("libMelkarCommon") || name == "too slow" ? count : 0;
-    tally.faults += leaks + spoilt;
-    tally.says = "draws of warm processes; ends in " + ListOf(deaths) + "; objects left " + std::to_string(leaks) +
-                 ", wrong later " + std::to_string(spoilt);
+    tally.says = "draws, " + std::to_string(cold) + " of cold processes; ends: " + ListOf(deaths);
     return tally;
 }
 

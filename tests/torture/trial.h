@@ -102,7 +102,7 @@ Tally NoFonts(const Deadline& end);
 Tally Signals(const Deadline& end);
 Tally Crowd(const Deadline& end);
 
-/// Lets the n-th piece of memory that is asked for from now on be missing, and all behind it if `allBehind`.
-void FailMemory(long n, bool allBehind);
+/// The work of a cold child whose memory runs out.
+int DrawColdAndPoor();
 
 } // namespace torture

@@ -227,7 +227,7 @@ def sources_of(picture):
 
 
 def links_of(picture, out):
-    files = {"PNG": ".png", "PNG of fine pixels": "@2x.png", "SVG": ".svg", "PDF": ".pdf"}
+    files = {"PNG": ".png", "PNG at scale 2": "@2x.png", "SVG": ".svg", "PDF": ".pdf"}
     return " · ".join(f'<a href="{picture.file}{end}">{name}</a>' for name, end in files.items()
                       if (out / (picture.file + end)).exists())
 

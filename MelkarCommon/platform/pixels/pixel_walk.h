@@ -60,7 +60,8 @@ inline Breadth BreadthOf(const Walk& walk, int width, double middle) {
     const auto length = static_cast<double>(walk.length);
     const auto rise = static_cast<double>(walk.rise);
     const double across = width * std::sqrt(length * length + rise * rise) / length;
-    const double toMiddleOfStep = (walk.up ? 0.5 - middle : middle - 0.5) * rise / length;
+    const double stepsAside = walk.up ? 0.5 - middle : middle - 0.5;
+    const double toMiddleOfStep = stepsAside != 0 ? stepsAside * rise / length : 0;
     return {ToFixed(middle + toMiddleOfStep - across / 2), ToFixed(across)};
 }
 

@@ -19,6 +19,8 @@ PixelPicture::PixelPicture(OwnPixels pixels, OwnPixels file)
 
 /// A scale of 1 or more leaves no other size of as many pixels.
 DeviceSize PixelPicture::Size() const {
+    if (m_buffer.scale == 1)
+        return {m_buffer.width, m_buffer.height};
     const auto units = [this](int pixels) { return static_cast<int>(std::lround(pixels / m_buffer.scale)); };
     return {units(m_buffer.width), units(m_buffer.height)};
 }
@@ -52,7 +54,7 @@ bool PixelPicture::HasMoreInFile() const {
 
 PixelPart PixelPicture::ShownFor(DWORD operation, const RECT& part, double scale) {
     if (scale == 1 || !HasMoreInFile())
-        return {ShownFor(operation), PixelGrid(m_buffer.scale).Edges(part)};
+        return {ShownFor(operation), m_buffer.scale == 1 ? part : PixelGrid(m_buffer.scale).Edges(part)};
     const PixelGrid columns(1.0 * m_file.Buffer().width / m_buffer.width);
     const PixelGrid rows(1.0 * m_file.Buffer().height / m_buffer.height);
     return {m_file.Buffer(),

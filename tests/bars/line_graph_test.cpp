@@ -49,6 +49,11 @@ TEST_F(LineGraph, SeveralLinesTakeTurnsInTheArray) {
     const auto lines = DrawRecorded(graph, "head\nhead\n0,1/1,1\n0,1/2,1\n", kWideArea);
     EXPECT_THAT(LinesWith(lines, "line", "#070000 w1"), ElementsAre("line 848,275 398,425 #070000 w1"));
     EXPECT_THAT(LinesWith(lines, "line", "#080000 w1"), ElementsAre("line 848,425 398,125 #080000 w1"));
+    graph.m_nLineCount = 12;
+    graph.m_saLineValues.SetAtGrow(12, "80"); // the second day's first
+    DrawRecorded(graph, "head\nhead\n0,1/1,1\n0,1/2,1\n", kWideArea);
+    EXPECT_EQ(graph.m_oaLineRects.GetSize(), 2 * 10) << "there are no more colours";
+    EXPECT_EQ(graph.m_oaLineRects[10]->top, 125) << "but as many entries a day";
 }
 
 TEST_F(LineGraph, ScaleAtTheRight) {

@@ -30,6 +30,7 @@ TEST(PanelLayout, ScalesReachHalfAStepBeyondTheAxis) {
     const double step = DivisionsOf(kGraph.Height(), 4).step; // 50.25, half of it 25.125
     const ScaleBoxes left = LeftScaleBoxes(kGraph, step, {5, 30, 12});
     EXPECT_EQ(left.figures, CRect(25, 24, 55, 276)) << "50 - 25.125 and 251 + 25.125, both truncated";
+    EXPECT_EQ(RightScaleBoxes(kGraph, step, {5, 30, 12}).figures, CRect(345, 24, 375, 276));
     const ScaleBoxes below = BottomScaleBoxes(kGraph, DivisionsOf(kGraph.Width(), 4).step, {5, 0, 12});
     EXPECT_EQ(below.caption, CRect(25, 256, 375, 268)) << "without figures the caption takes their place";
 
@@ -49,6 +50,10 @@ TEST(PanelLayout, NoMoreDivisionsThanPixels) {
     for (const auto& [why, count, extent, stride] : cases)
         EXPECT_EQ(StrideOf(count, extent), stride) << why;
     EXPECT_EQ(DivisionsOf(200, 0).step, 200) << "a scale without divisions has one";
+}
+
+TEST(PanelLayout, NotesShareTheBoxInWholeUnits) {
+    EXPECT_EQ(NoteRow(CRect(10, 20, 110, 120), 3, 2), CRect(10, 86, 110, 119)) << "one unit stays free at the bottom";
 }
 
 TEST(PanelLayout, CaptionRunsUpwardsThroughTheMiddleOfItsStrip) {

@@ -1,12 +1,9 @@
 #include <MelkarCommon/bars/bar_graph.h>
 #include <MelkarCommon/bars/step_graph.h>
-#include <MelkarCommon/frame/results.h>
 #include <MelkarCommon/registry/catalogue.h>
 #include <MelkarCommon/registry/data_check.h>
 #include <MelkarCommon/registry/data_reference.h>
 #include <MelkarCommon/registry/key_reference.h>
-#include <MelkarCommon/reports/circadian_graph_header.h>
-#include <MelkarCommon/reports/graph_header.h>
 #include <MelkarCommon/support/numbers.h>
 #include <frame/host_fixture.h>
 
@@ -282,25 +279,6 @@ TEST_F(Files, ExamplesLandInTheirMembersAndDraw) {
         }
         for (const melkar::DataTable& file : files)
             ExpectLanded(file, graph.get());
-    }
-}
-
-// The heads of reports are no kinds, which the fuzzer draws.
-TEST_F(HostTest, HeadsOfReportsTakeAnything) {
-    constexpr CRect areas[] = {
-        {0, 0, 160, 120}, {300, 200, 0, 0}, {INT_MIN, 0, INT_MAX, 9}, {INT_MAX - 9, 0, INT_MAX, 9}};
-    for (const char* value : {"", "1", "-1", "2147483647", "-2147483648", "nan,1e308,%n"}) {
-        const std::string line = std::string("=") + value + "\n";
-        m_files.Write("conf/graph.cnf",
-                      "[OWN]\nHEADER_SIZE" + line + "1ST_LABEL" + line + "1ST_TEXT" + line + "4TH_TEXT" + line);
-        CGraphHeader painting("OWN");
-        CCircadianGraphHeader silent("OWN");
-        for (const CRect& area : areas)
-            for (CReportHeader* each : {static_cast<CReportHeader*>(&painting), static_cast<CReportHeader*>(&silent)}) {
-                const int below = each->CalcRect(m_record, area, "no-such.csv");
-                EXPECT_EQ(each->Draw(m_record, area, ""), below);
-                each->CReportHeader::Draw(m_record, area, "");
-            }
     }
 }
 

@@ -134,11 +134,6 @@ TEST_F(Pictures, NonsenseDrawsNothing) {
             << "cut behind " << length << " bytes";
     const std::string oldCut = m_files.Write("bin/old.bmp", OldBmp(1, 2, Bytes(0xFF0000, 7)));
     EXPECT_EQ(DrawBMP(m_surface, CRect(0, 0, 9, 9), oldCut.c_str(), SRCCOPY, 1, 0), 0);
-    const std::string path = m_files.Write("bin/whole.bmp", whole);
-    DrawBMP(nullptr, CRect(0, 0, 9, 9), path.c_str(), SRCCOPY, 1, 0);
-    for (const CRect& box : {CRect(5, 5, 5, 5), CRect(9, 9, 0, 0), CRect(INT_MIN, INT_MIN, INT_MAX, INT_MAX)})
-        for (const int keep : {0, 1})
-            DrawBMP(m_surface, box, path.c_str(), 0x12345678, keep, ~0U);
     const std::string strip = m_files.Write("bin/strip.bmp", PlainBmp(30000, 1));
     EXPECT_EQ(DrawBMP(m_surface, CRect(0, 5, 30, 35), strip.c_str(), SRCCOPY, 1, 0), 6);
     EXPECT_EQ(PixelAt(5, 5), 0x00C800U);

@@ -173,26 +173,6 @@ TEST_F(RingLog, TellsLaterWhatFoundNoDescriptor) {
     EXPECT_EQ(Record(log, 2).substr(kStampLength, 6), "second");
 }
 
-TEST_F(RingLog, TwoProcessesLoseNothing) {
-    constexpr int kLines = 200;
-    const auto countRefused = [] {
-        int refused = 0;
-        for (int i = 0; i < kLines; ++i)
-            refused += writeLog(kLogFile, "line %03d", i);
-        return refused;
-    };
-    const pid_t other = Start(countRefused);
-    EXPECT_EQ(countRefused(), 0);
-    EXPECT_EQ(StatusOf(other), 0);
-    const std::string log = Log();
-    EXPECT_EQ(log.substr(0, 8), "00000400");
-    std::vector<int> seen(kLines);
-    for (std::size_t record = 1; record <= std::size_t{2} * kLines; ++record)
-        ++seen.at(std::stoul(Record(log, record).substr(kStampLength + 5, 3)));
-    EXPECT_EQ(seen, std::vector<int>(kLines, 2));
-    EXPECT_EQ(Record(log, 401), kEndMark);
-}
-
 /// A limit on the size of files kills at the write that crosses it, where `room` bytes behind the last record are left.
 TEST_F(RingLog, AKillLeavesNoHole) {
     for (const auto& [why, room] : {std::pair{"before the record", 0},

@@ -92,7 +92,7 @@ int FigureSet::Width(std::string_view text) const {
 void FigureSet::SetLine(TextLine& line, std::string_view text, int width) const {
     line.utf8 = text;
     line.width = width;
-    line.mask.reset();
+    line.kept.mask.reset();
     line.runs.resize(1);
     GlyphRun& run = line.runs[0];
     run.font = m_font;
@@ -181,11 +181,24 @@ bool FigureSet::LearnSteps(std::string_view text, const GlyphRun& run) {
     return true;
 }
 
+namespace {
+
+/// False if somebody else has it. If not, what others did with it, maybe on another thread, is over: taking a share of
+/// it and letting go again waits for that.
+bool IsAlone(const std::shared_ptr<TextLayout>& layout) {
+    if (layout.use_count() > 1)
+        return false;
+    const std::shared_ptr<TextLayout> share = layout;
+    return share != nullptr;
+}
+
+} // namespace
+
 std::shared_ptr<const TextLayout> FigureCache::Find(const TextFace& face, std::string_view text, int width) {
     std::shared_ptr<TextLayout>& slot = m_slots[std::hash<std::string_view>{}(text) % kSlots];
     if (slot && slot->lines[0].utf8 == text)
         return slot;
-    const bool isFree = slot.use_count() == 1; // else someone still looks at the former figure
+    const bool isFree = IsAlone(slot); // else there is none, or someone still looks at the former figure
     auto made = isFree ? std::move(slot) : std::make_shared<TextLayout>(StartLayout(face));
     made->lines.resize(1);
     made->figures = m_figures;

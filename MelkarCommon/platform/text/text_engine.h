@@ -56,6 +56,21 @@ struct CoverageMask {
     double scale = 1; ///< pixels a unit of the layout
 };
 
+/// The coverage of a line that was asked for last. It belongs to the thread that made it: a copy has none, and looks at
+/// nothing that thread may be writing.
+struct KeptMask {
+    KeptMask() = default;
+    KeptMask(const KeptMask&) noexcept {}
+    KeptMask(KeptMask&&) = default;
+    KeptMask& operator=(const KeptMask&) noexcept {
+        mask.reset();
+        return *this;
+    }
+    KeptMask& operator=(KeptMask&&) = default;
+
+    std::shared_ptr<const CoverageMask> mask;
+};
+
 struct TextLine {
     std::string utf8; ///< the characters of the line, without its line end
     int width = 0;    ///< the room that it takes, device units
@@ -65,7 +80,7 @@ struct TextLine {
     std::vector<GlyphRun> runs;
     bool underline = false;
     bool strikeOut = false;
-    mutable std::shared_ptr<const CoverageMask> mask; ///< the one asked for last, if the layout keeps them
+    mutable KeptMask kept; ///< if the layout keeps them
 };
 
 /// A font as a page names it to its readers.

@@ -181,10 +181,8 @@ TextLayout StartLayout(const TextFace& face) {
 std::shared_ptr<const TextLayout> WithoutMasks(const std::shared_ptr<const TextLayout>& layout) {
     if (!layout->keepsMasks)
         return layout;
-    const auto copy = std::make_shared<TextLayout>(*layout);
+    const auto copy = std::make_shared<TextLayout>(*layout); // of any thread: a copy looks at no mask
     copy->keepsMasks = false;
-    for (TextLine& line : copy->lines)
-        line.mask.reset();
     return copy;
 }
 

@@ -6,6 +6,7 @@
 #include <MelkarCommon/platform/text/text_parts.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cmath>
 #include <numbers>
 
@@ -215,24 +216,29 @@ CoverageMask MakeEnlargedMask(const TextLayout& layout, const TextLine& line, in
 
 int NormalTurn(int escapement) { return (escapement % kFullTurn + kFullTurn) % kFullTurn; }
 
-std::ptrdiff_t& CountedMaskBytes() {
-    static thread_local std::ptrdiff_t bytes = 0;
+/// Of the masks that a thread made. Those may live longer than it does.
+using MaskCount = std::shared_ptr<std::atomic<std::ptrdiff_t>>;
+
+const MaskCount& ThreadMasks() {
+    static thread_local const MaskCount bytes = std::make_shared<std::atomic<std::ptrdiff_t>>(0);
     return bytes;
 }
 
-/// A mask that counts while it lives. It dies on the thread that made it: only layouts that stay there keep masks.
+/// A mask that counts while it lives. With a surface that is handed on it may die on another thread.
 struct CountedMask : CoverageMask {
-    explicit CountedMask(CoverageMask&& mask) : CoverageMask(std::move(mask)) {
-        CountedMaskBytes() += static_cast<std::ptrdiff_t>(coverage.size());
+    explicit CountedMask(CoverageMask&& mask) : CoverageMask(std::move(mask)), count(ThreadMasks()) {
+        count->fetch_add(static_cast<std::ptrdiff_t>(coverage.size()), std::memory_order_relaxed);
     }
     CountedMask(const CountedMask&) = delete;
     CountedMask& operator=(const CountedMask&) = delete;
-    ~CountedMask() { CountedMaskBytes() -= static_cast<std::ptrdiff_t>(coverage.size()); }
+    ~CountedMask() { count->fetch_sub(static_cast<std::ptrdiff_t>(coverage.size()), std::memory_order_relaxed); }
+
+    const MaskCount count;
 };
 
 } // namespace
 
-std::ptrdiff_t MaskBytes() { return CountedMaskBytes(); }
+std::ptrdiff_t MaskBytes() { return ThreadMasks()->load(std::memory_order_relaxed); }
 
 CoverageMask DrawMask(const TextLayout& layout, const TextLine& line, int escapement) {
     const cairo_matrix_t turn = TurnMatrix(escapement);
@@ -266,14 +272,14 @@ std::shared_ptr<const CoverageMask> LineMask(const TextLayout& layout, std::size
         return nullptr;
     const TextLine& text = layout.lines[line];
     const int turn = NormalTurn(escapement);
-    std::shared_ptr<const CoverageMask> mask = layout.keepsMasks ? text.mask : nullptr;
+    std::shared_ptr<const CoverageMask> mask = layout.keepsMasks ? text.kept.mask : nullptr;
     if (mask == nullptr || mask->escapement != turn || mask->scale != scale) {
         CoverageMask drawn = scale == 1 ? MakeMask(layout, text, turn) : MakeEnlargedMask(layout, text, turn, scale);
         drawn.escapement = turn;
         drawn.scale = scale;
         mask = std::make_shared<CountedMask>(std::move(drawn));
         if (layout.keepsMasks)
-            text.mask = mask;
+            text.kept.mask = mask;
     }
     return mask->width > 0 ? mask : nullptr;
 }

@@ -35,7 +35,8 @@
 /// a recording stays vector until it is copied there). It has no room until a bitmap is selected into it.
 MELKAR_API HDC CreateCompatibleDC(HDC surface);
 /// A black bitmap to select into a surface that suits `surface`. Null if a side is below 1
-/// or above 32767, or for more than 2^27 pixels.
+/// or above 32767, or for more than 2^27 pixels. Its memory is taken when somebody looks at its pixels: a picture that
+/// is drawn once and copied once does without.
 MELKAR_API HBITMAP CreateCompatibleBitmap(HDC surface, int width, int height);
 /// Frees any surface and finishes the file of a page surface. @return FALSE for null, and for a page
 /// whose file couldn't be written (then there is no file, and a log line).

@@ -43,12 +43,27 @@ void CutToPicture(Copy& copy, DeviceSize picture) {
     CutSpan(copy.source.top, copy.source.bottom, copy.target.top, copy.target.bottom, picture.height);
 }
 
-BOOL CopyPixels(Backend& to, double scale, PixelPicture& from, Copy copy, DWORD operation) {
+/// What is drawn instead of copying pixels that there aren't yet: a whole picture as it is, onto pixels at which nobody
+/// looks meanwhile. Null: these are asked for.
+Draft* DraftFor(Target& to, PixelPicture& from, const Copy& copy, DWORD operation) {
+    Draft* draft = from.FreshDraft();
+    Picture* picture = PictureOf(to);
+    const PixelPicture* pixels = picture != nullptr ? PixelsOf(*picture) : nullptr;
+    const bool isPlain = draft != nullptr && operation == SRCCOPY && !copy.isScaled &&
+                         Covers(copy.source, draft->Whole()) && pixels != nullptr && pixels != &from;
+    return isPlain && !pixels->IsExposed() && pixels->Scale() == from.Scale() ? draft : nullptr;
+}
+
+BOOL CopyPixels(HDC to, Backend& backend, double scale, PixelPicture& from, Copy copy, DWORD operation) {
     CutToPicture(copy, from.Size());
     if (IsEmptyRect(copy.source) || IsEmptyRect(copy.target))
         return FALSE;
+    if (Draft* draft = DraftFor(to->target, from, copy, operation)) {
+        draft->Play(backend, copy.target.left, copy.target.top, to->Bounds());
+        return TRUE;
+    }
     const PixelPart shown = from.ShownFor(operation, copy.source, scale);
-    to.Blit(copy.target, shown.pixels, shown.part, operation);
+    backend.Blit(copy.target, shown.pixels, shown.part, operation);
     return TRUE;
 }
 
@@ -94,7 +109,7 @@ BOOL CopyPicture(HDC to, Backend& backend, Picture& from, const Copy& copy, DWOR
     const bool staysVector = !copy.isScaled && operation == SRCCOPY;
     return std::visit(Overloaded{
                           [](NoPicture&) { return FALSE; },
-                          [&](PixelPicture& pixels) { return CopyPixels(backend, scale, pixels, copy, operation); },
+                          [&](PixelPicture& pixels) { return CopyPixels(to, backend, scale, pixels, copy, operation); },
                           [&](RecordPicture& record) {
                               return staysVector ? CopyRecord(to, backend, record, copy)
                                                  : CopyPlayedRecord(backend, scale, record, copy, operation);

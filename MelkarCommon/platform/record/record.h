@@ -54,8 +54,14 @@ struct RecordedOp {
     RECT clip{0, 0, 0, 0}; ///< nothing beyond it is drawn; empty: no clip
 };
 
+/// What becomes of the masks of texts: kept, they bind a record to the thread that draws it.
+enum class Masks : std::uint8_t { Drop, Keep };
+
 /// Keeps the verbs in `ops`, which someone else owns and which outlives the backend.
-std::unique_ptr<Backend> MakeRecordingBackend(std::vector<RecordedOp>& ops, int width, int height);
+std::unique_ptr<Backend> MakeRecordingBackend(std::vector<RecordedOp>& ops, int width, int height,
+                                              Masks masks = Masks::Drop);
+/// Lets the masks go: from now on any thread may play it.
+void DropMasks(std::vector<RecordedOp>& ops);
 
 /// The record as text, one operation a line, one segment a line of a polyline.
 std::string FormatRecording(const std::vector<RecordedOp>& ops);

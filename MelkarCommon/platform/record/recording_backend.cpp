@@ -20,8 +20,8 @@ bool SameSize(const RECT& a, const RECT& b) {
 
 class RecordingBackend final : public Backend {
 public:
-    RecordingBackend(std::vector<RecordedOp>& ops, int width, int height)
-        : m_ops(ops), m_whole{0, 0, width, height}, m_clip(m_whole) {}
+    RecordingBackend(std::vector<RecordedOp>& ops, int width, int height, Masks masks)
+        : m_ops(ops), m_whole{0, 0, width, height}, m_clip(m_whole), m_masks(masks) {}
 
     void SetClip(const RECT& clip) override {
         m_clip = ClipBox(ToBox(clip), m_whole);
@@ -66,6 +66,7 @@ private:
     std::vector<RecordedOp>& m_ops;
     RECT m_whole;
     RECT m_clip;
+    Masks m_masks;
     bool m_narrow = false; ///< part of the surface lies outside of the clip
 };
 
@@ -74,7 +75,7 @@ void RecordingBackend::PaintText(const std::shared_ptr<const TextLayout>& layout
     if (layout == nullptr || line >= layout->lines.size())
         return;
     // The clip stays even if it doesn't cut: ink may reach beyond the box.
-    RecordedOp op{TextOp{WithoutMasks(layout), line, at, escapement, color},
+    RecordedOp op{TextOp{m_masks == Masks::Keep ? layout : WithoutMasks(layout), line, at, escapement, color},
                   m_narrow ? ClipBox(ToBox(clip), m_clip) : clip};
     const bool outside = m_narrow && IsEmptyRect(ClipBox(BoxOf(op), m_clip));
     if (!outside && !IsEmptyRect(op.clip))
@@ -182,8 +183,14 @@ private:
 
 } // namespace
 
-std::unique_ptr<Backend> MakeRecordingBackend(std::vector<RecordedOp>& ops, int width, int height) {
-    return std::make_unique<RecordingBackend>(ops, width, height);
+std::unique_ptr<Backend> MakeRecordingBackend(std::vector<RecordedOp>& ops, int width, int height, Masks masks) {
+    return std::make_unique<RecordingBackend>(ops, width, height, masks);
+}
+
+void DropMasks(std::vector<RecordedOp>& ops) {
+    for (RecordedOp& op : ops)
+        if (auto* text = std::get_if<TextOp>(&op.verb))
+            text->layout = WithoutMasks(text->layout);
 }
 
 void Replay(const std::vector<RecordedOp>& ops, Backend& to, const RECT& source, int x, int y, const RECT& whole) {

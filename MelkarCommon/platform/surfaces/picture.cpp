@@ -5,8 +5,58 @@
 #include <MelkarCommon/platform/surfaces/picture.h>
 
 #include <cmath>
+#include <new>
 
 namespace melkar {
+
+/// For callers that keep it while the draft becomes pixels: a call may draw much, and copy the picture onto itself.
+class PixelPicture::DraftBackend final : public Backend {
+public:
+    explicit DraftBackend(PixelPicture& picture) : m_picture(picture), m_clip(picture.m_draft->Whole()) {}
+
+    void Flush() override { Now().Flush(); }
+    void SetClip(const RECT& clip) override {
+        m_clip = clip;
+        Now().SetClip(clip);
+    }
+    void FillRect(const RECT& rect, Color color) override { Now().FillRect(rect, color); }
+    void FillShape(const Shape& shape, Color color) override { Now().FillShape(shape, color); }
+    void StrokeShape(const Shape& shape, const Stroke& stroke) override { Now().StrokeShape(shape, stroke); }
+    void StrokePolyline(std::span<const POINT> points, const Stroke& stroke) override {
+        Now().StrokePolyline(points, stroke);
+    }
+    void PaintText(const std::shared_ptr<const TextLayout>& layout, std::size_t line, POINT at, int escapement,
+                   Color color, const RECT& clip) override {
+        Now().PaintText(layout, line, at, escapement, color, clip);
+    }
+    void Blit(const RECT& target, const PixelBuffer& pixels, const RECT& source, DWORD operation) override {
+        if (pixels.scale != 1 || Draft::IsTooLarge(source))
+            Become();
+        Now().Blit(target, pixels, source, operation);
+    }
+
+private:
+    Backend& Now() {
+        if (m_picture.m_draft != nullptr && m_picture.m_draft->IsLong())
+            Become();
+        return m_picture.m_draft != nullptr ? m_picture.m_draft->Drawing() : m_picture.DrawingPixels();
+    }
+
+    /// In the middle of a call, under its clip.
+    void Become() {
+        if (m_picture.m_draft == nullptr)
+            return;
+        m_picture.BecomePixels();
+        m_picture.DrawingPixels().SetClip(m_clip);
+    }
+
+    PixelPicture& m_picture;
+    RECT m_clip;
+};
+
+PixelPicture::PixelPicture(DeviceSize size, Color ground)
+    : m_buffer{nullptr, size.width, size.height, size.width}, m_draft(std::make_unique<Draft>(size, ground)),
+      m_draftBackend(std::make_unique<DraftBackend>(*this)), m_isExposed(false) {}
 
 PixelPicture::PixelPicture(const PixelBuffer& memory) : m_buffer(memory) {}
 
@@ -25,7 +75,9 @@ DeviceSize PixelPicture::Size() const {
     return {units(m_buffer.width), units(m_buffer.height)};
 }
 
-Backend& PixelPicture::Drawing() {
+Backend& PixelPicture::Drawing() { return m_draft != nullptr ? *m_draftBackend : DrawingPixels(); }
+
+Backend& PixelPicture::DrawingPixels() {
     if (m_file.AreThere())
         m_file = {};
     if (m_backend == nullptr)
@@ -33,7 +85,34 @@ Backend& PixelPicture::Drawing() {
     return *m_backend;
 }
 
+/// Throws without memory, and stays what it is.
+void PixelPicture::BecomePixels() {
+    if (m_draft == nullptr)
+        return;
+    const auto [pixels, width, height, stride, scale] = m_buffer;
+    m_own = OwnPixels(width, height);
+    if (!m_own.AreThere())
+        throw std::bad_alloc();
+    m_buffer = m_own.Buffer();
+    try {
+        m_draft->Play(DrawingPixels(), 0, 0, m_draft->Whole());
+    } catch (...) {
+        m_backend.reset();
+        m_buffer = {pixels, width, height, stride, scale};
+        m_own = {};
+        throw;
+    }
+    m_draft.reset();
+}
+
+void PixelPicture::Recover(std::size_t count) {
+    if (m_draft != nullptr)
+        m_draft->Recover(count);
+    m_backend.reset();
+}
+
 const PixelBuffer& PixelPicture::Shown() {
+    BecomePixels();
     if (!IsEmptyRect(m_pending.rect))
         Drawing().Flush();
     return m_buffer;
@@ -110,14 +189,28 @@ std::unique_ptr<Bitmap> MakeRecordBitmap(DeviceSize size, COLORREF ground, Owner
     return std::make_unique<Bitmap>(owner, std::in_place_type<RecordPicture>, size, ToColor(ground));
 }
 
+namespace {
+
+/// At another scale frames are more than fills, and edges depend on what they belong to: there pixels are drawn at
+/// once.
+std::unique_ptr<Bitmap> MakeDraftBitmap(DeviceSize size) {
+    if (!IsPictureSize(size.width, size.height))
+        return nullptr;
+    return std::make_unique<Bitmap>(Owner::Caller, std::in_place_type<PixelPicture>, size, ToColor(kBlack));
+}
+
+} // namespace
+
 std::unique_ptr<Bitmap> MakeSuitingBitmap(const Device& device, DeviceSize size) {
-    return std::visit(
-        Overloaded{
-            [&](const ScreenDevice& screen) { return MakePixelBitmap(size, screen.scale, kBlack, Owner::Caller); },
-            [&](const PaperDevice&) { return MakeRecordBitmap(size, kBlack, Owner::Caller); },
-            [&](const RecordDevice&) { return MakeRecordBitmap(size, kBlack, Owner::Caller); },
-        },
-        device.kind);
+    return std::visit(Overloaded{
+                          [&](const ScreenDevice& screen) {
+                              return screen.scale == 1 ? MakeDraftBitmap(size)
+                                                       : MakePixelBitmap(size, screen.scale, kBlack, Owner::Caller);
+                          },
+                          [&](const PaperDevice&) { return MakeRecordBitmap(size, kBlack, Owner::Caller); },
+                          [&](const RecordDevice&) { return MakeRecordBitmap(size, kBlack, Owner::Caller); },
+                      },
+                      device.kind);
 }
 
 DeviceSize SizeOf(const Picture& picture) {
@@ -161,7 +254,7 @@ PixelPicture* PixelsOf(Picture& picture) {
 std::size_t DrawnOn(const Picture& picture) {
     return std::visit(Overloaded{
                           [](const NoPicture&) { return std::size_t{0}; },
-                          [](const PixelPicture&) { return std::size_t{0}; },
+                          [](const PixelPicture& pixels) { return pixels.Drawn(); },
                           [](const RecordPicture& record) { return record.Ops().size(); },
                       },
                       picture);
@@ -170,7 +263,7 @@ std::size_t DrawnOn(const Picture& picture) {
 void TakeBack(Picture& picture, std::size_t drawn) {
     std::visit(Overloaded{
                    [](NoPicture&) {},
-                   [](PixelPicture& pixels) { pixels.Recover(); },
+                   [&](PixelPicture& pixels) { pixels.Recover(drawn); },
                    [&](RecordPicture& record) { record.Recover(drawn); },
                },
                picture);

@@ -4,6 +4,7 @@
 #include <MelkarCommon/platform/pixels/pixel_memory.h>
 #include <MelkarCommon/platform/record/record.h>
 #include <MelkarCommon/platform/surfaces/device.h>
+#include <MelkarCommon/platform/surfaces/draft.h>
 #include <MelkarCommon/platform/surfaces/objects.h>
 
 #include <memory>
@@ -27,8 +28,11 @@ struct PixelPart {
 };
 
 /// Pixels, the picture's own or those of the host. Its backend lives as long: what waits to be written belongs to both.
+/// It may begin as a draft, which becomes pixels when somebody looks.
 class PixelPicture {
 public:
+    /// A draft, a pixel a unit.
+    PixelPicture(DeviceSize size, Color ground);
     /// On the host's memory, at which anybody may look after any call.
     explicit PixelPicture(const PixelBuffer& memory);
     /// Of one colour, which waits to be written.
@@ -51,18 +55,29 @@ public:
     /// Hands the memory out: from now on everything stands there after each call.
     const PixelBuffer& Expose();
     bool IsExposed() const { return m_isExposed; }
-    /// Drawing failed in the middle: the backend, which may have a clip still, is made anew.
-    void Recover() { m_backend.reset(); }
+    /// What is to be played instead of looked at; null if there are pixels, or if it was played often.
+    Draft* FreshDraft() { return m_draft != nullptr && m_draft->IsFresh() ? m_draft.get() : nullptr; }
+    /// How many operations can be taken back.
+    std::size_t Drawn() const { return m_draft != nullptr ? m_draft->Count() : 0; }
+    /// Drawing failed in the middle: operations behind the first `count` go, pixels stand. The backend, which may have
+    /// a clip still, is made anew.
+    void Recover(std::size_t count);
     /// What `GetObjectA` tells; the memory only where it is handed out, and where a unit is a pixel.
     BITMAP Description() const;
 
 private:
+    class DraftBackend;
+
+    Backend& DrawingPixels();
+    void BecomePixels();
     bool HasMoreInFile() const;
     const PixelBuffer& ShownFor(DWORD operation);
 
-    OwnPixels m_own; ///< none on the host's memory
+    OwnPixels m_own; ///< none on the host's memory, nor yet for a draft
     PixelBuffer m_buffer;
-    OwnPixels m_file; ///< once asked for at this size; gone when something is drawn
+    std::unique_ptr<Draft> m_draft;          ///< until there are pixels
+    std::unique_ptr<Backend> m_draftBackend; ///< draws on whichever there is
+    OwnPixels m_file;                        ///< once asked for at this size; gone when something is drawn
     PendingFill m_pending;
     bool m_isExposed = true;
     std::unique_ptr<Backend> m_backend; ///< made when something is drawn
@@ -107,7 +122,8 @@ Bitmap& StockBitmap(); ///< without room
 /// For a picture of that many units; none if they are too many, or without memory.
 OwnPixels PixelsFor(DeviceSize size, double scale);
 
-/// Pixels or a record, as suits the device; black. Null without memory for the pixels.
+/// Pixels or a record, as suits the device; black. Null if the pixels are too many, or without memory where they come
+/// at once.
 std::unique_ptr<Bitmap> MakeSuitingBitmap(const Device& device, DeviceSize size);
 /// Of one colour, with `scale` pixels a unit. Null without memory for them, or if they are too many.
 std::unique_ptr<Bitmap> MakePixelBitmap(DeviceSize size, double scale, COLORREF color, Owner owner);
@@ -122,7 +138,7 @@ bool IsExposed(const Picture& picture);
 PixelPicture* PixelsOf(Picture& picture);
 /// How much is drawn that `TakeBack` can take back again.
 std::size_t DrawnOn(const Picture& picture);
-/// Takes back what was drawn since; on pixels it stands.
+/// Takes back what was drawn since; once there are pixels, it stands.
 void TakeBack(Picture& picture, std::size_t drawn);
 /// Null for other kinds.
 RecordPicture* RecordOf(Picture& picture);

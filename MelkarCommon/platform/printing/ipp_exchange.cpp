@@ -46,7 +46,7 @@ public:
     /// The bytes of the answer.
     std::string Run() {
         Connect();
-        http_status_t status = Post();
+        int status = Post();
         if (status == HTTP_STATUS_UNAUTHORIZED && CanAuthenticate()) {
             Connect();
             status = Post();
@@ -68,11 +68,17 @@ private:
     void Connect() {
         if (httpReconnect2(m_server, MillisecondsUntil(m_deadline), &m_cancel) != 0)
             throw Failure{"no print server at " + m_address.host + ":" + std::to_string(m_address.port) + ": " +
-                          cupsLastErrorString()};
+                          WhyNot()};
     }
 
-    /// Sends the request. @return what the server says to it
-    http_status_t Post() {
+    /// CUPS has no words for a connection that was given up.
+    static std::string WhyNot() {
+        const char* words = cupsLastErrorString();
+        return words != nullptr ? words : "no connection";
+    }
+
+    /// Sends the request. @return what the server says to it: a number of its own choice, mostly an `HTTP_STATUS_...`
+    int Post() {
         const char* resource = m_address.resource.c_str();
         httpClearFields(m_server);
         httpSetField(m_server, HTTP_FIELD_CONTENT_TYPE, "application/ipp");
@@ -85,9 +91,9 @@ private:
             throw Lost();
         Write(m_request.data(), m_request.size());
         if (m_document >= 0)
-            if (const http_status_t early = SendDocument(); early != HTTP_STATUS_CONTINUE)
+            if (const int early = SendDocument(); early != HTTP_STATUS_CONTINUE)
                 return early;
-        http_status_t status = HTTP_STATUS_CONTINUE;
+        int status = HTTP_STATUS_CONTINUE;
         while (status == HTTP_STATUS_CONTINUE)
             status = NextStatus();
         return status;
@@ -99,13 +105,13 @@ private:
     }
 
     /// @return what the server says meanwhile, HTTP_STATUS_CONTINUE if that is nothing of interest
-    http_status_t SendDocument() {
+    int SendDocument() {
         constexpr int kPatience = 1000; // milliseconds; many servers don't say that they wait for it
         std::array<char, 65536> block{};
         lseek(m_document, 0, SEEK_SET);
         for (int patience = kPatience;; patience = 0) {
             if (httpWait(m_server, std::min(patience, MillisecondsUntil(m_deadline))) != 0)
-                if (const http_status_t status = NextStatus(); status != HTTP_STATUS_CONTINUE)
+                if (const int status = NextStatus(); status != HTTP_STATUS_CONTINUE)
                     return status;
             const ssize_t count = read(m_document, block.data(), block.size());
             if (count < 0)
@@ -128,9 +134,9 @@ private:
             throw Lost();
     }
 
-    http_status_t NextStatus() {
+    int NextStatus() {
         constexpr int kMostInterim = 100;
-        const http_status_t status = httpUpdate(m_server);
+        const int status = httpUpdate(m_server);
         if (status == HTTP_STATUS_ERROR)
             throw Lost();
         if (status == HTTP_STATUS_CONTINUE && ++m_interim > kMostInterim)
@@ -164,14 +170,16 @@ private:
                cupsDoAuthentication(m_server, "POST", m_address.resource.c_str()) == 0;
     }
 
-    static std::string RefusalOf(http_status_t status) {
+    static std::string RefusalOf(int status) {
+        constexpr int kEnd = 600; // of those with a meaning
         if (status >= HTTP_STATUS_MULTIPLE_CHOICES && status < HTTP_STATUS_BAD_REQUEST)
             return "the server redirects, which isn't followed";
         if (status == HTTP_STATUS_UNAUTHORIZED)
             return "the server wants a password";
         if (status == HTTP_STATUS_UPGRADE_REQUIRED)
             return "the server wants encryption, as addresses that begin with ipps:// have it";
-        return "the server says " + std::to_string(status) + " " + httpStatus(status);
+        return "the server says " + std::to_string(status) +
+               (status < kEnd ? std::string(" ") + httpStatus(static_cast<http_status_t>(status)) : "");
     }
 
     Failure Lost() const {

@@ -145,8 +145,8 @@ private:
 
 /// What a server tells of a job.
 struct JobNews {
-    int id = 0;                              ///< 0: it doesn't say
-    ipp_jstate_t state = IPP_JSTATE_PENDING; ///< as long as it doesn't say
+    int id = 0;                     ///< 0: it doesn't say
+    int state = IPP_JSTATE_PENDING; ///< as long as it doesn't say; any number: servers say what they like
     std::string words;
 
     bool MayChange() const { return id != 0 && (state == IPP_JSTATE_PENDING || state == IPP_JSTATE_PROCESSING); }
@@ -157,7 +157,7 @@ JobNews NewsOf(const Message& answer) {
     JobNews news;
     news.id = IntegerOf(answer.get(), "job-id");
     if (ipp_attribute_t* state = ippFindAttribute(answer.get(), "job-state", IPP_TAG_ENUM))
-        news.state = static_cast<ipp_jstate_t>(ippGetInteger(state, 0));
+        news.state = ippGetInteger(state, 0);
     for (const char* name : {"job-state-message", "job-printer-state-message", "job-state-reasons"}) {
         ipp_attribute_t* found = ippFindAttribute(answer.get(), name, IPP_TAG_ZERO);
         if (const char* words = ippGetString(found, 0, nullptr); words != nullptr && *words != '\0')

@@ -34,6 +34,7 @@ void WriteSeeds(const std::string& directory) {
         std::ofstream(directory + "/" + name, std::ios::binary) << bytes;
     };
     chosen->seed(seeds);
+    Require(!seeds.words.empty(), "a target has words: libFuzzer takes no empty dictionary");
     std::ofstream dictionary(directory + ".dict");
     for (const std::string& word : seeds.words)
         dictionary << (word.empty() ? "" : Quoted(word));

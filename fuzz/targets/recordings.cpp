@@ -40,6 +40,7 @@ void CompareRecords(std::string_view input) {
 }
 
 void SeedRecordings(Seeds& seeds) {
+    seeds.words = {"a b\nc", "\xE3\x81\x82", "\xD7\xA9"};
     const std::string all = EachOf(DrawingCalls());
     for (std::size_t start = 0; start < all.size(); start += 31)
         seeds.add("calls-from-" + std::to_string(start), all.substr(start) + all.substr(0, start));

@@ -55,21 +55,6 @@ bool MachineHasFonts() {
     return has;
 }
 
-/// Where fontconfig or a thread of Pango finds no memory, the process ends. So they are asked for a face only while
-/// there is room for what they take: the stacks of some threads, and the fonts' list. Else the call fails, as without
-/// memory.
-void RequireRoom() {
-    constexpr std::size_t kRoom = std::size_t{48} << 20;
-    void* room = mmap(nullptr, kRoom, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-    if (room != MAP_FAILED) {
-        munmap(room, kRoom);
-        return;
-    }
-    if (g_missing++ == 0)
-        Report("Text: no memory for fonts, texts are missing");
-    throw std::bad_alloc();
-}
-
 ObjectPtr<PangoFontMap>& ThreadFontMap() {
     static thread_local ObjectPtr<PangoFontMap> map;
     return map;
@@ -340,6 +325,18 @@ std::shared_ptr<TextFace> FindFace(const LOGFONTA& description, TextMedium mediu
     while (faces.Size() >= kMaxFaces)
         faces.DropOldest();
     return faces.Add({key, std::move(face)}).face;
+}
+
+void RequireRoom() {
+    constexpr std::size_t kRoom = std::size_t{48} << 20;
+    void* room = mmap(nullptr, kRoom, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    if (room != MAP_FAILED) {
+        munmap(room, kRoom);
+        return;
+    }
+    if (g_missing++ == 0)
+        Report("Text: no memory for fonts, texts are missing");
+    throw std::bad_alloc();
 }
 
 std::size_t CountOfMissingFonts() { return g_missing; }

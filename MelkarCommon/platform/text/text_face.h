@@ -47,6 +47,11 @@ struct ScreenMeasure {
 /// Lets the thread's faces go, and the machine's fonts with them.
 void DropFaces();
 
+/// Where fontconfig or a thread of Pango finds no memory, the process ends. So they are asked for a face, and for what
+/// stands in where it lacks characters, only while there is room for what they take: the stacks of some threads, and
+/// the fonts' list. Else this throws std::bad_alloc, after a line in the log at the first time.
+void RequireRoom();
+
 /// Belongs to the thread that made it.
 class TextFace {
 public:
@@ -71,6 +76,7 @@ public:
     std::shared_ptr<FigureCache> figures; ///< null until tried, and if figures can't be put together
     int figuresAsked = 0;                 ///< how often, until they were tried
     bool unknownReported = false;
+    bool hasShaped = false; ///< a text, for the first of which Pango looks for other fonts
 
 private:
     void MakeShaper(const LOGFONTA& description, const std::string& family);

@@ -172,7 +172,10 @@ void OrderForTheEye(std::vector<RunPart>& parts) {
 /// Pango's runs of a paragraph on one line, in the order of the characters; until the face shapes another one.
 using Runs = std::vector<const PangoGlyphItem*>;
 
-Runs ShapeLine(const TextFace& face, std::string_view paragraph) {
+Runs ShapeLine(TextFace& face, std::string_view paragraph) {
+    if (!face.hasShaped)
+        RequireRoom();
+    face.hasShaped = true;
     PangoLayout* shaper = face.shaper.get();
     pango_layout_set_text(shaper, paragraph.data(), static_cast<int>(paragraph.size()));
     Runs runs;

@@ -83,7 +83,7 @@ private:
 /// The outer edges land on whole pixels. @param strokeWidth of the outline, half of which lies outside; or 0
 EllipseShape ScalingBackend::OnGrid(const EllipseShape& ellipse, double strokeWidth) const {
     const double half = strokeWidth / 2;
-    const Area outer = AreaOf({ellipse.center, {ellipse.radius.x + half, ellipse.radius.y + half}});
+    const Area outer = AreaOf(EllipseShape{ellipse.center, {ellipse.radius.x + half, ellipse.radius.y + half}});
     const Area pixels{m_grid.Edge(outer.left) * 1.0, m_grid.Edge(outer.top) * 1.0, m_grid.Edge(outer.right) * 1.0,
                       m_grid.Edge(outer.bottom) * 1.0};
     const double rest = strokeWidth > 0 ? m_grid.Width(strokeWidth) / 2.0 : 0;

@@ -4,7 +4,6 @@
 #include <MelkarCommon/support/marks_layout.h>
 #include <MelkarCommon/support/support.h>
 
-#include <algorithm>
 #include <climits>
 #include <cmath>
 #include <numbers>

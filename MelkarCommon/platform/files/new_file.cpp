@@ -8,8 +8,8 @@
 #include <csignal>
 #include <cstdlib>
 #include <ctime>
+#include <dirent.h>
 #include <fcntl.h>
-#include <filesystem>
 #include <string_view>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -62,21 +62,26 @@ bool IsLeftByTheDead(const std::string& path, pid_t owner) {
            std::time(nullptr) - status.st_mtime > kStillWriting;
 }
 
-/// Removes what processes left of this file when they were killed; once for each folder that a thread turns to.
+struct CloseFolder {
+    void operator()(DIR* folder) const { closedir(folder); }
+};
+
+/// Removes what processes left of this file when they were killed; once for each folder that a thread turns to. The
+/// standard's iterator of folders ends the process where it finds no memory.
 void SweepLeftovers(const std::string& path) {
     static thread_local std::string t_swept;
-    const std::string folder = FolderOf(path);
+    std::string folder = FolderOf(path);
     if (folder == t_swept)
         return;
-    t_swept = folder;
-    const std::string file = std::filesystem::path(path).filename();
-    std::error_code error;
-    for (std::filesystem::directory_iterator entry(folder, error), end; !error && entry != end;
-         entry.increment(error)) {
-        const pid_t owner = OwnerIn(entry->path().filename().native(), file);
-        if (owner != 0 && IsLeftByTheDead(entry->path(), owner))
-            unlink(entry->path().c_str());
+    const std::string_view file = std::string_view(path).substr(path.rfind('/') + 1);
+    const std::unique_ptr<DIR, CloseFolder> entries(opendir(folder.c_str()));
+    while (const dirent* entry = entries != nullptr ? readdir(entries.get()) : nullptr) {
+        const pid_t owner = OwnerIn(entry->d_name, file);
+        const std::string name = owner != 0 ? folder + "/" + entry->d_name : "";
+        if (owner != 0 && IsLeftByTheDead(name, owner))
+            unlink(name.c_str());
     }
+    t_swept = std::move(folder);
 }
 
 /// Where a symlink leads, and from there on; the end need not be there. `path` itself if it is no link.

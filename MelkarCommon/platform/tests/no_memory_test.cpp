@@ -204,6 +204,11 @@ TEST_F(NoMemory, MakesNothing) {
     };
     for (const auto& [what, make] : surfaces)
         UntilDone(what, [&make = make](long room) { return DeleteDC(With(room, make)); });
+    m_work.Write("conf/neighbour", "");
+    UntilDone("a page in a folder that is swept", [&](long room) {
+        EXPECT_EQ(WritePng(m_pixels, "elsewhere.png"), 0);
+        return DeleteDC(With(room, [] { return CreatePageSurface("../conf/page", PageFormat::Svg, 9, 9, 96); }));
+    });
     const std::pair<const char*, std::function<HGDIOBJ()>> objects[] = {
         {"pixels", [&]() -> HGDIOBJ { return CreateCompatibleBitmap(m_pixels, 5, 5); }},
         {"a record", [&]() -> HGDIOBJ { return CreateCompatibleBitmap(m_record, 5, 5); }},

@@ -6,6 +6,8 @@
 #include <MelkarCommon/support/support.h>
 #include <MelkarCommon/support/text_box.h>
 
+#include <algorithm>
+
 namespace melkar::fuzz {
 namespace {
 
@@ -26,7 +28,7 @@ COLORREF Color(Bytes& from) {
 }
 
 void FillRegion(Desk& d) {
-    constexpr std::size_t kMostCorners = 12;
+    constexpr std::size_t kMostCorners = 8;
     std::vector<POINT> corners(d.From().Next() % kMostCorners);
     for (POINT& corner : corners)
         corner = {d.From().Number(), d.From().Number()};
@@ -58,7 +60,7 @@ void SelectFont(Desk& d) {
 void DrawText(Desk& d) {
     RECT box = d.From().Box();
     const UINT format = kFormats[d.From().Next() % std::size(kFormats)];
-    std::string text = d.From().Text();
+    std::string text = d.From().Rest();
     const RECT before = box;
     DrawTextExA(d.Top(), text.data(), -1, &box, format, nullptr);
     Require(box.left == before.left && box.top == before.top, "measuring never moves the left or top edge");
@@ -88,7 +90,7 @@ void DrawMarks(Desk& d) {
 void DrawTextBox(Desk& d) {
     const CRect box(d.From().Box());
     const int size = d.From().Number();
-    const CString text = d.From().Text().c_str();
+    const CString text = d.From().Rest().c_str();
     DrawTextVCenter(d.Top(), box, text, DT_CENTER);
     DrawTextVCenterEx(d.Top(), box, text, DT_RIGHT, size, nullptr);
     DrawTextBottom(d.Top(), box, text, 0, size, "DejaVu Sans");
@@ -126,7 +128,8 @@ void DrawLine(Desk& d) {
 
 void TurnText(Desk& d) {
     const POINT at{d.From().Number(), d.From().Number()};
-    TextOutA(d.Top(), at.x, at.y, d.From().Text().c_str(), d.From().Number());
+    const int length = d.From().Number();
+    TextOutA(d.Top(), at.x, at.y, d.From().Rest().c_str(), length);
 }
 
 template <auto Shape> void DrawShape(Desk& d) {
@@ -180,21 +183,29 @@ constexpr std::size_t kDrawing = 17;
 std::span<const Call> DrawingCalls() { return std::span(kCalls).first(kDrawing); }
 std::span<const Call> AllCalls() { return kCalls; }
 
-void Run(Desk& desk, std::span<const Call> calls) {
-    constexpr int kMostCalls = 200;
-    for (int i = 0; i < kMostCalls && !desk.From().IsEmpty(); ++i)
+void Run(Desk& desk, std::span<const Call> calls, std::string_view blocks, int limit) {
+    constexpr std::size_t kMostCalls = 200;
+    for (std::size_t at = 0; at < std::min(blocks.size(), kMostCalls * kBlock); at += kBlock) {
+        desk.Take(Bytes(blocks.substr(at, kBlock), limit));
         calls[desk.From().Next() % calls.size()](desk);
+    }
+}
+
+std::string Block(std::size_t call, const std::string& arguments) {
+    std::string block = static_cast<char>(call) + arguments;
+    block.resize(kBlock);
+    return block;
 }
 
 std::string EachOf(std::span<const Call> calls) {
-    constexpr int kParameters = 14;
-    std::string bytes;
+    std::string blocks;
     for (std::size_t call = 0; call < calls.size(); ++call) {
-        bytes += static_cast<char>(call);
-        for (int i = 0; i < kParameters; ++i)
-            bytes += static_cast<char>(20 + i * 9 + static_cast<int>(call));
+        std::string arguments;
+        for (std::size_t i = 0; i < kBlock - 1; ++i)
+            arguments += static_cast<char>(22 + i * 9 + call);
+        blocks += Block(call, arguments);
     }
-    return bytes;
+    return blocks;
 }
 
 } // namespace melkar::fuzz

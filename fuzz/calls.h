@@ -16,7 +16,7 @@ namespace melkar::fuzz {
 /// Surfaces and objects, which calls leave selected anywhere.
 class Desk {
 public:
-    explicit Desk(Bytes bytes) : m_bytes(bytes), m_surfaces(std::in_place, m_visit) { Choose('m'); }
+    Desk() : m_surfaces(std::in_place, m_visit) { Choose('m'); }
     /// What is selected isn't deleted, so surfaces go first.
     ~Desk() {
         for (HDC made : m_compatible)
@@ -28,8 +28,9 @@ public:
     Desk(const Desk&) = delete;
     Desk& operator=(const Desk&) = delete;
 
-    bool IsDone() const { return m_bytes.IsEmpty(); }
+    /// What the call at hand takes its arguments from.
     Bytes& From() { return m_bytes; }
+    void Take(Bytes bytes) { m_bytes = bytes; }
     HDC Top() const { return m_tops.back(); }
     HDC Any() { return m_tops[m_bytes.Next() % m_tops.size()]; }
     HGDIOBJ AnyObject() { return m_objects.empty() ? nullptr : m_objects[m_bytes.Next() % m_objects.size()]; }
@@ -56,7 +57,7 @@ public:
 private:
     static constexpr std::size_t kMost = 40;
 
-    Bytes m_bytes;
+    Bytes m_bytes{""};
     Visit m_visit;
     std::optional<Surfaces> m_surfaces;
     std::vector<HDC> m_tops; ///< those that were drawn on, the last on top
@@ -64,18 +65,24 @@ private:
     std::vector<HGDIOBJ> m_objects;
 };
 
-/// Takes what it needs from the desk's bytes.
+/// Takes its arguments from the desk's bytes.
 using Call = void (*)(Desk&);
 
 /// Those that draw on the surface on top, or change how it draws.
 std::span<const Call> DrawingCalls();
-/// Behind those the others, which choose, look, copy and delete.
+/// Behind those the others, in this order: choose a kind of surface, a former one, a new one that suits, give that a
+/// bitmap, copy; and what looks, selects and deletes.
 std::span<const Call> AllCalls();
 
-/// A call for each byte that it doesn't take itself.
-void Run(Desk& desk, std::span<const Call> calls);
+constexpr std::size_t kBlock = 16; ///< bytes of a call: its number and its arguments
 
-/// Every one of them, with growing numbers.
+/// A call for each block. @param limit of their numbers, as of `Bytes`
+void Run(Desk& desk, std::span<const Call> calls, std::string_view blocks, int limit = 0);
+
+/// One block; arguments that aren't given are 0.
+std::string Block(std::size_t call, const std::string& arguments);
+
+/// A block for every one of them, with growing numbers.
 std::string EachOf(std::span<const Call> calls);
 
 } // namespace melkar::fuzz

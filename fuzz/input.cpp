@@ -85,11 +85,4 @@ RECT Bytes::Box() {
     return box;
 }
 
-std::string Bytes::Text() {
-    const std::size_t size = Next();
-    const std::string text(m_left.substr(0, size));
-    m_left.remove_prefix(text.size());
-    return text;
-}
-
 } // namespace melkar::fuzz

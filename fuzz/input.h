@@ -32,8 +32,7 @@ public:
     /// Mostly a small number, now and then one that hurts.
     int Number();
     RECT Box();
-    /// As long as its first byte says.
-    std::string Text();
+    std::string Rest() const { return std::string(m_left); }
 
 private:
     std::string_view m_left;

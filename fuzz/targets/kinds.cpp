@@ -251,6 +251,7 @@ void SeedKind(Seeds& seeds, const KindRow& row, std::size_t number) {
     const std::string starter = StarterProfile(kind, "OWN");
     seeds.add(kind, InputOf(row, "mbhPPcPPMswRrVvOPp", starter, ExampleFile));
     seeds.add(kind + "-steps", InputOf(row, "mAEFGIJKLNQSTUWXYZxjkl1345", starter, ExampleFile));
+    seeds.add(kind + "-host", InputOf(row, "mbhzPhAACzPHPP7Be!D!!2md!bgR", starter, ExampleFile));
     seeds.add(kind + "-every-key", InputOf(row, "mRVP2m", ProfileOf(row), ExampleFile));
     std::string areas;
     for (std::size_t area = 1; area < std::size(kAreas); ++area)

@@ -22,14 +22,14 @@ std::string Plain(const std::string& record) {
 }
 
 std::string RecordOf(std::string_view input, bool isCopied) {
-    Desk desk{Bytes(input, kInside)};
+    Desk desk;
     const HDC record = desk.Of('r');
     desk.Choose('r');
     if (isCopied) {
         desk.ChooseCompatible();
         desk.Use(CreateCompatibleBitmap(record, kSide, kSide));
     }
-    Run(desk, DrawingCalls());
+    Run(desk, DrawingCalls(), input, kInside);
     if (isCopied)
         BitBlt(record, 0, 0, kSide, kSide, desk.Top(), 0, 0, SRCCOPY);
     return Plain(GetRecording(record));
@@ -42,7 +42,7 @@ void CompareRecords(std::string_view input) {
 void SeedRecordings(Seeds& seeds) {
     seeds.words = {"a b\nc", "\xE3\x81\x82", "\xD7\xA9"};
     const std::string all = EachOf(DrawingCalls());
-    for (std::size_t start = 0; start < all.size(); start += 31)
+    for (std::size_t start = 0; start < all.size(); start += kBlock)
         seeds.add("calls-from-" + std::to_string(start), all.substr(start) + all.substr(0, start));
 }
 

@@ -35,11 +35,8 @@ TEST_F(FrameTest, Messages) {
         EXPECT_EQ(painted, message) << why;
         EXPECT_EQ(graph.DrawNoRecordsMessage(), message == "no records " ? -1 : 0) << why;
     }
-}
-
-/// Two lines of 43 x 1.25 = 54 (32 points are 43 pixels, 26 a character), the block in the middle of the height.
-TEST_F(FrameTest, MessageIsCentred) {
-    auto graph = Make<Frame>();
+    // Two lines of 43 x 1.25 = 54 (32 points are 43 pixels, 26 a character), the block in the middle of the height.
+    graph.m_dwaStatus.RemoveAll();
     EXPECT_THAT(LinesWith(DrawRecorded(graph, ""), "text \"", "#040000"),
                 ElementsAre("text \"no\" 570,233 52x54 \"Fixed 43\" #040000",
                             "text \"records\" 505,287 182x54 \"Fixed 43\" #040000"));

@@ -4,6 +4,7 @@
 #include <frame/host_fixture.h>
 
 #include <limits>
+#include <regex>
 
 namespace {
 
@@ -202,17 +203,11 @@ TEST_F(WeeklyTest, PagesAndTheirCounters) {
 
 /// Fills of whole rows, as "top+height", white ones with a "w" before them.
 std::string Rows(HDC record, int width) {
+    const std::regex fill("fill 0,(\\d+) " + std::to_string(width) + "x(\\d+) #(FFFFFF|C8C8C8)\n");
+    const std::string text = GetRecording(record);
     std::string rows;
-    const std::string size = " " + std::to_string(width) + "x";
-    for (const std::string& line : LinesOf(GetRecording(record))) {
-        const bool isWhite = line.ends_with("#FFFFFF");
-        if (!line.starts_with("fill 0,") || line.find(size) == std::string::npos ||
-            (!isWhite && !line.ends_with("#C8C8C8")))
-            continue;
-        const std::size_t height = line.find(size) + size.size();
-        rows.append(isWhite ? "w" : "").append(line, 7, line.find(size) - 7).append("+");
-        rows.append(line, height, line.find(' ', height) - height).append(" ");
-    }
+    for (std::sregex_iterator row(text.begin(), text.end(), fill), end; row != end; ++row)
+        rows.append((*row)[3] == "FFFFFF" ? "w" : "").append((*row)[1]).append("+").append((*row)[2]).append(" ");
     return rows;
 }
 

@@ -30,11 +30,8 @@ TEST(PanelLayout, ScalesReachHalfAStepBeyondTheAxis) {
     const double step = DivisionsOf(kGraph.Height(), 4).step; // 50.25, half of it 25.125
     const ScaleBoxes left = LeftScaleBoxes(kGraph, step, {5, 30, 12});
     EXPECT_EQ(left.figures, CRect(25, 24, 55, 276)) << "50 - 25.125 and 251 + 25.125, both truncated";
-    EXPECT_EQ(RightScaleBoxes(kGraph, step, {5, 30, 12}).figures, CRect(345, 24, 375, 276));
     const ScaleBoxes below = BottomScaleBoxes(kGraph, DivisionsOf(kGraph.Width(), 4).step, {5, 0, 12});
     EXPECT_EQ(below.caption, CRect(25, 256, 375, 268)) << "without figures the caption takes their place";
-
-    EXPECT_EQ(BandUpwards(left.figures, step, 0), CRect(25, 225, 55, 276));
     EXPECT_EQ(BandUpwards(left.figures, step, 4), CRect(25, 24, 55, 75)) << "276 - 251.25 and 276 - 201";
 }
 
@@ -52,11 +49,8 @@ TEST(PanelLayout, NoMoreDivisionsThanPixels) {
     EXPECT_EQ(DivisionsOf(200, 0).step, 200) << "a scale without divisions has one";
 }
 
-TEST(PanelLayout, NotesShareTheBoxInWholeUnits) {
+TEST(PanelLayout, NotesAndCaptionsStandOnWholeUnits) {
     EXPECT_EQ(NoteRow(CRect(10, 20, 110, 120), 3, 2), CRect(10, 86, 110, 119)) << "one unit stays free at the bottom";
-}
-
-TEST(PanelLayout, CaptionRunsUpwardsThroughTheMiddleOfItsStrip) {
     // 12 wide and 252 high; a text of 41 x 20: 13 + (12 - 20) / 2 and 276 - (252 - 41) / 2.
     EXPECT_EQ(UpwardCaptionAt(CRect(13, 24, 25, 276), 41, 20), CPoint(9, 171));
 }
@@ -79,14 +73,9 @@ TEST(PlotLayout, JoinsRunFromRimToRim) {
 }
 
 // Singles lie 2^-16 (0.0000153) apart from 128 to 256, a quarter of that from 32 to 64.
-TEST(PlotLayout, PointsGrowFromTheLeftAndTheBottom) {
-    const std::tuple<const char*, CRect, float, float, CPoint> cases[] = {
-        {"251 - 100.5, cut", kGraph, 0.25F, 0.5F, {130, 150}},
-        {"0.7 is 0.69999999, times 280 rounds to 196", {60, 100, 340, 300}, 0.7F, 0.3F, {256, 240}},
-    };
-    for (const auto& [why, graph, rateX, rateY, at] : cases)
-        EXPECT_EQ(PlotAt(graph, rateX, rateY), at) << why;
-    EXPECT_EQ(PlotCircle({130, 150}, 11), CRect(125, 145, 135, 155));
+TEST(PlotLayout, PointsAreCutToPixels) {
+    EXPECT_EQ(PlotAt(kGraph, 0.25F, 0.5F), CPoint(130, 150)) << "251 - 100.5";
+    EXPECT_EQ(PlotAt({60, 100, 340, 300}, 0.7F, 0.3F), CPoint(256, 240)) << "0.69999999 x 280 rounds to 196";
 }
 
 TEST(PieLayout, SlicesRunFromTheLastToTheFirst) {

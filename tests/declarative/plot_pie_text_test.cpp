@@ -42,10 +42,8 @@ TEST_F(Plots, TheLaterOfTwoPointsAsksForTheLine) {
     auto graph = Make<CPlotGraph>();
     for (const int connect : {1, 0, 1, 1})
         graph.AddPlot(CPlot(float(graph.PlotSize() < 3 ? graph.PlotSize() : 2), 0, 10, 0, connect));
-    const auto lines = LinesWith(DrawPlots(graph), "line");
     // From x 188 to 216 on the bottom edge, 5 units short at either end; the last two stand at one place.
-    ASSERT_THAT(lines, SizeIs(1));
-    EXPECT_THAT(lines[0], StartsWith("line 193,300 211,300 #000000 w3"));
+    EXPECT_THAT(LinesWith(DrawPlots(graph), "line"), ElementsAre(StartsWith("line 193,300 211,300 #000000 w3")));
 }
 
 TEST_F(Plots, PointsFollowThePanelAndNoPointIsDrawnWithoutIt) {
@@ -90,14 +88,10 @@ TEST_F(CirclePanel, SlicesAndLabelsRunFromTheLastCounterClockwise) {
     graph.SetValue(38.1F, 1);
     graph.SetValue(1, 2); // black: the row of colours ended at the missing third
     const auto lines = DrawRecorded(graph);
-    const auto slices = LinesWith(lines, "slice");
-    ASSERT_THAT(slices, SizeIs(2)) << "the third is below the least share";
-    EXPECT_THAT(slices[0], HasSubstr("#020000"));
-    EXPECT_THAT(slices[1], HasSubstr("#010000"));
-    const auto labels = LinesWith(lines, "text");
-    ASSERT_THAT(labels, SizeIs(2));
-    EXPECT_THAT(labels[0], StartsWith("text \"38min\"")) << "blanks around a value are dropped";
-    EXPECT_THAT(labels[1], StartsWith("text \"13min\"")) << "rounded by the default format";
+    EXPECT_THAT(LinesWith(lines, "slice"), ElementsAre(HasSubstr("#020000"), HasSubstr("#010000")))
+        << "the third is below the least share";
+    EXPECT_THAT(LinesWith(lines, "text"), ElementsAre(StartsWith("text \"38min\""), StartsWith("text \"13min\"")))
+        << "blanks around a value are dropped, and it is rounded by the default format";
     EXPECT_FLOAT_EQ(graph.GetRate(12.7), 12.7F / 51.8F);
 }
 
@@ -122,12 +116,10 @@ TEST_F(PanelTest, TextStandsWhereItsFormatSays) {
     };
     for (const auto& [why, format, margin, top] : cases) {
         CFixedText graph(nullptr, m_record, "OWN", "ADVICE", nullptr, nullptr, nullptr, format, margin);
-        const auto texts = LinesWith(DrawRecorded(graph), "text");
-        ASSERT_THAT(texts, SizeIs(1)) << why;
-        EXPECT_THAT(texts[0], StartsWith("text \"Walk more\" " + std::to_string(160 + margin) + "," +
-                                         std::to_string(top) + " 90x20"))
+        const std::string at = std::to_string(160 + margin) + "," + std::to_string(top);
+        EXPECT_THAT(LinesWith(DrawRecorded(graph), "text"),
+                    ElementsAre(AllOf(StartsWith("text \"Walk more\" " + at + " 90x20"), HasSubstr("#010000"))))
             << why;
-        EXPECT_THAT(texts[0], HasSubstr("#010000")) << why;
     }
     CFixedText plain(nullptr, m_record, "OWN", "PLAIN", nullptr, nullptr, nullptr, 0, 0);
     EXPECT_THAT(DrawRecorded(plain), Contains(StartsWith("text \"x\" 160,100 10x20 \"Fixed")))

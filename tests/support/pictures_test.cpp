@@ -126,14 +126,11 @@ TEST_F(Pictures, ResultAndLog) {
 
 TEST_F(Pictures, NonsenseDrawsNothing) {
     const std::string whole = PlainBmp(20, 10);
-    for (const std::size_t length :
-         {std::size_t{0}, std::size_t{1}, std::size_t{30}, std::size_t{54}, whole.size() - 1})
-        EXPECT_EQ(DrawBMP(m_surface, CRect(0, 0, 9, 9), m_files.Write("bin/cut.bmp", whole.substr(0, length)).c_str(),
-                          SRCCOPY, 1, 0),
-                  0)
-            << "cut behind " << length << " bytes";
-    const std::string oldCut = m_files.Write("bin/old.bmp", OldBmp(1, 2, Bytes(0xFF0000, 7)));
-    EXPECT_EQ(DrawBMP(m_surface, CRect(0, 0, 9, 9), oldCut.c_str(), SRCCOPY, 1, 0), 0);
+    for (const std::string& cut :
+         {std::string(), whole.substr(0, 30), whole.substr(0, whole.size() - 1), OldBmp(1, 2, Bytes(0xFF0000, 7))}) {
+        const std::string path = m_files.Write("bin/cut.bmp", cut);
+        EXPECT_EQ(DrawBMP(m_surface, CRect(0, 0, 9, 9), path.c_str(), SRCCOPY, 1, 0), 0) << cut.size();
+    }
     const std::string strip = m_files.Write("bin/strip.bmp", PlainBmp(30000, 1));
     EXPECT_EQ(DrawBMP(m_surface, CRect(0, 5, 30, 35), strip.c_str(), SRCCOPY, 1, 0), 6);
     EXPECT_EQ(PixelAt(5, 5), 0x00C800U);

@@ -6,10 +6,10 @@
 
 #include <chrono>
 #include <csignal>
+#include <cstdlib>
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/resource.h>
-#include <sys/wait.h>
 #include <thread>
 #include <tuple>
 #include <unistd.h>
@@ -63,6 +63,7 @@ TEST_F(RingLog, GoesOnFromAnyHead) {
     for (const auto& [head, next, record] : {std::tuple{"00099999\r\n", "00100000\r\n", 100000U},
                                              {"00100000\r\n", "00000001\r\n", 1},
                                              {"garbage!\r\n", "00000001\r\n", 1},
+                                             {"", "00000001\r\n", 1},
                                              {"00000007", "00000008\r\n", 8}}) {
         SetLog(head);
         EXPECT_EQ(writeLog(kLogFile, "here"), 0);
@@ -74,13 +75,21 @@ TEST_F(RingLog, GoesOnFromAnyHead) {
     }
 }
 
-TEST_F(RingLog, WhatCantBeWritten) {
+TEST_F(RingLog, KnowsALogFromOtherFiles) {
     SetLog("1234567");
     EXPECT_EQ(writeLog(kLogFile, "x"), 0);
     EXPECT_EQ(Log(), "1234567");
     EXPECT_EQ(writeLog("..\\nowhere\\graph.log", "x"), 1);
     EXPECT_EQ(writeLog("/dev/null", "x"), 0); // has no head to read
     EXPECT_EQ(writeLog(nullptr, "x"), 1);
+
+    const std::string letter = work.Write("letter", "Dear reader, this is no log.");
+    std::filesystem::create_symlink(letter, work.Path("log/link.log"));
+    EXPECT_EQ(writeLog("..\\log\\link.log", "x"), 0);
+    EXPECT_EQ(work.Read("letter"), "Dear reader, this is no log.");
+    work.Write("letter", "00000000\r\n");
+    EXPECT_EQ(writeLog("..\\log\\link.log", "moved"), 0);
+    EXPECT_EQ(Record(work.Read("letter"), 1).substr(kStampLength, 5), "moved");
 }
 
 TEST_F(RingLog, WaitsForWritersAndNotForALockThatIsNeverFreed) {
@@ -106,35 +115,6 @@ TEST_F(RingLog, WaitsForWritersAndNotForALockThatIsNeverFreed) {
     EXPECT_EQ(writeLog(kLogFile, "x"), 0);
 }
 
-TEST_F(RingLog, KnowsALogFromOtherFiles) {
-    SetLog("");
-    EXPECT_EQ(writeLog(kLogFile, "cleared"), 0);
-    EXPECT_EQ(Record(Log(), 1).substr(kStampLength, 7), "cleared");
-
-    const std::string letter = work.Write("letter", "Dear reader, this is no log.");
-    std::filesystem::create_symlink(letter, work.Path("log/link.log"));
-    EXPECT_EQ(writeLog("..\\log\\link.log", "x"), 0);
-    EXPECT_EQ(work.Read("letter"), "Dear reader, this is no log.");
-    work.Write("letter", "00000000\r\n");
-    EXPECT_EQ(writeLog("..\\log\\link.log", "moved"), 0);
-    EXPECT_EQ(Record(work.Read("letter"), 1).substr(kStampLength, 5), "moved");
-}
-
-/// Runs `work` in another process. To be called while there are no other threads: a fork copies the locks they hold.
-template <class Work> pid_t Start(Work run) {
-    const pid_t child = fork();
-    if (child == 0)
-        _exit(run());
-    return child;
-}
-
-/// The exit status of a process that ends by itself; minus the signal that ended it.
-int StatusOf(pid_t child) {
-    int status = 0;
-    waitpid(child, &status, 0);
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
-}
-
 TEST_F(RingLog, NoRoomForARecord) {
     writeLog(kLogFile, "first");
     const std::string before = Log();
@@ -142,9 +122,9 @@ TEST_F(RingLog, NoRoomForARecord) {
         signal(SIGXFSZ, SIG_IGN); // the limit then fails a write as a full disk does: part of it first
         const rlimit limit{before.size() + 50, before.size() + 50};
         setrlimit(RLIMIT_FSIZE, &limit);
-        return writeLog(kLogFile, "second") + 2 * writeLog(kLogFile, "third");
+        std::_Exit(writeLog(kLogFile, "second") + 2 * writeLog(kLogFile, "third"));
     };
-    EXPECT_EQ(StatusOf(Start(writeWithoutRoom)), 0);
+    EXPECT_EXIT(writeWithoutRoom(), testing::ExitedWithCode(0), "");
     EXPECT_EQ(Log().substr(0, before.size()), before) << "with its end mark";
     EXPECT_EQ(writeLog(kLogFile, "fourth"), 0);
     EXPECT_EQ(Record(Log(), 1), Record(before, 1));
@@ -164,9 +144,9 @@ TEST_F(RingLog, TellsLaterWhatFoundNoDescriptor) {
         setrlimit(RLIMIT_NOFILE, &limit);
         for (const char* text : {"second", "third"})
             melkar::LogText(text);
-        return 0;
+        std::_Exit(0);
     };
-    EXPECT_EQ(StatusOf(Start(tell)), 0);
+    EXPECT_EXIT(tell(), testing::ExitedWithCode(0), "");
     const std::string log = Log();
     EXPECT_EQ(log.substr(0, 8), "00000003");
     EXPECT_EQ(Record(log, 1).substr(kStampLength, 20), "a font can't be read");
@@ -183,12 +163,12 @@ TEST_F(RingLog, AKillLeavesNoHole) {
         writeLog(kLogFile, "first");
         const std::string before = Log();
         const rlim_t limit = 10 + kRecord + room;
-        const pid_t child = Start([limit] {
+        const auto writeBeyondIt = [limit] {
             const rlimit sizes{limit, limit};
             setrlimit(RLIMIT_FSIZE, &sizes);
-            return writeLog(kLogFile, "killed");
-        });
-        EXPECT_EQ(StatusOf(child), -SIGXFSZ) << why;
+            writeLog(kLogFile, "killed");
+        };
+        EXPECT_EXIT(writeBeyondIt(), testing::KilledBySignal(SIGXFSZ), "") << why;
         EXPECT_EQ(Log().substr(0, 10 + kRecord), before.substr(0, 10 + kRecord)) << why << ": head and first record";
         EXPECT_EQ(writeLog(kLogFile, "after"), 0) << why;
         const std::string log = Log();

@@ -115,7 +115,6 @@ TEST_F(SquareGraph, DaysAndTheirLevels) {
         {"the last one: 7 / 15", "9", "0.5"},
         {"beyond the last: nothing", "10", "0.0"},
         {"below the first: no field before it", "-3", "3.5"},
-        {"far below", "-2147483648", "3.5"},
     };
     auto graph = Make<CSquareGraph>();
     for (const auto& [why, level, sum] : cases) {

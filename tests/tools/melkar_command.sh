@@ -58,8 +58,6 @@ expect "a page has no pixels"       2 'needs a picture of pixels' "${week[@]}" -
 expect "units are of 96 dpi"        2 'takes no --dpi' "${week[@]}" --scale 2 --dpi 120 -o fine.png
 expect "a balloon changes it"       0 '^$' "${week[@]}" --hover 480,420 -o b.png
 ! cmp -s a.png b.png || fail "a balloon changes it" "the pictures are equal"
-expect "a balloon beside the bars"  0 '^$' "${week[@]}" --hover 480,20 -o c.png
-cmp -s a.png c.png || fail "a balloon beside the bars" "the pictures differ"
 
 expect "the record names a title"   0 'Steps this week' "${week[@]}" --record
 echo '<fontconfig/>' >no-fonts.conf
@@ -67,7 +65,6 @@ FONTCONFIG_FILE=$PWD/no-fonts.conf \
 expect "a machine without fonts"    0 'warning: texts are missing' "${week[@]}" -o n.png
 expect "no days: the message"       0 'No records yet' --data no-days.csv --record
 expect "a click on the third day"   0 '^day 2 Wed 25$' "${week[@]}" --click 373,420
-expect "a click above a bar"        0 '^no day$' "${week[@]}" --click 373,60
 expect "a click outside"            0 '^no day$' "${week[@]}" --click=-5,9999
 
 expect "no data file"               1 '^melkar: 101: .*missing.csv' --data missing.csv -o kept.svg

@@ -54,6 +54,8 @@ public:
     /// So that the client gets to read all that was said: with bytes of its own unread it would be cut off instead.
     void HangUp() {
         shutdown(m_socket, SHUT_WR);
+        const timeval moment{0, 100'000}; // some clients keep the connection
+        setsockopt(m_socket, SOL_SOCKET, SO_RCVTIMEO, &moment, sizeof moment);
         Take("what nobody says");
     }
 

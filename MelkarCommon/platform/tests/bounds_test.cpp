@@ -29,6 +29,7 @@ void DrawAll(HDC s, HDC from, const RECT& r) {
     DeleteObject(region);
     for (const DWORD operation : {SRCCOPY, SRCAND}) {
         BitBlt(s, r.left, r.top, r.right, r.bottom, from, r.bottom, r.left, operation);
+        BitBlt(s, r.left, r.top, r.right, r.bottom, s, r.bottom, r.left, operation);
         StretchBlt(s, r.left, r.top, r.right, r.bottom, from, r.right, r.top, r.bottom, r.right, operation);
         StretchBlt(s, r.left, r.top, r.right, 9, from, 0, 0, 9, r.bottom, operation);
     }

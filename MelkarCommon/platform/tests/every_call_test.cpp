@@ -1,13 +1,11 @@
 // One picture with every drawing call, on each kind of surface: a record tells what was asked for, pixels what came of
 // it, and the page has to look like the pixels.
 
+#include <MelkarCommon/platform/tests/surface.h>
 #include <MelkarCommon/platform/tests/temp_workdir.h>
 
-#include <MelkarCommon/platform/drawing.h>
 #include <MelkarCommon/platform/geometry.h>
 #include <MelkarCommon/platform/printing.h>
-#include <MelkarCommon/platform/scoped.h>
-#include <MelkarCommon/platform/surface.h>
 #include <MelkarCommon/platform/tests/framed.h>
 
 #include <gtest/gtest.h>
@@ -21,6 +19,7 @@ namespace {
 using melkar::ScopedBrush;
 using melkar::ScopedObject;
 using melkar::ScopedPen;
+using melkar::ScopedSelection;
 
 constexpr int kWidth = 320;
 constexpr int kHeight = 240;
@@ -49,10 +48,9 @@ void DrawRectanglesAndRegions(HDC s) {
     {
         const ScopedPen pen(s, PS_DASH, 0, kRust);
         Rectangle(s, 10, 60, 70, 100);
-        const HGDIOBJ former = SelectObject(s, GetStockObject(NULL_BRUSH));
+        const ScopedSelection hollow(s, GetStockObject(NULL_BRUSH));
         const ScopedPen thick(s, PS_INSIDEFRAME, 5, kSea);
         Rectangle(s, 80, 60, 140, 100);
-        SelectObject(s, former);
     }
     const POINT star[] = {{180, 60}, {200, 100}, {150, 75}, {210, 75}, {160, 100}};
     const POINT twice[] = {{0, 230}, {1 << 30, 230}, {0, 1 << 30}, {0, 230}, {1 << 30, 230}, {0, 1 << 30}};
@@ -97,22 +95,20 @@ void DrawPicture(HDC s, HBITMAP picture) {
     EXPECT_NE(GetObjectA(picture, sizeof size, &size), 0);
     EXPECT_EQ(size.bmWidth * 100 + size.bmHeight, 2010);
     DrawFramed(s, RECT{80, 110, 130, 140}, 0, 0, 1);
-    const HDC source = CreateCompatibleDC(s);
-    const HGDIOBJ former = SelectObject(source, picture);
+    const Surface source(CreateCompatibleDC(s));
+    const ScopedSelection selected(source, picture);
     BitBlt(s, 10, 110, 20, 10, source, 0, 0, SRCCOPY);
     StretchBlt(s, 40, 110, 30, 30, source, 0, 0, 20, 10, SRCAND);
     StretchBlt(s, 80, 110, 50, 30, source, 0, 0, 20, 10, SRCPAINT);
     BitBlt(s, 140, 110, 20, 10, source, -5, 0, SRCCOPY); // fifteen columns of it
     BitBlt(s, 170, 110, 20, 10, source, 0, 0, SRCAND);
-    SelectObject(source, former);
-    DeleteDC(source);
 }
 
 void DrawTexts(HDC s) {
     SetTextColor(s, kSea);
     for (const auto& [escapement, x, y] : {std::array{0, 10, 150}, {900, 90, 215}, {2700, 290, 110}, {300, 170, 190}}) {
         const ScopedObject font(s, CreateFontA(-40, 0, escapement, 0, FW_BOLD, 0, 0, 0, 0, 0, 0, 0, 0, "DejaVu Sans"));
-        TextOutA(s, x, y, "HI", 2);
+        TextOutA(s, x, y, "HI歩", 4); // not half a character
         SetBkMode(s, TRANSPARENT);
     }
 }
@@ -128,13 +124,11 @@ bool AreClose(std::uint32_t one, std::uint32_t other) {
 class EveryCall : public testing::Test {
 protected:
     EveryCall() {
-        const HDC picture = CreateMemorySurface(20, 10);
+        const Surface picture(CreateMemorySurface(20, 10));
         DrawFramed(picture, RECT{0, 0, 10, 10}, kRust, kRust, 1);
         EXPECT_EQ(WritePng(picture, "picture.png"), 0);
-        DeleteDC(picture);
         DrawOn(m_pixels);
     }
-    ~EveryCall() override { DeleteDC(m_pixels); }
 
     static HBITMAP Load(const char* path) {
         return static_cast<HBITMAP>(LoadImageA(nullptr, path, IMAGE_BITMAP, 0, 0, LR_LOADFROMFILE));
@@ -149,15 +143,11 @@ protected:
         DrawPaths(s); // they wait: whatever ends a drawing draws them
         DeleteObject(picture);
     }
-    std::uint32_t At(int x, int y) const {
-        const PixelView view = GetPixels(m_pixels);
-        return view.pixels[y * view.stride + x];
-    }
     /// Whether a pixel and all around it are of one colour, so that no edge runs there.
     bool IsPlain(int x, int y) const {
         bool plain = true;
         for (int i = 0; i < 9; ++i)
-            plain = plain && At(x + i % 3 - 1, y + i / 3 - 1) == At(x, y);
+            plain = plain && m_pixels.At(x + i % 3 - 1, y + i / 3 - 1) == m_pixels.At(x, y);
         return plain;
     }
 
@@ -170,17 +160,17 @@ protected:
         const auto* pixels = static_cast<const std::uint32_t*>(shown.bmBits);
         for (int y = 1; y < kHeight - 1; ++y)
             for (int x = 1; x < kWidth - 1; ++x)
-                EXPECT_TRUE(!IsPlain(x, y) || AreClose(pixels[y * shown.bmWidthBytes / 4 + x], At(x, y)))
+                EXPECT_TRUE(!IsPlain(x, y) || AreClose(pixels[y * shown.bmWidthBytes / 4 + x], m_pixels.At(x, y)))
                     << what << " " << x << "," << y;
         DeleteObject(printed);
     }
 
     TempWorkdir m_work;
-    HDC m_pixels = CreateMemorySurface(kWidth, kHeight);
+    const Surface m_pixels{CreateMemorySurface(kWidth, kHeight)};
 };
 
 TEST_F(EveryCall, IsRecorded) {
-    const HDC record = CreateRecordingSurface(kWidth, kHeight);
+    const Surface record(CreateRecordingSurface(kWidth, kHeight));
     DrawOn(record);
     EXPECT_EQ(GetRecording(record), R"(ellipse 40,30 30x20 fill #145AA0
 ellipse 40,30 28x18 stroke #C85014 w4
@@ -227,7 +217,6 @@ line 250,200 265,222 #C85014 w6
 line 265,222 280,200 #C85014 w6
 line 280,200 295,222 #C85014 w6
 )");
-    DeleteDC(record);
 }
 
 TEST_F(EveryCall, FitsMemoryOfTheHost) {
@@ -236,18 +225,15 @@ TEST_F(EveryCall, FitsMemoryOfTheHost) {
         const int height = static_cast<int>(kHeight * scale);
         const int stride = width + 3;
         std::vector<std::uint32_t> memory(static_cast<std::size_t>(stride * height), 0xFFFFFFFFU);
-        const HDC wrapped = WrapScaledPixels(memory.data(), kWidth, kHeight, stride * 4, scale);
-        const HDC own = CreateScaledSurface(kWidth, kHeight, scale);
+        const Surface wrapped(WrapScaledPixels(memory.data(), kWidth, kHeight, stride * 4, scale));
+        const Surface own(CreateScaledSurface(kWidth, kHeight, scale));
         DrawOn(wrapped);
         DrawOn(own);
-        const PixelView view = GetPixels(own);
         for (int y = 0; y < height; ++y)
             for (int x = 0; x < stride; ++x)
-                ASSERT_TRUE(AreClose(memory[static_cast<std::size_t>(y * stride + x)],
-                                     x < width ? view.pixels[y * view.stride + x] : 0xFFFFFFFFU))
+                ASSERT_TRUE(
+                    AreClose(memory[static_cast<std::size_t>(y * stride + x)], x < width ? own.At(x, y) : 0xFFFFFFFFU))
                     << x << "," << y << " at " << scale;
-        DeleteDC(wrapped);
-        DeleteDC(own);
     }
 }
 

@@ -1,10 +1,7 @@
 // Surfaces that one thread fills and another one uses next.
 
+#include <MelkarCommon/platform/tests/surface.h>
 #include <MelkarCommon/platform/tests/temp_workdir.h>
-
-#include <MelkarCommon/platform/drawing.h>
-#include <MelkarCommon/platform/scoped.h>
-#include <MelkarCommon/platform/surface.h>
 
 #include <gtest/gtest.h>
 
@@ -30,40 +27,30 @@ void WriteWords(HDC surface, int round) {
 }
 
 /// One of each way to keep what is drawn: pixels; a record; a page's record under a surface of pixels, whose texts
-/// are those of pixels.
+/// are those of pixels; a draft, which keeps masks of the thread that drew it.
 class Surfaces {
 public:
-    explicit Surfaces(HDC page) : m_pageRecord(CreateCompatibleBitmap(page, kWidth, kHeight)) {
-        m_former = SelectObject(m_mixed, m_pageRecord);
-    }
-    ~Surfaces() {
-        SelectObject(m_mixed, m_former);
-        DeleteObject(m_pageRecord);
-        for (HDC surface : {m_pixels, m_record, m_mixed})
-            DeleteDC(surface);
-    }
-    Surfaces(const Surfaces&) = delete;
-    Surfaces& operator=(const Surfaces&) = delete;
+    explicit Surfaces(HDC page) : m_mixed(page, kWidth, kHeight) {}
 
-    /// Texts that all threads draw, some made of figures, and both records played onto the pixels.
+    /// Texts that all threads draw, some made of figures, and what keeps them played onto the pixels.
     void Use(int round) {
-        for (HDC surface : {m_pixels, m_record, m_mixed}) {
+        const HDC surfaces[] = {m_pixels, m_record, m_mixed, m_draft};
+        for (HDC surface : surfaces) {
             WriteWords(surface, round); // in the font that the last thread left selected
             const ScopedObject font(surface, CreateFontA(-14, 0, 0, 0, 400, 0, 0, 0, 1, 0, 0, 2, 0, "DejaVu Sans"));
             WriteWords(surface, round);
         }
-        for (HDC surface : {m_pixels, m_record, m_mixed})
+        for (HDC surface : surfaces) {
             WriteWords(surface, round + 1000);
-        BitBlt(m_pixels, 0, 0, kWidth, kHeight, m_record, 0, 0, SRCCOPY);
-        BitBlt(m_pixels, 0, 0, kWidth, kHeight, m_mixed, 0, 0, SRCCOPY);
+            BitBlt(m_pixels, 0, 0, kWidth, kHeight, surface, 0, 0, SRCCOPY);
+        }
     }
 
 private:
-    HDC m_pixels = CreateMemorySurface(kWidth, kHeight);
-    HDC m_record = CreateRecordingSurface(kWidth, kHeight);
-    HDC m_mixed = CreateCompatibleDC(nullptr);
-    HBITMAP m_pageRecord;
-    HGDIOBJ m_former;
+    Surface m_pixels{CreateMemorySurface(kWidth, kHeight)};
+    Surface m_record{CreateRecordingSurface(kWidth, kHeight)};
+    WorkingSurface m_mixed;
+    WorkingSurface m_draft{nullptr, kWidth, kHeight};
 };
 
 // A surface that keeps anything of the thread that used it (a face, the mask of a text) crashes here sooner or later;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <MelkarCommon/platform/drawing.h>
+#include <MelkarCommon/platform/scoped.h>
 #include <MelkarCommon/platform/surface.h>
 
 #include <cstdint>
@@ -21,4 +21,14 @@ public:
 
 private:
     HDC m_dc;
+};
+
+/// A memory surface with a bitmap selected that is compatible with another surface.
+class WorkingSurface : public Surface {
+public:
+    WorkingSurface(HDC like, int width, int height)
+        : Surface(CreateCompatibleDC(nullptr)), m_bitmap(*this, CreateCompatibleBitmap(like, width, height)) {}
+
+private:
+    melkar::ScopedObject m_bitmap;
 };

@@ -2,6 +2,8 @@
 
 #include <MelkarCommon/platform/seam/backend.h>
 
+#include <functional>
+
 /// @file
 /// Strokes and shapes for the tests of the backends, made in place.
 
@@ -27,6 +29,13 @@ inline Stroke Dashes(double on, double off, double phase = 0, bool gaps = false)
 inline void StrokeLine(Backend& backend, POINT from, POINT to, const Stroke& stroke) {
     const POINT ends[] = {from, to};
     backend.StrokePolyline(ends, stroke);
+}
+
+/// Something to draw on any backend.
+using Draw = std::function<void(Backend&)>;
+
+inline Draw Line(POINT from, POINT to, const Stroke& stroke = {}) {
+    return [=](Backend& b) { StrokeLine(b, from, to, stroke); };
 }
 
 inline Shape Ellipse(double x, double y, double rx, double ry) { return EllipseShape{{x, y}, {rx, ry}}; }

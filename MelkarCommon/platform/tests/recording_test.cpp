@@ -10,7 +10,6 @@
 #include <climits>
 #include <cmath>
 #include <fstream>
-#include <functional>
 #include <sstream>
 
 namespace melkar {
@@ -19,19 +18,11 @@ namespace {
 constexpr Color kBlue = 0xFF4A90D9U;
 constexpr RECT kAll{INT_MIN, INT_MIN, INT_MAX, INT_MAX};
 
-using Draw = std::function<void(Backend&)>;
-
 Draw Fill(const RECT& rect) {
     return [=](Backend& b) { b.FillRect(rect, kBlue); };
 }
 Draw Fill(const Shape& shape) {
     return [=](Backend& b) { b.FillShape(shape, kBlue); };
-}
-Draw Outline(const Shape& shape, double width) {
-    return [=](Backend& b) { b.StrokeShape(shape, Width(width)); };
-}
-Draw Line(POINT from, POINT to, const Stroke& stroke = {}) {
-    return [=](Backend& b) { StrokeLine(b, from, to, stroke); };
 }
 /// A text without glyphs, 15 high.
 Draw Text(std::string utf8, POINT at, const RECT& clip = kAll, int escapement = 0, int width = 40) {
@@ -102,7 +93,7 @@ TEST(Recording, NarrowClip) {
         {"line that ends where the clip begins", Line({0, 12}, {10, 12}), ""},
         {"shape over the edge", Fill(kTriangle), "polygon 1,2 30,4 -5,60 fill #4A90D9 clip 10,10 30,30"},
         {"shape beside", Fill(kEllipse), ""},
-        {"shape whose outline reaches in", Outline(kEllipse, 2),
+        {"shape whose outline reaches in", [](Backend& b) { b.StrokeShape(kEllipse, Width(2)); },
          "ellipse 50,40.5 20x10.25 stroke #000000 w2 clip 10,10 30,30"},
         {"text clip intersected", Text("a", {0, 20}, {0, 0, 20, 99}),
          R"(text "a" 0,20 40x15 "Sans 12 bold" #4A90D9 clip 10,10 20,30)"},

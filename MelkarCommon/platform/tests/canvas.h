@@ -2,8 +2,11 @@
 
 #include "brushes.h"
 
+#include <MelkarCommon/platform/geometry.h>
 #include <MelkarCommon/platform/pixels/pixel_backend.h>
 #include <MelkarCommon/platform/pixels/pixel_spans.h>
+
+#include <gtest/gtest.h>
 
 #include <string>
 #include <vector>
@@ -11,11 +14,10 @@
 namespace melkar {
 
 inline constexpr Color kRed = 0xFFFF0000U;
-inline constexpr Color kBlue = 0xFF0000FFU;
 
 constexpr int kSide = 80;
 
-/// A white picture with a margin of two guard pixels behind each row.
+/// A white picture whose rows are further apart than they are wide.
 struct Canvas {
     Canvas(int width = kSide, int height = kSide, Color color = kWhitePixel)
         : memory(static_cast<std::size_t>((width + 2) * height), color), buffer{memory.data(), width, height,
@@ -27,14 +29,10 @@ struct Canvas {
     int Blue(int x, int y) const { return static_cast<int>(At(x, y) & 0xFFU); }
     /// How dark a pixel is, 0 to 255.
     int Ink(int x, int y) const { return 255 - Blue(x, y); }
-    /// '.' white, '#' black, 'r' red, 'b' blue, '?' anything else.
+    /// '.' white, '#' black, 'r' red, '?' anything else.
     char Letter(int x, int y) const {
         const Color color = At(x, y);
-        return color == kWhitePixel   ? '.'
-               : color == kBlackPixel ? '#'
-               : color == kRed        ? 'r'
-               : color == kBlue       ? 'b'
-                                      : '?';
+        return color == kWhitePixel ? '.' : color == kBlackPixel ? '#' : color == kRed ? 'r' : '?';
     }
     /// The pixels from (x, y) to the right, or downwards.
     std::string Letters(int x, int y, bool isDown) const {
@@ -50,16 +48,22 @@ struct Canvas {
             for (int x = 0; x < buffer.width; ++x)
                 visit(x, y);
     }
-    bool GuardIsClean() const {
-        for (int y = 0; y < buffer.height; ++y)
-            if (At(buffer.width, y) != kWhitePixel || At(buffer.width + 1, y) != kWhitePixel)
-                return false;
-        return true;
-    }
 
     std::vector<std::uint32_t> memory;
     PixelBuffer buffer;
     std::unique_ptr<Backend> backend;
 };
+
+/// What is drawn under a clip is what is drawn without one, and nothing outside of it.
+inline void ExpectCutAt(const RECT& clip, const Draw& draw) {
+    Canvas whole;
+    draw(*whole.backend);
+    Canvas cut;
+    cut.backend->SetClip(clip);
+    draw(*cut.backend);
+    cut.EachPixel([&](int x, int y) {
+        ASSERT_EQ(cut.Ink(x, y), CRect(clip).PtInRect({x, y}) ? whole.Ink(x, y) : 0) << x << "," << y;
+    });
+}
 
 } // namespace melkar

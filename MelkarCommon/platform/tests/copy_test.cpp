@@ -1,7 +1,7 @@
 // Copies between surfaces: of pictures loaded at another size, of records that can't stay records, and what a record
 // lets go of.
 
-#include <MelkarCommon/platform/scoped.h>
+#include <MelkarCommon/platform/tests/framed.h>
 #include <MelkarCommon/platform/tests/surface.h>
 #include <MelkarCommon/platform/tests/temp_workdir.h>
 
@@ -11,11 +11,26 @@
 
 namespace {
 
-void Fill(HDC surface, RECT r, COLORREF color) {
-    const melkar::ScopedPen none(surface, PS_NULL, 0, 0);
-    const melkar::ScopedBrush brush(surface, color);
-    Rectangle(surface, r.left, r.top, r.right, r.bottom);
-}
+void Fill(HDC surface, RECT r, COLORREF color) { DrawFramed(surface, r, color, color, 1); }
+
+/// A surface with a picture of black and white pixels in turn, loaded at a width from its file.
+class LoadedPicture : public Surface {
+public:
+    LoadedPicture(int pixels, int width)
+        : Surface(CreateCompatibleDC(nullptr)), m_picture(*this, Load(pixels, width)) {}
+
+private:
+    static HANDLE Load(int pixels, int width) {
+        const TempWorkdir work;
+        const Surface file(CreateMemorySurface(pixels, 1));
+        for (int x = 0; x < pixels; x += 2)
+            Fill(file, {x, 0, x + 1, 1}, RGB(0, 0, 0));
+        EXPECT_EQ(WritePng(file, "a.png"), 0);
+        return LoadImageA(nullptr, "a.png", IMAGE_BITMAP, width, 1, LR_LOADFROMFILE);
+    }
+
+    melkar::ScopedObject m_picture;
+};
 
 /// The first row: '.' white, '#' black, '?' anything else.
 std::string Row(HDC surface) {
@@ -27,30 +42,26 @@ std::string Row(HDC surface) {
 }
 
 TEST(Copies, MasksLoadedAtAnotherSizeKeepTheirEdge) {
-    const TempWorkdir work;
-    const std::string path = work.Path("bin/mask.png");
-    {
-        const Surface file(CreateMemorySurface(2, 1));
-        Fill(file, {0, 0, 1, 1}, RGB(0, 0, 0));
-        ASSERT_EQ(WritePng(file, path.c_str()), 0);
+    const LoadedPicture from(2, 7);
+    const auto copied = [&](DWORD operation) {
+        const Surface to(CreateMemorySurface(8, 1));
+        EXPECT_TRUE(BitBlt(to, 0, 0, 7, 1, from, 0, 0, operation));
+        return Row(to);
+    };
+    MoveToEx(from, 1, 1, nullptr); // draws nothing
+    EXPECT_EQ(copied(SRCCOPY), "##???...") << "smooth: 3 of 7 pixels lie between the centres";
+    EXPECT_EQ(copied(SRCAND), "###.....") << "the centre of the fourth lies on the second half";
+    Fill(from, {0, 0, 1, 1}, RGB(255, 255, 255));
+    EXPECT_EQ(copied(SRCAND).substr(0, 2), ".#") << "drawn on: it no longer is its file";
+}
+
+TEST(Copies, OfLoadedPicturesAreAsFineAsTheirFiles) {
+    const LoadedPicture from(8, 4);
+    for (const DWORD operation : {SRCCOPY, SRCAND}) {
+        const Surface to(CreateScaledSurface(4, 1, 2));
+        EXPECT_TRUE(BitBlt(to, 1, 0, 3, 1, from, 1, 0, operation));
+        EXPECT_EQ(Row(to), "..#.#.#.") << operation;
     }
-    const std::size_t alive = LiveObjectCount();
-    HANDLE mask = LoadImageA(nullptr, path.c_str(), IMAGE_BITMAP, 7, 1, LR_LOADFROMFILE);
-    {
-        const Surface from(CreateCompatibleDC(nullptr));
-        const melkar::ScopedObject selected(from, mask); // deletes it
-        const auto copied = [&](DWORD operation) {
-            const Surface to(CreateMemorySurface(8, 1));
-            EXPECT_TRUE(BitBlt(to, 0, 0, 7, 1, from, 0, 0, operation));
-            return Row(to);
-        };
-        MoveToEx(from, 1, 1, nullptr); // draws nothing
-        EXPECT_EQ(copied(SRCCOPY), "##???...") << "smooth: 3 of 7 pixels lie between the centres";
-        EXPECT_EQ(copied(SRCAND), "###.....") << "the centre of the fourth lies on the second half";
-        Fill(from, {0, 0, 1, 1}, RGB(255, 255, 255));
-        EXPECT_EQ(copied(SRCAND).substr(0, 2), ".#") << "drawn on: it no longer is its file";
-    }
-    EXPECT_EQ(LiveObjectCount(), alive);
 }
 
 TEST(Copies, RecordsArePlayedAtPixelsWhereTheyMustBe) {

@@ -51,7 +51,6 @@ void TalkToServer(std::string_view input) {
     ParseAddress(std::string(TakeLine(input)));
     const std::vector<std::string_view> answers = PartsOf(input, 3);
     HostileServer server([&answers](HostileTalk& talk, int client) {
-        talk.Take("\r\n\r\n");
         if (client == 2) {
             talk.Send("HTTP/1.1 100 Continue\r\n\r\n");
             talk.Take("%%EOF");

@@ -87,8 +87,7 @@ public:
 
     /// What the server tells of a job, as text; empty if it has no such job.
     std::string JobAttribute(int job, const char* name) const {
-        http_t* server =
-            httpConnect2("127.0.0.1", m_port, nullptr, AF_UNSPEC, HTTP_ENCRYPTION_IF_REQUESTED, 1, 2000, nullptr);
+        http_t* server = Connect();
         ipp_t* request = ippNewRequest(IPP_OP_GET_JOB_ATTRIBUTES);
         const std::string uri = "ipp://localhost/jobs/" + std::to_string(job);
         ippAddString(request, IPP_TAG_OPERATION, IPP_TAG_URI, "job-uri", nullptr, uri.c_str());
@@ -102,6 +101,10 @@ public:
     }
 
 private:
+    /// @return null if nobody answers within two seconds
+    http_t* Connect() const {
+        return httpConnect2("127.0.0.1", m_port, nullptr, AF_UNSPEC, HTTP_ENCRYPTION_IF_REQUESTED, 1, 2000, nullptr);
+    }
     std::string Host() const { return "127.0.0.1:" + std::to_string(m_port); }
 
     /// The server's children are of another user and have to get in.
@@ -129,8 +132,7 @@ private:
 
     void WaitUntilItAnswers() {
         for (int i = 0; i < 250; ++i) {
-            if (http_t* server = httpConnect2("127.0.0.1", m_port, nullptr, AF_UNSPEC, HTTP_ENCRYPTION_IF_REQUESTED, 1,
-                                              1000, nullptr))
+            if (http_t* server = Connect())
                 return httpClose(server);
             std::this_thread::sleep_for(std::chrono::milliseconds(20));
         }

@@ -1,9 +1,8 @@
-#include <MelkarCommon/platform/drawing.h>
 #include <MelkarCommon/platform/printing.h>
 #include <MelkarCommon/platform/printing/printer.h>
-#include <MelkarCommon/platform/surface.h>
 #include <MelkarCommon/platform/tests/framed.h>
 #include <MelkarCommon/platform/tests/hostile_server.h>
+#include <MelkarCommon/platform/tests/surface.h>
 #include <MelkarCommon/platform/tests/temp_workdir.h>
 #include <MelkarCommon/platform/tests/told.h>
 
@@ -41,8 +40,8 @@ DEVMODEA Settings(short paper, short orientation, short color) {
 }
 
 /// Prints pages with a red square at the top left.
-int PrintPages(HDC surface, int pages) {
-    EXPECT_GT(StartDocA(surface, &kJob), 0);
+int PrintPages(HDC surface, int pages, const DOCINFOA& job = kJob) {
+    EXPECT_GT(StartDocA(surface, &job), 0);
     for (int page = 0; page < pages; ++page) {
         EXPECT_GT(StartPage(surface), 0);
         DrawFramed(surface, {0, 0, 96, 96}, kRed, kRed, 1);
@@ -56,8 +55,8 @@ protected:
     ~Printing() override { EXPECT_EQ(LiveObjectCount(), m_liveBefore); }
     std::string Log() const { return m_told.Lines(); }
     bool IsThere(const char* name) const { return std::filesystem::exists(m_files.Path(name)); }
-    HDC Open(const std::string& printer, const DEVMODEA* settings = nullptr) {
-        return CreateDCA("WINSPOOL", printer.c_str(), nullptr, settings);
+    static Surface Open(const std::string& printer, const DEVMODEA* settings = nullptr) {
+        return Surface(CreateDCA("WINSPOOL", printer.c_str(), nullptr, settings));
     }
 
     Told m_told;
@@ -65,38 +64,24 @@ protected:
     std::size_t m_liveBefore = LiveObjectCount();
 };
 
-TEST_F(Printing, FilesHaveThePaperAndColorsOfTheSettings) {
+TEST_F(Printing, FilesHaveTitlePaperAndColors) {
     const DEVMODEA settings = Settings(DMPAPER_A5, DMORIENT_LANDSCAPE, DMCOLOR_MONOCHROME);
-    HDC surface = Open(m_files.Path("out.pdf"), &settings);
-    ASSERT_NE(surface, nullptr);
+    // The document, and a server's job, would refuse such a title, and the pages with it.
+    const std::string title = "R\xE9sum\xE9\n" + std::string(40000, 'x');
+    const Surface surface = Open(m_files.Path("out.pdf"), &settings);
     EXPECT_EQ(GetDeviceCaps(surface, HORZRES), 793) << "210 mm at 96 an inch";
     EXPECT_EQ(GetDeviceCaps(surface, LOGPIXELSY), 96);
-    EXPECT_GT(PrintPages(surface, 2), 0);
-    EXPECT_TRUE(IsThere("out.pdf")) << "when the document ends, not when the surface goes";
-    EXPECT_TRUE(DeleteDC(surface));
+    EXPECT_GT(PrintPages(surface, 2, {20, title.c_str(), nullptr, nullptr, 1}), 0) << Log();
     ASSERT_EQ(std::system("pdfinfo ../out.pdf > ../info && pdftoppm -r 96 ../out.pdf ../page"), 0);
-    EXPECT_THAT(m_files.Read("info"), HasSubstr("Title:           Ovra"));
+    EXPECT_THAT(m_files.Read("info"), HasSubstr("Title:           Résumé " + std::string(246, 'x') + "\n"));
     EXPECT_THAT(m_files.Read("info"), HasSubstr("Pages:           2"));
     EXPECT_THAT(m_files.Read("info"), HasSubstr("595.276 x 419.528"));
     const std::string page = m_files.Read("page-2.ppm");
     EXPECT_EQ(page.substr(page.find("255\n") + 4, 3), "\x4C\x4C\x4C") << "red is as light as 76 of 255";
 }
 
-// The document, and a server's job, would refuse such a title, and the pages with it.
-TEST_F(Printing, TitlesAreMendedAndCut) {
-    const std::string title = "R\xE9sum\xE9\n" + std::string(40000, 'x');
-    const DOCINFOA job{20, title.c_str(), nullptr, nullptr, 1};
-    HDC surface = Open(m_files.Path("out.pdf"));
-    EXPECT_GT(StartDocA(surface, &job), 0);
-    EXPECT_GT(StartPage(surface), 0);
-    EXPECT_GT(EndDoc(surface), 0) << Log();
-    DeleteDC(surface);
-    ASSERT_EQ(std::system("pdfinfo ../out.pdf > ../info"), 0);
-    EXPECT_THAT(m_files.Read("info"), HasSubstr("Title:           Résumé " + std::string(246, 'x') + "\n"));
-}
-
 TEST_F(Printing, CallsOutOfTurnDoNothing) {
-    HDC surface = Open(m_files.Path("out.pdf"));
+    const HDC surface = CreateDCA("WINSPOOL", m_files.Path("out.pdf").c_str(), nullptr, nullptr);
     EXPECT_EQ(StartPage(surface), SP_ERROR) << "no document";
     EXPECT_EQ(EndDoc(surface), SP_ERROR);
     EXPECT_EQ(AbortDoc(surface), SP_ERROR);
@@ -138,9 +123,9 @@ TEST_F(Printing, CallsOutOfTurnDoNothing) {
 
 // A bitmap in place of the page under way would leave the document without what draws it.
 TEST_F(Printing, PrintersTakeNoBitmap) {
-    HDC surface = Open(m_files.Path("out.pdf"));
+    const Surface surface = Open(m_files.Path("out.pdf"));
     HBITMAP bitmap = CreateCompatibleBitmap(surface, 9, 9);
-    const HDC work = CreateCompatibleDC(nullptr);
+    const Surface work(CreateCompatibleDC(nullptr));
     const auto refuses = [&] {
         const HGDIOBJ stock = SelectObject(work, bitmap); // it is free
         SelectObject(work, stock);
@@ -153,8 +138,6 @@ TEST_F(Printing, PrintersTakeNoBitmap) {
     EXPECT_TRUE(refuses()) << "on a page";
     EXPECT_GT(EndPage(surface), 0);
     EXPECT_GT(EndDoc(surface), 0);
-    DeleteDC(work);
-    DeleteDC(surface);
     EXPECT_TRUE(DeleteObject(bitmap)) << "selected nowhere";
 }
 
@@ -171,8 +154,8 @@ protected:
 TEST_F(PrintingToServer, JobsTellWhatWasAsked) {
     const DEVMODEA settings = Settings(DMPAPER_A4, DMORIENT_LANDSCAPE, DMCOLOR_MONOCHROME);
     const DEVMODEA unknown = Settings(99, DMORIENT_PORTRAIT, DMCOLOR_COLOR);
-    HDC queue = Open("Test", &settings);
-    HDC address = Open(m_server.Address(), &unknown);
+    const Surface queue = Open("Test", &settings);
+    const Surface address = Open(m_server.Address(), &unknown);
     EXPECT_EQ(GetDeviceCaps(queue, HORZRES), 954) << "1122.5 - 72 - 96, the margins of A4 with borders";
     EXPECT_EQ(GetDeviceCaps(address, VERTRES), 960) << "1056 - 48 - 48, those of its own paper";
     EXPECT_GT(StartDocA(queue, &kJob), 0);
@@ -191,10 +174,8 @@ TEST_F(PrintingToServer, JobsTellWhatWasAsked) {
     EXPECT_EQ(m_server.JobAttribute(2, "print-color-mode"), "color");
     EXPECT_THAT(Log(), HasSubstr("no paper has the code 99"));
     EXPECT_THAT(Log(), Not(HasSubstr("taken, but"))) << "the server does all that was asked";
-    EXPECT_EQ(Open("NoSuchQueue"), nullptr);
+    EXPECT_EQ(HDC{Open("NoSuchQueue")}, nullptr);
     EXPECT_THAT(Log(), HasSubstr("printer [NoSuchQueue]: "));
-    DeleteDC(queue);
-    DeleteDC(address);
     EXPECT_TRUE(LeftNothing());
 }
 
@@ -212,7 +193,6 @@ TEST_F(PrintingToServer, TheServerGetsEveryByte) {
 TEST_F(PrintingToServer, ServersThatGoAwayLeaveNothingBehind) {
     std::atomic<bool> leftNothing = false; // of the document, which is private, should the process be killed now
     const HostileServer printer([&](HostileTalk& talk, int client) {
-        talk.Take("\r\n\r\n");
         if (client == 1)
             talk.Answer(IppAnswerOf(0));
         else
@@ -224,14 +204,13 @@ TEST_F(PrintingToServer, ServersThatGoAwayLeaveNothingBehind) {
     EXPECT_TRUE(leftNothing);
     EXPECT_THAT(Log(), HasSubstr("printer [" + printer.Address() + "]: "));
     job.reset();
-    HDC surface = Open("Test");
+    const Surface surface = Open("Test");
     EXPECT_GT(StartDocA(surface, &kJob), 0);
     StartPage(surface);
     m_server.Stop();
     EXPECT_EQ(EndDoc(surface), SP_ERROR);
     EXPECT_THAT(Log(), HasSubstr("printer [Test]: no print server at 127.0.0.1"));
     EXPECT_TRUE(LeftNothing());
-    DeleteDC(surface);
 }
 
 // A password is never asked for; this machine's server believes the system who prints.
@@ -241,11 +220,9 @@ TEST_F(Printing, OnlyTheServerOfThisMachineKnowsWhoPrints) {
     for (const std::string& name : {server.Address(), server.Address("ipps"), std::string("Test")}) {
         const bool isHere = name == "Test";
         cupsSetServer(isHere ? server.Socket().c_str() : nullptr);
-        HDC surface = Open(name);
-        ASSERT_NE(surface, nullptr) << name;
+        const Surface surface = Open(name);
         EXPECT_EQ(PrintPages(surface, 1), isHere ? 1 : SP_ERROR) << name;
         EXPECT_EQ(Log().find("[" + name + "]: the server wants a password") == std::string::npos, isHere) << name;
-        DeleteDC(surface);
     }
     EXPECT_EQ(server.JobAttribute(1, "job-name"), "Ovra");
 }

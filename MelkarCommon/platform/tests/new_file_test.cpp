@@ -46,6 +46,15 @@ protected:
         file->Write("new", 3);
         return file->Commit();
     }
+    /// A process that does this and no more. @return its number, which nobody has from now on, and how it ended
+    template <class Do> static std::pair<pid_t, int> Fork(const Do& call) {
+        const pid_t child = fork();
+        if (child == 0)
+            _exit(call());
+        int status = -1;
+        waitpid(child, &status, 0);
+        return {child, status};
+    }
     unsigned ModeOf(const std::string& name) const {
         struct stat status {};
         lstat(work.Path(name).c_str(), &status);
@@ -118,14 +127,11 @@ TEST_F(NewFiles, OnAFullDiskLeaveWhatIsThere) {
 TEST_F(NewFiles, LeaveWhatTheCallerMayNotWrite) {
     work.Write("conf/theirs", "former");
     chmod(work.Path("conf/theirs").c_str(), 0444);
-    const pid_t child = fork();
-    if (child == 0) { // nobody, in a folder where anybody may make files
+    const auto [child, status] = Fork([this] { // nobody, in a folder where anybody may make files
         chmod(work.Path("conf").c_str(), 0777);
         chmod(work.Path(".").c_str(), 0755);
-        _exit(geteuid() == 0 && setuid(65534) != 0 ? 99 : Write("conf/theirs"));
-    }
-    int status = -1;
-    waitpid(child, &status, 0);
+        return geteuid() == 0 && setuid(65534) != 0 ? 99 : Write("conf/theirs");
+    });
     EXPECT_EQ(WEXITSTATUS(status), EACCES);
     EXPECT_EQ(work.Read("conf/theirs"), "former");
 }
@@ -135,14 +141,11 @@ TEST_F(NewFiles, GoWithTheirProcess) {
     if (nameless < 0)
         GTEST_SKIP() << "this file system has no files without a name";
     close(nameless);
-    const pid_t child = fork();
-    if (child == 0) {
+    const auto [child, status] = Fork([this] {
         const auto file = NewFile::Create(work.Path("conf/picture"));
         file->Write("half", 4);
-        kill(getpid(), SIGKILL);
-    }
-    int status = -1;
-    waitpid(child, &status, 0);
+        return kill(getpid(), SIGKILL);
+    });
     EXPECT_TRUE(WIFSIGNALED(status));
     EXPECT_THAT(Entries(), UnorderedElementsAre());
 }
@@ -160,11 +163,7 @@ TEST_F(NewFiles, AreOnTheDiskBeforeTheyTakeTheirName) {
 }
 
 TEST_F(NewFiles, SweepWhatTheDeadLeft) {
-    const pid_t child = fork();
-    if (child == 0)
-        _exit(0);
-    waitpid(child, nullptr, 0); // from now on nobody has its number
-    const std::string dead = std::to_string(child);
+    const std::string dead = std::to_string(Fork([] { return 0; }).first);
     const std::string alive = std::to_string(getpid());
     const auto hourAgo = std::filesystem::file_time_type::clock::now() - std::chrono::hours(1);
     for (const std::string& name : {"a.png." + dead + ".0.new", "a.png." + alive + ".0.new", "b.png." + dead + ".0.new",

@@ -154,15 +154,11 @@ TEST_F(NoMemory, DrawsTheNextFigure) {
 }
 
 TEST_F(NoMemory, LeavesNoFileOfAPageThatLacksSomething) {
-    const std::pair<const char*, std::function<HDC()>> makers[] = {
-        {"SVG", [] { return CreatePageSurface("page", PageFormat::Svg, 64, 64, 96); }},
-        {"PDF", [] { return CreatePageSurface("page", PageFormat::Pdf, 64, 64, 96); }},
-    };
-    for (const auto& [kind, make] : makers)
+    for (const PageFormat format : {PageFormat::Svg, PageFormat::Pdf})
         for (const auto& [what, call] : std::span(m_calls).first(12)) { // the others are refused on a page
-            SCOPED_TRACE(std::string(what) + " on " + kind);
-            UntilDone(what, [&, &make = make, &call = call](long room) {
-                const HDC page = make();
+            SCOPED_TRACE(std::string(what) + (format == PageFormat::Pdf ? " on PDF" : " on SVG"));
+            UntilDone(what, [&, &call = call](long room) {
+                const HDC page = CreatePageSurface("page", format, 64, 64, 96);
                 Prepare(page);
                 const bool isDone = With(room, [&] { return call(page); });
                 EXPECT_EQ(DeleteDC(page), isDone) << room;

@@ -127,7 +127,10 @@ TEST(Drafts, LookAsIfTheyHadBeenPixels) {
         {"lines that wait, with their picture",
          [](HDC work, HDC screen) {
              DrawLines(work);
-             { const melkar::ScopedObject other(work, CreateCompatibleBitmap(screen, 1, 1)); }
+             {
+                 const melkar::ScopedObject other(work, CreateCompatibleBitmap(screen, 1, 1));
+                 GetPixels(work); // looks at the other one: the lines are not of that
+             }
              Copy(work, screen, 5, 5);
          }},
         {"lines that wait, below a copy",

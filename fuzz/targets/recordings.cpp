@@ -25,9 +25,11 @@ std::string RecordOf(std::string_view input, bool isCopied) {
     Desk desk;
     const HDC record = desk.Of('r');
     desk.Choose('r');
+    const HBITMAP bitmap = CreateCompatibleBitmap(record, kSide, kSide);
+    desk.Keep(bitmap); // in both cases: a desk keeps so many objects, and what it doesn't keep isn't selected
     if (isCopied) {
         desk.ChooseCompatible();
-        desk.Use(CreateCompatibleBitmap(record, kSide, kSide));
+        SelectObject(desk.Top(), bitmap);
     }
     Run(desk, DrawingCalls(), input, kInside);
     if (isCopied)

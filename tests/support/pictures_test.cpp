@@ -1,3 +1,4 @@
+#include <MelkarCommon/platform/images/bitmap_head.h>
 #include <MelkarCommon/platform/tests/temp_workdir.h>
 
 #include <MelkarCommon/platform/drawing.h>
@@ -131,6 +132,10 @@ TEST_F(Pictures, NonsenseDrawsNothing) {
         const std::string path = m_files.Write("bin/cut.bmp", cut);
         EXPECT_EQ(DrawBMP(m_surface, CRect(0, 0, 9, 9), path.c_str(), SRCCOPY, 1, 0), 0) << cut.size();
     }
+    std::string colors = Bmp(1, 2, 8, Bytes(0xFF0000, 4), Bytes(0, 8));
+    EXPECT_FALSE(melkar::IsCutBitmap(m_files.Write("bin/colors.bmp", colors).c_str()));
+    colors.replace(46, 4, Bytes(0x27000000, 4)); // the loader would ask for 2.6 GB
+    EXPECT_TRUE(melkar::IsCutBitmap(m_files.Write("bin/colors.bmp", colors).c_str()));
     const std::string strip = m_files.Write("bin/strip.bmp", PlainBmp(30000, 1));
     EXPECT_EQ(DrawBMP(m_surface, CRect(0, 5, 30, 35), strip.c_str(), SRCCOPY, 1, 0), 6);
     EXPECT_EQ(PixelAt(5, 5), 0x00C800U);

@@ -20,6 +20,7 @@ constexpr std::size_t kHeight = 22;    ///< below 0: top row first
 constexpr std::size_t kBits = 28;      ///< per pixel, 2 bytes
 constexpr std::size_t kPacking = 30;   ///< 1 and 2: rows of runs
 constexpr std::size_t kBytesOfRows = 34;
+constexpr std::size_t kColors = 46; ///< that the table between heads and rows holds
 constexpr std::size_t kHeads = 54;
 
 // The oldest kind of second head, of whole pictures in as few as 30 bytes; its numbers have 2 bytes each.
@@ -60,6 +61,12 @@ double BytesOfRows(const Head& head) {
                        static_cast<std::int32_t>(Number(head, kHeight, 4)));
 }
 
+/// Of a table that pixels name their colours by. The loader asks for its memory before it reads it.
+double BytesOfColors(const Head& head) {
+    constexpr double kColor = 4;
+    return !IsOld(head) && Number(head, kBits, 2) <= 8 ? kColor * Number(head, kColors, 4) : 0;
+}
+
 } // namespace
 
 bool IsCutBitmap(const char* path) {
@@ -72,7 +79,8 @@ bool IsCutBitmap(const char* path) {
         return false;
     const std::size_t heads =
         IsOld(head) ? kOldHeads : std::max<std::size_t>(kHeads, kFirstHead + Number(head, kHeadSize, 4));
-    return size < static_cast<double>(heads) || size < Number(head, kRowsStart, 4) + BytesOfRows(head);
+    return size < static_cast<double>(heads) + BytesOfColors(head) ||
+           size < Number(head, kRowsStart, 4) + BytesOfRows(head);
 }
 
 } // namespace melkar

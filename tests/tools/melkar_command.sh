@@ -70,11 +70,19 @@ expect "a click outside"            0 '^no day$' "${week[@]}" --click=-5,9999
 expect "no data file"               1 '^melkar: 101: .*missing.csv' --data missing.csv -o kept.svg
 expect_file "no data file" 'former' kept.svg
 expect "no directory for a page"    1 '^melkar: .*nowhere' "${week[@]}" -o nowhere/a.svg
-mkdir hidden && touch hidden/libwebp.so.7 # found before the one of the system, and no library
-LD_LIBRARY_PATH=$work/hidden expect "no codec" 1 'a.webp: Can not access' "${week[@]}" -o a.webp
-LD_LIBRARY_PATH=$work/hidden expect "others need none" 0 '^$' "${week[@]}" -o a.png
+mkdir hidden # found before those of the system, and no libraries
+touch hidden/{libwebp.so.7,libgdk_pixbuf-2.0.so.0,libcups.so.2}
+# without WHY EXIT-CODE PATTERN ARGUMENT...: where the libraries are missing that are loaded when first needed.
+without() { LD_LIBRARY_PATH=$work/hidden says "$@"; }
+without "no codec"                  1 'a.webp: Can not access' draw bar --base app/bin --section BAR_WEEK "${week[@]}" -o a.webp
+without "no picture library"        1 '^melkar: 1200: ' draw image --base app/bin --section BAR_WEEK --data a.png -o i.png
+without "no print library"          1 'nothing was printed' report --base app/bin --header data/report-header.csv --data data \
+    --printer ipp://localhost/printers/a
+without "others need none"          0 '^$' draw bar --base app/bin --section BAR_WEEK "${week[@]}" -o a.png
 expect_file "no codec" 'RIFF' a.webp
-grep -q 'WebP file .*a.webp. not written' app/log/graph.log || fail "no codec" "the log doesn't tell"
+for line in 'WebP file .*a.webp. not written' 'picture file .*a.png. not read: ' 'printer .ipp:.* no print library: '; do
+    grep -q "$line" app/log/graph.log || fail "a library that isn't there" "the log doesn't tell: $line"
+done
 [[ -z $(find . -name '*.new') ]] || fail "failed pages" "a part is left behind"
 
 # expect_day WHY EXIT-CODE PATTERN ARGUMENT...: of a day of the weekly sample.

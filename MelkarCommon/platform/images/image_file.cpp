@@ -1,3 +1,5 @@
+#include <MelkarCommon/platform/files/late_library.h>
+#include <MelkarCommon/platform/files/log_sink.h>
 #include <MelkarCommon/platform/files/paths.h>
 #include <MelkarCommon/platform/images/bitmap_head.h>
 #include <MelkarCommon/platform/images/image_file.h>
@@ -19,6 +21,25 @@
 namespace melkar {
 
 namespace {
+
+/// Only who reads a picture file needs it.
+struct Decoder : LateLibrary {
+    Decoder() : LateLibrary("libgdk_pixbuf-2.0.so.0") {}
+
+    MELKAR_LATE(gdk_pixbuf_get_file_info);
+    MELKAR_LATE(gdk_pixbuf_get_has_alpha);
+    MELKAR_LATE(gdk_pixbuf_get_height);
+    MELKAR_LATE(gdk_pixbuf_get_n_channels);
+    MELKAR_LATE(gdk_pixbuf_get_rowstride);
+    MELKAR_LATE(gdk_pixbuf_get_width);
+    MELKAR_LATE(gdk_pixbuf_new_from_file);
+    MELKAR_LATE(gdk_pixbuf_read_pixels);
+};
+
+const Decoder& TheDecoder() {
+    static const Decoder decoder;
+    return decoder;
+}
 
 struct PixbufRelease {
     void operator()(GdkPixbuf* pixbuf) const { g_object_unref(pixbuf); }
@@ -54,10 +75,15 @@ PixbufPointer OpenPicture(const char* path) {
     int height = 0;
     if (!IsFileToLook(path) || !IsFormatWithHead(path) || IsCutBitmap(path))
         return nullptr;
-    if (gdk_pixbuf_get_file_info(path, &width, &height) == nullptr || !IsPictureSize(width, height) ||
+    const Decoder& decoder = TheDecoder();
+    if (!decoder.IsWhole()) {
+        Report(("picture file [" + std::string(path) + "] not read: " + decoder.Fault()).c_str());
+        return nullptr;
+    }
+    if (decoder.gdk_pixbuf_get_file_info(path, &width, &height) == nullptr || !IsPictureSize(width, height) ||
         std::int64_t{width} * height > kMostPixelsOfFile)
         return nullptr;
-    return PixbufPointer(gdk_pixbuf_new_from_file(path, nullptr));
+    return PixbufPointer(decoder.gdk_pixbuf_new_from_file(path, nullptr));
 }
 
 /// One row of a pixbuf: three or four bytes a pixel, transparent parts laid on white.
@@ -69,16 +95,17 @@ void ConvertRow(std::uint32_t* out, const guint8* bytes, int width, int channels
 }
 
 OwnPixels ToPixels(const GdkPixbuf* pixbuf) {
-    const int width = gdk_pixbuf_get_width(pixbuf);
-    const int height = gdk_pixbuf_get_height(pixbuf);
+    const Decoder& decoder = TheDecoder();
+    const int width = decoder.gdk_pixbuf_get_width(pixbuf);
+    const int height = decoder.gdk_pixbuf_get_height(pixbuf);
     OwnPixels picture(width, height);
     if (!picture.AreThere())
         return picture;
-    const guint8* bytes = gdk_pixbuf_read_pixels(pixbuf);
-    const auto rowBytes = static_cast<std::ptrdiff_t>(gdk_pixbuf_get_rowstride(pixbuf));
+    const guint8* bytes = decoder.gdk_pixbuf_read_pixels(pixbuf);
+    const auto rowBytes = static_cast<std::ptrdiff_t>(decoder.gdk_pixbuf_get_rowstride(pixbuf));
     for (int y = 0; y < height; ++y)
-        ConvertRow(PixelAt(picture.Buffer(), 0, y), bytes + y * rowBytes, width, gdk_pixbuf_get_n_channels(pixbuf),
-                   gdk_pixbuf_get_has_alpha(pixbuf) != 0);
+        ConvertRow(PixelAt(picture.Buffer(), 0, y), bytes + y * rowBytes, width,
+                   decoder.gdk_pixbuf_get_n_channels(pixbuf), decoder.gdk_pixbuf_get_has_alpha(pixbuf) != 0);
     return picture;
 }
 

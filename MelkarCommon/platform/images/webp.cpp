@@ -1,10 +1,10 @@
+#include <MelkarCommon/platform/files/late_library.h>
 #include <MelkarCommon/platform/files/new_file.h>
 #include <MelkarCommon/platform/images/encoders.h>
 #include <MelkarCommon/platform/seam/color.h>
 
 #include <algorithm>
 #include <cerrno>
-#include <dlfcn.h>
 #include <webp/encode.h>
 
 namespace melkar {
@@ -13,39 +13,16 @@ namespace {
 
 constexpr int kEffort = 6; ///< of 9: beyond it each per cent of size costs a multiple of the time
 
-/// The codec's functions, of a library that most processes never need: it is loaded with the first such picture, and
-/// where there is none, only these pictures fail.
-class Codec {
-public:
-    /// Null if there is no library, or one that isn't what its header promised.
-    static const Codec* Get() {
-        static const Codec codec;
-        return codec.m_isWhole ? &codec : nullptr;
-    }
+/// Only pictures of this format need it.
+struct Codec : LateLibrary {
+    Codec() : LateLibrary("libwebp.so.7") {}
 
-    decltype(WebPConfigInitInternal)* initConfig = nullptr;
-    decltype(WebPConfigLosslessPreset)* setLossless = nullptr;
-    decltype(WebPPictureInitInternal)* initPicture = nullptr;
-    decltype(WebPPictureAlloc)* allocate = nullptr;
-    decltype(WebPPictureFree)* release = nullptr;
-    decltype(WebPEncode)* encode = nullptr;
-
-private:
-    Codec() {
-        m_library = dlopen("libwebp.so.7", RTLD_NOW | RTLD_LOCAL);
-        m_isWhole = m_library != nullptr && Find(initConfig, "WebPConfigInitInternal") &&
-                    Find(setLossless, "WebPConfigLosslessPreset") && Find(initPicture, "WebPPictureInitInternal") &&
-                    Find(allocate, "WebPPictureAlloc") && Find(release, "WebPPictureFree") &&
-                    Find(encode, "WebPEncode");
-    }
-
-    template <class Function> bool Find(Function*& function, const char* name) {
-        function = reinterpret_cast<Function*>(dlsym(m_library, name));
-        return function != nullptr;
-    }
-
-    void* m_library = nullptr;
-    bool m_isWhole = false;
+    MELKAR_LATE(WebPConfigInitInternal);
+    MELKAR_LATE(WebPConfigLosslessPreset);
+    MELKAR_LATE(WebPPictureInitInternal);
+    MELKAR_LATE(WebPPictureAlloc);
+    MELKAR_LATE(WebPPictureFree);
+    MELKAR_LATE(WebPEncode);
 };
 
 int WriteBytes(const std::uint8_t* bytes, std::size_t count, const WebPPicture* picture) noexcept {
@@ -62,10 +39,10 @@ void CopyOpaque(const PixelBuffer& pixels, const WebPPicture& picture) {
 }
 
 int Encode(const Codec& codec, const WebPConfig& config, const PixelBuffer& pixels, WebPPicture& picture) {
-    if (codec.allocate(&picture) == 0)
+    if (codec.WebPPictureAlloc(&picture) == 0)
         return ENOMEM;
     CopyOpaque(pixels, picture);
-    return codec.encode(&config, &picture) != 0 ? 0 : ENOMEM;
+    return codec.WebPEncode(&config, &picture) != 0 ? 0 : ENOMEM;
 }
 
 } // namespace
@@ -73,19 +50,21 @@ int Encode(const Codec& codec, const WebPConfig& config, const PixelBuffer& pixe
 int WriteAsWebp(const PixelBuffer& pixels, NewFile& file) {
     if (pixels.width > WEBP_MAX_DIMENSION || pixels.height > WEBP_MAX_DIMENSION)
         return EFBIG;
-    const Codec* codec = Codec::Get();
+    static const Codec codec;
     WebPConfig config;
     WebPPicture picture;
-    if (codec == nullptr || codec->initConfig(&config, WEBP_PRESET_DEFAULT, 0, WEBP_ENCODER_ABI_VERSION) == 0 ||
-        codec->setLossless(&config, kEffort) == 0 || codec->initPicture(&picture, WEBP_ENCODER_ABI_VERSION) == 0)
+    if (!codec.IsWhole() ||
+        codec.WebPConfigInitInternal(&config, WEBP_PRESET_DEFAULT, 0, WEBP_ENCODER_ABI_VERSION) == 0 ||
+        codec.WebPConfigLosslessPreset(&config, kEffort) == 0 ||
+        codec.WebPPictureInitInternal(&picture, WEBP_ENCODER_ABI_VERSION) == 0)
         return ELIBACC;
     picture.use_argb = 1;
     picture.width = pixels.width;
     picture.height = pixels.height;
     picture.writer = WriteBytes;
     picture.custom_ptr = &file;
-    const int error = Encode(*codec, config, pixels, picture);
-    codec->release(&picture);
+    const int error = Encode(codec, config, pixels, picture);
+    codec.WebPPictureFree(&picture);
     return error;
 }
 

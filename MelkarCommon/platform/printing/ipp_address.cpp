@@ -2,7 +2,6 @@
 
 #include <array>
 #include <cstring>
-#include <cups/cups.h>
 
 namespace melkar {
 namespace {
@@ -11,8 +10,8 @@ std::optional<Address> ParseUri(const std::string& name) {
     std::array<char, HTTP_MAX_URI> scheme{}, user{}, host{}, resource{};
     int port = 0;
     const auto size = static_cast<int>(HTTP_MAX_URI);
-    if (httpSeparateURI(HTTP_URI_CODING_ALL, name.c_str(), scheme.data(), size, user.data(), size, host.data(), size,
-                        &port, resource.data(), size) < HTTP_URI_STATUS_OK)
+    if (Cups().httpSeparateURI(HTTP_URI_CODING_ALL, name.c_str(), scheme.data(), size, user.data(), size, host.data(),
+                               size, &port, resource.data(), size) < HTTP_URI_STATUS_OK)
         return std::nullopt;
     const bool isSecure = std::strcmp(scheme.data(), "ipps") == 0;
     return Address{
@@ -23,10 +22,11 @@ std::optional<Address> ParseUri(const std::string& name) {
 /// A queue of the server that CUPS knows: the one of CUPS_SERVER, or this machine's.
 std::optional<Address> ParseQueue(const std::string& name) {
     std::array<char, HTTP_MAX_URI> uri{};
-    if (httpAssembleURIf(HTTP_URI_CODING_ALL, uri.data(), static_cast<int>(uri.size()), "ipp", nullptr, "localhost", 0,
-                         "/printers/%s", name.c_str()) < HTTP_URI_STATUS_OK)
+    if (Cups().httpAssembleURIf(HTTP_URI_CODING_ALL, uri.data(), static_cast<int>(uri.size()), "ipp", nullptr,
+                                "localhost", 0, "/printers/%s", name.c_str()) < HTTP_URI_STATUS_OK)
         return std::nullopt;
-    return Address{name, cupsServer(), ippPort(), cupsEncryption(), "/printers/" + name, uri.data()};
+    return Address{name,      Cups().cupsServer(), Cups().ippPort(), Cups().cupsEncryption(), "/printers/" + name,
+                   uri.data()};
 }
 
 } // namespace

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <cups/http.h>
+#include <MelkarCommon/platform/printing/cups.h>
 
 #include <optional>
 #include <string>

@@ -8,7 +8,6 @@
 #include <atomic>
 #include <cerrno>
 #include <cstring>
-#include <cups/cups.h>
 #include <future>
 #include <sys/socket.h>
 #include <sys/stat.h>
@@ -24,7 +23,7 @@ struct Failure {
 };
 
 struct CloseHttp {
-    void operator()(http_t* server) const { httpClose(server); }
+    void operator()(http_t* server) const { Cups().httpClose(server); }
 };
 using Connection = std::unique_ptr<http_t, CloseHttp>;
 
@@ -60,34 +59,34 @@ public:
     /// end. The socket stays open as long as the connection is there, but for a handshake that fails.
     void Cut() {
         std::atomic_ref(m_cancel).store(1);
-        if (const int socket = httpGetFd(m_server); socket >= 0)
+        if (const int socket = Cups().httpGetFd(m_server); socket >= 0)
             shutdown(socket, SHUT_RDWR);
     }
 
 private:
     void Connect() {
-        if (httpReconnect2(m_server, MillisecondsUntil(m_deadline), &m_cancel) != 0)
+        if (Cups().httpReconnect2(m_server, MillisecondsUntil(m_deadline), &m_cancel) != 0)
             throw Failure{"no print server at " + m_address.host + ":" + std::to_string(m_address.port) + ": " +
                           WhyNot()};
     }
 
     /// CUPS has no words for a connection that was given up.
     static std::string WhyNot() {
-        const char* words = cupsLastErrorString();
+        const char* words = Cups().cupsLastErrorString();
         return words != nullptr ? words : "no connection";
     }
 
     /// Sends the request. @return what the server says to it: a number of its own choice, mostly an `HTTP_STATUS_...`
     int Post() {
         const char* resource = m_address.resource.c_str();
-        httpClearFields(m_server);
-        httpSetField(m_server, HTTP_FIELD_CONTENT_TYPE, "application/ipp");
-        if (const char* credentials = httpGetAuthString(m_server))
-            httpSetField(m_server, HTTP_FIELD_AUTHORIZATION, credentials);
-        httpSetLength(m_server, m_request.size() + DocumentSize());
+        Cups().httpClearFields(m_server);
+        Cups().httpSetField(m_server, HTTP_FIELD_CONTENT_TYPE, "application/ipp");
+        if (const char* credentials = Cups().httpGetAuthString(m_server))
+            Cups().httpSetField(m_server, HTTP_FIELD_AUTHORIZATION, credentials);
+        Cups().httpSetLength(m_server, m_request.size() + DocumentSize());
         if (m_document >= 0)
-            httpSetExpect(m_server, HTTP_STATUS_CONTINUE); // a refusal comes before the document goes
-        if (httpPost(m_server, resource) != 0)
+            Cups().httpSetExpect(m_server, HTTP_STATUS_CONTINUE); // a refusal comes before the document goes
+        if (Cups().httpPost(m_server, resource) != 0)
             throw Lost();
         Write(m_request.data(), m_request.size());
         if (m_document >= 0)
@@ -110,7 +109,7 @@ private:
         std::array<char, 65536> block{};
         lseek(m_document, 0, SEEK_SET);
         for (int patience = kPatience;; patience = 0) {
-            if (httpWait(m_server, std::min(patience, MillisecondsUntil(m_deadline))) != 0)
+            if (Cups().httpWait(m_server, std::min(patience, MillisecondsUntil(m_deadline))) != 0)
                 if (const int status = NextStatus(); status != HTTP_STATUS_CONTINUE)
                     return status;
             const ssize_t count = read(m_document, block.data(), block.size());
@@ -124,19 +123,19 @@ private:
 
     void Write(const char* bytes, std::size_t count) {
         while (count > 0) {
-            const ssize_t written = httpWrite2(m_server, bytes, count);
+            const ssize_t written = Cups().httpWrite2(m_server, bytes, count);
             if (written <= 0)
                 throw Lost();
             bytes += written;
             count -= static_cast<std::size_t>(written);
         }
-        if (httpFlushWrite(m_server) < 0)
+        if (Cups().httpFlushWrite(m_server) < 0)
             throw Lost();
     }
 
     int NextStatus() {
         constexpr int kMostInterim = 100;
-        const int status = httpUpdate(m_server);
+        const int status = Cups().httpUpdate(m_server);
         if (status == HTTP_STATUS_ERROR)
             throw Lost();
         if (status == HTTP_STATUS_CONTINUE && ++m_interim > kMostInterim)
@@ -147,8 +146,8 @@ private:
     std::string ReadAnswer() {
         std::array<char, 16384> block{};
         std::string answer;
-        while (httpGetState(m_server) != HTTP_STATE_WAITING) {
-            const ssize_t count = httpRead2(m_server, block.data(), block.size());
+        while (Cups().httpGetState(m_server) != HTTP_STATE_WAITING) {
+            const ssize_t count = Cups().httpRead2(m_server, block.data(), block.size());
             if (count < 0)
                 throw Lost();
             if (count == 0)
@@ -165,9 +164,9 @@ private:
         const auto refuse = [](const char*, http_t*, const char*, const char*, void*) noexcept -> const char* {
             return nullptr;
         };
-        cupsSetPasswordCB2(refuse, nullptr); // of this thread, which is about to end
-        return httpAddrFamily(httpGetAddress(m_server)) == AF_LOCAL &&
-               cupsDoAuthentication(m_server, "POST", m_address.resource.c_str()) == 0;
+        Cups().cupsSetPasswordCB2(refuse, nullptr); // of this thread, which is about to end
+        return Cups().httpAddrFamily(Cups().httpGetAddress(m_server)) == AF_LOCAL &&
+               Cups().cupsDoAuthentication(m_server, "POST", m_address.resource.c_str()) == 0;
     }
 
     static std::string RefusalOf(int status) {
@@ -179,11 +178,11 @@ private:
         if (status == HTTP_STATUS_UPGRADE_REQUIRED)
             return "the server wants encryption, as addresses that begin with ipps:// have it";
         return "the server says " + std::to_string(status) +
-               (status < kEnd ? std::string(" ") + httpStatus(static_cast<http_status_t>(status)) : "");
+               (status < kEnd ? std::string(" ") + Cups().httpStatus(static_cast<http_status_t>(status)) : "");
     }
 
     Failure Lost() const {
-        const int error = httpError(m_server);
+        const int error = Cups().httpError(m_server);
         return {error != 0 ? std::strerror(error) : "the connection was lost"};
     }
 
@@ -204,8 +203,8 @@ Connection Prepare(const Address& address, Clock::time_point deadline) {
     const Addresses addresses = LookUp(address.host, address.port, deadline);
     if (addresses == nullptr)
         return nullptr;
-    return Connection(httpConnect2(address.host.c_str(), address.port, addresses.get(), AF_UNSPEC, address.encryption,
-                                   kBlocking, kNotYet, nullptr));
+    return Connection(Cups().httpConnect2(address.host.c_str(), address.port, addresses.get(), AF_UNSPEC,
+                                          address.encryption, kBlocking, kNotYet, nullptr));
 }
 
 /// The bytes of the answer.

@@ -42,15 +42,16 @@ std::string BytesOf(const Message& message) {
     std::string bytes;
     ipp_state_t state = IPP_STATE_IDLE;
     while (state != IPP_STATE_DATA && state != IPP_STATE_ERROR)
-        state = ippWriteIO(&bytes, Append, kBlocking, nullptr, message.get());
+        state = Cups().ippWriteIO(&bytes, Append, kBlocking, nullptr, message.get());
     return state == IPP_STATE_DATA ? bytes : std::string();
 }
 
 Message MessageOf(std::string_view bytes) {
     constexpr int kBlocking = 1;
-    Message message(ippNew());
+    Message message(Cups().ippNew());
     Source source{bytes, StackPosition()};
-    return ippReadIO(&source, Take, kBlocking, nullptr, message.get()) == IPP_STATE_DATA ? std::move(message) : nullptr;
+    return Cups().ippReadIO(&source, Take, kBlocking, nullptr, message.get()) == IPP_STATE_DATA ? std::move(message)
+                                                                                                : nullptr;
 }
 
 } // namespace melkar

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <cups/ipp.h>
+#include <MelkarCommon/platform/printing/cups.h>
 
 #include <memory>
 #include <string>
@@ -12,7 +12,7 @@
 namespace melkar {
 
 struct DeleteIpp {
-    void operator()(ipp_t* message) const { ippDelete(message); }
+    void operator()(ipp_t* message) const { Cups().ippDelete(message); }
 };
 using Message = std::unique_ptr<ipp_t, DeleteIpp>;
 

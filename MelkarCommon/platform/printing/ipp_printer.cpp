@@ -7,7 +7,6 @@
 #include <array>
 #include <cstdlib>
 #include <cstring>
-#include <cups/cups.h>
 #include <fcntl.h>
 #include <span>
 #include <sys/mman.h>
@@ -19,18 +18,19 @@ namespace melkar {
 namespace {
 
 Message MakeRequest(const Address& address, ipp_op_t operation) {
-    Message request(ippNewRequest(operation));
-    ippAddString(request.get(), IPP_TAG_OPERATION, IPP_TAG_URI, "printer-uri", nullptr, address.uri.c_str());
-    ippAddString(request.get(), IPP_TAG_OPERATION, IPP_TAG_NAME, "requesting-user-name", nullptr, cupsUser());
+    Message request(Cups().ippNewRequest(operation));
+    Cups().ippAddString(request.get(), IPP_TAG_OPERATION, IPP_TAG_URI, "printer-uri", nullptr, address.uri.c_str());
+    Cups().ippAddString(request.get(), IPP_TAG_OPERATION, IPP_TAG_NAME, "requesting-user-name", nullptr,
+                        Cups().cupsUser());
     return request;
 }
 
 void AddWanted(const Message& request, std::span<const char* const> names) {
-    ippAddStrings(request.get(), IPP_TAG_OPERATION, IPP_TAG_KEYWORD, "requested-attributes",
-                  static_cast<int>(names.size()), nullptr, names.data());
+    Cups().ippAddStrings(request.get(), IPP_TAG_OPERATION, IPP_TAG_KEYWORD, "requested-attributes",
+                         static_cast<int>(names.size()), nullptr, names.data());
 }
 
-bool IsDone(const Message& answer) { return ippGetStatusCode(answer.get()) <= IPP_STATUS_OK_EVENTS_COMPLETE; }
+bool IsDone(const Message& answer) { return Cups().ippGetStatusCode(answer.get()) <= IPP_STATUS_OK_EVENTS_COMPLETE; }
 
 /// A server's own words for the log.
 std::string WordsOf(const char* text) {
@@ -39,9 +39,9 @@ std::string WordsOf(const char* text) {
 }
 
 std::string RefusalOf(const Message& answer) {
-    const std::string code = ippErrorString(ippGetStatusCode(answer.get()));
-    ipp_attribute_t* message = ippFindAttribute(answer.get(), "status-message", IPP_TAG_TEXT);
-    return message != nullptr ? code + ": " + WordsOf(ippGetString(message, 0, nullptr)) : code;
+    const std::string code = Cups().ippErrorString(Cups().ippGetStatusCode(answer.get()));
+    ipp_attribute_t* message = Cups().ippFindAttribute(answer.get(), "status-message", IPP_TAG_TEXT);
+    return message != nullptr ? code + ": " + WordsOf(Cups().ippGetString(message, 0, nullptr)) : code;
 }
 
 /// The answer to a request; null, with a log line, if it failed. @param document a file to send along, -1 for none
@@ -56,8 +56,8 @@ Message Ask(const Address& address, const Message& request, int document, Clock:
 }
 
 const Paper* PaperOf(ipp_t* facts) {
-    ipp_attribute_t* media = ippFindAttribute(facts, "media-default", IPP_TAG_ZERO);
-    const char* name = media != nullptr ? ippGetString(media, 0, nullptr) : nullptr;
+    ipp_attribute_t* media = Cups().ippFindAttribute(facts, "media-default", IPP_TAG_ZERO);
+    const char* name = media != nullptr ? Cups().ippGetString(media, 0, nullptr) : nullptr;
     const Paper* paper = name != nullptr ? FindPaper(std::string_view(name)) : nullptr;
     return paper != nullptr ? paper : FindPaper(DMPAPER_A4);
 }
@@ -70,8 +70,8 @@ struct Medium {
 };
 
 int IntegerOf(ipp_t* collection, const char* name) {
-    ipp_attribute_t* found = ippFindAttribute(collection, name, IPP_TAG_INTEGER);
-    return found != nullptr ? ippGetInteger(found, 0) : 0;
+    ipp_attribute_t* found = Cups().ippFindAttribute(collection, name, IPP_TAG_INTEGER);
+    return found != nullptr ? Cups().ippGetInteger(found, 0) : 0;
 }
 
 /// A printer's word is not trusted further than three centimetres.
@@ -79,8 +79,8 @@ int MarginOf(ipp_t* medium, const char* name) { return std::clamp(IntegerOf(medi
 
 /// All zero for none.
 Medium MediumOf(ipp_t* medium) {
-    ipp_attribute_t* found = ippFindAttribute(medium, "media-size", IPP_TAG_BEGIN_COLLECTION);
-    ipp_t* size = ippGetCollection(found, 0);
+    ipp_attribute_t* found = Cups().ippFindAttribute(medium, "media-size", IPP_TAG_BEGIN_COLLECTION);
+    ipp_t* size = Cups().ippGetCollection(found, 0);
     return {IntegerOf(size, "x-dimension"),
             IntegerOf(size, "y-dimension"),
             {MarginOf(medium, "media-left-margin"), MarginOf(medium, "media-top-margin"),
@@ -89,12 +89,14 @@ Medium MediumOf(ipp_t* medium) {
 
 /// The printer's own sheet first, in any case; then those that lie in it and those that it can take, if it tells.
 std::vector<Medium> MediaOf(ipp_t* facts) {
-    const auto find = [facts](const char* name) { return ippFindAttribute(facts, name, IPP_TAG_BEGIN_COLLECTION); };
-    std::vector<Medium> media = {MediumOf(ippGetCollection(find("media-col-default"), 0))};
+    const auto find = [facts](const char* name) {
+        return Cups().ippFindAttribute(facts, name, IPP_TAG_BEGIN_COLLECTION);
+    };
+    std::vector<Medium> media = {MediumOf(Cups().ippGetCollection(find("media-col-default"), 0))};
     for (const char* name : {"media-col-ready", "media-col-database"}) {
         ipp_attribute_t* found = find(name);
-        for (int i = 0; i < ippGetCount(found); ++i)
-            media.push_back(MediumOf(ippGetCollection(found, i)));
+        for (int i = 0; i < Cups().ippGetCount(found); ++i)
+            media.push_back(MediumOf(Cups().ippGetCollection(found, i)));
     }
     return media;
 }
@@ -107,22 +109,22 @@ bool IsOf(const Medium& medium, const Paper& paper) {
 }
 
 bool IsColored(ipp_t* facts) {
-    ipp_attribute_t* modes = ippFindAttribute(facts, "print-color-mode-supported", IPP_TAG_KEYWORD);
-    return modes == nullptr || ippContainsString(modes, "color") != 0;
+    ipp_attribute_t* modes = Cups().ippFindAttribute(facts, "print-color-mode-supported", IPP_TAG_KEYWORD);
+    return modes == nullptr || Cups().ippContainsString(modes, "color") != 0;
 }
 
 Message PrintRequest(const Address& address, const JobTicket& ticket) {
     Message request = MakeRequest(address, IPP_OP_PRINT_JOB);
     ipp_t* ipp = request.get();
-    ippAddString(ipp, IPP_TAG_OPERATION, IPP_TAG_NAME, "job-name", nullptr, ticket.name.c_str());
-    ippAddString(ipp, IPP_TAG_OPERATION, IPP_TAG_MIMETYPE, "document-format", nullptr, "application/pdf");
-    ippAddString(ipp, IPP_TAG_JOB, IPP_TAG_KEYWORD, "media", nullptr, ticket.paper->media);
-    ippAddInteger(ipp, IPP_TAG_JOB, IPP_TAG_ENUM, "orientation-requested",
-                  ticket.isLandscape ? IPP_ORIENT_LANDSCAPE : IPP_ORIENT_PORTRAIT);
-    ippAddString(ipp, IPP_TAG_JOB, IPP_TAG_KEYWORD, "print-color-mode", nullptr,
-                 ticket.isColored ? "color" : "monochrome");
+    Cups().ippAddString(ipp, IPP_TAG_OPERATION, IPP_TAG_NAME, "job-name", nullptr, ticket.name.c_str());
+    Cups().ippAddString(ipp, IPP_TAG_OPERATION, IPP_TAG_MIMETYPE, "document-format", nullptr, "application/pdf");
+    Cups().ippAddString(ipp, IPP_TAG_JOB, IPP_TAG_KEYWORD, "media", nullptr, ticket.paper->media);
+    Cups().ippAddInteger(ipp, IPP_TAG_JOB, IPP_TAG_ENUM, "orientation-requested",
+                         ticket.isLandscape ? IPP_ORIENT_LANDSCAPE : IPP_ORIENT_PORTRAIT);
+    Cups().ippAddString(ipp, IPP_TAG_JOB, IPP_TAG_KEYWORD, "print-color-mode", nullptr,
+                        ticket.isColored ? "color" : "monochrome");
     if (ticket.copies > 1)
-        ippAddInteger(ipp, IPP_TAG_JOB, IPP_TAG_INTEGER, "copies", ticket.copies);
+        Cups().ippAddInteger(ipp, IPP_TAG_JOB, IPP_TAG_INTEGER, "copies", ticket.copies);
     return request;
 }
 
@@ -156,11 +158,11 @@ struct JobNews {
 JobNews NewsOf(const Message& answer) {
     JobNews news;
     news.id = IntegerOf(answer.get(), "job-id");
-    if (ipp_attribute_t* state = ippFindAttribute(answer.get(), "job-state", IPP_TAG_ENUM))
-        news.state = ippGetInteger(state, 0);
+    if (ipp_attribute_t* state = Cups().ippFindAttribute(answer.get(), "job-state", IPP_TAG_ENUM))
+        news.state = Cups().ippGetInteger(state, 0);
     for (const char* name : {"job-state-message", "job-printer-state-message", "job-state-reasons"}) {
-        ipp_attribute_t* found = ippFindAttribute(answer.get(), name, IPP_TAG_ZERO);
-        if (const char* words = ippGetString(found, 0, nullptr); words != nullptr && *words != '\0')
+        ipp_attribute_t* found = Cups().ippFindAttribute(answer.get(), name, IPP_TAG_ZERO);
+        if (const char* words = Cups().ippGetString(found, 0, nullptr); words != nullptr && *words != '\0')
             news.words.append(news.words.empty() ? "" : "; ").append(WordsOf(words));
     }
     return news;
@@ -169,11 +171,11 @@ JobNews NewsOf(const Message& answer) {
 /// What it does of its own instead of what was asked for.
 void LogSubstitutions(const Address& address, const Message& answer) {
     std::string names;
-    for (ipp_attribute_t* attribute = ippFirstAttribute(answer.get()); attribute != nullptr;
-         attribute = ippNextAttribute(answer.get()))
-        if (ippGetGroupTag(attribute) == IPP_TAG_UNSUPPORTED_GROUP)
-            names.append(names.empty() ? "" : ", ").append(WordsOf(ippGetName(attribute)));
-    if (!names.empty() || ippGetStatusCode(answer.get()) != IPP_STATUS_OK)
+    for (ipp_attribute_t* attribute = Cups().ippFirstAttribute(answer.get()); attribute != nullptr;
+         attribute = Cups().ippNextAttribute(answer.get()))
+        if (Cups().ippGetGroupTag(attribute) == IPP_TAG_UNSUPPORTED_GROUP)
+            names.append(names.empty() ? "" : ", ").append(WordsOf(Cups().ippGetName(attribute)));
+    if (!names.empty() || Cups().ippGetStatusCode(answer.get()) != IPP_STATUS_OK)
         LogPrinter(address.name, "taken, but for " + (names.empty() ? "something that it doesn't name" : names));
 }
 
@@ -222,7 +224,7 @@ private:
         constexpr std::array kWanted = {"job-id", "job-state", "job-state-message", "job-printer-state-message",
                                         "job-state-reasons"};
         Message request = MakeRequest(m_address, IPP_OP_GET_JOB_ATTRIBUTES);
-        ippAddInteger(request.get(), IPP_TAG_OPERATION, IPP_TAG_INTEGER, "job-id", job);
+        Cups().ippAddInteger(request.get(), IPP_TAG_OPERATION, IPP_TAG_INTEGER, "job-id", job);
         AddWanted(request, kWanted);
         return request;
     }
@@ -263,6 +265,10 @@ private:
 std::unique_ptr<Printer> FindIppPrinter(const std::string& name, const IppLimits& limits) {
     constexpr std::array kWanted = {"media-default", "media-col-ready", "media-col-database", "media-col-default",
                                     "print-color-mode-supported"};
+    if (!Cups().IsWhole()) {
+        LogPrinter(name, "no print library: " + Cups().Fault());
+        return nullptr;
+    }
     const std::optional<Address> address = ParseAddress(name);
     if (!address) {
         LogPrinter(name, "not the name of a printer");

@@ -20,7 +20,7 @@ Addresses ToAddresses(const addrinfo* found) {
     }
     for (std::size_t i = 1; i < nodes.size(); ++i)
         nodes[i - 1].next = &nodes[i];
-    return Addresses(nodes.empty() ? nullptr : httpAddrCopyList(nodes.data()));
+    return Addresses(nodes.empty() ? nullptr : Cups().httpAddrCopyList(nodes.data()));
 }
 
 /// Takes as long as the resolver likes.
@@ -39,7 +39,7 @@ Addresses Resolve(const std::string& host, const std::string& service) {
 
 Addresses LookUp(const std::string& host, int port, std::chrono::steady_clock::time_point deadline) {
     if (host.starts_with('/'))
-        return Addresses(httpAddrGetList(host.c_str(), AF_UNSPEC, nullptr));
+        return Addresses(Cups().httpAddrGetList(host.c_str(), AF_UNSPEC, nullptr));
     std::packaged_task<Addresses()> ask([host, service = std::to_string(port)] { return Resolve(host, service); });
     std::future<Addresses> answer = ask.get_future();
     StartQuietly(std::move(ask)).detach(); // it may still be asking when nobody waits any longer

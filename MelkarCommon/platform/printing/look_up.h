@@ -1,7 +1,8 @@
 #pragma once
 
+#include <MelkarCommon/platform/printing/cups.h>
+
 #include <chrono>
-#include <cups/http.h>
 #include <memory>
 #include <string>
 
@@ -11,7 +12,7 @@
 namespace melkar {
 
 struct FreeAddresses {
-    void operator()(http_addrlist_t* addresses) const { httpAddrFreeList(addresses); }
+    void operator()(http_addrlist_t* addresses) const { Cups().httpAddrFreeList(addresses); }
 };
 using Addresses = std::unique_ptr<http_addrlist_t, FreeAddresses>;
 

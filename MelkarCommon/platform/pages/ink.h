@@ -18,26 +18,44 @@ Stroke OnPaper(const Stroke& stroke, int dpi);
 /// Slices reach as far as a pixel of a screen that shows the page as large as it is, a device unit at least.
 inline SliceReach ReachOnPaper(int dpi) { return {std::max(1.0, dpi / double{kScreenDpi}), true}; }
 
-/// Draws polylines through `draw(line, stroke)`. Solid ones wait for those that follow: what lies side by side is one
-/// outline.
+/// Draws through `draw(line, stroke)` and `draw(polygon, color)`. Solid polylines wait for those that follow, since
+/// what lies side by side is one outline, and a polygon for the line around it.
 class PaperPen {
 public:
+    /// What waits is drawn already.
+    void Fill(const PolygonShape& polygon, Color color) { m_fill = WaitingFill{polygon, color}; }
     template <class Draw>
     void Stroke(std::span<const POINT> points, const RECT& clip, const melkar::Stroke& stroke, const Draw& draw) {
         constexpr std::size_t kMostWaiting = 4096;
-        if (!stroke.IsSolid() || !(stroke == m_stroke) || m_waiting.size() >= kMostWaiting)
+        const bool goesOn = m_stroke.IsSolid() && stroke == m_stroke && m_waiting.size() < kMostWaiting;
+        if (!m_waiting.empty() && !goesOn)
             Lift(clip, draw);
         m_stroke = stroke;
         m_waiting.emplace_back(points.begin(), points.end());
     }
     /// Draws what waits, within the clip of its time: something else follows.
     template <class Draw> void Lift(const RECT& clip, const Draw& draw) {
-        const std::vector<std::vector<POINT>> lines = std::exchange(m_waiting, {});
+        const std::vector<std::vector<POINT>> waiting = std::exchange(m_waiting, {});
+        std::span lines(waiting);
+        if (const auto fill = std::exchange(m_fill, std::nullopt)) {
+            if (const auto outline = FilledOutline(fill->polygon, fill->color, lines, m_stroke)) {
+                draw(*outline, m_stroke);
+                lines = lines.subspan(1);
+            } else {
+                draw(fill->polygon, fill->color);
+            }
+        }
         for (const PaperLine& line : RowsOnPaper(lines, clip, m_stroke))
             draw(line, m_stroke);
     }
 
 private:
+    struct WaitingFill {
+        PolygonShape polygon;
+        Color color;
+    };
+
+    std::optional<WaitingFill> m_fill; ///< before the lines
     std::vector<std::vector<POINT>> m_waiting;
     melkar::Stroke m_stroke;
 };

@@ -211,7 +211,8 @@ private:
         const double middle = std::any_of(m_rows.begin(), m_rows.end(), isLevel) ? MiddleOf(stroke.width) : 0.5;
         const PointD back{middle + m_rows[0].shift.x * m_rows[0].copies, middle + m_rows[0].shift.y * m_rows[0].copies};
         PaperLine outline;
-        outline.isClosed = outline.isFilled = outline.hasRoundCorners = true;
+        outline.isClosed = outline.hasRoundCorners = true;
+        outline.filling = Filling{stroke.color};
         for (const POINT& corner : m_edge)
             outline.points.push_back({corner.x + middle, corner.y + middle});
         for (auto corner = m_edge.rbegin(); corner != m_edge.rend(); ++corner)
@@ -222,6 +223,22 @@ private:
     std::vector<Row> m_rows;
     std::vector<POINT> m_edge; ///< of the first lines
 };
+
+bool IsSamePath(std::span<const POINT> one, std::span<const POINT> other) {
+    return std::equal(one.begin(), one.end(), other.begin(), other.end(), IsSamePoint);
+}
+
+/// The end at `end` of a line that goes on at `other`, from the edge through `end` on. The first pixel belongs to the
+/// line, the last one doesn't.
+std::vector<PointD> EndOnEdge(POINT end, POINT other, double middle, double width, bool isFirst) {
+    const bool isLevel = end.y == other.y;
+    const double edge = EndOf(end, other, middle, isFirst).x;
+    const double x = isLevel ? edge + (other.x > end.x ? width : -width) / 2 : edge;
+    const PointD onEdge{x, static_cast<double>(end.y)};
+    if (!isLevel && !isFirst)
+        return {onEdge};
+    return {onEdge, {x, end.y + middle}};
+}
 
 } // namespace
 
@@ -258,6 +275,30 @@ std::vector<PaperLine> RowsOnPaper(std::span<const std::vector<POINT>> lines, co
     }
     finish();
     return paper;
+}
+
+std::optional<PaperLine> FilledOutline(const PolygonShape& polygon, Color color,
+                                       std::span<const std::vector<POINT>> lines, const Stroke& stroke) {
+    if (lines.empty() || stroke.drawn > 0 || stroke.width < 1)
+        return std::nullopt;
+    const std::vector<POINT> points = WithoutRepeats(lines[0]);
+    if (!IsSamePath(points, WithoutRepeats(polygon.points)) || points.size() < 3 ||
+        points.front().y != points.back().y || !AreNear(points))
+        return std::nullopt;
+    if (lines.size() > 1 && UnitBetween(lines[0], lines[1]))
+        return std::nullopt;
+    PaperLine line = PathOf(points, stroke);
+    line.filling = Filling{color, polygon.winding};
+    if (line.isClosed)
+        return line;
+    const double middle = line.points[1].y - points[1].y;
+    std::vector<PointD> path = EndOnEdge(points[0], points[1], middle, stroke.width, true);
+    const std::vector<PointD> end = EndOnEdge(points.back(), points[points.size() - 2], middle, stroke.width, false);
+    path.insert(path.end(), line.points.begin() + 1, line.points.end() - 1);
+    path.insert(path.end(), end.rbegin(), end.rend());
+    line.points = std::move(path);
+    line.hasRoundEnds = false;
+    return line;
 }
 
 } // namespace melkar

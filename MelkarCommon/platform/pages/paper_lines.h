@@ -11,6 +11,12 @@
 
 namespace melkar {
 
+/// What a path encloses.
+struct Filling {
+    Color color;
+    bool winding = true; ///< non-zero winding instead of even-odd
+};
+
 /// A path to be stroked.
 struct PaperLine {
     std::vector<PointD> points;
@@ -18,7 +24,7 @@ struct PaperLine {
     bool isClosed = false;
     bool hasRoundCorners = false; ///< else whole ones
     bool hasRoundEnds = false;    ///< where it has no pattern; else cut off at the last points
-    bool isFilled = false;        ///< what it encloses, in the stroke's colour
+    std::optional<Filling> filling = std::nullopt;
 };
 
 /// What of a polyline, as `Backend::StrokePolyline` has it, is to be stroked to be seen within `clip`; the width is
@@ -29,5 +35,12 @@ std::vector<PaperLine> LinesOnPaper(std::span<const POINT> points, const RECT& c
 /// pale seams between them and ends like combs: a row of such lines is one outline, and so are rows that go on where
 /// the one before ends.
 std::vector<PaperLine> RowsOnPaper(std::span<const std::vector<POINT>> lines, const RECT& clip, const Stroke& stroke);
+
+/// A polygon and the line around it, the first of `lines`, as one path that fills and strokes: points are most of what
+/// such a page costs. The polygon's edge lies under the middle of the line instead of half a unit beside it, which
+/// can't be seen below a line a unit wide; only where no line closes the polygon it stays where it is. Nothing if the
+/// line goes elsewhere, isn't closed by a level edge, or is one of several that lie side by side.
+std::optional<PaperLine> FilledOutline(const PolygonShape& polygon, Color color,
+                                       std::span<const std::vector<POINT>> lines, const Stroke& stroke);
 
 } // namespace melkar

@@ -142,7 +142,11 @@ public:
     void SetClip(const RECT& clip) override;
     void FillRect(const RECT& rect, Color color) override;
     void FillShape(const Shape& shape, Color color) override {
-        if (Shows())
+        if (!Shows())
+            return;
+        if (const auto* polygon = std::get_if<PolygonShape>(&shape))
+            m_pen.Fill(*polygon, color);
+        else
             FillShapeOn(Cr(), m_clip, shape, color, ReachOnPaper(m_dpi));
     }
     void StrokeShape(const Shape& shape, const Stroke& stroke) override {
@@ -169,7 +173,14 @@ private:
     }
     void BeginPicture();
     void EndPicture();
-    void FinishLines();
+    /// What the pen draws with.
+    auto Ink() {
+        return Overloaded{
+            [this](const PaperLine& line, const Stroke& stroke) { StrokeLine(line, stroke); },
+            [this](const PolygonShape& polygon, Color color) { FillShapeOn(Cr(), m_clip, polygon, color); },
+        };
+    }
+    void FinishLines() { m_pen.Lift(m_clip, Ink()); }
     void StrokeLine(const PaperLine& line, const Stroke& stroke);
     void ClipTo(const RECT& clip) {
         if (m_isWholeSheet && clip.left <= 0 && clip.top <= 0 && clip.right >= m_room.right &&
@@ -280,23 +291,19 @@ void PdfBackend::FillRect(const RECT& rect, Color color) {
 void PdfBackend::StrokePolyline(std::span<const POINT> points, const Stroke& stroke) {
     if (IsEmptyRect(m_clip))
         return;
-    m_pen.Stroke(points, m_clip, OnPaper(stroke, m_dpi),
-                 [this](const PaperLine& line, const Stroke& printed) { StrokeLine(line, printed); });
+    m_pen.Stroke(points, m_clip, OnPaper(stroke, m_dpi), Ink());
 }
 
 void PdfBackend::StrokeLine(const PaperLine& line, const Stroke& stroke) {
     Count();
     Trace(Cr(), line);
-    if (line.isFilled) {
-        SetSourceColor(Cr(), stroke.color);
+    if (line.filling) {
+        SetSourceColor(Cr(), line.filling->color);
+        cairo_set_fill_rule(Cr(), line.filling->winding ? CAIRO_FILL_RULE_WINDING : CAIRO_FILL_RULE_EVEN_ODD);
         cairo_fill_preserve(Cr());
     }
     StrokePath(Cr(), stroke, line.phase);
     cairo_set_line_join(Cr(), CAIRO_LINE_JOIN_ROUND);
-}
-
-void PdfBackend::FinishLines() {
-    m_pen.Lift(m_clip, [this](const PaperLine& line, const Stroke& printed) { StrokeLine(line, printed); });
 }
 
 void PdfBackend::PaintText(const std::shared_ptr<const TextLayout>& layout, std::size_t line, POINT at, int escapement,

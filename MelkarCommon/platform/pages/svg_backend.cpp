@@ -51,7 +51,16 @@ private:
     void OpenPolygon(std::span<const PointD> corners);
     bool OpenShape(const Shape& shape, double margin, const SliceReach& reach);
 
-    void FinishLines();
+    /// What the pen draws with.
+    auto Ink() {
+        return Overloaded{
+            [this](const PaperLine& line, const Stroke& stroke) { StrokeLine(line, stroke); },
+            [this](const PolygonShape& polygon, Color color) { WriteShape(polygon, color); },
+        };
+    }
+    void FinishLines() { m_pen.Lift(m_clip, Ink()); }
+    void WriteShape(const Shape& shape, Color color);
+    void WriteFilling(const Filling& filling);
     void StrokeLine(const PaperLine& line, const Stroke& stroke);
     void WriteLine(const PaperLine& line);
     void WriteStroke(Color color, double width);
@@ -244,12 +253,17 @@ bool SvgBackend::OpenShape(const Shape& shape, double margin, const SliceReach& 
 
 void SvgBackend::FillShape(const Shape& shape, Color color) {
     FinishLines();
+    if (const auto* polygon = std::get_if<PolygonShape>(&shape))
+        m_pen.Fill(*polygon, color);
+    else
+        WriteShape(shape, color);
+}
+
+void SvgBackend::WriteShape(const Shape& shape, Color color) {
     if (!OpenShape(shape, 0, ReachOnPaper(m_dpi)))
         return;
-    m_words.Paint("fill", color);
     const auto* polygon = std::get_if<PolygonShape>(&shape);
-    if (polygon != nullptr && !polygon->winding)
-        m_words.Value("fill-rule", "evenodd");
+    WriteFilling({color, polygon == nullptr || polygon->winding});
     m_words.Raw("/>\n");
 }
 
@@ -261,6 +275,12 @@ void SvgBackend::StrokeShape(const Shape& shape, const Stroke& stroke) {
     m_words.Raw(" fill=\"none\"");
     WriteStroke(printed.color, printed.width);
     m_words.Raw(" stroke-linejoin=\"round\"/>\n");
+}
+
+void SvgBackend::WriteFilling(const Filling& filling) {
+    m_words.Paint("fill", filling.color);
+    if (!filling.winding)
+        m_words.Value("fill-rule", "evenodd");
 }
 
 void SvgBackend::WriteStroke(Color color, double width) {
@@ -285,7 +305,7 @@ void SvgBackend::WriteLine(const PaperLine& line) {
     }
     m_words.Raw(line.isClosed ? "<polygon points=\"" : "<polyline points=\"").Points(line.points);
     m_words.Raw("\"");
-    if (!line.isFilled)
+    if (!line.filling)
         m_words.Raw(" fill=\"none\"");
     if (line.hasRoundCorners)
         m_words.Raw(" stroke-linejoin=\"round\"");
@@ -303,8 +323,8 @@ void SvgBackend::StrokeLine(const PaperLine& line, const Stroke& stroke) {
     if (!isPatterned || stroke.gaps) {
         const Color color = isPatterned ? stroke.gapColor : stroke.color;
         WriteLine(line);
-        if (line.isFilled)
-            m_words.Paint("fill", color);
+        if (line.filling)
+            WriteFilling(*line.filling);
         WriteStroke(color, stroke.width);
         m_words.Raw(line.hasRoundEnds ? " stroke-linecap=\"round\"/>\n" : "/>\n");
     }
@@ -319,12 +339,7 @@ void SvgBackend::StrokeLine(const PaperLine& line, const Stroke& stroke) {
 }
 
 void SvgBackend::StrokePolyline(std::span<const POINT> points, const Stroke& stroke) {
-    m_pen.Stroke(points, m_clip, OnPaper(stroke, m_dpi),
-                 [this](const PaperLine& line, const Stroke& printed) { StrokeLine(line, printed); });
-}
-
-void SvgBackend::FinishLines() {
-    m_pen.Lift(m_clip, [this](const PaperLine& line, const Stroke& printed) { StrokeLine(line, printed); });
+    m_pen.Stroke(points, m_clip, OnPaper(stroke, m_dpi), Ink());
 }
 
 void SvgBackend::WriteTurn(POINT at, int escapement) {

@@ -144,6 +144,40 @@ TEST_F(Page, ARowIsDrawnBeforeWhatFollows) {
                                             HasSubstr("M10.5,21.5L"), "</svg>", HasSubstr("<rect x=\"1\"")));
 }
 
+TEST_F(Page, APolygonAndItsOutlineAreOneElement) {
+    using Points = std::vector<POINT>;
+    const Points hill{{10, 50}, {10, 20}, {40, 30}, {40, 50}};
+    const Points plain{{10, 50}, {20, 50}, {30, 20}, {40, 50}, {60, 50}};
+    const auto draw = [](const Points& polygon, const Points& line, int lines) {
+        return [=](Backend& b) {
+            b.FillShape(PolygonShape{polygon}, kBlue);
+            for (int i = 0; i < lines; ++i) {
+                Points moved = line;
+                for (POINT& point : moved)
+                    point.y += i;
+                b.StrokePolyline(moved, {});
+            }
+        };
+    };
+    const auto one = [](const std::string& points) {
+        return "<polyline points=\"" + points +
+               R"(" stroke-linejoin="round" fill="#0000ff" fill-rule="evenodd" stroke="#000000"/>)";
+    };
+    EXPECT_THAT(Elements(draw(hill, hill, 1)), ElementsAre(one("10.5,50 10.5,50.5 10.5,20.5 40.5,30.5 40.5,50")))
+        << "below it stays at 50; the line's first pixel is covered, its last isn't";
+    EXPECT_THAT(Elements(draw(plain, plain, 1)),
+                ElementsAre(one("10.5,50 10.5,50.5 20.5,50.5 30.5,20.5 40.5,50.5 59.5,50.5 59.5,50")));
+    const std::tuple<const char*, Points, int> apart[] = {
+        {"goes elsewhere", {{10, 50}, {10, 20}, {40, 30}, {41, 50}}, 1},
+        {"a thick one is an outline by itself", hill, 2},
+    };
+    for (const auto& [why, line, lines] : apart)
+        EXPECT_THAT(Elements(draw(hill, line, lines)).front(), HasSubstr("points=\"10,50 10,20 40,30 40,50\" fill"))
+            << why;
+    const Points slope{{10, 50}, {10, 20}, {40, 30}};
+    EXPECT_EQ(Elements(draw(slope, slope, 1)).size(), 2U) << "half a unit would show at its open edge";
+}
+
 TEST_F(Page, FillsStayInTheClip) {
     const auto fill = [](Backend& b) {
         b.SetClip({50, 60, 1000, 1000});

@@ -7,6 +7,7 @@
 #include <MelkarCommon/frame/text_limits.h>
 #include <MelkarCommon/platform/desktop.h>
 #include <MelkarCommon/platform/drawing.h>
+#include <MelkarCommon/platform/files/profile_snapshot.h>
 #include <MelkarCommon/platform/measures.h>
 #include <MelkarCommon/platform/scoped.h>
 #include <MelkarCommon/support/bounds.h>
@@ -61,6 +62,7 @@ CGraph::CGraph(HWND window, HDC dc, const char* section, HDC shared, HDC second,
     : m_hWnd(window), m_hDC(dc), m_Ini(GraphProfile()), m_strSection(section),
       m_Title("Title", 20, 0, "", 0, 0, 0, 0, 0, 0, 1, 0, 0, 0, 0), m_hGMemDC(shared), m_hGMemDCCir(second),
       m_hGMemDCBalloon(balloon) {
+    melkar::ForgetProfile(); // the classes of one object share a reading, two objects never
     CGraph::ReadIniFile(GraphProfile());
 }
 

@@ -15,8 +15,6 @@ namespace melkar {
 
 namespace {
 
-constexpr const char* kCommonSection = "COMMON";
-
 thread_local SharedProfile* g_shared = nullptr;
 
 bool IsTrue(const std::string* value) { return value && EqualNoCase(*value, "true"); }
@@ -38,22 +36,25 @@ SharedProfile::SharedProfile() : m_outer(std::exchange(g_shared, this)) {}
 
 SharedProfile::~SharedProfile() { g_shared = m_outer; }
 
+std::shared_ptr<const ProfileSnapshot> SharedProfile::Read(const std::string& ownSection) {
+    if (!m_file)
+        m_file = std::make_shared<const ProfileFile>(kGraphProfile);
+    if (!m_last || !m_last->IsOf(ownSection))
+        m_last = std::make_shared<const ProfileSnapshot>(*m_file, ownSection);
+    return m_last;
+}
+
 KeyReader::KeyReader(const char* path, const char* ownSection, const char* stem) : m_own(ownSection), m_stem(stem) {
     const char* file = path && *path ? path : kGraphProfile;
     const bool isShared = g_shared && std::string_view(file) == kGraphProfile;
-    if (isShared)
-        m_file = g_shared->m_file;
-    if (!m_file)
-        m_file = std::make_shared<const ProfileSnapshot>(file);
-    if (isShared)
-        g_shared->m_file = m_file;
+    m_file = isShared ? g_shared->Read(m_own) : ReadProfile(file, m_own);
 }
 
 const std::string* KeyReader::Find(const KeyInfo& key, int index) const {
     CString name(key.name);
     name.Replace("%d", std::to_string(index).c_str());
     name.Replace("%s", m_stem.c_str());
-    return m_file->Find(key.section == KeySection::Common ? kCommonSection : m_own.c_str(), name.View());
+    return key.section == KeySection::Common ? m_file->FindCommon(name.View()) : m_file->FindOwn(name.View());
 }
 
 CString KeyReader::Text(const KeyInfo& key, int index) const {
@@ -90,7 +91,7 @@ POINT KeyReader::Point(const KeyInfo& key) const {
 void KeyReader::LogWhatIsMissing() const {
     if (!m_file->IsRead())
         LogText(("can't read the profile " + m_file->Path() + "; section [" + m_own + "] is at its defaults").c_str());
-    else if (!m_file->HasSection(m_own))
+    else if (!m_file->HasOwn())
         LogText(("no section [" + m_own + "] in the profile " + m_file->Path()).c_str());
 }
 

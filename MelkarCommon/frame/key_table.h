@@ -50,6 +50,7 @@
 namespace melkar {
 
 class ProfileSnapshot;
+struct ProfileFile;
 
 /// Which section of the profile holds the key: the graph's own, or COMMON.
 enum class KeySection : std::uint8_t { Own, Common };
@@ -139,7 +140,10 @@ public:
 
 private:
     friend class KeyReader;
-    std::shared_ptr<const ProfileSnapshot> m_file;
+    MELKAR_LOCAL std::shared_ptr<const ProfileSnapshot> Read(const std::string& ownSection);
+
+    std::shared_ptr<const ProfileFile> m_file;
+    std::shared_ptr<const ProfileSnapshot> m_last;
     SharedProfile* m_outer;
 };
 

@@ -119,8 +119,8 @@ MELKAR_API std::size_t MissingFontCount();
 /// Gives back what this thread keeps for its next drawing, for hosts that are about to be idle; the next drawing makes
 /// it anew. Kept at most: 64 MiB of pixels in four buffers (those of the surfaces and bitmaps freed last), 8 MiB of
 /// placed texts and 8 MiB of their coverage, 64 fonts with their figures and what the font libraries keep with them,
-/// and the coverage of 64 discs. A thread that ends gives back all of it. Memory of handles is never given back, but
-/// used again.
+/// the coverage of 64 discs, 64 KiB of the profile read last. A thread that ends gives back all of it. Memory of
+/// handles is never given back, but used again.
 MELKAR_API void TrimMemory();
 
 /// What `SPI_GETWORKAREA` answers from now on, in the whole process; (0, 0, 1920, 1080) at the start.

@@ -15,10 +15,9 @@ namespace {
 
 constexpr const char* kMissing = "\1"; ///< no profile has it as a value
 
-void Compare(const ProfileSnapshot& snapshot, const char* path, const char* section, const char* key) {
+void Compare(const std::string* found, const char* path, const char* section, const char* key) {
     char value[10000];
     GetPrivateProfileStringA(section, key, kMissing, value, sizeof value, path);
-    const std::string* found = snapshot.Find(section, key);
     const std::string expected = found == nullptr ? kMissing : found->substr(0, sizeof value - 1);
     Require(std::string(expected.c_str()) == value, std::string("two readings of ") + key);
     Require(ProfileInt(found, 7) == GetPrivateProfileIntA(section, key, 7, path), std::string("two numbers of ") + key);
@@ -41,8 +40,8 @@ void ReadProfile(std::string_view input) {
     const std::string path = visit.Give("conf/graph.cnf", input);
     const std::string section = asked.substr(0, asked.find('.'));
     const std::string key = asked.substr(std::min(asked.size(), section.size() + 1));
-    const ProfileSnapshot snapshot(path.c_str());
-    Compare(snapshot, path.c_str(), section.c_str(), key.c_str());
+    const ProfileSnapshot snapshot(ProfileFile(path.c_str()), section);
+    Compare(snapshot.FindOwn(key), path.c_str(), section.c_str(), key.c_str());
     GetRGB(path.c_str(), section.c_str(), key.c_str());
     Require(GetRGBEx(path.c_str(), section.c_str(), key.c_str(), 9) <= 0xFFFFFF, "a colour has three channels");
     GetPOINT(path.c_str(), section.c_str(), key.c_str());
@@ -50,7 +49,9 @@ void ReadProfile(std::string_view input) {
     reader.LogWhatIsMissing();
     for (const ClassKeys& table : AllProfileKeys())
         for (const KeyInfo& row : table.keys) {
-            Compare(snapshot, path.c_str(), row.section == KeySection::Own ? section.c_str() : "COMMON", row.name);
+            const bool isOwn = row.section == KeySection::Own;
+            Compare(isOwn ? snapshot.FindOwn(row.name) : snapshot.FindCommon(row.name), path.c_str(),
+                    isOwn ? section.c_str() : "COMMON", row.name);
             ReadValue(reader, row);
         }
 }

@@ -1,5 +1,6 @@
 #include <MelkarCommon/platform/tests/temp_workdir.h>
 
+#include <MelkarCommon/frame/graph.h>
 #include <MelkarCommon/platform/files/profile_snapshot.h>
 #include <MelkarCommon/platform/profile.h>
 #include <MelkarCommon/support/ini_reader.h>
@@ -10,6 +11,7 @@
 
 namespace {
 
+using melkar::ProfileFile;
 using melkar::ProfileSnapshot;
 
 constexpr char kProfile[] = "\xEF\xBB\xBF"
@@ -32,10 +34,26 @@ TEST(Profile, WhatStandsInASection) {
     };
     const TempWorkdir work;
     const std::string path = work.Write("conf/p.cnf", kProfile);
-    const ProfileSnapshot snapshot(path.c_str());
     for (const auto& [section, key, value] : cases) {
-        const std::string* found = snapshot.Find(section, key);
+        const ProfileSnapshot snapshot(ProfileFile(path.c_str()), section);
+        const std::string* found = snapshot.FindOwn(key);
         EXPECT_EQ(found ? *found : "(none)", value) << key;
+    }
+}
+
+TEST(Profile, IsReadAgainOnlyIfItMayHaveChanged) {
+    constexpr const char* kOldFile = "/etc/passwd";
+    const auto first = melkar::ReadProfile(kOldFile, "A");
+    EXPECT_EQ(melkar::ReadProfile(kOldFile, "A"), first) << "the classes of one object";
+    const auto other = melkar::ReadProfile(kOldFile, "B");
+    EXPECT_NE(other, first) << "another section";
+    { const CGraph next(nullptr, nullptr, "A", nullptr, nullptr, nullptr); }
+    EXPECT_NE(melkar::ReadProfile(kOldFile, "B"), other) << "another object";
+
+    const TempWorkdir work;
+    for (const char* value : {"1", "2", "3"}) { // of the same size, perhaps within one tick of the file system's clock
+        const std::string path = work.Write("conf/p.cnf", std::string("[A]\nk=") + value);
+        EXPECT_EQ(*melkar::ReadProfile(path.c_str(), "A")->FindOwn("k"), value);
     }
 }
 

@@ -1,5 +1,6 @@
 #include <MelkarCommon/platform/calls/failing.h>
 #include <MelkarCommon/platform/drawing.h>
+#include <MelkarCommon/platform/files/profile_snapshot.h>
 #include <MelkarCommon/platform/geometry.h>
 #include <MelkarCommon/platform/images/encoders.h>
 #include <MelkarCommon/platform/measures.h>
@@ -108,6 +109,7 @@ std::size_t LiveObjectCount() { return CountOfAlive(); }
 std::size_t MissingFontCount() { return CountOfMissingFonts(); }
 
 void TrimMemory() {
+    ForgetProfile();
     TrimTexts();
     TrimDiscs();
     TrimPixels();

@@ -7,7 +7,11 @@
 
 #include <algorithm>
 #include <cstring>
+#include <ctime>
 #include <optional>
+#include <sys/stat.h>
+#include <tuple>
+#include <utility>
 
 namespace melkar {
 namespace {
@@ -96,41 +100,97 @@ std::optional<std::string> ReadKey(const char* path, const char* section, const 
     return value ? std::optional<std::string>(*value) : std::nullopt;
 }
 
-std::string Lower(std::string_view text) {
-    std::string lower(text);
-    std::transform(lower.begin(), lower.end(), lower.begin(), LowerAscii);
-    return lower;
+/// A file's state as the system tells it: two equal ones are of one file with the same contents if the first is old
+/// enough. What is written within the same tick of the clock may not change it.
+struct FileState {
+    bool IsSettled(const timespec& now) const {
+        constexpr std::time_t kLongestTick = 2; // seconds, of file systems of removable media
+        return changed.tv_sec < now.tv_sec - kLongestTick;
+    }
+    bool operator==(const FileState& other) const {
+        const auto all = [](const FileState& state) {
+            return std::tuple(state.device, state.number, state.size, state.changed.tv_sec, state.changed.tv_nsec,
+                              state.written.tv_sec, state.written.tv_nsec);
+        };
+        return all(*this) == all(other);
+    }
+
+    dev_t device;
+    ino_t number;
+    off_t size;
+    timespec changed; ///< contents or anything else: nobody can set it back
+    timespec written;
+};
+
+std::optional<FileState> StateOf(const char* path) {
+    struct stat status {};
+    if (stat(ResolvePath(path).c_str(), &status) != 0)
+        return std::nullopt;
+    return FileState{status.st_dev, status.st_ino, status.st_size, status.st_ctim, status.st_mtim};
 }
+
+/// Nothing for a file that isn't there, or may change without a trace.
+std::optional<FileState> SettledStateOf(const char* path) {
+    timespec now{};
+    clock_gettime(CLOCK_REALTIME, &now);
+    const std::optional<FileState> state = StateOf(path);
+    return state && state->IsSettled(now) ? state : std::nullopt;
+}
+
+constexpr std::size_t kMostKept = std::size_t{64} * 1024; ///< bytes of a reading
+
+struct LastReading {
+    std::optional<FileState> state; ///< from before it was read
+    std::shared_ptr<const ProfileSnapshot> snapshot;
+};
+thread_local LastReading g_last;
 
 } // namespace
 
-ProfileSnapshot::ProfileSnapshot(const char* path) : m_path(path ? path : ""), m_text(ReadWholeFile(path, &m_isRead)) {
-    std::string_view rest = WithoutByteOrderMark(m_text);
-    while (const auto section = TakeSection(rest))
-        m_sections.try_emplace(Lower(section->name), Section{section->body, {}}); // repeated ones add nothing
+ProfileFile::ProfileFile(const char* path) : path(path ? path : ""), bytes(ReadWholeFile(path, &isRead)) {}
+
+ProfileSnapshot::ProfileSnapshot(const ProfileFile& file, std::string_view ownSection)
+    : m_path(file.path), m_isRead(file.isRead), m_ownName(ownSection) {
+    ownSection = TrimBlanks(ownSection);
+    std::string_view rest = WithoutByteOrderMark(file.bytes);
+    while (!m_own.isThere || !m_common.isThere) { // repeated ones add nothing
+        const auto section = TakeSection(rest);
+        if (!section)
+            break;
+        if (EqualNoCase(section->name, ownSection))
+            m_own.Take(section->body);
+        if (EqualNoCase(section->name, kCommon))
+            m_common.Take(section->body);
+    }
 }
 
-bool ProfileSnapshot::HasSection(std::string_view section) const {
-    return m_sections.contains(Lower(TrimBlanks(section)));
+void ProfileSnapshot::Section::Take(std::string_view body) {
+    if (std::exchange(isThere, true))
+        return;
+    bytes = body.size();
+    while (!body.empty())
+        if (const auto entry = SplitLine(TakeLine(body)))
+            entries.push_back({std::string(entry->key), std::string(entry->value)});
 }
 
-void ProfileSnapshot::Section::Split() {
-    while (!unsplit.empty())
-        if (const auto entry = SplitLine(TakeLine(unsplit)))
-            entries.push_back({entry->key, std::string(entry->value)});
-}
-
-const std::string* ProfileSnapshot::Find(std::string_view section, std::string_view key) const {
-    const auto found = m_sections.find(Lower(TrimBlanks(section)));
-    if (found == m_sections.end())
-        return nullptr;
-    found->second.Split();
+const std::string* ProfileSnapshot::Section::Find(std::string_view key) const {
     key = TrimBlanks(key);
-    for (const Entry& entry : found->second.entries)
+    for (const Entry& entry : entries)
         if (EqualNoCase(entry.key, key))
             return &entry.value;
     return nullptr;
 }
+
+std::shared_ptr<const ProfileSnapshot> ReadProfile(const char* path, std::string_view ownSection) {
+    const std::optional<FileState> state = SettledStateOf(path);
+    if (state && g_last.state == state && g_last.snapshot->IsOf(ownSection) && g_last.snapshot->Path() == path)
+        return g_last.snapshot;
+    auto snapshot = std::make_shared<const ProfileSnapshot>(ProfileFile(path), ownSection);
+    g_last = state && snapshot->Size() <= kMostKept ? LastReading{state, snapshot} : LastReading();
+    return snapshot;
+}
+
+void ForgetProfile() { g_last = {}; }
 
 int ProfileInt(const std::string* value, int fallback) {
     return value && !value->empty() ? ParseInt(*value) : fallback;

@@ -1,8 +1,9 @@
 #pragma once
 
+#include <cstddef>
+#include <memory>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 /// @file
@@ -10,38 +11,60 @@
 
 namespace melkar {
 
-/// One profile file as it stood when it was read: for many reads in one pass. A section is taken apart
-/// when it is first asked for a key, so a snapshot serves one thread at a time.
+/// One profile file as it stood when it was read.
+struct ProfileFile {
+    /// Reads the whole file; a missing or unreadable one gives an empty text.
+    explicit ProfileFile(const char* path);
+
+    std::string path;
+    bool isRead = false; ///< false if the file couldn't be read
+    std::string bytes;
+};
+
+/// What a graph wants of a profile, for many reads: the section of its own and COMMON. Nothing is kept of the others,
+/// however many they are.
 class ProfileSnapshot {
 public:
-    /// Reads the whole file; a missing or unreadable one gives an empty snapshot.
-    explicit ProfileSnapshot(const char* path);
-    ProfileSnapshot(const ProfileSnapshot&) = delete;
-    ProfileSnapshot& operator=(const ProfileSnapshot&) = delete;
+    static constexpr std::string_view kCommon = "COMMON";
+
+    ProfileSnapshot(const ProfileFile& file, std::string_view ownSection);
 
     /// The value as it stands in the file, null if there is no such key. Valid as long as the snapshot.
-    const std::string* Find(std::string_view section, std::string_view key) const;
-    bool HasSection(std::string_view section) const;
-    bool IsRead() const { return m_isRead; } ///< false if the file couldn't be read
+    const std::string* FindOwn(std::string_view key) const { return m_own.Find(key); }
+    const std::string* FindCommon(std::string_view key) const { return m_common.Find(key); }
+    bool HasOwn() const { return m_own.isThere; }
+    bool IsOf(std::string_view ownSection) const { return m_ownName == ownSection; }
+    std::size_t Size() const { return m_own.bytes + m_common.bytes; } ///< of what was kept, bytes
+    bool IsRead() const { return m_isRead; }
     const std::string& Path() const { return m_path; }
 
 private:
     struct Entry {
-        std::string_view key;
+        std::string key;
         std::string value;
     };
     struct Section {
-        void Split();
+        void Take(std::string_view body);
+        const std::string* Find(std::string_view key) const;
 
-        std::string_view unsplit; ///< its lines, until it is first asked for a key
+        bool isThere = false;
+        std::size_t bytes = 0; ///< of its text
         std::vector<Entry> entries;
     };
 
     std::string m_path;
-    bool m_isRead = false;
-    std::string m_text;                                          ///< keys and sections point into it
-    mutable std::unordered_map<std::string, Section> m_sections; ///< by name in lower case
+    bool m_isRead;
+    std::string m_ownName;
+    Section m_own;
+    Section m_common;
 };
+
+/// Reads a profile, unless this thread's last such reading was of the same section and the file is as it was: the
+/// classes of one object read it once while the object is made.
+std::shared_ptr<const ProfileSnapshot> ReadProfile(const char* path, std::string_view ownSection);
+
+/// The next reading of this thread goes to the file.
+void ForgetProfile();
 
 /// The integer that a profile value stands for: leading blanks, a sign, decimal digits; what follows
 /// is ignored, a value without digits is 0, one beyond 32 bits becomes the nearest bound. An empty

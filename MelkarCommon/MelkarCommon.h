@@ -19,6 +19,7 @@
 #include <MelkarCommon/declarative/graph_base.h>
 #include <MelkarCommon/declarative/plot.h>
 #include <MelkarCommon/declarative/plot_graph.h>
+#include <MelkarCommon/frame/contents.h>
 #include <MelkarCommon/frame/cycle.h>
 #include <MelkarCommon/frame/data_file.h>
 #include <MelkarCommon/frame/data_table.h>
@@ -50,6 +51,7 @@
 #include <MelkarCommon/registry/data_reference.h>
 #include <MelkarCommon/registry/from_file.h>
 #include <MelkarCommon/registry/key_reference.h>
+#include <MelkarCommon/registry/shown_by.h>
 #include <MelkarCommon/reports/circadian_graph_header.h>
 #include <MelkarCommon/reports/graph_header.h>
 #include <MelkarCommon/reports/header_cells.h>

@@ -15,8 +15,6 @@
 using melkar::ScopedFont;
 using melkar::ScopedPen;
 
-namespace {} // namespace
-
 long CBarGraph::DrawCanvasMeasure() {
     const ScopedPen pen(m_hMemDC, PS_SOLID, 1, m_crPen);
     const ScopedFont font(m_hMemDC, ChartFont(m_nVMeasureSize));
@@ -72,14 +70,16 @@ void CBarGraph::DrawFigure(const CString& figure, const RECT& bar) {
         PaintText(figure, box, DT_SINGLELINE);
 }
 
+/// On its bar, the upmost one of a stack. A day of which the file says that it has no data has none.
+bool CBarGraph::IsFigureWritten(int day) const {
+    return m_bValueOnBar == 1 && m_oaBarRects[(day + 1) * SeriesCount() - 1] &&
+           !HasNoData(melkar::ToDayStatus(m_dwaStatus[day]));
+}
+
 long CBarGraph::DrawValueOnBar() {
-    if (m_bValueOnBar != 1)
-        return 0;
     const ScopedFont font(m_hMemDC, ChartFont(m_nValueSize));
-    for (int day = 0; day < Days(); ++day) {
-        const CObEntry bar = m_oaBarRects[(day + 1) * SeriesCount() - 1];
-        if (bar && !HasNoData(melkar::ToDayStatus(m_dwaStatus[day])))
-            DrawFigure(FigureText(day), *bar);
-    }
+    for (int day = 0; day < Days(); ++day)
+        if (IsFigureWritten(day))
+            DrawFigure(FigureText(day), *m_oaBarRects[(day + 1) * SeriesCount() - 1]);
     return 0;
 }

@@ -270,7 +270,8 @@ void CBarGraph::DrawPolyline(int day) {
     DrawLine(m_hMemDC, melkar::PeakOf(*m_oaBarRects[day - 1]), melkar::PeakOf(*m_oaBarRects[day]), nullptr);
 }
 
-COLORREF CBarGraph::BarColorOf(int day) const {
-    const bool reached = day < m_saTargets.GetSize() && FigureOf(day, 0) >= melkar::ToDouble(m_saTargets[day]);
-    return reached ? m_crBar2 : m_crBar;
+bool CBarGraph::HasReachedTarget(int day) const {
+    return day < m_saTargets.GetSize() && FigureOf(day, 0) >= melkar::ToDouble(m_saTargets[day]);
 }
+
+COLORREF CBarGraph::BarColorOf(int day) const { return HasReachedTarget(day) ? m_crBar2 : m_crBar; }

@@ -4,12 +4,18 @@
 #include <MelkarCommon/frame/graph.h>
 
 #include <functional>
+#include <optional>
+#include <vector>
 
 /// @file
 /// Bars of days.
 
 namespace melkar {
 struct ScalePixels;
+struct ShownAxis;
+struct ShownItem;
+struct ShownFigure;
+struct ShownSeries;
 } // namespace melkar
 
 /// One bar per day, or a stack of up to ten series per day, on a scale from the profile.
@@ -83,6 +89,7 @@ public:
     unsigned long GetBarColor2() const { return m_crBar2; }      ///< colour of bars at or above it
     /// The same, from the next `Draw` on.
     void SetBarColor2(unsigned long color) { m_crBar2 = static_cast<COLORREF>(color); }
+    melkar::Contents Shown() const;         ///< with an item for each day, also where a message stands in for them all
     static melkar::ClassKeys ProfileKeys(); ///< the keys that this class reads
     static melkar::DataTables DataFiles();  ///< the data file that it reads
     static constexpr int kMostSeries = 10;  ///< per day
@@ -205,9 +212,18 @@ private:
     MELKAR_LOCAL void DrawPlacedBars();
     MELKAR_LOCAL void PaintBar(int day, const CRect& bar);
     MELKAR_LOCAL void DrawPolyline(int day);
+    MELKAR_LOCAL bool HasReachedTarget(int day) const;
     MELKAR_LOCAL COLORREF BarColorOf(int day) const;
     MELKAR_LOCAL CString FigureText(int day) const;
     MELKAR_LOCAL CString BalloonText(int bar) const;
+    MELKAR_LOCAL CString BalloonLines(int bar) const;
+    MELKAR_LOCAL bool IsFigureWritten(int day) const;
+    MELKAR_LOCAL std::vector<std::optional<int>> TargetHeights() const;
+    MELKAR_LOCAL std::vector<melkar::ShownSeries> SeriesShown() const;
+    MELKAR_LOCAL melkar::ShownItem DayShown(int day) const;
+    MELKAR_LOCAL melkar::ShownFigure FigureShown(int day, int series) const;
+    MELKAR_LOCAL void AddTargetsTo(melkar::Contents& contents) const;
+    MELKAR_LOCAL void AddAverageTo(melkar::Contents& contents) const;
     MELKAR_LOCAL void DrawFigure(const CString& figure, const RECT& bar);
     MELKAR_LOCAL int HitTest(CPoint point, int enabled) const;
     MELKAR_LOCAL void DrawBalloon(CPoint pointer, int bar);

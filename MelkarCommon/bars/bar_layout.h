@@ -44,6 +44,12 @@ inline BarSpan BarOf(const CRect& canvas, int day, int days) {
     return {left, left + width};
 }
 
+constexpr int kThickTop = -2;   ///< first row of a thick line, from its height
+constexpr int kThickBottom = 1; ///< its last row
+
+/// The pixels of a thick line.
+constexpr CRect ThickLineBox(int left, int right, int y) { return {left, y + kThickTop, right, y + kThickBottom + 1}; }
+
 /// The middle of a bar's top.
 inline CPoint PeakOf(const RECT& bar) { return {(bar.left + bar.right) / 2, bar.top}; }
 

@@ -48,6 +48,11 @@ CString CBarGraph::BalloonText(int bar) const {
     return m_fnDayText ? m_fnDayText(bar / SeriesCount()) : m_saValues[bar];
 }
 
+/// All that a balloon says: the day, and the figure below it.
+CString CBarGraph::BalloonLines(int bar) const {
+    return Limited(m_saDates[bar / SeriesCount()] + "\n" + BalloonText(bar), melkar::kLabelBytes);
+}
+
 /// The day's date and what it says of itself or else the bar's own figure, above and right of the pointer. It may leave
 /// the graph.
 void CBarGraph::DrawBalloon(CPoint pointer, int bar) {
@@ -59,7 +64,7 @@ void CBarGraph::DrawBalloon(CPoint pointer, int bar) {
         return melkar::MeasureText(surface, line, DT_CALCRECT).Width();
     };
     const CRect start = melkar::BalloonStart(pointer, std::max(widthOf(date), widthOf(figure)));
-    const CString text = Limited(date + "\n" + figure, melkar::kLabelBytes);
+    const CString text = BalloonLines(bar);
     const auto balloon = melkar::BalloonOf(melkar::MeasureText(surface, text, DT_CALCRECT | DT_CENTER, start));
     DrawRectangle(surface, balloon.frame, m_crBalloon, m_crPen, 1);
     melkar::PaintText(surface, text, balloon.text, DT_CENTER);

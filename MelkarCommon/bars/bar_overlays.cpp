@@ -19,13 +19,11 @@ using melkar::ScopedPen;
 namespace {
 
 constexpr melkar::LegendSpacing kAverageLegend{5, melkar::kLineLegend.sample};
-constexpr int kTopRow = -2; ///< of a thick line, from its height
-constexpr int kBottomRow = 1;
 
 } // namespace
 
 void CBarGraph::DrawThickLine(int fromX, int toX, int y) {
-    for (int row = kTopRow; row <= kBottomRow; ++row)
+    for (int row = melkar::kThickTop; row <= melkar::kThickBottom; ++row)
         DrawLine(m_hMemDC, CPoint(fromX, y + row), CPoint(toX, y + row), nullptr);
 }
 
@@ -57,8 +55,8 @@ void CBarGraph::DrawTarget() {
     DrawTargetLine();
 }
 
-/// Row by row, so that the pattern of each runs on from day to day.
-void CBarGraph::DrawTargetLine() {
+/// Where the line of the target runs over each day; nowhere over days without a figure and off the scale.
+std::vector<std::optional<int>> CBarGraph::TargetHeights() const {
     const ScalePixels left = LeftScale();
     std::vector<std::optional<int>> heights(Days());
     for (int day = 0; day < Days() && day < m_saTargets.GetSize(); ++day) {
@@ -66,8 +64,13 @@ void CBarGraph::DrawTargetLine() {
         if (!m_saValues[day * SeriesCount()].IsEmpty() && left.scale.Holds(target))
             heights[day] = melkar::TargetY(left, target);
     }
-    const auto stretches = melkar::LevelStretches(m_rcCanvas, heights);
-    for (int row = kTopRow; row <= kBottomRow; ++row)
+    return heights;
+}
+
+/// Row by row, so that the pattern of each runs on from day to day.
+void CBarGraph::DrawTargetLine() {
+    const auto stretches = melkar::LevelStretches(m_rcCanvas, TargetHeights());
+    for (int row = melkar::kThickTop; row <= melkar::kThickBottom; ++row)
         for (const melkar::LevelStretch& stretch : stretches)
             DrawLine(m_hMemDC, CPoint(stretch.left, stretch.y + row), CPoint(stretch.right, stretch.y + row), nullptr);
 }

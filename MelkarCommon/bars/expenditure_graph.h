@@ -20,6 +20,7 @@ public:
     long Draw(CRect area, char* path) override;
     void DrawSecExs() override;             ///< the legend of the two parts, left of the target's
     virtual long DrawAverageIntake();       ///< band and label. @return 0
+    melkar::Contents Shown() const;         ///< the two parts by name, and the band of the intake
     static melkar::ClassKeys ProfileKeys(); ///< the keys that this class reads
     static melkar::DataTables DataFiles();  ///< the data file that it reads
 

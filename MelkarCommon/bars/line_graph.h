@@ -23,6 +23,7 @@ public:
     long DrawCanvasMeasure() override;
     int ResetGraphMeasure() override;       ///< both scales; the bottom of the right one stays
     virtual long DrawVLineAxsLabel();       ///< label of the right scale, reading downwards. @return 0
+    melkar::Contents Shown() const;         ///< the lines as series behind the bars
     static melkar::ClassKeys ProfileKeys(); ///< the keys that this class reads
     static constexpr int kMostLines = 10;   ///< per day
 
@@ -68,4 +69,5 @@ private:
     MELKAR_LOCAL const CString& LineValue(int day, int line) const;
     MELKAR_LOCAL bool HasDot(int day, int line) const;
     MELKAR_LOCAL void DrawDot(int day, int line);
+    MELKAR_LOCAL void AddLineTo(melkar::Contents& contents, int line) const;
 };

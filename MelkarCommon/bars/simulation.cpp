@@ -141,12 +141,17 @@ long CSimulation::ReadPlan(char* path) {
 long CSimulation::DrawWeightValue() {
     const ScopedPen pen(m_hMemDC, PS_SOLID, 1, m_crTargetWeight);
     for (int row = 0; row < m_saWeights.GetSize(); ++row) {
-        if (row > 0 && m_saWeightDates[row - 1].Compare(m_strWeightStart) > 0)
+        if (HasStroke(row))
             DrawTargetStroke(row);
         if (!m_saWeights[row].IsEmpty())
             DrawWeightSquare(row);
     }
     return 0;
+}
+
+/// Whether the plan's line leads from the row before to this one.
+bool CSimulation::HasStroke(int row) const {
+    return row > 0 && row < m_saWeights.GetSize() && m_saWeightDates[row - 1].Compare(m_strWeightStart) > 0;
 }
 
 /// Three pixels thick, from this row's target to that of the row before.

@@ -27,6 +27,7 @@ public:
     /// after an exception and for a left scale without a step.
     virtual long ReadWeightDataFile(char* path);
     long DrawWeightValue();                 ///< line and squares. @return 0
+    melkar::Contents Shown() const;         ///< plan and weights as series behind the bars
     static melkar::ClassKeys ProfileKeys(); ///< the keys that this class reads
     static melkar::DataTables DataFiles();  ///< the data file and the plan beside it
 
@@ -54,7 +55,9 @@ private:
     MELKAR_LOCAL long ReadPlan(char* path);
     MELKAR_LOCAL bool SetWeightScale(int highest, int lowest);
     MELKAR_LOCAL melkar::ScalePixels WeightScale() const;
+    MELKAR_LOCAL bool HasStroke(int row) const;
     MELKAR_LOCAL void DrawTargetStroke(int row);
+    MELKAR_LOCAL void AddRowTo(melkar::ShownItem& item, int row) const;
     MELKAR_LOCAL void DrawWeightSquare(int row);
     MELKAR_LOCAL void DrawLegendSquare(const CString& text, const melkar::LegendEntry& entry, COLORREF color);
 };

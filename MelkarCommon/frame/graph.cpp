@@ -205,7 +205,7 @@ void CGraph::DrawTitle() {
     SetBkMode(m_hMemDC, m_Title.m_nBkMode); // stays, and black with it: derived classes paint in them
     SetTextColor(m_hMemDC, m_Title.m_crColor);
     m_rcTitle = MeasureText(title, DT_CALCRECT | DT_SINGLELINE, m_rcTitle);
-    if (m_Title.m_crColor != m_crBase)
+    if (IsTitleShown())
         melkar::PaintTextAsSet(m_hMemDC, title, m_rcTitle, DT_SINGLELINE);
     SetTextColor(m_hMemDC, melkar::kBlack);
 }
@@ -233,7 +233,7 @@ long CGraph::DrawNoDataMessage() {
 }
 
 long CGraph::DrawExcludeMessage() {
-    if (m_bExclude && !m_bNoData && !m_bNoRecords)
+    if (IsExcludedShown())
         PaintMessage(m_strExcludeMessage, m_crExclude);
     return 0;
 }

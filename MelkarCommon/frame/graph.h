@@ -10,6 +10,7 @@
 #include <MelkarCommon/support/ini_reader.h>
 #include <MelkarCommon/support/text.h>
 
+#include <string>
 #include <vector>
 
 /// @file
@@ -17,6 +18,7 @@
 
 namespace melkar {
 struct ClassKeys;
+struct Contents;
 struct DataTable;
 using DataTables = std::vector<DataTable>;
 struct ScalePixels;
@@ -95,6 +97,16 @@ public:
     static int GetViewMode(int mode) { return mode % 100; }   ///< the view mode that a host's number holds
     static melkar::ClassKeys ProfileKeys();                   ///< the keys that this class reads, of every graph class
 
+    /// Whether a drawing has begun since the graph was made, so that there is something to tell of.
+    bool HasDrawn() const { return m_hMemDC != nullptr; }
+    /// Where the picture's corner lies on the surface that shows it; (0, 0) under direct output, whose picture lies
+    /// where it was drawn.
+    CPoint PictureOrigin() const { return m_bDirectOutput ? CPoint(0, 0) : CPoint(m_nOriginX, m_nOriginY); }
+    /// What the last drawing shows, areas counted from the picture's corner. A class that shows more has an operation
+    /// of the same name, which begins with that of its base, and a row in the catalogue that names it; ask
+    /// `melkar::ShownBy`.
+    melkar::Contents Shown() const;
+
 protected:
     static char* GraphProfile();                ///< "..\conf\graph.cnf", from which every constructor reads
     MELKAR_LOCAL static bool IsDesktopNarrow(); ///< on which some texts are smaller
@@ -127,7 +139,9 @@ protected:
     void DrawRightLabels(const std::vector<melkar::ScaleStep>& steps, int gap) const;
     /// The head of a text that fits a fixed room of `bytes`, cutting no character in two.
     CString Limited(const CString& text, int bytes) const;
-    int Days() const { return m_saDates.GetSize(); } ///< how many days there are
+    int Days() const { return m_saDates.GetSize(); }        ///< how many days there are
+    std::string Utf8(const CString& text) const;            ///< a text of the picture for `Shown`
+    std::string ShownMessage(const CString& message) const; ///< a message as it is painted, for `Shown`
 
     CString m_strNoRecordsMessage;  ///< shown if no day has records
     COLORREF m_crNoRecords = 0;     ///< its colour
@@ -199,6 +213,8 @@ private:
     MELKAR_LOCAL void FreeSurface();
     MELKAR_LOCAL void FillGraph();
     MELKAR_LOCAL void JudgeStatuses();
+    MELKAR_LOCAL bool IsTitleShown() const { return m_Title.m_crColor != m_crBase; }
+    MELKAR_LOCAL bool IsExcludedShown() const { return m_bExclude && !m_bNoData && !m_bNoRecords; }
     MELKAR_LOCAL void PaintMessage(const CString& message, COLORREF color);
     MELKAR_LOCAL HFONT PlainFont(int size, int escapement, int weight, const CString& face) const;
 

@@ -1,12 +1,14 @@
 #pragma once
 
 #include <MelkarCommon/api.h>
+#include <MelkarCommon/frame/contents.h>
 #include <MelkarCommon/frame/data_table.h>
 #include <MelkarCommon/frame/graph.h>
 #include <MelkarCommon/frame/key_table.h>
 
 #include <deque>
 #include <memory>
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -37,12 +39,26 @@ struct KindRow {
     std::unique_ptr<CGraph> (*make)(HWND window, HDC dc, const char* section, HDC shared, HDC second,
                                     HDC balloon) = nullptr;
     const char* keysOf = ""; ///< the kind whose keys it reads, if it has no profile of its own
+    /// What a graph of the class shows, `ContentsOf<Class>`; none of a graph of another class. Null for a class that
+    /// shows what its base does, and for what is no `CGraph`.
+    std::optional<Contents> (*shown)(const CGraph& graph) = nullptr;
 };
 
 /// A maker for a class with the usual constructor.
 template <class Graph>
 std::unique_ptr<CGraph> MakeGraph(HWND window, HDC dc, const char* section, HDC shared, HDC second, HDC balloon) {
     return std::make_unique<Graph>(window, dc, section, shared, second, balloon);
+}
+
+/// What a graph shows that is of a class, or derives from it, by the class's `Shown`; areas are those on the surface
+/// that shows the picture. None of any other graph.
+template <class Graph> std::optional<Contents> ContentsOf(const CGraph& graph) {
+    const auto* mine = dynamic_cast<const Graph*>(&graph);
+    if (!mine)
+        return std::nullopt;
+    Contents contents = mine->Shown();
+    MoveAreas(contents, graph.PictureOrigin().x, graph.PictureOrigin().y);
+    return contents;
 }
 
 /// The library's rows, then those of hosts in the order of their registration. A base stands before what derives from

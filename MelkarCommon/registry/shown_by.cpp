@@ -1,0 +1,28 @@
+#include <MelkarCommon/registry/shown_by.h>
+
+#include <MelkarCommon/circadian/weekly_circadian.h>
+#include <MelkarCommon/registry/catalogue.h>
+
+namespace melkar {
+
+/// A base stands before what derives from it, so the last row that takes the graph is nearest to it.
+Contents ShownBy(const CGraph& graph) {
+    const auto& rows = Catalogue();
+    for (auto row = rows.rbegin(); row != rows.rend(); ++row)
+        if (row->shown)
+            if (std::optional<Contents> contents = row->shown(graph)) {
+                contents->kind = row->kind;
+                return *std::move(contents);
+            }
+    return {};
+}
+
+std::vector<Contents> ShownBy(const CWeeklyCircadian& week) {
+    std::vector<Contents> sheets;
+    for (const CCircadianGraph& day : week.m_Day)
+        if (day.HasDrawn())
+            sheets.push_back(ShownBy(static_cast<const CGraph&>(day)));
+    return sheets;
+}
+
+} // namespace melkar

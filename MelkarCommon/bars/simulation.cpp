@@ -58,8 +58,8 @@ struct CSimulation::PlanColumns : melkar::Columns<CSimulation> {
         Figure<&G::m_saWeights>(1, "weight", "kg")
             .Means("as measured: a square; empty for none")
             .Example("75.2|74.6|74.9||73.1|72.4|71.2"),
-        Figure<&G::m_saTargetWeights>(2, "target", "kg")
-            .Means("of the plan: the line")
+        Figure<&G::m_saTargetWeights>(2, "plan", "kg")
+            .Means("target of the day: the line")
             .Needed()
             .Example("75|74.3|73.6|72.9|72.2|71.5|70.8"),
     };

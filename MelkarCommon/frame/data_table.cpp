@@ -4,7 +4,22 @@
 
 #include <cstdio>
 
-namespace melkar::detail {
+namespace melkar {
+
+std::vector<ColumnInfo> ColumnsFor(const DataTable& table, int series) {
+    std::vector<ColumnInfo> columns = table.columns;
+    const auto first = std::find_if(columns.begin(), columns.end(), [](const ColumnInfo& one) { return one.isSeries; });
+    if (first == columns.end())
+        return columns;
+    const int further = std::max(series, 1) - 1;
+    for (ColumnInfo& column : columns)
+        if (column.head == kEachRow && column.index > first->index)
+            column.index += further;
+    first->count += further;
+    return columns;
+}
+
+namespace detail {
 
 COLORREF ParseHexColor(const CString& text) {
     unsigned red = 0;
@@ -30,4 +45,6 @@ std::string ShowNumber(double value) {
     return text;
 }
 
-} // namespace melkar::detail
+} // namespace detail
+
+} // namespace melkar

@@ -397,6 +397,9 @@ struct DataTable {
 };
 using DataTables = std::vector<DataTable>; ///< the files of one class
 
+/// The columns where they stand in a file of so many series, one column of figures for each of these.
+MELKAR_API std::vector<ColumnInfo> ColumnsFor(const DataTable& table, int series);
+
 namespace detail {
 
 template <class Record> Record MakeRecord() {

@@ -5,9 +5,11 @@
 #include <cstddef>
 #include <memory>
 #include <string>
+#include <string_view>
 
 /// @file
-/// Text files, line by line. A path with backslashes is used as it stands if there is such a file, else with slashes.
+/// Text files, read line by line and written whole. A path with backslashes is used as it stands if there is such a
+/// file, else with slashes.
 
 namespace melkar {
 
@@ -44,6 +46,32 @@ private:
     std::size_t m_filled = 0;
     std::unique_ptr<char[]> m_buffer; ///< one block
     std::string m_line;
+};
+
+class NewFile;
+
+/// Writes a file that appears under its name when it is whole, or not at all: until then a former one stays as it was,
+/// and nothing is left if the process is killed. Only a regular file or nothing is replaced, through symlinks.
+///
+/// @code{.cpp}
+/// melkar::FileWriter file(path);
+/// file.Write("head\nhead\n0,Mon 2,9600\n");
+/// if (const int error = file.Commit())
+///     std::fprintf(stderr, "%s: error %d\n", path, error);
+/// @endcode
+class MELKAR_API FileWriter {
+public:
+    explicit FileWriter(const char* path); ///< begins the file; without `Commit` it comes to nothing
+    ~FileWriter();
+    FileWriter(const FileWriter&) = delete;
+    FileWriter& operator=(const FileWriter&) = delete;
+
+    void Write(std::string_view bytes); ///< does nothing after an error, which `Commit` tells
+    int Commit();                       ///< gives the file its name. @return 0, or the `errno` of the first error
+
+private:
+    std::unique_ptr<NewFile> m_file; ///< null if the directory takes none
+    int m_error = 0;                 ///< why it is null
 };
 
 } // namespace melkar

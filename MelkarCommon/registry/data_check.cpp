@@ -89,24 +89,11 @@ std::string Count(int count, const std::string& what) {
 /// Columns from 0 to here.
 int EndOf(const ColumnInfo& column) { return column.index + column.count; }
 
-/// The columns as they stand in a file of so many series.
-std::vector<ColumnInfo> Placed(std::vector<ColumnInfo> columns, int series) {
-    const auto first = std::find_if(columns.begin(), columns.end(), [](const ColumnInfo& one) { return one.isSeries; });
-    if (first == columns.end())
-        return columns;
-    const int further = std::max(series, 1) - 1;
-    for (ColumnInfo& column : columns)
-        if (column.head == kEachRow && column.index > first->index)
-            column.index += further;
-    first->count += further;
-    return columns;
-}
-
 /// Reads one file line by line and collects what doesn't suit.
 class Check {
 public:
     Check(const DataTable& table, std::string path, int series, std::size_t most)
-        : m_form(table.form), m_columns(Placed(table.columns, series)), m_path(std::move(path)), m_most(most) {
+        : m_form(table.form), m_columns(ColumnsFor(table, series)), m_path(std::move(path)), m_most(most) {
         for (const ColumnInfo& column : m_columns) {
             if (column.head != kEachRow)
                 continue;

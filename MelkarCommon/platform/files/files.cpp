@@ -1,6 +1,7 @@
 #include <MelkarCommon/platform/files.h>
 
 #include <MelkarCommon/platform/files/byte_order_mark.h>
+#include <MelkarCommon/platform/files/new_file.h>
 #include <MelkarCommon/platform/files/paths.h>
 
 #include <algorithm>
@@ -107,6 +108,18 @@ void LineReader::JoinCrLf() {
     }
     m_line.back() = '\n';
 }
+
+FileWriter::FileWriter(const char* path)
+    : m_file(NewFile::Create(ResolvePath(path))), m_error(m_file == nullptr ? errno : 0) {}
+
+FileWriter::~FileWriter() = default;
+
+void FileWriter::Write(std::string_view bytes) {
+    if (m_file != nullptr)
+        m_file->Write(bytes.data(), bytes.size());
+}
+
+int FileWriter::Commit() { return m_file != nullptr ? m_file->Commit() : m_error; }
 
 std::string ReadWholeFile(const char* path, bool* found) {
     std::string text;

@@ -1,12 +1,11 @@
 #include "command.h"
-#include "messages.h"
 #include "options.h"
+#include "output.h"
 
+#include <MelkarCommon/platform/files.h>
 #include <MelkarCommon/registry/data_reference.h>
 
 #include <cerrno>
-#include <cstring>
-#include <fstream>
 #include <iostream>
 
 namespace melkar::tool {
@@ -37,12 +36,11 @@ DataTables FilesOf(const DataOptions& options) {
 int WriteExample(const DataOptions& options) {
     for (const DataTable& table : FilesOf(options)) {
         const std::string name = options.out + table.suffix;
-        errno = 0;
-        std::ofstream file(name);
-        if (!(file << ExampleFile(table)).flush()) {
-            Complain("can't be written: " + name + ": " + std::strerror(errno));
-            return kFailed;
-        }
+        FileWriter file(name.c_str());
+        file.Write(ExampleFile(table));
+        errno = file.Commit();
+        if (errno != 0)
+            return FailToWrite(name);
     }
     return kDone;
 }

@@ -1,0 +1,91 @@
+// What people have, as the importer takes it: it is refused and leaves no file, or what is made suits its kind.
+
+#include "../input.h"
+#include "../room.h"
+
+#include "tools/melkar/import/import.h"
+
+#include <MelkarCommon/registry/catalogue.h>
+#include <MelkarCommon/registry/data_check.h>
+
+#include <filesystem>
+#include <sstream>
+
+namespace melkar::fuzz {
+namespace {
+
+namespace in = melkar::importer;
+
+/// The first line has the kind, options of one word each, and names of figures.
+in::Request RequestOf(const std::string& line) {
+    in::Request request;
+    std::istringstream words(line);
+    words >> request.kind;
+    for (std::string word; words >> word;) {
+        if (word == "sum")
+            request.sum = true;
+        else if (word == "comma")
+            request.decimals = word;
+        else if (word.starts_with("from:"))
+            request.from = word.substr(5);
+        else if (word.starts_with("unit:"))
+            request.units.push_back(word.substr(5));
+        else if (word.find("YY") != std::string::npos)
+            request.dateFormat = word;
+        else
+            request.figures.push_back(word);
+    }
+    return request;
+}
+
+void CheckMade(const in::Request& request) {
+    for (const DataTable& table : FilesReadBy(*FindKind(request.kind))) {
+        const int series = static_cast<int>(request.figures.size());
+        const DataFindings findings = CheckData(table, request.output, request.kind == "bar" ? series : 1, 1);
+        Require(findings.count == 0, findings.count == 0 ? "" : "what is imported suits: " + findings.first[0].text);
+    }
+}
+
+void Import(const char* form, std::string_view input) {
+    Visit visit;
+    in::Request request = RequestOf(std::string(TakeLine(input)));
+    request.path = visit.Give("bin/source", input);
+    request.output = visit.Expect("bin/made.csv");
+    visit.Expect("bin/made.csv.sim");
+    if (std::string_view(form) == "csv")
+        request.date = "day";
+    std::size_t said = 0;
+    in::Notes notes("source", false, [&said](const std::string& line) { said += line.size(); });
+    try {
+        notes.Finish(in::FindForm(form)->run(request, notes));
+        CheckMade(request);
+    } catch (const std::runtime_error& refused) {
+        Require(*refused.what() != '\0', "a refusal says why");
+        Require(!std::filesystem::exists(request.output), "what is refused leaves no file");
+    }
+}
+
+void ImportCsv(std::string_view input) { Import("csv", input); }
+
+void SeedCsv(Seeds& seeds) {
+    const std::string rows = "day,n,m\n2026-03-01,5,6\n2026-03-04 08:15Z,\"1,234.5\",\n";
+    for (const char* line : {"bar n m", "line n line=m", "steps n", "expenditure part=n m", "activity n target=m",
+                             "simulation n plan=m weight=n", "plot n", "pie n m sum", "bmi n", "himand m"})
+        seeds.add(line, std::string(line) + "\n" + rows);
+    seeds.add("marks", "bar n comma unit:lb\n\xEF\xBB\xBF"
+                       "day;\"n (lb)\"\r\n\"2026-03-01\";\"1.234,5\"\r\n");
+    seeds.add("quotes", "bar n\nday,n,x\n20260301,5,\"a\"\"\n,\"\n20260302,6,\"a\"b\n");
+    seeds.add("format", "bar n DDD,MMM-D-YY from:20260301\nday;n\nSun,March-1-26;5\nMon,Mar-2-26;1'000\n");
+    seeds.words = {"day,",    "\"\"",  "2026-03-01", "T08:15:00.5+09:00",
+                   " pm",     "YYYY",  "MMM",        "1.234,5",
+                   "1,234.5", "line=", "plan=",      "weight=",
+                   "part=",   "sum",   "comma",      "from:",
+                   "unit:kg", ";",     "\t",         "\r\n"};
+}
+
+} // namespace
+
+extern const Target kImportCsv;
+const Target kImportCsv{"csv", "kind and options of an import, and the rows", ImportCsv, SeedCsv};
+
+} // namespace melkar::fuzz

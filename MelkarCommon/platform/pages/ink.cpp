@@ -1,4 +1,5 @@
 #include <MelkarCommon/platform/pages/ink.h>
+#include <MelkarCommon/platform/seam/box.h>
 
 #include <algorithm>
 #include <iterator>
@@ -23,6 +24,13 @@ Stroke OnPaper(const Stroke& stroke, int dpi) {
     Stroke bounded = stroke;
     bounded.width = stroke.width > thinnest ? std::min(stroke.width, kWidestStroke) : thinnest;
     return bounded;
+}
+
+std::optional<Area> FrameOnPaper(const RECT& outer, int width, const RECT& clip) {
+    if (!Covers(clip, outer) || IsEmptyRect(Grown(outer, -width)))
+        return std::nullopt;
+    const double middle = width / 2.0;
+    return Area{outer.left + middle, outer.top + middle, outer.right - middle, outer.bottom - middle};
 }
 
 std::vector<Color> OnPaper(const PixelBuffer& pixels, const RECT& source, DWORD operation) {

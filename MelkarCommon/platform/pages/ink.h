@@ -2,6 +2,7 @@
 
 #include <MelkarCommon/platform/measures.h>
 #include <MelkarCommon/platform/pages/paper_lines.h>
+#include <MelkarCommon/platform/seam/area.h>
 #include <MelkarCommon/platform/seam/pixel_buffer.h>
 #include <MelkarCommon/platform/seam/slice.h>
 
@@ -17,6 +18,10 @@ Stroke OnPaper(const Stroke& stroke, int dpi);
 
 /// Slices reach as far as a pixel of a screen that shows the page as large as it is, a device unit at least.
 inline SliceReach ReachOnPaper(int dpi) { return {std::max(1.0, dpi / double{kScreenDpi}), true}; }
+
+/// The middle of a frame of `width` units along the inside of `outer`, so that frame and ground are one path; nothing
+/// if it has no inside, or is cut off.
+std::optional<Area> FrameOnPaper(const RECT& outer, int width, const RECT& clip);
 
 /// Draws through `draw(line, stroke)` and `draw(polygon, color)`. Solid polylines wait for those that follow, since
 /// what lies side by side is one outline, and a polygon for the line around it.

@@ -77,21 +77,55 @@ void Trace(cairo_t* cr, const PaperLine& line) {
     cairo_set_line_cap(cr, line.hasRoundEnds ? CAIRO_LINE_CAP_ROUND : CAIRO_LINE_CAP_BUTT);
 }
 
+/// While it lives, a context counts in points. For strokes in any other unit cairo writes a matrix, and the colours
+/// anew behind it.
+class Points {
+public:
+    explicit Points(cairo_t* cr) : m_cr(cr) {
+        cairo_get_matrix(cr, &m_outer);
+        cairo_identity_matrix(cr);
+    }
+    Points(const Points&) = delete;
+    Points& operator=(const Points&) = delete;
+    ~Points() { cairo_set_matrix(m_cr, &m_outer); }
+
+    double Of(double units) const { return units * m_outer.xx; }
+
+private:
+    cairo_t* m_cr;
+    cairo_matrix_t m_outer;
+};
+
 /// Strokes the context's path, with pattern and gaps.
 void StrokePath(cairo_t* cr, const Stroke& stroke, double phase) {
-    cairo_set_line_width(cr, stroke.width);
+    const Points points(cr);
+    cairo_set_line_width(cr, points.Of(stroke.width));
     cairo_set_dash(cr, nullptr, 0, 0);
     if (HasPattern(stroke)) {
         if (stroke.gaps) {
             SetSourceColor(cr, stroke.gapColor);
             cairo_stroke_preserve(cr);
         }
-        const double lengths[] = {stroke.on, stroke.off};
-        cairo_set_dash(cr, lengths, static_cast<int>(std::size(lengths)), PhaseInPeriod(stroke, phase));
+        const double lengths[] = {points.Of(stroke.on), points.Of(stroke.off)};
+        cairo_set_dash(cr, lengths, static_cast<int>(std::size(lengths)), points.Of(PhaseInPeriod(stroke, phase)));
         cairo_set_line_cap(cr, CAIRO_LINE_CAP_BUTT); // others would close short gaps
     }
     SetSourceColor(cr, stroke.color);
     cairo_stroke(cr);
+}
+
+/// What a straight line along an axis covers; empty for any other.
+Area BarOf(const PaperLine& line, const Stroke& stroke) {
+    Area bar;
+    if (line.points.size() != 2 || HasPattern(stroke))
+        return bar;
+    bar.Add(line.points[0]);
+    bar.Add(line.points[1]);
+    if (bar.top == bar.bottom)
+        return {bar.left, bar.top - stroke.width / 2, bar.right, bar.bottom + stroke.width / 2};
+    if (bar.left == bar.right)
+        return {bar.left - stroke.width / 2, bar.top, bar.right + stroke.width / 2, bar.bottom};
+    return {};
 }
 
 constexpr int kMostOnPage = 1 << 17;    ///< shapes and texts: 100 MB
@@ -141,6 +175,7 @@ public:
 
     void SetClip(const RECT& clip) override;
     void FillRect(const RECT& rect, Color color) override;
+    void FillFramed(const RECT& outer, int width, Color frame, std::optional<Color> ground) override;
     void FillShape(const Shape& shape, Color color) override {
         if (!Shows())
             return;
@@ -190,8 +225,11 @@ private:
         cairo_clip(Cr());
     }
     void Rectangle(const RECT& r) {
+        Rectangle(Area{double{1} * r.left, double{1} * r.top, double{1} * r.right, double{1} * r.bottom});
+    }
+    void Rectangle(const Area& area) {
         cairo_new_path(Cr());
-        cairo_rectangle(Cr(), r.left, r.top, double{1} * r.right - r.left, double{1} * r.bottom - r.top);
+        cairo_rectangle(Cr(), area.left, area.top, area.right - area.left, area.bottom - area.top);
     }
 
     std::unique_ptr<NewFile> m_file;
@@ -288,6 +326,25 @@ void PdfBackend::FillRect(const RECT& rect, Color color) {
     cairo_fill(Cr());
 }
 
+void PdfBackend::FillFramed(const RECT& outer, int width, Color frame, std::optional<Color> ground) {
+    const std::optional<Area> middle = FrameOnPaper(outer, width, m_clip);
+    if (!middle)
+        return Backend::FillFramed(outer, width, frame, ground);
+    if (!Shows())
+        return;
+    Rectangle(*middle);
+    if (ground) {
+        SetSourceColor(Cr(), *ground);
+        cairo_fill_preserve(Cr());
+    }
+    Stroke stroke;
+    stroke.color = frame;
+    stroke.width = width;
+    cairo_set_line_join(Cr(), CAIRO_LINE_JOIN_MITER);
+    StrokePath(Cr(), stroke, 0);
+    cairo_set_line_join(Cr(), CAIRO_LINE_JOIN_ROUND);
+}
+
 void PdfBackend::StrokePolyline(std::span<const POINT> points, const Stroke& stroke) {
     if (IsEmptyRect(m_clip))
         return;
@@ -296,6 +353,12 @@ void PdfBackend::StrokePolyline(std::span<const POINT> points, const Stroke& str
 
 void PdfBackend::StrokeLine(const PaperLine& line, const Stroke& stroke) {
     Count();
+    if (const Area bar = BarOf(line, stroke); !bar.IsEmpty()) {
+        SetSourceColor(Cr(), stroke.color);
+        Rectangle(bar);
+        cairo_fill(Cr());
+        return;
+    }
     Trace(Cr(), line);
     if (line.filling) {
         SetSourceColor(Cr(), line.filling->color);

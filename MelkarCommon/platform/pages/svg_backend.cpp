@@ -31,6 +31,7 @@ public:
     void Abandon() override;
     void SetClip(const RECT& clip) override;
     void FillRect(const RECT& rect, Color color) override;
+    void FillFramed(const RECT& outer, int width, Color frame, std::optional<Color> ground) override;
     void FillShape(const Shape& shape, Color color) override;
     void StrokeShape(const Shape& shape, const Stroke& stroke) override;
     void StrokePolyline(std::span<const POINT> points, const Stroke& stroke) override;
@@ -45,6 +46,7 @@ private:
     void UseFont(const FontLook& look);
     void WriteOut();
 
+    void OpenRectangle(const Area& area);
     void OpenShape(const PolygonShape& polygon, const SliceReach& reach);
     void OpenShape(const EllipseShape& ellipse, const SliceReach& reach);
     void OpenShape(const SliceShape& slice, const SliceReach& reach);
@@ -199,9 +201,30 @@ void SvgBackend::FillRect(const RECT& rect, Color color) {
     const RECT visible = ClipBox(ToBox(rect), m_clip);
     if (!BeginElement(visible, visible))
         return;
-    m_words.Raw("<rect").Value("x", visible.left).Value("y", visible.top);
-    m_words.Value("width", visible.right - visible.left).Value("height", visible.bottom - visible.top);
+    OpenRectangle(
+        {double{1} * visible.left, double{1} * visible.top, double{1} * visible.right, double{1} * visible.bottom});
     m_words.Paint("fill", color).Raw("/>\n");
+}
+
+void SvgBackend::FillFramed(const RECT& outer, int width, Color frame, std::optional<Color> ground) {
+    const std::optional<Area> middle = FrameOnPaper(outer, width, m_clip);
+    if (!middle)
+        return Backend::FillFramed(outer, width, frame, ground);
+    FinishLines();
+    if (!BeginElement(outer, m_clip))
+        return;
+    OpenRectangle(*middle);
+    if (ground)
+        m_words.Paint("fill", *ground);
+    else
+        m_words.Raw(" fill=\"none\"");
+    WriteStroke(frame, width);
+    m_words.Raw("/>\n");
+}
+
+void SvgBackend::OpenRectangle(const Area& area) {
+    m_words.Raw("<rect").Value("x", area.left).Value("y", area.top);
+    m_words.Value("width", area.right - area.left).Value("height", area.bottom - area.top);
 }
 
 void SvgBackend::OpenPolygon(std::span<const PointD> corners) {

@@ -14,6 +14,9 @@ public:
     void Flush() override { m_to.Flush(); }
     void SetClip(const RECT& clip) override { m_to.SetClip(clip); }
     void FillRect(const RECT& rect, Color color) override { m_to.FillRect(rect, GreyOf(color)); }
+    void FillFramed(const RECT& outer, int width, Color frame, std::optional<Color> ground) override {
+        m_to.FillFramed(outer, width, GreyOf(frame), ground ? std::optional(GreyOf(*ground)) : std::nullopt);
+    }
     void FillShape(const Shape& shape, Color color) override { m_to.FillShape(shape, GreyOf(color)); }
     void StrokeShape(const Shape& shape, const Stroke& stroke) override { m_to.StrokeShape(shape, InGrey(stroke)); }
     void StrokePolyline(std::span<const POINT> points, const Stroke& stroke) override {

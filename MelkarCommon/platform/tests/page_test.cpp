@@ -193,6 +193,21 @@ TEST_F(Page, FillsStayInTheClip) {
                                             R"(<rect x="0" y="0" width="400" height="7" fill="#0000ff"/>)"));
 }
 
+TEST_F(Page, FramesAreOneElement) {
+    const auto draw = [](Backend& b) {
+        b.FillFramed({10, 10, 30, 20}, 1, 0xFF000000U, kBlue);
+        b.FillFramed({10, 10, 30, 20}, 2, kBlue, std::nullopt);
+        b.FillFramed({390, 10, 410, 20}, 3, kBlue, std::nullopt); // its right side is cut off
+    };
+    EXPECT_THAT(
+        Elements(draw),
+        ElementsAre(R"(<rect x="10.5" y="10.5" width="19" height="9" fill="#0000ff" stroke="#000000"/>)",
+                    R"(<rect x="11" y="11" width="18" height="8" fill="none" stroke="#0000ff" stroke-width="2"/>)",
+                    R"(<rect x="390" y="10" width="10" height="3" fill="#0000ff"/>)",
+                    R"(<rect x="390" y="17" width="10" height="3" fill="#0000ff"/>)",
+                    R"(<rect x="390" y="13" width="3" height="4" fill="#0000ff"/>)"));
+}
+
 // A slice reaches a unit beyond the radial at which it ends: along the rim a twentieth of a radian, 60 - 10 cos(1 /
 // 20).
 TEST_F(Page, SlicesReachBelowTheirNeighbours) {

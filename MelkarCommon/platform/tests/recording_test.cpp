@@ -146,7 +146,9 @@ TEST(Grey, OfEveryVerbIsAsLightAsItsColour) {
     dashes.color = 0xFF00FF00U;
     for (const Draw& draw :
          {Fill(RECT{0, 0, 9, 9}), Fill(kTriangle), Draw([&](Backend& b) { b.StrokeShape(kEllipse, dashes); }),
-          Line({0, 0}, {9, 9}, dashes), Text("a", {12, 20})})
+          Line({0, 0}, {9, 9}, dashes), Text("a", {12, 20}), Draw([](Backend& b) {
+              b.FillFramed({0, 0, 9, 3}, 1, kBlue, 0xFFFF0000U);
+          })})
         draw(*grey);
     grey->SetClip({0, 0, 4, 80});
     std::uint32_t pixels[] = {0, 0xFFFF0000U, 0xFF00FF00U, 0, 0, 0xFF0000FFU, 0xFFFFFFFFU, 0};
@@ -159,6 +161,11 @@ TEST(Grey, OfEveryVerbIsAsLightAsItsColour) {
                                     "ellipse 50,40.5 20x10.25 stroke #969696 w1\n"
                                     "line 0,0 9,9 #969696 w1 dash 3,2 gaps #4C4C4C\n"
                                     "text \"a\" 12,20 40x15 \"Sans 12 bold\" #838383\n"
+                                    "fill 0,0 9x1 #838383\n"
+                                    "fill 0,2 9x1 #838383\n"
+                                    "fill 0,1 1x1 #838383\n"
+                                    "fill 8,1 1x1 #838383\n"
+                                    "fill 1,1 7x1 #4C4C4C\n"
                                     "image 2,0 2x2 from 2x2 and\n"
                                     "fill 0,0 4x9 #838383\n");
 }

@@ -379,7 +379,8 @@ void PdfBackend::PaintText(const std::shared_ptr<const TextLayout>& layout, std:
     if (layout->lineHeight * m_scale > kLargestOnPaper)
         return;
     cairo_save(Cr());
-    ClipTo(visible);
+    if (!Covers(visible, PixelsAround(LineInk(*layout, line, at.x, at.y, escapement), 0)))
+        ClipTo(visible);
     cairo_new_path(Cr());
     SetSourceColor(Cr(), color);
     ShowLine(Cr(), *layout, line, at.x, at.y, escapement);

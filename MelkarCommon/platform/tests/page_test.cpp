@@ -250,6 +250,25 @@ TEST_F(Page, TextIsFoundWhereItStands) {
     }
 }
 
+// 96 units long, 80,120 to 176,135 or up from there to 80,24: in each case the other one would lie within.
+TEST_F(Page, TextsOfAPdfStayInTheirClip) {
+    for (const auto& [escapement, clip] : {std::pair{0, RECT{60, 0, 100, 140}}, {900, RECT{80, 60, 200, 200}}}) {
+        DrawFile(PageFormat::Pdf, 96, [&, turn = escapement, &room = clip](Backend& b) {
+            b.PaintText(PageText("111111111111", 96), 0, {80, 120}, turn, 0, room);
+        });
+        ASSERT_EQ(std::system("pdftoppm -r 96 -gray -singlefile ../page ../sheet"), 0);
+        const std::string sheet = work.Read("sheet.pgm");
+        const std::string pixels = sheet.substr(sheet.size() - 400 * 300);
+        RECT ink{400, 300, 0, 0};
+        for (int i = 0; i < 400 * 300; ++i)
+            if (pixels[static_cast<std::size_t>(i)] != '\xFF')
+                ink = {std::min(ink.left, i % 400), std::min(ink.top, i / 400), std::max(ink.right, i % 400 + 1),
+                       std::max(ink.bottom, i / 400 + 1)};
+        EXPECT_TRUE(ink.left >= clip.left && ink.top >= clip.top && ink.right <= clip.right) << escapement;
+        EXPECT_GT(std::max(ink.right - ink.left, ink.bottom - ink.top), 15) << "and show up to it";
+    }
+}
+
 /// 10 high, so that a character of the built-in metrics is 6 wide and its line 13 high.
 std::shared_ptr<const TextLayout> TextOf(std::string_view text, int charset = DEFAULT_CHARSET, bool underline = false) {
     LOGFONTA font{};

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <MelkarCommon/platform/seam/area.h>
 #include <MelkarCommon/platform/text/text_engine.h>
 
 #include <cairo.h>
@@ -8,6 +9,9 @@
 /// Internal. Lines of text on a cairo context.
 
 namespace melkar {
+
+/// What a line inks from (x, y), its top-left corner, turned by `escapement`; empty if nothing.
+Area LineInk(const TextLayout& layout, std::size_t line, double x, double y, int escapement);
 
 /// Shows a line with cairo at (x, y), its top-left corner, in the context's current source, with the text
 /// attached so that a page can be searched. Turns it by `escapement`.

@@ -284,6 +284,14 @@ std::shared_ptr<const CoverageMask> LineMask(const TextLayout& layout, std::size
     return mask->width > 0 ? mask : nullptr;
 }
 
+Area LineInk(const TextLayout& layout, std::size_t line, double x, double y, int escapement) {
+    if (line >= layout.lines.size())
+        return {};
+    const Area upright = InkOf(layout, layout.lines[line]);
+    const Area ink = upright.IsEmpty() ? upright : Turned(upright, NormalTurn(escapement));
+    return {x + ink.left, y + ink.top, x + ink.right, y + ink.bottom};
+}
+
 void ShowLine(cairo_t* cr, const TextLayout& layout, std::size_t line, double x, double y, int escapement) {
     if (line >= layout.lines.size())
         return;

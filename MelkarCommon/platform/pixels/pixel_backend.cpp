@@ -4,6 +4,7 @@
 #include <MelkarCommon/platform/pixels/pixel_blit.h>
 #include <MelkarCommon/platform/pixels/pixel_chains.h>
 #include <MelkarCommon/platform/pixels/pixel_discs.h>
+#include <MelkarCommon/platform/pixels/pixel_layers.h>
 #include <MelkarCommon/platform/pixels/pixel_lines.h>
 #include <MelkarCommon/platform/pixels/pixel_pending.h>
 #include <MelkarCommon/platform/pixels/pixel_spans.h>
@@ -51,6 +52,8 @@ public:
         m_lastLine = {};
         m_ground.Fill(ClipBox(ToBox(rect), m_clip), color);
     }
+
+    void FillRects(std::span<const Fill> fills) override;
 
     void FillShape(const Shape& shape, Color color) override {
         const auto* polygon = std::get_if<PolygonShape>(&shape);
@@ -143,6 +146,20 @@ template <class Draw> void PixelBackend::OnContext(const Draw& draw) {
     cairo_surface_mark_dirty(surface);
     draw(cr);
     cairo_surface_flush(surface);
+}
+
+void PixelBackend::FillRects(std::span<const Fill> fills) {
+    std::vector<Fill> visible;
+    visible.reserve(fills.size());
+    for (const auto& [rect, color] : fills)
+        if (const RECT cut = ClipBox(ToBox(rect), m_clip); !IsEmptyRect(cut))
+            visible.push_back({cut, color});
+    if (visible.empty())
+        return;
+    m_lastLine = {};
+    m_ground.MakeWay(visible[0].rect);
+    m_ground.WriteAll();
+    FillLayers(m_buffer, std::move(visible));
 }
 
 /// @return false, with nothing drawn, if the polygon needs the rasteriser.

@@ -23,9 +23,14 @@ public:
             *m_pending = {color, rect};
             return;
         }
+        MakeWay(rect);
+        FillRows(m_buffer, rect, color);
+    }
+
+    /// For whoever writes all of `rect`.
+    void MakeWay(const RECT& rect) {
         if (m_pending && !TakeOut(rect))
             WriteAround(rect);
-        FillRows(m_buffer, rect, color);
     }
 
     /// Writes the waiting rows above `bottom`.

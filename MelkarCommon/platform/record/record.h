@@ -14,10 +14,6 @@
 
 namespace melkar {
 
-struct FillRectOp {
-    RECT rect;
-    Color color;
-};
 struct FillShapeOp {
     Shape shape;
     Color color;
@@ -50,7 +46,7 @@ struct CopyMark {
 };
 
 struct RecordedOp {
-    std::variant<FillRectOp, FillShapeOp, StrokeShapeOp, StrokePolylineOp, TextOp, BlitOp, CopyMark> verb;
+    std::variant<Fill, FillShapeOp, StrokeShapeOp, StrokePolylineOp, TextOp, BlitOp, CopyMark> verb;
     RECT clip{0, 0, 0, 0}; ///< nothing beyond it is drawn; empty: no clip
 };
 
@@ -69,5 +65,9 @@ std::string FormatRecording(const std::vector<RecordedOp>& ops);
 /// Plays the part of a record that lies in `source` onto `to`, so that `source`'s corner lands on (x, y); clipped
 /// to that part. The clip of `to` is `whole` afterwards.
 void Replay(const std::vector<RecordedOp>& ops, Backend& to, const RECT& source, int x, int y, const RECT& whole);
+/// The same for pixels, on which the order shows only where operations meet: rectangles and level lines that stand on
+/// nothing but such come first, as one verb.
+void ReplayOnPixels(const std::vector<RecordedOp>& ops, Backend& to, const RECT& source, int x, int y,
+                    const RECT& whole);
 
 } // namespace melkar

@@ -1,3 +1,4 @@
+#include <MelkarCommon/platform/record/ground_first.h>
 #include <MelkarCommon/platform/record/recording_parts.h>
 #include <MelkarCommon/platform/seam/box.h>
 #include <MelkarCommon/platform/text/text_engine.h>
@@ -34,7 +35,7 @@ public:
             return;
         if (Covers(cut, m_whole))
             DropCovered();
-        m_ops.push_back({FillRectOp{cut, color}});
+        m_ops.push_back({Fill{cut, color}});
     }
     void FillShape(const Shape& shape, Color color) override { Keep({FillShapeOp{shape, color}}); }
     void StrokeShape(const Shape& shape, const Stroke& stroke) override { Keep({StrokeShapeOp{shape, stroke}}); }
@@ -113,10 +114,17 @@ public:
     Player(Backend& to, const RECT& landing, std::int64_t dx, std::int64_t dy)
         : m_to(to), m_landing(landing), m_dx(dx), m_dy(dy) {}
 
+    void FillAll(std::vector<Fill> fills) {
+        for (Fill& fill : fills)
+            fill.rect = Moved(fill.rect);
+        m_to.SetClip(m_landing);
+        m_to.FillRects(fills);
+    }
+
     void Play(const RecordedOp& op) {
         ClipFor(op);
         std::visit(Overloaded{
-                       [&](const FillRectOp& fill) { m_to.FillRect(Moved(fill.rect), fill.color); },
+                       [&](const Fill& fill) { m_to.FillRect(Moved(fill.rect), fill.color); },
                        [&](const FillShapeOp& fill) { m_to.FillShape(Moved(fill.shape), fill.color); },
                        [&](const StrokeShapeOp& outline) { m_to.StrokeShape(Moved(outline.shape), outline.stroke); },
                        [&](const StrokePolylineOp& lines) { m_to.StrokePolyline(Moved(lines.points), lines.stroke); },
@@ -181,6 +189,18 @@ private:
     bool m_narrow = true; ///< the target's clip isn't `m_landing`
 };
 
+/// Calls play(Player), unless all of it would land beyond the surface.
+template <class Play> void PlayOn(Backend& to, const RECT& source, int x, int y, const RECT& whole, const Play& play) {
+    const std::int64_t dx = std::int64_t{x} - source.left;
+    const std::int64_t dy = std::int64_t{y} - source.top;
+    const RECT landing = ClipBox({x, y, source.right + dx, source.bottom + dy}, whole);
+    if (!IsEmptyRect(landing)) {
+        Player player(to, landing, dx, dy);
+        play(player);
+    }
+    to.SetClip(whole);
+}
+
 } // namespace
 
 std::unique_ptr<Backend> MakeRecordingBackend(std::vector<RecordedOp>& ops, int width, int height, Masks masks) {
@@ -194,15 +214,20 @@ void DropMasks(std::vector<RecordedOp>& ops) {
 }
 
 void Replay(const std::vector<RecordedOp>& ops, Backend& to, const RECT& source, int x, int y, const RECT& whole) {
-    const std::int64_t dx = std::int64_t{x} - source.left;
-    const std::int64_t dy = std::int64_t{y} - source.top;
-    const RECT landing = ClipBox({x, y, source.right + dx, source.bottom + dy}, whole);
-    if (!IsEmptyRect(landing)) {
-        Player player(to, landing, dx, dy);
+    PlayOn(to, source, x, y, whole, [&](Player& player) {
         for (const RecordedOp& op : ops)
             player.Play(op);
-    }
-    to.SetClip(whole);
+    });
+}
+
+void ReplayOnPixels(const std::vector<RecordedOp>& ops, Backend& to, const RECT& source, int x, int y,
+                    const RECT& whole) {
+    PlayOn(to, source, x, y, whole, [&](Player& player) {
+        GroundFirst sorted = SortGroundFirst(ops);
+        player.FillAll(std::move(sorted.ground));
+        for (const RecordedOp* op : sorted.rest)
+            player.Play(*op);
+    });
 }
 
 } // namespace melkar

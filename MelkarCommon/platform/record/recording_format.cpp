@@ -185,7 +185,7 @@ void FormatOp(Words& words, const RecordedOp& op) {
     if (const auto* lines = std::get_if<StrokePolylineOp>(&op.verb))
         return FormatPolyline(words, *lines, op.clip);
     std::visit(Overloaded{
-                   [&](const FillRectOp& fill) {
+                   [&](const Fill& fill) {
                        words.Word("fill").Point(fill.rect.left, fill.rect.top).Size(fill.rect).Paint(fill.color);
                    },
                    [&](const FillShapeOp& fill) { FormatShape(words, fill.shape).Word("fill").Paint(fill.color); },

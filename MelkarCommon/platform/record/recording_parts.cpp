@@ -48,7 +48,7 @@ Box TextBox(const TextOp& text) {
 
 Box BoxOf(const RecordedOp& op) {
     return std::visit(Overloaded{
-                          [](const FillRectOp& fill) { return ToBox(fill.rect); },
+                          [](const Fill& fill) { return ToBox(fill.rect); },
                           [](const FillShapeOp& fill) { return ToBox(PixelsAround(AreaOf(fill.shape), 0)); },
                           [](const StrokeShapeOp& outline) {
                               return ToBox(PixelsAround(AreaOf(outline.shape), WholeWidth(outline.stroke.width) / 2.0));

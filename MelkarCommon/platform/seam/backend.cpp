@@ -12,6 +12,11 @@ void FillUnlessEmpty(Backend& backend, const RECT& rect, Color color) {
 
 } // namespace
 
+void Backend::FillRects(std::span<const Fill> fills) {
+    for (const Fill& fill : fills)
+        FillRect(fill.rect, fill.color);
+}
+
 void Backend::FillFramed(const RECT& outer, int width, Color frame, std::optional<Color> ground) {
     const RECT inner = Grown(outer, -width);
     if (IsEmptyRect(inner))

@@ -19,6 +19,11 @@ namespace melkar {
 
 struct TextLayout;
 
+struct Fill {
+    RECT rect;
+    Color color;
+};
+
 class Backend {
 public:
     Backend() = default;
@@ -32,6 +37,8 @@ public:
     virtual void SetClip(const RECT& clip) = 0;
     /// left <= right and top <= bottom, or nothing is filled.
     virtual void FillRect(const RECT& rect, Color color) = 0;
+    /// One after the other.
+    virtual void FillRects(std::span<const Fill> fills);
     /// The frame along the inside of `outer`, which isn't empty, `width` wide, and what it leaves in `ground`, if that
     /// is given. As fills, where a frame is no more than these.
     virtual void FillFramed(const RECT& outer, int width, Color frame, std::optional<Color> ground);

@@ -24,7 +24,7 @@ Backend& Draft::Drawing() {
 
 void Draft::Play(Backend& to, int x, int y, const RECT& bounds) {
     Adopt();
-    Replay(m_ops, to, Whole(), x, y, bounds);
+    ReplayOnPixels(m_ops, to, Whole(), x, y, bounds);
     ++m_plays;
 }
 

@@ -14,7 +14,7 @@ namespace melkar {
 
 class Draft {
 public:
-    Draft(DeviceSize size, Color ground) : m_size(size) { m_ops.push_back({FillRectOp{Whole(), ground}}); }
+    Draft(DeviceSize size, Color ground) : m_size(size) { m_ops.push_back({Fill{Whole(), ground}}); }
     Draft(const Draft&) = delete;
     Draft& operator=(const Draft&) = delete;
 

@@ -7,6 +7,8 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <random>
+#include <string>
 #include <thread>
 #include <vector>
 
@@ -47,6 +49,47 @@ void DrawAll(HDC to) {
         TextOutA(to, 30, 30, text, -1);
 }
 
+/// Rectangles, level and sloped lines and texts across each other: so few that what is left meets some, not all.
+void DrawAcross(HDC to, unsigned seed) {
+    std::mt19937 random(seed);
+    const auto below = [&](int limit) { return static_cast<int>(random() % static_cast<unsigned>(limit)); };
+    const melkar::ScopedFont font(to, CreateFontA(-11, 0, 0, 0, 400, 0, 0, 0, 1, 0, 0, 2, 0, "DejaVu Sans"));
+    const melkar::ScopedBkMode transparent(to, TRANSPARENT);
+    const melkar::ScopedTextColor white(to, RGB(255, 255, 255));
+    for (int i = 0; i < 7; ++i) {
+        const int x = below(kSide);
+        const int y = below(kSide);
+        const COLORREF color = RGB(below(3) * 100, 0, 90);
+        const melkar::ScopedPen pen(to, below(4) == 0 ? PS_DOT : PS_SOLID, 1 + below(3), color);
+        const melkar::ScopedBrush brush(to, color);
+        RECT box{x, y, x + 1 + below(40), y + 1 + below(30)};
+        switch (below(4)) {
+        case 0:
+            Rectangle(to, box.left, box.top, box.right, box.bottom);
+            break;
+        case 1:
+            MoveToEx(to, x, y, nullptr), LineTo(to, x, box.bottom);
+            break;
+        case 2:
+            MoveToEx(to, x, y, nullptr), LineTo(to, box.right, box.bottom);
+            break;
+        default:
+            DrawTextExA(to, std::string("12j").data(), -1, &box, DT_SINGLELINE, nullptr);
+        }
+    }
+}
+
+/// Two lines a pixel apart, which would close up if the rectangle didn't come between.
+void DrawLinesApart(HDC to) {
+    const melkar::ScopedPen pen(to, PS_SOLID, 1, RGB(200, 40, 40));
+    for (int x : {20, 21}) {
+        MoveToEx(to, x, 20, nullptr);
+        LineTo(to, x + 10, 60);
+        const melkar::ScopedBrush brush(to, RGB(9, 9, 9));
+        Rectangle(to, 70, 70, 80, 80);
+    }
+}
+
 using Steps = std::function<void(HDC work, HDC screen)>;
 
 /// What is on the screen afterwards, and on the working surface. @param isExposed it has pixels before it is drawn on
@@ -81,6 +124,11 @@ TEST(Drafts, LookAsIfTheyHadBeenPixels) {
              TextOutA(work, 3, 60, "on", -1);
              Copy(work, screen, 40, -30);
              Copy(work, screen, -10, 12);
+         }},
+        {"lines with a rectangle between them in time, not in space",
+         [](HDC work, HDC screen) {
+             DrawLinesApart(work);
+             Copy(work, screen, 5, 5);
          }},
         {"a part, scaled, by and",
          [](HDC work, HDC screen) {
@@ -158,6 +206,16 @@ TEST(Drafts, LookAsIfTheyHadBeenPixels) {
     };
     for (const auto& [why, steps] : cases)
         EXPECT_TRUE(Seen(steps, false) == Seen(steps, true)) << why;
+}
+
+TEST(Drafts, ShowWhatLiesOnTopHoweverMuchIsFilledFirst) {
+    for (unsigned seed = 0; seed < 60; ++seed) {
+        const Steps steps = [seed](HDC work, HDC screen) {
+            DrawAcross(work, seed);
+            Copy(work, screen, 5, 5);
+        };
+        EXPECT_TRUE(Seen(steps, false) == Seen(steps, true)) << seed;
+    }
 }
 
 } // namespace

@@ -6,6 +6,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <random>
+
 namespace melkar {
 namespace {
 
@@ -82,6 +85,33 @@ Canvas Speckled(int width, int height) {
     canvas.EachPixel(
         [&](int x, int y) { canvas.At(x, y) = kBlackPixel | static_cast<Color>(x * 0x5D0B37 + y * 0x21F1A3); });
     return canvas;
+}
+
+/// Seen before they are written, rectangles give what one after the other gives: whatever lies between two of one
+/// colour, however many are large, wide or narrow.
+TEST(PixelFills, LookTheSameTogether) {
+    constexpr int kWide = 320;
+    std::mt19937 random(3);
+    const auto below = [&](int limit) { return static_cast<int>(random() % static_cast<unsigned>(limit)); };
+    for (int count : {1, 2, 3, 5, 8, 13, 90}) {
+        for (int turn = 0; turn < 8; ++turn) {
+            std::vector<Fill> fills;
+            for (int i = 0; i < count; ++i) {
+                const int x = below(kWide);
+                const int y = below(kWide);
+                fills.push_back({{x - 40, y - 40, x + 1 + below(i % 3 == 0 ? 9 : 300), y + 1 + below(300)},
+                                 below(2) == 0 ? kRed : kBlackPixel});
+            }
+            Canvas together(kWide, kWide);
+            together.backend->FillRects(fills);
+            Canvas apart(kWide, kWide);
+            for (const auto& [rect, color] : fills)
+                for (int py = std::max(rect.top, 0); py < std::min(rect.bottom, kWide); ++py)
+                    for (int px = std::max(rect.left, 0); px < std::min(rect.right, kWide); ++px)
+                        apart.At(px, py) = color;
+            ASSERT_TRUE(together.memory == apart.memory) << count << " fills, turn " << turn;
+        }
+    }
 }
 
 TEST(PixelBlit, CopiesOntoItselfInAllDirections) {

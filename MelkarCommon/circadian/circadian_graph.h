@@ -2,8 +2,17 @@
 
 #include <MelkarCommon/frame/graph.h>
 
+#include <optional>
+#include <string>
+
 /// @file
 /// The activity sheet of a day.
+
+namespace melkar {
+struct ShownItem;
+struct ShownMark;
+struct ShownSeries;
+} // namespace melkar
 
 /// The activity sheet of one day: a strip of intensity classes, the day's intensity as a filled profile over 24 hours
 /// with the summary in it, the date above and the events below, and at the right the minutes at each of nine levels.
@@ -73,6 +82,7 @@ public:
     virtual void DrawPolygon();             ///< hours below the left panel, and the day's profile
     virtual void DrawClasses();             ///< class strip at the left
     virtual void DrawEvent();               ///< marks below the left panel
+    melkar::Contents Shown() const;         ///< levels as items, events as marks, date and summary as texts
     static melkar::ClassKeys ProfileKeys(); ///< the keys that this class reads
 
 protected:
@@ -144,4 +154,16 @@ private:
     MELKAR_LOCAL void DrawScaleCaptions(const CRect& lastFigure);
     MELKAR_LOCAL void DrawLevelBar(int level);
     MELKAR_LOCAL COLORREF ClassColorOf(int level) const;
+    MELKAR_LOCAL CString DateCaption() const;
+    MELKAR_LOCAL double MinutesAt(int level) const;
+    MELKAR_LOCAL int EventCount() const;
+    MELKAR_LOCAL std::optional<CRect> EventBox(int event) const;
+    MELKAR_LOCAL melkar::ShownSeries ClassShown(const CString& label, COLORREF color) const;
+    MELKAR_LOCAL melkar::ShownItem LevelShown(int level) const;
+    MELKAR_LOCAL melkar::ShownMark BorderShown(const std::string& label, double level, int y) const;
+    MELKAR_LOCAL void AddLevelsTo(melkar::Contents& contents) const;
+    MELKAR_LOCAL void AddBordersTo(melkar::Contents& contents) const;
+    MELKAR_LOCAL void AddEventsTo(melkar::Contents& contents) const;
+
+    int m_nEventSize = 0; ///< width and height of the event marks last painted
 };

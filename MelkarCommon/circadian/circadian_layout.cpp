@@ -134,6 +134,8 @@ CRect LevelBarOf(const CRect& panel, int level, double minutes) {
             panel.bottom - Share(height, lowerHalf, 2 * kPanelLevels) - 1};
 }
 
+CString MinutesText(double minutes) { return FormatFixed(minutes, 1); }
+
 CRect BarFigureBox(const CRect& panel, const CRect& bar) {
     return {AddEdge(bar.right, kFigureGap), bar.top + (bar.bottom - bar.top) / 2, panel.right, bar.bottom};
 }

@@ -6,6 +6,7 @@
 #include <MelkarCommon/support/activity_figures.h>
 
 #include <array>
+#include <cstdint>
 #include <optional>
 #include <vector>
 
@@ -44,6 +45,14 @@ struct ClassBounds {
 /// Of a sheet whose data say nothing of them.
 constexpr ClassBounds UsualBounds(int lang) {
     return lang == kLangExercise ? ClassBounds{4.0, 6.0} : ClassBounds{3.2, 6.8};
+}
+
+/// Classes of intensity, from the lowest.
+enum class IntensityClass : std::uint8_t { Light, Moderate, Vigorous };
+constexpr IntensityClass ClassOf(int level, ClassBounds bounds) {
+    if (level < bounds.from)
+        return IntensityClass::Light;
+    return level <= bounds.to ? IntensityClass::Moderate : IntensityClass::Vigorous;
 }
 
 // Panels
@@ -111,7 +120,9 @@ std::vector<int> MinuteLines(const CRect& panel, int step, int max);
 CRect MinuteFigureOf(const CRect& panel, int x, const CRect& measured);
 /// A level's bar; `minutes` that aren't a number count as 0.
 CRect LevelBarOf(const CRect& panel, int level, double minutes);
-/// Where a bar's figure is measured: behind the bar, from the middle of its height on.
+/// A bar's figure.
+CString MinutesText(double minutes);
+/// Where it is measured: behind the bar, from the middle of its height on.
 CRect BarFigureBox(const CRect& panel, const CRect& bar);
 /// Where it is written.
 struct BarFigure {

@@ -3,6 +3,7 @@
 #include <MelkarCommon/circadian/circadian_graph.h>
 
 #include <MelkarCommon/circadian/circadian_layout.h>
+#include <MelkarCommon/frame/text_limits.h>
 #include <MelkarCommon/platform/drawing.h>
 #include <MelkarCommon/platform/scoped.h>
 #include <MelkarCommon/support/chart_font.h>
@@ -14,12 +15,6 @@
 
 using melkar::ScopedFont;
 using melkar::ScopedPen;
-
-namespace {
-
-constexpr int kClassLabelBytes = 250;
-
-} // namespace
 
 /// The order decides what covers what: the profile lies on the grid and on the upper halves of the ticks, the summary
 /// on the profile, the frame on all of them.
@@ -60,18 +55,20 @@ void CCircadianGraph::DrawClasses() {
     for (const auto& one : classes)
         DrawRectangle(m_hMemDC, one.band, one.color, one.color, 0);
     for (const auto& one : classes) {
-        const CString label = Limited(one.label, kClassLabelBytes);
+        const CString label = Limited(one.label, melkar::kClassLabelBytes);
         const CRect size = MeasureText(label, DT_CALCRECT | DT_SINGLELINE | DT_VCENTER | DT_CENTER);
         PaintTurned(melkar::ClassLabelStart(one.band, size.Width()), label);
     }
     SetBkMode(m_hMemDC, TRANSPARENT); // left to the steps of a derived class
 }
 
+CString CCircadianGraph::DateCaption() const { return FormatDateEx(m_strDate, m_strDateFormatType, m_strLocale); }
+
 /// In black, whatever the profile's date colours.
 void CCircadianGraph::DrawDate() {
     const ScopedFont font(m_hMemDC, PlainFont(m_nDateFontSize));
     SetTextColor(m_hMemDC, melkar::kBlack);
-    const CString caption = FormatDateEx(m_strDate, m_strDateFormatType, m_strLocale);
+    const CString caption = DateCaption();
     m_rcDate = MeasureText(caption, DT_CALCRECT, {m_rcGraph.left, m_rcGraph.top + 1, m_rcLeft.right, 0});
     PaintText(caption, m_rcDate, DT_LEFT);
     // Left to the summary and to the steps of a derived class: black, on what is there or on the graph's colour.
@@ -81,15 +78,20 @@ void CCircadianGraph::DrawDate() {
 
 /// The marks are as high as a digit in the font that the surface came with.
 void CCircadianGraph::DrawEvent() {
-    const int size = MeasureText("0", DT_CALCRECT).Height();
-    const int count = std::min(m_saEvents.GetSize(), melkar::kMostEvents);
-    for (int i = 0; i < count; ++i) {
-        const auto minute = melkar::EventMinute(m_saEvents[i]);
-        if (!minute)
-            continue;
-        const CRect box = melkar::EventBoxOf(m_rcGraph, m_rcLeft, *minute, size);
-        melkar::FillPolygon(m_hMemDC, melkar::TriangleIn(box), m_crEvent);
-    }
+    m_nEventSize = MeasureText("0", DT_CALCRECT).Height();
+    for (int event = 0; event < EventCount(); ++event)
+        if (const auto box = EventBox(event))
+            melkar::FillPolygon(m_hMemDC, melkar::TriangleIn(*box), m_crEvent);
+}
+
+int CCircadianGraph::EventCount() const { return std::min(m_saEvents.GetSize(), melkar::kMostEvents); }
+
+/// Around the mark; none for a text that is no time.
+std::optional<CRect> CCircadianGraph::EventBox(int event) const {
+    const auto minute = melkar::EventMinute(m_saEvents[event]);
+    if (!minute)
+        return std::nullopt;
+    return melkar::EventBoxOf(m_rcGraph, m_rcLeft, *minute, m_nEventSize);
 }
 
 void CCircadianGraph::DrawPolygon() {

@@ -77,17 +77,25 @@ void CCircadianGraph::DrawScaleCaptions(const CRect& lastFigure) {
 }
 
 COLORREF CCircadianGraph::ClassColorOf(int level) const {
-    if (level < m_dModerateFrom)
+    switch (melkar::ClassOf(level, {m_dModerateFrom, m_dModerateTo})) {
+    case melkar::IntensityClass::Light:
         return m_crLight;
-    return level <= m_dModerateTo ? m_crModerate : m_crVigorous;
+    case melkar::IntensityClass::Moderate:
+        return m_crModerate;
+    case melkar::IntensityClass::Vigorous:
+        break;
+    }
+    return m_crVigorous;
 }
+
+double CCircadianGraph::MinutesAt(int level) const { return melkar::ToDouble(m_saLevelMinutes[level - 1]); }
 
 /// A figure behind the bar clears the dots of the scale under it; one that doesn't fit there stands on the bar.
 void CCircadianGraph::DrawLevelBar(int level) {
-    const double minutes = melkar::ToDouble(m_saLevelMinutes[level - 1]);
+    const double minutes = MinutesAt(level);
     const CRect bar = melkar::LevelBarOf(m_rcRight, level, minutes);
     DrawRectangle(m_hMemDC, bar, ClassColorOf(level), m_crPen, 1);
-    const CString text = melkar::FormatFixed(minutes, 1);
+    const CString text = melkar::MinutesText(minutes);
     const CRect measured = MeasureText(text, DT_CALCRECT | DT_SINGLELINE, melkar::BarFigureBox(m_rcRight, bar));
     const melkar::BarFigure figure = melkar::BarFigureOf(m_rcRight, bar, measured);
     SetBkColor(m_hMemDC, m_crCanvas);

@@ -4,6 +4,7 @@
 #include <MelkarCommon/bars/simulation.h>
 #include <MelkarCommon/registry/catalogue.h>
 #include <MelkarCommon/registry/shown_by.h>
+#include <frame/contents_text.h>
 
 namespace {
 
@@ -11,23 +12,7 @@ using melkar::AxisSide;
 using melkar::Contents;
 using melkar::MarkKind;
 using melkar::ShownBy;
-using melkar::ShownFigure;
 using melkar::ShownItem;
-
-/// "left,top right,bottom"
-std::string Text(const CRect& area) {
-    return std::to_string(area.left) + "," + std::to_string(area.top) + " " + std::to_string(area.right) + "," +
-           std::to_string(area.bottom);
-}
-
-/// "series:text@area" for each figure, an exclamation mark behind those that are clipped.
-std::string Figures(const ShownItem& item) {
-    std::string all;
-    for (const ShownFigure& figure : item.figures)
-        all += std::to_string(figure.series) + ":" + figure.text + "@" + Text(figure.area) +
-               (figure.isClipped ? "!|" : "|");
-    return all;
-}
 
 class BarContents : public ChartTest {};
 
@@ -58,9 +43,8 @@ TEST_F(BarContents, WholeChart) {
     EXPECT_EQ(without.status, 1);
     EXPECT_EQ(without.reached, std::nullopt);
     ASSERT_THAT(shown.marks, SizeIs(2));
-    const auto mark = [](const melkar::ShownMark& one) { return one.label + "|" + one.text + "|" + Text(one.area); };
-    EXPECT_EQ(mark(shown.marks[0]), "mean|503.9|173,273 1073,277");
-    EXPECT_EQ(mark(shown.marks[1]), "goal|334|173,322 623,326");
+    EXPECT_EQ(Text(shown.marks[0]), "mean|503.9|173,273 1073,277");
+    EXPECT_EQ(Text(shown.marks[1]), "goal|334|173,322 623,326");
 }
 
 TEST_F(BarContents, Days) {
@@ -119,8 +103,7 @@ TEST_F(BarContents, PartsOfAStackAndTheBand) {
     EXPECT_EQ(Figures(shown.items.at(1)), "0:500@735,388 960,425|1:4500@735,125 960,388!|")
         << "the sum leaves the scale";
     ASSERT_THAT(shown.marks, SizeIs(1));
-    EXPECT_EQ(shown.marks[0].label + "|" + shown.marks[0].text + "|" + Text(shown.marks[0].area),
-              "intake|1000|173,350 1073,425");
+    EXPECT_EQ(Text(shown.marks[0]), "intake|1000|173,350 1073,425");
 }
 
 /// Dots of four days stand at 285, 510, 735 and 960; 60 is the bottom of the right scale, 80 its top.

@@ -1,4 +1,6 @@
 #include <MelkarCommon/circadian/circadian_graph.h>
+#include <MelkarCommon/registry/shown_by.h>
+#include <frame/contents_text.h>
 #include <frame/host_fixture.h>
 
 namespace {
@@ -118,6 +120,63 @@ TEST_F(CircadianGraph, WholeDay) {
             "fill 957,190 1x16 #010203", "fill 881,190 76x16 #140000", "text \"39.0\" 918,188 40x20 \"F 16\" #000000",
             "line 880,78 960,78 #010203 w1", "line 960,78 960,278 #010203 w1", "line 960,278 880,278 #010203 w1",
             "line 880,278 880,78 #010203 w1"));
+}
+
+/// Areas and texts are those of the record of the whole day.
+TEST_F(CircadianGraph, TellsWhatItShows) {
+    CCircadianGraph graph = MakeDay(0);
+    SetDay(graph, {});
+    DrawRecorded(graph);
+    const melkar::Contents shown = melkar::ShownBy(graph);
+    EXPECT_EQ(shown.kind + "|" + shown.title + "|" + shown.unit, "day||min");
+    EXPECT_THAT(shown.texts, ElementsAre("02.03.2026", "8123 steps 321 kcal  act 1987 kcal sport 2.5Ex"));
+    EXPECT_THAT(shown.messages, IsEmpty()) << "a sheet has no days that could lack records";
+    ASSERT_THAT(shown.items, SizeIs(9));
+    EXPECT_EQ(shown.items[0].caption + "|" + shown.items[0].text + "|" + Figures(shown.items[0]),
+              "1|3.2|0:3.2@880,249 886,267|");
+    EXPECT_EQ(Text(shown.items[0].area), "880,249 960,267") << "with the figure behind the bar";
+    EXPECT_EQ(Figures(shown.items[1]), "0:0.0@880,229 880,247|") << "an empty text is painted as 0";
+    EXPECT_EQ(Figures(shown.items[2]), "0:40.0@880,209 960,227|") << "full, but not beyond";
+    EXPECT_EQ(Figures(shown.items[3]), "1:39.0@880,189 958,207|");
+    EXPECT_TRUE(shown.items[4].isMissing);
+    ASSERT_THAT(shown.series, SizeIs(3));
+    EXPECT_EQ(shown.series[1].name, "mod");
+    EXPECT_EQ(shown.series[1].color, RGB(20, 0, 0));
+    ASSERT_THAT(shown.marks, SizeIs(3));
+    EXPECT_EQ(Text(shown.marks[0]), "mod||100,208 140,209") << "in the strip alone: each level has a line";
+    EXPECT_EQ(Text(shown.marks[1]), "vig||100,148 140,149");
+    EXPECT_EQ(Text(shown.marks[2]), "|1230|504,293 519,308");
+    EXPECT_EQ(shown.marks[2].value, 750);
+    ASSERT_THAT(shown.axes, SizeIs(3));
+    EXPECT_EQ(shown.axes[0].label + "|" + shown.axes[1].label, "level|min");
+    EXPECT_EQ(shown.axes[1].to, 40);
+}
+
+TEST_F(CircadianGraph, TellsWhatItsLanguageAndItsStatusShow) {
+    const std::tuple<const char*, int, int, std::size_t, std::size_t, std::string> cases[] = {
+        // items, texts
+        {"left panel alone", 1, 0, 0, 2, ""},
+        {"excluded", 2, 1, 9, 2, "day out"},
+        {"no data", 2, 3, 9, 2, "nodata"},
+        {"no records: the message alone", 2, 4, 0, 0, "none"},
+    };
+    for (const auto& [why, lang, status, items, texts, message] : cases) {
+        CCircadianGraph graph = MakeDay(lang);
+        Day day;
+        day.status = status;
+        day.levels = {"40.1"};
+        SetDay(graph, day);
+        DrawRecorded(graph);
+        const melkar::Contents shown = melkar::ShownBy(graph);
+        EXPECT_EQ(shown.items.size(), items) << why;
+        EXPECT_EQ(shown.texts.size(), texts) << why;
+        EXPECT_EQ(shown.messages.empty() ? "" : shown.messages[0], message) << why;
+        EXPECT_EQ(shown.axes.size(), items > 0 ? 3U : texts / 2) << why << ": the hours are there without the levels";
+        if (items > 0) {
+            EXPECT_TRUE(shown.items[0].figures.at(0).isClipped) << why;
+            EXPECT_EQ(Text(shown.marks.at(0)), "mod||144,208 850,209") << why << ": a line of its own";
+        }
+    }
 }
 
 TEST_F(CircadianGraph, HoursAndProfile) {

@@ -2,6 +2,7 @@
 
 #include <MelkarCommon/platform/files/byte_order_mark.h>
 #include <MelkarCommon/platform/files/paths.h>
+#include <MelkarCommon/platform/files/profile_lines.h>
 #include <MelkarCommon/platform/files/profile_snapshot.h>
 #include <MelkarCommon/platform/values/ascii.h>
 
@@ -15,14 +16,6 @@
 
 namespace melkar {
 namespace {
-
-/// Cuts the first line off `rest`. @return it without blanks at its ends, so without a carriage return, too.
-std::string_view TakeLine(std::string_view& rest) {
-    const std::size_t end = rest.find('\n');
-    const std::string_view line = rest.substr(0, end);
-    rest.remove_prefix(end == std::string_view::npos ? rest.size() : end + 1);
-    return TrimBlanks(line);
-}
 
 /// Where the next line that begins with a bracket has it; `from` is the start of a line. Looks for brackets rather
 /// than for lines: a profile has many keys for each section.
@@ -50,33 +43,14 @@ std::optional<SectionText> TakeSection(std::string_view& rest) {
     rest.remove_prefix(bracket);
     const std::string_view header = TakeLine(rest);
     const std::size_t end = std::min(FindBracket(rest, 0), rest.size());
-    const SectionText section{TrimBlanks(header.substr(1, header.find(']') - 1)), rest.substr(0, end)};
+    const SectionText section{SectionName(header), rest.substr(0, end)};
     rest.remove_prefix(end);
     return section;
 }
 
-std::string_view WithoutQuotes(std::string_view value) {
-    const bool isQuoted =
-        value.size() >= 2 && value.front() == value.back() && (value.front() == '"' || value.front() == '\'');
-    return isQuoted ? value.substr(1, value.size() - 2) : value;
-}
-
-struct KeyAndValue {
-    std::string_view key;
-    std::string_view value;
-};
-
-/// Nothing for a comment and for a line without a key.
-std::optional<KeyAndValue> SplitLine(std::string_view line) {
-    const std::size_t equals = line.find('=');
-    if (line.starts_with(';') || equals == std::string_view::npos || equals == 0)
-        return std::nullopt;
-    return KeyAndValue{TrimBlanks(line.substr(0, equals)), WithoutQuotes(TrimBlanks(line.substr(equals + 1)))};
-}
-
 std::optional<std::string_view> FindInSection(std::string_view body, std::string_view key) {
     while (!body.empty()) {
-        const auto entry = SplitLine(TakeLine(body));
+        const auto entry = SplitProfileLine(TakeLine(body));
         if (entry && EqualNoCase(entry->key, key))
             return entry->value;
     }
@@ -169,7 +143,7 @@ void ProfileSnapshot::Section::Take(std::string_view body) {
         return;
     bytes = body.size();
     while (!body.empty())
-        if (const auto entry = SplitLine(TakeLine(body)))
+        if (const auto entry = SplitProfileLine(TakeLine(body)))
             entries.push_back({std::string(entry->key), std::string(entry->value)});
 }
 

@@ -28,36 +28,45 @@ constexpr int kNoScaleCode = 340;   ///< what the log says of it
 
 struct CBarGraph::KeyRows : melkar::Keys<CBarGraph> {
     static constexpr Row rows[] = {
-        Color<&G::m_crBar>(Own, "BARSCOLOR_RGB", "bar below its target, or without one"),
-        Color<&G::m_crBar2>(Own, "BARSCOLOR2_RGB", "bar at or above its target"),
+        Color<&G::m_crBar>(Own, "BARSCOLOR_RGB", "bar below its target, or without one")
+            .MarkOn("CANVASCOLOR_RGB")
+            .Or("BARSCOLOR%d_RGB"),
+        Color<&G::m_crBar2>(Own, "BARSCOLOR2_RGB", "bar at or above its target")
+            .MarkOn("CANVASCOLOR_RGB")
+            .Beside("BARSCOLOR_RGB"),
         Text<&G::m_strVAxsLabel>(Own, "VAXSLABEL", "vertical axis label: the unit").Example("steps"),
         Text<&G::m_strHAxsLabel>(Own, "HAXSLABEL", "horizontal axis label").Example("day"),
-        Number<&G::m_nVAxsSize>(Own, "VAXSSIZE", 0, "kept; no painting uses it"),
-        Number<&G::m_nHAxsSize>(Own, "HAXSSIZE", 0, "kept; no painting uses it"),
+        Number<&G::m_nVAxsSize>(Own, "VAXSSIZE", 0, "kept; no painting uses it").Idle(),
+        Number<&G::m_nHAxsSize>(Own, "HAXSSIZE", 0, "kept; no painting uses it").Idle(),
         Switch<&G::m_bPrintTarget>(Own, "IS_PRINTTARGET", "above 0: target legend and line"),
         Switch<&G::m_bPrintAverage>(Own, "IS_PRINTAVERAGE", "above 0: average legend and line"),
         Text<&G::m_strTargetLabel>(Own, "TARGETLABEL", "target legend"),
-        Color<&G::m_crTarget>(Own, "TARGETCOLOR_RGB", "target line"),
-        Number<&G::m_nTargetTop>(Own, "TargetTop", 0, "kept; no painting uses it"),
-        Number<&G::m_nTargetLeft>(Own, "TargetLeft", 0, "kept; no painting uses it"),
+        Color<&G::m_crTarget>(Own, "TARGETCOLOR_RGB", "target line").MarkOn("CANVASCOLOR_RGB"),
+        Number<&G::m_nTargetTop>(Own, "TargetTop", 0, "kept; no painting uses it").Idle(),
+        Number<&G::m_nTargetLeft>(Own, "TargetLeft", 0, "kept; no painting uses it").Idle(),
         Text<&G::m_strAverageLabel>(Own, "AVERAGELABEL", "average legend").Example("Average"),
-        Color<&G::m_crAverage>(Own, "AVERAGECOLOR_RGB", "average line"),
-        Number<&G::m_nAverageTop>(Own, "AverageTop", 0, "kept; no painting uses it"),
-        Number<&G::m_nAverageLeft>(Own, "AverageLeft", 0, "kept; no painting uses it"),
-        Colors<&G::m_crSeries, &G::m_nSeriesCount>(Own, "BARSCOLOR%d_RGB", "stacked series, from the bottom"),
-        Color<&G::m_crBalloon>(Common, "BALLOONCOLOR_RGB", "balloon"),
-        Number<&G::m_nChartMax, &G::m_nDefChartMax>(Own, "CHARTMAX", 0, "top of the scale"),
+        Color<&G::m_crAverage>(Own, "AVERAGECOLOR_RGB", "average line").MarkOn("CANVASCOLOR_RGB"),
+        Number<&G::m_nAverageTop>(Own, "AverageTop", 0, "kept; no painting uses it").Idle(),
+        Number<&G::m_nAverageLeft>(Own, "AverageLeft", 0, "kept; no painting uses it").Idle(),
+        Colors<&G::m_crSeries, &G::m_nSeriesCount>(Own, "BARSCOLOR%d_RGB", "stacked series, from the bottom")
+            .MarkOn("CANVASCOLOR_RGB")
+            .Beside("BARSCOLOR%d_RGB"),
+        Color<&G::m_crBalloon>(Common, "BALLOONCOLOR_RGB", "balloon").UnderText(),
+        Number<&G::m_nChartMax, &G::m_nDefChartMax>(Own, "CHARTMAX", 0, "top of the scale").TopFrom("CHARTMIN"),
         Number<&G::m_nChartMin>(Own, "CHARTMIN", 0, "bottom of the scale"),
-        Number<&G::m_dChartInterval, &G::m_nDefChartInterval>(Own, "CHARTINTERVAL", 0, "step of the scale"),
+        Number<&G::m_dChartInterval, &G::m_nDefChartInterval>(Own, "CHARTINTERVAL", 0, "step of the scale")
+            .StepTo("CHARTMAX"),
         Number<&G::m_nChartMaxBig, &G::m_nDefChartMaxBig>(Own, "CHARTMAX_BIG", 0, "top of the big scale")
+            .FreeTopFrom("CHARTMIN")
             .Example("20000"),
         Number<&G::m_nChartIntervalBig, &G::m_nDefChartIntervalBig>(Own, "CHARTINTERVAL_BIG", 0,
                                                                     "step of the big scale")
+            .StepTo("CHARTMAX_BIG")
             .Example("4000"),
         Number<&G::m_nVMeasureSize>(Common, "VMEASURESIZE", 12, "scale labels, points"),
         Number<&G::m_nVMeasureLabelSize, &G::m_nHMeasureLabelSize>(Common, "MEASURELABELSIZE", 12,
                                                                    "axis labels, points"),
-        Number<&G::m_nHMeasureSize>(Common, "HMEASURESIZE", 12, "kept; no painting uses it"),
+        Number<&G::m_nHMeasureSize>(Common, "HMEASURESIZE", 12, "kept; no painting uses it").Idle(),
         Number<&G::m_nDateSize>(Common, "DATESIZE", 12, "date strip, points"),
     };
 };

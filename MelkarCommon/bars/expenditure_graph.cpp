@@ -21,7 +21,7 @@ struct CExpenditureGraph::KeyRows : melkar::Keys<CExpenditureGraph> {
         Text<&G::m_strEx1Label>(Own, "EX1_LABEL", "legend of both parts"),
         Text<&G::m_strEx2Label>(Own, "EX2_LABEL", "legend of the second part"),
         Text<&G::m_strAverageIntakeLabel>(Own, "AVERAGE_INTAKE_LABEL", "label of the intake band"),
-        Color<&G::m_crIntake>(Own, "INTAKECOLOR_RGB", "intake band"),
+        Color<&G::m_crIntake>(Own, "INTAKECOLOR_RGB", "intake band").UnderText(),
     };
 };
 

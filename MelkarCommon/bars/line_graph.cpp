@@ -30,16 +30,22 @@ constexpr double kLabelGap = 5;     ///< and so many pixels
 struct CLineGraph::KeyRows : melkar::Keys<CLineGraph> {
     static constexpr Row rows[] = {
         Text<&G::m_strVLineAxsLabel>(Own, "VLINEAXSLABEL", "label of the right scale"),
-        Number<&G::m_nVLineAxsSize>(Own, "VLineAXSSIZE", 0, "kept; no painting uses it"),
-        Colors<&G::m_crLine, &G::m_nLineCount>(Own, "LINESCOLOR%d_RGB", "dots and strokes of a line"),
-        Colors<&G::m_crLineTarget, &G::m_nLineCount>(Own, "LINES_TARGETCOLOR%d_RGB", "kept; no painting uses it"),
-        Number<&G::m_dChartLineMax, &G::m_nDefLineMax>(Own, "CHARTLINEMAX", 0, "top of the right scale"),
+        Number<&G::m_nVLineAxsSize>(Own, "VLineAXSSIZE", 0, "kept; no painting uses it").Idle(),
+        Colors<&G::m_crLine, &G::m_nLineCount>(Own, "LINESCOLOR%d_RGB", "dots and strokes of a line")
+            .MarkOn("CANVASCOLOR_RGB")
+            .Beside("LINESCOLOR%d_RGB"),
+        Colors<&G::m_crLineTarget, &G::m_nLineCount>(Own, "LINES_TARGETCOLOR%d_RGB", "kept; no painting uses it")
+            .Idle(),
+        Number<&G::m_dChartLineMax, &G::m_nDefLineMax>(Own, "CHARTLINEMAX", 0, "top of the right scale")
+            .FreeTopFrom("CHARTLINEMIN"),
         Number<&G::m_dChartLineMin>(Own, "CHARTLINEMIN", 0, "bottom of the right scale"),
-        Number<&G::m_dChartLineInterval, &G::m_nDefLineInterval>(Own, "CHARTLINEINTERVAL", 0,
-                                                                 "step of the right scale"),
-        Number<&G::m_nChartLineMaxBig, &G::m_nDefLineMaxBig>(Own, "CHARTLINEMAX_BIG", 0, "kept; nothing selects it"),
+        Number<&G::m_dChartLineInterval, &G::m_nDefLineInterval>(Own, "CHARTLINEINTERVAL", 0, "step of the right scale")
+            .StepTo("CHARTLINEMAX"),
+        Number<&G::m_nChartLineMaxBig, &G::m_nDefLineMaxBig>(Own, "CHARTLINEMAX_BIG", 0, "kept; nothing selects it")
+            .Idle(),
         Number<&G::m_nChartLineIntervalBig, &G::m_nDefLineIntervalBig>(Own, "CHARTLINEINTERVAL_BIG", 0,
-                                                                       "kept; nothing selects it"),
+                                                                       "kept; nothing selects it")
+            .Idle(),
     };
 };
 

@@ -25,9 +25,11 @@ constexpr double kLabelShare = 0.2; ///< of its height, from the label of the ri
 
 struct CSimulation::KeyRows : melkar::Keys<CSimulation> {
     static constexpr Row rows[] = {
-        Color<&G::m_crOverweight>(Own, "OVERWEIGHTCOLOR_RGB", "weight above its target"),
-        Color<&G::m_crUnderweight>(Own, "UNDERWEIGHTCOLOR_RGB", "weight at or below its target"),
-        Color<&G::m_crTargetWeight>(Own, "TARGETWEIGHTCOLOR_RGB", "target weight line"),
+        Color<&G::m_crOverweight>(Own, "OVERWEIGHTCOLOR_RGB", "weight above its target").MarkOn("CANVASCOLOR_RGB"),
+        Color<&G::m_crUnderweight>(Own, "UNDERWEIGHTCOLOR_RGB", "weight at or below its target")
+            .MarkOn("CANVASCOLOR_RGB")
+            .Beside("OVERWEIGHTCOLOR_RGB"),
+        Color<&G::m_crTargetWeight>(Own, "TARGETWEIGHTCOLOR_RGB", "target weight line").MarkOn("CANVASCOLOR_RGB"),
         Text<&G::m_strWeightLabel>(Own, "WEIGHTSTRING", "legend of the weights, label of the right scale"),
         Text<&G::m_strTargetWeightLabel>(Own, "TARGETWEIGHTSTRING", "legend of the target weight"),
     };

@@ -24,17 +24,20 @@ constexpr int kSectionBytes = 255;
 
 struct CCircadianGraph::KeyRows : melkar::Keys<CCircadianGraph> {
     static constexpr Row rows[] = {
-        Color<&G::m_crDate>(Own, "DATECOLOR_RGB", "kept; no painting uses it"),
-        Color<&G::m_crDateBack>(Own, "DATEBAKCOLOR_RGB", "kept; no painting uses it"),
-        Color<&G::m_crVigorous>(Own, "VIGOROUSCOLOR_RGB", "vigorous class: strip and bars; its label is black"),
-        Color<&G::m_crModerate>(Own, "MODERATECOLOR_RGB", "moderate class"),
-        Color<&G::m_crLight>(Own, "LIGHTCOLOR_RGB", "light class"),
+        Color<&G::m_crDate>(Own, "DATECOLOR_RGB", "kept; no painting uses it").Idle(),
+        Color<&G::m_crDateBack>(Own, "DATEBAKCOLOR_RGB", "kept; no painting uses it").Idle(),
+        Color<&G::m_crVigorous>(Own, "VIGOROUSCOLOR_RGB", "vigorous class: strip and bars; its label is black")
+            .UnderText()
+            .Beside("MODERATECOLOR_RGB"),
+        Color<&G::m_crModerate>(Own, "MODERATECOLOR_RGB", "moderate class").UnderText().Beside("LIGHTCOLOR_RGB"),
+        Color<&G::m_crLight>(Own, "LIGHTCOLOR_RGB", "light class").UnderText(),
         Text<&G::m_strVigorousLabel>(Own, "VIGOROUSLABEL", "vigorous class, reading upwards"),
         Text<&G::m_strModerateLabel>(Own, "MODERATELABEL", "moderate class"),
         Text<&G::m_strLightLabel>(Own, "LIGHTLABEL", "light class"),
-        Text<&G::m_strCalmLabel>(Own, "CALMLABEL", "kept; no painting uses it"),
-        Color<&G::m_crPolygon>(Own, "POLYGONCOLOR_RGB", "fill of the day's profile; the summary on it is black"),
-        Color<&G::m_crEvent>(Own, "EVENTCOLOR_RGB", "event marks"),
+        Text<&G::m_strCalmLabel>(Own, "CALMLABEL", "kept; no painting uses it").Idle(),
+        Color<&G::m_crPolygon>(Own, "POLYGONCOLOR_RGB", "fill of the day's profile; the summary on it is black")
+            .UnderText(),
+        Color<&G::m_crEvent>(Own, "EVENTCOLOR_RGB", "event marks").MarkOn("CANVASCOLOR_RGB"),
         Text<&G::m_strIntensityLabel>(Own, "INTENSITY", "above the minutes at the levels"),
         Text<&G::m_strMinLabel>(Own, "MIN", "unit below the minutes at the levels"),
         Text<&G::m_strStepUnit>(Own, "STEPUNIT", "behind the steps"),

@@ -66,9 +66,11 @@ struct CCircleGraph::KeyRows : melkar::Keys<CCircleGraph> {
         Text<&G::m_strLightLabel>(Own, "LIGHTLABEL", "light class"),
         Text<&G::m_strModerateLabel>(Own, "MODERATELABEL", "moderate class"),
         Text<&G::m_strVigorousLabel>(Own, "VIGOROUSLABEL", "vigorous class"),
-        Color<&G::m_crLight>(Own, "LIGHTCOLOR_RGB", "light class: slice and legend"),
-        Color<&G::m_crModerate>(Own, "MODERATECOLOR_RGB", "moderate class"),
-        Color<&G::m_crVigorous>(Own, "VIGOROUSCOLOR_RGB", "vigorous class"),
+        Color<&G::m_crLight>(Own, "LIGHTCOLOR_RGB", "light class: slice and legend")
+            .MarkOn("BASECOLOR_RGB")
+            .Beside("MODERATECOLOR_RGB"),
+        Color<&G::m_crModerate>(Own, "MODERATECOLOR_RGB", "moderate class").Beside("VIGOROUSCOLOR_RGB"),
+        Color<&G::m_crVigorous>(Own, "VIGOROUSCOLOR_RGB", "vigorous class").Beside("LIGHTCOLOR_RGB"),
     };
 };
 

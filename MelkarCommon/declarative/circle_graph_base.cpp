@@ -23,10 +23,10 @@ constexpr const char* kWholeFigure = "%.0f";
 
 struct CCircleGraphBase::KeyRows : melkar::Keys<CCircleGraphBase> {
     static constexpr Row rows[] = {
-        ColorList<&G::m_vecValues, &circle_value::color>(Own, "GRAPH_VALUE_RGB%d",
-                                                         "slices; black can't be one of them"),
+        ColorList<&G::m_vecValues, &circle_value::color>(Own, "GRAPH_VALUE_RGB%d", "slices; black can't be one of them")
+            .Beside("GRAPH_VALUE_RGB%d"),
         Number<&G::m_nValueFont>(Own, "GRAPH_VALUE_FONT", 0, "labels, cell height"),
-        Text<&G::m_strValueFormat>(Own, "GRAPH_VALUE_FORMAT", "format of a label's figure").Else(kWholeFigure),
+        Text<&G::m_strValueFormat>(Own, "GRAPH_VALUE_FORMAT", "format of a label's figure").Format().Else(kWholeFigure),
         Text<&G::m_strValueUnit>(Own, "GRAPH_VALUE_UNIT", "behind each label"),
     };
 };

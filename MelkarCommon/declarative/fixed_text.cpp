@@ -17,8 +17,8 @@ struct CFixedText::KeyRows : melkar::Keys<CFixedText> {
     static constexpr Row rows[] = {
         Text<&G::m_strText>(Own, "%s", "the text; `__YN__` breaks the line"),
         Number<&G::m_nFontSize>(Own, "%s_FONT", kPlainSize, "cell height of the font"),
-        Text<&G::m_strFontName>(Own, "%s_FONTNAME", "face").Else<&G::m_strFont>("FONT").Example("DejaVu Serif"),
-        Color<&G::m_crText>(Own, "%s_RGB", "colour"),
+        Text<&G::m_strFontName>(Own, "%s_FONTNAME", "face").Face().Else<&G::m_strFont>("FONT").Example("DejaVu Serif"),
+        Color<&G::m_crText>(Own, "%s_RGB", "colour").TextOn("BASE_RGB"),
     };
 };
 

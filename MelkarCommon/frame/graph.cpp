@@ -26,15 +26,17 @@ struct CGraph::KeyRows : melkar::Keys<CGraph> {
     static constexpr Row rows[] = {
         Number<&G::m_nLang>(Common, "LANG", 0, "language number"),
         Text<&G::m_strLocale>(Common, "LOCALE", "locale of dates, such as ja_JP.UTF-8").Example("en_US.UTF-8"),
-        Color<&G::m_crCanvas>(Common, "CANVASCOLOR_RGB", "background of the canvas"),
-        Color<&G::m_crBase>(Common, "BASECOLOR_RGB", "background of the whole graph"),
+        Color<&G::m_crCanvas>(Common, "CANVASCOLOR_RGB", "background of the canvas").UnderText(),
+        Color<&G::m_crBase>(Common, "BASECOLOR_RGB", "background of the whole graph").UnderText(),
         Color<&G::m_crPen>(Common, "PENCOLOR_RGB", "lines and frames"),
-        Color<&G::m_crSideBar>(Own, "SIDEBARCOLOR_RGB", "kept; no graph paints with it"),
+        Color<&G::m_crSideBar>(Own, "SIDEBARCOLOR_RGB", "kept; no graph paints with it").Idle(),
         Text<melkar::In<&G::m_Title, &CText::m_strText>>(Own, "TITLELABEL", "title").Example("\" Steps\""),
         Color<melkar::In<&G::m_Title, &CText::m_crColor>>(Own, "TITLECOLOR_RGB",
-                                                          "title; in the background's colour it keeps its room only"),
+                                                          "title; in the background's colour it keeps its room only")
+            .TitleOn("BASECOLOR_RGB"),
         Number<melkar::In<&G::m_Title, &CText::m_nSize>>(Own, "TITLESIZE", 0, "title, points").Example("15"),
         Text<&G::m_strFont, melkar::In<&G::m_Title, &CText::m_strFontName>>(Common, "FONT", "face of all texts")
+            .Face()
             .Example("DejaVu Sans"),
         Number<&G::m_nCharset, melkar::In<&G::m_Title, &CText::m_dwCharSet>>(
             Common, "CHARSET", 0, "character set of texts that aren't UTF-8"),
@@ -43,9 +45,9 @@ struct CGraph::KeyRows : melkar::Keys<CGraph> {
             .Example("DATE_SHORT"),
         Text<&G::m_strDateFormatSpan>(Common, "GRAPH_DATE_FORMAT_SPAN", "between the two dates of a period")
             .Example("\" - \""),
-        Color<&G::m_crExclude>(Common, "EXCLUDE_COLOR_RGB", "excluded message"),
-        Color<&G::m_crNoData>(Common, "NODATA_COLOR_RGB", "no-data message"),
-        Color<&G::m_crNoRecords>(Common, "NORECORDS_COLOR_RGB", "no-records message"),
+        Color<&G::m_crExclude>(Common, "EXCLUDE_COLOR_RGB", "excluded message").TextOn("CANVASCOLOR_RGB"),
+        Color<&G::m_crNoData>(Common, "NODATA_COLOR_RGB", "no-data message").TextOn("CANVASCOLOR_RGB"),
+        Color<&G::m_crNoRecords>(Common, "NORECORDS_COLOR_RGB", "no-records message").TextOn("CANVASCOLOR_RGB"),
         Message<&G::m_strNoRecordsMessage>(Common, "NORECORDS_MESSAGE", "shown if no day has records")
             .Example("No records yet"),
         Message<&G::m_strNoDataMessage>(Common, "NODATA_MESSAGE", "shown if no day has data")

@@ -67,6 +67,25 @@ enum class KeyType : std::uint8_t {
     Point,    ///< "x,y"
 };
 
+/// What a key is to who checks profiles, beyond its type; no graph asks.
+enum class KeyRole : std::uint8_t {
+    Plain,
+    Idle,         ///< kept: nothing is painted by it
+    Figure,       ///< a text that has to be a number
+    Format,       ///< a text that is the format of one figure
+    Face,         ///< a text that names a font
+    TextColor,    ///< of texts on the ground `with`
+    TitleColor,   ///< the same; in the colour of the ground they are hidden, and keep their room
+    MarkColor,    ///< of marks on the ground `with`
+    Ground,       ///< a colour that black texts stand on
+    ScaleTop,     ///< end of the scale that begins at `with`
+    FreeScaleTop, ///< the same; at or below that there is no such scale
+    ScaleStep,    ///< step of the scale that ends at `with`
+    ScaleParts,   ///< into how many parts the scale that ends at `with` is divided
+    Box,          ///< left and top of a box, from those of the picture; right and bottom are `with`
+    TitleBox,     ///< the same with a distance from the right, `with`, and a height, `beside`; none has no box
+};
+
 /// What a profile's author needs to know of a key.
 struct KeyInfo {
     KeySection section;  ///< where it stands
@@ -79,6 +98,10 @@ struct KeyInfo {
     const char* gate = "";         ///< the key of the switch without which this one isn't read, if there is one
     const char* example = "";      ///< a value as it may stand in the profile; see `ExampleOf`
     int firstIndex = 0;            ///< what "%d" counts from
+    KeyRole role = KeyRole::Plain; ///< what it is to who checks profiles
+    const char* with = "";         ///< the other key that the role speaks of
+    const char* beside = "";       ///< of a colour: key of one that stands next to it, for people to tell apart
+    const char* instead = "";      ///< a key that does as well where a chart needs this one
 };
 
 /// A value of the key as it may stand in a profile: its own example, or one that its type suggests.
@@ -217,6 +240,49 @@ template <class Graph> struct KeyRow {
     constexpr KeyRow Example(const char* value) const {
         KeyRow row = *this;
         row.info.example = value;
+        return row;
+    }
+
+    /// @name For who checks profiles
+    /// @{
+
+    /// The key is to them what the role of that name tells.
+    constexpr KeyRow Idle() const { return As(KeyRole::Idle); }
+    constexpr KeyRow Figure() const { return As(KeyRole::Figure); }
+    constexpr KeyRow Format() const { return As(KeyRole::Format); }
+    constexpr KeyRow Face() const { return As(KeyRole::Face); }
+    constexpr KeyRow TextOn(const char* ground) const { return As(KeyRole::TextColor, ground); }
+    constexpr KeyRow TitleOn(const char* ground) const { return As(KeyRole::TitleColor, ground); }
+    constexpr KeyRow MarkOn(const char* ground) const { return As(KeyRole::MarkColor, ground); }
+    constexpr KeyRow UnderText() const { return As(KeyRole::Ground); }
+    constexpr KeyRow TopFrom(const char* bottom) const { return As(KeyRole::ScaleTop, bottom); }
+    constexpr KeyRow FreeTopFrom(const char* bottom) const { return As(KeyRole::FreeScaleTop, bottom); }
+    constexpr KeyRow StepTo(const char* top) const { return As(KeyRole::ScaleStep, top); }
+    constexpr KeyRow PartsTo(const char* top) const { return As(KeyRole::ScaleParts, top); }
+    constexpr KeyRow BoxTo(const char* rightBottom) const { return As(KeyRole::Box, rightBottom); }
+    constexpr KeyRow TitleBoxTo(const char* right, const char* height) const {
+        return As(KeyRole::TitleBox, right).Beside(height);
+    }
+    /// @}
+
+    /// The colour stands next to that of another key; of its own numbered row: next to the following one.
+    constexpr KeyRow Beside(const char* key) const {
+        KeyRow row = *this;
+        row.info.beside = key;
+        return row;
+    }
+    /// A chart that needs this key can do with that one in its place.
+    constexpr KeyRow Or(const char* key) const {
+        KeyRow row = *this;
+        row.info.instead = key;
+        return row;
+    }
+
+private:
+    constexpr KeyRow As(KeyRole role, const char* with = "") const {
+        KeyRow row = *this;
+        row.info.role = role;
+        row.info.with = with;
         return row;
     }
 };

@@ -19,10 +19,11 @@ struct CBMIGraph_Base::KeyRows : melkar::Keys<CBMIGraph_Base> {
             .Example("DejaVu Sans"),
         Colors<&G::m_crClass, &G::m_nClassCount>(Own, "CLASSCOLOR%d_RGB", "value class, from the lowest"),
         Decimals<&G::m_dClassMax, &G::m_nClassCount>(Own, "CLASSMAXVALUE%d",
-                                                     "first figure above the class, with decimals"),
+                                                     "first figure above the class, with decimals")
+            .Figure(),
         Texts<&G::m_saClassCaption, &G::m_nClassCount>(Own, "CLASSCAPTION%d", "caption of the class"),
         Number<&G::m_nMin>(Own, "MIN", 0, "low end of the scale"),
-        Number<&G::m_nMax>(Own, "MAX", 0, "high end of the scale; upper bound of the sixth class"),
+        Number<&G::m_nMax>(Own, "MAX", 0, "high end of the scale; upper bound of the sixth class").TopFrom("MIN"),
     };
 };
 

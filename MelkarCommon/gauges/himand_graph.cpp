@@ -15,7 +15,8 @@ constexpr const char* kLineSample = "tsttst"; ///< its height is that of the fir
 
 struct CHimandGraph::KeyRows : melkar::Keys<CHimandGraph> {
     static constexpr Row rows[] = {
-        Colors<&G::m_crClassName, &G::m_nClassCount>(Own, "CLASSCOLORNAME%d_RGB", "second strip of the class"),
+        Colors<&G::m_crClassName, &G::m_nClassCount>(Own, "CLASSCOLORNAME%d_RGB", "second strip of the class")
+            .UnderText(),
         Texts<&G::m_saClassCaption2, &G::m_nClassCount>(Own, "CLASSCAPTION2_%d",
                                                         "caption in the second strip; ` __n__ ` breaks the line"),
     };

@@ -23,10 +23,18 @@ struct CSquareGraph::KeyRows : melkar::Keys<CSquareGraph> {
         Number<&G::m_nPointSize>(Own, "POINTSIZE", 0, "marks, points"),
         Text<&G::m_strPoint>(Own, "POINT", "mark of a day"),
         Text<&G::m_strAveragePoint>(Own, "AVE_POINT", "mark of the average").Example("◆"),
-        Color<&G::m_crLeftUpper>(Own, "LEFTUPPERR_COLOR_RGB", "left upper quadrant"),
-        Color<&G::m_crRightUpper>(Own, "RIHGTUPPER_COLOR_RGB", "right upper quadrant"),
-        Color<&G::m_crLeftLower>(Own, "LEFTLOWER_COLOR_RGB", "left lower quadrant"),
-        Color<&G::m_crRightLower>(Own, "RIHGTLOWER_COLOR_RGB", "right lower quadrant"),
+        Color<&G::m_crLeftUpper>(Own, "LEFTUPPERR_COLOR_RGB", "left upper quadrant")
+            .UnderText()
+            .Beside("RIHGTUPPER_COLOR_RGB"),
+        Color<&G::m_crRightUpper>(Own, "RIHGTUPPER_COLOR_RGB", "right upper quadrant")
+            .UnderText()
+            .Beside("RIHGTLOWER_COLOR_RGB"),
+        Color<&G::m_crLeftLower>(Own, "LEFTLOWER_COLOR_RGB", "left lower quadrant")
+            .UnderText()
+            .Beside("LEFTUPPERR_COLOR_RGB"),
+        Color<&G::m_crRightLower>(Own, "RIHGTLOWER_COLOR_RGB", "right lower quadrant")
+            .UnderText()
+            .Beside("LEFTLOWER_COLOR_RGB"),
         Text<&G::m_strLeftUpperLabel>(Own, "LEFTUPPERR_LABEL", "legend of the left upper quadrant"),
         Text<&G::m_strRightUpperLabel>(Own, "RIHGTUPPER_LABEL", "legend of the right upper quadrant"),
         Text<&G::m_strLeftLowerLabel>(Own, "LEFTLOWER_LABEL", "legend of the left lower quadrant"),
@@ -34,7 +42,7 @@ struct CSquareGraph::KeyRows : melkar::Keys<CSquareGraph> {
         Text<&G::m_strVAxsLabel>(Own, "VAXSLABEL", "vertical caption; `__d__` stands for the level number"),
         Text<&G::m_strHAxsLabel>(Own, "HAXSLABEL", "horizontal caption"),
         Number<&G::m_nVAxsSize>(Own, "VAXSSIZE", 0, "all texts but the marks, points"),
-        Number<&G::m_nHAxsSize>(Own, "HAXSSIZE", 0, "kept; no painting uses it"),
+        Number<&G::m_nHAxsSize>(Own, "HAXSSIZE", 0, "kept; no painting uses it").Idle(),
         Text<&G::m_strTargetLabel>(Own, "TARGETLABEL", "for derived classes").Example("Target"),
         Text<&G::m_strAverageLabel>(Own, "AVERAGELABEL", "for derived classes").Example("Average"),
         Color<&G::m_crTarget>(Own, "TARGET_COLOR_RGB", "for derived classes"),

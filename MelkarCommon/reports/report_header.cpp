@@ -52,7 +52,7 @@ struct CReportHeader::SlotKeys : melkar::Keys<CReportHeader> {
 
 struct CReportHeader::KeyRows : SlotKeys {
     static constexpr Row rows[] = {
-        Text<&G::m_strFont>(Common, "FONT", "face of all texts").Example("DejaVu Sans"),
+        Text<&G::m_strFont>(Common, "FONT", "face of all texts").Face().Example("DejaVu Sans"),
         Number<&G::m_nCharset>(Common, "CHARSET", 0, "character set of texts that aren't UTF-8"),
         Text<&G::m_strLocale>(Common, "LOCALE", "locale of dates, such as ja_JP.UTF-8").Example("en_US.UTF-8"),
         Text<&G::m_strDateFormatType>(Own, "DATE_FORMAT_TYPE", "key of the date format in section SYSTEM of config.cnf")
@@ -63,7 +63,7 @@ struct CReportHeader::KeyRows : SlotKeys {
         Text<&G::m_str4thLabel>(Own, "4TH_LABEL", "the same, the pair at the top right"),
         Text<&G::m_str1stText>(Own, "1ST_TEXT", "a text as wide as the first column of texts"),
         Text<&G::m_str2ndText>(Own, "2ND_TEXT", "the same, second column"),
-        Text<&G::m_str3rdText>(Own, "3RD_TEXT", "kept; no layout uses it"),
+        Text<&G::m_str3rdText>(Own, "3RD_TEXT", "kept; no layout uses it").Idle(),
         Text<&G::m_str4thText>(Own, "4TH_TEXT", "the same, the pair at the top right"),
         Label<&G::m_szNameLabel>("NAME_LABEL"),
         Label<&G::m_szGroupLabel>("GROUP_LABEL"),

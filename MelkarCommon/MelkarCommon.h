@@ -11,6 +11,8 @@
 #include <MelkarCommon/bars/line_graph.h>
 #include <MelkarCommon/bars/simulation.h>
 #include <MelkarCommon/bars/step_graph.h>
+#include <MelkarCommon/checker/doubt.h>
+#include <MelkarCommon/checker/doubts.h>
 #include <MelkarCommon/circadian/circadian_graph.h>
 #include <MelkarCommon/circadian/circle_graph.h>
 #include <MelkarCommon/circadian/weekly_circadian.h>

@@ -99,6 +99,8 @@ diff <("$melkar" keys) "$docs/profile-keys.md" || fail "the key reference" "docs
 
 diff <("$melkar" data) "$docs/data-files.md" || fail "the data reference" "docs/data-files.md isn't what melkar data prints"
 
+diff <("$melkar" check --rules) "$docs/checker.md" || fail "the rules" "docs/checker.md isn't what melkar check --rules prints"
+
 # The help of each command ends with two examples, to be typed at the project's root, and these run without a complaint.
 ln -s . samples
 for command in $("$melkar" --help | sed -n '/^Subcommands:/,$s/^  \([a-z]\+\) .*/\1/p'); do
@@ -176,6 +178,16 @@ kind=plot && doubts "points" '0,1,2,#000000,0\n1,2,3,red,1\n' 'line 1: figures i
 kind=pie && doubts "values" '1\nx\n' 'line 2, column 1: not a number'
 kind=panel && doubts "no data file at all" '' 'this kind takes no data file'
 kind=bar
+
+printf '[A]\nTITLE_HEIGHT=56 px\n' >odd.cnf
+says "a profile that is doubted"    1 '^odd.cnf:2:14: error: TITLE_HEIGHT: .* is read as 56 .number.$' check odd.cnf
+says "as a list of objects"         1 '"line": 2, "column": 14, "level": "error"' check --json odd.cnf
+printf '; melkar: allow missing-key\n[A]\nTITLE_HEIGHT=56\nNOTE_SHOW=true\nHORIZONTAL_LABEL_FONT=2\nGRAPH_BK_RGB=1,1,1\nFOO=\n' >odd.cnf
+says "a warning is no error"        0 'warning: FOO' check --level error odd.cnf
+says "the profiles of the samples"  0 '^$' check --level hint app/conf/graph.cnf "$samples"/app-ja/conf/graph.cnf "$samples"/app-ru/conf/graph.cnf
+says "no such profile"              1 'error: can.t be read' check nowhere.cnf
+says "nothing to check"             2 'name a profile' check
+says "checked as no kind"           2 'unknown kind: bra' check --kind bra odd.cnf
 
 says "a kind that reads no keys"    2 'no kind with keys .*: bra' keys bra
 mkdir -p starter/{bin,conf,log}

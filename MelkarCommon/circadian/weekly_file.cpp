@@ -12,10 +12,10 @@ constexpr int kLevelDecimals = 3;
 
 /// What is no level of intensity is rest.
 void TakeIntensity(DayRecord& day, const CsvRow& line, const ColumnInfo& column) {
-    for (int i = 0; i < kDayValues; ++i) {
-        const double level = line.DoubleField(column.index + i);
-        day.intensity[static_cast<std::size_t>(i)] = level >= 0.0 && level <= kLevels ? level : 0.0;
-    }
+    line.DoubleFields(column.index, kDayValues, day.intensity.data());
+    for (double& level : day.intensity)
+        if (!(level >= 0.0 && level <= kLevels))
+            level = 0.0;
 }
 
 void TakeTime(DayRecord& day, const CsvRow& line, const ColumnInfo& column) {

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <optional>
 #include <string_view>
 #include <utility>
 
@@ -21,11 +22,13 @@ std::string_view Trimmed(std::string_view text) {
                                            : text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
 }
 
-bool IsNumber(std::string_view text) {
+std::optional<double> NumberOf(std::string_view text) {
     double value = 0;
     const auto [stop, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-    return error == std::errc() && stop == text.data() + text.size();
+    return error == std::errc() && stop == text.data() + text.size() ? std::optional(value) : std::nullopt;
 }
+
+bool IsNumber(std::string_view text) { return NumberOf(text).has_value(); }
 
 bool IsDigits(std::string_view text) { return text.find_first_not_of("0123456789") == text.npos; }
 
@@ -152,7 +155,7 @@ private:
             TakeColumns(m_line - 1);
     }
 
-    std::string Field(int column) const { return std::string(Trimmed(m_row.Field(column).View())); }
+    std::string_view Field(int column) const { return Trimmed(m_row.View(column)); }
 
     /// Of one column a head could be a number as well, and where it has figures of its own they say nothing.
     bool IsRowOfFigures() const {
@@ -184,23 +187,32 @@ private:
         for (const ColumnInfo& column : m_columns)
             if (column.head == head)
                 for (int at = column.index; at < EndOf(column); ++at)
-                    TakeField(column, at);
+                    IsFigure(column) ? TakeFigure(column, at) : TakeField(column, at);
     }
 
     void TakeField(const ColumnInfo& column, int at) {
-        const std::string value = Field(at);
-        if (value.empty() && column.kind != ColumnKind::Color)
+        const std::string_view value = Field(at);
+        if ((!value.empty() || column.kind == ColumnKind::Color) && !CheckOf(column.kind).suits(value))
+            FindOther(column, at);
+    }
+
+    void TakeFigure(const ColumnInfo& column, int at) {
+        const double plain = m_row.PlainField(at);
+        if (plain >= column.least && plain <= column.most)
             return;
-        if (!CheckOf(column.kind).suits(value))
-            return FindOther(column, at);
-        const double figure = IsFigure(column) ? ToDouble(value.c_str()) : column.least;
-        if (figure < column.least || figure > column.most)
+        const std::string_view value = Field(at);
+        if (value.empty())
+            return;
+        const std::optional<double> figure = NumberOf(value);
+        if (!figure)
+            FindOther(column, at);
+        else if (*figure < column.least || *figure > column.most)
             Find("range", std::string("beyond what the ") + column.name + " can be: " + Quoted(value), at);
     }
 
     void FindOther(const ColumnInfo& column, int at) {
         const KindCheck check = CheckOf(column.kind);
-        Find(check.rule, std::string("not ") + check.is + ": " + Quoted(m_row.Field(at).View()), at);
+        Find(check.rule, std::string("not ") + check.is + ": " + Quoted(m_row.View(at)), at);
     }
 
     /// Without a column it is about the whole line.

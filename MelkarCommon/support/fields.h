@@ -3,6 +3,7 @@
 #include <MelkarCommon/api.h>
 #include <MelkarCommon/platform/cstring.h>
 
+#include <string_view>
 #include <vector>
 
 /// @file
@@ -32,10 +33,14 @@ public:
     /// `line` must stay alive as long as the row; null counts as empty.
     explicit CsvRow(const char* line) { Split(line); }
     CsvRow() = default;
-    void Split(const char* line);        ///< takes another line, keeping the memory
-    CString Field(int index) const;      ///< empty if there is none
-    int IntField(int index) const;       ///< through `atoi`
-    double DoubleField(int index) const; ///< through `atof`
+    void Split(const char* line);           ///< takes another line, keeping the memory
+    CString Field(int index) const;         ///< empty if there is none
+    std::string_view View(int index) const; ///< the same without a copy: valid as long as the line
+    int IntField(int index) const;          ///< through `atoi`
+    double DoubleField(int index) const;    ///< through `atof`
+    void DoubleFields(int first, int count, double* values) const; ///< likewise, of columns side by side
+    /// The same for digits with at most one point, or nothing, as nearly all fields are; not a number for any other.
+    double PlainField(int index) const;
 
 private:
     MELKAR_LOCAL const char* Start(int index) const;

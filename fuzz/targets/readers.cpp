@@ -13,6 +13,9 @@
 #include <MelkarCommon/reports/report_header.h>
 #include <MelkarCommon/support/activity_figures.h>
 #include <MelkarCommon/support/fields.h>
+#include <MelkarCommon/support/numbers.h>
+
+#include <cmath>
 
 namespace melkar::fuzz {
 
@@ -29,7 +32,9 @@ void CompareFields(const char* line) {
         Require(field == getCSV(line, index), "a field is the same, split once or not");
         Require(field.GetLength() <= static_cast<int>(kLimit), "a field has a limit");
         row.IntField(index);
-        row.DoubleField(index);
+        const double value = ToDouble(field);
+        Require(row.DoubleField(index) == value || std::isnan(value), "a figure is that of the field");
+        Require(row.PlainField(index) == value || std::isnan(row.PlainField(index)), "so is a plain one");
     }
 }
 

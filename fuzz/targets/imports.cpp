@@ -83,8 +83,21 @@ void SeedCsv(Seeds& seeds) {
                    "unit:kg", ";",     "\t",         "\r\n"};
 }
 
+void ImportEpochs(std::string_view input) { Import("epochs", input); }
+
+void SeedEpochs(Seeds& seeds) {
+    const std::string rows =
+        "time,level,n\n2026-03-01 23:58:30,2.4,5\n2026-03-01 23:59:30,9,6\n2026-03-03T00:00:30,0,\n"
+        "2026-03-03T00:00:30,1,1\n2026-03-03T00:01:31,9.1,1\n";
+    for (const char* line : {"day", "week steps=n", "week-print exercise=n", "circle", "circle-separate n"})
+        seeds.add(line, std::string(line) + "\n" + rows);
+    seeds.words = {"time,level", "2026-03-0", "T23:59:59", "1e-3", "9.5", "steps=", "total calories=", "from:20260301"};
+}
+
 } // namespace
 
+extern const Target kImportEpochs;
+const Target kImportEpochs{"epochs", "kind and columns of an import, and the rows", ImportEpochs, SeedEpochs};
 extern const Target kImportCsv;
 const Target kImportCsv{"csv", "kind and options of an import, and the rows", ImportCsv, SeedCsv};
 

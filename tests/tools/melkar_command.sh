@@ -117,6 +117,7 @@ awk '/^## / { print "# " $0 } /^```sh/ { code = 1; next } /^```/ { code = 0 } co
 (PATH=$(dirname "$melkar"):$PATH && bash -e imports.sh) 2>imports.txt || fail "docs/import.md" "$(tail -n 3 imports.txt)"
 kind=steps expect "an imported month" 0 'text "8412"' --section STEPS --data steps.csv --record
 [[ $(cat line.csv) == *$'\n0,Mar 4,6950,74.503' ]] || fail "pounds of an export" "$(cat line.csv)"
+kind=day expect "imported epochs" 0 'text "20880 ' --section DAY --data week.csv --record
 says "an import without a use"      1 'no column "x"' import csv export.csv --date x --figure steps --kind steps -o kept.svg
 expect_file "an import without a use" 'former' kept.svg
 says "an unknown form"              2 'unknown form: xml' import xml export.csv --kind steps -o a.csv

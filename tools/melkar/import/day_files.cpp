@@ -22,10 +22,6 @@ std::string UsualValue(const ColumnInfo& column) {
     return std::string(all.substr(0, all.find('|')));
 }
 
-std::string ShowAs(const ColumnInfo& column, double value) {
-    return ShowFigure(column.kind == ColumnKind::Whole ? std::round(value) : value);
-}
-
 /// All values of the figures of that name.
 std::vector<double> ValuesOf(const DayFiles& files, const DayBook& book, std::string_view name) {
     std::vector<double> values;

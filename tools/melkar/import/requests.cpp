@@ -54,6 +54,11 @@ std::vector<FigureRule> RulesOf(const std::vector<Bound>& bound, bool addsUp) {
     return rules;
 }
 
+void TakeUnit(Bound& bound, const std::string& unit) {
+    if (bound.sourceUnit.empty() && FindUnit(unit) != nullptr)
+        bound.sourceUnit = unit;
+}
+
 void TellUnits(const std::vector<Bound>& bound, Notes& notes) {
     for (const Bound& one : bound)
         if (one.wanted.unit != nullptr && one.sourceUnit.empty())

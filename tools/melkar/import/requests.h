@@ -20,6 +20,8 @@ std::string CaptionOf(const Request& request);
 
 /// What becomes of each bound figure.
 std::vector<FigureRule> RulesOf(const std::vector<Bound>& bound, bool addsUp);
+/// The unit that a column names, if it is one and nobody told another.
+void TakeUnit(Bound& bound, const std::string& unit);
 /// Tells of figures whose unit nobody told.
 void TellUnits(const std::vector<Bound>& bound, Notes& notes);
 /// "31 rows, 2 of them outside of the days asked for"

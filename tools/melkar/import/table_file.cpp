@@ -1,8 +1,10 @@
 #include "table_file.h"
 
+#include "figures.h"
 #include "notes.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstring>
 
 namespace melkar::importer {
@@ -16,6 +18,10 @@ std::string Joined(const std::vector<std::string>& fields) {
 }
 
 } // namespace
+
+std::string ShowAs(const ColumnInfo& column, double value) {
+    return ShowFigure(column.kind == ColumnKind::Whole ? std::round(value) : value);
+}
 
 TableFile::TableFile(const DataTable& table, int series, const std::string& path, const ValueOf& headValues)
     : m_form(table.form), m_columns(ColumnsFor(table, series)), m_path(path + table.suffix), m_file(m_path.c_str()) {

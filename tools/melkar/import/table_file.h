@@ -15,6 +15,9 @@ namespace melkar::importer {
 /// What stands in a column; of columns that are alike in the one `i`. Empty for nothing.
 using ValueOf = std::function<std::string(const ColumnInfo& column, int i)>;
 
+/// A figure of that column: without decimals, if it has none.
+std::string ShowAs(const ColumnInfo& column, double value);
+
 class TableFile {
 public:
     /// Writes the head rows. @param path of the data file; the suffix of the table goes behind it

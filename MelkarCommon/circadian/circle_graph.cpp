@@ -11,8 +11,10 @@
 #include <MelkarCommon/support/support.h>
 
 #include <algorithm>
+#include <tuple>
 
-using melkar::CircleMarks;
+using melkar::CircleSlice;
+using melkar::CircleSlices;
 using melkar::ClassFigures;
 using melkar::ScopedBrush;
 using melkar::ScopedFont;
@@ -22,33 +24,15 @@ namespace {
 
 constexpr int kMessagePoints = 24;
 constexpr double kLeastMinutes = 0.01; ///< less than that is no pie
-constexpr int kPercentDecimals = 6;    ///< of the shares in the log
 
-/// What the log says of a share, and what is shown of it.
-struct LoggedShares {
-    double light;
-    double moderate;
-    double vigorous;
-};
-
-/// The light class has what the others leave, rounded as the legend shows them.
-LoggedShares LoggedSharesOf(const ClassFigures& minutes) {
-    const double total = minutes.Sum();
-    const double moderate = minutes.moderate * 100 / total;
-    const double vigorous = minutes.vigorous * 100 / total;
-    const auto rounded = [](double share) {
-        return melkar::ToDouble(getDecimalNumber(melkar::FormatFixed(share, kPercentDecimals), 1));
-    };
-    return {100 - rounded(moderate) - rounded(vigorous), moderate, vigorous};
-}
-
-void LogShares(const LoggedShares& shares, const CircleMarks& marks) {
-    const auto text = [](double share) { return melkar::FormatFixed(share, kPercentDecimals); };
-    melkar::LogText("CircleGraph S=" + text(shares.light) + " M=" + text(shares.moderate) +
-                    " V=" + text(shares.vigorous));
+void LogSlices(const CircleSlices& slices) {
+    const auto text = [](const CircleSlice& slice) { return melkar::FormatFixed(slice.share, melkar::kShareDecimals); };
+    melkar::LogText("CircleGraph S=" + text(slices.light) + " M=" + text(slices.moderate) +
+                    " V=" + text(slices.vigorous));
+    const auto& [top, vigorousEnd] = std::tie(slices.vigorous.from, slices.vigorous.to);
     CString line;
-    line.Format("CircleGraph 0(%d,%d) SM(%d,%d), MV(%d,%d)", marks.top.x, marks.top.y, marks.moderateEnd.x,
-                marks.moderateEnd.y, marks.vigorousEnd.x, marks.vigorousEnd.y);
+    line.Format("CircleGraph 0(%d,%d) SM(%d,%d), MV(%d,%d)", top.x, top.y, slices.light.from.x, slices.light.from.y,
+                vigorousEnd.x, vigorousEnd.y);
     melkar::LogText(line);
 }
 
@@ -117,9 +101,11 @@ void CCircleGraph::PutLegendBelow() { m_bSeparate = 0; }
 void CCircleGraph::PutLegendBeside() { m_bSeparate = 1; }
 
 void CCircleGraph::DrawLegendUnlessExcluded() {
-    if (!m_bExclude)
+    if (IsLegendShown())
         DrawSecExs();
 }
+
+bool CCircleGraph::IsLegendShown() const { return !m_bSeparate || !m_bExclude; }
 
 void CCircleGraph::CalcCircleRect() {
     const melkar::CircleAreas areas = m_bSeparate ? melkar::LegendBeside(m_rcGraph) : melkar::LegendBelow(m_rcGraph);
@@ -127,23 +113,30 @@ void CCircleGraph::CalcCircleRect() {
     m_rcLegend = areas.legend;
 }
 
+ClassFigures CCircleGraph::MinutesOfClasses() const {
+    return melkar::MinutesOf(m_saValues, m_nModerateFrom, m_nModerateTo);
+}
+
+bool CCircleGraph::IsPieShown(const ClassFigures& minutes) const {
+    return !(minutes.Sum() < kLeastMinutes) && m_rcCircle.Height() > 0;
+}
+
 /// A graph too narrow for a pie shows the legend alone.
 void CCircleGraph::DrawCircle() {
-    const ClassFigures minutes = melkar::MinutesOf(m_saValues, m_nModerateFrom, m_nModerateTo);
+    const ClassFigures minutes = MinutesOfClasses();
     m_dLightMinutes = std::max(minutes.Sum() - minutes.vigorous - minutes.moderate, 0.0);
     m_dModerateMinutes = minutes.moderate;
     m_dVigorousMinutes = minutes.vigorous;
     TakeShares(melkar::SharesOf(minutes));
     CalcCircleRect();
-    if (minutes.Sum() < kLeastMinutes || m_rcCircle.Height() <= 0)
+    if (!IsPieShown(minutes))
         return;
-    const CircleMarks marks = melkar::MarksOf(m_rcCircle, minutes);
-    const LoggedShares shares = LoggedSharesOf(minutes);
-    LogShares(shares, marks);
+    const CircleSlices slices = melkar::SlicesOf(m_rcCircle, minutes);
+    LogSlices(slices);
     const ScopedObject noOutline(m_hMemDC, GetStockObject(NULL_PEN));
-    DrawSlice(marks.moderateEnd, marks.top, shares.light, m_crLight);
-    DrawSlice(marks.top, marks.vigorousEnd, shares.vigorous, m_crVigorous);
-    DrawSlice(marks.vigorousEnd, marks.moderateEnd, shares.moderate, m_crModerate);
+    DrawSlice(slices.light, m_crLight);
+    DrawSlice(slices.vigorous, m_crVigorous);
+    DrawSlice(slices.moderate, m_crModerate);
     SetTextColor(m_hMemDC, melkar::kBlack); // left to the legend and to a derived class
 }
 
@@ -153,12 +146,16 @@ void CCircleGraph::TakeShares(const ClassFigures& shares) {
     m_dVigorousRate = shares.vigorous;
 }
 
-void CCircleGraph::DrawSlice(CPoint from, CPoint to, double share, COLORREF color) {
-    if (!melkar::ShowsSlice(from, to, share))
+void CCircleGraph::DrawSlice(const CircleSlice& slice, COLORREF color) {
+    if (!slice.IsShown())
         return;
     const ScopedBrush brush(m_hMemDC, color);
-    Pie(m_hMemDC, m_rcCircle.left, m_rcCircle.top, m_rcCircle.right, m_rcCircle.bottom, from.x, from.y, to.x, to.y);
+    Pie(m_hMemDC, m_rcCircle.left, m_rcCircle.top, m_rcCircle.right, m_rcCircle.bottom, slice.from.x, slice.from.y,
+        slice.to.x, slice.to.y);
 }
+
+CString CCircleGraph::ShareText(double share) { return Figure(share, "%"); }
+CString CCircleGraph::MinutesText(double minutes) const { return Figure(minutes, m_strMinLabel); }
 
 int CCircleGraph::WidestOf(const CString (&texts)[3]) const {
     int widest = 0;
@@ -171,9 +168,9 @@ void CCircleGraph::DrawSecExs() {
     const ScopedFont font(m_hMemDC, ChartFont(m_nTargetSize));
     TakeShares(melkar::RoundedShares({m_dLightRate, m_dModerateRate, m_dVigorousRate}));
     const CString labels[] = {" " + m_strLightLabel, " " + m_strModerateLabel, " " + m_strVigorousLabel};
-    const CString percents[] = {Figure(m_dLightRate, "%"), Figure(m_dModerateRate, "%"), Figure(m_dVigorousRate, "%")};
-    const CString minutes[] = {Figure(m_dLightMinutes, m_strMinLabel), Figure(m_dModerateMinutes, m_strMinLabel),
-                               Figure(m_dVigorousMinutes, m_strMinLabel)};
+    const CString percents[] = {ShareText(m_dLightRate), ShareText(m_dModerateRate), ShareText(m_dVigorousRate)};
+    const CString minutes[] = {MinutesText(m_dLightMinutes), MinutesText(m_dModerateMinutes),
+                               MinutesText(m_dVigorousMinutes)};
     const melkar::LegendSizes sizes{MeasureText("W", DT_CALCRECT).Height(), WidestOf(labels), WidestOf(percents),
                                     WidestOf(minutes)};
     const auto [light, moderate, vigorous] = melkar::LegendOf(m_rcLegend, sizes, m_bSeparate != 1);

@@ -8,7 +8,7 @@
 
 namespace melkar {
 struct ClassFigures;
-struct CircleMarks;
+struct CircleSlice;
 } // namespace melkar
 
 /// How a person's active time divides into light, moderate and vigorous: a pie of three slices and a legend with the
@@ -44,6 +44,7 @@ public:
     long SetData(CStringArray* values);
     void DrawSecExs();                      ///< the legend
     void CalcCircleRect();                  ///< lays out `m_rcCircle` and `m_rcLegend`
+    melkar::Contents Shown() const;         ///< a slice for each class, minutes at it and its share as its figure
     static melkar::ClassKeys ProfileKeys(); ///< the keys that this class reads
 
     int m_nModerateFrom = 4; ///< first level of the moderate class, from 1; the caller's
@@ -74,6 +75,13 @@ private:
     MELKAR_LOCAL void PutLegendBeside();
     MELKAR_LOCAL void DrawLegendUnlessExcluded();
     MELKAR_LOCAL void TakeShares(const melkar::ClassFigures& shares);
-    MELKAR_LOCAL void DrawSlice(CPoint from, CPoint to, double share, COLORREF color);
+    MELKAR_LOCAL bool IsLegendShown() const;
+    MELKAR_LOCAL melkar::ClassFigures MinutesOfClasses() const;
+    MELKAR_LOCAL bool IsPieShown(const melkar::ClassFigures& minutes) const;
+    MELKAR_LOCAL void DrawSlice(const melkar::CircleSlice& slice, COLORREF color);
+    MELKAR_LOCAL static CString ShareText(double share);
+    MELKAR_LOCAL CString MinutesText(double minutes) const;
+    MELKAR_LOCAL void AddClassTo(melkar::Contents& contents, const CString& label, COLORREF color, double minutes,
+                                 double share, const CRect& area) const;
     MELKAR_LOCAL int WidestOf(const CString (&texts)[3]) const;
 };

@@ -1,6 +1,8 @@
 #include <MelkarCommon/circadian/circle_layout.h>
 
 #include <MelkarCommon/support/numbers.h>
+#include <MelkarCommon/support/slice_box.h>
+#include <MelkarCommon/support/support.h>
 
 #include <algorithm>
 #include <cmath>
@@ -127,6 +129,20 @@ CircleMarks MarksOf(const CRect& circle, const ClassFigures& minutes) {
     return {PointAt(circle, 0), PointAt(circle, minutes.vigorous * kFullCircle / total),
             PointAt(circle, (minutes.vigorous + minutes.moderate) * kFullCircle / total)};
 }
+
+CircleSlices SlicesOf(const CRect& circle, const ClassFigures& minutes) {
+    const CircleMarks marks = MarksOf(circle, minutes);
+    const double total = minutes.Sum();
+    const double moderate = minutes.moderate * 100 / total;
+    const double vigorous = minutes.vigorous * 100 / total;
+    const auto rounded = [](double share) { return ToDouble(getDecimalNumber(FormatFixed(share, kShareDecimals), 1)); };
+    return {{marks.moderateEnd, marks.top, 100 - rounded(moderate) - rounded(vigorous)},
+            {marks.vigorousEnd, marks.moderateEnd, moderate},
+            {marks.top, marks.vigorousEnd, vigorous}};
+}
+
+bool CircleSlice::IsShown() const { return ShowsSlice(from, to, share); }
+CRect CircleSlice::BoxIn(const CRect& circle) const { return SliceBox(circle, from, to); }
 
 bool ShowsSlice(CPoint from, CPoint to, double share) {
     return std::abs(from.x - to.x) + std::abs(from.y - to.y) > 1 || share >= 1.0;

@@ -56,6 +56,24 @@ struct CircleMarks {
 /// `minutes` have a sum above 0.
 CircleMarks MarksOf(const CRect& circle, const ClassFigures& minutes);
 
+/// A slice, counter-clockwise from one point of the rim to another.
+struct CircleSlice {
+    CPoint from;
+    CPoint to;
+    double share; ///< per cent; the light class has what the others leave, rounded as the legend shows them
+
+    bool IsShown() const;                   ///< whether it is large enough
+    CRect BoxIn(const CRect& circle) const; ///< the room that it takes
+};
+struct CircleSlices {
+    CircleSlice light;
+    CircleSlice moderate;
+    CircleSlice vigorous;
+};
+/// `minutes` have a sum above 0.
+CircleSlices SlicesOf(const CRect& circle, const ClassFigures& minutes);
+constexpr int kShareDecimals = 6; ///< of the shares in the log
+
 /// Whether a slice is large enough to be painted: its chord is longer than a pixel or its share at least a per cent.
 /// What is smaller would be taken for the whole circle.
 bool ShowsSlice(CPoint from, CPoint to, double share);

@@ -86,7 +86,7 @@ struct ShownMark {
 struct Contents {
     std::string kind;                  ///< what the command calls this kind of chart; empty if nothing is registered
     std::string title;                 ///< as painted
-    std::string unit;                  ///< of the items' figures; empty if the picture says none
+    std::string unit;                  ///< of the items' figures; empty if none, or written with each
     std::string whole;                 ///< what its legend calls the sum of a stack; empty if nothing
     CRect area;                        ///< of the whole picture
     std::vector<ShownAxis> axes;       ///< those that are painted

@@ -1,5 +1,9 @@
 #include <MelkarCommon/circadian/circle_graph.h>
 #include <MelkarCommon/circadian/circle_layout.h>
+#include <MelkarCommon/registry/from_file.h>
+#include <MelkarCommon/registry/shown_by.h>
+#include <MelkarCommon/support/slice_box.h>
+#include <frame/contents_text.h>
 #include <frame/host_fixture.h>
 
 namespace {
@@ -139,6 +143,41 @@ TEST_F(CircleTest, LegendShowsSharesAndMinutes) {
     EXPECT_EQ(TextsAt(lines, 247), "  8.7 %@370|  4.4 %@343| 86.9 %@318");
     EXPECT_EQ(TextsAt(lines, 353), " 26.0 min@370| 13.1 min@343|260.9 min@318");
     EXPECT_EQ(TextsAt(DrawLevels({}), 247), "  0.0 %@370|  0.0 %@343|  0.0 %@318") << "nothing makes no hundred";
+}
+
+TEST(SliceBox, RoundASlice) {
+    const CRect pie(100, 200, 200, 240); // its middle at 150, 220
+    const CPoint right(200, 220), top(150, 200), left(100, 220), bottom(150, 240);
+    const std::tuple<const char*, CPoint, CPoint, CRect> cases[] = {
+        {"a quarter", right, top, {150, 200, 200, 220}},
+        {"the other three", top, right, {100, 200, 200, 240}},
+        {"a half whose ends are no utmost points", {160, 216}, {140, 224}, {100, 200, 185, 234}}, // 45 degrees
+        {"over the seam of the angles", {140, 216}, {140, 224}, {100, 206, 150, 234}},
+        {"one direction: all of it", top, {150, 190}, pie},
+    };
+    for (const auto& [why, from, to, box] : cases)
+        EXPECT_EQ(melkar::SliceBox(pie, from, to), box) << why;
+    EXPECT_EQ(melkar::SliceBox(pie, left, bottom), CRect(100, 220, 150, 240));
+}
+
+// A circle of 240 at (180, 40), vigorous time from twelve to nine o'clock, moderate to six: the rim is cut to 181 and
+// 279, which moves the ends of a slice by less than a pixel.
+TEST_F(CircleTest, TellsItsSlices) {
+    auto graph = Make<melkar::SeparateCircleFromFile>();
+    Record(graph, "2\n\n\n\n1\n\n\n\n1\n", {0, 0, 600, 400});
+    EXPECT_EQ(melkar::ShownBy(graph).kind, "circle-separate");
+    auto below = Make<melkar::CircleFromFile>();
+    Record(below, "2\n\n\n\n1\n\n\n\n1\n", {0, 0, 600, 400});
+    const melkar::Contents shown = melkar::ShownBy(below);
+    EXPECT_EQ(shown.kind + "|" + shown.title, "circle|Active");
+    ASSERT_THAT(shown.items, SizeIs(3));
+    EXPECT_EQ(shown.items[0].caption + shown.items[0].text + Figures(shown.items[0]),
+              "low  2.0 min0: 50.0 %@300,40 420,280|");
+    EXPECT_EQ(shown.items[1].text + Figures(shown.items[1]), "  1.0 min1: 25.0 %@180,160 300,280|");
+    EXPECT_EQ(shown.items[2].text + Figures(shown.items[2]), "  1.0 min2: 25.0 %@180,40 300,160|");
+    EXPECT_EQ(shown.series.at(2).name, "high");
+    Record(below, "2000\n\n\n\n1\n", {0, 0, 600, 400});
+    EXPECT_EQ(Figures(melkar::ShownBy(below).items.at(1)), "1:  0.0 %@0,0 0,0|") << "too thin to be painted";
 }
 
 TEST_F(CircleTest, PieLeavesBlackAndTheLegendNothing) {

@@ -26,6 +26,7 @@ public:
     virtual long DrawCanvas();
     virtual long DrawValue(); ///< nothing here. @return 0
 
+    melkar::Contents Shown() const;         ///< the title; a gauge has no messages
     static melkar::ClassKeys ProfileKeys(); ///< the keys that this class reads
     static melkar::DataTables DataFiles();  ///< the data file that it reads
 
@@ -38,6 +39,14 @@ protected:
     COLORREF ClassColor(int cls) const;
     bool IsBelowScale() const { return m_nClass < 0; }              ///< whether no bar is to be shown
     bool IsAboveScale() const { return m_nClass == m_nClassCount; } ///< whether the bar fills the scale
+    /// The class that the figure is shown in: above the scale the last one, below it -1.
+    MELKAR_LOCAL int ShownClass() const { return IsAboveScale() ? m_nClassCount - 1 : m_nClass; }
+    /// A caption with its lines broken.
+    MELKAR_LOCAL static CString CaptionOf(const CStringArray& captions, int cls);
+    /// The figure as the gauge's only item. @param text as painted @param area of its bar or disc @param band all that
+    /// a bar or disc may take
+    MELKAR_LOCAL void AddFigureTo(melkar::Contents& contents, const CString& text, const CRect& area,
+                                  const CRect& band) const;
 
     int m_nClassCount = 6; ///< classes of values; up to `kMostClasses`
     int m_nMin = 0;        ///< low end of the scale

@@ -21,21 +21,25 @@ constexpr int kSurfaceLeft = 1; ///< figures off the scale have all the room fro
 
 long CBMIGraph_Eng::DrawValue() {
     const CRect band = melkar::BarBand(m_rcCanvas);
-    const melkar::GaugeScale scale{double(m_nMin), double(m_nMax), band.left, band.right};
-    const int end = std::max(scale.FigureX(m_dValue), band.left);
+    const CRect bar = BarIn(band);
     const melkar::ScopedFont font(m_hMemDC, ChartFont(kFigureSize));
     const CRect wholeRoom(kSurfaceLeft, band.top, band.right, band.bottom);
     if (IsBelowScale()) {
         PaintText(m_strValue, wholeRoom, melkar::kFigureAtLeft);
         return 0;
     }
-    const COLORREF color = ClassColor(IsAboveScale() ? m_nClassCount - 1 : m_nClass);
-    DrawRectangle(m_hMemDC, CRect(band.left, band.top, end, band.bottom), color, kFrame, 1);
+    DrawRectangle(m_hMemDC, bar, ClassColor(ShownClass()), kFrame, 1);
     if (IsAboveScale())
         PaintText(m_strValue, wholeRoom, melkar::kFigureAtRight);
     else
-        WriteFigure(band, end);
+        WriteFigure(band, bar.right);
     return 0;
+}
+
+/// Of a figure that isn't below the scale.
+CRect CBMIGraph_Eng::BarIn(const CRect& band) const {
+    const melkar::GaugeScale scale{double(m_nMin), double(m_nMax), band.left, band.right};
+    return {band.left, band.top, std::max(scale.FigureX(m_dValue), band.left), band.bottom};
 }
 
 void CBMIGraph_Eng::WriteFigure(const CRect& band, int end) {

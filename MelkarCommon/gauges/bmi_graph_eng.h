@@ -18,7 +18,9 @@ public:
 
     /// Black is the colour of texts after a figure in its bar or whole behind it; else it stays what it was. @return 0
     long DrawValue() override;
+    melkar::Contents Shown() const; ///< the figure as an item
 
 private:
+    MELKAR_LOCAL CRect BarIn(const CRect& band) const;
     MELKAR_LOCAL void WriteFigure(const CRect& band, int end);
 };

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <cstdint>
 #include <span>
 
@@ -72,9 +73,21 @@ constexpr GaugeFigurePlace PlaceGaugeFigure(const CRect& band, int end, int widt
     return width <= SubtractEdge(end, band.left) ? GaugeFigurePlace::InBar : GaugeFigurePlace::BehindBar;
 }
 
+/// The first strip of a class, from the bound of the class before it to its own.
+inline CRect FirstStrip(const CRect& graph, const GaugeScale& scale, std::span<const double> bounds, std::size_t cls,
+                        int bottom) {
+    return {cls == 0 ? graph.left : scale.BoundX(bounds[cls - 1]), graph.top, scale.BoundX(bounds[cls]), bottom};
+}
+
 /// The second strip of a class, below the first.
 constexpr CRect SecondStrip(const CRect& graph, const CRect& first) {
     return {first.left, first.bottom, first.right, (graph.top + graph.bottom) / 2};
+}
+
+/// The disc at a figure.
+constexpr CRect DiscAt(const CRect& band, int x) {
+    const int radius = band.Height() / 2;
+    return {x - radius, band.top, x + radius, band.bottom};
 }
 
 /// The band of the disc, from edge to edge of the canvas.

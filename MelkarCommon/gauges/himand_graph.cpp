@@ -8,7 +8,6 @@
 
 namespace {
 
-constexpr int kClasses = 3;
 constexpr const char* kLineSample = "tsttst"; ///< its height is that of the first strip, whatever the captions
 
 } // namespace
@@ -39,49 +38,57 @@ long CHimandGraph::DrawCanvas() {
     DrawRectangle(m_hMemDC, m_rcGraph, m_crBase, m_crPen, 1);
     const melkar::ScopedFont font(m_hMemDC, ChartFont(kCaptionSize));
     SetBkMode(m_hMemDC, TRANSPARENT); // left to the figure of a derived class
-    const melkar::GaugeScale scale{double(m_nMin), double(m_nMax), m_rcGraph.left, m_rcGraph.right};
-    CRect strip = m_rcGraph;
-    strip.bottom = MeasureText(kLineSample, DT_CALCRECT, m_rcGraph).bottom;
-    for (int i = 0; i < kClasses; ++i) {
-        strip.left = i == 0 ? m_rcGraph.left : strip.right;
-        strip.right = scale.BoundX(m_dClassMax[i]);
-        DrawStrip(strip, m_crClass[i], m_saClassCaption[i]);
+    const int bottom = MeasureText(kLineSample, DT_CALCRECT, m_rcGraph).bottom;
+    for (int cls = 0; cls < kClasses; ++cls) {
+        const CRect strip = FirstStripOf(cls, bottom);
+        DrawStrip(strip, m_crClass[cls], CaptionOf(m_saClassCaption, cls));
         // Directly after the first: it covers what a caption of more lines leaves below its strip.
-        DrawStrip(melkar::SecondStrip(m_rcGraph, strip), m_crClassName[i], m_saClassCaption2[i]);
+        DrawStrip(melkar::SecondStrip(m_rcGraph, strip), m_crClassName[cls], CaptionOf(m_saClassCaption2, cls));
     }
-    m_rcCanvas = CRect(m_rcGraph.left, strip.bottom, m_rcGraph.right, m_rcGraph.bottom);
+    m_rcCanvas = CRect(m_rcGraph.left, bottom, m_rcGraph.right, m_rcGraph.bottom);
     return 0;
 }
 
+CRect CHimandGraph::FirstStripOf(int cls, int bottom) const {
+    const melkar::GaugeScale scale{double(m_nMin), double(m_nMax), m_rcGraph.left, m_rcGraph.right};
+    return melkar::FirstStrip(m_rcGraph, scale, m_dClassMax, static_cast<std::size_t>(cls), bottom);
+}
+
 /// Centred across, from the top down: only a single line could be centred down.
-void CHimandGraph::DrawStrip(const CRect& strip, COLORREF color, CString caption) {
+void CHimandGraph::DrawStrip(const CRect& strip, COLORREF color, const CString& caption) {
     DrawRectangle(m_hMemDC, strip, color, m_crPen, 1);
-    caption.Replace(" __n__ ", "\n");
     PaintText(caption, strip, DT_CENTER | DT_VCENTER);
 }
 
 long CHimandGraph::DrawValue() {
     const CRect band = melkar::DiscBand(m_rcGraph, m_rcCanvas);
-    const melkar::GaugeScale scale{double(m_nMin), double(m_nMax), band.left, band.right};
     const melkar::ScopedFont font(m_hMemDC, ChartFont(kFigureSize));
-    const CString text = m_strValue + " %";
+    const CString text = FigureText();
     if (IsBelowScale())
         PaintText(text, CRect(band.left + 1, band.top, band.right, band.bottom), melkar::kFigureAtLeft);
     else if (IsAboveScale())
         PaintText(text, CRect(1, band.top, band.right, band.bottom), melkar::kFigureAtRight);
     else
-        DrawDisc(band, scale.FigureX(m_dValue), text);
+        DrawDisc(band, text);
     return 0;
 }
 
+CString CHimandGraph::FigureText() const { return m_strValue + " %"; }
+
+/// Of a figure on the scale.
+CRect CHimandGraph::DiscIn(const CRect& band) const {
+    const melkar::GaugeScale scale{double(m_nMin), double(m_nMax), band.left, band.right};
+    return melkar::DiscAt(band, scale.FigureX(m_dValue));
+}
+
 /// The disc comes last and stands over the text where they meet, as they do at the right edge.
-void CHimandGraph::DrawDisc(const CRect& band, int x, const CString& text) {
-    const int radius = band.Height() / 2;
-    const CRect behind(x + radius, band.top, band.right, band.bottom);
+void CHimandGraph::DrawDisc(const CRect& band, const CString& text) {
+    const CRect disc = DiscIn(band);
+    const CRect behind(disc.right, band.top, band.right, band.bottom);
     if (MeasureText(text, melkar::kFigureAtRight | DT_CALCRECT, behind).right > band.right)
-        PaintText(text, CRect(x - radius, band.top, band.right, band.bottom), melkar::kFigureAtRight);
+        PaintText(text, CRect(disc.left, band.top, band.right, band.bottom), melkar::kFigureAtRight);
     else
         PaintText(text, behind, melkar::kFigureAtLeft);
     const melkar::ScopedBrush brush(m_hMemDC, ClassColor(m_nClass));
-    Ellipse(m_hMemDC, x - radius, band.top, x + radius, band.bottom);
+    Ellipse(m_hMemDC, disc.left, disc.top, disc.right, disc.bottom);
 }

@@ -20,6 +20,7 @@ public:
     long DrawCanvas() override;
     long DrawValue() override; ///< @return 0
 
+    melkar::Contents Shown() const; ///< the figure as an item, the borders of the classes as marks, captions as texts
     static melkar::ClassKeys ProfileKeys(); ///< the keys that this class reads
 
 protected:
@@ -28,6 +29,10 @@ protected:
 
 private:
     struct KeyRows;
-    MELKAR_LOCAL void DrawStrip(const CRect& strip, COLORREF color, CString caption);
-    MELKAR_LOCAL void DrawDisc(const CRect& band, int x, const CString& text);
+    static constexpr int kClasses = 3;
+    MELKAR_LOCAL CRect FirstStripOf(int cls, int bottom) const;
+    MELKAR_LOCAL void DrawStrip(const CRect& strip, COLORREF color, const CString& caption);
+    MELKAR_LOCAL CString FigureText() const;
+    MELKAR_LOCAL CRect DiscIn(const CRect& band) const;
+    MELKAR_LOCAL void DrawDisc(const CRect& band, const CString& text);
 };

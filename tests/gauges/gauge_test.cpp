@@ -3,6 +3,8 @@
 #include <MelkarCommon/gauges/bmi_graph_eng.h>
 #include <MelkarCommon/gauges/gauge_layout.h>
 #include <MelkarCommon/gauges/himand_graph.h>
+#include <MelkarCommon/registry/shown_by.h>
+#include <frame/contents_text.h>
 
 namespace {
 
@@ -200,6 +202,40 @@ TEST_F(Gauge, DiscAndItsFigure) {
     const std::string below = draw("85");
     EXPECT_THAT(below, HasSubstr("text \"85 %\" 101,115 40x20"));
     EXPECT_THAT(below, Not(HasSubstr("ellipse")));
+}
+
+/// Bars and discs are those of the records above.
+TEST_F(Gauge, TellsItsFigure) {
+    const std::tuple<const char*, const char*, std::string, bool> cases[] = {
+        {"a bar", "50", "C|0:50@100,54 250,86|", false},
+        {"on the top of the scale: full", "100", "|0:100@100,54 400,86|", false},
+        {"above it", "101", "|0:101@100,54 403,86!|", false},
+        {"below it, in the first class", "-5", "A\nB|0:-5@100,54 100,86!|", false},
+        {"nothing", "", "A\nB|", true},
+    };
+    for (const auto& [why, figure, said, missing] : cases) {
+        auto bar = Make<CBMIGraph_Eng>();
+        Record(bar, File(figure), {100, 50, 400, 90});
+        const melkar::Contents shown = melkar::ShownBy(bar);
+        ASSERT_THAT(shown.items, SizeIs(1)) << why;
+        EXPECT_EQ(shown.items[0].caption + "|" + Figures(shown.items[0]), said) << why;
+        EXPECT_EQ(shown.items[0].isMissing, missing) << why;
+        EXPECT_EQ(Text(shown.items[0].area), "100,54 400,86") << why;
+        EXPECT_THAT(shown.messages, IsEmpty()) << "a gauge has no days";
+    }
+    auto disc = Make<CHimandGraph>();
+    Record(disc, File("30"), {100, 50, 400, 150});
+    const melkar::Contents shown = melkar::ShownBy(disc);
+    EXPECT_EQ(shown.kind + "|" + shown.items.at(0).caption + "|" + Figures(shown.items[0]),
+              "himand|C|0:30 %@170,105 210,145|");
+    EXPECT_EQ(shown.series.at(0).color, RGB(11, 0, 0));
+    EXPECT_THAT(shown.texts, ElementsAre("A\nB", "a\nb", "C", "c", "D", "d"));
+    ASSERT_THAT(shown.marks, SizeIs(2));
+    EXPECT_EQ(Text(shown.marks[0]), "C||160,50 161,100");
+    EXPECT_EQ(Text(shown.marks[1]), "D||251,50 252,100");
+    EXPECT_EQ(shown.marks[1].value, 50.5);
+    Record(disc, File("100"), {100, 50, 400, 150});
+    EXPECT_EQ(Figures(melkar::ShownBy(disc).items.at(0)), "0:100 %@0,0 0,0|") << "no disc off the scale";
 }
 
 } // namespace

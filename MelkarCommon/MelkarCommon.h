@@ -35,6 +35,7 @@
 #include <MelkarCommon/gauges/bmi_graph_base.h>
 #include <MelkarCommon/gauges/bmi_graph_eng.h>
 #include <MelkarCommon/gauges/himand_graph.h>
+#include <MelkarCommon/hosts.h>
 #include <MelkarCommon/platform/arrays.h>
 #include <MelkarCommon/platform/cstring.h>
 #include <MelkarCommon/platform/datetime.h>
@@ -42,6 +43,7 @@
 #include <MelkarCommon/platform/drawing.h>
 #include <MelkarCommon/platform/files.h>
 #include <MelkarCommon/platform/geometry.h>
+#include <MelkarCommon/platform/host_directory.h>
 #include <MelkarCommon/platform/printing.h>
 #include <MelkarCommon/platform/profile.h>
 #include <MelkarCommon/platform/scoped.h>

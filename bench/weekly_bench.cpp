@@ -54,7 +54,7 @@ std::string PrintFile(int weeks) {
 /// Reads the file and looks at each byte once: commas outside of quotes.
 void PlainPass(const std::string& path) {
     bool found = false;
-    const std::string bytes = melkar::ReadWholeFile(path.c_str(), &found);
+    const std::string bytes = melkar::ReadWholeFile(path, &found);
     std::size_t commas = 0;
     bool isQuoted = false;
     for (const char byte : bytes) {

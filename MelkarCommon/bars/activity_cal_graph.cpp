@@ -51,6 +51,7 @@ CActivityCalGraph::CActivityCalGraph(HWND window, HDC dc, const char* section, H
 
 long CActivityCalGraph::ReadDataFile(char* path) {
     return melkar::ReadGuarded([&] {
+        const melkar::HostDirectory here(Host());
         melkar::LogText("CActivityCalGraph::ReadDataFile");
         ResetGraphMeasure();
         melkar::DataFile file(path);

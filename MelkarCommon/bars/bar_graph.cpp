@@ -143,7 +143,7 @@ void CBarGraph::RepairChartMax() {
 melkar::DataTables CBarGraph::DataFiles() { return {melkar::TableOf<File>()}; }
 
 long CBarGraph::ReadDataFile(char* path) {
-    return melkar::ReadFile("CBarGraph::ReadDataFile", path, [this](melkar::DataFile& file) {
+    return melkar::ReadFile(*this, "CBarGraph::ReadDataFile", path, [this](melkar::DataFile& file) {
         ForgetDays();
         melkar::ReadHeads<File>(*this, file);
         melkar::ReadRows<File>(*this, file);

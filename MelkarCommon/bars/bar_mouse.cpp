@@ -36,6 +36,7 @@ long CBarGraph::OnMouseMove(long x, long y) {
 }
 
 long CBarGraph::OnMouseMove(CPoint point) {
+    const melkar::HostDirectory here(Host());
     ::BitBlt(m_hGMemDC, m_nOriginX, m_nOriginY, m_rcGraph.Width(), m_rcGraph.Height(), m_hGMemDCBalloon, m_nOriginX,
              m_nOriginY, SRCCOPY);
     const int bar = HitTest(point, m_bHoverEnabled);

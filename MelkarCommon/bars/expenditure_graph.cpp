@@ -89,7 +89,7 @@ void CExpenditureGraph::AddParts(const Parts& parts) {
 }
 
 long CExpenditureGraph::ReadDataFile(char* path) {
-    return melkar::ReadFile("CExpenditureGraph::ReadDataFile", path, [this](melkar::DataFile& file) {
+    return melkar::ReadFile(*this, "CExpenditureGraph::ReadDataFile", path, [this](melkar::DataFile& file) {
         ForgetPeriod();
         m_strAverage = "";
         m_nChartMin = 0;

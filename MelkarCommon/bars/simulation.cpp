@@ -89,7 +89,7 @@ long CSimulation::ReadIniFile(char* path) {
 melkar::ClassKeys CSimulation::ProfileKeys() { return {"CSimulation", melkar::InfoOf(KeyRows::rows)}; }
 
 long CSimulation::ReadWeightDataFile(char* path) {
-    return melkar::ReadFile("CSimulation::ReadWeightDataFile", path, [this](melkar::DataFile& file) {
+    return melkar::ReadFile(*this, "CSimulation::ReadWeightDataFile", path, [this](melkar::DataFile& file) {
         m_saTargetWeights.RemoveAll();
         m_saWeights.RemoveAll();
         m_saWeightDates.RemoveAll();

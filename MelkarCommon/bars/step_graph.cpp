@@ -40,7 +40,7 @@ CStepGraph::CStepGraph(HWND window, HDC dc, const char* section, HDC shared, HDC
 }
 
 long CStepGraph::ReadDataFile(char* path) {
-    return melkar::ReadFile("CStepGraph::ReadDataFile", path, [this](melkar::DataFile& file) {
+    return melkar::ReadFile(*this, "CStepGraph::ReadDataFile", path, [this](melkar::DataFile& file) {
         ForgetDays();
         m_nChartMin = 0;
         m_dChartInterval = kInterval;

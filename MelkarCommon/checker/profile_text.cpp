@@ -23,7 +23,8 @@ const ProfileSection* ProfileText::Find(std::string_view name) const {
     return found != m_sections.end() ? &*found : nullptr;
 }
 
-ProfileText::ProfileText(const std::string& path) : m_path(path), m_text(ReadWholeFile(path.c_str(), &m_isRead)) {
+ProfileText::ProfileText(const std::string& path)
+    : m_path(path), m_text(ReadWholeFile(HostPath(path.c_str()), &m_isRead)) {
     m_sections.emplace_back();
     std::string_view rest = WithoutByteOrderMark(m_text);
     for (int number = 1; !rest.empty(); ++number) {

@@ -96,6 +96,7 @@ melkar::DataTables CWeeklyCircadian::ScreenFiles() { return {melkar::ScreenWeekT
 melkar::DataTables CWeeklyCircadian::PrintFiles() { return {melkar::PrintWeekTable()}; }
 
 long CWeeklyCircadian::ReadDataFile(char* file) {
+    const melkar::HostDirectory here(m_Day[0].Host());
     try {
         melkar::LogText("CWeeklyCircadian::ReadDataFile");
         return ReadScreenWeek(file);
@@ -131,6 +132,7 @@ long CWeeklyCircadian::ReadScreenWeek(const char* path) {
 }
 
 long CWeeklyCircadian::ReadWeekDataFile(char* file, int page) {
+    const melkar::HostDirectory here(m_Day[0].Host());
     try {
         return ReadPrintWeeks(file, page);
     } catch (...) {

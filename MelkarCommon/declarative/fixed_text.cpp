@@ -32,6 +32,7 @@ CFixedText::~CFixedText() = default;
 
 long CFixedText::ReadIniFile(char* path, const char* key) {
     CGraphBase::ReadIniFile(path);
+    const melkar::HostDirectory here(Host());
     melkar::ReadKeys(KeyRows::rows, *this, melkar::KeyReader(path, m_strSection, key ? key : ""));
     return 0;
 }

@@ -2,6 +2,7 @@
 
 #include <MelkarCommon/frame/results.h>
 #include <MelkarCommon/platform/geometry.h>
+#include <MelkarCommon/platform/host_directory.h>
 
 #include <cstddef>
 #include <cstdint>
@@ -99,6 +100,7 @@ template <class Graph> struct Steps {
 /// Runs a table of steps, one after the other. @return 0, or the result of a needed step that failed
 template <class Graph, std::size_t Count>
 long RunSteps(Graph& graph, const Step<Graph> (&steps)[Count], const CycleInput& input = {}) {
+    const HostDirectory here(detail::HostOf(graph, 0));
     for (const Step<Graph>& step : steps) {
         const long result = step.Run(graph, input);
         if (result == kOk || step.Meaning() == StepResult::Ignored)

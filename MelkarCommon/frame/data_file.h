@@ -2,6 +2,7 @@
 
 #include <MelkarCommon/frame/results.h>
 #include <MelkarCommon/platform/files.h>
+#include <MelkarCommon/platform/host_directory.h>
 #include <MelkarCommon/support/fields.h>
 #include <MelkarCommon/support/ring_log.h>
 
@@ -43,9 +44,11 @@ template <class Reader> long ReadGuarded(Reader reader) {
     }
 }
 
-/// The same on a file, with the reader's name in the log. @return 101 if the file can't be opened
-template <class Reader> long ReadFile(const char* name, const char* path, Reader reader) {
+/// The same on a file for that graph, with the reader's name in its log. @return 101 if the file can't be opened
+template <class Graph, class Reader>
+long ReadFile(const Graph& graph, const char* name, const char* path, Reader reader) {
     return ReadGuarded([&]() -> long {
+        const HostDirectory here(detail::HostOf(graph, 0));
         LogText(name);
         DataFile file(path);
         return file.IsOpen() ? reader(file) : kNoFile;

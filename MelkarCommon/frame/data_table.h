@@ -27,7 +27,7 @@
 /// public:
 ///     using CBarGraph::CBarGraph;
 ///     long ReadDataFile(char* path) override {
-///         return melkar::ReadFile("CThermometers::ReadDataFile", path, [this](melkar::DataFile& file) {
+///         return melkar::ReadFile(*this, "CThermometers::ReadDataFile", path, [this](melkar::DataFile& file) {
 ///             ForgetDays();
 ///             melkar::ReadHeads<File>(*this, file);
 ///             return melkar::ReadRows<File>(*this, file);

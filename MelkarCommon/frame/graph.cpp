@@ -90,6 +90,7 @@ long CGraph::ClearArrays() {
 long CGraph::ReadDataFile(char*) { return 0; }
 
 long CGraph::ReadIniFile(char* path) {
+    const melkar::HostDirectory here(Host());
     const melkar::KeyReader reader(path, m_strSection);
     reader.LogWhatIsMissing();
     melkar::ReadKeys(KeyRows::rows, *this, reader);
@@ -217,7 +218,10 @@ void CGraph::SetCanvasRect() {
     m_rcCanvas = melkar::CanvasOf(m_rcGraph, m_rcSideBar, m_rcTitle.Height(), m_nTitleSpace, scaleRoom);
 }
 
-CString CGraph::FormatDate(int day) { return ::FormatDateEx(m_saDates.GetAt(day), m_strDateFormatType, m_strLocale); }
+CString CGraph::FormatDate(int day) {
+    const melkar::HostDirectory here(Host());
+    return ::FormatDateEx(m_saDates.GetAt(day), m_strDateFormatType, m_strLocale);
+}
 
 long CGraph::DrawNoRecordsMessage() {
     if (!m_bNoRecords)

@@ -90,7 +90,9 @@ public:
     HDC CreateCompatibleDC(HDC surface) const;
     /// 1: paint straight onto the device context, in its coordinates. To be set before `Draw`.
     void SetDirectOutput(int direct) { m_bDirectOutput = direct; }
-    int GetDirectOutput() const { return m_bDirectOutput; }   ///< 1: it paints so
+    int GetDirectOutput() const { return m_bDirectOutput; } ///< 1: it paints so
+    /// Where its profile, the formats of its dates and its log are: where they were when it was made.
+    const melkar::HostPlace& Host() const { return m_Ini.Host(); }
     HDC GetGMemDC() const { return m_hGMemDC; }               ///< the shared surface, the caller's
     HDC GetGMemDCCir() const { return m_hGMemDCCir; }         ///< the second shared surface, the caller's
     HDC GetGMemDCBalloon() const { return m_hGMemDCBalloon; } ///< the surface of the clean picture, the caller's

@@ -46,7 +46,7 @@ std::shared_ptr<const ProfileSnapshot> SharedProfile::Read(const std::string& ow
 
 KeyReader::KeyReader(const char* path, const char* ownSection, const char* stem) : m_own(ownSection), m_stem(stem) {
     const char* file = path && *path ? path : kGraphProfile;
-    const bool isShared = g_shared && std::string_view(file) == kGraphProfile;
+    const bool isShared = g_shared && g_shared->m_host == HostPlace() && std::string_view(file) == kGraphProfile;
     m_file = isShared ? g_shared->Read(m_own) : ReadProfile(file, m_own);
 }
 

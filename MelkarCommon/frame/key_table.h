@@ -2,6 +2,7 @@
 
 #include <MelkarCommon/api.h>
 #include <MelkarCommon/platform/cstring.h>
+#include <MelkarCommon/platform/host_directory.h>
 #include <MelkarCommon/platform/types.h>
 #include <MelkarCommon/support/ini_reader.h>
 #include <MelkarCommon/support/numbers.h>
@@ -167,6 +168,7 @@ private:
 
     std::shared_ptr<const ProfileFile> m_file;
     std::shared_ptr<const ProfileSnapshot> m_last;
+    HostPlace m_host; ///< of the file
     SharedProfile* m_outer;
 };
 
@@ -434,9 +436,10 @@ void ReadKeys(const KeyRow<Graph> (&rows)[Count], Graph& graph, const KeyReader&
     }
 }
 
-/// The same from the section of a profile.
+/// The same from the section of a profile, found from where the graph's own is.
 template <class Graph, std::size_t Count>
 void ReadKeys(const KeyRow<Graph> (&rows)[Count], Graph& graph, const char* path, const char* ownSection) {
+    const HostDirectory here(detail::HostOf(graph, 0));
     ReadKeys(rows, graph, KeyReader(path, ownSection));
 }
 

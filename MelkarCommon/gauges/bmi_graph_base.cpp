@@ -56,7 +56,7 @@ COLORREF CBMIGraph_Base::ClassColor(int cls) const { return m_crClass[std::clamp
 melkar::DataTables CBMIGraph_Base::DataFiles() { return {melkar::TableOf<File>()}; }
 
 long CBMIGraph_Base::ReadDataFile(char* path) {
-    return melkar::ReadFile("CBMIGraph_Base::ReadDataFile", path, [this](melkar::DataFile& file) {
+    return melkar::ReadFile(*this, "CBMIGraph_Base::ReadDataFile", path, [this](melkar::DataFile& file) {
         melkar::TakeRow<File>(*this, file.Head(File::form.headLimit));
         if (const melkar::CsvRow* line = file.Next(File::form.rowLimit))
             melkar::TakeRow<File>(*this, *line);

@@ -7,7 +7,8 @@
 /// Reads of profile files: sections in brackets, one "key = value" a line. Sections and keys match in
 /// any case; blanks around names and values are dropped, one pair of quotes around a value is removed,
 /// lines that begin with a semicolon are ignored, the first of equal sections and keys counts. CR LF,
-/// a byte order mark and a missing last line feed are ordinary.
+/// a byte order mark and a missing last line feed are ordinary. A relative path counts from the current directory of
+/// the process, or from that of a `melkar::HostDirectory`.
 
 /// Copies the key's value, or `fallback` if there is none, into `buffer`, cut to `size` - 1 bytes and
 /// NUL-terminated. Each call reads the file. @return the number of bytes copied without the NUL.

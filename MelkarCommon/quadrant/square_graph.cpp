@@ -183,6 +183,7 @@ melkar::DataTables CSquareGraph::DataFiles() { return {melkar::TableOf<HeadColum
 
 long CSquareGraph::ReadDataFile(char* path) {
     return melkar::ReadGuarded([&] {
+        const melkar::HostDirectory here(Host());
         melkar::LogText("CSquareGraph::ReadDataFile");
         m_nLeftUpperCount = m_nLeftLowerCount = m_nRightUpperCount = m_nRightLowerCount = 0;
         melkar::DataFile file(path);

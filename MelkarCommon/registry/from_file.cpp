@@ -42,6 +42,7 @@ long LineFromFile::ReadDataFile(char* path) {
     if (result != kOk)
         return result;
     return ReadGuarded([&]() -> long {
+        const HostDirectory here(Host());
         m_saLineValues.RemoveAll();
         DataFile file(path);
         ReadHeads<File>(*this, file);
@@ -53,7 +54,7 @@ long LineFromFile::ReadDataFile(char* path) {
 // The day
 
 long DayFromFile::ReadDataFile(char* path) {
-    const long result = ReadFile("DayFromFile::ReadDataFile", path, [this](DataFile& file) -> long {
+    const long result = ReadFile(*this, "DayFromFile::ReadDataFile", path, [this](DataFile& file) -> long {
         WeekHead head;
         ReadScreenHead(file, head);
         const ClassBounds bounds = UsualBounds(m_nLang);
@@ -93,7 +94,7 @@ struct CircleFromFile::File : Columns<Levels> {
 DataTables CircleFromFile::DataFiles() { return {TableOf<File>()}; }
 
 long CircleFromFile::ReadDataFile(char* path) {
-    return ReadFile("CircleFromFile::ReadDataFile", path, [this](DataFile& file) {
+    return ReadFile(*this, "CircleFromFile::ReadDataFile", path, [this](DataFile& file) {
         Levels levels;
         ReadRows<File>(levels, file);
         return SetData(&levels.minutes);
@@ -134,7 +135,7 @@ struct PlotFromFile::File : Columns<Point> {
 DataTables PlotFromFile::DataFiles() { return {TableOf<File>()}; }
 
 long PlotFromFile::ReadDataFile(char* path) {
-    return ReadFile("PlotFromFile::ReadDataFile", path, [this](DataFile& file) {
+    return ReadFile(*this, "PlotFromFile::ReadDataFile", path, [this](DataFile& file) {
         m_vecPlots.clear();
         Point point;
         ReadHeads<File>(point, file);
@@ -169,7 +170,7 @@ PieFromFile::PieFromFile(HWND window, HDC dc, const char* section, HDC shared, H
 DataTables PieFromFile::DataFiles() { return {TableOf<File>()}; }
 
 long PieFromFile::ReadDataFile(char* path) {
-    return ReadFile("PieFromFile::ReadDataFile", path, [this](DataFile& file) {
+    return ReadFile(*this, "PieFromFile::ReadDataFile", path, [this](DataFile& file) {
         for (circle_value& slice : m_vecValues)
             slice.value = 0;
         Value one;

@@ -119,17 +119,25 @@ int CReport::DrawHeader() { return 0; }
 int CReport::DrawGraphs() { return 0; }
 int CReport::DrawFooter() { return 0; }
 
-int CReport::DocStart() { return StartDocA(m_hPrnDC, &m_DocInfo); }
+int CReport::DocStart() {
+    const melkar::HostDirectory here(Host());
+    return StartDocA(m_hPrnDC, &m_DocInfo);
+}
 
 int CReport::PageStart() {
+    const melkar::HostDirectory here(Host());
     StartPage(m_hPrnDC);
     DrawRectangle(m_hPrnDC, m_rcPage, melkar::kWhite, melkar::kWhite, 0);
     return 0;
 }
 
 int CReport::PageEnd() {
+    const melkar::HostDirectory here(Host());
     EndPage(m_hPrnDC);
     return 0;
 }
 
-int CReport::DocEnd() { return EndDoc(m_hPrnDC); }
+int CReport::DocEnd() {
+    const melkar::HostDirectory here(Host());
+    return EndDoc(m_hPrnDC);
+}

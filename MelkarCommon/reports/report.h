@@ -89,6 +89,8 @@ public:
     int DocEnd();
 
     static melkar::ClassKeys ProfileKeys(); ///< the keys that this class reads
+    /// Where its profile and its log are: where they were when it was made.
+    const melkar::HostPlace& Host() const { return m_Ini.Host(); }
 
 protected:
     short m_nColorMode = 0;   ///< `DMCOLOR_...`

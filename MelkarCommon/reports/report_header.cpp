@@ -211,6 +211,7 @@ struct CReportHeader::File : Slots {
 melkar::DataTables CReportHeader::DataFiles() { return {melkar::TableOf<File>()}; }
 
 int CReportHeader::GetData(CString dataFile) {
+    const melkar::HostDirectory here(Host());
     HeaderRows rows(dataFile);
     if (!rows.IsOpen())
         return -1;
@@ -228,6 +229,7 @@ int CReportHeader::GetData(CString dataFile) {
 int CReportHeader::CalcRect(HDC, CRect, CString) { return 0; }
 
 int CReportHeader::Draw(HDC surface, CRect block, CString) {
+    const melkar::HostDirectory here(Host());
     SYSTEMTIME now{};
     GetLocalTime(&now);
     COleDateTime today;

@@ -34,7 +34,9 @@ public:
     virtual int CalcRect(HDC surface, CRect block, CString dataFile);
 
     static melkar::ClassKeys ProfileKeys(); ///< the keys that this class reads
-    static melkar::DataTables DataFiles();  ///< the data file that it reads
+    /// Where its profile, the formats of its dates and its log are: where they were when it was made.
+    const melkar::HostPlace& Host() const { return m_Ini.Host(); }
+    static melkar::DataTables DataFiles(); ///< the data file that it reads
 
 protected:
     HFONT HeaderFont(HDC surface, int size) const; ///< size in points, 11 if it is 0 or below; the caller's

@@ -17,12 +17,14 @@ CString WithLineFeeds(CString value) {
 } // namespace
 
 CString CIniReader::ReadString(CString file, CString section, CString key, const char* fallback) {
+    const melkar::HostDirectory here(m_host);
     char buffer[kValueRoom];
     GetPrivateProfileStringA(section, key, fallback, buffer, sizeof buffer, file.IsEmpty() ? m_strFilePath : file);
     return WithLineFeeds(buffer);
 }
 
 int CIniReader::ReadStringToInt(CString file, CString section, CString key, int fallback) {
+    const melkar::HostDirectory here(m_host);
     return GetPrivateProfileIntA(section, key, fallback, file.IsEmpty() ? m_strFilePath : file);
 }
 

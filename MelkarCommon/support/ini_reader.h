@@ -2,11 +2,13 @@
 
 #include <MelkarCommon/api.h>
 #include <MelkarCommon/platform/cstring.h>
+#include <MelkarCommon/platform/host_directory.h>
 
 /// @file
 /// Reads of profile files.
 
-/// Reads profile files; nothing is cached, every read goes to the file.
+/// Reads profile files; nothing is cached, every read goes to the file. Relative names count from where they counted
+/// when the reader was made.
 class MELKAR_API CIniReader {
 public:
     /// A reader of that file.
@@ -18,6 +20,8 @@ public:
     void SetFilePath(CString path) { m_strFilePath = path; } ///< of the reader's own file
     CString GetFilePath() const { return m_strFilePath; }    ///< of the reader's own file
 
+    const melkar::HostPlace& Host() const { return m_host; } ///< from where relative names count
+
     /// The value, at most 9999 bytes, with a line feed for every "__YN__" in it; `fallback` (treated alike) if there is
     /// no such key. An empty file name stands for the reader's own file.
     CString ReadString(CString file, CString section, CString key, const char* fallback);
@@ -26,4 +30,7 @@ public:
 
 protected:
     CString m_strFilePath; ///< file of a read with an empty file name
+
+private:
+    melkar::HostPlace m_host;
 };

@@ -257,7 +257,7 @@ std::string TimeStamp() {
 
 /// A line whose length is a multiple of 120 ends in an empty piece.
 int WriteLine(const char* file, const char* text) {
-    const std::string path = melkar::ResolvePath(file);
+    const std::string path = melkar::HostPath(file);
     const std::string line = TimeStamp() + text;
     for (std::size_t offset = 0; offset <= line.size(); offset += kPiece)
         if (!WritePiece(path, std::string_view(line).substr(offset)))

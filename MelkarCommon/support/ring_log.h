@@ -12,7 +12,7 @@
 /// writeLog(kLogFile, "%d days imported", 31);
 /// @endcode
 
-/// The log of all graphs, relative to the working directory of the process.
+/// The log of all graphs, relative to the current directory of the process or to that of a `melkar::HostDirectory`.
 inline constexpr const char* kLogFile = "..\\log\\graph.log";
 
 /// Writes a line "[date time]  text"; the text is cut to 3999 bytes. Processes and threads that write at once wait

@@ -79,7 +79,7 @@ bool CPressureGraph::Register() {
 }
 
 long CPressureGraph::ReadDataFile(char* path) {
-    return melkar::ReadFile("CPressureGraph::ReadDataFile", path, [this](melkar::DataFile& file) {
+    return melkar::ReadFile(*this, "CPressureGraph::ReadDataFile", path, [this](melkar::DataFile& file) {
         ForgetDays();
         Measurement measurement;
         melkar::ReadHeads<File>(measurement, file);

@@ -35,7 +35,7 @@ struct Thermometer::File : melkar::Columns<Thermometer> {
 };
 
 long Thermometer::ReadDataFile(char* path) {
-    return melkar::ReadFile("Thermometer", path, [this](melkar::DataFile& file) {
+    return melkar::ReadFile(*this, "Thermometer", path, [this](melkar::DataFile& file) {
         m_dwaStatus.RemoveAll();
         m_saDates.RemoveAll();
         m_saValues.RemoveAll();

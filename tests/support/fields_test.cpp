@@ -105,7 +105,7 @@ TEST(Lines, OnlyRegularFilesOpen) {
     for (const char* path : {"pipe", "..", "/dev/zero", "none", "", static_cast<const char*>(nullptr)}) {
         bool found = true;
         EXPECT_FALSE(LineReader(path).IsOpen());
-        EXPECT_EQ(melkar::ReadWholeFile(path, &found), "");
+        EXPECT_EQ(melkar::ReadWholeFile(melkar::ResolvePath(path), &found), "");
         EXPECT_FALSE(found);
     }
 }

@@ -20,8 +20,8 @@ constexpr std::size_t kBlock = std::size_t{64} * 1024;
 constexpr std::size_t kLargestWhole = std::size_t{256} * 1024 * 1024; // nothing that we read whole comes near it
 
 /// A descriptor of a regular file, or -1. Opening never waits, as it would for a pipe without a writer.
-int OpenRegular(const char* path, std::size_t* size) {
-    const int file = open(ResolvePath(path).c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY);
+int OpenRegular(const std::string& path, std::size_t* size) {
+    const int file = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY);
     if (file < 0)
         return -1;
     struct stat status {};
@@ -50,15 +50,16 @@ std::size_t ReadUpTo(int file, char* to, std::size_t size) {
 
 } // namespace
 
-std::string ResolvePath(const char* path) {
-    std::string resolved = path ? path : "";
-    if (resolved.find('\\') == std::string::npos || access(resolved.c_str(), F_OK) == 0)
-        return resolved;
-    std::replace(resolved.begin(), resolved.end(), '\\', '/');
+std::string ResolvePath(const char* path, const std::string& directory) {
+    const std::string name = path ? path : "";
+    const bool isFromThere = !directory.empty() && !name.empty() && name.front() != '/' && name.front() != '\\';
+    std::string resolved = isFromThere ? directory + '/' + name : name;
+    if (name.find('\\') != std::string::npos && access(resolved.c_str(), F_OK) != 0)
+        std::replace(resolved.end() - static_cast<std::ptrdiff_t>(name.size()), resolved.end(), '\\', '/');
     return resolved;
 }
 
-LineReader::LineReader(const char* path) : m_file(OpenRegular(path, &m_left)) {}
+LineReader::LineReader(const char* path) : m_file(OpenRegular(ResolvePath(path), &m_left)) {}
 
 LineReader::~LineReader() {
     if (m_file >= 0)
@@ -121,7 +122,7 @@ void FileWriter::Write(std::string_view bytes) {
 
 int FileWriter::Commit() { return m_file != nullptr ? m_file->Commit() : m_error; }
 
-std::string ReadWholeFile(const char* path, bool* found) {
+std::string ReadWholeFile(const std::string& path, bool* found) {
     std::string text;
     std::size_t size = 0;
     const int file = OpenRegular(path, &size);

@@ -69,7 +69,7 @@ std::optional<std::string_view> FindInText(std::string_view text, std::string_vi
 std::optional<std::string> ReadKey(const char* path, const char* section, const char* key) {
     if (!path || !section || !key)
         return std::nullopt;
-    const std::string text = ReadWholeFile(path, nullptr);
+    const std::string text = ReadWholeFile(HostPath(path), nullptr);
     const auto value = FindInText(text, TrimBlanks(section), TrimBlanks(key));
     return value ? std::optional<std::string>(*value) : std::nullopt;
 }
@@ -98,7 +98,7 @@ struct FileState {
 
 std::optional<FileState> StateOf(const char* path) {
     struct stat status {};
-    if (stat(ResolvePath(path).c_str(), &status) != 0)
+    if (stat(HostPath(path).c_str(), &status) != 0)
         return std::nullopt;
     return FileState{status.st_dev, status.st_ino, status.st_size, status.st_ctim, status.st_mtim};
 }
@@ -121,7 +121,7 @@ thread_local LastReading g_last;
 
 } // namespace
 
-ProfileFile::ProfileFile(const char* path) : path(path ? path : ""), bytes(ReadWholeFile(path, &isRead)) {}
+ProfileFile::ProfileFile(const char* path) : path(path ? path : ""), bytes(ReadWholeFile(HostPath(path), &isRead)) {}
 
 ProfileSnapshot::ProfileSnapshot(const ProfileFile& file, std::string_view ownSection)
     : m_path(file.path), m_isRead(file.isRead), m_ownName(ownSection) {

@@ -24,7 +24,7 @@ struct Request {
     std::optional<CPoint> click; ///< the day at this point is printed
 };
 
-/// Draws and writes. The process's current directory must be the host's: the library finds its profile from there.
+/// Draws and writes, within a `HostDirectory`: the library finds its profile from there.
 /// @return 0, or 1 after a message on the error stream
 int Draw(Request request);
 

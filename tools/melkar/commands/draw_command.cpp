@@ -3,6 +3,8 @@
 #include "files.h"
 #include "options.h"
 
+#include <MelkarCommon/hosts.h>
+
 #include <filesystem>
 
 namespace melkar::tool {
@@ -133,7 +135,8 @@ int RunDraw(const DrawOptions& options) {
     Request request = RequestOf(options);
     const InputFile data(options.chart.data);
     request.data = data.Path();
-    EnterBase(options.chart.base, request.chart.section);
+    CheckBase(options.chart.base, request.chart.section);
+    const HostDirectory host(options.chart.base.c_str());
     return Draw(std::move(request));
 }
 

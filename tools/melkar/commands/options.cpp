@@ -62,9 +62,8 @@ void AddChartArguments(CLI::App& app, ChartArguments& chart) {
     app.add_option("KIND", chart.kind, "What to draw; the list stands below")->required()->type_name("");
     app.add_option("--section", chart.options.section, "Section of the profile")->required()->type_name("NAME");
     app.add_option("--data", chart.data, "Data file; - reads the standard input")->type_name("FILE");
-    app.add_option(
-           "--base", chart.base,
-           "Directory that plays the current directory of the host: the profile is ..\\conf\\graph.cnf from here")
+    app.add_option("--base", chart.base,
+                   "Directory of the host, such as app/bin: the profile is ..\\conf\\graph.cnf from there")
         ->type_name("DIR");
     AddHostOptions(app, chart.options);
 }
@@ -78,12 +77,10 @@ const KindRow& KindOf(const ChartArguments& chart) {
     return *kind;
 }
 
-void EnterBase(const std::string& base, const std::string& section) {
-    std::error_code error;
-    std::filesystem::current_path(base, error);
-    if (error)
-        throw UsageError{"the base directory can't be entered: " + base};
-    std::ifstream profile("../conf/graph.cnf");
+void CheckBase(const std::string& base, const std::string& section) {
+    if (!std::filesystem::is_directory(base))
+        throw UsageError{"there is no such base directory: " + base};
+    std::ifstream profile(base + "/../conf/graph.cnf");
     if (!profile)
         throw UsageError{"there is no profile ../conf/graph.cnf from the base directory: " + base};
     if (!HasSection(profile, section))

@@ -26,9 +26,8 @@ void AddChartArguments(CLI::App& app, ChartArguments& chart);
 /// Throws if there is no such kind, or the kind draws a data file and none is named.
 const KindRow& KindOf(const ChartArguments& chart);
 
-/// Makes the base the current directory, so that relative paths mean something else from then on. Throws if there is no
-/// profile from there, or no such section in it.
-void EnterBase(const std::string& base, const std::string& section);
+/// Throws if the base is no directory, there is no profile from there, or no such section in it.
+void CheckBase(const std::string& base, const std::string& section);
 
 /// Throws if the standard output is a terminal: bytes of a picture are nothing to read there.
 void RequireNoTerminal();

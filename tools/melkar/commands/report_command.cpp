@@ -5,6 +5,7 @@
 
 #include <month_report.h>
 
+#include <MelkarCommon/hosts.h>
 #include <MelkarCommon/platform/printing.h>
 
 #include <filesystem>
@@ -55,7 +56,7 @@ void AddOptions(CLI::App& app, ReportOptions& options) {
     app.add_flag("--landscape", options.landscape, "Pages that are wider than high");
     app.add_option("--header", options.header, "Report header data file")->required()->type_name("FILE");
     app.add_option("--data", options.data, "Directory of the data files")->required()->type_name("DIR");
-    app.add_option("--base", options.base, "Directory that plays the current directory of the host")->type_name("DIR");
+    app.add_option("--base", options.base, "Directory of the host, such as app/bin")->type_name("DIR");
     app.add_option("--section", options.section, "Section of the profile; REPORT if none")->type_name("NAME");
     app.footer(Examples({
         "melkar report --base samples/app/bin --header samples/data/report-header.csv --data samples/data"
@@ -93,7 +94,8 @@ int RunReport(const ReportOptions& options) {
         throw UsageError{"there is no such directory: " + options.data};
     if (!fs::exists(header))
         throw UsageError{"there is no such file: " + options.header};
-    EnterBase(options.base, section);
+    CheckBase(options.base, section);
+    const HostDirectory host(options.base.c_str());
 
     CMonthReport report(printer.data(), paper, options.landscape ? kLandscape : kPortrait, section.data(), data.c_str(),
                         header.c_str());

@@ -69,9 +69,9 @@ LineReader::~LineReader() {
 bool LineReader::Fill() {
     if (m_file < 0 || m_left == 0)
         return false;
-    if (!m_buffer)
-        m_buffer = std::make_unique_for_overwrite<char[]>(kBlock);
     const std::size_t wanted = std::min(kBlock, m_left);
+    if (!m_buffer)
+        m_buffer = std::make_unique_for_overwrite<char[]>(wanted); // later blocks are never larger
     m_filled = ReadUpTo(m_file, m_buffer.get(), wanted);
     m_left = m_filled == wanted ? m_left - wanted : 0;
     m_position = 0;

@@ -131,12 +131,14 @@ void BlendMask(const PixelBuffer& to, const RECT& clip, const CoverageMask& mask
     const RECT visible = ClipBox({x, y, x + mask.width, y + mask.height}, clip);
     if (IsEmptyRect(visible))
         return;
-    const std::uint8_t* coverage =
+    const std::uint8_t* const coverage =
         mask.coverage.data() + (visible.top - y) * static_cast<std::int64_t>(mask.stride) + (visible.left - x);
-    std::uint32_t* pixels = PixelAt(to, visible.left, visible.top);
     const auto width = static_cast<std::size_t>(visible.right - visible.left);
-    for (int row = visible.top; row < visible.bottom; ++row, coverage += mask.stride, pixels += to.stride)
-        BlendRow(pixels, coverage, width, color | kOpaque);
+    RunInLanes([&](auto lanes) {
+        for (int row = 0; row < visible.bottom - visible.top; ++row)
+            BlendRow<lanes>(PixelAt(to, visible.left, visible.top + row),
+                            coverage + row * static_cast<std::int64_t>(mask.stride), width, color | kOpaque);
+    });
 }
 
 } // namespace melkar

@@ -69,10 +69,10 @@ void AddWhole(DiscMask& mask, std::int16_t x, std::int16_t y) {
 }
 
 void AddFour(DiscMask& mask, int x, int y, const std::uint8_t* coverage) {
-    const std::uint32_t four = Four(coverage);
+    const std::uint32_t four = ReadCoverages<4>(coverage);
     const auto left = static_cast<std::int16_t>(x);
     const auto top = static_cast<std::int16_t>(y);
-    if (four == kFourWhole)
+    if (four == kAllWhole<4>)
         AddWhole(mask, left, top);
     else if (four != 0)
         mask.rims.push_back({left, top, {coverage[0], coverage[1], coverage[2], coverage[3]}});
@@ -132,7 +132,7 @@ void PaintWhole(std::uint32_t* corner, std::ptrdiff_t stride, const DiscMask& ma
     for (const DiscSpan& span : mask.spans)
         std::fill_n(corner + span.y * stride + span.x, span.count, color);
     for (const DiscRim& rim : mask.rims)
-        BlendFour(corner + rim.y * stride + rim.x, Four(rim.coverage.data()), color);
+        BlendLanes<4>(corner + rim.y * stride + rim.x, ReadCoverages<4>(rim.coverage.data()), color);
 }
 
 /// What lies within the clip.

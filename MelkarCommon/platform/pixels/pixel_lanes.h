@@ -47,9 +47,18 @@ template <> struct Lanes<4> {
     using Pairs = std::uint64_t __attribute__((vector_size(16)));
     using Channels = std::uint16_t __attribute__((vector_size(16)));
 
+    using Bytes = std::uint8_t __attribute__((vector_size(16)));
+
     /// The upper half of each pixel in both halves.
     static void DoubleUpper(Channels& halves) {
         halves = __builtin_shufflevector(halves, halves, 1, 1, 3, 3, 5, 5, 7, 7);
+    }
+    /// Each byte in the lane of its place, four times.
+    static void Spread(Pixels& lanes, std::uint32_t bytes) {
+        const Bytes all = Bytes(Pixels{bytes});
+        const Channels twice =
+            Channels(__builtin_shufflevector(all, all, 0, 0, 1, 1, 2, 2, 3, 3, 4, 4, 5, 5, 6, 6, 7, 7));
+        lanes = Pixels(__builtin_shufflevector(twice, twice, 0, 0, 1, 1, 2, 2, 3, 3));
     }
 };
 
@@ -61,6 +70,12 @@ template <> struct Lanes<8> {
 
     static void DoubleUpper(Channels& halves) {
         halves = __builtin_shufflevector(halves, halves, 1, 1, 3, 3, 5, 5, 7, 7, 9, 9, 11, 11, 13, 13, 15, 15);
+    }
+    static void Spread(Pixels& lanes, std::uint64_t bytes) {
+        Lanes<4>::Pixels halves[2];
+        Lanes<4>::Spread(halves[0], static_cast<std::uint32_t>(bytes));
+        Lanes<4>::Spread(halves[1], static_cast<std::uint32_t>(bytes >> 32U));
+        Join(lanes, halves[0], halves[1]);
     }
     static void Join(Pixels& whole, const Lanes<4>::Pixels& one, const Lanes<4>::Pixels& other) {
         whole = __builtin_shufflevector(one, other, 0, 1, 2, 3, 4, 5, 6, 7);

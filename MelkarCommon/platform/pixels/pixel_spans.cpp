@@ -20,8 +20,15 @@ template <int kLanes> void FillRow(std::uint32_t* row, std::size_t width, const 
 template <int kLanes>
 void FillWide(std::uint32_t* row, int stride, std::size_t width, std::size_t height, Color color) {
     const typename Lanes<kLanes>::Pixels lanes = typename Lanes<kLanes>::Pixels{} + color;
-    for (std::size_t y = 0; y < height; ++y, row += stride)
-        FillRow<kLanes>(row, width, lanes);
+    if (width > 2 * kLanes) {
+        for (std::size_t y = 0; y < height; ++y, row += stride)
+            FillRow<kLanes>(row, width, lanes);
+        return;
+    }
+    for (std::size_t y = 0; y < height; ++y, row += stride) { // bars: their two ends are all of them
+        std::memcpy(row, &lanes, sizeof lanes);
+        std::memcpy(row + width - kLanes, &lanes, sizeof lanes);
+    }
 }
 
 void FillNarrow(std::uint32_t* row, int stride, std::size_t width, std::size_t height, Color color) {

@@ -43,25 +43,26 @@ void CutToPicture(Copy& copy, DeviceSize picture) {
     CutSpan(copy.source.top, copy.source.bottom, copy.target.top, copy.target.bottom, picture.height);
 }
 
-/// What is drawn instead of copying pixels that there aren't yet: a whole picture as it is, onto pixels at which nobody
-/// looks meanwhile. Null: these are asked for.
-Draft* DraftFor(Target& to, PixelPicture& from, const Copy& copy, DWORD operation) {
+/// Plays what is drawn instead of copying pixels that there aren't yet: a whole picture as it is, onto pixels at which
+/// nobody looks meanwhile. @return false if these are asked for
+bool CopyDraft(HDC to, Backend& backend, PixelPicture& from, const Copy& copy, DWORD operation) {
     Draft* draft = from.FreshDraft();
-    Picture* picture = PictureOf(to);
+    Picture* picture = PictureOf(to->target);
     const PixelPicture* pixels = picture != nullptr ? PixelsOf(*picture) : nullptr;
     const bool isPlain = draft != nullptr && operation == SRCCOPY && !copy.isScaled &&
                          Covers(copy.source, draft->Whole()) && pixels != nullptr && pixels != &from;
-    return isPlain && !pixels->IsExposed() && pixels->Scale() == from.Scale() ? draft : nullptr;
+    if (!isPlain || pixels->IsExposed() || pixels->Scale() != from.Scale())
+        return false;
+    draft->PlayOn(pixels->State(), backend, {copy.target.left, copy.target.top}, to->Bounds());
+    return true;
 }
 
 BOOL CopyPixels(HDC to, Backend& backend, double scale, PixelPicture& from, Copy copy, DWORD operation) {
     CutToPicture(copy, from.Size());
     if (IsEmptyRect(copy.source) || IsEmptyRect(copy.target))
         return FALSE;
-    if (Draft* draft = DraftFor(to->target, from, copy, operation)) {
-        draft->Play(backend, copy.target.left, copy.target.top, to->Bounds());
+    if (CopyDraft(to, backend, from, copy, operation))
         return TRUE;
-    }
     const PixelPart shown = from.ShownFor(operation, copy.source, scale);
     backend.Blit(copy.target, shown.pixels, shown.part, operation);
     return TRUE;
@@ -82,7 +83,7 @@ BOOL CopyRecord(HDC to, Backend& backend, const RecordPicture& from, Copy copy) 
     const std::vector<RecordedOp> ops = from.Ops(); // a copy: `to` may be the same surface
     if (record)
         record->Mark({copy.target, copy.source});
-    Replay(ops, backend, copy.source, copy.target.left, copy.target.top, to->Bounds());
+    Replay(ops, backend, copy.source, {copy.target.left, copy.target.top}, to->Bounds());
     return TRUE;
 }
 
@@ -97,7 +98,7 @@ BOOL CopyPlayedRecord(Backend& to, double scale, const RecordPicture& from, Copy
     if (!memory.AreThere())
         return FALSE;
     PixelPicture played(std::move(memory), from.Ground());
-    Replay(from.Ops(), played.Drawing(), copy.source, 0, 0, whole);
+    Replay(from.Ops(), played.Drawing(), copy.source, {0, 0}, whole);
     to.Blit(copy.target, played.Shown(), PixelGrid(scale).Edges(whole), operation);
     return TRUE;
 }

@@ -2,6 +2,7 @@
 #include <MelkarCommon/platform/record/recording_parts.h>
 
 #include <algorithm>
+#include <climits>
 
 namespace melkar {
 
@@ -26,13 +27,26 @@ std::optional<Fill> FillFor(const RecordedOp& op) {
     return Fill{IsEmptyRect(op.clip) ? line : ClipBox(ToBox(line), op.clip), lines->stroke.color};
 }
 
+/// A room that what is drawn doesn't leave. Curves of a thousand corners are common, so that their lines are not looked
+/// at one by one; the ink of a text may reach beyond its box, but not beyond its clip.
+RECT RoomOf(const RecordedOp& op) {
+    if (std::holds_alternative<TextOp>(op.verb))
+        return op.clip;
+    const auto* lines = std::get_if<StrokePolylineOp>(&op.verb);
+    if (lines == nullptr || lines->points.empty())
+        return ToRect(BoxOf(op));
+    RECT room{INT_MAX, INT_MAX, INT_MIN, INT_MIN};
+    for (const POINT& point : lines->points)
+        room = {std::min(room.left, point.x), std::min(room.top, point.y), std::max(room.right, point.x),
+                std::max(room.bottom, point.y)};
+    return Grown(room, WholeWidth(lines->stroke.width) / 2 + 2);
+}
+
 /// What is left after the ground.
 class Rest {
 public:
     void Add(const RecordedOp& op) {
-        // The ink of a text may reach beyond its box, but not beyond its clip.
-        const bool isText = std::holds_alternative<TextOp>(op.verb);
-        m_rooms.push_back(isText ? op.clip : ToRect(BoxOf(op)));
+        m_rooms.push_back(RoomOf(op));
         const auto* lines = std::get_if<StrokePolylineOp>(&op.verb);
         m_endsInLines = lines != nullptr && !HasPattern(lines->stroke);
     }
@@ -54,10 +68,12 @@ private:
 
 } // namespace
 
-GroundFirst SortGroundFirst(const std::vector<RecordedOp>& ops) {
+GroundFirst SortGroundFirst(std::span<const RecordedOp> ops) {
     GroundFirst sorted;
     Rest rest;
     for (const RecordedOp& op : ops) {
+        if (std::holds_alternative<CopyMark>(op.verb))
+            continue;
         const std::optional<Fill> fill = FillFor(op);
         if (fill && rest.LetsPass(fill->rect)) {
             sorted.ground.push_back(*fill);

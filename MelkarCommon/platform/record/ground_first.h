@@ -16,6 +16,6 @@ struct GroundFirst {
     std::vector<const RecordedOp*> rest;
 };
 
-GroundFirst SortGroundFirst(const std::vector<RecordedOp>& ops);
+GroundFirst SortGroundFirst(std::span<const RecordedOp> ops);
 
 } // namespace melkar

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <span>
 #include <string>
 #include <variant>
 #include <vector>
@@ -62,12 +63,11 @@ void DropMasks(std::vector<RecordedOp>& ops);
 /// The record as text, one operation a line, one segment a line of a polyline.
 std::string FormatRecording(const std::vector<RecordedOp>& ops);
 
-/// Plays the part of a record that lies in `source` onto `to`, so that `source`'s corner lands on (x, y); clipped
-/// to that part. The clip of `to` is `whole` afterwards.
-void Replay(const std::vector<RecordedOp>& ops, Backend& to, const RECT& source, int x, int y, const RECT& whole);
+/// Plays the part of a record that lies in `source` onto `to`, so that `source`'s corner lands on `at`; clipped to that
+/// part. The clip of `to` is `whole` afterwards.
+void Replay(std::span<const RecordedOp> ops, Backend& to, const RECT& source, POINT at, const RECT& whole);
 /// The same for pixels, on which the order shows only where operations meet: rectangles and level lines that stand on
 /// nothing but such come first, as one verb.
-void ReplayOnPixels(const std::vector<RecordedOp>& ops, Backend& to, const RECT& source, int x, int y,
-                    const RECT& whole);
+void ReplayOnPixels(std::span<const RecordedOp> ops, Backend& to, const RECT& source, POINT at, const RECT& whole);
 
 } // namespace melkar

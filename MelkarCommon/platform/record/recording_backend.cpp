@@ -112,7 +112,7 @@ void RecordingBackend::Blit(const RECT& target, const PixelBuffer& pixels, const
 class Player {
 public:
     Player(Backend& to, const RECT& landing, std::int64_t dx, std::int64_t dy)
-        : m_to(to), m_landing(landing), m_dx(dx), m_dy(dy) {}
+        : m_to(to), m_landing(landing), m_dx(dx), m_dy(dy), m_isMoved(dx != 0 || dy != 0) {}
 
     void FillAll(std::vector<Fill> fills) {
         for (Fill& fill : fills)
@@ -123,19 +123,24 @@ public:
 
     void Play(const RecordedOp& op) {
         ClipFor(op);
-        std::visit(Overloaded{
-                       [&](const Fill& fill) { m_to.FillRect(Moved(fill.rect), fill.color); },
-                       [&](const FillShapeOp& fill) { m_to.FillShape(Moved(fill.shape), fill.color); },
-                       [&](const StrokeShapeOp& outline) { m_to.StrokeShape(Moved(outline.shape), outline.stroke); },
-                       [&](const StrokePolylineOp& lines) { m_to.StrokePolyline(Moved(lines.points), lines.stroke); },
-                       [&](const TextOp& text) {
-                           m_to.PaintText(text.layout, text.line, Moved(text.at), text.escapement, text.color,
-                                          Moved(op.clip));
-                       },
-                       [&](const BlitOp& blit) { PlayBlit(blit); },
-                       [](const CopyMark&) {},
-                   },
-                   op.verb);
+        std::visit(
+            Overloaded{
+                [&](const Fill& fill) { m_to.FillRect(Moved(fill.rect), fill.color); },
+                [&](const FillShapeOp& fill) {
+                    m_isMoved ? m_to.FillShape(Moved(fill.shape), fill.color) : m_to.FillShape(fill.shape, fill.color);
+                },
+                [&](const StrokeShapeOp& outline) { m_to.StrokeShape(Moved(outline.shape), outline.stroke); },
+                [&](const StrokePolylineOp& lines) {
+                    m_isMoved ? m_to.StrokePolyline(Moved(lines.points), lines.stroke)
+                              : m_to.StrokePolyline(lines.points, lines.stroke);
+                },
+                [&](const TextOp& text) {
+                    m_to.PaintText(text.layout, text.line, Moved(text.at), text.escapement, text.color, Moved(op.clip));
+                },
+                [&](const BlitOp& blit) { PlayBlit(blit); },
+                [](const CopyMark&) {},
+            },
+            op.verb);
     }
 
 private:
@@ -186,14 +191,15 @@ private:
     RECT m_landing;
     std::int64_t m_dx;
     std::int64_t m_dy;
+    bool m_isMoved;       ///< else points are played as they are, uncopied
     bool m_narrow = true; ///< the target's clip isn't `m_landing`
 };
 
 /// Calls play(Player), unless all of it would land beyond the surface.
-template <class Play> void PlayOn(Backend& to, const RECT& source, int x, int y, const RECT& whole, const Play& play) {
-    const std::int64_t dx = std::int64_t{x} - source.left;
-    const std::int64_t dy = std::int64_t{y} - source.top;
-    const RECT landing = ClipBox({x, y, source.right + dx, source.bottom + dy}, whole);
+template <class Play> void PlayAt(Backend& to, const RECT& source, POINT at, const RECT& whole, const Play& play) {
+    const std::int64_t dx = std::int64_t{at.x} - source.left;
+    const std::int64_t dy = std::int64_t{at.y} - source.top;
+    const RECT landing = ClipBox({at.x, at.y, source.right + dx, source.bottom + dy}, whole);
     if (!IsEmptyRect(landing)) {
         Player player(to, landing, dx, dy);
         play(player);
@@ -213,16 +219,15 @@ void DropMasks(std::vector<RecordedOp>& ops) {
             text->layout = WithoutMasks(text->layout);
 }
 
-void Replay(const std::vector<RecordedOp>& ops, Backend& to, const RECT& source, int x, int y, const RECT& whole) {
-    PlayOn(to, source, x, y, whole, [&](Player& player) {
+void Replay(std::span<const RecordedOp> ops, Backend& to, const RECT& source, POINT at, const RECT& whole) {
+    PlayAt(to, source, at, whole, [&](Player& player) {
         for (const RecordedOp& op : ops)
             player.Play(op);
     });
 }
 
-void ReplayOnPixels(const std::vector<RecordedOp>& ops, Backend& to, const RECT& source, int x, int y,
-                    const RECT& whole) {
-    PlayOn(to, source, x, y, whole, [&](Player& player) {
+void ReplayOnPixels(std::span<const RecordedOp> ops, Backend& to, const RECT& source, POINT at, const RECT& whole) {
+    PlayAt(to, source, at, whole, [&](Player& player) {
         GroundFirst sorted = SortGroundFirst(ops);
         player.FillAll(std::move(sorted.ground));
         for (const RecordedOp* op : sorted.rest)

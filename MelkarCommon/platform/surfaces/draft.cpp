@@ -22,10 +22,30 @@ Backend& Draft::Drawing() {
     return *m_backend;
 }
 
-void Draft::Play(Backend& to, int x, int y, const RECT& bounds) {
+void Draft::Play(Backend& to, POINT at, const RECT& bounds) {
     Adopt();
-    ReplayOnPixels(m_ops, to, Whole(), x, y, bounds);
+    ReplayOnPixels(m_ops, to, Whole(), at, bounds);
     ++m_plays;
+}
+
+/// Nothing was drawn on the picture since, and nothing covered what was played of the draft: its mark would be gone.
+bool Draft::StandsStill(const PictureState& picture, POINT at) const {
+    const auto& [former, formerAt, count] = m_played;
+    return picture.picture == former.picture && picture.calls == former.calls + 1 && at.x == formerAt.x &&
+           at.y == formerAt.y && count <= m_ops.size() && std::holds_alternative<CopyMark>(m_ops[count - 1].verb);
+}
+
+void Draft::PlayOn(const PictureState& picture, Backend& to, POINT at, const RECT& bounds) {
+    const bool goesOn = StandsStill(picture, at);
+    if (m_played.count != m_ops.size())
+        m_ops.push_back({CopyMark{Whole(), Whole()}});
+    if (goesOn) {
+        Adopt();
+        Replay(std::span(m_ops).subspan(m_played.count), to, Whole(), at, bounds);
+    } else {
+        Play(to, at, bounds);
+    }
+    m_played = {picture, at, m_ops.size()};
 }
 
 void Draft::Recover(std::size_t count) {

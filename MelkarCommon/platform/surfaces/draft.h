@@ -3,6 +3,7 @@
 #include <MelkarCommon/platform/record/record.h>
 #include <MelkarCommon/platform/surfaces/device.h>
 
+#include <cstdint>
 #include <thread>
 #include <vector>
 
@@ -11,6 +12,12 @@
 /// copied once and gone: played straight onto what it is copied to, it needs no pixels, and no copy of them.
 
 namespace melkar {
+
+/// A picture of pixels between two calls that draw on it.
+struct PictureState {
+    std::uint64_t picture;
+    std::uint64_t calls; ///< so far
+};
 
 class Draft {
 public:
@@ -30,8 +37,11 @@ public:
 
     /// Of the thread that asks.
     Backend& Drawing();
-    /// Plays it with its corner at (x, y). The clip of `to` is `bounds` afterwards.
-    void Play(Backend& to, int x, int y, const RECT& bounds);
+    /// Plays it with its corner at `at`. The clip of `to` is `bounds` afterwards.
+    void Play(Backend& to, POINT at, const RECT& bounds);
+    /// The same on a picture, during the last of its calls. Hosts copy what a cycle has copied already, and cycles what
+    /// they drew on meanwhile: where all of it stands still, only what is new is played.
+    void PlayOn(const PictureState& picture, Backend& to, POINT at, const RECT& bounds);
     /// Drawing failed in the middle: the operations behind the first `count` go.
     void Recover(std::size_t count);
 
@@ -39,13 +49,22 @@ private:
     static constexpr std::size_t kMostOps = 1 << 13; ///< a chart has some hundreds
     static constexpr int kMostPlays = 2;
 
+    /// A play: on what, where, and how many operations, of which the last one marks it.
+    struct Played {
+        PictureState picture{0, 0};
+        POINT at{0, 0};
+        std::size_t count = 0;
+    };
+
     void Adopt();
+    bool StandsStill(const PictureState& picture, POINT at) const;
 
     DeviceSize m_size;
     std::vector<RecordedOp> m_ops; ///< the first fills all of it
     std::unique_ptr<Backend> m_backend;
     std::thread::id m_thread = std::this_thread::get_id(); ///< whose masks the texts have
     int m_plays = 0;
+    Played m_played;
 };
 
 } // namespace melkar

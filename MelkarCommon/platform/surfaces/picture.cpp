@@ -4,6 +4,7 @@
 #include <MelkarCommon/platform/seam/pixel_grid.h>
 #include <MelkarCommon/platform/surfaces/picture.h>
 
+#include <atomic>
 #include <cmath>
 #include <new>
 
@@ -75,7 +76,15 @@ DeviceSize PixelPicture::Size() const {
     return {units(m_buffer.width), units(m_buffer.height)};
 }
 
-Backend& PixelPicture::Drawing() { return m_draft != nullptr ? *m_draftBackend : DrawingPixels(); }
+std::uint64_t PixelPicture::NextId() {
+    static std::atomic<std::uint64_t> last = 0;
+    return ++last;
+}
+
+Backend& PixelPicture::Drawing() {
+    ++m_state.calls;
+    return m_draft != nullptr ? *m_draftBackend : DrawingPixels();
+}
 
 Backend& PixelPicture::DrawingPixels() {
     if (m_file.AreThere())
@@ -95,7 +104,7 @@ void PixelPicture::BecomePixels() {
         throw std::bad_alloc();
     m_buffer = m_own.Buffer();
     try {
-        m_draft->Play(DrawingPixels(), 0, 0, m_draft->Whole());
+        m_draft->Play(DrawingPixels(), {0, 0}, m_draft->Whole());
     } catch (...) {
         m_backend.reset();
         m_buffer = {pixels, width, height, stride, scale};

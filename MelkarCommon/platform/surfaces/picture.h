@@ -45,7 +45,9 @@ public:
     /// In units.
     DeviceSize Size() const;
     double Scale() const { return m_buffer.scale; }
+    /// For a call that draws.
     Backend& Drawing();
+    const PictureState& State() const { return m_state; }
     /// The pixels with everything on them that was drawn.
     const PixelBuffer& Shown();
     /// What of it a copy by `operation` takes to where a unit has `scale` pixels. A mask that was loaded at another
@@ -68,6 +70,7 @@ public:
 private:
     class DraftBackend;
 
+    static std::uint64_t NextId();
     Backend& DrawingPixels();
     void BecomePixels();
     bool HasMoreInFile() const;
@@ -79,6 +82,7 @@ private:
     std::unique_ptr<Backend> m_draftBackend; ///< draws on whichever there is
     OwnPixels m_file;                        ///< once asked for at this size; gone when something is drawn
     PendingFill m_pending;
+    PictureState m_state{NextId(), 0};
     bool m_isExposed = true;
     std::unique_ptr<Backend> m_backend; ///< made when something is drawn
 };

@@ -130,6 +130,30 @@ TEST(Drafts, LookAsIfTheyHadBeenPixels) {
              DrawLinesApart(work);
              Copy(work, screen, 5, 5);
          }},
+        {"again where it was, with what is new on it",
+         [](HDC work, HDC screen) {
+             DrawAll(work);
+             Copy(work, screen, 5, 5);
+             DrawLines(work);
+             Copy(work, screen, 5, 5);
+         }},
+        {"again where it was, but not on what it was",
+         [](HDC work, HDC screen) {
+             DrawAll(work);
+             Copy(work, screen, 5, 5);
+             DrawLines(screen);
+             Copy(work, screen, 5, 5);
+             const melkar::ScopedObject other(screen, CreateCompatibleBitmap(screen, kSide + 20, kSide + 20));
+             Copy(work, screen, 5, 5);
+         }},
+        {"again where it was, but all of it new",
+         [](HDC work, HDC screen) {
+             DrawAll(work);
+             Copy(work, screen, 5, 5);
+             Rectangle(work, 0, 0, kSide, kSide);
+             DrawAll(work);
+             Copy(work, screen, 5, 5);
+         }},
         {"a part, scaled, by and",
          [](HDC work, HDC screen) {
              DrawAll(work);

@@ -114,7 +114,7 @@ TEST(Recording, CopiesKeepTheirPixels) {
 std::vector<RecordedOp> Played(const std::vector<RecordedOp>& ops, const RECT& source, int x, int y) {
     std::vector<RecordedOp> played;
     const auto to = MakeRecordingBackend(played, 200, 100);
-    Replay(ops, *to, source, x, y, {0, 0, 200, 100});
+    Replay(ops, *to, source, {x, y}, {0, 0, 200, 100});
     to->FillRect({0, 0, 200, 1}, kBlue); // the clip is the whole again
     EXPECT_EQ(FormatRecording({played.back()}), "fill 0,0 200x1 #4A90D9\n");
     played.pop_back();

@@ -19,5 +19,6 @@ struct CairoRelease {
 using CairoContext = std::unique_ptr<cairo_t, CairoRelease>;
 using CairoSurface = std::unique_ptr<cairo_surface_t, CairoRelease>;
 using CairoFontOptions = std::unique_ptr<cairo_font_options_t, CairoRelease>;
+using ScaledFont = std::unique_ptr<cairo_scaled_font_t, CairoRelease>;
 
 } // namespace melkar

@@ -83,17 +83,24 @@ const char* LanguageOf(int charset) {
     }
 }
 
-ObjectPtr<PangoContext> MakeContext(const PangoFontDescription* font, int charset, bool wholePixels) {
-    ObjectPtr<PangoContext> context(pango_font_map_create_context(FontMap()));
-    const CairoFontOptions options(cairo_font_options_create());
+CairoFontOptions MakeOptions(bool wholePixels) {
+    CairoFontOptions options(cairo_font_options_create());
     cairo_font_options_set_antialias(options.get(), CAIRO_ANTIALIAS_GRAY);
     cairo_font_options_set_hint_metrics(options.get(), wholePixels ? CAIRO_HINT_METRICS_ON : CAIRO_HINT_METRICS_OFF);
     cairo_font_options_set_hint_style(options.get(), wholePixels ? CAIRO_HINT_STYLE_SLIGHT : CAIRO_HINT_STYLE_NONE);
-    pango_cairo_context_set_font_options(context.get(), options.get());
+    return options;
+}
+
+/// The language is named also where it is that of the host: a font is then looked for once, to be measured and to
+/// shape.
+ObjectPtr<PangoContext> MakeContext(const PangoFontDescription* font, int charset, bool wholePixels) {
+    ObjectPtr<PangoContext> context(pango_font_map_create_context(FontMap()));
+    pango_cairo_context_set_font_options(context.get(), MakeOptions(wholePixels).get());
     pango_context_set_round_glyph_positions(context.get(), wholePixels ? TRUE : FALSE);
     pango_context_set_font_description(context.get(), font);
-    if (const char* language = LanguageOf(charset))
-        pango_context_set_language(context.get(), pango_language_from_string(language));
+    const char* language = LanguageOf(charset);
+    pango_context_set_language(context.get(), language != nullptr ? pango_language_from_string(language)
+                                                                  : pango_language_get_default());
     return context;
 }
 
@@ -116,17 +123,32 @@ struct Proportions {
     double down = kFixedDescent;
 };
 
+/// The same font without hints, in ems of `kMeasureEm`.
+ScaledFont Unhinted(cairo_scaled_font_t* font, double em) {
+    cairo_matrix_t size;
+    cairo_matrix_t none;
+    cairo_scaled_font_get_font_matrix(font, &size);
+    cairo_matrix_init_identity(&none);
+    for (double* part : {&size.xx, &size.xy, &size.yx, &size.yy})
+        *part = *part / em * kMeasureEm; // in this order: exact
+    return ScaledFont(
+        cairo_scaled_font_create(cairo_scaled_font_get_font_face(font), &size, &none, MakeOptions(false).get()));
+}
+
 /// Ascent and descent of the font itself in ems, before any rounding to pixels; nothing if it can't be read.
-std::optional<Proportions> Measure(PangoFontDescription* font, int charset) {
-    SetEm(font, kMeasureEm);
-    const auto context = MakeContext(font, charset, false);
-    const ObjectPtr<PangoFont> loaded(pango_context_load_font(context.get(), font));
+std::optional<Proportions> Measure(PangoContext* context) {
+    const PangoFontDescription* description = pango_context_get_font_description(context);
+    const ObjectPtr<PangoFont> loaded(pango_context_load_font(context, description));
     cairo_scaled_font_t* scaled =
         loaded ? pango_cairo_font_get_scaled_font(reinterpret_cast<PangoCairoFont*>(loaded.get())) : nullptr;
     if (scaled == nullptr || cairo_scaled_font_status(scaled) != CAIRO_STATUS_SUCCESS)
         return std::nullopt;
+    const double em = static_cast<double>(pango_font_description_get_size(description)) / PANGO_SCALE;
+    const ScaledFont exact = Unhinted(scaled, em);
+    if (cairo_scaled_font_status(exact.get()) != CAIRO_STATUS_SUCCESS)
+        return std::nullopt;
     cairo_font_extents_t extents;
-    cairo_scaled_font_extents(scaled, &extents);
+    cairo_scaled_font_extents(exact.get(), &extents);
     if (!(extents.ascent > 0) || !(extents.descent >= 0))
         return Proportions{};
     return Proportions{extents.ascent / kMeasureEm, extents.descent / kMeasureEm};
@@ -280,8 +302,8 @@ TextFace::TextFace(const LOGFONTA& description, TextMedium textMedium, int dpi)
 
 /// Whether the machine has the font itself, and nothing has to stand in for it.
 bool TextFace::HasFamily(const std::string& family) const {
-    PangoContext* context = pango_layout_get_context(shaper.get());
-    const ObjectPtr<PangoFont> font(pango_context_load_font(context, pango_context_get_font_description(context)));
+    const ObjectPtr<PangoFont> font(
+        pango_context_load_font(shaper.get(), pango_context_get_font_description(shaper.get())));
     const DescriptionPtr found(font ? pango_font_describe(font.get()) : pango_font_description_new());
     const char* name = pango_font_description_get_family(found.get());
     return name != nullptr && EqualNoCase(name, family);
@@ -289,7 +311,11 @@ bool TextFace::HasFamily(const std::string& family) const {
 
 void TextFace::MakeShaper(const LOGFONTA& description, const std::string& family) {
     const DescriptionPtr font = Describe(description, family);
-    const std::optional<Proportions> measured = Measure(font.get(), charset);
+    const bool wholePixels = medium == TextMedium::Pixels;
+    const bool isOfEm = description.lfHeight <= 0; // else the em is known when the font is measured
+    SetEm(font.get(), isOfEm ? SizeFace(description.lfHeight, kFixedAscent, kFixedDescent).em : kMeasureEm);
+    shaper = MakeContext(font.get(), charset, wholePixels);
+    const std::optional<Proportions> measured = Measure(shaper.get());
     if (!measured) { // its file is gone, or there is no descriptor left to open it with
         Report(("Text: a font for [" + family + "] can't be read, texts are missing").c_str());
         ++g_missing;
@@ -297,10 +323,10 @@ void TextFace::MakeShaper(const LOGFONTA& description, const std::string& family
     }
     const Proportions proportions = measured.value_or(Proportions{});
     size = SizeFace(description.lfHeight, proportions.up, proportions.down);
+    if (isOfEm)
+        return;
     SetEm(font.get(), size.em);
-    const auto context = MakeContext(font.get(), charset, medium == TextMedium::Pixels);
-    shaper.reset(pango_layout_new(context.get()));
-    pango_layout_set_auto_dir(shaper.get(), TRUE);
+    shaper = MakeContext(font.get(), charset, wholePixels);
 }
 
 /// Lines of a font that is asked for by its em are as high as on the screen, those of a cell as high as the cell.

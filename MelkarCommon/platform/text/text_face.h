@@ -70,8 +70,8 @@ public:
     /// The face of texts without Japanese characters, in lines of the same height; null: this one.
     std::shared_ptr<TextFace> forOthers;
 
-    /// Shapes paragraphs, one after the other; null if there are no glyphs: fixed medium, or a machine without fonts.
-    ObjectPtr<PangoLayout> shaper;
+    /// What paragraphs are shaped in; null if there are no glyphs: fixed medium, or a machine without fonts.
+    ObjectPtr<PangoContext> shaper;
 
     std::shared_ptr<FigureCache> figures; ///< null until tried, and if figures can't be put together
     int figuresAsked = 0;                 ///< how often, until they were tried

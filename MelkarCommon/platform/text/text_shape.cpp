@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <iterator>
 #include <numeric>
+#include <utility>
 
 /// @file
 /// Pango's part: it itemises, shapes and orders a paragraph on one line; here the runs are cut into lines by the rule
@@ -51,6 +52,13 @@ void ReportUnknown(TextFace& face) {
     face.unknownReported = true;
     Report(("Text: no font of this machine has all characters of a text in " + face.name).c_str());
 }
+
+struct PangoFree {
+    void operator()(PangoGlyphItem* run) const { pango_glyph_item_free(run); }
+    void operator()(GList* items) const {
+        g_list_free_full(items, [](void* item) { pango_item_free(static_cast<PangoItem*>(item)); });
+    }
+};
 
 double ToPixels(std::int64_t units) { return static_cast<double>(units) / PANGO_SCALE; }
 
@@ -169,20 +177,48 @@ void OrderForTheEye(std::vector<RunPart>& parts) {
     }
 }
 
-/// Pango's runs of a paragraph on one line, in the order of the characters; until the face shapes another one.
-using Runs = std::vector<const PangoGlyphItem*>;
+/// Pango's runs of a paragraph on one line, in the order of the characters.
+using Run = std::unique_ptr<PangoGlyphItem, PangoFree>;
+using Runs = std::vector<Run>;
 
+Run ShapeRun(PangoItem* item, std::string_view paragraph, PangoShapeFlags flags) {
+    Run run(g_slice_new0(PangoGlyphItem));
+    run->item = item;
+    run->glyphs = pango_glyph_string_new();
+    pango_shape_item(item, paragraph.data(), static_cast<int>(paragraph.size()), nullptr, run->glyphs, flags);
+    return run;
+}
+
+/// By Pango's single steps, the direction being that of the first letter: a layout of its own would measure what it has
+/// shaped, for which it looks for the fonts once more and shapes a sample of each.
 Runs ShapeLine(TextFace& face, std::string_view paragraph) {
     if (!face.hasShaped)
         RequireRoom();
     face.hasShaped = true;
-    PangoLayout* shaper = face.shaper.get();
-    pango_layout_set_text(shaper, paragraph.data(), static_cast<int>(paragraph.size()));
+    PangoContext* shaper = face.shaper.get();
+    const bool rounds = pango_context_get_round_glyph_positions(shaper) != FALSE;
+    const std::unique_ptr<GList, PangoFree> items(
+        pango_itemize(shaper, paragraph.data(), 0, static_cast<int>(paragraph.size()), nullptr, nullptr));
     Runs runs;
-    for (const GSList* run = pango_layout_get_line_readonly(shaper, 0)->runs; run != nullptr; run = run->next)
-        runs.push_back(static_cast<const PangoGlyphItem*>(run->data));
-    std::sort(runs.begin(), runs.end(), [](const auto* a, const auto* b) { return a->item->offset < b->item->offset; });
+    for (GList* item = items.get(); item != nullptr; item = item->next)
+        runs.push_back(ShapeRun(static_cast<PangoItem*>(std::exchange(item->data, nullptr)), paragraph,
+                                rounds ? PANGO_SHAPE_ROUND_POSITIONS : PANGO_SHAPE_NONE));
     return runs;
+}
+
+/// Where lines may break, character by character.
+std::vector<PangoLogAttr> AttributesOf(const Runs& runs, std::string_view paragraph) {
+    const auto length = static_cast<int>(paragraph.size());
+    std::vector<PangoLogAttr> attributes(static_cast<std::size_t>(g_utf8_strlen(paragraph.data(), length)) + 1);
+    pango_default_break(paragraph.data(), length, nullptr, attributes.data(), static_cast<int>(attributes.size()));
+    PangoLogAttr* first = attributes.data();
+    for (const Run& run : runs) {
+        PangoItem* item = run->item;
+        pango_tailor_break(paragraph.data() + item->offset, item->length, &item->analysis, -1, first,
+                           item->num_chars + 1);
+        first += item->num_chars;
+    }
+    return attributes;
 }
 
 /// A line at the advances of its glyphs.
@@ -213,7 +249,7 @@ ShapedLine TakeLine(TextFace& face, const std::string& paragraph, const LineSpan
 /// of its cluster.
 std::vector<std::int64_t> ReachOf(const Runs& runs, std::size_t bytes) {
     std::vector<std::int64_t> reach(bytes + 1);
-    for (const PangoGlyphItem* run : runs)
+    for (const Run& run : runs)
         for (int i = 0; i < run->glyphs->num_glyphs; ++i)
             reach[static_cast<std::size_t>(run->item->offset + run->glyphs->log_clusters[i]) + 1] +=
                 run->glyphs->glyphs[i].geometry.width;
@@ -228,12 +264,10 @@ struct LineRoom {
 };
 
 /// The lines of a paragraph that a face has just shaped, by the advances of its glyphs.
-std::vector<LineRoom> RoomsBy(const TextFace& face, const Runs& runs, std::string_view paragraph, int wrapWidth) {
+std::vector<LineRoom> RoomsBy(const Runs& runs, std::string_view paragraph, int wrapWidth) {
     WrapText text{paragraph, {paragraph.size()}, ReachOf(runs, paragraph.size())};
-    if (wrapWidth != kNoWrap) {
-        int count = 0;
-        text.breaks = BreaksOf(paragraph, pango_layout_get_log_attrs_readonly(face.shaper.get(), &count));
-    }
+    if (wrapWidth != kNoWrap)
+        text.breaks = BreaksOf(paragraph, AttributesOf(runs, paragraph).data());
     const std::int64_t room = wrapWidth != kNoWrap ? std::int64_t{wrapWidth} * PANGO_SCALE : text.reach.back();
     std::vector<LineRoom> rooms;
     for (const LineSpan& span : WrapLines(text, room))
@@ -244,7 +278,7 @@ std::vector<LineRoom> RoomsBy(const TextFace& face, const Runs& runs, std::strin
 /// The same as measured on the screen. What fits there is no wider here than what it has to fit into.
 std::vector<LineRoom> RoomsOn(const ScreenMeasure& measure, std::string_view paragraph, int wrapWidth) {
     const int onScreen = wrapWidth != kNoWrap ? measure.ToScreen(wrapWidth) : kNoWrap;
-    std::vector<LineRoom> rooms = RoomsBy(*measure.face, ShapeLine(*measure.face, paragraph), paragraph, onScreen);
+    std::vector<LineRoom> rooms = RoomsBy(ShapeLine(*measure.face, paragraph), paragraph, onScreen);
     for (LineRoom& room : rooms) {
         const bool fits = room.width <= onScreen;
         room.width = measure.FromScreen(room.width);
@@ -259,7 +293,7 @@ std::vector<LineRoom> RoomsOn(const ScreenMeasure& measure, std::string_view par
 void ShapeParagraph(TextFace& face, const std::string& paragraph, int wrapWidth, std::vector<TextLine>& lines) {
     const Runs runs = ShapeLine(face, paragraph);
     const std::vector<LineRoom> rooms =
-        face.measure ? RoomsOn(*face.measure, paragraph, wrapWidth) : RoomsBy(face, runs, paragraph, wrapWidth);
+        face.measure ? RoomsOn(*face.measure, paragraph, wrapWidth) : RoomsBy(runs, paragraph, wrapWidth);
     auto run = runs.begin();
     for (const LineRoom& room : rooms) {
         auto [line, advance] = TakeLine(face, paragraph, room.span, run, runs.end());

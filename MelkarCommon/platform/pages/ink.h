@@ -36,7 +36,7 @@ public:
         if (!m_waiting.empty() && !goesOn)
             Lift(clip, draw);
         m_stroke = stroke;
-        m_waiting.emplace_back(points.begin(), points.end());
+        m_waiting.push_back(WithoutRepeats(points));
     }
     /// Draws what waits, within the clip of its time: something else follows.
     template <class Draw> void Lift(const RECT& clip, const Draw& draw) {

@@ -281,7 +281,7 @@ std::optional<PaperLine> FilledOutline(const PolygonShape& polygon, Color color,
                                        std::span<const std::vector<POINT>> lines, const Stroke& stroke) {
     if (lines.empty() || stroke.drawn > 0 || stroke.width < 1)
         return std::nullopt;
-    const std::vector<POINT> points = WithoutRepeats(lines[0]);
+    const std::vector<POINT>& points = lines[0];
     if (!IsSamePath(points, WithoutRepeats(polygon.points)) || points.size() < 3 ||
         points.front().y != points.back().y || !AreNear(points))
         return std::nullopt;

@@ -31,9 +31,9 @@ struct PaperLine {
 /// taken as it is.
 std::vector<PaperLine> LinesOnPaper(std::span<const POINT> points, const RECT& clip, const Stroke& stroke);
 
-/// The same of solid polylines drawn one after the other. Sloped lines that run side by side, a unit apart, would have
-/// pale seams between them and ends like combs: a row of such lines is one outline, and so are rows that go on where
-/// the one before ends.
+/// The same of solid polylines drawn one after the other, without repeats. Sloped lines that run side by side, a unit
+/// apart, would have pale seams between them and ends like combs: a row of such lines is one outline, and so are rows
+/// that go on where the one before ends.
 std::vector<PaperLine> RowsOnPaper(std::span<const std::vector<POINT>> lines, const RECT& clip, const Stroke& stroke);
 
 /// A polygon and the line around it, the first of `lines`, as one path that fills and strokes: points are most of what

@@ -196,14 +196,21 @@ void PixelBackend::PaintAt(const PlacedDisc& disc, POINT at, Color color) {
 }
 
 void PixelBackend::StrokeSegments(std::span<const POINT> points, const Stroke& stroke) {
-    const std::span<const POINT> open = points.subspan(stroke.drawn);
+    Stroke rest = stroke; // without the ends that have no length: they lie beside nothing
+    while (rest.drawn + 1 < points.size() && IsSamePoint(points[rest.drawn], points[rest.drawn + 1]))
+        ++rest.drawn;
+    while (rest.drawn + 1 < points.size() && IsSamePoint(points[points.size() - 2], points.back()))
+        points = points.first(points.size() - 1);
+    const std::span<const POINT> open = points.subspan(rest.drawn);
+    if (open.size() < 2)
+        return;
     const auto lowest = std::max_element(open.begin(), open.end(), [](POINT a, POINT b) { return a.y < b.y; });
     m_ground.WriteDownTo(std::int64_t{lowest->y} + WholeWidth(stroke.width));
     if (WholeWidth(stroke.width) > kWidestWalk)
-        ForEachSegment(points, stroke,
+        ForEachSegment(points, rest,
                        [this](POINT from, POINT to, const Stroke& own) { StrokeWideLine(from, to, own); });
     else
-        StrokeLines(m_buffer, m_clip, points, stroke, m_lastLine.NextTo(open[0], open[1], stroke));
+        StrokeLines(m_buffer, m_clip, points, rest, m_lastLine.NextTo(open[0], open[1], stroke));
     m_lastLine = {points[points.size() - 2], points.back(), stroke.color, stroke.IsSolid()};
 }
 

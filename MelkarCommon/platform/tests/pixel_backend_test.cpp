@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <random>
 
 namespace melkar {
@@ -42,19 +43,33 @@ TEST(PixelLines, WidthCoversWholeRows) {
 
 TEST(PixelLines, SlopedLinesSideBySideHaveNoSeam) {
     // Three lines one pixel apart, in either order, shallow and steep: whatever isn't an edge is the whole colour.
-    for (const bool isSteep : {false, true})
-        for (const int direction : {1, -1}) {
+    const std::pair<const char*, std::function<void(Backend&, POINT, POINT)>> ways[] = {
+        {"line by line", [](Backend& b, POINT from, POINT to) { StrokeLine(b, from, to, {}); }},
+        {"each point twice",
+         [](Backend& b, POINT from, POINT to) {
+             b.StrokePolyline(std::array{from, from, to, to}, {});
+         }},
+        {"each point twice, drawn as it comes",
+         [](Backend& b, POINT from, POINT to) {
+             Stroke second;
+             second.drawn = 1;
+             StrokeLine(b, from, from, {});
+             b.StrokePolyline(std::array{from, from, to}, second);
+         }},
+    };
+    for (const auto& [way, draw] : ways)
+        for (const auto& [isSteep, direction] : {std::pair{false, 1}, {false, -1}, {true, 1}, {true, -1}}) {
             Canvas canvas(60, 60);
             for (int i = 0; i < 3; ++i) {
                 const int shift = 20 + (direction > 0 ? i : 2 - i);
                 const POINT from{isSteep ? shift : 5, isSteep ? 5 : shift};
                 const POINT to{isSteep ? shift + 17 : 55, isSteep ? 55 : shift + 17};
-                StrokeLine(*canvas.backend, from, to, Stroke{kBlackPixel});
+                draw(*canvas.backend, from, to);
             }
             for (int step = 6; step < 54; ++step) {
                 const std::string line = isSteep ? canvas.Row(step) : canvas.Column(step);
-                EXPECT_NE(line.find("##"), std::string::npos) << "step " << step;
-                EXPECT_EQ(line.find("#?#"), std::string::npos) << "step " << step;
+                EXPECT_NE(line.find("##"), std::string::npos) << way << ", step " << step;
+                EXPECT_EQ(line.find("#?#"), std::string::npos) << way << ", step " << step;
             }
         }
 }

@@ -1,4 +1,4 @@
-// A panel redrawn with other points at each turn.
+// Panels redrawn with other points, or other slices, at each turn.
 
 #include "bench_support.h"
 
@@ -39,5 +39,26 @@ void PanelWithTwoScalesAndPoints(benchmark::State& state) {
         [&] { floor.Run(); });
 }
 BENCHMARK(PanelWithTwoScalesAndPoints)->UseManualTime()->Unit(benchmark::kMicrosecond);
+
+void Pie(benchmark::State& state) {
+    BenchDirectory::Instance();
+    Host host;
+    CCircleGraphBase pie(nullptr, host.shared, "PIE_MINUTES", host.shared, host.second, host.balloon, 0.03F);
+    Floor floor;
+    char none[] = "";
+    int turn = 0;
+    MeasureAgainst(
+        state,
+        [&] {
+            ++turn;
+            pie.SetValue(static_cast<float>(210 + turn % 37), 0);
+            pie.SetValue(static_cast<float>(60 + turn % 11), 1);
+            pie.SetValue(static_cast<float>(20 + turn % 5), 2);
+            pie.Draw(CRect(0, 0, kWidth, kHeight), none);
+            pie.BitBlt();
+        },
+        [&] { floor.Run(); });
+}
+BENCHMARK(Pie)->UseManualTime()->Unit(benchmark::kMicrosecond);
 
 } // namespace

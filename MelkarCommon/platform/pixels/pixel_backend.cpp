@@ -7,7 +7,9 @@
 #include <MelkarCommon/platform/pixels/pixel_layers.h>
 #include <MelkarCommon/platform/pixels/pixel_lines.h>
 #include <MelkarCommon/platform/pixels/pixel_pending.h>
+#include <MelkarCommon/platform/pixels/pixel_slices.h>
 #include <MelkarCommon/platform/pixels/pixel_spans.h>
+#include <MelkarCommon/platform/seam/corners.h>
 #include <MelkarCommon/platform/seam/scaling_backend.h>
 #include <MelkarCommon/platform/text/text_engine.h>
 #include <MelkarCommon/platform/text/text_on_cairo.h>
@@ -58,7 +60,9 @@ public:
     void FillShape(const Shape& shape, Color color) override {
         const auto* polygon = std::get_if<PolygonShape>(&shape);
         const auto* ellipse = std::get_if<EllipseShape>(&shape);
-        const bool isDone = (polygon && FillAsChains(*polygon, color)) || (ellipse && TryDisc(*ellipse, 0, color));
+        const auto* slice = std::get_if<SliceShape>(&shape);
+        const bool isDone = (polygon && FillAsChains(*polygon, color)) || (ellipse && TryDisc(*ellipse, 0, color)) ||
+                            (slice && TrySlice(*slice, color));
         if (!isDone)
             OnContext([&](cairo_t* cr) { FillShapeOn(cr, m_clip, shape, color); });
     }
@@ -93,6 +97,7 @@ private:
 
     bool FillAsChains(const PolygonShape& polygon, Color color);
     bool TryDisc(const EllipseShape& ellipse, double strokeWidth, Color color);
+    bool TrySlice(const SliceShape& slice, Color color);
     void PaintAt(const PlacedDisc& disc, POINT at, Color color);
     void StrokeSegments(std::span<const POINT> points, const Stroke& stroke);
     void StrokeWideLine(POINT from, POINT to, const Stroke& stroke);
@@ -185,6 +190,20 @@ bool PixelBackend::TryDisc(const EllipseShape& ellipse, double strokeWidth, Colo
     if (disc.mask == nullptr)
         return false;
     PaintAt(disc, {0, 0}, color);
+    return true;
+}
+
+/// @return false, with nothing drawn, if the slice needs the rasteriser.
+bool PixelBackend::TrySlice(const SliceShape& slice, Color color) {
+    const PlacedDisc disc = IsCutFromDisc(slice) ? FindDisc(slice.whole, 0) : PlacedDisc{};
+    if (disc.mask == nullptr)
+        return false;
+    m_lastLine = {};
+    m_ground.WriteDownTo(disc.y + disc.mask->height);
+    if (slice.sweep < kTurn)
+        PaintSlice(m_buffer, m_clip, disc, slice, color);
+    else
+        PaintDisc(m_buffer, m_clip, *disc.mask, disc.x, disc.y, color);
     return true;
 }
 

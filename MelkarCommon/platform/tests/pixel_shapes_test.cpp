@@ -7,6 +7,7 @@
 #include <MelkarCommon/platform/cairo/shapes.h>
 #include <MelkarCommon/platform/pixels/pixel_chains.h>
 #include <MelkarCommon/platform/pixels/pixel_discs.h>
+#include <MelkarCommon/platform/pixels/pixel_slices.h>
 #include <MelkarCommon/platform/tests/surface.h>
 
 #include <gtest/gtest.h>
@@ -124,6 +125,28 @@ TEST(PixelDiscs, SmallOnesAreKept) {
     EXPECT_NE(FindDisc(disc, 0).mask, FindDisc(disc, 1).mask) << "a ring isn't a disc";
     EXPECT_EQ(FindDisc(moved, 0).y, -12) << "from -12 to -3";
     EXPECT_EQ(FindDisc({{0, 0}, {255.5, 9}}, 2).mask, nullptr) << "513 pixels across";
+}
+
+// Two pixels of a slice may be a quarter off: where a radial meets the rim, what both leave is multiplied; and at the
+// apex a reach counts twice that lies on a slice of more than half a turn.
+TEST(PixelSlices, LikeTheRasteriser) {
+    std::mt19937 random(5);
+    const auto parts = [&](unsigned most, double part) { return static_cast<double>(random() % most) / part; };
+    for (int i = 0; i < 50; ++i) {
+        const PointD center{39 + parts(4, 2), 39 + parts(4, 2)};
+        const double radius = 1 + parts(70, 2);
+        const EllipseShape whole{center, {radius, i % 4 == 0 ? 1 + parts(70, 2) : radius}};
+        const SliceShape slice{
+            whole, parts(628, 100), 0.01 + parts(627, 100), {std::trunc(center.x), std::trunc(center.y)}};
+        const auto draw = [&](Backend& backend) { backend.FillShape(slice, kBlackPixel); };
+        Canvas picture;
+        draw(*picture.backend);
+        const auto drawOther = [&](cairo_t* cr) { FillShapeOn(cr, {0, 0, 8 * kSide, 8 * kSide}, slice, kBlackPixel); };
+        EXPECT_LE(FarthestFromRasteriser(picture, 8, drawOther), 64)
+            << radius << "x" << whole.radius.y << " from " << slice.from << " by " << slice.sweep;
+        if (IsCutFromDisc(slice)) // else the rasteriser shortens curves at the clip
+            ExpectCutAt({30 + i % 9, 30, 45, 38 + i % 13}, draw);
+    }
 }
 
 TEST(PixelSlices, MeetWithoutASeam) {

@@ -206,7 +206,7 @@ struct DiscRow {
         }
         for (const DiscRim& rim : rims) {
             if (rim.x >= from && rim.x + 4 <= to)
-                BlendFour(pixels + rim.x, Four(rim.coverage.data()), color);
+                BlendLanes<4>(pixels + rim.x, ReadCoverages<4>(rim.coverage.data()), color);
             else
                 BlendRim(rim, from, to, color, [](int) { return 255U; });
         }

@@ -15,7 +15,10 @@ namespace melkar {
 template <class Key, class Entry, class Hash> class LruCache {
 public:
     /// The entry of a key, now the youngest; null if there is none. Stays until it is dropped.
+    /// Mostly it is the one that was found last: a text is measured and painted, and so is the next one of its face.
     Entry* Find(const Key& key) {
+        if (!m_entries.empty() && m_entries.front().Key() == key)
+            return &m_entries.front();
         const auto found = m_index.find(key);
         if (found == m_index.end())
             return nullptr;

@@ -21,7 +21,10 @@ struct PictureState {
 
 class Draft {
 public:
-    Draft(DeviceSize size, Color ground) : m_size(size) { m_ops.push_back({Fill{Whole(), ground}}); }
+    Draft(DeviceSize size, Color ground) : m_size(size) {
+        m_ops.reserve(kUsualOps);
+        m_ops.push_back({Fill{Whole(), ground}});
+    }
     Draft(const Draft&) = delete;
     Draft& operator=(const Draft&) = delete;
 
@@ -46,7 +49,8 @@ public:
     void Recover(std::size_t count);
 
 private:
-    static constexpr std::size_t kMostOps = 1 << 13; ///< a chart has some hundreds
+    static constexpr std::size_t kUsualOps = 256; ///< a chart has some hundreds
+    static constexpr std::size_t kMostOps = 1 << 13;
     static constexpr int kMostPlays = 2;
 
     /// A play: on what, where, and how many operations, of which the last one marks it.

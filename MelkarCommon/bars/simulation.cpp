@@ -158,13 +158,15 @@ bool CSimulation::HasStroke(int row) const {
 
 /// Three pixels thick, from this row's target to that of the row before.
 void CSimulation::DrawTargetStroke(int row) {
-    const auto pointOf = [this](int of, int shift) {
+    const auto pointOf = [this](int of) {
         const double target = ToDouble(m_saTargetWeights[of]);
         return CPoint(melkar::WeightX(m_rcCanvas, of, m_saWeights.GetSize()),
-                      melkar::TargetWeightY(WeightScale(), target) + shift);
+                      melkar::TargetWeightY(WeightScale(), target));
     };
+    const CPoint from = pointOf(row);
+    const CPoint to = pointOf(row - 1);
     for (int shift = -2; shift <= 0; ++shift)
-        DrawLine(m_hMemDC, pointOf(row, shift), pointOf(row - 1, shift), nullptr);
+        DrawLine(m_hMemDC, CPoint(from.x, from.y + shift), CPoint(to.x, to.y + shift), nullptr);
 }
 
 void CSimulation::DrawWeightSquare(int row) {

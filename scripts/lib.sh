@@ -8,7 +8,7 @@ export ROOT
 DRAW_PACKAGES=(
     g++ cmake ninja-build pkg-config ccache
     libcairo2-dev libpango1.0-dev libfontconfig-dev libfreetype-dev libharfbuzz-dev libgdk-pixbuf-2.0-dev libcups2-dev
-    libdeflate-dev libwebp-dev libcli11-dev fonts-inter fonts-dejavu fonts-ipafont-gothic poppler-utils
+    libdeflate-dev libwebp-dev libcli11-dev libsimdjson-dev fonts-inter fonts-dejavu fonts-ipafont-gothic poppler-utils
     python3
 )
 # What building everything and testing it need.

@@ -49,12 +49,16 @@ std::string ForeignFormat(std::string_view start) {
     return "";
 }
 
-CsvRows::CsvRows(const std::string& path, char delimiter) : m_blocks(path), m_delimiter(delimiter) {
+void SkipByteOrderMark(Blocks& blocks) {
     const auto first = static_cast<unsigned char>(kByteOrderMark.front());
-    if (m_blocks.Peek() != first) // no text in UTF-8 begins with it otherwise
+    if (blocks.Peek() != first) // hardly a text in UTF-8 begins with it otherwise
         return;
     for (std::size_t i = 0; i < kByteOrderMark.size(); ++i)
-        m_blocks.Next();
+        blocks.Next();
+}
+
+CsvRows::CsvRows(const std::string& path, char delimiter) : m_blocks(path), m_delimiter(delimiter) {
+    SkipByteOrderMark(m_blocks);
 }
 
 std::string_view CsvRows::Field(std::size_t index) const {

@@ -29,6 +29,8 @@ private:
     std::size_t m_filled = 0;
 };
 
+void SkipByteOrderMark(Blocks& blocks); ///< at its start, if there is one
+
 /// What a file that can't be rows in UTF-8 is, by how it begins; empty if nothing speaks against it.
 std::string ForeignFormat(std::string_view start);
 

@@ -11,11 +11,12 @@ namespace melkar::fuzz {
 
 // Each stands in a file of its own, as `DrawKind` in targets/kinds.cpp.
 extern const Target kKinds, kSheets, kReaders, kProfile, kFormats, kText, kDrawing, kRecordings, kPictures, kIpp, kLog,
-    kArguments, kImportCsv, kImportEpochs;
+    kArguments, kImportCsv, kImportEpochs, kImportFhir;
 
 std::span<const Target> Targets() {
-    static const Target targets[] = {kKinds,      kSheets,   kReaders, kProfile, kFormats,   kText,      kDrawing,
-                                     kRecordings, kPictures, kIpp,     kLog,     kArguments, kImportCsv, kImportEpochs};
+    static const Target targets[] = {kKinds, kSheets,    kReaders,    kProfile,      kFormats,
+                                     kText,  kDrawing,   kRecordings, kPictures,     kIpp,
+                                     kLog,   kArguments, kImportCsv,  kImportEpochs, kImportFhir};
     return targets;
 }
 

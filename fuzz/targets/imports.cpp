@@ -94,8 +94,39 @@ void SeedEpochs(Seeds& seeds) {
     seeds.words = {"time,level", "2026-03-0", "T23:59:59", "1e-3", "9.5", "steps=", "total calories=", "from:20260301"};
 }
 
+void ImportFhir(std::string_view input) { Import("fhir", input); }
+
+std::string SeedObservation(const std::string& code, const std::string& more) {
+    return R"({"resourceType":"Observation","status":"final","code":{"coding":[{"system":"http://loinc.org","code":")" +
+           code + "\"}]}," + more + "}";
+}
+
+void SeedFhir(Seeds& seeds) {
+    const std::string steps = SeedObservation(
+        "41950-7", R"-("effectiveDateTime":"2026-03-02","valueQuantity":{"value":5,"code":"{steps}/(24.h)"})-");
+    const std::string energy =
+        SeedObservation("55424-6", R"("effectivePeriod":{"start":"2026-03-04T23:00:00Z","end":"2026-03-05T01:00:00Z"},)"
+                                   R"("valueQuantity":{"value":4.184e2,"code":"kJ"})");
+    const std::string parts = SeedObservation(
+        "85353-1", R"("effectiveInstant":"2026-03-05T01:00:00.5+09:00","component":[{"code":{"coding":[{"system":)"
+                   R"("http://loinc.org","code":"29463-7"}]},"valueQuantity":{"value":150,"code":"[lb_av]"}}])");
+    const std::string bundle = R"({"entry":[{"resource":)" + steps + R"(},{"resource":)" + energy +
+                               R"(},{"resource":)" + parts +
+                               R"(}],"resourceType":"Bundle","link":[{"relation":"next"}]})";
+    for (const char* line : {"steps", "activity", "bmi", "bar 55423-8 energy", "plot weight", "pie moderate vigorous",
+                             "line activity line=weight", "simulation plan=weight figure=activity"})
+        seeds.add(line, std::string(line) + "\n" + bundle);
+    seeds.add("lines", "steps\n\xEF\xBB\xBF" + steps + "\n" + steps + "\n{\"entry\":{}}\n");
+    seeds.add("odd", "steps\n{\"a\\\"\":[\"]}\",{\"b\":-1e9}],\"entry\":[],\"entry\":[{}],\"c\":null}");
+    seeds.words = {"\"entry\":[",      "\"resource\":", "\"resourceType\":", "\"Observation\"",  "\"Bundle\"",
+                   "\"valueInteger\"", "\"status\"",    "entered-in-error",  "dataAbsentReason", "\"component\"",
+                   "comparator",       "55411-3",       "39156-5",           "kcal/(24.h)",      "min/wk"};
+}
+
 } // namespace
 
+extern const Target kImportFhir;
+const Target kImportFhir{"fhir", "kind and figures of an import, and the bundle", ImportFhir, SeedFhir};
 extern const Target kImportEpochs;
 const Target kImportEpochs{"epochs", "kind and columns of an import, and the rows", ImportEpochs, SeedEpochs};
 extern const Target kImportCsv;

@@ -118,6 +118,7 @@ awk '/^## / { print "# " $0 } /^```sh/ { code = 1; next } /^```/ { code = 0 } co
 kind=steps expect "an imported month" 0 'text "8412"' --section STEPS --data steps.csv --record
 [[ $(cat line.csv) == *$'\n0,Mar 4,6950,74.503' ]] || fail "pounds of an export" "$(cat line.csv)"
 kind=day expect "imported epochs" 0 'text "20880 ' --section DAY --data week.csv --record
+[[ $(tail -n 1 bundle-weight.csv) == 0,74.162,* ]] || fail "imported records" "$(cat bundle-weight.csv)"
 says "an import without a use"      1 'no column "x"' import csv export.csv --date x --figure steps --kind steps -o kept.svg
 expect_file "an import without a use" 'former' kept.svg
 says "an unknown form"              2 'unknown form: xml' import xml export.csv --kind steps -o a.csv

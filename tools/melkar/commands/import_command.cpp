@@ -73,8 +73,7 @@ void AddOptions(CLI::App& app, ImportOptions& options) {
                Examples({
                    "melkar import csv samples/import/steps.csv --date Datum --date-format DD.MM.YYYY --figure Schritte"
                    " --kind steps -o steps.csv",
-                   "melkar import csv samples/import/steps.csv --date Datum --date-format DD.MM.YYYY --figure Gewicht"
-                   " --kind plot -o -",
+                   "melkar import fhir samples/import/bundle.json --kind steps -o -",
                }));
 }
 

@@ -48,6 +48,10 @@ public:
     }
 
     std::string Run() {
+        if (std::none_of(m_book.Days().begin(), m_book.Days().end(),
+                         [this](const auto& day) { return LackOf(day.second).empty(); }))
+            throw Refusal("no day has figures; the first one has no " + LackOf(m_book.Days().begin()->second));
+        TellLacks();
         int next = *m_span.first;
         for (const auto& [day, entry] : m_book.Days()) {
             Fill(next, day, entry.line);
@@ -64,6 +68,14 @@ private:
     int Series() const {
         return static_cast<int>(std::count_if(m_files.figures.begin(), m_files.figures.end(),
                                               [](const Bound& one) { return one.wanted.isSeries; }));
+    }
+
+    /// Figures that the kind draws all the same.
+    void TellLacks() const {
+        for (const Wanted& wanted : m_files.plan->figures)
+            if (!wanted.mayLack && std::none_of(m_files.figures.begin(), m_files.figures.end(),
+                                                [&](const Bound& one) { return one.wanted.name == wanted.name; }))
+                m_notes.Chosen("nobody names a source of " + wanted.name + ": the chart draws it at 0");
     }
 
     /// Head rows say of the whole file what its rows can't.

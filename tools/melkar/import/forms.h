@@ -12,6 +12,7 @@ namespace melkar::importer {
 struct Request;
 
 std::string ImportCsv(const Request& request, Notes& notes);
+std::string ImportFhir(const Request& request, Notes& notes);
 std::string ImportEpochs(const Request& request, Notes& notes);
 
 } // namespace melkar::importer

@@ -78,11 +78,9 @@ Steps StepsInClip(const Walk& walk, const Breadth& breadth, const RECT& clip) {
 class Walker {
 public:
     /// `first` is a step in the clip's reach, so that positions relative to the clip are small from there on.
-    Walker(const PixelBuffer& buffer, const RECT& clip, const Walk& walk, const Breadth& breadth, std::int64_t first,
-           bool isInside)
-        : m_buffer(buffer), m_isThin(isInside && breadth.width == kFixedOne), m_first(first),
-          m_major(walk.up ? walk.major + first : walk.major - first), m_direction(walk.up ? 1 : -1),
-          m_steep(walk.steep), m_low(walk.steep ? clip.left : clip.top),
+    Walker(const PixelBuffer& buffer, const RECT& clip, const Walk& walk, const Breadth& breadth, std::int64_t first)
+        : m_buffer(buffer), m_first(first), m_major(walk.up ? walk.major + first : walk.major - first),
+          m_direction(walk.up ? 1 : -1), m_steep(walk.steep), m_low(walk.steep ? clip.left : clip.top),
           m_rows((walk.steep ? clip.right : clip.bottom) - m_low), m_width(breadth.width) {
         // Divisions of 128 bits take longer than drawing a short line; on any picture 64 will do.
         constexpr std::int64_t kShort = 1 << 15;
@@ -92,8 +90,6 @@ public:
     }
 
     void Draw(const Steps& steps, Color color, Neighbour neighbour) const {
-        if (m_isThin)
-            return DrawThin(steps, color, neighbour);
         std::int64_t position = m_start + (steps.begin - m_first) * m_slope;
         for (std::int64_t i = steps.begin; i < steps.end; ++i, position += m_slope)
             DrawStep(OffsetOf(i), position, color, neighbour);
@@ -107,8 +103,6 @@ private:
         m_start = static_cast<std::int64_t>(Number{kFixedOne} * (walk.minor - m_low) + risen) + kHalfWeight;
     }
 
-    static constexpr std::uint32_t kWhole = 256;
-
     static std::int64_t Ratio(std::int64_t part, std::int64_t whole) { return FixedRatio(part, whole); }
     static std::int64_t Ratio(Wide part, std::int64_t whole) {
         return static_cast<std::int64_t>(kFixedOne * part / whole);
@@ -121,24 +115,9 @@ private:
         return (m_major + m_direction * (i - m_first)) * AlongMajor() + m_low * AlongMinor();
     }
 
-    /// What most curves are drawn with: two pixels a step, none of which may lie beyond the clip. Takes two thirds of
-    /// the instructions.
-    void DrawThin(const Steps& steps, Color color, Neighbour neighbour) const {
-        const std::ptrdiff_t along = m_direction * AlongMajor();
-        const std::ptrdiff_t across = AlongMinor();
-        std::int64_t position = m_start + (steps.begin - m_first) * m_slope;
-        std::uint32_t* pixel = m_buffer.pixels + OffsetOf(steps.begin);
-        for (std::int64_t i = steps.begin; i < steps.end; ++i, position += m_slope, pixel += along) {
-            std::uint32_t* const first = pixel + (position >> 32) * across;
-            const std::uint32_t rest = WeightOf(position);
-            *first = MixColor256(*first, color, neighbour == Neighbour::Before ? kWhole : kWhole - rest);
-            if (rest != 0)
-                first[across] = MixColor256(first[across], color, neighbour == Neighbour::Behind ? kWhole : rest);
-        }
-    }
-
     /// One step: a part of the pixels at both sides, all of those between them.
     void DrawStep(std::ptrdiff_t offset, std::int64_t position, Color color, Neighbour neighbour) const {
+        constexpr std::uint32_t kWhole = 256;
         const std::int64_t end = position + m_width;
         const std::uint32_t start = WeightOf(position);
         const std::uint32_t rest = WeightOf(end);
@@ -161,7 +140,6 @@ private:
     }
 
     PixelBuffer m_buffer;
-    bool m_isThin; ///< of width 1, all of it within the clip
     std::int64_t m_first;
     std::int64_t m_major; ///< major coordinate at the first step
     std::int64_t m_direction;
@@ -196,11 +174,10 @@ void StrokeSlopedLine(const PixelBuffer& buffer, const RECT& clip, POINT from, P
                       Neighbour neighbour) {
     const Walk walk = PlanWalk(from, to);
     const Breadth breadth = BreadthOf(walk, WholeWidth(stroke.width), MiddleOfSlope(stroke));
-    const bool isInside = IsInside(walk, breadth, clip);
-    const Steps steps = isInside ? Steps{0, walk.length} : StepsInClip(walk, breadth, clip);
+    const Steps steps = IsInside(walk, breadth, clip) ? Steps{0, walk.length} : StepsInClip(walk, breadth, clip);
     if (steps.begin >= steps.end)
         return;
-    const Walker walker(buffer, clip, walk, breadth, steps.begin, isInside);
+    const Walker walker(buffer, clip, walk, breadth, steps.begin);
     const auto draw = [&](const Steps& run, Color color) { walker.Draw(run, color, neighbour); };
     if (!HasPattern(stroke))
         return draw(steps, stroke.color);

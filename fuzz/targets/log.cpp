@@ -4,6 +4,8 @@
 #include "../input.h"
 #include "../room.h"
 
+#include "log_reader.h"
+
 #include <MelkarCommon/support/ring_log.h>
 
 #include <algorithm>
@@ -33,6 +35,12 @@ void WriteLine(std::string_view input) {
     Require(counter > 0 && after.size() >= end + kRecord, "a record is there, and room for the end mark");
     Require(after.compare(end, 9, "=========") == 0, "the end mark stands behind the last record");
     writeLogCode(log.c_str(), counter);
+    std::string last;
+    tool::LogReader reader(
+        log, [&last](const std::string& line) { last = line; }, [](const std::string&) {});
+    Require(reader.Read(), "what is written can be read");
+    reader.Finish();
+    Require(last.ends_with("CODE = [" + std::to_string(counter) + "]"), "the last line is the last");
 }
 
 void SeedLogs(Seeds& seeds) {

@@ -138,6 +138,13 @@ source <("$melkar" completion bash)
 says "another shell"                2 'bash only: fish' completion fish
 grep -qF 'is ..\econf\egraph.cnf' <("$melkar" man) || fail "a manual page" "a backslash isn't kept"
 
+says "a log"                        0 '^\[20[0-9/]+ [0-9:]+\]  CBarGraph' log app/log/graph.log
+says "no log"                       1 'this is no log: data/bar-week.csv' log data/bar-week.csv
+[[ -z $(timeout 20 "$melkar" log --follow app/log/graph.log 2>&1 >/dev/full) ]] || fail "a log into nothing" "a word"
+timeout 20 bash -c '"$0" log --follow app/log/graph.log 2>followed.txt | head -n 1 >follow.txt' "$melkar" ||
+    fail "a log into a pipe that closes" "it goes on"
+[[ $(wc -l <follow.txt) -eq 1 && ! -s followed.txt ]] || fail "a log into a pipe that closes" "$(cat follow.txt followed.txt)"
+
 says "a mistyped command is named"  2 'unknown command: drow' drow
 says "the version"                  0 '^melkar [0-9]+\.[0-9]+' --version
 ! "$melkar" keys >/dev/full 2>full.txt || fail "keys onto a full disk" "exit code 0"

@@ -8,6 +8,7 @@ Run AddReport(CLI::App& app);
 Run AddKeys(CLI::App& app);
 Run AddData(CLI::App& app);
 Run AddImport(CLI::App& app);
+Run AddLog(CLI::App& app);
 Run AddCheck(CLI::App& app);
 Run AddCompletion(CLI::App& app);
 Run AddMan(CLI::App& app);
@@ -19,6 +20,7 @@ std::span<const Command> Commands() {
         {"keys", "Print the keys of a profile as a Markdown page", AddKeys},
         {"data", "Print what the data file of a kind looks like, or an example", AddData},
         {"import", "Make a data file from what a person has: CSV, health records, epochs", AddImport},
+        {"log", "Print the log in the order of time", AddLog},
         {"check", "Tell the mistakes in profiles", AddCheck},
         {"completion", "Print what completes the command in a shell", AddCompletion},
         {"man", "Print the manual page", AddMan},

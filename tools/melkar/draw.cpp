@@ -57,9 +57,10 @@ int DrawPixels(Chart& chart, Request& request, const char* format) {
     chart.Bind({shared.get(), shared.get(), second.get(), balloon.get(), false});
     if (const long code = DrawWhole(chart, request); code != 0)
         return FailWith(code, request.data);
-    BitBlt(balloon.get(), 0, 0, width, height, shared.get(), 0, 0, SRCCOPY);
-    if (request.hover)
+    if (request.hover) {
+        BitBlt(balloon.get(), 0, 0, width, height, shared.get(), 0, 0, SRCCOPY);
         chart.Hover(*request.hover);
+    }
     errno = 0;
     return format != nullptr && WritePicture(shared.get(), request.out.c_str(), format) != 0 ? FailToWrite(request.out)
                                                                                              : 0;

@@ -37,9 +37,6 @@ constexpr std::uint32_t HighFirst(std::uint32_t number) {
     return std::endian::native == std::endian::little ? __builtin_bswap32(number) : number;
 }
 
-/// 0xAARRGGBB as its bytes R, G, B, A stand in a file.
-constexpr std::uint32_t FileOrder(std::uint32_t pixel) { return HighFirst(std::rotl(pixel, 8)); }
-
 /// The difference of each byte by itself.
 constexpr std::uint32_t ByteDifference(std::uint32_t a, std::uint32_t b) {
     constexpr std::uint32_t kHighBits = 0x80808080U;
@@ -55,19 +52,33 @@ std::uint32_t WithoutAlpha(std::uint32_t pixel) {
     return alpha << 24U | whole(RedOf(pixel)) << 16U | whole(GreenOf(pixel)) << 8U | whole(BlueOf(pixel));
 }
 
-/// Writes the row as differences from the one above it. @return behind it; up to there and one byte more is written
+/// The bytes of a colour in the order of a file: R, G, B, A.
+template <int kChannels> void WriteChannels(std::uint32_t color, std::uint8_t* to) {
+    constexpr int kShifts[] = {16, 8, 0, 24};
+    for (int i = 0; i < kChannels; ++i)
+        to[i] = static_cast<std::uint8_t>(color >> kShifts[i]);
+}
+
+/// Writes the row as differences from the one above it. @return behind it
 template <int kChannels>
 std::uint8_t* WriteRow(const std::uint32_t* row, const std::uint32_t* above, int width, std::uint8_t* to) {
+    constexpr int kStretch = 16; // pixels: in most of a chart's stretches nothing changes from row to row
     *to++ = kDifferenceFromAbove;
-    const std::size_t bytes = static_cast<std::size_t>(width) * kChannels;
-    if (std::memcmp(row, above, static_cast<std::size_t>(width) * sizeof *row) == 0) {
-        std::memset(to, 0, bytes);
-        return to + bytes;
+    int x = 0;
+    const auto writeUntil = [&](int end) {
+        for (; x < end; ++x, to += kChannels)
+            WriteChannels<kChannels>(ByteDifference(row[x], above[x]), to);
+    };
+    while (width - x >= kStretch) {
+        if (std::memcmp(row + x, above + x, kStretch * sizeof *row) != 0) {
+            writeUntil(x + kStretch);
+        } else {
+            std::fill_n(to, kStretch * kChannels, std::uint8_t{0});
+            to += kStretch * kChannels;
+            x += kStretch;
+        }
     }
-    for (int x = 0; x < width; ++x, to += kChannels) {
-        const std::uint32_t difference = FileOrder(ByteDifference(row[x], above[x]));
-        std::memcpy(to, &difference, sizeof difference);
-    }
+    writeUntil(width);
     return to;
 }
 
@@ -75,7 +86,7 @@ std::uint8_t* WriteRow(const std::uint32_t* row, const std::uint32_t* above, int
 template <int kChannels> Bytes Filtered(const PixelBuffer& pixels) {
     const auto width = static_cast<std::size_t>(pixels.width);
     const std::size_t count = (1 + width * kChannels) * static_cast<std::size_t>(pixels.height);
-    Bytes filtered{Allocate<std::uint8_t>(count + 1), count};
+    Bytes filtered{Allocate<std::uint8_t>(count), count};
     const Memory<std::uint32_t> lines = Allocate<std::uint32_t>(2 * width); // above the first; the last two of others
     if (filtered.memory == nullptr || lines == nullptr)
         return {};

@@ -50,20 +50,31 @@ template <int kLanes> void BlendLanes(std::uint32_t* pixel, Coverages<kLanes> co
     std::memcpy(pixel, &pixels, sizeof pixels);
 }
 
+template <int kLanes> void BlendSome(std::uint32_t* pixels, Coverages<kLanes> coverages, Color color) {
+    if (coverages == kAllWhole<kLanes>)
+        std::fill_n(pixels, kLanes, color);
+    else if (coverages != 0)
+        BlendLanes<kLanes>(pixels, coverages, color);
+}
+
+/// What is left at the end goes once more through the pixels before it, which coverages of 0 leave as they are.
 template <int kLanes>
 void BlendRow(std::uint32_t* pixels, const std::uint8_t* coverage, std::size_t count, Color color) {
-    std::size_t i = 0;
-    for (; i + kLanes <= count; i += kLanes) {
-        const auto all = ReadCoverages<kLanes>(coverage + i);
-        if (all == kAllWhole<kLanes>)
-            std::fill_n(pixels + i, kLanes, color);
-        else if (all != 0)
-            BlendLanes<kLanes>(pixels + i, all, color);
+    if (count < kLanes) {
+        if constexpr (kLanes > 4)
+            return BlendRow<4>(pixels, coverage, count, color);
+        for (std::size_t i = 0; i < count; ++i)
+            BlendPixel(pixels[i], color, coverage[i]);
+        return;
     }
-    if constexpr (kLanes > 4)
-        return BlendRow<4>(pixels + i, coverage + i, count - i, color);
-    for (; i < count; ++i)
-        BlendPixel(pixels[i], color, coverage[i]);
+    std::size_t i = 0;
+    for (; i + kLanes <= count; i += kLanes)
+        BlendSome<kLanes>(pixels + i, ReadCoverages<kLanes>(coverage + i), color);
+    if (i == count)
+        return;
+    const std::size_t last = count - kLanes;
+    BlendSome<kLanes>(pixels + last, ReadCoverages<kLanes>(coverage + last) & kAllWhole<kLanes> << 8 * (i - last),
+                      color);
 }
 
 } // namespace melkar

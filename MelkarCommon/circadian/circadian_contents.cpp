@@ -28,7 +28,8 @@ melkar::Contents CCircadianGraph::Shown() const {
         contents.messages.push_back(ShownMessage(m_strNoDataMessage));
     if (melkar::IsExcluded(status))
         contents.messages.push_back(ShownMessage(m_strExcludeMessage));
-    contents.texts = {Utf8(DateCaption()), Utf8(SummaryText())};
+    contents.title = Utf8(DateCaption()); // a sheet paints no other
+    contents.texts = {Utf8(SummaryText())};
     contents.series = {ClassShown(m_strLightLabel, m_crLight), ClassShown(m_strModerateLabel, m_crModerate),
                        ClassShown(m_strVigorousLabel, m_crVigorous)};
     if (m_nLang != melkar::kLangLeftOnly)

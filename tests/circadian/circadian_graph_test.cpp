@@ -128,8 +128,8 @@ TEST_F(CircadianGraph, TellsWhatItShows) {
     SetDay(graph, {});
     DrawRecorded(graph);
     const melkar::Contents shown = melkar::ShownBy(graph);
-    EXPECT_EQ(shown.kind + "|" + shown.title + "|" + shown.unit, "day||min");
-    EXPECT_THAT(shown.texts, ElementsAre("02.03.2026", "8123 steps 321 kcal  act 1987 kcal sport 2.5Ex"));
+    EXPECT_EQ(shown.kind + "|" + shown.title + "|" + shown.unit, "day|02.03.2026|min");
+    EXPECT_THAT(shown.texts, ElementsAre("8123 steps 321 kcal  act 1987 kcal sport 2.5Ex"));
     EXPECT_THAT(shown.messages, IsEmpty()) << "a sheet has no days that could lack records";
     ASSERT_THAT(shown.items, SizeIs(9));
     EXPECT_EQ(shown.items[0].caption + "|" + shown.items[0].text + "|" + Figures(shown.items[0]),
@@ -155,9 +155,9 @@ TEST_F(CircadianGraph, TellsWhatItShows) {
 TEST_F(CircadianGraph, TellsWhatItsLanguageAndItsStatusShow) {
     const std::tuple<const char*, int, int, std::size_t, std::size_t, std::string> cases[] = {
         // items, texts
-        {"left panel alone", 1, 0, 0, 2, ""},
-        {"excluded", 2, 1, 9, 2, "day out"},
-        {"no data", 2, 3, 9, 2, "nodata"},
+        {"left panel alone", 1, 0, 0, 1, ""},
+        {"excluded", 2, 1, 9, 1, "day out"},
+        {"no data", 2, 3, 9, 1, "nodata"},
         {"no records: the message alone", 2, 4, 0, 0, "none"},
     };
     for (const auto& [why, lang, status, items, texts, message] : cases) {
@@ -171,7 +171,7 @@ TEST_F(CircadianGraph, TellsWhatItsLanguageAndItsStatusShow) {
         EXPECT_EQ(shown.items.size(), items) << why;
         EXPECT_EQ(shown.texts.size(), texts) << why;
         EXPECT_EQ(shown.messages.empty() ? "" : shown.messages[0], message) << why;
-        EXPECT_EQ(shown.axes.size(), items > 0 ? 3U : texts / 2) << why << ": the hours are there without the levels";
+        EXPECT_EQ(shown.axes.size(), items > 0 ? 3U : texts) << why << ": the hours are there without the levels";
         if (items > 0) {
             EXPECT_TRUE(shown.items[0].figures.at(0).isClipped) << why;
             EXPECT_EQ(Text(shown.marks.at(0)), "mod||144,208 850,209") << why << ": a line of its own";

@@ -135,9 +135,17 @@ std::string Meaning(const KeyInfo& key) {
            (*key.gate ? std::string("; read with `") + key.gate + "`" : "");
 }
 
+/// A bar would end the cell.
+std::string InCell(std::string text) {
+    for (auto at = text.find('|'); at != std::string::npos; at = text.find('|', at + 2))
+        text.insert(at, 1, '\\');
+    return text;
+}
+
 std::string Row(const KeyInfo& key, const std::vector<const KindKeys*>& kinds) {
     return std::string("| ") + (key.section == KeySection::Common ? "COMMON" : "own") + " | `" + key.name + "` | " +
-           TypeName(key.type) + " | " + FallbackOf(key) + " | " + Example(key, kinds) + " | " + Meaning(key) + " |\n";
+           TypeName(key.type) + " | " + InCell(FallbackOf(key)) + " | " + InCell(Example(key, kinds)) + " | " +
+           Meaning(key) + " |\n";
 }
 
 std::string Table(const ClassKeys& table, const std::vector<const KindKeys*>& kinds) {

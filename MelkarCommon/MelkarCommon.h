@@ -73,3 +73,7 @@
 #include <MelkarCommon/support/support.h>
 #include <MelkarCommon/support/text.h>
 #include <MelkarCommon/support/text_box.h>
+#include <MelkarCommon/telling/describe.h>
+#include <MelkarCommon/telling/json.h>
+#include <MelkarCommon/telling/table.h>
+#include <MelkarCommon/telling/words.h>

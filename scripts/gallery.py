@@ -40,7 +40,6 @@ class Picture:
     size: tuple
     options: list
     caption: str
-    palette: str = ""  # of samples/palettes; English
 
     @property
     def file(self):
@@ -48,8 +47,7 @@ class Picture:
 
     @property
     def app(self):
-        other = self.palette or (self.language if self.language != "en" else "")
-        return f"samples/app-{other}" if other else "samples/app"
+        return "samples/app" if self.language == "en" else f"samples/app-{self.language}"
 
     @property
     def data_path(self):
@@ -105,9 +103,7 @@ def pictures_of(line):
     if not re.fullmatch(r"\d+x\d+", size):
         fail(f"gallery.txt: a size is width x height, as in 900x500: {line}")
     for code in languages() if spoken == "all" else spoken.split():
-        palette = code if (SAMPLES / f"palettes/{code}.txt").exists() else ""
-        yield Picture(name, "en" if palette else code, kind, section, data, tuple(map(int, size.split("x"))),
-                      options.split(), caption, palette)
+        yield Picture(name, code, kind, section, data, tuple(map(int, size.split("x"))), options.split(), caption)
 
 
 def read_gallery():

@@ -2,6 +2,7 @@
 
 #include <MelkarCommon/checker/doubter.h>
 #include <MelkarCommon/platform/values/ascii.h>
+#include <MelkarCommon/telling/words.h>
 
 #include <algorithm>
 #include <set>
@@ -17,6 +18,11 @@ constexpr const char* kCommon = "COMMON";
 constexpr void (*kPasses[])(const SectionReading& reading, PictureSize size, Doubter& doubter) = {
     DoubtKeys, DoubtMissing, DoubtValues, DoubtScales, DoubtBoxes,
 };
+
+/// Sections that graphs are made with. Descriptions of pictures have one of their own, where no key is needed.
+bool IsOfGraph(std::string_view name) {
+    return !EqualNoCase(name, kCommon) && !EqualNoCase(name, DescriptionWords::kSection);
+}
 
 /// Sections of the file of an application's settings, whose keys are named by others.
 bool IsOfSettings(std::string_view name) { return EqualNoCase(name, "SYSTEM") || EqualNoCase(name, "OTHER"); }
@@ -51,7 +57,7 @@ private:
         if (!m_use.section.empty() && !m_file.Find(m_use.section))
             m_doubter.Tell("no-section", 0, 0, "no section " + InBrackets(m_use.section));
         for (const ProfileSection& section : m_file.Sections())
-            if (IsLookedAt(section) && m_file.Find(section.name) == &section && !EqualNoCase(section.name, kCommon))
+            if (IsLookedAt(section) && m_file.Find(section.name) == &section && IsOfGraph(section.name))
                 LookAt(section);
     }
 

@@ -19,6 +19,7 @@
 #include <MelkarCommon/registry/from_file.h>
 #include <MelkarCommon/reports/report.h>
 #include <MelkarCommon/reports/report_header.h>
+#include <MelkarCommon/telling/words.h>
 
 namespace melkar {
 
@@ -391,6 +392,8 @@ constexpr KindRow kRows[] = {
      "", CReport::ProfileKeys},
     {"report", "CReportHeader", "CReport", "the heading block of a report", // no base: a report's keys are read with it
      kReport, CReportHeader::ProfileKeys, CReportHeader::DataFiles},
+    {"", "DescriptionWords", "", "the sentences in which pictures are described",
+     "", DescriptionWords::ProfileKeys},
 };
 // clang-format on
 

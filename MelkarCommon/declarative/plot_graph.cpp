@@ -52,10 +52,7 @@ long CPlotGraph::Draw(CRect area, char* dataFile, char* plotFile) {
     return melkar::DrawGuarded([&] {
         ReadPlotDataFile(plotFile);
         const long failure = CGraphBase::Draw(area, dataFile);
-        if (failure != melkar::kOk)
-            return failure;
-        const auto color = TextColorOn(m_hMemDC);
-        return RunSteps(*this, Cycle::plots);
+        return failure != melkar::kOk ? failure : RunSteps(*this, Cycle::plots);
     });
 }
 

@@ -228,6 +228,16 @@ expect_file "a report in a pipe" '%PDF' p.pdf
 expect_report "no such printer"     1 '^melkar: nothing was printed' --printer nowhere/r.pdf
 expect_report "no such paper"       2 '--paper takes one of A3' --printer r.pdf --paper A99
 
+# told WHY EXIT-CODE PATTERN ARGUMENT...: of a week of bars.
+told() { says "${@:1:3}" describe bar --base app/bin --section BAR_WEEK --data data/bar-week.csv "${@:4}"; }
+told "in words"                     0 'Mon 23 to Sun 29.* 4 of 7 reach' --target 8000
+told "with a table"                 0 '^Mon 23  10904$'
+told "for programs"                 0 '"caption": "Mon 23"' --json
+told "the table alone"              0 $'^Mon 23,10904\r$' --csv
+told "one of both"                  2 '--csv excludes --json' --json --csv
+says "a sheet a part"               0 '"kind": "week",' describe week --base app/bin --section WEEK --data data/circadian-week.csv --json
+says "no data file to tell of"      1 '101: ' describe bar --base app/bin --section BAR_WEEK --data missing.csv
+
 kind=week-print
 week=(--section WEEK --data data/week-print.csv --record)
 expect "a week that others follow"  0 'Mar 4' "${week[@]}" --page 0

@@ -38,6 +38,8 @@ long DrawWhole(Chart& chart, Request& request) {
     const long result = chart.Paint(area, request.data.data());
     if (result == 0 && request.click)
         PrintClick(chart, *request.click);
+    if (result == 0 && request.shown)
+        request.shown(chart.Shown());
     return result;
 }
 

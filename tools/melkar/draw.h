@@ -4,8 +4,10 @@
 #include "kinds.h"
 #include "output.h"
 
+#include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace melkar::tool {
 
@@ -22,6 +24,7 @@ struct Request {
     double scale = 1;            ///< pixels a unit of a picture of pixels
     std::optional<CPoint> hover; ///< the balloon of this point goes into the picture; pixels only
     std::optional<CPoint> click; ///< the day at this point is printed
+    std::function<void(const std::vector<Contents>& parts)> shown; ///< is told what the picture shows
 };
 
 /// Draws and writes, within a `HostDirectory`: the library finds its profile from there.

@@ -3,6 +3,7 @@
 #include "kinds.h"
 
 #include <MelkarCommon/bars/bar_graph.h>
+#include <MelkarCommon/registry/shown_by.h>
 
 #include <utility>
 
@@ -32,6 +33,8 @@ public:
     std::string DateOf(long day) const override {
         return static_cast<const char*>(m_graph->m_saDates[static_cast<int>(day)]);
     }
+
+    std::vector<Contents> Shown() const override { return {ShownBy(*m_graph)}; }
 
 private:
     CBarGraph* Bars() const { return dynamic_cast<CBarGraph*>(m_graph.get()); }

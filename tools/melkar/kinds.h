@@ -1,11 +1,13 @@
 #pragma once
 
+#include <MelkarCommon/frame/contents.h>
 #include <MelkarCommon/platform/geometry.h>
 #include <MelkarCommon/platform/types.h>
 #include <MelkarCommon/registry/catalogue.h>
 
 #include <memory>
 #include <string>
+#include <vector>
 
 /// @file
 /// The kinds of the catalogue as the command draws them: as any host draws a graph of the class, and some by an adapter
@@ -51,6 +53,8 @@ public:
     virtual void Hover(CPoint) {}
     /// The date text of a day as the data file gave it.
     virtual std::string DateOf(long) const { return {}; }
+    /// What the picture shows that was painted last: one, or as many as it has sheets. None if nobody knows.
+    virtual std::vector<Contents> Shown() const { return {}; }
 };
 
 bool IsDrawn(const KindRow& kind); ///< whether the command has a chart for it

@@ -3,6 +3,7 @@
 #include <printed_weeks.h>
 
 #include <MelkarCommon/circadian/weekly_circadian.h>
+#include <MelkarCommon/registry/shown_by.h>
 
 namespace melkar::tool {
 namespace {
@@ -19,6 +20,8 @@ public:
         for (CCircadianGraph& day : this->m_Day)
             day.SetDirectOutput(surfaces.isDirect);
     }
+
+    std::vector<Contents> Shown() const override { return ShownBy(*this); }
 };
 
 class Week final : public SheetsChart<CWeeklyCircadian> {

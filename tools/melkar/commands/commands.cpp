@@ -4,6 +4,7 @@ namespace melkar::tool {
 
 // Each stands in a file of its own, as `AddDraw` in draw_command.cpp.
 Run AddDraw(CLI::App& app);
+Run AddDescribe(CLI::App& app);
 Run AddReport(CLI::App& app);
 Run AddKeys(CLI::App& app);
 Run AddData(CLI::App& app);
@@ -16,6 +17,7 @@ Run AddMan(CLI::App& app);
 std::span<const Command> Commands() {
     static constexpr Command kCommands[] = {
         {"draw", "Draw one chart into a picture", AddDraw},
+        {"describe", "Say what a chart shows, in words or for programs", AddDescribe},
         {"report", "Print a report of a month", AddReport},
         {"keys", "Print the keys of a profile as a Markdown page", AddKeys},
         {"data", "Print what the data file of a kind looks like, or an example", AddData},

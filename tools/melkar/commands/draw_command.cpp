@@ -31,7 +31,7 @@ struct DrawOptions {
 
 void AddOptions(CLI::App& app, DrawOptions& options) {
     AddChartArguments(app, options.chart);
-    app.add_option("--size", options.size, "Width x height in device units, such as 900x500")->type_name("WxH");
+    AddSize(app, options.size);
     app.add_option("--dpi", options.dpi, "Device units per inch")->check(CLI::Range(1, kMaxDpi));
     app.add_option("--scale", options.scale,
                    "Pixels a device unit, for screens of fine pixels: the same picture, sharper")
@@ -53,11 +53,6 @@ void AddOptions(CLI::App& app, DrawOptions& options) {
             "melkar draw bar --base samples/app/bin --section BAR_WEEK --data samples/data/bar-week.csv"
             " --click 373,420",
         }));
-}
-
-Size SizeOf(const std::string& text) {
-    const auto size = ParseSize(text);
-    return size ? *size : throw UsageError{"--size takes width x height from 1 to 32767, as in 900x500: " + text};
 }
 
 Output FormatOf(const DrawOptions& options) {

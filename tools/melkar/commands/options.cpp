@@ -68,6 +68,15 @@ void AddChartArguments(CLI::App& app, ChartArguments& chart) {
     AddHostOptions(app, chart.options);
 }
 
+void AddSize(CLI::App& app, std::string& size) {
+    app.add_option("--size", size, "Width x height in device units, such as 900x500")->type_name("WxH");
+}
+
+Size SizeOf(const std::string& text) {
+    const auto size = ParseSize(text);
+    return size ? *size : throw UsageError{"--size takes width x height from 1 to 32767, as in 900x500: " + text};
+}
+
 const KindRow& KindOf(const ChartArguments& chart) {
     const KindRow* kind = FindKind(chart.kind);
     if (kind == nullptr || !IsDrawn(*kind))

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "geometry.h"
 #include "kinds.h"
 
 #include <CLI/CLI.hpp>
@@ -22,6 +23,11 @@ struct ChartArguments {
 
 /// KIND, section, data file, base, and what a host decides.
 void AddChartArguments(CLI::App& app, ChartArguments& chart);
+
+/// Of the picture, in device units.
+void AddSize(CLI::App& app, std::string& size);
+/// Throws if it is none.
+Size SizeOf(const std::string& text);
 
 /// Throws if there is no such kind, or the kind draws a data file and none is named.
 const KindRow& KindOf(const ChartArguments& chart);

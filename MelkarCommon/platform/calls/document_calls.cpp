@@ -1,4 +1,5 @@
 #include <MelkarCommon/platform/calls/failing.h>
+#include <MelkarCommon/platform/page_words.h>
 #include <MelkarCommon/platform/printing.h>
 #include <MelkarCommon/platform/seam/grey_backend.h>
 #include <MelkarCommon/platform/surfaces/surface_state.h>
@@ -107,6 +108,11 @@ int EndDoc(HDC surface) {
     PrintedDocument document = Leave(surface);
     const bool isDelivered = OrFailure([&] { return document.pages->Finish() && document.job->Deliver(); });
     return isDelivered ? 1 : SP_ERROR;
+}
+
+BOOL SetPageWords(HDC page, const PageWords& words) {
+    PageTarget* target = PageOf(page);
+    return target != nullptr && OrFailure([&] { return target->page->SetWords(words); }) ? TRUE : FALSE;
 }
 
 int AbortDoc(HDC surface) {

@@ -1,6 +1,8 @@
 #include <MelkarCommon/platform/files/new_file.h>
 #include <MelkarCommon/platform/surface.h>
 
+#include <algorithm>
+#include <array>
 #include <atomic>
 #include <cerrno>
 #include <charconv>
@@ -116,7 +118,7 @@ std::string HandleName(int descriptor) { return "/proc/self/fd/" + std::to_strin
 /// A file without a name, gone with its last descriptor; -1 where the file system has no such files, or where they
 /// couldn't be given a name later.
 int OpenNameless(const std::string& path, mode_t mode) {
-    const int descriptor = open(FolderOf(path).c_str(), O_WRONLY | O_TMPFILE | O_CLOEXEC, mode);
+    const int descriptor = open(FolderOf(path).c_str(), O_RDWR | O_TMPFILE | O_CLOEXEC, mode);
     if (descriptor < 0 || access(HandleName(descriptor).c_str(), F_OK) == 0)
         return descriptor;
     close(descriptor);
@@ -128,7 +130,7 @@ int OpenNamed(const std::string& path, mode_t mode, std::string& name) {
     constexpr int kTries = 1000;
     for (int i = 0; i < kTries; ++i) {
         name = TemporaryName(path);
-        const int descriptor = open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
+        const int descriptor = open(name.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, mode);
         if (descriptor >= 0 || errno != EEXIST)
             return descriptor;
     }
@@ -140,6 +142,36 @@ void TakeOver(int descriptor, const struct stat& former) {
     [[maybe_unused]] const bool isKept = fchown(descriptor, former.st_uid, former.st_gid) == 0 ||
                                          fchown(descriptor, -1U, former.st_gid) == 0; // else it is the writer's
     fchmod(descriptor, former.st_mode & 07777);
+}
+
+bool WriteAt(int file, off_t at, std::string_view bytes) {
+    while (!bytes.empty()) {
+        const ssize_t written = pwrite(file, bytes.data(), bytes.size(), at);
+        if (written <= 0)
+            return false;
+        at += written;
+        bytes.remove_prefix(static_cast<std::size_t>(written));
+    }
+    return true;
+}
+
+/// Moves all that stands behind a place, the last block first.
+bool MakeRoom(int file, off_t at, std::size_t count) {
+    std::array<char, 1 << 14> block{};
+    off_t end = lseek(file, 0, SEEK_END);
+    while (end > at) {
+        const auto size = std::min(static_cast<off_t>(block.size()), end - at);
+        end -= size;
+        for (off_t done = 0; done < size;) {
+            const ssize_t read = pread(file, block.data() + done, static_cast<std::size_t>(size - done), end + done);
+            if (read <= 0)
+                return false;
+            done += read;
+        }
+        if (!WriteAt(file, end + static_cast<off_t>(count), {block.data(), static_cast<std::size_t>(size)}))
+            return false;
+    }
+    return end >= 0;
 }
 
 } // namespace
@@ -206,6 +238,18 @@ bool NewFile::Write(const void* bytes, std::size_t count) noexcept {
     if (std::fwrite(bytes, 1, count, m_stream) != count)
         KeepError();
     return m_error == 0;
+}
+
+bool NewFile::Insert(std::size_t at, std::string_view bytes) noexcept {
+    if (m_error != 0 || m_stream == nullptr)
+        return false;
+    errno = 0;
+    const int file = fileno(m_stream);
+    const bool isInserted = std::fflush(m_stream) == 0 && MakeRoom(file, static_cast<off_t>(at), bytes.size()) &&
+                            WriteAt(file, static_cast<off_t>(at), bytes) && std::fseek(m_stream, 0, SEEK_END) == 0;
+    if (!isInserted)
+        KeepError();
+    return isInserted;
 }
 
 void NewFile::Abandon(int error) {

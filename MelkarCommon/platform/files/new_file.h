@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <memory>
 #include <string>
+#include <string_view>
 
 /// @file
 /// Internal. A file that appears under its name whole or not at all, and in place of a regular file or of nothing.
@@ -33,6 +34,9 @@ public:
 
     /// The first error is kept; nothing is written after it. @return false after an error.
     bool Write(const void* bytes, std::size_t count) noexcept;
+    /// Bytes between those that are written, for what is known last and read first. The same as for `Write`; the file
+    /// must be one that can be read. @param at how many bytes stand before them
+    bool Insert(std::size_t at, std::string_view bytes) noexcept;
     /// Nothing more is written: the file will not be, for the first error or this one.
     void Abandon(int error = ECANCELED);
     /// Closes the file and gives it its name, if it is to have one. @return 0, or the number of the first error: then

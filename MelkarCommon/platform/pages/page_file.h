@@ -1,5 +1,6 @@
 #pragma once
 
+#include <MelkarCommon/platform/page_words.h>
 #include <MelkarCommon/platform/seam/backend.h>
 #include <MelkarCommon/platform/surface.h>
 
@@ -42,6 +43,8 @@ public:
     /// Ends the open page, finishes the file and gives it its name. @return false, with a log line and no file, if it
     /// couldn't be written, has no page, or was abandoned.
     virtual bool Finish() = 0;
+    /// @return false, with nothing changed, if its format has no place for them, or it has ended.
+    virtual bool SetWords(const PageWords&) { return false; }
     /// No file comes of it.
     virtual void Abandon() = 0;
 };

@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
 /// @file
 /// A page as SVG: an element for each verb. Coordinates are device units; the size of the whole is in CSS pixels.
@@ -20,6 +21,29 @@ namespace {
 constexpr double kCssPixelsPerInch = 96;
 constexpr double kLeastSpacing = 0.001; // device units; less is written as 0
 
+/// Of the part with the focus: dark, in a light glow, for any ground.
+constexpr const char* kFocusStyle = "g[role^=graphics]:focus{outline:none}"
+                                    "g[role^=graphics]:focus rect{stroke:#000;stroke-width:3;"
+                                    "filter:drop-shadow(0 0 1px #fff) drop-shadow(0 0 1px #fff)}";
+
+/// One part is reached by the tabulator, the others from there by the arrow keys. Holds nothing that XML takes for its
+/// own.
+constexpr const char* kWalkScript = R"((() => {
+const parts = [...document.currentScript.parentNode.querySelectorAll("g[role^=graphics]")];
+const steps = {ArrowRight: 1, ArrowDown: 1, ArrowLeft: -1, ArrowUp: -1, Home: -parts.length, End: parts.length};
+parts.forEach((part, at) => {
+part.setAttribute("tabindex", at ? -1 : 0);
+part.addEventListener("keydown", event => {
+if (!steps[event.key]) return;
+event.preventDefault();
+const to = Math.max(0, Math.min(parts.length - 1, at + steps[event.key]));
+part.setAttribute("tabindex", -1);
+parts[to].setAttribute("tabindex", 0);
+parts[to].focus();
+});
+});
+})();)";
+
 class SvgBackend final : public PageFile {
 public:
     SvgBackend(std::unique_ptr<NewFile> file, PageFormat format, int width, int height, int dpi,
@@ -29,6 +53,7 @@ public:
     void EndPage() override;
     bool Finish() override;
     void Abandon() override;
+    bool SetWords(const PageWords& words) override;
     void SetClip(const RECT& clip) override;
     void FillRect(const RECT& rect, Color color) override;
     void FillFramed(const RECT& outer, int width, Color frame, std::optional<Color> ground) override;
@@ -45,6 +70,8 @@ private:
     void EndFont();
     void UseFont(const FontLook& look);
     void WriteOut();
+    void WriteParts();
+    void InsertWords();
 
     void OpenRectangle(const Area& area);
     void OpenShape(const PolygonShape& polygon, const SliceReach& reach);
@@ -79,8 +106,10 @@ private:
     bool m_hasPage = false;
     bool m_hasEnded = false;
     PaperPen m_pen;
-    std::string m_openFont; ///< attributes of the texts being written; empty: none
-    RECT m_openClip{};      ///< of the elements being written; empty: none
+    std::string m_openFont;            ///< attributes of the texts being written; empty: none
+    RECT m_openClip{};                 ///< of the elements being written; empty: none
+    std::optional<PageWords> m_spoken; ///< none: nobody told any
+    std::size_t m_headBytes = 0;       ///< of the file, up to the end of its first element's attributes
     std::string m_text;
     SvgWords m_words{m_text};
 };
@@ -90,7 +119,9 @@ SvgBackend::SvgBackend(std::unique_ptr<NewFile> file, PageFormat format, int wid
     : m_file(std::move(file)), m_format(format), m_dpi(dpi), m_sheet{0, 0, width, height} {
     m_words.Raw("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg xmlns=\"http://www.w3.org/2000/svg\"");
     m_words.Value("width", width * kCssPixelsPerInch / dpi).Value("height", height * kCssPixelsPerInch / dpi);
-    m_words.Raw(" viewBox=\"0 0 ").Number(width).Raw(" ").Number(height).Raw("\">\n");
+    m_words.Raw(" viewBox=\"0 0 ").Number(width).Raw(" ").Number(height).Raw("\"");
+    m_headBytes = m_text.size();
+    m_words.Raw(">\n");
     if (!info.title.empty())
         m_words.Raw("<title>").Escaped(info.title).Raw("</title>\n");
 }
@@ -128,8 +159,10 @@ bool SvgBackend::Finish() {
     m_hasEnded = true;
     EndPage();
     EndFont();
+    WriteParts();
     m_words.Raw("</svg>\n");
     m_file->Write(m_text.data(), m_text.size());
+    InsertWords();
     return FinishPage(*m_file, m_format, m_hasPage ? nullptr : "no page");
 }
 
@@ -140,6 +173,48 @@ void SvgBackend::WriteOut() {
         return;
     m_file->Write(m_text.data(), m_text.size());
     m_text.clear();
+}
+
+bool SvgBackend::SetWords(const PageWords& words) {
+    if (m_hasEnded)
+        return false;
+    m_spoken = words;
+    return true;
+}
+
+/// Parts lie on top of what is drawn, where nothing is seen of them but which one has the focus. Their names are
+/// titles, which readers show at the pointer.
+void SvgBackend::WriteParts() {
+    if (!m_spoken || m_spoken->parts.empty())
+        return;
+    m_words.Raw("</g>\n<style>").Raw(kFocusStyle).Raw("</style>\n");
+    for (const PagePart& part : m_spoken->parts) {
+        m_words.Raw("<g role=\"graphics-symbol img\" tabindex=\"0\"><title>").Escaped(part.name).Raw("</title><rect");
+        m_words.Value("x", part.area.left).Value("y", part.area.top);
+        m_words.Value("width", double{1} * part.area.right - part.area.left);
+        m_words.Value("height", double{1} * part.area.bottom - part.area.top);
+        m_words.Raw(" fill=\"none\" pointer-events=\"all\"/></g>\n");
+        WriteOut();
+    }
+    m_words.Raw("<script>").Raw(kWalkScript).Raw("</script>\n");
+}
+
+/// They come before all else, and are known last.
+void SvgBackend::InsertWords() {
+    if (!m_spoken)
+        return;
+    const bool isWalked = !m_spoken->parts.empty();
+    std::string text;
+    SvgWords words(text);
+    if (!m_spoken->language.empty())
+        words.Value("xml:lang", m_spoken->language);
+    words.Raw(isWalked ? " role=\"graphics-document document\"" : " role=\"img\"");
+    words.Raw(">\n<title>").Escaped(m_spoken->title).Raw("</title");
+    if (!m_spoken->description.empty())
+        words.Raw(">\n<desc>").Escaped(m_spoken->description).Raw("</desc");
+    if (isWalked)
+        words.Raw(">\n<g aria-hidden=\"true\"");
+    m_file->Insert(m_headBytes, text); // what stood behind the attributes closes the last element
 }
 
 /// Makes ready for an element that paints in `box`: within `clip` alone if part of the box is beyond it. A part of the

@@ -323,6 +323,48 @@ TEST_F(Page, OutlinesHaveTheirTextOnTop) {
     EXPECT_THAT(svg.substr(svg.find("<text")), HasSubstr(" fill-opacity=\"0\">" + text + "</text>"));
 }
 
+/// An SVG page of blue columns that is told words before the first one and behind the last.
+struct ToldPage : Page {
+    std::string DrawTold(int columns, const std::vector<PageWords>& told) const {
+        const auto page = Make("page", PageFormat::Svg);
+        for (const PageWords& words : told) {
+            EXPECT_TRUE(page->SetWords(words));
+            for (int i = 0; i < columns; ++i)
+                page->FillRect({i % 400, 10, i % 400 + 1, 20}, kBlue);
+            columns = 0;
+        }
+        EXPECT_TRUE(page->Finish());
+        return work.Read("page");
+    }
+};
+
+/// Of a file that is in memory or on the disk when its words are known.
+TEST_F(ToldPage, WordsComeFirst) {
+    const std::string words =
+        " xml:lang=\"en\" role=\"img\">\n<title>A &amp; &lt;b&gt;</title>\n<desc>All of it.</desc";
+    for (const int columns : {1, 20000}) {
+        std::string told = DrawTold(columns, {{"former", "", "", {}}, {"A & <b>", "All of it.", "en", {}}});
+        const std::string drawn = DrawFile(PageFormat::Svg, 96, [&](Backend& page) {
+            for (int i = 0; i < columns; ++i)
+                page.FillRect({i % 400, 10, i % 400 + 1, 20}, kBlue);
+        });
+        const std::size_t at = told.find(words);
+        ASSERT_NE(at, std::string::npos) << columns;
+        EXPECT_EQ(at, drawn.find(">\n<rect")) << "behind the last attribute of the first element";
+        EXPECT_EQ(told.erase(at, words.size()), drawn) << "and nothing else is changed";
+    }
+}
+
+TEST_F(ToldPage, PartsLieOnTop) {
+    const std::string svg = DrawTold(1, {{"T", "", "", {{{10, 20, 30, 60}, "Mar 4: \"5\""}}}});
+    EXPECT_THAT(svg,
+                HasSubstr("role=\"graphics-document document\">\n<title>T</title>\n<g aria-hidden=\"true\">\n<rect"));
+    EXPECT_EQ(Between(svg, "fill=\"#0000ff\"/>\n", "<style>"), "</g>\n") << "what is drawn isn't read";
+    EXPECT_THAT(svg, HasSubstr("tabindex=\"0\"><title>Mar 4: &quot;5&quot;</title><rect x=\"10\" y=\"20\" width=\"20\" "
+                               "height=\"40\" fill=\"none\""));
+    EXPECT_FALSE(Make("page", PageFormat::Pdf)->SetWords({"T", "", "", {}})) << "it has no place for them";
+}
+
 TEST_F(Page, MaskedCopiesStayOnePicture) {
     std::vector<std::uint32_t> pixels{0xFFFFFFFFU, 0xFF000000U, 0xFFFF0000U, 0xFF804020U};
     const auto elements = Elements([&](Backend& b) {

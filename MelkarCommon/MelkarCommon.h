@@ -44,6 +44,7 @@
 #include <MelkarCommon/platform/files.h>
 #include <MelkarCommon/platform/geometry.h>
 #include <MelkarCommon/platform/host_directory.h>
+#include <MelkarCommon/platform/page_words.h>
 #include <MelkarCommon/platform/printing.h>
 #include <MelkarCommon/platform/profile.h>
 #include <MelkarCommon/platform/scoped.h>
@@ -74,6 +75,8 @@
 #include <MelkarCommon/support/text.h>
 #include <MelkarCommon/support/text_box.h>
 #include <MelkarCommon/telling/describe.h>
+#include <MelkarCommon/telling/html.h>
 #include <MelkarCommon/telling/json.h>
+#include <MelkarCommon/telling/speech.h>
 #include <MelkarCommon/telling/table.h>
 #include <MelkarCommon/telling/words.h>

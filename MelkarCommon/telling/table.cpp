@@ -121,7 +121,7 @@ ContentsTable TableOf(const std::vector<Contents>& parts, const DescriptionWords
     }
     for (auto& row : all.rows)
         row.resize(all.head.size());
-    return all;
+    return all.rows.empty() ? ContentsTable() : all;
 }
 
 bool IsFigureColumn(const ContentsTable& table, std::size_t column) {

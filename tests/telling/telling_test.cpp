@@ -1,5 +1,7 @@
 #include <MelkarCommon/telling/describe.h>
+#include <MelkarCommon/telling/html.h>
 #include <MelkarCommon/telling/json.h>
+#include <MelkarCommon/telling/speech.h>
 #include <MelkarCommon/telling/table.h>
 
 #include <gmock/gmock.h>
@@ -128,6 +130,41 @@ TEST(Describe, Names) {
     };
     for (const auto& [why, item, name] : cases)
         EXPECT_EQ(melkar::NameOf(Days({item}), item, kWords), name) << why;
+}
+
+/// Days stand 100 apart, each 40 wide; those without a figure have no area.
+TEST(Speech, DaysWithoutAPlaceOfTheirOwn) {
+    Contents contents = Days({Item("a", {}, 0), Day("b", "2", 2), Day("c", "3", 3), Item("d", {}, 0)});
+    contents.items[1].area = CRect(100, 50, 140, 90);
+    contents.items[2].area = CRect(200, 20, 240, 90);
+    std::string parts;
+    for (const PagePart& part : melkar::WalkedWordsFor({contents}, kWords).parts)
+        parts += part.name + "@" + std::to_string(part.area.left) + "," + std::to_string(part.area.top) + " " +
+                 std::to_string(part.area.right) + "," + std::to_string(part.area.bottom) + "|";
+    EXPECT_EQ(parts, "a: no figure@-2,18 42,92|b: 2 steps@98,48 142,92|c: 3 steps@198,18 242,92|"
+                     "d: no figure@298,18 342,92|");
+    contents.items[2].area = {};
+    EXPECT_EQ(melkar::WalkedWordsFor({contents}, kWords).parts.size(), 1U) << "nothing to guess by";
+}
+
+TEST(Speech, TitlesOfSeveral) {
+    Contents other = Days({});
+    other.title = "Other";
+    const PageWords words = melkar::WordsFor({Days({}), other}, kWords);
+    EXPECT_EQ(words.title, "Steps – Other");
+    EXPECT_EQ(words.description, "Steps. Scale: 0 to 100, steps. Other. Scale: 0 to 100, steps.");
+    EXPECT_EQ(melkar::WordsFor({other}, kWords).description, "Scale: 0 to 100, steps.") << "not the title again";
+    EXPECT_EQ(words.language, "en");
+}
+
+TEST(Html, TextsAreData) {
+    Contents contents = Days({Day("<b>", "1", 1)});
+    contents.title = "A & \"B\"";
+    const std::string html = melkar::HtmlOf({{{contents}, "<?xml?>\n<svg>x</svg>\n"}}, "", kWords);
+    EXPECT_THAT(html, HasSubstr("<title>A &amp; &quot;B&quot;</title>"));
+    EXPECT_THAT(html, HasSubstr("<figure>\n<svg>x</svg>\n</figure>"));
+    EXPECT_THAT(html, HasSubstr("<th scope=\"row\">&lt;b&gt;</th><td class=\"figure\">1</td>"));
+    EXPECT_THAT(html, Not(HasSubstr("<h1>"))) << "one chart has its own heading";
 }
 
 TEST(Table, Columns) {

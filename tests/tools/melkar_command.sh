@@ -234,9 +234,24 @@ told "in words"                     0 'Mon 23 to Sun 29.* 4 of 7 reach' --target
 told "with a table"                 0 '^Mon 23  10904$'
 told "for programs"                 0 '"caption": "Mon 23"' --json
 told "the table alone"              0 $'^Mon 23,10904\r$' --csv
-told "one of both"                  2 '--csv excludes --json' --json --csv
+told "one of both"                  2 '--json excludes --csv' --json --csv
 says "a sheet a part"               0 '"kind": "week",' describe week --base app/bin --section WEEK --data data/circadian-week.csv --json
 says "no data file to tell of"      1 '101: ' describe bar --base app/bin --section BAR_WEEK --data missing.csv
+
+expect "an SVG says what it is"     0 '<title>Steps this week</title>' --data data/bar-week.csv -o - --format svg
+expect "an SVG to walk through"     0 '<title>Tue 24: 6462 steps</title>' --data data/bar-week.csv -o - --format svg --svg-interactive
+expect "pixels aren't walked"       2 '--svg-interactive needs' --data data/bar-week.csv --svg-interactive -o a.png
+line=(line --section LINE --data data/line-week.csv)
+page() { says "${@:1:3}" page bar --base app/bin --section BAR_WEEK --data data/bar-week.csv "${@:4}"; }
+page "a page of two charts"         0 '^$' --title 'Ann & Bo' -o two.html --and "${line[@]}" --size 600x400
+[[ $(grep -c '<figure>' two.html) -eq 2 && $(grep -c 'viewBox="0 0 600 400"' two.html) -eq 1 ]] || fail "a page" "two charts"
+grep -q '<h1>Ann &amp; Bo</h1>' two.html || fail "a page" "no heading"
+page "printed"                      0 '<!doctype html>' -o -
+page "a mistyped option"            2 'unknown argument: --sectoin' -o a.html --sectoin BAR_WEEK
+page "a mistyped one behind"        2 'sectoin' -o a.html --and "${line[@]}" --sectoin LINE
+page "no such section behind"       2 'no section: OTHER' -o a.html --and line --section OTHER --data data/line-week.csv
+page "a chart that fails"           1 '101: ' -o kept.svg --and line --section LINE --data missing.csv
+expect_file "a chart that fails" 'former' kept.svg
 
 kind=week-print
 week=(--section WEEK --data data/week-print.csv --record)

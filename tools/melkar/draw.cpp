@@ -8,6 +8,7 @@
 #include <MelkarCommon/platform/printing.h>
 #include <MelkarCommon/platform/surface.h>
 #include <MelkarCommon/registry/data_check.h>
+#include <MelkarCommon/telling/speech.h>
 
 #include <cerrno>
 #include <iostream>
@@ -80,6 +81,13 @@ long DrawDirect(Chart& chart, Request& request, HDC surface) {
     return DrawWhole(chart, request);
 }
 
+/// What nobody can tell about stays a picture without words.
+void SayWords(HDC page, const Chart& chart, const Request& request) {
+    const std::vector<Contents> pictures = chart.Shown();
+    if (!pictures.empty())
+        SetPageWords(page, request.isWalked ? WalkedWordsFor(pictures) : WordsFor(pictures));
+}
+
 /// A page becomes a file whatever came of its drawing, unless it is given up.
 int DrawAs(PageFormat format, Chart& chart, Request& request) {
     errno = 0;
@@ -90,6 +98,7 @@ int DrawAs(PageFormat format, Chart& chart, Request& request) {
         AbortDoc(page.get());
         return FailWith(code, request.data);
     }
+    SayWords(page.get(), chart, request);
     errno = 0;
     return DeleteDC(page.release()) ? 0 : FailToWrite(request.out);
 }

@@ -24,6 +24,7 @@ struct Request {
     double scale = 1;            ///< pixels a unit of a picture of pixels
     std::optional<CPoint> hover; ///< the balloon of this point goes into the picture; pixels only
     std::optional<CPoint> click; ///< the day at this point is printed
+    bool isWalked = false;       ///< an SVG page has parts to walk through
     std::function<void(const std::vector<Contents>& parts)> shown; ///< is told what the picture shows
 };
 

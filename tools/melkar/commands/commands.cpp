@@ -5,6 +5,7 @@ namespace melkar::tool {
 // Each stands in a file of its own, as `AddDraw` in draw_command.cpp.
 Run AddDraw(CLI::App& app);
 Run AddDescribe(CLI::App& app);
+Run AddPage(CLI::App& app);
 Run AddReport(CLI::App& app);
 Run AddKeys(CLI::App& app);
 Run AddData(CLI::App& app);
@@ -18,6 +19,7 @@ std::span<const Command> Commands() {
     static constexpr Command kCommands[] = {
         {"draw", "Draw one chart into a picture", AddDraw},
         {"describe", "Say what a chart shows, in words or for programs", AddDescribe},
+        {"page", "Draw charts into one page for a browser", AddPage},
         {"report", "Print a report of a month", AddReport},
         {"keys", "Print the keys of a profile as a Markdown page", AddKeys},
         {"data", "Print what the data file of a kind looks like, or an example", AddData},

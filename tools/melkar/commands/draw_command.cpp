@@ -25,6 +25,7 @@ struct DrawOptions {
     std::string click;
     bool record = false;
     bool svgOutlines = false;
+    bool svgInteractive = false;
     std::string out;
     std::string format;
 };
@@ -42,6 +43,8 @@ void AddOptions(CLI::App& app, DrawOptions& options) {
     app.add_flag("--record", options.record, "Print the drawing operations instead of writing a file");
     app.add_flag("--svg-outlines", options.svgOutlines,
                  "Texts of an .svg as outlines, with unseen texts on top: it looks the same with any fonts");
+    app.add_flag("--svg-interactive", options.svgInteractive,
+                 "An .svg whose days, slices, ... have names, and can be walked with the arrow keys");
     app.add_option("-o,--output", options.out, "Picture to write: " + FormatNames(".") + "; - prints it")
         ->type_name("FILE");
     app.add_option("--format", options.format, "Of the picture, whatever its name; -o - needs it")
@@ -70,6 +73,8 @@ bool IsPage(const Output& output, PageFormat format) {
     const auto* page = std::get_if<PageFormat>(&output);
     return page != nullptr && *page == format;
 }
+
+bool IsSvg(const Output& output) { return IsPage(output, PageFormat::Svg) || IsPage(output, PageFormat::SvgOutlines); }
 
 Output OutputOf(const DrawOptions& options) {
     if (options.record && !options.out.empty())
@@ -102,6 +107,8 @@ std::optional<CPoint> PointOf(const std::string& text, const char* option) {
 void CheckOutput(const DrawOptions& options, const Request& request) {
     if (options.svgOutlines && !IsPage(request.output, PageFormat::SvgOutlines))
         throw UsageError{"--svg-outlines needs a picture of that kind: -o NAME.svg"};
+    if (options.svgInteractive && !IsSvg(request.output))
+        throw UsageError{"--svg-interactive needs a picture of that kind: -o NAME.svg"};
     if (options.scale != 1 && !std::holds_alternative<PixelOutput>(request.output))
         throw UsageError{"--scale needs a picture of pixels: -o NAME.png"};
     if (options.scale != 1 && options.dpi != kScreenDpi)
@@ -121,6 +128,7 @@ Request RequestOf(const DrawOptions& options) {
     request.chart = options.chart.options;
     request.dpi = options.dpi;
     request.scale = options.scale;
+    request.isWalked = options.svgInteractive;
     request.toStandardOutput = options.out == "-";
     request.out = fs::absolute(options.out.empty() ? "." : options.out).string();
     return request;

@@ -40,7 +40,7 @@ function lookAt(frame, language) {
         tell("the page stands in the other scheme");
     if (root.scrollWidth > root.clientWidth) tell(`${root.scrollWidth} pixels wide`);
     for (const element of page.body.querySelectorAll("*")) {
-        if (!element.checkVisibility({ checkOpacity: true })) continue;
+        if (!element.checkVisibility({ checkOpacity: true }) || element.closest("figure > svg, .table")) continue;
         ++seen;
         const { left, right } = element.getBoundingClientRect();
         if (left < 0 || right > root.clientWidth + 0.5) tell(`beyond the window: ${named(element)}`);

@@ -332,4 +332,5 @@ def main():
     (out / "index.html").write_text(page(best, chapters, out), encoding="utf-8")
 
 
-main()
+if __name__ == "__main__":
+    main()

@@ -1,0 +1,189 @@
+#!/usr/bin/python3
+"""scripts/told.py MELKAR [SHOTS]: holds what is told of the rows of samples/gallery.txt against their JSON, the schema and
+a browser: descriptions, tables, pages that are read aloud, walked by keyboard and looked at on a phone. Screenshots of
+pages go to the directory SHOTS. scripts/check-told calls it.
+"""
+
+import csv
+import json
+import pathlib
+import subprocess
+import sys
+import tempfile
+
+import jsonschema
+
+import gallery
+from browser import Browser
+
+ROOT = gallery.ROOT
+PAGES = ["bar-week", "bar-month", "simulation-plan", "day-run", "circle", "himand", "week"]
+PHONE, DESKTOP = 400, 1200
+
+findings = []
+
+
+def tell(name, text):
+    findings.append(f"{name}: {text}")
+
+
+def melkar(picture, command, *options):
+    words = picture.command(sys.argv[1], "-")[1:-2]
+    done = subprocess.run([sys.argv[1], command, *words[1:], *options], cwd=ROOT, capture_output=True, text=True)
+    if done.returncode != 0 or done.stderr:
+        tell(picture.file, f"melkar {command}: exit code {done.returncode}: {done.stderr.strip()}")
+    return done.stdout
+
+
+def pictures():
+    """Those that the command draws."""
+    _, chapters = gallery.read_gallery()
+    for chapter in chapters:
+        for row in chapter.figures.values():
+            yield from (one for one in row if not one.is_report and not one.has_balloon)
+
+
+def items_of(shown):
+    return [item for part in shown.get("parts", [shown]) for item in part["items"]]
+
+
+def check_texts(picture, validator):
+    """@return what the picture shows"""
+    shown = json.loads(melkar(picture, "describe", "--json"))
+    for error in validator.iter_errors(shown):
+        tell(picture.file, f"not as the schema has it: {error.message[:200]}")
+    said = melkar(picture, "describe")
+    if "__" in said:
+        tell(picture.file, f"a gap is left: {said}")
+    table = list(csv.reader(melkar(picture, "describe", "--csv").splitlines()))
+    if len(table) != (len(items_of(shown)) + 1 if items_of(shown) else 0):
+        tell(picture.file, f"{len(table)} lines of a table of {len(items_of(shown))} items")
+    if len({len(row) for row in table}) > 1:
+        tell(picture.file, "rows of the table have different lengths")
+    return shown
+
+
+def captions_of(shown):
+    """As names begin; items without a place of their own may lack a part."""
+    return [" ".join(item["caption"].split()) for item in items_of(shown)]
+
+
+def check_names(name, browser, shown):
+    tree = browser.tree()
+    parts = [part for role, part, _ in tree if role == "graphics-symbol"]
+    captions = captions_of(shown)
+    if len(parts) != len(captions):
+        tell(name, f"{len(parts)} parts are read, not {len(captions)}: {parts}")
+    for part, caption in zip(parts, captions):
+        if not part.startswith(caption):
+            tell(name, f"a part is named {part!r}, not after {caption!r}")
+    documents = [one for one in tree if one[0] == "graphics-document"]
+    if captions and (len(documents) != 1 or not all(documents[0])):
+        tell(name, f"the picture has no name or no description: {documents}")
+    return parts
+
+
+def check_walk(name, browser, parts):
+    """From part to part by keyboard, with the balloon of each."""
+    seen = "[document.activeElement.getAttribute('aria-label'), document.getElementById('balloon')?.textContent]"
+    stops = 0
+    while browser.run("document.activeElement.localName") != "g" and stops < 5:
+        browser.press("Tab")
+        stops += 1
+    for key, part in ((None, 0), ("ArrowRight", 1), ("End", -1), ("ArrowRight", -1), ("ArrowLeft", -2), ("Home", 0)):
+        if key:
+            browser.press(key)
+        expected = parts[part if abs(part) < len(parts) else 0]
+        if browser.run(seen) != [expected] * 2:
+            tell(name, f"{key or 'Tab'} leads to {browser.run(seen)}, not {expected!r}")
+    browser.press("Escape")
+    if not browser.run("document.getElementById('balloon').hidden"):
+        tell(name, "the balloon stays behind Escape")
+    browser.press("Tab")
+    if browser.run("document.activeElement.localName") == "g":
+        tell(name, "the tabulator goes through each part")
+
+
+def check_hover(name, browser, parts):
+    for at in (0, len(parts) - 1):
+        x, y = browser.run(f"""(() => {{
+            const part = document.querySelectorAll("g[role^=graphics]")[{at}];
+            part.scrollIntoView({{block: "center"}});
+            const box = part.getBoundingClientRect();
+            return [box.left + box.width / 2, box.top + box.height / 2];
+        }})()""")
+        browser.point(1, 1)
+        browser.point(x, y)
+        text, left, right = browser.run("""(() => {
+            const balloon = document.getElementById("balloon"), box = balloon.getBoundingClientRect();
+            return [balloon.hidden ? "" : balloon.textContent, box.left, box.right];
+        })()""")
+        if text != parts[at]:
+            tell(name, f"the balloon says {text!r} on {parts[at]!r}")
+        if left < 0 or right > browser.run("document.documentElement.clientWidth"):
+            tell(name, f"the balloon of {parts[at]!r} is cut")
+
+
+def check_looks(name, browser):
+    browser.run((ROOT / "scripts/check-gallery.js").read_text(encoding="utf-8") + ";0")
+    browser.run("lookAt({contentDocument: document, contentWindow: window, clientWidth: innerWidth}, 'page')")
+    for finding in browser.run("[...findings]"):
+        tell(name, finding)
+
+
+def check_page(picture, browser, work, shown, shots):
+    page = work / f"{picture.file}.html"
+    page.write_text(melkar(picture, "page", "-o", "-"), encoding="utf-8")
+    for width, dark in ((DESKTOP, False), (PHONE, True)):
+        asked = browser.open(page, width, 900, dark)
+        if asked:
+            tell(picture.file, f"the page asks for {asked}")
+        check_looks(picture.file, browser)
+        parts = check_names(picture.file, browser, shown)
+        if shots:
+            browser.shoot(shots / f"{picture.file}-{width}.png")
+        if parts:
+            check_hover(picture.file, browser, parts)
+            check_walk(picture.file, browser, parts)
+    browser.open(page, PHONE, scripts=False)
+    check_names(picture.file + " without scripts", browser, shown)
+
+
+def check_svg(picture, browser, work, shown):
+    """The plain file is one picture; the other can be walked by itself, if there is something to walk through."""
+    walked_role = "graphics-document" if items_of(shown) else "image"
+    for option, role in ((), "image"), (("--svg-interactive",), walked_role):
+        file = work / f"{picture.file}.svg"
+        file.write_text(melkar(picture, "draw", *option, "-o", "-", "--format", "svg"), encoding="utf-8")
+        browser.open(file)
+        tree = [node for node in browser.tree() if node[0] not in ("RootWebArea", "generic") or node[1] and node[0] == "generic"]
+        if not tree or tree[0][0] != role or not tree[0][1] or not tree[0][2]:
+            tell(file.name, f"is read as {tree[:1]}")
+        if not option and len(tree) > 1:
+            tell(file.name, f"more is read than the picture: {tree[1:3]}")
+    parts = check_names(file.name, browser, shown)
+    browser.press("Tab")
+    browser.press("ArrowRight")
+    walked = browser.run("document.activeElement?.textContent.trim()")
+    if len(parts) > 1 and walked != parts[1]:
+        tell(file.name, f"an arrow key leads to {walked!r}")
+
+
+def main():
+    shots = pathlib.Path(sys.argv[2]) if len(sys.argv) > 2 else None
+    schema = json.loads((ROOT / "docs/contents.schema.json").read_text(encoding="utf-8"))
+    validator = jsonschema.Draft202012Validator(schema)
+    count = 0
+    with Browser() as browser, tempfile.TemporaryDirectory() as folder:
+        for picture in pictures():
+            shown = check_texts(picture, validator)
+            count += 1
+            if picture.name in PAGES:
+                check_svg(picture, browser, pathlib.Path(folder), shown)
+                check_page(picture, browser, pathlib.Path(folder), shown, shots)
+    if findings:
+        sys.exit("\n".join(findings))
+    print(f"== {count} pictures are told as they should be")
+
+
+main()

@@ -237,17 +237,16 @@ std::string WriteSums(const DayFiles& files, const DayBook& book) {
 }
 
 std::string WriteLatest(const DayFiles& files, const DayBook& book, Notes& notes) {
-    for (auto day = book.Days().rbegin(); day != book.Days().rend(); ++day) {
-        const DayFigure& figure = day->second.figures.front();
-        if (figure.count == 0)
-            continue;
-        TableFile file(files.plan->files.front(), 1, files.path, [](const ColumnInfo&, int) { return ""; });
-        file.AddRow([&](const ColumnInfo& column, int) { return ShowAs(column, figure.value); });
-        file.Commit();
-        notes.Chosen("the figure of the last day that has one", figure.line);
-        return "the figure of " + ShowDay(day->first);
-    }
-    throw Refusal("no row has a figure");
+    const auto day = std::find_if(book.Days().rbegin(), book.Days().rend(),
+                                  [](const auto& one) { return one.second.figures.front().count > 0; });
+    if (day == book.Days().rend())
+        throw Refusal("no row has a figure");
+    const DayFigure& figure = day->second.figures.front();
+    TableFile file(files.plan->files.front(), 1, files.path, [](const ColumnInfo&, int) { return ""; });
+    file.AddRow([&](const ColumnInfo& column, int) { return ShowAs(column, figure.value); });
+    file.Commit();
+    notes.Chosen("the figure of the last day that has one", figure.line);
+    return "the figure of " + ShowDay(day->first);
 }
 
 } // namespace

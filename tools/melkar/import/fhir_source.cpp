@@ -67,7 +67,7 @@ Time TimeOf(const element& observation) {
     element period;
     if (observation["effectivePeriod"].get(period) != simdjson::SUCCESS)
         return {std::nullopt, "no day"};
-    const Time start = TimeAt(TextOf(period, "start"));
+    Time start = TimeAt(TextOf(period, "start"));
     const Time end = TimeAt(TextOf(period, "end"));
     if (!start.moment || !end.moment)
         return {std::nullopt, start.moment ? end.why : start.why};

@@ -42,4 +42,5 @@ private:
 } // namespace melkar
 
 /// A function of the library under its own name and of its own type.
+// NOLINTNEXTLINE(bugprone-macro-parentheses): a name that is declared takes none
 #define MELKAR_LATE(function) decltype(&::function) function = Find(#function)

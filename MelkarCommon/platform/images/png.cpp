@@ -73,8 +73,7 @@ std::uint8_t* WriteRow(const std::uint32_t* row, const std::uint32_t* above, int
         if (std::memcmp(row + x, above + x, kStretch * sizeof *row) != 0) {
             writeUntil(x + kStretch);
         } else {
-            std::fill_n(to, kStretch * kChannels, std::uint8_t{0});
-            to += kStretch * kChannels;
+            to = std::fill_n(to, kStretch * kChannels, std::uint8_t{0});
             x += kStretch;
         }
     }

@@ -132,6 +132,7 @@ completes() {
 source <("$melkar" completion bash)
 [[ $(completes re) == report ]] || fail "a command completed" "$(completes re)"
 [[ $(completes draw ci) == 'circle circle-separate' ]] || fail "a kind completed" "$(completes draw ci)"
+[[ $(completes import csv a.csv --kind ci) == 'circle circle-separate' ]] || fail "a kind of an option" "$(completes import csv a.csv --kind ci)"
 [[ $(completes draw bar --fo) == --format ]] || fail "an option completed" "$(completes draw bar --fo)"
 [[ $(completes report --paper L) == 'Letter Legal' ]] || fail "a word completed" "$(completes report --paper L)"
 [[ -z $(completes draw bar --data d) ]] || fail "a file is the shell's to complete" "$(completes draw bar --data d)"

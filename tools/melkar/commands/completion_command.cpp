@@ -19,7 +19,9 @@ void AddOptions(CLI::App& app, CompletionOptions& options) {
     app.footer(Examples({"melkar completion bash", "melkar completion bash >melkar.bash && source melkar.bash"}));
 }
 
-bool IsKind(const CLI::Option& option) { return option.get_name(true) == "KIND"; }
+bool IsKind(const CLI::Option& option) {
+    return option.get_name(true) == "KIND" || option.get_type_name() == "KIND"; // stands alone, or behind --kind
+}
 
 std::string KindNames() {
     std::string names;

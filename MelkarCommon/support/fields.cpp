@@ -3,21 +3,19 @@
 #include <MelkarCommon/platform/files.h>
 #include <MelkarCommon/platform/values/ascii.h>
 #include <MelkarCommon/support/numbers.h>
+#include <MelkarCommon/support/plain_decimal.h>
 
 #include <algorithm>
 #include <bit>
 #include <cmath>
 #include <cstdint>
 #include <cstring>
-#include <limits>
 #include <string_view>
 
 namespace {
 
 constexpr std::size_t kLongestField = 1279;
 constexpr std::size_t kLongestLine = 9999;
-
-bool EndsField(char c) { return c == ',' || c == '\n' || c == '\0'; }
 
 /// The field that begins at `start`. It is a stretch of the line as it stands, since quotes inside of it stay.
 std::string_view FieldAt(const char* start) {
@@ -27,7 +25,8 @@ std::string_view FieldAt(const char* start) {
     std::size_t length = 0;
     for (; length < kLongestField; ++length) {
         const char c = start[length];
-        const bool isEnd = isQuoted ? c == '\0' || (c == '"' && EndsField(start[length + 1])) : EndsField(c);
+        const bool isEnd =
+            isQuoted ? c == '\0' || (c == '"' && melkar::EndsField(start[length + 1])) : melkar::EndsField(c);
         if (isEnd)
             break;
     }
@@ -47,40 +46,11 @@ const char* FindField(const char* line, int index) {
     return line;
 }
 
-/// Takes the digits at `field`. More than 19 of them overflow, which is for the caller to see by their number.
-std::uint64_t TakeDigits(const char*& field, std::uint64_t number) {
-    for (unsigned digit = 0; (digit = static_cast<unsigned char>(*field) - unsigned{'0'}) <= 9; ++field)
-        number = number * 10 + digit;
-    return number;
-}
-
-constexpr std::ptrdiff_t kExactDigits = 15;
-constexpr double kPowers[] = {1, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
-
-/// The value of a field of plain digits with at most one point, or of an empty one, as nearly all are; not a number for
-/// any other field. Whole number and power of ten are exact, so that their quotient is the nearest double, as of any
-/// other way of reading.
-inline double PlainDecimal(const char* field) {
-    const char* at = field;
-    std::uint64_t number = TakeDigits(at, 0);
-    std::ptrdiff_t digits = at - field;
-    std::ptrdiff_t decimals = 0;
-    if (*at == '.') {
-        const char* point = at++;
-        number = TakeDigits(at, number);
-        decimals = at - point - 1;
-        digits += decimals;
-    }
-    if (digits > kExactDigits || !EndsField(*at) || (digits == 0 && at != field))
-        return std::numeric_limits<double>::quiet_NaN();
-    return static_cast<double>(static_cast<std::int64_t>(number)) / kPowers[decimals];
-}
-
 /// By itself, so that plain figures need no room on the stack.
 [[gnu::noinline]] double AnyValueAt(const char* field) { return melkar::ToDouble(CString(FieldAt(field))); }
 
 double ValueAt(const char* field) {
-    const double plain = PlainDecimal(field);
+    const double plain = melkar::PlainDecimal(field);
     return std::isnan(plain) ? AnyValueAt(field) : plain;
 }
 
@@ -144,7 +114,7 @@ int CsvRow::IntField(int index) const { return ParseInt(View(index)); }
 
 double CsvRow::DoubleField(int index) const { return ValueAt(Start(index)); }
 
-double CsvRow::PlainField(int index) const { return PlainDecimal(Start(index)); }
+double CsvRow::PlainField(int index) const { return melkar::PlainDecimal(Start(index)); }
 
 void CsvRow::DoubleFields(int first, int count, double* values) const {
     for (int i = 0; i < count; ++i)

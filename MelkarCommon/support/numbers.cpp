@@ -2,6 +2,7 @@
 
 #include <MelkarCommon/platform/values/ascii.h>
 #include <MelkarCommon/platform/values/locales.h>
+#include <MelkarCommon/support/plain_decimal.h>
 #include <MelkarCommon/support/support.h>
 
 #include <algorithm>
@@ -14,7 +15,11 @@
 namespace melkar {
 
 double ToDouble(const char* text) {
-    std::string_view digits = TrimBlanks(text ? text : "");
+    if (text == nullptr)
+        return 0;
+    if (const double plain = PlainDecimal(text); !std::isnan(plain))
+        return plain;
+    std::string_view digits = TrimBlanks(text);
     if (digits.starts_with('+') && !digits.starts_with("+-"))
         digits.remove_prefix(1);
     double value = 0;

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <cstdint>
 #include <cstdlib>
 #include <limits>
 #include <string_view>
@@ -43,9 +44,14 @@ int Truncate(double value) {
 
 CString FormatFixed(double value, int decimals) {
     constexpr int kMostDecimals = 30;
+    constexpr double kExactWhole = 1e15;
     char text[std::numeric_limits<double>::max_exponent10 + kMostDecimals + 8]; // sign, digits, point, decimals
-    const auto [end, error] = std::to_chars(std::begin(text), std::end(text), value, std::chars_format::fixed,
-                                            std::clamp(decimals, 0, kMostDecimals));
+    // Most are whole: written as integers they take 2 to 3% fewer instructions of a month.
+    const bool isWhole = decimals <= 0 && value > 0 && value < kExactWhole && value == std::trunc(value);
+    const auto [end, error] = isWhole
+                                  ? std::to_chars(std::begin(text), std::end(text), static_cast<std::int64_t>(value))
+                                  : std::to_chars(std::begin(text), std::end(text), value, std::chars_format::fixed,
+                                                  std::clamp(decimals, 0, kMostDecimals));
     return error == std::errc() ? CString(std::string_view(text, static_cast<std::size_t>(end - text))) : CString();
 }
 

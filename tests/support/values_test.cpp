@@ -42,6 +42,17 @@ TEST(Numbers, Decimals) {
                                                  {nullptr, 0, "0"},
                                                  {"1", 999, "1.000000000000000000000000000000"}})
         EXPECT_EQ(getDecimalNumber(number, decimals), text);
+    const std::tuple<double, int, const char*> whole[] = {
+        {12, 0, "12"},
+        {12, 2, "12.00"},
+        {12.5, 0, "12"},
+        {0, 0, "0"},
+        {-0.0, 0, "-0"},
+        {-3, 0, "-3"},
+        {1e15, 0, "1000000000000000"},
+    };
+    for (const auto& [value, decimals, text] : whole)
+        EXPECT_EQ(melkar::FormatFixed(value, decimals), text) << value;
     EXPECT_EQ(melkar::FormatFixed(-1e308, 30).GetLength(), 1 + 309 + 1 + 30);
 }
 

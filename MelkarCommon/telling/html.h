@@ -20,7 +20,7 @@ struct PageChart {
 
 /// A page of charts in one file: each picture with its description and its table, balloons at the pointer and at the
 /// keyboard's focus where scripts run, light or dark as the desktop wishes, and fit to be printed. It loads nothing.
-/// @param title UTF-8; empty: that of the first chart
+/// Without a title it has that of the first chart.
 MELKAR_API std::string HtmlOf(const std::vector<PageChart>& charts, const std::string& title,
                               const DescriptionWords& words = DescriptionWords());
 

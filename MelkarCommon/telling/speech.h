@@ -23,8 +23,8 @@
 
 namespace melkar {
 
-/// Title, description and language of a picture for `SetPageWords`. @param pictures what it shows; several, such as the
-/// sheets of a week, are told one after the other
+/// Title, description and language of a picture for `SetPageWords`. A picture of several, such as the sheets of a week,
+/// tells them one after the other.
 MELKAR_API PageWords WordsFor(const std::vector<Contents>& pictures,
                               const DescriptionWords& words = DescriptionWords());
 

@@ -15,7 +15,7 @@ namespace melkar {
 
 /// What takes the place of "__name__" in a sentence.
 struct Filling {
-    const char* name;
+    const char* name; ///< without the lines
     std::string text; ///< UTF-8
 };
 
@@ -32,7 +32,7 @@ public:
     /// The keys of the section.
     static ClassKeys ProfileKeys();
 
-    /// @param sentence one of the texts below @return UTF-8, with its gaps filled
+    /// One of the texts below with its gaps filled, in UTF-8.
     std::string Say(const CString& sentence, std::initializer_list<Filling> fillings = {}) const;
     /// The same in the form for a number, which fills "__n__".
     std::string SayCount(const CString& sentence, long number, std::initializer_list<Filling> fillings = {}) const;

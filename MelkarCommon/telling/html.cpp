@@ -50,7 +50,8 @@ thead th { font-weight: 600; white-space: normal; vertical-align: bottom; }
 }
 )";
 
-/// Names of parts become labels, since a title would show beside the balloon.
+/// Names of parts become labels, since a title would show beside the balloon. A pointer that rests counts for nothing
+/// where the keyboard moves the page below it.
 constexpr const char* kScript = R"((() => {
 const balloon = document.body.appendChild(document.createElement("div"));
 balloon.id = "balloon";
@@ -85,8 +86,8 @@ for (const picture of document.querySelectorAll("figure > svg")) {
     labelled(picture);
     for (const part of picture.querySelectorAll("g[role^=graphics]")) {
         labelled(part);
-        for (const event of ["pointerenter", "focus"]) part.addEventListener(event, () => show(part));
-        for (const event of ["pointerleave", "blur"]) part.addEventListener(event, hide);
+        for (const event of ["pointermove", "focus"]) part.addEventListener(event, () => show(part));
+        for (const event of ["pointerleave", "blur"]) part.addEventListener(event, () => { if (shown === part) hide(); });
     }
 }
 addEventListener("scroll", place, {passive: true});

@@ -17,7 +17,6 @@ using melkar::ScopedPen;
 namespace {
 
 constexpr const char* kLabelFace = "MS Gothic"; ///< whatever face the panel has
-constexpr const char* kWholeFigure = "%.0f";
 
 } // namespace
 
@@ -26,7 +25,9 @@ struct CCircleGraphBase::KeyRows : melkar::Keys<CCircleGraphBase> {
         ColorList<&G::m_vecValues, &circle_value::color>(Own, "GRAPH_VALUE_RGB%d", "slices; black can't be one of them")
             .Beside("GRAPH_VALUE_RGB%d"),
         Number<&G::m_nValueFont>(Own, "GRAPH_VALUE_FONT", 0, "labels, cell height"),
-        Text<&G::m_strValueFormat>(Own, "GRAPH_VALUE_FORMAT", "format of a label's figure").Format().Else(kWholeFigure),
+        Text<&G::m_strValueFormat>(Own, "GRAPH_VALUE_FORMAT", "format of a label's figure")
+            .Format()
+            .Else(melkar::kPlainPieFigure),
         Text<&G::m_strValueUnit>(Own, "GRAPH_VALUE_UNIT", "behind each label"),
     };
 };
@@ -93,12 +94,16 @@ void CCircleGraphBase::DrawValueLabel(CRect square) {
         return;
     const PieSquare pie{square, square.Width() / 2};
     const ScopedBkMode transparent(m_hMemDC, TRANSPARENT);
-    const melkar::FigureFormat format(m_strValueFormat, kWholeFigure);
+    const melkar::FigureFormat format(m_strValueFormat, melkar::kPlainPieFigure);
     for (const PieSlice& slice : melkar::PieSlicesOf(Values(), m_fMinRate)) {
-        const CString label = format.Of(m_vecValues[static_cast<std::size_t>(slice.index)].value) + m_strValueUnit;
+        const CString label = LabelOf(format, slice.index);
         const CRect box = CalcLabelRect(melkar::PieRimAt(pie, slice.Middle()), pie.Middle(), pie.radius);
         DrawTextVCenterEx(m_hMemDC, box, label, DT_CENTER, m_nValueFont, kLabelFace);
     }
+}
+
+CString CCircleGraphBase::LabelOf(const melkar::FigureFormat& format, int index) const {
+    return format.Of(m_vecValues[static_cast<std::size_t>(index)].value) + m_strValueUnit;
 }
 
 CRect CCircleGraphBase::CalcLabelRect(CPoint outer, CPoint centre, int size) const {

@@ -9,6 +9,7 @@
 /// A pie on a panel.
 
 namespace melkar {
+class FigureFormat;
 struct PieSlice;
 struct PieSquare;
 } // namespace melkar
@@ -45,6 +46,7 @@ public:
     void ClearValue() { m_vecValues.clear(); }                                 ///< takes the colours away, too
     float GetRate(double value) { return static_cast<float>(value / m_dSum); } ///< share of the sum last drawn
 
+    melkar::Contents Shown() const;         ///< an item for each slice, named by the note box
     static melkar::ClassKeys ProfileKeys(); ///< the keys that this class reads
 
 protected:
@@ -60,5 +62,6 @@ private:
     MELKAR_LOCAL void CalcSum();
     MELKAR_LOCAL CRect CalcLabelRect(CPoint outer, CPoint centre, int size) const;
     MELKAR_LOCAL std::vector<double> Values() const;
+    MELKAR_LOCAL CString LabelOf(const melkar::FigureFormat& format, int index) const;
     MELKAR_LOCAL void DrawSlice(const melkar::PieSquare& pie, const melkar::PieSlice& slice);
 };

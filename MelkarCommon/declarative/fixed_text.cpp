@@ -39,9 +39,13 @@ long CFixedText::ReadIniFile(char* path, const char* key) {
 
 melkar::ClassKeys CFixedText::ProfileKeys() { return {"CFixedText", melkar::InfoOf(KeyRows::rows)}; }
 
+CRect CFixedText::TextBox(const CRect& graph) const {
+    return melkar::Inside(graph, {m_nMargin, m_nMargin, m_nMargin, m_nMargin});
+}
+
 /// Vertical centring wins over the bottom. Painting into a box without area shows nothing.
 void CFixedText::DrawGraph(CRect graph) {
-    const CRect box = melkar::Inside(graph, {m_nMargin, m_nMargin, m_nMargin, m_nMargin});
+    const CRect box = TextBox(graph);
     const ScopedTextColor color(m_hMemDC, m_crText);
     if (m_nFormat & DT_VCENTER)
         DrawTextVCenterEx(m_hMemDC, box, m_strText, m_nFormat, m_nFontSize, m_strFontName);

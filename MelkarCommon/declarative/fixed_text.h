@@ -21,6 +21,8 @@ public:
     long ReadIniFile(char* path, const char* key);
     void DrawGraph(CRect graph) override;
 
+    melkar::Contents Shown() const; ///< the text
+
     /// The keys of a text, as suffixes of its own key, which "%s" stands for.
     static melkar::ClassKeys ProfileKeys();
 
@@ -34,4 +36,5 @@ protected:
 
 private:
     struct KeyRows;
+    MELKAR_LOCAL CRect TextBox(const CRect& graph) const;
 };

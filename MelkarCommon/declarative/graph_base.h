@@ -3,6 +3,7 @@
 #include <MelkarCommon/api.h>
 #include <MelkarCommon/frame/graph.h>
 
+#include <string>
 #include <vector>
 
 /// @file
@@ -139,9 +140,12 @@ public:
     void SetNoteLabel(int index, CString text); ///< the row keeps its colour
     /// @}
 
+    melkar::Contents Shown() const;         ///< title and axes, and a series for each row of the note box
     static melkar::ClassKeys ProfileKeys(); ///< the keys that this class reads
 
 protected:
+    /// The series in a colour, by the note box; one of that name is added if there is none. @return its index
+    MELKAR_LOCAL static int SeriesOf(melkar::Contents& contents, COLORREF color, const std::string& name);
     COLORREF m_crBaseBk = 0xFFFFFF;          ///< ground of the panel
     COLORREF m_crBaseBorder = 0xFFFFFF;      ///< its border
     int m_nBaseBorderWidth = 0;              ///< width of that
@@ -206,6 +210,8 @@ private:
     MELKAR_LOCAL void DrawPanel();
     MELKAR_LOCAL void FillPanel();
     MELKAR_LOCAL void DrawPanelTitle();
+    MELKAR_LOCAL bool HasTitleIn(const CRect& box) const;
+    MELKAR_LOCAL void AddAxesTo(melkar::Contents& contents) const;
     MELKAR_LOCAL void DrawGraphArea();
     MELKAR_LOCAL void DrawNotes();
     MELKAR_LOCAL void DrawLeftScale(const CRect& graph);

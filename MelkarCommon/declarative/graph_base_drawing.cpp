@@ -95,8 +95,10 @@ void CGraphBase::DrawNotes() {
         DrawNote(GetNoteRect(m_rcGraph));
 }
 
+bool CGraphBase::HasTitleIn(const CRect& box) const { return m_nTitleHeight != 0 && melkar::HasRoom(box); }
+
 void CGraphBase::DrawTitle(CRect box, UINT format) {
-    if (m_nTitleHeight == 0 || !melkar::HasRoom(box))
+    if (!HasTitleIn(box))
         return;
     DrawRectangle(m_hMemDC, box, m_crTitleBk, m_crTitleBk, 0);
     const Font face(m_strFont, FontStyleBold, m_nTitleFont, 0);

@@ -17,6 +17,8 @@
 
 namespace melkar {
 
+constexpr const char* kPlainPieFigure = "%.0f"; ///< the format of labels unless the profile says another
+
 /// The pie's square and its middle.
 struct PieSquare {
     CRect box;

@@ -40,6 +40,8 @@ public:
     virtual void DrawPlotConnect(CRect graph, int endHead, int startHead);
     virtual void DrawAfterPlot(CRect graph); ///< nothing: the last step
 
+    melkar::Contents Shown() const; ///< an item for each point
+
     void AddPlot(CPlot plot) { m_vecPlots.push_back(plot); }             ///< behind the points that are there
     void AddPlot(float x, float y);                                      ///< red, size 10, not joined
     int PlotSize() const { return static_cast<int>(m_vecPlots.size()); } ///< number of points
@@ -52,6 +54,7 @@ protected:
 
 private:
     struct Cycle;
+    MELKAR_LOCAL void AddPointTo(melkar::Contents& contents, const CPlot& plot, const CRect& graph) const;
     MELKAR_LOCAL void DrawPlots();
     MELKAR_LOCAL void DrawJoins();
     MELKAR_LOCAL void DrawRest();

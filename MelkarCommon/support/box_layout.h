@@ -19,6 +19,8 @@
 
 namespace melkar {
 
+constexpr int kMostBoxBytes = 10000; ///< of a text in a box, which is cut there
+
 /// The text of this height on the bottom of its box; all of the box if it is higher.
 constexpr CRect TextAtBottom(const CRect& box, int textHeight) {
     return textHeight > box.Height() ? box

@@ -55,6 +55,12 @@ CString FormatFixed(double value, int decimals) {
     return error == std::errc() ? CString(std::string_view(text, static_cast<std::size_t>(end - text))) : CString();
 }
 
+CString FormatShortest(float value) {
+    char text[32];
+    const auto [end, error] = std::to_chars(std::begin(text), std::end(text), value);
+    return error == std::errc() ? CString(std::string_view(text, static_cast<std::size_t>(end - text))) : CString();
+}
+
 } // namespace melkar
 
 CString getDecimalNumber(const char* number, int decimals) {

@@ -22,4 +22,7 @@ MELKAR_API int Truncate(double value);
 /// "%.*f" of the value with 0 to 30 decimals (others are cut to that range).
 MELKAR_API CString FormatFixed(double value, int decimals);
 
+/// The shortest text that reads as that number: "78.6", which a file has said.
+MELKAR_API CString FormatShortest(float value);
+
 } // namespace melkar

@@ -12,9 +12,9 @@ using melkar::ScopedSelection;
 
 namespace {
 
-constexpr int kMostBytes = 10000;
-
-int Length(const CString& text) { return std::min(text.GetLength(), kMostBytes); } // no character is cut in two
+int Length(const CString& text) {
+    return std::min(text.GetLength(), melkar::kMostBoxBytes);
+} // no character is cut in two
 
 int Text(HDC surface, const CString& text, CRect& box, UINT format) {
     return DrawTextExA(surface, const_cast<char*>(text.GetString()), Length(text), &box, format | DT_WORDBREAK,

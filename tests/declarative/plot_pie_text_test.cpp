@@ -3,6 +3,8 @@
 #include <MelkarCommon/declarative/circle_graph_base.h>
 #include <MelkarCommon/declarative/fixed_text.h>
 #include <MelkarCommon/declarative/plot_graph.h>
+#include <MelkarCommon/registry/shown_by.h>
+#include <frame/contents_text.h>
 
 #include <stdexcept>
 
@@ -127,6 +129,61 @@ TEST_F(PanelTest, TextStandsWhereItsFormatSays) {
     char profile[] = "..\\conf\\graph.cnf";
     EXPECT_EQ(plain.ReadIniFile(profile, "NONE"), 0);
     EXPECT_THAT(LinesWith(DrawRecorded(plain), "text \"x\""), IsEmpty()) << "a missing key: an empty text";
+}
+
+/// As the points above stand: 28 units for 1 across, 2 for 1 upwards. Red is the second row of the note box.
+TEST_F(Plots, TellWhatTheyShow) {
+    WriteProfile("GRAPH_HORIZONTAL_MAX=10\nGRAPH_VERTICAL_MIN_L=0.1\nGRAPH_VERTICAL_MAX_L=100.1\n"
+                 "VERTICAL_SCALE_L=true\nVERTICAL_SCALE_WIDTH_L=40\nGRAPH_VERTICAL_DIVIDE_L=4\nVERTICAL_LABEL_L=kg\n"
+                 "TITLE_LABEL=Weight\nTITLE_HEIGHT=40\nHORIZONTAL_LABEL=week\nHORIZONTAL_LABEL_HEIGHT=20\n"
+                 "NOTE_SHOW=true\nNOTE_LABEL1=blue\nNOTE_LABEL2=red\nNOTE_MARK_RGB1=0,0,9\nNOTE_MARK_RGB2=255,0,0\n");
+    auto graph = Make<CPlotGraph>();
+    graph.AddPlot(CPlot(5, 50.1F, 11, 0x0000FF, 1));
+    graph.AddPlot(CPlot(2.5F, 120, 10, 0x00FF00, 0));
+    DrawPlots(graph);
+    const melkar::Contents shown = melkar::ShownBy(graph);
+    EXPECT_EQ(shown.kind + "|" + shown.title, "plot|Weight");
+    ASSERT_THAT(shown.axes, SizeIs(2));
+    EXPECT_EQ(shown.axes[0].label + "|" + shown.axes[1].label, "|week") << "a caption without room isn't painted";
+    EXPECT_EQ(shown.axes[0].from, 0.1) << "not that of a float in double";
+    EXPECT_EQ(shown.axes[0].step, 25);
+    EXPECT_EQ(shown.axes[1].to, 10);
+    ASSERT_THAT(shown.items, SizeIs(2));
+    EXPECT_EQ(shown.items[0].caption + "|" + Figures(shown.items[0]), "5|1:50.1@295,195 305,205|");
+    EXPECT_EQ(shown.items[1].caption + "|" + Figures(shown.items[1]), "2.5|2:120@225,95 235,105!|");
+    ASSERT_THAT(shown.series, SizeIs(3));
+    EXPECT_EQ(shown.series[0].name + "|" + shown.series[1].name + "|" + shown.series[2].name, "blue|red|");
+    EXPECT_THAT(shown.messages, IsEmpty()) << "a panel judges no days";
+}
+
+/// Counter-clockwise from twelve o'clock in (200, 100) to (400, 300): the second slice to six o'clock, the first back.
+TEST_F(CirclePanel, TellsItsSlices) {
+    WriteProfile("GRAPH_VALUE_RGB1=1,0,0\nGRAPH_VALUE_RGB2=2,0,0\nGRAPH_VALUE_FONT=20\nGRAPH_VALUE_UNIT= min\n"
+                 "NOTE_SHOW=true\nNOTE_LABEL1=b\nNOTE_LABEL2=a\nNOTE_MARK_RGB1=2,0,0\nNOTE_MARK_RGB2=1,0,0\n");
+    auto graph = Make<CCircleGraphBase>(0.1F);
+    graph.SetValue(12.7F, 0);
+    graph.SetValue(12.7F, 1);
+    graph.SetValue(0, 2);
+    DrawRecorded(graph);
+    const melkar::Contents shown = melkar::ShownBy(graph);
+    EXPECT_EQ(shown.kind, "pie");
+    EXPECT_THAT(shown.axes, IsEmpty()) << "the profile's scales aren't painted";
+    ASSERT_THAT(shown.items, SizeIs(3));
+    EXPECT_EQ(shown.items[0].caption + "|" + shown.items[0].text + "|" + Figures(shown.items[0]),
+              "a|13min|1:13min@300,100 400,300|")
+        << "by the colour, not by the row";
+    EXPECT_EQ(shown.items[1].caption + "|" + Figures(shown.items[1]), "b|0:13min@200,100 300,300|");
+    EXPECT_EQ(shown.items[2].text + "|" + Figures(shown.items[2]), "|2:0min@0,0 0,0|") << "not shown";
+}
+
+TEST_F(PanelTest, TellsItsText) {
+    WriteProfile("ADVICE=Walk more\nADVICE_FONT=20\nTITLE_LABEL=T\n");
+    CFixedText text(nullptr, m_record, "OWN", "ADVICE", nullptr, nullptr, nullptr, DT_VCENTER, 0);
+    DrawRecorded(text);
+    const melkar::Contents shown = melkar::ShownBy(text);
+    EXPECT_EQ(shown.kind + "|" + shown.title, "text|") << "a title without height isn't painted";
+    EXPECT_THAT(shown.texts, ElementsAre("Walk more"));
+    EXPECT_THAT(shown.axes, IsEmpty());
 }
 
 } // namespace

@@ -107,10 +107,14 @@ long CSquareGraph::DrawPoints() {
     return 0;
 }
 
+/// In the order of `melkar::QuadrantCounts`.
+std::array<CString, 4> CSquareGraph::Shares() const {
+    return melkar::ShareTexts({m_nLeftUpperCount, m_nLeftLowerCount, m_nRightUpperCount, m_nRightLowerCount});
+}
+
 void CSquareGraph::DrawShares(const CRect& box, int xm, int ym) {
     const auto cells = melkar::QuadrantsAround(box, xm, ym);
-    const auto texts =
-        melkar::ShareTexts({m_nLeftUpperCount, m_nLeftLowerCount, m_nRightUpperCount, m_nRightLowerCount});
+    const auto texts = Shares();
     const ScopedFont font(m_hMemDC, ChartFont(melkar::AddEdge(m_nVAxsSize, 1)));
     const auto draw = [this](const CRect& cell, COLORREF color, const CString& share) {
         if (share.IsEmpty())

@@ -2,6 +2,7 @@
 
 #include <MelkarCommon/frame/graph.h>
 
+#include <array>
 #include <functional>
 
 /// @file
@@ -68,6 +69,7 @@ public:
     virtual long DrawPoint(int x, int y, CString text);
     virtual long GetGraphMeasure(); ///< nothing here: the place for scales and counts. @return 0
 
+    melkar::Contents Shown() const;         ///< an item for each quadrant: its share as text, its days as value
     static melkar::ClassKeys ProfileKeys(); ///< the keys that this class reads
     static melkar::DataTables DataFiles();  ///< the data file that it reads
 
@@ -139,4 +141,7 @@ private:
     MELKAR_LOCAL void DrawVFigures();
     MELKAR_LOCAL void DrawHFigures();
     MELKAR_LOCAL void DrawShares(const CRect& box, int xm, int ym);
+    MELKAR_LOCAL std::array<CString, 4> Shares() const;
+    MELKAR_LOCAL void AddQuadrantTo(melkar::Contents& contents, const CString& label, COLORREF color, int count,
+                                    const CString& share, const CRect& area) const;
 };

@@ -5,13 +5,25 @@
 
 namespace melkar {
 
+namespace {
+
+/// Of the row itself, or of the nearest base that has one.
+const char* KindOf(const KindRow& row) {
+    const KindRow* named = &row;
+    while (*named->kind == '\0' && *named->base != '\0')
+        named = FindClass(named->base);
+    return named->kind;
+}
+
+} // namespace
+
 /// A base stands before what derives from it, so the last row that takes the graph is nearest to it.
 Contents ShownBy(const CGraph& graph) {
     const auto& rows = Catalogue();
     for (auto row = rows.rbegin(); row != rows.rend(); ++row)
         if (row->shown)
             if (std::optional<Contents> contents = row->shown(graph)) {
-                contents->kind = row->kind;
+                contents->kind = KindOf(*row);
                 return *std::move(contents);
             }
     return {};

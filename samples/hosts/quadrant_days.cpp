@@ -1,7 +1,9 @@
 #include "quadrant_days.h"
 
+#include <MelkarCommon/frame/contents.h>
 #include <MelkarCommon/platform/drawing.h>
 #include <MelkarCommon/platform/scoped.h>
+#include <MelkarCommon/registry/catalogue.h>
 #include <MelkarCommon/support/numbers.h>
 
 #include <algorithm>
@@ -87,9 +89,74 @@ long CQuadrantDays::DrawTargetAverage() {
     return 0;
 }
 
-// `m_rcCanvas` is the square by now. `DrawPoint` leaves out what lies outside of it.
-long CQuadrantDays::DrawDay(const Day& day, const CString& mark) {
+// `m_rcCanvas` is the square by now.
+CPoint CQuadrantDays::PlaceOf(const Day& day) const {
     const double x = m_rcCanvas.left + day.steps / m_nHMax * m_rcCanvas.Width();
     const double y = m_rcCanvas.bottom - day.minutes / m_nVMax * m_rcCanvas.Height();
-    return DrawPoint(melkar::Truncate(x), melkar::Truncate(y), mark);
+    return {melkar::Truncate(x), melkar::Truncate(y)};
+}
+
+// `DrawPoint` leaves out what lies outside of the square.
+long CQuadrantDays::DrawDay(const Day& day, const CString& mark) {
+    const CPoint place = PlaceOf(day);
+    return DrawPoint(place.x, place.y, mark);
+}
+
+// Where no axis is painted, a message stands in for the days.
+melkar::Contents CQuadrantDays::Shown() const {
+    melkar::Contents contents = CSquareGraph::Shown();
+    if (contents.axes.empty())
+        return contents;
+    const int firstSeries = static_cast<int>(contents.series.size());
+    contents.series.push_back({contents.axes[1].label, kDayColor, melkar::AxisSide::Bottom});
+    contents.series.push_back({contents.axes[0].label, kDayColor, melkar::AxisSide::Left});
+    for (int day = 0; day < m_saDayField5.GetSize(); ++day)
+        contents.items.push_back(DayShown(day, firstSeries));
+    AddMarksTo(contents);
+    return contents;
+}
+
+// A square about as large as the mark, whose exact size only the surface knows that it was painted on.
+CRect CQuadrantDays::MarkAt(const Day& day) const {
+    const CPoint place = PlaceOf(day);
+    const int half = std::max(m_nPointSize / 2, 1);
+    return {place.x - half, place.y - half, place.x + half, place.y + half};
+}
+
+// Days that aren't plotted are there without figures.
+melkar::ShownItem CQuadrantDays::DayShown(int day, int firstSeries) const {
+    melkar::ShownItem item;
+    item.status = static_cast<long>(m_dwaStatus[day]);
+    item.isMissing = item.status != 0;
+    if (item.isMissing)
+        return item;
+    const Day one{melkar::ToDouble(m_saDayField5[day]), melkar::ToDouble(m_saDayLevelSum[day])};
+    item.area = MarkAt(one);
+    item.figures = {{firstSeries, Utf8(m_saDayField5[day]), one.steps, false, item.area, ""},
+                    {firstSeries + 1, Utf8(m_saDayLevelSum[day]), one.minutes, false, item.area, ""}};
+    return item;
+}
+
+// The dividing lines are the targets; without one they stand in the middle and say nothing. The average has a mark for
+// both of its figures.
+void CQuadrantDays::AddMarksTo(melkar::Contents& contents) const {
+    const std::string& steps = contents.axes[1].label;
+    const std::string& minutes = contents.axes[0].label;
+    const auto add = [&](melkar::MarkKind kind, const std::string& label, const CString& figure, const CRect& area) {
+        if (melkar::ToDouble(figure) > 0)
+            contents.marks.push_back({kind, label, Utf8(figure), melkar::ToDouble(figure), area});
+    };
+    const CPoint cross(m_rcRightUpper.left, m_rcRightUpper.bottom);
+    add(melkar::MarkKind::Target, steps, m_strTarget1, CRect(cross.x, m_rcCanvas.top, cross.x + 1, m_rcCanvas.bottom));
+    add(melkar::MarkKind::Target, minutes, m_strTarget2,
+        CRect(m_rcCanvas.left, cross.y, m_rcCanvas.right, cross.y + 1));
+    const CRect average = MarkAt({melkar::ToDouble(m_strAverage1), melkar::ToDouble(m_strAverage2)});
+    add(melkar::MarkKind::Average, steps, m_strAverage1, average);
+    add(melkar::MarkKind::Average, minutes, m_strAverage2, average);
+}
+
+bool CQuadrantDays::Register() {
+    melkar::KindRow row{"", "CQuadrantDays", "CSquareGraph", "days in four quadrants"};
+    row.shown = melkar::ContentsOf<CQuadrantDays>;
+    return melkar::FindClass(row.className) || melkar::Register(row);
 }

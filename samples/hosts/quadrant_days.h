@@ -4,9 +4,13 @@
 
 #include <vector>
 
+namespace melkar {
+struct ShownItem;
+}
+
 // What a host writes to get its own quadrant graph: steps across, minutes of brisk activity upwards, a mark for each
 // day and one for their average. `CSquareGraph` reads the data file and draws the frame; it leaves open what its fields
-// mean, which scales suit them and where a day belongs. Three overrides answer that.
+// mean, which scales suit them and where a day belongs. Two overrides answer that.
 //
 // The host of this example writes into its data file:
 //   field 5 of a day       steps
@@ -23,6 +27,11 @@ public:
     // 2. Runs when the quadrants are painted, before the share box and the captions: the place for marks.
     long DrawTargetAverage() override;
 
+    // 3. What the marks say, beside what `CSquareGraph` tells of the quadrants: for who can't see the picture, and for
+    // pages that answer the pointer. `melkar::ShownBy` finds it by the row that `Register` adds, before threads draw.
+    melkar::Contents Shown() const;
+    static bool Register();
+
 private:
     struct Day {
         double steps;
@@ -37,6 +46,10 @@ private:
     static Axis ChooseAxis(double target, double largest);
     void CountQuadrants();
     long DrawDay(const Day& day, const CString& mark);
+    CPoint PlaceOf(const Day& day) const;
+    CRect MarkAt(const Day& day) const;
+    melkar::ShownItem DayShown(int day, int firstSeries) const;
+    void AddMarksTo(melkar::Contents& contents) const;
 
     std::vector<Day> m_days;
 };

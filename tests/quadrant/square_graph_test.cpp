@@ -2,6 +2,8 @@
 
 #include <MelkarCommon/quadrant/quadrant_layout.h>
 #include <MelkarCommon/quadrant/square_graph.h>
+#include <MelkarCommon/registry/shown_by.h>
+#include <frame/contents_text.h>
 
 namespace {
 
@@ -211,6 +213,34 @@ TEST_F(SquareGraph, WhatIsLeftOut) {
     EXPECT_THAT(message, HasSubstr("text \"no records\""));
     EXPECT_THAT(message, Not(HasSubstr("fill 172,226")));
     EXPECT_THAT(Record(graph, "\n\n\n" + Line("0=3"), kArea), HasSubstr("text \"no data\""));
+}
+
+/// Shares and quadrants are those of the record above.
+TEST_F(SquareGraph, TellsItsQuadrants) {
+    auto graph = Make<Plotted>();
+    const std::string days = Line("9=n 10=4") + "\n\n" + Line("0=0");
+    Record(graph, days, kArea);
+    const melkar::Contents shown = melkar::ShownBy(graph);
+    EXPECT_EQ(shown.kind + "|" + shown.title, "quadrant|T");
+    ASSERT_THAT(shown.items, SizeIs(4));
+    const auto said = [](const melkar::ShownItem& item) { return item.caption + "|" + item.text + Figures(item); };
+    EXPECT_EQ(said(shown.items[0]), "ru|6.2% 0:6.2% @272,226 572,466|");
+    EXPECT_EQ(said(shown.items[1]), "aaaaaaaaaaaa bbbbbbbbbbbb|6.2% 1:6.2% @172,226 272,466|");
+    EXPECT_EQ(said(shown.items[2]), "rl|81.4% 2:81.4% @272,466 572,626|");
+    EXPECT_EQ(said(shown.items[3]), "ll|6.2% 3:6.2% @172,466 272,626|");
+    EXPECT_EQ(shown.items[2].value, 13);
+    EXPECT_EQ(shown.series.at(2).color, RGB(4, 0, 0));
+    EXPECT_EQ(shown.axes.at(0).label + "|" + shown.axes.at(1).label, "L4|steps");
+    EXPECT_EQ(shown.axes[1].to, 100);
+    graph.m_bRatioBox = 0;
+    Record(graph, days, kArea);
+    EXPECT_EQ(melkar::ShownBy(graph).items.at(0).text, "") << "the box isn't painted";
+    graph.counted = 0;
+    Record(graph, days, kArea);
+    EXPECT_TRUE(melkar::ShownBy(graph).items.at(0).isMissing) << "nothing was counted";
+    Record(graph, "\n\n\n" + Line("0=4"), kArea);
+    EXPECT_THAT(melkar::ShownBy(graph).items, IsEmpty());
+    EXPECT_THAT(melkar::ShownBy(graph).messages, ElementsAre("no records"));
 }
 
 } // namespace

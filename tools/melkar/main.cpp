@@ -4,6 +4,8 @@
 #include "messages.h"
 #include "output.h"
 
+#include <quadrant_days.h>
+
 #include <MelkarCommon/platform/surface.h>
 
 #include <vector>
@@ -44,6 +46,7 @@ void WarnOfFonts() {
 }
 
 int RunCommand(int argc, char** argv) {
+    CQuadrantDays::Register();
     CLI::App app{"Draws health charts from a profile and a data file", "melkar"};
     app.require_subcommand(1);
     app.set_version_flag("--version", "melkar " MELKAR_VERSION);

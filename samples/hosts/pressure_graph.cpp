@@ -1,5 +1,6 @@
 #include "pressure_graph.h"
 
+#include <MelkarCommon/frame/contents.h>
 #include <MelkarCommon/platform/scoped.h>
 #include <MelkarCommon/registry/catalogue.h>
 #include <MelkarCommon/support/numbers.h>
@@ -75,7 +76,8 @@ melkar::DataTables CPressureGraph::DataFiles() { return {melkar::TableOf<File>()
 
 bool CPressureGraph::Register() {
     return melkar::Register({"pressure", "CPressureGraph", "CBarGraph", "blood pressure, a bar a day", kStarter,
-                             ProfileKeys, DataFiles, melkar::MakeGraph<CPressureGraph>});
+                             ProfileKeys, DataFiles, melkar::MakeGraph<CPressureGraph>, "",
+                             melkar::ContentsOf<CPressureGraph>});
 }
 
 long CPressureGraph::ReadDataFile(char* path) {
@@ -119,12 +121,35 @@ void CPressureGraph::DrawSecExs() {
     DrawBound(m_nHighDiastolic);
 }
 
-void CPressureGraph::DrawBound(int figure) const {
+// None off the scale.
+std::optional<int> CPressureGraph::BoundY(int figure) const {
     const melkar::ScalePixels scale = LeftScale();
     if (!scale.scale.Holds(figure))
+        return std::nullopt;
+    return melkar::ScaleLineY(scale, figure);
+}
+
+void CPressureGraph::DrawBound(int figure) const {
+    const std::optional<int> y = BoundY(figure);
+    if (!y)
         return;
     const melkar::ScopedPen pen(m_hMemDC, PS_DASH, 1, m_crBound);
     const melkar::ScopedBkMode gaps(m_hMemDC, TRANSPARENT);
-    const int y = melkar::ScaleLineY(scale, figure);
-    DrawLine(m_hMemDC, CPoint(m_rcCanvas.left, y), CPoint(m_rcCanvas.right, y), nullptr);
+    DrawLine(m_hMemDC, CPoint(m_rcCanvas.left, *y), CPoint(m_rcCanvas.right, *y), nullptr);
+}
+
+// Without axes a message stands in for the chart.
+melkar::Contents CPressureGraph::Shown() const {
+    melkar::Contents contents = CBarGraph::Shown();
+    if (contents.axes.empty())
+        return contents;
+    AddBoundTo(contents, m_nHighSystolic);
+    AddBoundTo(contents, m_nHighDiastolic);
+    return contents;
+}
+
+void CPressureGraph::AddBoundTo(melkar::Contents& contents, int figure) const {
+    if (const std::optional<int> y = BoundY(figure))
+        contents.marks.push_back({melkar::MarkKind::Border, "", std::to_string(figure), double(figure),
+                                  CRect(m_rcCanvas.left, *y, m_rcCanvas.right, *y + 1)});
 }

@@ -7,6 +7,7 @@
 #include <MelkarCommon/frame/scale.h>
 
 #include <algorithm>
+#include <optional>
 
 // What a host writes to get a bar chart of another kind: blood pressure, a bar a day from the lowest diastolic to the
 // highest systolic figure. It has keys, a data file, a layout and a painter of its own; scale, dates, axes, messages,
@@ -22,6 +23,7 @@ public:
     long DrawBarChart() override;           // high days once more, in the second colour of bars
     void DrawSecExs() override;             // the bounds, over all that the base class has painted
 
+    melkar::Contents Shown() const; // the bounds as marks, beside what the base class tells; `melkar::ShownBy` finds it
     static melkar::ClassKeys ProfileKeys();
     static melkar::DataTables DataFiles();
     static bool Register(); // adds the kind "pressure" to the library's; once, before threads draw
@@ -35,7 +37,9 @@ private:
     void AddMeasurement(const Measurement& measurement);
     bool IsMeasured(int day) const { return FigureOf(day, Diastolic) > 0; }
     bool IsHigh(int day) const;
+    std::optional<int> BoundY(int figure) const;
     void DrawBound(int figure) const;
+    void AddBoundTo(melkar::Contents& contents, int figure) const;
 
     int m_nHighSystolic = 0;
     int m_nHighDiastolic = 0;

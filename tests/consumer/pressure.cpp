@@ -36,6 +36,11 @@ const char* FaultOf(CPressureGraph& chart, HDC view) {
     chart.OnMouseMove(MiddleOf(chart, 2));
     if (RecordedSince(view, before).find("text \"128/80\"") == std::string::npos)
         return "the balloon doesn't say the figures of its day";
+    const melkar::Contents shown = melkar::ShownBy(chart);
+    if (shown.kind != "pressure" || shown.items.size() != 3 || shown.items[0].text != "142/88")
+        return "it doesn't tell its days";
+    if (shown.marks.size() != 2 || shown.marks[1].text != "95")
+        return "it doesn't tell what it adds";
     return nullptr;
 }
 

@@ -145,11 +145,11 @@ def check_page(picture, browser, work, shown, shots):
             tell(picture.file, f"the page asks for {asked}")
         check_looks(picture.file, browser)
         parts = check_names(picture.file, browser, shown)
-        if shots:
-            browser.shoot(shots / f"{picture.file}-{width}.png")
         if parts:
             check_hover(picture.file, browser, parts)
             check_walk(picture.file, browser, parts)
+        if shots:  # last: the window grows for it
+            browser.shoot(shots / f"{picture.file}-{width}.png")
     browser.open(page, PHONE, scripts=False)
     check_names(picture.file + " without scripts", browser, shown)
 

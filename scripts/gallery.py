@@ -40,6 +40,7 @@ class Picture:
     size: tuple
     options: list
     caption: str
+    palette: str = ""  # of samples/palettes; English
 
     @property
     def file(self):
@@ -47,7 +48,8 @@ class Picture:
 
     @property
     def app(self):
-        return "samples/app" if self.language == "en" else f"samples/app-{self.language}"
+        other = self.palette or (self.language if self.language != "en" else "")
+        return f"samples/app-{other}" if other else "samples/app"
 
     @property
     def data_path(self):
@@ -103,7 +105,9 @@ def pictures_of(line):
     if not re.fullmatch(r"\d+x\d+", size):
         fail(f"gallery.txt: a size is width x height, as in 900x500: {line}")
     for code in languages() if spoken == "all" else spoken.split():
-        yield Picture(name, code, kind, section, data, tuple(map(int, size.split("x"))), options.split(), caption)
+        palette = code if (SAMPLES / f"palettes/{code}.txt").exists() else ""
+        yield Picture(name, "en" if palette else code, kind, section, data, tuple(map(int, size.split("x"))),
+                      options.split(), caption, palette)
 
 
 def read_gallery():

@@ -68,5 +68,6 @@ void CBarGraph::DrawBalloon(CPoint pointer, int bar) {
     const CString text = BalloonLines(bar);
     const auto balloon = melkar::BalloonOf(melkar::MeasureText(surface, text, DT_CALCRECT | DT_CENTER, start));
     DrawRectangle(surface, balloon.frame, m_crBalloon, m_crPen, 1);
+    const auto color = TextColorOn(surface);
     melkar::PaintText(surface, text, balloon.text, DT_CENTER);
 }

@@ -67,7 +67,7 @@ CString CCircadianGraph::DateCaption() const { return FormatDateEx(m_strDate, m_
 /// In black, whatever the profile's date colours.
 void CCircadianGraph::DrawDate() {
     const ScopedFont font(m_hMemDC, PlainFont(m_nDateFontSize));
-    SetTextColor(m_hMemDC, melkar::kBlack);
+    SetTextColor(m_hMemDC, TextColorOr(melkar::kBlack));
     const CString caption = DateCaption();
     m_rcDate = MeasureText(caption, DT_CALCRECT, {m_rcGraph.left, m_rcGraph.top + 1, m_rcLeft.right, 0});
     PaintText(caption, m_rcDate, DT_LEFT);

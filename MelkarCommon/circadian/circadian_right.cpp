@@ -26,7 +26,7 @@ void CCircadianGraph::DrawRightGraph() {
     DrawRectangle(m_hMemDC, m_rcRight, m_crCanvas, m_crCanvas, 0);
     const ScopedFont font(m_hMemDC, PlainFont(m_nAxisFontSize));
     // Left to a derived class, as is the ground of the figures.
-    SetTextColor(m_hMemDC, melkar::kBlack);
+    SetTextColor(m_hMemDC, TextColorOr(melkar::kBlack));
     SetBkMode(m_hMemDC, TRANSPARENT);
     DrawLevelFigures();
     DrawMinuteScale();

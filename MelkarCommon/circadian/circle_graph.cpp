@@ -137,7 +137,7 @@ void CCircleGraph::DrawCircle() {
     DrawSlice(slices.light, m_crLight);
     DrawSlice(slices.vigorous, m_crVigorous);
     DrawSlice(slices.moderate, m_crModerate);
-    SetTextColor(m_hMemDC, melkar::kBlack); // left to the legend and to a derived class
+    SetTextColor(m_hMemDC, TextColorOr(melkar::kBlack)); // left to the legend and to a derived class
 }
 
 void CCircleGraph::TakeShares(const ClassFigures& shares) {

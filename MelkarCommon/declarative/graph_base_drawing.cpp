@@ -81,6 +81,7 @@ long CGraphBase::Draw(CRect area, char* path) { return melkar::RunCycle(*this, C
 /// All texts of a panel stand on what is there, those of derived classes, too.
 void CGraphBase::DrawPanel() {
     const ScopedBkMode transparent(m_hMemDC, TRANSPARENT);
+    const auto color = TextColorOn(m_hMemDC);
     RunSteps(*this, Cycle::panel);
 }
 

@@ -52,7 +52,10 @@ long CPlotGraph::Draw(CRect area, char* dataFile, char* plotFile) {
     return melkar::DrawGuarded([&] {
         ReadPlotDataFile(plotFile);
         const long failure = CGraphBase::Draw(area, dataFile);
-        return failure != melkar::kOk ? failure : RunSteps(*this, Cycle::plots);
+        if (failure != melkar::kOk)
+            return failure;
+        const auto color = TextColorOn(m_hMemDC);
+        return RunSteps(*this, Cycle::plots);
     });
 }
 

@@ -29,6 +29,10 @@ struct CGraph::KeyRows : melkar::Keys<CGraph> {
         Color<&G::m_crCanvas>(Common, "CANVASCOLOR_RGB", "background of the canvas").UnderText(),
         Color<&G::m_crBase>(Common, "BASECOLOR_RGB", "background of the whole graph").UnderText(),
         Color<&G::m_crPen>(Common, "PENCOLOR_RGB", "lines and frames"),
+        Color<&G::m_crTexts>(Common, "TEXTCOLOR_RGB", "texts that no other key has a colour for, instead of black")
+            .Else(static_cast<int>(melkar::kNoColor))
+            .Example("226,234,243"),
+        Color<&G::m_crTexts>(Own, "TEXTCOLOR_RGB", "the same of this graph").Else<&G::m_crTexts>("TEXTCOLOR_RGB"),
         Color<&G::m_crSideBar>(Own, "SIDEBARCOLOR_RGB", "kept; no graph paints with it").Idle(),
         Text<melkar::In<&G::m_Title, &CText::m_strText>>(Own, "TITLELABEL", "title").Example("\" Steps\""),
         Color<melkar::In<&G::m_Title, &CText::m_crColor>>(Own, "TITLECOLOR_RGB",
@@ -210,7 +214,7 @@ void CGraph::DrawTitle() {
     m_rcTitle = MeasureText(title, DT_CALCRECT | DT_SINGLELINE, m_rcTitle);
     if (IsTitleShown())
         melkar::PaintTextAsSet(m_hMemDC, title, m_rcTitle, DT_SINGLELINE);
-    SetTextColor(m_hMemDC, melkar::kBlack);
+    SetTextColor(m_hMemDC, TextColorOr(melkar::kBlack));
 }
 
 void CGraph::SetCanvasRect() {
@@ -254,7 +258,7 @@ void CGraph::PaintMessage(const CString& message, COLORREF color) {
     CRect box = m_rcGraph;
     box.OffsetRect(0, m_rcGraph.Height() / 2 - height / 2);
     melkar::PaintTextAsSet(m_hMemDC, text, box, DT_CENTER | DT_VCENTER);
-    SetTextColor(m_hMemDC, melkar::kBlack);
+    SetTextColor(m_hMemDC, TextColorOr(melkar::kBlack));
 }
 
 void CGraph::BitBlt() {
@@ -276,6 +280,12 @@ HFONT CGraph::PlainFont(int size, int escapement, int weight, const CString& fac
     const int points = std::clamp(size, -melkar::kMostPoints, melkar::kMostPoints);
     return melkar::MakeFont(MulDiv(points, GetDeviceCaps(m_hMemDC, LOGPIXELSY), melkar::kPointsPerInch), weight,
                             m_nCharset, face, escapement);
+}
+
+std::optional<melkar::ScopedTextColor> CGraph::TextColorOn(HDC surface) const {
+    if (!HasTextColor())
+        return std::nullopt;
+    return std::optional<melkar::ScopedTextColor>(std::in_place, surface, m_crTexts);
 }
 
 CRect CGraph::MeasureText(const CString& text, UINT format, CRect box) const {

@@ -10,6 +10,7 @@
 #include <MelkarCommon/support/ini_reader.h>
 #include <MelkarCommon/support/text.h>
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -23,6 +24,7 @@ struct DataTable;
 using DataTables = std::vector<DataTable>;
 struct ScalePixels;
 struct ScaleStep;
+class ScopedTextColor;
 struct Tick;
 } // namespace melkar
 
@@ -141,9 +143,15 @@ protected:
     void DrawRightLabels(const std::vector<melkar::ScaleStep>& steps, int gap) const;
     /// The head of a text that fits a fixed room of `bytes`, cutting no character in two.
     CString Limited(const CString& text, int bytes) const;
-    int Days() const { return m_saDates.GetSize(); }        ///< how many days there are
-    std::string Utf8(const CString& text) const;            ///< a text of the picture for `Shown`
-    std::string ShownMessage(const CString& message) const; ///< a message as it is painted, for `Shown`
+    int Days() const { return m_saDates.GetSize(); } ///< how many days there are
+    /// The colour of texts that the profile has for this graph, or `otherwise`, mostly black: what stands in for each
+    /// colour of a text that no other key gives.
+    COLORREF TextColorOr(COLORREF otherwise) const { return HasTextColor() ? m_crTexts : otherwise; }
+    /// While it lives, texts on a surface have that colour, if there is one, in place of the surface's own.
+    std::optional<melkar::ScopedTextColor> TextColorOn(HDC surface) const;
+    bool HasTextColor() const { return m_crTexts != melkar::kNoColor; } ///< whether the profile has one
+    std::string Utf8(const CString& text) const;                        ///< a text of the picture for `Shown`
+    std::string ShownMessage(const CString& message) const;             ///< a message as it is painted, for `Shown`
 
     CString m_strNoRecordsMessage;  ///< shown if no day has records
     COLORREF m_crNoRecords = 0;     ///< its colour
@@ -169,20 +177,21 @@ public:
     int m_nViewMode = 0; ///< 1 sends the picture to the second shared surface
 
 protected:
-    int m_nLang = 0;          ///< language number of the profile
-    CIniReader m_Ini;         ///< bound to "..\conf\graph.cnf"
-    CString m_strSection;     ///< the graph's own section of the profile
-    CRect m_rcGraph;          ///< the whole graph; at (0, 0) on a working surface of its own
-    CRect m_rcTitle;          ///< the title's text
-    CRect m_rcCanvas;         ///< the plot area
-    CRect m_rcSideBar;        ///< a strip at the left
-    int m_nOriginX = 0;       ///< where the picture lands on the shared surface
-    int m_nOriginY = 0;       ///< likewise
-    COLORREF m_crBase = 0;    ///< ground of the graph
-    COLORREF m_crCanvas = 0;  ///< ground of the plot area
-    COLORREF m_crPen = 0;     ///< frames and scale lines
-    COLORREF m_crSideBar = 0; ///< kept; no painting uses it
-    CText m_Title;            ///< text and looks of the title
+    int m_nLang = 0;                       ///< language number of the profile
+    CIniReader m_Ini;                      ///< bound to "..\conf\graph.cnf"
+    CString m_strSection;                  ///< the graph's own section of the profile
+    CRect m_rcGraph;                       ///< the whole graph; at (0, 0) on a working surface of its own
+    CRect m_rcTitle;                       ///< the title's text
+    CRect m_rcCanvas;                      ///< the plot area
+    CRect m_rcSideBar;                     ///< a strip at the left
+    int m_nOriginX = 0;                    ///< where the picture lands on the shared surface
+    int m_nOriginY = 0;                    ///< likewise
+    COLORREF m_crBase = 0;                 ///< ground of the graph
+    COLORREF m_crCanvas = 0;               ///< ground of the plot area
+    COLORREF m_crPen = 0;                  ///< frames and scale lines
+    COLORREF m_crSideBar = 0;              ///< kept; no painting uses it
+    COLORREF m_crTexts = melkar::kNoColor; ///< see `TextColorOr`
+    CText m_Title;                         ///< text and looks of the title
 
 public:
     CStringArray m_saValues;   ///< figures as text, in the order that the class sets

@@ -128,6 +128,8 @@ std::string FallbackOf(const KeyInfo& key) {
     case KeyType::Real:
         return "0";
     case KeyType::Color:
+        if (key.fallback == static_cast<int>(kNoColor))
+            return "none";
         return key.fallback ? ColorText(key.fallback) : "black";
     case KeyType::Point:
         return "0,0";

@@ -52,8 +52,8 @@ void CBMIGraph_Eng::WriteFigure(const CRect& band, int end) {
         return;
     }
     const bool inBar = place == GaugeFigurePlace::InBar;
-    SetTextColor(m_hMemDC, inBar ? kWhite : kBlack);
+    SetTextColor(m_hMemDC, inBar ? kWhite : TextColorOr(kBlack));
     PaintText(m_strValue, CRect(inBar ? band.left : end, band.top, inBar ? end : end + width, band.bottom),
               melkar::kFigureAtRight);
-    SetTextColor(m_hMemDC, kBlack);
+    SetTextColor(m_hMemDC, TextColorOr(kBlack));
 }

@@ -34,6 +34,7 @@ constexpr COLORREF RGB(unsigned red, unsigned green, unsigned blue) {
 }
 
 namespace melkar {
+constexpr COLORREF kNoColor = 0xFFFFFFFF;       ///< stands for no colour at all; drawing with it is white
 constexpr COLORREF kBlack = RGB(0, 0, 0);       ///< of texts and pens, where nobody chose another
 constexpr COLORREF kWhite = RGB(255, 255, 255); ///< of paper
 } // namespace melkar

@@ -149,7 +149,7 @@ long CSquareGraph::DrawHAxsLabel() {
     const ScopedFont font(m_hMemDC, ChartFont(m_nVAxsSize));
     CRect box = MeasureText(m_strHAxsLabel, DT_CALCRECT);
     box.OffsetRect((m_rcCanvas.left + m_rcCanvas.right) / 2 - box.Width() / 2, m_rcCanvas.bottom + box.Height());
-    SetTextColor(m_hMemDC, kBlack);
+    SetTextColor(m_hMemDC, TextColorOr(kBlack));
     PaintText(m_strHAxsLabel, box, 0);
     return 0;
 }

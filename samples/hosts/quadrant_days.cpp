@@ -79,7 +79,7 @@ long CQuadrantDays::DrawTargetAverage() {
     const melkar::ScopedBkMode transparent(m_hMemDC, TRANSPARENT);
     const melkar::ScopedFont font(m_hMemDC, ChartFont(m_nPointSize));
     {
-        const melkar::ScopedTextColor color(m_hMemDC, kDayColor);
+        const melkar::ScopedTextColor color(m_hMemDC, TextColorOr(kDayColor));
         for (const Day& day : m_days)
             DrawDay(day, m_strPoint);
     }

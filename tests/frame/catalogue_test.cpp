@@ -84,6 +84,28 @@ TEST_F(Examples, HaveGroundsOfTheirOwn) {
     }
 }
 
+/// Each black text takes the colour, and nothing else does: neither what a key has coloured, black though it be, nor a
+/// line.
+TEST_F(Examples, TakeTheColourOfTexts) {
+    const std::regex title("TITLELABEL=.*\n");
+    const std::regex black(R"((^|\n)(text .*)#000000)");
+    for (const melkar::KindRow& row : melkar::Catalogue()) {
+        if (!row.make)
+            continue;
+        const std::string plain = std::regex_replace(melkar::StarterProfile(row.kind, "OWN"), title, "");
+        const auto with = [&](const std::string& section, const std::string& color) {
+            return std::regex_replace(plain, std::regex("\\[" + section + "\\]\n"), "$&TEXTCOLOR_RGB=" + color + "\n");
+        };
+        const std::string before = RecordOf(row, plain, TRANSPARENT);
+        const bool hasKeyOfItsOwn = row.className == std::string("CFixedText");
+        const std::string after = hasKeyOfItsOwn ? before : std::regex_replace(before, black, "$1$2#010203");
+        EXPECT_EQ(RecordOf(row, with("COMMON", "1,2,3"), TRANSPARENT), after) << row.kind;
+        if (std::string(row.kind) == "bar") {
+            EXPECT_EQ(RecordOf(row, with("OWN", "1,2,3"), TRANSPARENT), after) << "of one graph alone";
+        }
+    }
+}
+
 /// A text that lies, as one with descenders down to the line below it may reach into that.
 struct LyingText {
     std::string text;

@@ -19,7 +19,11 @@ struct CActivityCalGraph::File : melkar::Columns<CActivityCalGraph> {
         Figure<&G::m_strAverage>(2, "average", "kcal").Means("the average line").InHead(2).Example("375"),
         DayStatus(0),
         Figure<&G::m_saTargets>(9, "target", "kcal").Example("350"),
-        Figure<&G::m_saValues>(11, "figure", "kcal").WithFigures().Needed().Example("493|311|388|290|412|505|270"),
+        Figure<&G::m_saValues>(11, "figure", "kcal")
+            .OnScale("CHARTMAX", "CHARTMAX_BIG")
+            .WithFigures()
+            .Needed()
+            .Example("493|311|388|290|412|505|270"),
     };
 };
 

@@ -77,6 +77,7 @@ struct CBarGraph::File : melkar::Columns<CBarGraph> {
         DayStatus(0),
         Caption(1),
         Figures<&G::m_saValues, &G::SeriesCount>(2, "figure")
+            .OnScale("CHARTMAX", "CHARTMAX_BIG")
             .Means("height of the bar, or of its parts from the bottom")
             .Needed()
             .Example("6812|9268|6835|4120|10250|11840|7930"),

@@ -32,6 +32,7 @@ struct CExpenditureGraph::File : melkar::Columns<CExpenditureGraph> {
         Text<&G::m_strHeaderField1>(1, "last").Means("kept for a host").InHead(1).Example("20260308"),
         Figure<&G::m_strAverageIntake>(2, "intake", "kcal").Means("average intake: the band").InHead(1).Example("2080"),
         Whole<&G::m_nChartMax>(4, "top", "kcal")
+            .TopOf("CHARTMAX")
             .Means("top of the scale; 10000 in its place if it is 0 or less")
             .InHead(1)
             .Example("3000"),
@@ -50,6 +51,7 @@ struct CExpenditureGraph::Parts {
 struct CExpenditureGraph::PartColumns : melkar::Columns<Parts> {
     static constexpr Row rows[] = {
         Whole<&G::total>(2, "total", "kcal")
+            .OnScale("CHARTMAX", "CHARTMAX_BIG")
             .Means("the whole bar")
             .WithFigures()
             .Needed()

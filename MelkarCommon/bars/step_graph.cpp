@@ -19,6 +19,7 @@ struct CStepGraph::File : melkar::Columns<CStepGraph> {
         Text<&G::m_strHeaderField0>(0, "first").Means("kept for a host").InHead(1).Example("20260302"),
         Text<&G::m_strHeaderField1>(1, "last").Means("kept for a host").InHead(1).Example("20260308"),
         Whole<&G::m_nChartMax>(7, "top", "steps")
+            .TopOf("CHARTMAX")
             .Means("top of the scale; 10000 in its place if it is 0 or less")
             .InHead(1)
             .Example("13000"),
@@ -26,6 +27,7 @@ struct CStepGraph::File : melkar::Columns<CStepGraph> {
         DayStatus(0),
         Caption(1),
         Figure<&G::m_saValues>(4, "steps", "steps")
+            .OnScale("CHARTMAX", "CHARTMAX_BIG")
             .WithFigures()
             .Needed()
             .Example("6812|9268|6835|4120|10250|11840|6930"),

@@ -45,6 +45,8 @@ struct Doubt {
     const char* rule = "";                  ///< the id of its rule
 };
 
+/// "file:line:column"; what is 0 is left out.
+MELKAR_API std::string PlaceOf(const Doubt& doubt);
 /// "file:line:column: level: text [rule]"; what is 0 is left out.
 MELKAR_API std::string ToText(const Doubt& doubt);
 

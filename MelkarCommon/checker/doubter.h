@@ -1,7 +1,7 @@
 #pragma once
 
 #include <MelkarCommon/checker/doubt.h>
-#include <MelkarCommon/checker/profile_text.h>
+#include <MelkarCommon/checker/placed_profile.h>
 #include <MelkarCommon/checker/section_reading.h>
 
 #include <cstddef>
@@ -15,7 +15,7 @@ namespace melkar {
 
 class Doubter {
 public:
-    explicit Doubter(const ProfileText& file) : m_file(file) {}
+    explicit Doubter(const PlacedProfile& file) : m_file(file) {}
 
     /// @param rule a known one @param line from 1, 0 for the whole file @param column likewise
     void Tell(const char* rule, int line, int column, std::string text);
@@ -31,7 +31,7 @@ public:
 private:
     static constexpr std::size_t kShown = 60; ///< bytes of a name
 
-    const ProfileText& m_file;
+    const PlacedProfile& m_file;
     std::vector<Doubt> m_doubts;
 };
 

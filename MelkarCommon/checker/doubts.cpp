@@ -36,7 +36,7 @@ std::string Lower(std::string_view text) {
 /// One look through a profile.
 class Look {
 public:
-    Look(const ProfileText& file, const ProfileUse& use) : m_file(file), m_use(use), m_doubter(file) {}
+    Look(const PlacedProfile& file, const ProfileUse& use) : m_file(file), m_use(use), m_doubter(file) {}
 
     std::vector<Doubt> Doubts() {
         if (!m_file.IsRead())
@@ -153,7 +153,7 @@ private:
                            [&](const KeyInfo& row) { return row.section == KeySection::Common && keys.Needs(row); });
     }
 
-    const ProfileText& m_file;
+    const PlacedProfile& m_file;
     const ProfileUse& m_use;
     Doubter m_doubter;
 };
@@ -161,7 +161,7 @@ private:
 } // namespace
 
 std::vector<Doubt> Doubts(const std::string& path, const ProfileUse& use) {
-    const ProfileText file(path.empty() ? kGraphProfile : path);
+    const PlacedProfile file(path.empty() ? kGraphProfile : path);
     return Look(file, use).Doubts();
 }
 

@@ -7,7 +7,7 @@
 #include <vector>
 
 /// @file
-/// Asks for doubts about a profile without drawing, and without a word in the log.
+/// Asks for doubts about a profile or a data file without drawing, and without a word in the log.
 ///
 /// @code{.cpp}
 /// for (const melkar::Doubt& doubt : melkar::Doubts("../conf/graph.cnf", "STEPS", "steps"))
@@ -31,5 +31,18 @@ struct ProfileUse {
 MELKAR_API std::vector<Doubt> Doubts(const std::string& path, const ProfileUse& use);
 /// The same for a graph of that kind, which is made with that section.
 MELKAR_API std::vector<Doubt> Doubts(const std::string& path, const std::string& section, const std::string& kind);
+
+/// What a data file is looked at for.
+struct DataFileUse {
+    std::string kind;    ///< one of the catalogue, as which the file is drawn
+    std::string profile; ///< with the section: whose scales and colours the figures are held against; empty for the
+                         ///< profile of all graphs
+    std::string section; ///< of the graph; empty: the file is looked at alone
+    int series = 0;      ///< figures per day, where that is for the host to say
+    int page = 0;        ///< week that is drawn of a file of weeks, from 0
+};
+
+/// Doubts about a data file, and about what its kind reads beside it, in the order of their lines.
+MELKAR_API std::vector<Doubt> DataDoubts(const std::string& path, const DataFileUse& use);
 
 } // namespace melkar

@@ -34,9 +34,11 @@ const std::vector<DoubtRule>& AllRules() {
         {"idle-key", Hint, "The key is read and kept, but nothing is painted by it."},
         {"missing-key", Warning, "A chart of the kind isn't readable without the key."},
         {"missing-common", Error, "There is no section COMMON, where all graphs have their colours and sizes."},
-        {"color", Error, "A colour is written red,green,blue: whatever isn't becomes the default, mostly black."},
+        {"color", Error,
+         "A colour is written red,green,blue, in a data file #RRGGBB: whatever isn't becomes the default, mostly "
+         "black."},
         {"color-range", Error, "The parts of a colour go from 0 to 255; of others the low eight bits count."},
-        {"number", Error, "Not a number, or one with something behind it that isn't read: 1,800 is 1."},
+        {"number", Error, "Not a number, or one with something behind it that isn't read: 1,800 is 1, and n/a is 0."},
         {"true-word", Warning, "Of this switch the word true alone is on; false tells that it is meant to be off."},
         {"switch", Warning, "This switch is a number: above 0 it is on. A word counts as 0."},
         {"point", Error, "A point is written x,y in whole numbers: whatever isn't becomes 0,0."},
@@ -50,6 +52,26 @@ const std::vector<DoubtRule>& AllRules() {
         {"box-inside-out", Error, "A box of a panel ends before it begins: nothing of it shows."},
         {"box-outside", Warning, "A box of a panel reaches beyond the picture."},
         {"box-overlap", Warning, "Two boxes of a panel stand in each other's way."},
+        {"not-rows", Error, "A data file is text in rows and columns; this one is of a spreadsheet, JSON or the like."},
+        {"encoding", Warning,
+         "Texts that are neither UTF-8 nor in the character set of the profile: signs stand in for what can't be "
+         "read."},
+        {"separator", Error, "The columns of a data file stand between commas; what others part is one column."},
+        {"head", Warning, "A row of figures where the head rows are: it isn't drawn."},
+        {"rows", Warning, "A file that ends too soon belongs to another kind."},
+        {"length", Warning, "What of a row is longer than its limit counts as a further row."},
+        {"columns", Error, "A row that lacks columns: a missing figure counts as 0."},
+        {"more-columns", Hint, "A row has more columns than are read of it."},
+        {"decimal-comma", Error, "A comma parts columns: 128,5 is 128, and 5 is a column of its own."},
+        {"status", Warning, "The status of a day is a number from 0 to 4."},
+        {"status-beyond", Hint, "A status above 4 is taken as it is, and means nothing."},
+        {"date", Warning, "A date is written YYYYMMDD and is one of the calendar."},
+        {"date-order", Warning, "The dates of the rows go back, or stand twice."},
+        {"time", Warning, "A time of day is written HHMM."},
+        {"range", Warning, "A figure is beyond what its column can hold."},
+        {"off-scale", Warning, "A figure is off the scale that the profile gives it: it is cut at the end."},
+        {"no-color", Error, "A row beyond those that the profile has colours for isn't shown."},
+        {"no-page", Error, "A file of weeks has no week for the page."},
     };
     return rules;
 }
@@ -76,7 +98,8 @@ std::string DoubtReference() {
         "tells what "
         "their author will hardly have meant, and `melkar::Doubts` tells a host. A line is `file:line:column: level: "
         "text "
-        "[rule]`; the column is a byte of a profile. What is about a whole line or file has no column or line.\n\n"
+        "[rule]`; the column is a byte of a profile, and a column of a data file. What is about a whole line or file "
+        "has no column or line.\n\n"
         "An error comes out otherwise than meant, a warning most likely does, a hint may be meant so. The exit code of "
         "`melkar "
         "check` is 1 if there is a warning or an error; `--level` sets another level.\n\n"
@@ -86,7 +109,10 @@ std::string DoubtReference() {
         "```ini\n; melkar: allow unknown-key\nMY_OWN_KEY=1\n```\n\n"
         "What a section is drawn as is guessed from its keys, unless `--kind` says it. Boxes and scales are looked at "
         "in a "
-        "picture of 900x500, or of `--size`. A class of a host with a row in the catalogue is checked as the library's "
+        "picture of 900x500, or of `--size`. With `--data KIND` the files are data files of that kind, whose figures "
+        "are held "
+        "against a section where `--profile` and `--section` name one. A class of a host with a row in the catalogue "
+        "is checked as the library's "
         "own "
         "are: its table of keys says what each of them is.\n\n"
         "| Rule | Level | What it is about |\n|---|---|---|\n";
@@ -101,11 +127,16 @@ std::string DoubtReference() {
     return page;
 }
 
-std::string ToText(const Doubt& doubt) {
-    std::string text = doubt.file;
+std::string PlaceOf(const Doubt& doubt) {
+    std::string place = doubt.file;
     for (const int number : {doubt.line, doubt.column})
         if (number > 0)
-            text.append(":").append(std::to_string(number));
+            place.append(":").append(std::to_string(number));
+    return place;
+}
+
+std::string ToText(const Doubt& doubt) {
+    std::string text = PlaceOf(doubt);
     text.append(": ").append(NameOf(doubt.level)).append(": ").append(doubt.text);
     return text.append(" [").append(doubt.rule).append("]");
 }

@@ -23,38 +23,21 @@ std::optional<double> NumberOf(const SectionReading& reading, const KeyInfo& row
     return ToDouble(std::string(entry->value).c_str());
 }
 
-/// A scale of the profile, with the key of its top.
-struct ProfileScale {
-    const ProfileEntry* top;
-    double from;
-    double to;
-};
-
 bool IsTop(KeyRole role) { return role == KeyRole::ScaleTop || role == KeyRole::FreeScaleTop; }
-
-/// Nothing if the profile has no such scale.
-std::optional<ProfileScale> ScaleOf(const SectionReading& reading, const KeyInfo* top) {
-    const KeyInfo* bottom = top && IsTop(top->role) ? reading.Keys().RowNamed(top->with) : nullptr;
-    const auto to = bottom ? NumberOf(reading, *top) : std::nullopt;
-    if (!to)
-        return std::nullopt;
-    const double from = NumberOf(reading, *bottom).value_or(0);
-    const bool isFree = top->role == KeyRole::FreeScaleTop && !reading.Keys().Needs(*top);
-    return isFree && *to <= from ? std::nullopt : std::optional(ProfileScale{reading.Find(*top), from, *to});
-}
 
 std::string Range(const ProfileScale& scale) {
     return detail::ShowNumber(scale.from) + " to " + detail::ShowNumber(scale.to);
 }
 
 void DoubtTop(const SectionReading& reading, const KeyInfo& top, Doubter& doubter) {
-    const auto scale = ScaleOf(reading, &top);
+    const auto scale = ScaleOf(reading, top);
     if (scale && scale->to <= scale->from)
         doubter.TellValue("empty-scale", *scale->top, "not above the bottom: the scale goes from " + Range(*scale));
 }
 
 void DoubtStep(const SectionReading& reading, const KeyInfo& row, PictureSize size, Doubter& doubter) {
-    const auto scale = ScaleOf(reading, reading.Keys().RowNamed(row.with));
+    const KeyInfo* top = reading.Keys().RowNamed(row.with);
+    const auto scale = top ? ScaleOf(reading, *top) : std::nullopt;
     if (!scale || scale->to <= scale->from)
         return;
     const ProfileEntry* entry = reading.Find(row);
@@ -85,6 +68,16 @@ void DoubtParts(const SectionReading& reading, const KeyInfo& row, PictureSize s
 }
 
 } // namespace
+
+std::optional<ProfileScale> ScaleOf(const SectionReading& reading, const KeyInfo& top) {
+    const KeyInfo* bottom = IsTop(top.role) ? reading.Keys().RowNamed(top.with) : nullptr;
+    const auto to = bottom ? NumberOf(reading, top) : std::nullopt;
+    if (!to)
+        return std::nullopt;
+    const double from = NumberOf(reading, *bottom).value_or(0);
+    const bool isFree = top.role == KeyRole::FreeScaleTop && !reading.Keys().Needs(top);
+    return isFree && *to <= from ? std::nullopt : std::optional(ProfileScale{reading.Find(top), from, *to});
+}
 
 void DoubtScales(const SectionReading& reading, PictureSize size, Doubter& doubter) {
     for (const KeyInfo& row : reading.Keys().Rows()) {

@@ -205,7 +205,7 @@ bool SectionReading::IsOpen(const KeyInfo& row) const {
 }
 
 const KindRow* GuessKind(const ProfileSection& section) {
-    static const ProfileText kNoFile{std::string()};
+    static const PlacedProfile kNoFile{std::string()};
     const KindRow* best = nullptr;
     Fit bestFit{0, 0};
     for (const KindRow& row : Catalogue()) {

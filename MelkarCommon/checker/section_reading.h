@@ -1,6 +1,6 @@
 #pragma once
 
-#include <MelkarCommon/checker/profile_text.h>
+#include <MelkarCommon/checker/placed_profile.h>
 #include <MelkarCommon/frame/key_table.h>
 #include <MelkarCommon/registry/catalogue.h>
 
@@ -56,7 +56,7 @@ private:
 class SectionReading {
 public:
     /// `own` may be null: there is no such section.
-    SectionReading(const ProfileText& file, const ProfileSection* own, const KindKeys& keys)
+    SectionReading(const PlacedProfile& file, const ProfileSection* own, const KindKeys& keys)
         : m_own(own), m_common(file.Find("COMMON")), m_keys(keys) {}
 
     const KindKeys& Keys() const { return m_keys; }
@@ -80,6 +80,15 @@ private:
     const ProfileSection* m_common;
     const KindKeys& m_keys;
 };
+
+/// A scale of the profile, with the key of its top.
+struct ProfileScale {
+    const ProfileEntry* top;
+    double from;
+    double to;
+};
+/// Nothing if the profile has no such scale, or its ends aren't numbers.
+std::optional<ProfileScale> ScaleOf(const SectionReading& reading, const KeyInfo& top);
 
 /// The kind whose keys a section has, by their number, and by what it would lack; null if there is none.
 const KindRow* GuessKind(const ProfileSection& section);

@@ -83,7 +83,10 @@ struct ColumnInfo {
     int perUnit = 1;           ///< so many counts in the file make one of the unit
     double least = -std::numeric_limits<double>::infinity(); ///< smallest value of an ordinary file
     double most = std::numeric_limits<double>::infinity();   ///< largest value of an ordinary file
-    const char* example = ""; ///< values that suit, "|" between them: row by row, or along columns that are alike
+    const char* example = "";  ///< values that suit, "|" between them: row by row, or along columns that are alike
+    const char* scale = "";    ///< profile key of the top of the scale that figures are drawn on
+    const char* bigScale = ""; ///< the same of the one that stands in where a figure is above it
+    bool isTop = false;        ///< it is the top of that scale, and takes the place of the key if it is above 0
 };
 
 constexpr std::size_t kHeadLimit = 1278; ///< characters of a head row, line end included
@@ -98,6 +101,7 @@ struct DataForm {
     int fewest = 0;                     ///< rows behind the heads; a file with less belongs to another kind
     bool hasWeeks = false;              ///< a row of one column ends a week
     const char* note = "";              ///< what else is to be said, in sentences
+    const char* colorKey = "";          ///< numbered profile key that colours a row; one without it isn't shown
 
     /// Limit of all rows.
     constexpr DataForm Limit(std::size_t characters) const {
@@ -115,6 +119,12 @@ struct DataForm {
     constexpr DataForm WithWeeks() const {
         DataForm form = *this;
         form.hasWeeks = true;
+        return form;
+    }
+    /// Each row is painted in the colour of that numbered key of the profile.
+    constexpr DataForm ColoredBy(const char* key) const {
+        DataForm form = *this;
+        form.colorKey = key;
         return form;
     }
     /// What else is to be said of the file.
@@ -257,6 +267,19 @@ template <class Record> struct ColumnRow {
     constexpr ColumnRow Example(const char* values) const {
         ColumnRow row = *this;
         row.info.example = values;
+        return row;
+    }
+    /// Drawn on the scale whose top is that key of the profile, or on a big one where a figure is above it.
+    constexpr ColumnRow OnScale(const char* top, const char* bigTop = "") const {
+        ColumnRow row = *this;
+        row.info.scale = top;
+        row.info.bigScale = bigTop;
+        return row;
+    }
+    /// The top of a scale, in the place of that key of the profile.
+    constexpr ColumnRow TopOf(const char* top) const {
+        ColumnRow row = OnScale(top);
+        row.info.isTop = true;
         return row;
     }
     /// Taken by a function of the class, which puts an ordinary value into the member as it stands, and mends others.

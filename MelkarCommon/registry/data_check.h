@@ -28,9 +28,26 @@ struct DataFindings {
     std::size_t count = 0;          ///< of all
 };
 
+/// A scale of a profile.
+struct DataScale {
+    std::string top; ///< key of its top
+    double from = 0; ///< lowest value
+    double to = 0;   ///< highest value
+};
+
+/// What host and profile decide about a file.
+struct DataUse {
+    int series = 0;                ///< figures per day, where that is for the host to say
+    int page = 0;                  ///< week that is drawn of a file of weeks, from 0
+    std::vector<DataScale> scales; ///< that the profile has; figures on others aren't held against any
+    int colors = -1;               ///< rows that the profile has a colour for; -1: that isn't known
+    std::size_t most = 1000;       ///< findings that are kept
+};
+
 /// Looks through the file at `path` (and the suffix of the table). None if it suits, can't be read or isn't text in
-/// columns. @param table what such a file looks like @param path of the file @param series figures per day, where that
-/// is for the host to say @param most findings that are kept
+/// columns. @param table what such a file looks like @param path of the file @param use what else is known
+MELKAR_API DataFindings CheckData(const DataTable& table, const std::string& path, const DataUse& use);
+/// The same for who knows no profile. @param series figures per day @param most findings that are kept
 MELKAR_API DataFindings CheckData(const DataTable& table, const std::string& path, int series, std::size_t most);
 
 } // namespace melkar

@@ -24,6 +24,7 @@ struct LineFromFile::File : Columns<LineFromFile> {
     static constexpr Form form{2, "day"};
     static constexpr Row rows[] = {
         Figure<&G::m_saLineValues>(3, "line")
+            .OnScale("CHARTLINEMAX")
             .Means("value of the line, on the scale at the right; empty for none")
             .Needed()
             .By(TakeValues)
@@ -124,8 +125,16 @@ struct PlotFromFile::Point {
 struct PlotFromFile::File : Columns<Point> {
     static constexpr Form form = Form{1, "point"}.Fewest(1);
     static constexpr Row rows[] = {
-        Figure<&G::x>(0, "x").Means("in units of the scale below").Needed().Example("0|4|8|12|16|20"),
-        Figure<&G::y>(1, "y").Means("in units of the scale").Needed().Example("78.6|77.5|75.9|74.2|73.4|72.6"),
+        Figure<&G::x>(0, "x")
+            .OnScale("GRAPH_HORIZONTAL_MAX")
+            .Means("in units of the scale below")
+            .Needed()
+            .Example("0|4|8|12|16|20"),
+        Figure<&G::y>(1, "y")
+            .OnScale("GRAPH_VERTICAL_MAX_L")
+            .Means("in units of the scale")
+            .Needed()
+            .Example("78.6|77.5|75.9|74.2|73.4|72.6"),
         Whole<&G::size>(2, "size", "px").Means("diameter").NotBelow(0).Needed().Example("12"),
         Color<&G::color>(3, "colour").Needed().Example("#264668"),
         Whole<&G::connect>(4, "connect").Means("1: joined to the point before it").Needed().Example("0|1|1|1|1|1"),
@@ -160,7 +169,7 @@ struct PieFromFile::Value {
 };
 
 struct PieFromFile::File : Columns<Value> {
-    static constexpr Form form = Form{0, "slice, in the order of the colours"}.Fewest(1);
+    static constexpr Form form = Form{0, "slice, in the order of the colours"}.Fewest(1).ColoredBy("GRAPH_VALUE_RGB%d");
     static constexpr Row rows[] = {Figure<&G::value>(0, "value").Needed().NotBelow(0).Example("312|164|96")};
 };
 

@@ -1,5 +1,5 @@
 #include <MelkarCommon/checker/doubts.h>
-#include <MelkarCommon/checker/profile_text.h>
+#include <MelkarCommon/checker/placed_profile.h>
 #include <MelkarCommon/checker/spelling.h>
 #include <MelkarCommon/platform/files/profile_snapshot.h>
 #include <MelkarCommon/platform/tests/temp_workdir.h>
@@ -89,6 +89,14 @@ const Mistake kMistakes[] = {
     {"a text by another name", "text", "TEXT=Start slowly, and add a few minutes each week.\nTEXT", "A=S\nA", "", ""},
 };
 
+/// Rules that the tests of files and sections, and of data files, hold.
+std::set<std::string> RulesOfOthers() {
+    return {"unreadable", "bytes",     "no-section", "no-kind",      "foreign-section", "not-rows",
+            "encoding",   "separator", "head",       "rows",         "length",          "columns",
+            "date",       "status",    "date-order", "more-columns", "decimal-comma",   "status-beyond",
+            "time",       "range",     "off-scale",  "no-color",     "no-page"};
+}
+
 /// "a*2" for two of a rule, in the order in which they are met.
 std::string RulesOf(const std::vector<Doubt>& doubts) {
     std::vector<std::pair<std::string, int>> rules;
@@ -116,7 +124,7 @@ protected:
 };
 
 TEST_F(ProfileDoubts, TellMistakesOfAllRules) {
-    std::set<std::string> told = {"unreadable", "bytes", "no-section", "no-kind", "foreign-section"}; // elsewhere
+    std::set<std::string> told = RulesOfOthers();
     for (const Mistake& mistake : kMistakes) {
         const std::string profile = Replaced(melkar::StarterProfile(mistake.kind, "OWN"), mistake.from, mistake.to);
         const std::vector<Doubt> doubts = Of(profile, "OWN", mistake.kind);
@@ -186,7 +194,7 @@ TEST_F(ProfileDoubts, ReadWhatGraphsRead) {
     };
     for (const std::string_view profile : profiles) {
         const std::string path = m_files.Write("conf/p.cnf", profile);
-        const melkar::ProfileText text(path);
+        const melkar::PlacedProfile text(path);
         const melkar::ProfileFile file(path.c_str());
         for (const auto& section : text.Sections()) {
             const melkar::ProfileSnapshot read(file, section.name);

@@ -1,4 +1,4 @@
-#include <MelkarCommon/checker/profile_text.h>
+#include <MelkarCommon/checker/placed_profile.h>
 
 #include <MelkarCommon/platform/files/byte_order_mark.h>
 #include <MelkarCommon/platform/files/paths.h>
@@ -16,14 +16,14 @@ const ProfileEntry* ProfileSection::Find(std::string_view key) const {
     return found != entries.end() ? &*found : nullptr;
 }
 
-const ProfileSection* ProfileText::Find(std::string_view name) const {
+const ProfileSection* PlacedProfile::Find(std::string_view name) const {
     const auto found = std::find_if(m_sections.begin(), m_sections.end(), [&](const ProfileSection& section) {
         return section.line > 0 && EqualNoCase(section.name, name);
     });
     return found != m_sections.end() ? &*found : nullptr;
 }
 
-ProfileText::ProfileText(const std::string& path)
+PlacedProfile::PlacedProfile(const std::string& path)
     : m_path(path), m_text(ReadWholeFile(HostPath(path.c_str()), &m_isRead)) {
     m_sections.emplace_back();
     std::string_view rest = WithoutByteOrderMark(m_text);
@@ -35,7 +35,7 @@ ProfileText::ProfileText(const std::string& path)
     }
 }
 
-void ProfileText::TakeLine(std::string_view line, int number, int column) {
+void PlacedProfile::TakeLine(std::string_view line, int number, int column) {
     if (line.front() == ';')
         return TakeComment(line.substr(1));
     if (!m_pending.empty())
@@ -57,7 +57,7 @@ void ProfileText::TakeLine(std::string_view line, int number, int column) {
 }
 
 /// Such as " melkar: allow color number".
-void ProfileText::TakeComment(std::string_view comment) {
+void PlacedProfile::TakeComment(std::string_view comment) {
     std::istringstream words{std::string(comment)};
     std::string word;
     if (words >> word && word == "melkar:" && words >> word && word == "allow")
@@ -65,7 +65,7 @@ void ProfileText::TakeComment(std::string_view comment) {
             m_pending.insert(word);
 }
 
-bool ProfileText::Allows(const std::string& rule, int line) const {
+bool PlacedProfile::Allows(const std::string& rule, int line) const {
     int head = 0;
     for (const ProfileSection& section : m_sections)
         if (section.line <= line)

@@ -35,12 +35,12 @@ struct OddLine {
     std::string_view text;
 };
 
-class ProfileText {
+class PlacedProfile {
 public:
     /// Reads the file; a missing or unreadable one has no sections.
-    explicit ProfileText(const std::string& path);
-    ProfileText(const ProfileText&) = delete;
-    ProfileText& operator=(const ProfileText&) = delete;
+    explicit PlacedProfile(const std::string& path);
+    PlacedProfile(const PlacedProfile&) = delete;
+    PlacedProfile& operator=(const PlacedProfile&) = delete;
 
     bool IsRead() const { return m_isRead; }
     bool HasZeros() const { return m_text.find('\0') != std::string::npos; }

@@ -317,6 +317,14 @@ constinit LineLeftOver g_leftOver;
 
 } // namespace
 
+bool HasLogFolder(const char* file) {
+    const std::string path = ResolvePath(file);
+    const std::size_t slash = path.rfind('/');
+    struct stat status {};
+    return slash == std::string::npos ||
+           (stat(path.substr(0, slash + 1).c_str(), &status) == 0 && S_ISDIR(status.st_mode));
+}
+
 void LogText(const char* text) {
     const int reason = errno; // of what is told, for the caller who asks next
     g_leftOver.Write();

@@ -25,6 +25,8 @@ MELKAR_API int writeLog(const char* file, const char* format, ...) __attribute__
 MELKAR_API int writeLogCode(const char* file, int code);
 
 namespace melkar {
+/// Whether the folder is there in which that log is kept: nothing makes it, and without it nothing is logged.
+MELKAR_API bool HasLogFolder(const char* file = kLogFile);
 /// Writes a line into the log of all graphs, taken as it is: text from files is never a format. The first of
 /// those for which there is no descriptor left is written ahead of the next one. Keeps `errno`.
 MELKAR_API void LogText(const char* text);

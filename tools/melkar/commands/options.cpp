@@ -1,6 +1,9 @@
 #include "options.h"
 
 #include "command.h"
+#include "messages.h"
+
+#include <MelkarCommon/support/ring_log.h>
 
 #include <algorithm>
 #include <cctype>
@@ -94,6 +97,8 @@ void CheckBase(const std::string& base, const std::string& section) {
         throw UsageError{"there is no profile ../conf/graph.cnf from the base directory: " + base};
     if (!HasSection(profile, section))
         throw UsageError{"the profile has no section: " + section};
+    if (!HasLogFolder())
+        Warn("there is no folder ../log from the base directory: nothing is logged");
 }
 
 void RequireNoTerminal() {

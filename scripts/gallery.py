@@ -73,7 +73,7 @@ class Picture:
                     f"{self.data_path}/report-header.csv", "--data", self.data_path, "--printer", output, *self.options]
         data = ["--data", self.data_path] if self.data_path else []
         return [melkar, "draw", self.kind, "--base", f"{self.app}/bin", "--section", self.section, *data, "--size",
-                "{}x{}".format(*self.size), *self.options, "-o", output]
+                "{}x{}".format(*self.size), *self.options, "--strict", "-o", output]
 
 
 @dataclasses.dataclass

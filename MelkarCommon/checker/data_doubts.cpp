@@ -106,7 +106,7 @@ Ground GroundOf(const KindRow& kind, const DataFileUse& use) {
 void LookAt(const DataTable& table, const std::string& path, const Ground& ground, std::vector<Doubt>& doubts) {
     const std::string file = path + table.suffix;
     bool isRead = false;
-    const std::string bytes = ReadWholeFile(file.c_str(), &isRead);
+    const std::string bytes = ReadWholeFile(ResolvePath(file.c_str()), &isRead);
     if (!isRead)
         doubts.push_back(DoubtOf(file, 0, 0, "unreadable", "can't be read"));
     else if (const char* form = OtherForm(bytes))

@@ -318,7 +318,7 @@ constinit LineLeftOver g_leftOver;
 } // namespace
 
 bool HasLogFolder(const char* file) {
-    const std::string path = ResolvePath(file);
+    const std::string path = HostPath(file);
     const std::size_t slash = path.rfind('/');
     struct stat status {};
     return slash == std::string::npos ||

@@ -2,12 +2,12 @@
 
 #include "files.h"
 #include "messages.h"
+#include "warnings.h"
 
 #include <MelkarCommon/frame/results.h>
 #include <MelkarCommon/platform/drawing.h>
 #include <MelkarCommon/platform/printing.h>
 #include <MelkarCommon/platform/surface.h>
-#include <MelkarCommon/registry/data_check.h>
 #include <MelkarCommon/telling/speech.h>
 
 #include <cerrno>
@@ -115,26 +115,6 @@ int DrawOutput(Chart& chart, Request& request) {
     return std::visit([&](const auto& output) { return DrawAs(output, chart, request); }, request.output);
 }
 
-std::string PlaceOf(const DataFinding& finding) {
-    return finding.file + (finding.line > 0 ? ": line " + std::to_string(finding.line) : "") +
-           (finding.column > 0 ? ", column " + std::to_string(finding.column) : "");
-}
-
-/// At most five sentences a file, and one more that counts the others.
-void WarnOfData(const Request& request) {
-    constexpr std::size_t kMostWarnings = 5;
-    const DataTables files = FilesReadBy(*request.kind);
-    if (files.empty() && !request.data.empty())
-        Warn(request.data + ": this kind takes no data file");
-    for (const DataTable& file : files) {
-        const DataFindings findings = CheckData(file, request.data, request.chart.series, kMostWarnings);
-        for (const DataFinding& finding : findings.first)
-            Warn(PlaceOf(finding) + ": " + finding.text);
-        if (findings.count > kMostWarnings)
-            Warn(request.data + file.suffix + ": and " + std::to_string(findings.count - kMostWarnings) + " more");
-    }
-}
-
 /// Through a file, for the library writes those whole or not at all.
 int DrawToStandardOutput(Chart& chart, Request& request) {
     const TemporaryFile file("picture");
@@ -149,7 +129,10 @@ int DrawToStandardOutput(Chart& chart, Request& request) {
 
 int Draw(Request request) {
     const auto chart = MakeChart(*request.kind, request.chart);
-    WarnOfData(request);
+    if (WarnOfDoubts(request) > 0 && request.isStrict) {
+        Complain("nothing was drawn: --strict takes no doubts");
+        return 1;
+    }
     // A graph draws its former days if the file is missing and doesn't tell; so the file is tried first. One without
     // day rows (102 in some classes) is a picture with a message.
     if (const long code = chart->Read(request.data.data()); code != 0 && code != melkar::kNoDays)

@@ -21,6 +21,7 @@ struct Request {
     Output output;
     Size size{900, 500};
     int dpi = 96;
+    bool isStrict = false;       ///< nothing is drawn of what is doubted
     double scale = 1;            ///< pixels a unit of a picture of pixels
     std::optional<CPoint> hover; ///< the balloon of this point goes into the picture; pixels only
     std::optional<CPoint> click; ///< the day at this point is printed

@@ -12,18 +12,31 @@
 namespace melkar::tool {
 namespace {
 
+constexpr int kMaxSeries = 10;
+
 struct CheckOptions {
     std::vector<std::string> files;
     ProfileUse use;
+    DataFileUse data;
     std::string size = "900x500";
     std::string level = "warning";
     bool json = false;
     bool rules = false;
 };
 
+/// What else a host decides about its data.
+void AddDataOptions(CLI::App& app, DataFileUse& data) {
+    app.add_option("--series", data.series, "Figures per day in data files")->check(CLI::Range(1, kMaxSeries));
+    app.add_option("--page", data.page, "Week that is drawn of data files, from 0");
+}
+
 void AddOptions(CLI::App& app, CheckOptions& options) {
-    app.add_option("PROFILE", options.files, "Profiles to look through")->type_name("")->take_all();
+    app.add_option("FILE", options.files, "Profiles to look through, or data files")->type_name("")->take_all();
+    app.add_option("--data", options.data.kind, "The files are data files of this kind")->type_name("KIND");
     app.add_option("--section", options.use.section, "This section alone, and COMMON")->type_name("NAME");
+    app.add_option("--profile", options.data.profile, "Hold data against the section of this profile")
+        ->type_name("FILE");
+    AddDataOptions(app, options.data);
     app.add_option("--kind", options.use.kind, "What the sections are drawn as; else their keys tell")
         ->type_name("KIND");
     app.add_option("--size", options.size, "Of the picture, for boxes and scales")->type_name("WxH");
@@ -84,6 +97,25 @@ bool IsAtLeast(const Doubt& doubt, std::string_view level) {
            (level == "warning" && doubt.level == DoubtLevel::Warning);
 }
 
+/// A kind that is typed has to be there.
+void RequireKind(const std::string& kind) {
+    if (!kind.empty() && !FindKind(kind))
+        throw UsageError{"unknown kind: " + kind + " (melkar keys --help lists them)"};
+}
+
+/// As for a picture that is drawn as the options tell.
+std::vector<Doubt> DoubtsOf(const CheckOptions& options, const std::string& file) {
+    if (!options.data.kind.empty()) {
+        DataFileUse use = options.data;
+        use.section = options.use.section;
+        return DataDoubts(file, use);
+    }
+    ProfileUse use = options.use;
+    use.width = SizeOf(options.size).width;
+    use.height = SizeOf(options.size).height;
+    return Doubts(file, use);
+}
+
 int RunCheck(const CheckOptions& options) {
     if (options.rules) {
         std::cout << DoubtReference();
@@ -91,19 +123,18 @@ int RunCheck(const CheckOptions& options) {
     }
     if (options.files.empty())
         throw UsageError{"nothing to check: name a profile (melkar check --help tells more)"};
-    if (!options.use.kind.empty() && !FindKind(options.use.kind))
-        throw UsageError{"unknown kind: " + options.use.kind + " (melkar keys --help lists them)"};
-    ProfileUse use = options.use;
-    use.width = SizeOf(options.size).width;
-    use.height = SizeOf(options.size).height;
+    RequireKind(options.use.kind);
+    RequireKind(options.data.kind);
+    if (options.data.profile.empty() != (options.data.kind.empty() || options.use.section.empty()))
+        throw UsageError{"data is held against --profile FILE and --section NAME, both of them"};
     std::vector<Doubt> all;
     for (const std::string& file : options.files)
-        for (Doubt& doubt : Doubts(file, use))
+        for (Doubt& doubt : DoubtsOf(options, file))
             all.push_back(std::move(doubt));
     Print(all, options.json);
-    return std::any_of(all.begin(), all.end(), [&](const Doubt& doubt) { return IsAtLeast(doubt, options.level); })
-               ? kFailed
-               : kDone;
+    const bool isClean =
+        std::none_of(all.begin(), all.end(), [&](const Doubt& doubt) { return IsAtLeast(doubt, options.level); });
+    return isClean ? kDone : kFailed;
 }
 
 } // namespace

@@ -25,7 +25,7 @@ std::span<const Command> Commands() {
         {"data", "Print what the data file of a kind looks like, or an example", AddData},
         {"import", "Make a data file from what a person has: CSV, health records, epochs", AddImport},
         {"log", "Print the log in the order of time", AddLog},
-        {"check", "Tell the mistakes in profiles", AddCheck},
+        {"check", "Tell the mistakes in profiles and data files", AddCheck},
         {"completion", "Print what completes the command in a shell", AddCompletion},
         {"man", "Print the manual page", AddMan},
     };

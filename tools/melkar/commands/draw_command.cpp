@@ -24,6 +24,7 @@ struct DrawOptions {
     std::string hover;
     std::string click;
     bool record = false;
+    bool strict = false;
     bool svgOutlines = false;
     bool svgInteractive = false;
     std::string out;
@@ -41,6 +42,7 @@ void AddOptions(CLI::App& app, DrawOptions& options) {
         ->type_name("X,Y");
     app.add_option("--click", options.click, "Print the day at this point")->type_name("X,Y");
     app.add_flag("--record", options.record, "Print the drawing operations instead of writing a file");
+    app.add_flag("--strict", options.strict, "Draw nothing if there are doubts about profile or data file");
     app.add_flag("--svg-outlines", options.svgOutlines,
                  "Texts of an .svg as outlines, with unseen texts on top: it looks the same with any fonts");
     app.add_flag("--svg-interactive", options.svgInteractive,
@@ -127,6 +129,7 @@ Request RequestOf(const DrawOptions& options) {
     CheckOutput(options, request);
     request.chart = options.chart.options;
     request.dpi = options.dpi;
+    request.isStrict = options.strict;
     request.scale = options.scale;
     request.isWalked = options.svgInteractive;
     request.toStandardOutput = options.out == "-";

@@ -97,7 +97,7 @@ void CheckBase(const std::string& base, const std::string& section) {
         throw UsageError{"there is no profile ../conf/graph.cnf from the base directory: " + base};
     if (!HasSection(profile, section))
         throw UsageError{"the profile has no section: " + section};
-    if (!HasLogFolder())
+    if (!HasLogFolder((base + "/../log/graph.log").c_str()))
         Warn("there is no folder ../log from the base directory: nothing is logged");
 }
 

@@ -5,8 +5,11 @@
 #include "../profiles.h"
 #include "../room.h"
 
+#include <MelkarCommon/checker/doubts.h>
+#include <MelkarCommon/checker/placed_profile.h>
 #include <MelkarCommon/platform/files/profile_snapshot.h>
 #include <MelkarCommon/platform/profile.h>
+#include <MelkarCommon/platform/values/ascii.h>
 #include <MelkarCommon/registry/key_reference.h>
 #include <MelkarCommon/support/support.h>
 
@@ -33,6 +36,21 @@ void ReadValue(const KeyReader& reader, const KeyInfo& key) {
     reader.Point(key);
 }
 
+/// Doubts are about lines of the file, and about what graphs find there.
+void AskForDoubts(const std::string& path, const std::string& section, const ProfileSnapshot& snapshot) {
+    const PlacedProfile placed(path);
+    const ProfileSection* own = placed.Find(section);
+    Require((own != nullptr) == snapshot.HasOwn(), "a section is there or not");
+    for (const ProfileEntry& entry : own ? own->entries : std::vector<ProfileEntry>()) {
+        const std::string* value = snapshot.FindOwn(entry.key);
+        Require(value && (own->Find(entry.key) != &entry || *value == entry.value), "the value is that of the first");
+    }
+    for (const char* kind : {"", "bar", "pie", "text"})
+        for (const Doubt& doubt : Doubts(path, section, kind))
+            Require(FindDoubtRule(doubt.rule) && doubt.line >= 0 && doubt.column >= 0,
+                    "a doubt has a rule and a place");
+}
+
 /// The first line is a section and a key, with a full stop between them.
 void ReadProfile(std::string_view input) {
     Visit visit;
@@ -45,6 +63,7 @@ void ReadProfile(std::string_view input) {
     GetRGB(path.c_str(), section.c_str(), key.c_str());
     Require(GetRGBEx(path.c_str(), section.c_str(), key.c_str(), 9) <= 0xFFFFFF, "a colour has three channels");
     GetPOINT(path.c_str(), section.c_str(), key.c_str());
+    AskForDoubts(path, std::string(TrimBlanks(section)), snapshot);
     const KeyReader reader("", section.c_str());
     reader.LogWhatIsMissing();
     for (const ClassKeys& table : AllProfileKeys())
@@ -65,6 +84,7 @@ void SeedProfiles(Seeds& seeds) {
               asked + "\xEF\xBB\xBF[own]\r\n TitleLabel = \" a\"\r\n;TITLELABEL=b\r\n[OWN]\r\nTITLELABEL=c");
     seeds.add("brackets",
               asked + "[OWN\n[]\n=\n[OWN]TITLELABEL=a\n ]OWN[\n[OWN]\n=TITLELABEL\nTITLELABEL\nTITLELABEL==");
+    seeds.add("allowed", asked + "; melkar: allow color number\n[OWN]\nCHARTMAX=1,800\nBARSCOLOR_RGB=#dc7878\n");
     using namespace std::string_literals;
     seeds.add("nul", asked + "[OWN]\nTITLE\0LABEL=1\nTITLELABEL=\0\n"s);
 }

@@ -5,6 +5,7 @@
 #include "../profiles.h"
 #include "../room.h"
 
+#include <MelkarCommon/checker/doubts.h>
 #include <MelkarCommon/circadian/weekly_circadian.h>
 #include <MelkarCommon/frame/results.h>
 #include <MelkarCommon/platform/files.h>
@@ -57,6 +58,8 @@ void ReadFiles(std::string_view input) {
     std::string path = visit.Give("bin/data.csv", parts[0]);
     CompareLines(path.c_str(), parts[0]);
     for (const KindRow& row : Catalogue()) {
+        for (const Doubt& doubt : DataDoubts(path, {row.kind, "", "OWN", 1, 1}))
+            Require(FindDoubtRule(doubt.rule) != nullptr, "a doubt has a rule");
         for (const DataTable& table : FilesReadBy(row)) {
             if (*table.suffix != '\0')
                 visit.Give("bin/data.csv" + std::string(table.suffix), parts[1]);

@@ -202,10 +202,72 @@ says "a profile that is doubted"    1 '^odd.cnf:2:14: error: TITLE_HEIGHT: .* is
 says "as a list of objects"         1 '"line": 2, "column": 14, "level": "error"' check --json odd.cnf
 printf '; melkar: allow missing-key\n[A]\nTITLE_HEIGHT=56\nNOTE_SHOW=true\nHORIZONTAL_LABEL_FONT=2\nGRAPH_BK_RGB=1,1,1\nFOO=\n' >odd.cnf
 says "a warning is no error"        0 'warning: FOO' check --level error odd.cnf
-says "the profiles of the samples"  0 '^$' check --level hint app/conf/graph.cnf "$samples"/app-ja/conf/graph.cnf "$samples"/app-ru/conf/graph.cnf
+says "the profiles of the samples"  0 '^$' check --level hint app/conf/graph.cnf "$samples"/app-*/conf/*.cnf
 says "no such profile"              1 'error: can.t be read' check nowhere.cnf
 says "nothing to check"             2 'name a profile' check
 says "checked as no kind"           2 'unknown kind: bra' check --kind bra odd.cnf
+
+# Mistakes as people make them: each is told of the files and of a drawing of them, which goes on if it can. Of a kind's starting profile
+# and its example: what sed makes of the profile, rows of a data file in the place of the example, options of the drawing.
+told() {
+    local what=$1 rule=$2 kind=$3 edit=$4 rows=$5 code=0
+    [[ $rule != no-page ]] || code=1
+    local files=(--data "$kind" --profile starter/conf/graph.cnf --section MINE mistake.csv)
+    "$melkar" keys "$kind" --profile --section MINE | sed "$edit" >starter/conf/graph.cnf
+    [[ -n $rows ]] && printf '%b' "$rows" >mistake.csv || "$melkar" data "$kind" --example >mistake.csv 2>no-rows.txt || : >mistake.csv
+    { "$melkar" check --kind "$kind" --section MINE starter/conf/graph.cnf || true
+      "$melkar" check "${files[@]}" ${6:+$6} || true; } >checked.txt 2>&1
+    grep -qF "[$rule]" checked.txt || fail "$what, checked" "no [$rule] in: $(<checked.txt)"
+    expect "$what, drawn" $code "^melkar: warning: .*\[$rule\]\$" --base starter/bin --section MINE --data mistake.csv ${6:+$6} -o m.png
+}
+mkdir -p starter/{bin,conf,log}
+while IFS='|' read -r what rule kind edit rows options; do
+    told "$what" "$rule" "$kind" "$edit" "$rows" "$options"
+done <<'MISTAKES'
+a misspelled key|unknown-key|bar|s/^PENCOLOR_RGB/PENCOLUR_RGB/
+CHARTMAX misspelled|unknown-key|bar|s/^CHARTMAX/CHARTMXA/
+a key that is missing|missing-key|bar|/^BARSCOLOR/d
+a colour as in web pages|color|bar|s/124,146,172/#dc7878/
+a colour by its name|color|bar|s/124,146,172/red/
+a colour above 255|color-range|bar|s/124,146,172/300,146,172/
+thousands with a comma|number|bar|s/14000/1,800/
+a number with a unit|number|bar|s/14000/14000 steps/
+a top below the bottom|empty-scale|bar|$aCHARTMIN=20000
+an interval of 0|interval|bar|s/INTERVAL=.*/INTERVAL=0/
+an interval in words|number|bar|s/INTERVAL=.*/INTERVAL=few/
+more lines than pixels|crowded-scale|bar|s/INTERVAL=.*/INTERVAL=1/
+COMMON missing|missing-common|bar|s/COMMON/COMON/
+COMMON twice|double-section|bar|1i[COMMON]
+a key twice|double-key|bar|$aCHARTMAX=1
+a colon for an equals sign|line-form|bar|s/CHARTMAX=/CHARTMAX: /
+a key in the wrong section|wrong-section|bar|$aFONT=Inter
+a key of another kind|other-kind|bar|$aNOTE_SHOW=true
+a key behind a switch|closed-key|pie|/^NOTE_SHOW/d
+1 for the word true|true-word|plot|s/SCALE_L=true/SCALE_L=1/
+a word for a number that switches|switch|bar|$aIS_PRINTTARGET=yes
+half a point|point|plot|s/=104,88/=104/
+a format of no figure|format|plot|s/%.0f/%d/
+a box inside out|box-inside-out|plot|s/=40,84/=900,84/
+boxes that overlap|box-overlap|pie|s/=600,180/=300,180/
+a face that isn't installed|face|bar|1aFONT=No Such Face
+a pale text|text-contrast|plot|s/38,50,66/170,180,190/
+pale bars|mark-contrast|bar|s/124,146,172/230,230,230/
+red beside green|color-blind|pie|s/136,180,173/255,190,190/
+alike in grey|grey|circle|s/26,100,104/140,110,30/
+a decimal comma|decimal-comma|bar||h\nh\n0,a,128,5\n
+n/a for a figure|number|bar||h\nh\n0,a,n/a\n
+too few columns|columns|bar||h\nh\n0,a\n
+no head rows|head|bar||0,a,1\n0,b,2\n0,c,3\n
+values off the scale|off-scale|bar||h\nh\n0,a,99999\n
+a fourth value without a colour|no-color|pie||1\n2\n3\n4\n
+a day that never was|date|activity||h\n\n\n0,20260230,20260231,,,,,,,,,1\n
+dates that go back|date-order|activity||h\n\n\n0,20260303,20260303,,,,,,,,,1\n0,20260302,20260302,,,,,,,,,1\n
+semicolons|separator|bar||h\nh\n0;a;1\n
+JSON|not-rows|bar||{"day": 1}
+UTF-16|bytes|bar||h\0\n\0
+a page behind the last week|no-page|week-print|||--page=9
+MISTAKES
+kind=bar
 
 says "a kind that reads no keys"    2 'no kind with keys .*: bra' keys bra
 mkdir -p starter/{bin,conf,log}

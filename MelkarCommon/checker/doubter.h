@@ -53,6 +53,8 @@ void DoubtMissing(const SectionReading& reading, PictureSize size, Doubter& doub
 void DoubtValues(const SectionReading& reading, PictureSize size, Doubter& doubter); ///< of what form they are
 void DoubtScales(const SectionReading& reading, PictureSize size, Doubter& doubter);
 void DoubtBoxes(const SectionReading& reading, PictureSize size, Doubter& doubter);
+void DoubtColors(const SectionReading& reading, PictureSize size, Doubter& doubter);
+void DoubtFaces(const SectionReading& reading, PictureSize size, Doubter& doubter);
 
 /// Keys of COMMON, which is read by all kinds alike.
 void DoubtCommon(const ProfileSection& common, Doubter& doubter);

@@ -16,7 +16,7 @@ constexpr const char* kCommon = "COMMON";
 
 /// What is looked at, from the least that a graph can read to the looks of its picture.
 constexpr void (*kPasses[])(const SectionReading& reading, PictureSize size, Doubter& doubter) = {
-    DoubtKeys, DoubtMissing, DoubtValues, DoubtScales, DoubtBoxes,
+    DoubtKeys, DoubtMissing, DoubtValues, DoubtScales, DoubtBoxes, DoubtColors, DoubtFaces,
 };
 
 /// Sections that graphs are made with. Descriptions of pictures have one of their own, where no key is needed.

@@ -38,8 +38,11 @@ PlacedProfile::PlacedProfile(const std::string& path)
 void PlacedProfile::TakeLine(std::string_view line, int number, int column) {
     if (line.front() == ';')
         return TakeComment(line.substr(1));
-    if (!m_pending.empty())
-        m_lines[number] = std::exchange(m_pending, {});
+    if (!m_pending.empty()) {
+        const bool isBehindHead = m_sections.back().entries.empty() && line.front() != '[';
+        m_lines[isBehindHead ? m_sections.back().line : number].merge(m_pending);
+        m_pending.clear();
+    }
     if (line.front() == '[') {
         m_sections.push_back({SectionName(line), number, {}});
         if (line.find(']') == std::string_view::npos)

@@ -64,7 +64,7 @@ private:
     std::vector<ProfileSection> m_sections;
     std::vector<OddLine> m_oddLines;
     Rules m_pending;              ///< of comments before the line to come
-    std::map<int, Rules> m_lines; ///< silenced there; at the head of a section: in all of it
+    std::map<int, Rules> m_lines; ///< silenced there; at the head of a section, or right behind it: in all of it
 };
 
 } // namespace melkar

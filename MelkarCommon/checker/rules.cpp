@@ -52,6 +52,13 @@ const std::vector<DoubtRule>& AllRules() {
         {"box-inside-out", Error, "A box of a panel ends before it begins: nothing of it shows."},
         {"box-outside", Warning, "A box of a panel reaches beyond the picture."},
         {"box-overlap", Warning, "Two boxes of a panel stand in each other's way."},
+        {"text-contrast", Warning, "Texts have a contrast below 4.5 to the ground that they stand on."},
+        {"mark-contrast", Warning, "Lines, bars or marks have a contrast below 3 to their ground."},
+        {"color-blind", Warning,
+         "Colours that stand next to each other look alike to a person with one of the three colour blindnesses: they "
+         "are less than 13 apart in CIE L*a*b*."},
+        {"grey", Warning, "Colours that stand next to each other look alike in grey: less than 20 apart in L*."},
+        {"face", Warning, "The machine lacks a face: another stands in, and texts are of another width."},
         {"not-rows", Error, "A data file is text in rows and columns; this one is of a spreadsheet, JSON or the like."},
         {"encoding", Warning,
          "Texts that are neither UTF-8 nor in the character set of the profile: signs stand in for what can't be "
@@ -103,9 +110,8 @@ std::string DoubtReference() {
         "An error comes out otherwise than meant, a warning most likely does, a hint may be meant so. The exit code of "
         "`melkar "
         "check` is 1 if there is a warning or an error; `--level` sets another level.\n\n"
-        "A comment in the profile silences rules on the next line that is none, or, before the head of a section, in "
-        "all of "
-        "that:\n\n"
+        "A comment in the profile silences rules on the next line that is none, or, before or "
+        "right behind the head of a section, in all of that:\n\n"
         "```ini\n; melkar: allow unknown-key\nMY_OWN_KEY=1\n```\n\n"
         "What a section is drawn as is guessed from its keys, unless `--kind` says it. Boxes and scales are looked at "
         "in a "

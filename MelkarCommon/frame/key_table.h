@@ -78,7 +78,8 @@ enum class KeyRole : std::uint8_t {
     TextColor,    ///< of texts on the ground `with`
     TitleColor,   ///< the same; in the colour of the ground they are hidden, and keep their room
     MarkColor,    ///< of marks on the ground `with`
-    Ground,       ///< a colour that black texts stand on
+    PlainColor,   ///< of all texts that no other key has a colour for, in the place of black
+    Ground,       ///< a colour that such texts stand on
     ScaleTop,     ///< end of the scale that begins at `with`
     FreeScaleTop, ///< the same; at or below that there is no such scale
     ScaleStep,    ///< step of the scale that ends at `with`
@@ -256,6 +257,7 @@ template <class Graph> struct KeyRow {
     constexpr KeyRow TextOn(const char* ground) const { return As(KeyRole::TextColor, ground); }
     constexpr KeyRow TitleOn(const char* ground) const { return As(KeyRole::TitleColor, ground); }
     constexpr KeyRow MarkOn(const char* ground) const { return As(KeyRole::MarkColor, ground); }
+    constexpr KeyRow ForPlainTexts() const { return As(KeyRole::PlainColor); }
     constexpr KeyRow UnderText() const { return As(KeyRole::Ground); }
     constexpr KeyRow TopFrom(const char* bottom) const { return As(KeyRole::ScaleTop, bottom); }
     constexpr KeyRow FreeTopFrom(const char* bottom) const { return As(KeyRole::FreeScaleTop, bottom); }

@@ -86,6 +86,17 @@ const Mistake kMistakes[] = {
     {"a box without width", "plot", "OFFSET_RB=40,84", "OFFSET_RB=800,84", "box-inside-out", "to 100,416 at 900x500"},
     {"one beyond the panel", "pie", "NOTE_OFFSET_RB=60,170", "NOTE_OFFSET_RB=-60,170", "box-outside", "to 960,330"},
     {"one in another", "pie", "NOTE_OFFSET_LT=600", "NOTE_OFFSET_LT=500", "box-overlap", "overlaps the graph area"},
+    {"a pale title", "plot", "TITLE_LABEL_RGB=38,50,66", "TITLE_LABEL_RGB=130,140,150", "text-contrast",
+     "a contrast of 2.8 to TITLE_BK_RGB"},
+    {"a dark ground of black texts", "bar", "BASECOLOR_RGB=255,255,255", "BASECOLOR_RGB=90,90,90", "text-contrast",
+     "to the texts on it"},
+    {"the same under light texts", "bar", "BASECOLOR_RGB=255,255,255",
+     "TEXTCOLOR_RGB=255,255,255\nBASECOLOR_RGB=90,90,90", "text-contrast", "a contrast of 1.0 to the texts"},
+    {"a title that only keeps its room", "bar", "", "TITLECOLOR_RGB=255,255,255\n", "", ""},
+    {"pale bars", "bar", "124,146,172", "200,210,220", "mark-contrast", "to CANVASCOLOR_RGB; it should be 3.0"},
+    {"red beside green", "pie", "VALUE_RGB1=136,180,173", "VALUE_RGB1=255,190,190", "color-blind,grey", "red cones"},
+    {"alike in grey", "circle", "MODERATECOLOR_RGB=26,100,104", "MODERATECOLOR_RGB=140,110,30", "grey", "LIGHT"},
+    {"a face that isn't there", "bar", "[COMMON]", "[COMMON]\nFONT=No Such Face", "face", "stands in"},
     {"a text by another name", "text", "TEXT=Start slowly, and add a few minutes each week.\nTEXT", "A=S\nA", "", ""},
 };
 
@@ -162,6 +173,8 @@ TEST_F(ProfileDoubts, HavePlacesAndCanBeSilenced) {
                                              {"no word to us", "; allow number", "3:15 number"}})
         EXPECT_EQ(PlacesOf(Of(Replaced(wrong, "  CHARSET", std::string(comment) + "\n  CHARSET"))), rest) << why;
     EXPECT_EQ(PlacesOf(Of("; melkar: allow number\n" + wrong)), "") << "before the head of a section";
+    EXPECT_EQ(PlacesOf(Of(Replaced(wrong, "[COMMON]\n", "[COMMON]\n; melkar: allow number\nLANG=0\n"))), "")
+        << "right behind it";
 }
 
 TEST_F(ProfileDoubts, AreAboutFilesAndSections) {

@@ -9,7 +9,7 @@ work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 
 # The cases run in a copy, so that the ring log grows there.
-cp -r "$samples/app" "$samples/data" "$samples/import" "$work"
+cp -r "$samples/"{app,data,import,pictures.txt} "$work"
 cd "$work"
 printf 'head\nhead\n' >no-days.csv
 echo former >kept.svg
@@ -323,6 +323,79 @@ page "a mistyped one behind"        2 'sectoin' -o a.html --and "${line[@]}" --s
 page "no such section behind"       2 'no section: OTHER' -o a.html --and line --section OTHER --data data/line-week.csv
 page "a chart that fails"           1 '101: ' -o kept.svg --and line --section LINE --data missing.csv
 expect_file "a chart that fails" 'former' kept.svg
+
+# A manifest of pictures. Each is what `draw` makes of the row's arguments, however many are drawn at a time.
+mkdir -p other/{bin,conf,log}
+sed 's/Steps this week/Elsewhere/' app/conf/graph.cnf >other/conf/graph.cnf
+cp data/bar-week.csv "it's a week.csv"
+cat >rows.txt <<'END'
+# a comment, then a row with all sorts of quotes
+
+bar --base app/bin --section BAR_WEEK --data "it's a week.csv" -o 1.png --size 300x200 # behind a row
+bar --base other/bin --section BAR_WEEK --data it\'s' a 'week.csv -o 2.png
+day --base app/bin --section DAY --data data/circadian-week.csv -o 3.svg --date 20260305
+bar --base app/bin --section BAR_WEEK --data data/bar-week.csv -o 4.pdf --target "9000"
+END
+says "a manifest"                   0 '^4 pictures: 4 drawn, 0 finished before, 0 failed$' batch rows.txt -j 1
+mkdir former && mv [1-4].{png,svg,pdf} former
+says "files that are gone"          0 ' 4 drawn' batch rows.txt -j 4
+expect "as from draw"               0 '^$' --base other/bin --data data/bar-week.csv -o former/alone.png
+for pair in "former/1.png 1.png" "former/2.png 2.png" "former/3.svg 3.svg" "former/4.pdf 4.pdf" "former/alone.png 2.png"; do
+    cmp -s $pair || fail "the same whoever draws it" "$pair differ"
+done
+says "all are finished"             0 ' 0 drawn, 4 finished' batch rows.txt
+
+# drawn_anew WHY COUNT COMMAND: how many pictures are drawn again after the command.
+drawn_anew() {
+    eval "$3"
+    says "$1" 0 " $2 drawn" batch rows.txt
+}
+drawn_anew "times aren't contents"  0 'touch app/conf/graph.cnf data/bar-week.csv'
+drawn_anew "data, at the same time" 1 'touch -r "it'"'"'s a week.csv" t; sed -i s/8/9/ data/bar-week.csv; touch -r t data/bar-week.csv'
+drawn_anew "a profile"              1 'sed -i s/Elsewhere/There/ other/conf/graph.cnf'
+drawn_anew "formats of dates"       3 'echo ";" >>app/conf/config.cnf'
+drawn_anew "a file that isn't ours" 1 'cp 2.png 1.png'
+drawn_anew "a row"                  1 'sed -i s/9000/9100/ rows.txt'
+drawn_anew "a state cut by a kill"  1 'truncate -s -9 rows.txt.done'
+says "all anew"                     0 ' 4 drawn' batch rows.txt --again
+rm rows.txt.done
+says "a half of the lines"          0 '^2 pictures: 2 drawn' batch rows.txt --shard 1/2
+says "the other"                    0 '^2 pictures: 2 drawn' batch rows.txt --shard 2/2
+says "the whole, from the halves"   0 ' 4 finished' batch rows.txt
+says "no such shard"                2 '--shard takes I/N' batch rows.txt --shard 3/2
+
+says "what is there is right"       0 '^4 pictures: 4 as' verify rows.txt
+echo >>4.pdf && rm 1.png
+for missing in 'rows.txt:3: .*/1.png: is missing' 'rows.txt:6: .*/4.pdf: differs' '4 pictures: 2 as'; do
+    says "what isn't"               1 "$missing" verify rows.txt -j 2
+done
+[[ ! -e 1.png ]] || fail "what isn't" "a picture was written"
+
+printf 'bar --base app/bin --section BAR_WEEK --data %s -o %s\n' none.csv a1.png data/bar-week.csv nowhere/a2.png \
+    doubtful.csv a3.png data/bar-week.csv a4.png >bad.txt
+printf 'head\n0,a,5\n' >doubtful.csv
+told=$("$melkar" batch bad.txt -j 3 2>&1 >/dev/null | tr '\n' ' ') || true
+inOrder="^melkar: bad.txt:1: 101: .* melkar: bad.txt:2: can't be written: .* melkar: warning: bad.txt:3: [^ ]*doubtful.csv: "
+[[ $told =~ $inOrder ]] || fail "told by lines" "$told"
+[[ -s a4.png ]] || fail "told by lines" "those behind weren't drawn"
+says "what failed is tried again"   1 ' 0 drawn, 2 finished before, 2 failed' batch bad.txt
+
+# faulty WHY PATTERN ROW: a manifest that isn't begun.
+faulty() {
+    printf '%s\n' "bar --section BAR_WEEK --base app/bin --data data/bar-week.csv -o f.png" "$3" >faulty.txt
+    says "$1" 2 "faulty.txt:2: .*$2" batch faulty.txt
+    [[ ! -e f.png ]] || fail "$1" "a picture was drawn"
+}
+row='bar --section BAR_WEEK --base app/bin --data data/bar-week.csv'
+faulty "no such kind"               'unknown kind: bra' "bra ${row#bar} -o g.png"
+faulty "no such option"             'zoom' "$row -o g.png --zoom 2"
+faulty "an open quote"              "isn't closed" "$row -o 'g.png"
+faulty "two of one name"            'line 1 writes' "$row -o ./f.png"
+faulty "nothing written"            'writes a picture' "$row --record"
+faulty "printed"                    'writes a picture' "$row -o - --format png"
+faulty "no input of its own"        'no standard input' "${row/data\/bar-week.csv/-} -o g.png"
+says "a manifest through a pipe"    0 '1 drawn' batch - <<<"$row -o piped.png"
+says "no manifest"                  2 "can't be read" batch none.txt
 
 kind=week-print
 week=(--section WEEK --data data/week-print.csv --record)

@@ -1,6 +1,7 @@
 #include "draw.h"
 
 #include "files.h"
+#include "image_chart.h"
 #include "messages.h"
 #include "warnings.h"
 
@@ -139,6 +140,16 @@ int Draw(Request request) {
         return FailWith(code, request.data);
 
     return request.toStandardOutput ? DrawToStandardOutput(*chart, request) : DrawOutput(*chart, request);
+}
+
+std::vector<std::string> FilesReadFor(const Request& request) {
+    std::vector<std::string> files{request.base + "/../conf/graph.cnf", request.base + "/../conf/config.cnf"};
+    for (const DataTable& file : FilesReadBy(*request.kind)) {
+        files.push_back(request.data + file.suffix);
+        if (file.columns.empty()) // a picture
+            files.push_back(MaskBeside(request.data));
+    }
+    return files;
 }
 
 } // namespace melkar::tool

@@ -15,7 +15,8 @@ namespace melkar::tool {
 struct Request {
     const KindRow* kind = nullptr;
     ChartOptions chart;
-    std::string data;
+    std::string base; ///< the host's directory
+    std::string data; ///< empty for a kind that reads none
     std::string out;
     bool toStandardOutput = false; ///< the picture is printed, and `out` isn't used
     Output output;
@@ -32,5 +33,8 @@ struct Request {
 /// Draws and writes, within a `HostDirectory`: the library finds its profile from there.
 /// @return 0, or 1 after a message on the error stream
 int Draw(Request request);
+
+/// The files from which the picture is drawn, whether they are there or not.
+std::vector<std::string> FilesReadFor(const Request& request);
 
 } // namespace melkar::tool

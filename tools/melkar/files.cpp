@@ -8,6 +8,7 @@
 #include <iterator>
 #include <stdexcept>
 #include <system_error>
+#include <unistd.h>
 
 namespace melkar::tool {
 namespace {
@@ -24,8 +25,15 @@ void Copy(std::istream& from, const std::string& path) {
 
 } // namespace
 
-TemporaryFile::TemporaryFile(const std::string& name)
-    : m_directory((fs::temp_directory_path() / "melkar-XXXXXX").string()) {
+std::string TemporaryFile::Usual() { return fs::temp_directory_path().string(); }
+
+std::string TemporaryFile::InMemory() {
+    constexpr const char* kShared = "/dev/shm";
+    return access(kShared, W_OK) == 0 ? kShared : Usual();
+}
+
+TemporaryFile::TemporaryFile(const std::string& name, const std::string& folder)
+    : m_directory(folder + "/melkar-XXXXXX") {
     if (mkdtemp(m_directory.data()) == nullptr)
         throw std::runtime_error("no temporary file: " + std::generic_category().message(errno));
     m_path = m_directory + "/" + name;

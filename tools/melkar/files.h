@@ -11,10 +11,14 @@ namespace melkar::tool {
 /// In a directory of its own, which goes with the object. There is no file until somebody writes it.
 class TemporaryFile {
 public:
-    explicit TemporaryFile(const std::string& name); ///< throws std::runtime_error if there can be none
+    /// Below the folder for temporary files, unless told. Throws std::runtime_error if there can be none.
+    explicit TemporaryFile(const std::string& name, const std::string& folder = Usual());
     ~TemporaryFile();
     TemporaryFile(const TemporaryFile&) = delete;
     TemporaryFile& operator=(const TemporaryFile&) = delete;
+
+    static std::string Usual();
+    static std::string InMemory(); ///< if the system has such a folder
 
     const std::string& Path() const { return m_path; }
     void CopyToStandardOutput() const; ///< whether that took it is for who flushes it to find out

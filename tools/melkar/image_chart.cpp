@@ -12,10 +12,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::string MaskBeside(const fs::path& picture) {
-    return picture.parent_path() / (picture.stem().string() + "-mask" + picture.extension().string());
-}
-
 class ImageChart final : public Chart {
 public:
     long Read(char* path) override {
@@ -42,6 +38,11 @@ private:
 };
 
 } // namespace
+
+std::string MaskBeside(const std::string& picture) {
+    const fs::path path = picture;
+    return path.parent_path() / (path.stem().string() + "-mask" + path.extension().string());
+}
 
 std::unique_ptr<Chart> MakeImageChart(const ChartOptions&) { return std::make_unique<ImageChart>(); }
 

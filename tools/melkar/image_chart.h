@@ -8,4 +8,6 @@ namespace melkar::tool {
 /// "-mask" before its suffix stands beside it, the picture shows where that is white.
 std::unique_ptr<Chart> MakeImageChart(const ChartOptions& options);
 
+std::string MaskBeside(const std::string& picture); ///< whether it is there or not
+
 } // namespace melkar::tool

@@ -6,6 +6,8 @@ namespace melkar::tool {
 Run AddDraw(CLI::App& app);
 Run AddDescribe(CLI::App& app);
 Run AddPage(CLI::App& app);
+Run AddBatch(CLI::App& app);
+Run AddVerify(CLI::App& app);
 Run AddReport(CLI::App& app);
 Run AddKeys(CLI::App& app);
 Run AddData(CLI::App& app);
@@ -20,6 +22,8 @@ std::span<const Command> Commands() {
         {"draw", "Draw one chart into a picture", AddDraw},
         {"describe", "Say what a chart shows, in words or for programs", AddDescribe},
         {"page", "Draw charts into one page for a browser", AddPage},
+        {"batch", "Draw all pictures of a manifest that aren't finished", AddBatch},
+        {"verify", "Draw them again and tell which files differ", AddVerify},
         {"report", "Print a report of a month", AddReport},
         {"keys", "Print the keys of a profile as a Markdown page", AddKeys},
         {"data", "Print what the data file of a kind looks like, or an example", AddData},

@@ -2,6 +2,7 @@
 #include "files.h"
 #include "messages.h"
 #include "options.h"
+#include "progress.h"
 
 #include <month_report.h>
 
@@ -79,6 +80,11 @@ std::string PrinterName(const std::string& name) {
     return fs::path(name).extension() == ".pdf" ? fs::absolute(name).string() : name;
 }
 
+int Printed(CMonthReport& report) {
+    const Progress progress([] { return "printing"; });
+    return report.Print();
+}
+
 int RunReport(const ReportOptions& options) {
     std::optional<TemporaryFile> printed;
     if (options.printer == "-") {
@@ -99,7 +105,7 @@ int RunReport(const ReportOptions& options) {
 
     CMonthReport report(printer.data(), paper, options.landscape ? kLandscape : kPortrait, section.data(), data.c_str(),
                         header.c_str());
-    const int pages = report.Print();
+    const int pages = Printed(report);
     if (pages == 0) {
         Complain("nothing was printed; ../log/graph.log says why: " + printer);
         return kFailed;

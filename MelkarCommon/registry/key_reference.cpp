@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <set>
 #include <sstream>
 #include <utility>
 
@@ -214,14 +215,33 @@ std::string KeyReferenceOf(std::string_view name) {
     return page;
 }
 
+std::string StarterSectionOf(std::string_view kind) {
+    std::string section(kind);
+    for (char& letter : section)
+        letter = letter == '-' ? '_' : letter >= 'a' && letter <= 'z' ? static_cast<char>(letter - 'a' + 'A') : letter;
+    return section;
+}
+
 std::string StarterProfile(std::string_view name, const std::string& section) {
-    const std::optional<KindKeys> kind = KeysOfKind(name);
-    if (!kind)
-        return "";
+    return StarterProfile({{std::string(name), section}});
+}
+
+/// The first of two kinds that need a common key says its value; a test sees to it that they agree.
+std::string StarterProfile(const std::vector<StarterSection>& sections) {
     std::string common = "[COMMON]\n";
-    std::string own = "[" + section + "]\n";
-    for (const StarterLine& line : kind->starter)
-        (line.row.section == KeySection::Common ? common : own) += line.text + "\n";
+    std::string own;
+    std::set<std::string> known; // keys of COMMON
+    for (const auto& [name, section] : sections) {
+        const std::optional<KindKeys> kind = KeysOfKind(name);
+        if (!kind)
+            return "";
+        own += "[" + section + "]\n";
+        for (const StarterLine& line : kind->starter)
+            if (line.row.section == KeySection::Own)
+                own += line.text + "\n";
+            else if (known.insert(line.text.substr(0, line.text.find('='))).second)
+                common += line.text + "\n";
+    }
     return common + own;
 }
 

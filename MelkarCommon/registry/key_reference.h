@@ -29,4 +29,17 @@ MELKAR_API std::string KeyReferenceOf(std::string_view kind);
 /// own keys stand in `section`. Empty if there is no kind of that name.
 MELKAR_API std::string StarterProfile(std::string_view kind, const std::string& section);
 
+/// The section of a kind in a profile of several: its name in capitals, as in CIRCLE_SEPARATE.
+MELKAR_API std::string StarterSectionOf(std::string_view kind);
+
+/// A section of a profile, and the kind that is drawn by it.
+struct StarterSection {
+    std::string kind;
+    std::string section;
+};
+
+/// Such a profile for several kinds, whose common keys stand in one section COMMON. Empty if there is no kind of one of
+/// the names.
+MELKAR_API std::string StarterProfile(const std::vector<StarterSection>& sections);
+
 } // namespace melkar

@@ -46,6 +46,20 @@ TEST(Catalogue, StarterProfilesAreReadToTheLastLine) {
     EXPECT_EQ(melkar::KeyReferenceOf("CBarGraph"), "") << "a class is no kind";
 }
 
+TEST(Catalogue, StarterProfilesShareOneCommon) {
+    std::vector<melkar::StarterSection> sections;
+    for (const melkar::KindRow& row : melkar::Catalogue())
+        if (!melkar::StarterProfile(row.kind, "A").empty())
+            sections.push_back({row.kind, row.kind});
+    const std::vector<std::string> lines = LinesOf(melkar::StarterProfile(sections));
+    EXPECT_EQ(std::count(lines.begin(), lines.end(), "[COMMON]"), 1);
+    EXPECT_EQ(std::count(lines.begin(), lines.end(), "VALUESIZE=10"), 1);
+    for (const auto& [kind, section] : sections)
+        for (const std::string& line : LinesOf(melkar::StarterProfile(kind, section)))
+            EXPECT_THAT(lines, Contains(line)) << "two kinds need different values: " << kind;
+    EXPECT_EQ(melkar::StarterProfile({{"bar", "A"}, {"bra", "B"}}), "");
+}
+
 /// Each kind with its example.
 class Examples : public HostTest {
 protected:

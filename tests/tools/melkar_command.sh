@@ -397,6 +397,26 @@ faulty "no input of its own"        'no standard input' "${row/data\/bar-week.cs
 says "a manifest through a pipe"    0 '1 drawn' batch - <<<"$row -o piped.png"
 says "no manifest"                  2 "can't be read" batch none.txt
 
+# An application of all kinds that one is made of draws each at once, and its profile is beyond doubt.
+kinds=(bar line steps expenditure activity simulation day week circle circle-separate bmi himand quadrant panel plot pie text)
+mkdir fresh # an empty one will do
+says "a new application"            0 'melkar draw bar --base fresh/bin --section BAR --data fresh/data/bar.csv' new fresh/ "${kinds[@]}"
+says "its profile"                  0 '^$' check fresh/conf/graph.cnf
+for kind in "${kinds[@]}"; do
+    section=${kind//-/_} data=()
+    [[ ! -e fresh/data/$kind.csv ]] || data=(--data "fresh/data/$kind.csv")
+    expect "a new $kind"            0 '^$' --base fresh/bin --section "${section^^}" "${data[@]}" -o "fresh/$kind.png"
+    grep -qF "{\"$kind\", \"${section^^}\"" fresh/charts.cpp || fail "a new $kind" "the program doesn't draw it"
+done
+kind=bar
+[[ $(stat -c %a fresh) == $(stat -c %a data) ]] || fail "a new application" "its directory has another mode than ours"
+says "never where something is"     2 'something already: data' new data bar
+says "nor of nothing"               2 'unknown kind: bra' new fresher bar bra
+says "nor of a picture"             2 'no application .*: image' new fresher image
+[[ ! -e fresher ]] || fail "nor of nothing" "something was made"
+says "a section a kind"             0 '^\[CIRCLE_SEPARATE\]$' keys bar circle-separate --profile
+says "each has its own"             2 '--section is of one kind' keys bar circle --profile --section MINE
+
 kind=week-print
 week=(--section WEEK --data data/week-print.csv --record)
 expect "a week that others follow"  0 'Mar 4' "${week[@]}" --page 0

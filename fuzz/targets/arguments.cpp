@@ -55,8 +55,9 @@ void RunCommand(std::string_view input) {
     Visit visit;
     std::istringstream words{Harmless(std::string(TakeLine(input)))};
     const std::vector<std::string_view> parts = PartsOf(input, 2);
+    const std::string data = Harmless(std::string(parts[1])); // a manifest has arguments, too
     visit.Give("conf/graph.cnf", parts[0]);
-    visit.Give("bin/data.csv", parts[1]);
+    visit.Give("bin/data.csv", data);
     std::vector<std::string> arguments{"melkar"};
     for (std::string word; words >> word;)
         arguments.push_back(word);
@@ -65,19 +66,24 @@ void RunCommand(std::string_view input) {
         pointers.push_back(argument.data());
     pointers.push_back(nullptr);
     {
-        const Quiet quiet{std::string(parts[1])};
+        const Quiet quiet{data};
         const int code = CommandMain(static_cast<int>(arguments.size()), pointers.data());
         Require(code >= 0 && code <= 2, "an exit code: " + std::to_string(code));
     }
-    std::filesystem::current_path(Room().Path("bin"));
-    for (const auto& made : std::filesystem::recursive_directory_iterator(Room().Path("bin")))
-        visit.Expect("bin/" + made.path().lexically_relative(Room().Path("bin")).string());
+    for (const auto& made : std::filesystem::directory_iterator(Room().Path("bin")))
+        if (made.is_directory())
+            std::filesystem::remove_all(made); // an application was laid out
+        else
+            visit.Expect("bin/" + made.path().filename().string());
 }
 
 void SeedArguments(Seeds& seeds) {
     AddProfileWords(seeds);
     const std::string between(kBetweenParts);
     const std::string days = "--section OWN --data data.csv --size 240x200";
+    const std::string picture = "bar " + days + " -o 'a b.png'\n";
+    seeds.add("batch", "batch - -j 2 --state s\n" + StarterProfile("bar", "OWN") + between + picture);
+    seeds.add("new", "new app week pie\n" + between);
     const std::string report = "report --printer r.pdf --header data.csv --data . --section OWN";
     for (const KindRow& row : Catalogue()) {
         const std::string kind = row.kind;

@@ -27,7 +27,7 @@ struct ProfileUse {
 
 /// Doubts about a profile, in the order of its lines. A comment "; melkar: allow RULE..." silences these rules on the
 /// next line that is none; around the head of a section, in all of that. @param path empty for the profile of all
-/// graphs
+/// graphs @param use what it is looked at for
 MELKAR_API std::vector<Doubt> Doubts(const std::string& path, const ProfileUse& use);
 /// The same for a graph of that kind, which is made with that section.
 MELKAR_API std::vector<Doubt> Doubts(const std::string& path, const std::string& section, const std::string& kind);

@@ -29,13 +29,13 @@ struct CGraph::KeyRows : melkar::Keys<CGraph> {
         Color<&G::m_crCanvas>(Common, "CANVASCOLOR_RGB", "background of the canvas").UnderText(),
         Color<&G::m_crBase>(Common, "BASECOLOR_RGB", "background of the whole graph").UnderText(),
         Color<&G::m_crPen>(Common, "PENCOLOR_RGB", "lines and frames"),
-        Color<&G::m_crTexts>(Common, "TEXTCOLOR_RGB", "texts that no other key has a colour for, instead of black")
+        Color<&G::m_crTextsOfAll>(Common, "TEXTCOLOR_RGB", "texts that no other key has a colour for, instead of black")
             .ForPlainTexts()
             .Else(static_cast<int>(melkar::kNoColor))
             .Example("226,234,243"),
         Color<&G::m_crTexts>(Own, "TEXTCOLOR_RGB", "the same of this graph")
             .ForPlainTexts()
-            .Else<&G::m_crTexts>("TEXTCOLOR_RGB"),
+            .Else<&G::m_crTextsOfAll>("TEXTCOLOR_RGB"),
         Color<&G::m_crSideBar>(Own, "SIDEBARCOLOR_RGB", "kept; no graph paints with it").Idle(),
         Text<melkar::In<&G::m_Title, &CText::m_strText>>(Own, "TITLELABEL", "title").Example("\" Steps\""),
         Color<melkar::In<&G::m_Title, &CText::m_crColor>>(Own, "TITLECOLOR_RGB",

@@ -177,21 +177,22 @@ public:
     int m_nViewMode = 0; ///< 1 sends the picture to the second shared surface
 
 protected:
-    int m_nLang = 0;                       ///< language number of the profile
-    CIniReader m_Ini;                      ///< bound to "..\conf\graph.cnf"
-    CString m_strSection;                  ///< the graph's own section of the profile
-    CRect m_rcGraph;                       ///< the whole graph; at (0, 0) on a working surface of its own
-    CRect m_rcTitle;                       ///< the title's text
-    CRect m_rcCanvas;                      ///< the plot area
-    CRect m_rcSideBar;                     ///< a strip at the left
-    int m_nOriginX = 0;                    ///< where the picture lands on the shared surface
-    int m_nOriginY = 0;                    ///< likewise
-    COLORREF m_crBase = 0;                 ///< ground of the graph
-    COLORREF m_crCanvas = 0;               ///< ground of the plot area
-    COLORREF m_crPen = 0;                  ///< frames and scale lines
-    COLORREF m_crSideBar = 0;              ///< kept; no painting uses it
-    COLORREF m_crTexts = melkar::kNoColor; ///< see `TextColorOr`
-    CText m_Title;                         ///< text and looks of the title
+    int m_nLang = 0;                            ///< language number of the profile
+    CIniReader m_Ini;                           ///< bound to "..\conf\graph.cnf"
+    CString m_strSection;                       ///< the graph's own section of the profile
+    CRect m_rcGraph;                            ///< the whole graph; at (0, 0) on a working surface of its own
+    CRect m_rcTitle;                            ///< the title's text
+    CRect m_rcCanvas;                           ///< the plot area
+    CRect m_rcSideBar;                          ///< a strip at the left
+    int m_nOriginX = 0;                         ///< where the picture lands on the shared surface
+    int m_nOriginY = 0;                         ///< likewise
+    COLORREF m_crBase = 0;                      ///< ground of the graph
+    COLORREF m_crCanvas = 0;                    ///< ground of the plot area
+    COLORREF m_crPen = 0;                       ///< frames and scale lines
+    COLORREF m_crSideBar = 0;                   ///< kept; no painting uses it
+    COLORREF m_crTexts = melkar::kNoColor;      ///< see `TextColorOr`
+    COLORREF m_crTextsOfAll = melkar::kNoColor; ///< the same of all graphs
+    CText m_Title;                              ///< text and looks of the title
 
 public:
     CStringArray m_saValues;   ///< figures as text, in the order that the class sets

@@ -43,8 +43,8 @@ protected:
     MELKAR_LOCAL int ShownClass() const { return IsAboveScale() ? m_nClassCount - 1 : m_nClass; }
     /// A caption with its lines broken.
     MELKAR_LOCAL static CString CaptionOf(const CStringArray& captions, int cls);
-    /// The figure as the gauge's only item. @param text as painted @param area of its bar or disc @param band all that
-    /// a bar or disc may take
+    /// The figure as the gauge's only item. @param contents takes it @param text as painted @param area of its bar or
+    /// disc @param band all that a bar or disc may take
     MELKAR_LOCAL void AddFigureTo(melkar::Contents& contents, const CString& text, const CRect& area,
                                   const CRect& band) const;
 

@@ -375,7 +375,7 @@ printf 'bar --base app/bin --section BAR_WEEK --data %s -o %s\n' none.csv a1.png
     doubtful.csv a3.png data/bar-week.csv a4.png >bad.txt
 printf 'head\n0,a,5\n' >doubtful.csv
 told=$("$melkar" batch bad.txt -j 3 2>&1 >/dev/null | tr '\n' ' ') || true
-inOrder="^melkar: bad.txt:1: 101: .* melkar: bad.txt:2: can't be written: .* melkar: warning: bad.txt:3: [^ ]*doubtful.csv: "
+inOrder="^melkar: bad.txt:1: 101: .* melkar: bad.txt:2: can't be written: .* melkar: warning: bad.txt:3: [^ ]*doubtful.csv:2: "
 [[ $told =~ $inOrder ]] || fail "told by lines" "$told"
 [[ -s a4.png ]] || fail "told by lines" "those behind weren't drawn"
 says "what failed is tried again"   1 ' 0 drawn, 2 finished before, 2 failed' batch bad.txt

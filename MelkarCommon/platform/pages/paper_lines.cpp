@@ -212,7 +212,7 @@ private:
         const PointD back{middle + m_rows[0].shift.x * m_rows[0].copies, middle + m_rows[0].shift.y * m_rows[0].copies};
         PaperLine outline;
         outline.isClosed = outline.hasRoundCorners = true;
-        outline.filling = Filling{stroke.color};
+        outline.filling = PolygonFilling{stroke.color};
         for (const POINT& corner : m_edge)
             outline.points.push_back({corner.x + middle, corner.y + middle});
         for (auto corner = m_edge.rbegin(); corner != m_edge.rend(); ++corner)
@@ -288,7 +288,7 @@ std::optional<PaperLine> FilledOutline(const PolygonShape& polygon, Color color,
     if (lines.size() > 1 && UnitBetween(lines[0], lines[1]))
         return std::nullopt;
     PaperLine line = PathOf(points, stroke);
-    line.filling = Filling{color, polygon.winding};
+    line.filling = PolygonFilling{color, polygon.winding};
     if (line.isClosed)
         return line;
     const double middle = line.points[1].y - points[1].y;

@@ -12,7 +12,7 @@
 namespace melkar {
 
 /// What a path encloses.
-struct Filling {
+struct PolygonFilling {
     Color color;
     bool winding = true; ///< non-zero winding instead of even-odd
 };
@@ -24,7 +24,7 @@ struct PaperLine {
     bool isClosed = false;
     bool hasRoundCorners = false; ///< else whole ones
     bool hasRoundEnds = false;    ///< where it has no pattern; else cut off at the last points
-    std::optional<Filling> filling = std::nullopt;
+    std::optional<PolygonFilling> filling = std::nullopt;
 };
 
 /// What of a polyline, as `Backend::StrokePolyline` has it, is to be stroked to be seen within `clip`; the width is

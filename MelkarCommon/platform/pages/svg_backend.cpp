@@ -89,7 +89,7 @@ private:
     }
     void FinishLines() { m_pen.Lift(m_clip, Ink()); }
     void WriteShape(const Shape& shape, Color color);
-    void WriteFilling(const Filling& filling);
+    void WriteFilling(const PolygonFilling& filling);
     void StrokeLine(const PaperLine& line, const Stroke& stroke);
     void WriteLine(const PaperLine& line);
     void WriteStroke(Color color, double width);
@@ -375,7 +375,7 @@ void SvgBackend::StrokeShape(const Shape& shape, const Stroke& stroke) {
     m_words.Raw(" stroke-linejoin=\"round\"/>\n");
 }
 
-void SvgBackend::WriteFilling(const Filling& filling) {
+void SvgBackend::WriteFilling(const PolygonFilling& filling) {
     m_words.Paint("fill", filling.color);
     if (!filling.winding)
         m_words.Value("fill-rule", "evenodd");

@@ -54,11 +54,11 @@ void PrintCase(const std::string& command, const std::string& before, const std:
 }
 
 void PrintCases(const CLI::App& command) {
-    const std::string name = command.get_name();
+    const std::string& name = command.get_name();
     std::string first = OptionNames(command);
     for (const CLI::Option* option : command.get_options()) {
         if (option->get_positional())
-            first = WordsOf(*option) + " " + first;
+            first.insert(0, WordsOf(*option) + " ");
         if (option->get_items_expected_max() == 0) // a flag
             continue;
         for (const std::string& longName : option->get_lnames())

@@ -47,7 +47,8 @@ struct DataUse {
 /// Looks through the file at `path` (and the suffix of the table). None if it suits, can't be read or isn't text in
 /// columns. @param table what such a file looks like @param path of the file @param use what else is known
 MELKAR_API DataFindings CheckData(const DataTable& table, const std::string& path, const DataUse& use);
-/// The same for who knows no profile. @param series figures per day @param most findings that are kept
+/// The same for who knows no profile. @param table as above @param path as above @param series figures per day
+/// @param most findings that are kept
 MELKAR_API DataFindings CheckData(const DataTable& table, const std::string& path, int series, std::size_t most);
 
 } // namespace melkar

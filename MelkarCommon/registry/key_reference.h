@@ -34,8 +34,8 @@ MELKAR_API std::string StarterSectionOf(std::string_view kind);
 
 /// A section of a profile, and the kind that is drawn by it.
 struct StarterSection {
-    std::string kind;
-    std::string section;
+    std::string kind;    ///< as the command calls it
+    std::string section; ///< its name
 };
 
 /// Such a profile for several kinds, whose common keys stand in one section COMMON. Empty if there is no kind of one of

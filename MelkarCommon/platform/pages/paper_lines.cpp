@@ -158,6 +158,8 @@ std::vector<Row> StraightParts(const Row& row) {
 /// Rows of straight lines each of which begins where another ends. They go one way across their shift, so that nothing
 /// of the outline is enclosed twice.
 class RowChain {
+    static bool AreAlike(const Row& a, const Row& b) { return a.copies == b.copies && IsSamePoint(a.shift, b.shift); }
+
 public:
     /// @return false if the row doesn't go on here
     bool Add(const Row& row) {
@@ -168,12 +170,10 @@ public:
         const bool isBackward = across(row.points[1]) < across(row.points[0]);
         const POINT from = row.points[isBackward ? 1 : 0];
         const POINT to = row.points[isBackward ? 0 : 1];
-        if (across(from) == across(to))
+        if (across(from) == across(to) || (!m_rows.empty() && !AreAlike(row, m_rows[0])))
             return false;
         if (m_rows.empty())
             m_edge = {from, to};
-        else if (row.copies != m_rows[0].copies || !IsSamePoint(row.shift, m_rows[0].shift))
-            return false;
         else if (IsSamePoint(m_edge.back(), from))
             m_edge.push_back(to);
         else if (IsSamePoint(m_edge.front(), to))
@@ -215,8 +215,9 @@ private:
         outline.filling = PolygonFilling{stroke.color};
         for (const POINT& corner : m_edge)
             outline.points.push_back({corner.x + middle, corner.y + middle});
-        for (auto corner = m_edge.rbegin(); corner != m_edge.rend(); ++corner)
-            outline.points.push_back({corner->x + back.x, corner->y + back.y});
+        std::for_each(m_edge.rbegin(), m_edge.rend(), [&](const POINT& corner) {
+            outline.points.push_back({corner.x + back.x, corner.y + back.y});
+        });
         return outline;
     }
 

@@ -62,8 +62,9 @@ struct KeptMask {
     KeptMask() = default;
     KeptMask(const KeptMask&) noexcept {}
     KeptMask(KeptMask&&) = default;
-    KeptMask& operator=(const KeptMask&) noexcept {
-        mask.reset();
+    KeptMask& operator=(const KeptMask& other) noexcept {
+        if (this != &other)
+            mask.reset();
         return *this;
     }
     KeptMask& operator=(KeptMask&&) = default;

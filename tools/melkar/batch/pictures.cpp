@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <atomic>
 #include <chrono>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
@@ -168,6 +169,8 @@ std::vector<Picture> PicturesOf(const ManifestOptions& options) {
 
 std::vector<Outcome> ForEach(const std::vector<Picture>& pictures, const ManifestOptions& options, const char* doing,
                              const std::function<Outcome(const Picture& picture)>& work) {
+    constexpr int kUnlessTold = 0;
+    setenv("SOURCE_DATE_EPOCH", "0", kUnlessTold); // pages of PDF tell when they were made: the same whenever that was
     std::vector<Outcome> outcomes(pictures.size());
     std::vector<Messages> messages(pictures.size());
     std::atomic<std::size_t> next = 0;

@@ -28,7 +28,7 @@ def tell(name, text):
 
 
 def melkar(picture, command, *options):
-    words = picture.command(sys.argv[1], "-")[1:-2]
+    words = [word for word in picture.command(sys.argv[1], "-")[1:-2] if word != "--strict"]  # of draw alone
     done = subprocess.run([sys.argv[1], command, *words[1:], *options], cwd=ROOT, capture_output=True, text=True)
     if done.returncode != 0 or done.stderr:
         tell(picture.file, f"melkar {command}: exit code {done.returncode}: {done.stderr.strip()}")

@@ -35,6 +35,9 @@ struct Mistake {
 
 using namespace std::string_view_literals;
 
+/// A day of 744 columns.
+const std::string kLateEvent = "h\n20260302\n20260303,0" + std::string(13, ',') + "2561" + std::string(729, ',') + "\n";
+
 const Mistake kMistakes[] = {
     {"a decimal comma", "bar", "h\nh\n0,a,128,5\n", "3:3 decimal-comma", "\"128,5\": a decimal comma?"},
     {"of the only column", "pie", "312,5\n", "1:1 decimal-comma", "\"312,5\""},
@@ -50,6 +53,7 @@ const Mistake kMistakes[] = {
     {"dates that go back", "week-print", "h\n20260302\n20260303,1\n20260302,1\n", "4:1 date-order",
      "after \"20260303\""},
     {"a date twice", "week-print", "h\n20260302\n20260303,1\n20260303,1\n", "4:1 date-order", ""},
+    {"an event at 25:61", "week-print", kLateEvent, "3:15 time", "2561"},
     {"a status beyond 4", "bar", "h\nh\n5,a,1\n", "3:1 status-beyond", "\"5\""},
     {"a status in words", "bar", "h\nh\nok,a,1\n", "3:1 status", "not the status of a day"},
     {"no head rows", "bar", "0,a,1\n0,b,2\n", "2:0 head", "figures in a head row"},

@@ -1,6 +1,7 @@
 #include "command.h"
 #include "geometry.h"
 #include "options.h"
+#include "progress.h"
 
 #include <MelkarCommon/checker/doubts.h>
 
@@ -128,9 +129,12 @@ int RunCheck(const CheckOptions& options) {
     if (options.data.profile.empty() != (options.data.kind.empty() || options.use.section.empty()))
         throw UsageError{"data is held against --profile FILE and --section NAME, both of them"};
     std::vector<Doubt> all;
-    for (const std::string& file : options.files)
-        for (Doubt& doubt : DoubtsOf(options, file))
-            all.push_back(std::move(doubt));
+    {
+        const Progress progress([] { return "checking"; });
+        for (const std::string& file : options.files)
+            for (Doubt& doubt : DoubtsOf(options, file))
+                all.push_back(std::move(doubt));
+    }
     Print(all, options.json);
     const bool isClean =
         std::none_of(all.begin(), all.end(), [&](const Doubt& doubt) { return IsAtLeast(doubt, options.level); });

@@ -4,6 +4,7 @@
 #include "files.h"
 #include "messages.h"
 #include "options.h"
+#include "progress.h"
 
 #include <iomanip>
 #include <iostream>
@@ -85,9 +86,13 @@ int Import(const in::Form& form, ImportOptions options) {
     options.request.path = input.Path();
     if (isPrinted)
         options.request.output = printed.emplace("data").Path();
-    in::Notes notes(options.file, options.all, [](const std::string& line) { std::cerr << line << '\n'; });
+    in::Notes notes(options.file, options.all, Progress::WriteLine);
     try {
-        notes.Finish(form.run(options.request, notes));
+        const auto run = [&] {
+            const Progress progress([] { return "importing"; });
+            return form.run(options.request, notes);
+        };
+        notes.Finish(run());
     } catch (const in::WrongRequest& wrong) {
         throw UsageError{wrong.what()};
     } catch (const in::Refusal& refusal) {

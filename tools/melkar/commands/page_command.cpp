@@ -2,6 +2,7 @@
 #include "draw.h"
 #include "files.h"
 #include "options.h"
+#include "progress.h"
 
 #include <MelkarCommon/platform/files.h>
 #include <MelkarCommon/platform/host_directory.h>
@@ -129,6 +130,7 @@ int RunPage(const PageOptions& options) {
         CheckBase(options.first.chart.base, request.chart.section);
 
     const HostDirectory host(options.first.chart.base.c_str());
+    const Progress progress(out.empty() ? Progress::Text() : [] { return "drawing"; });
     std::vector<PageChart> page;
     for (Request& request : requests)
         if (const int exitCode = DrawInto(page, std::move(request)); exitCode != kDone)

@@ -56,8 +56,9 @@ void DrawPicture(std::string_view input) {
     DeleteObject(picture);
     picture = LoadImageA(nullptr, path.c_str(), IMAGE_BITMAP, width, height, LR_LOADFROMFILE);
     BITMAP size{};
-    if (GetObjectA(picture, sizeof size, &size) != 0 && (width > 0 || height > 0))
-        Require(size.bmWidth == width && size.bmHeight == height, "a picture comes in the size asked for");
+    if (GetObjectA(picture, sizeof size, &size) != 0) // 0 leaves a side as the file has it
+        Require((width == 0 || size.bmWidth == width) && (height == 0 || size.bmHeight == height),
+                "a picture comes in the size asked for");
     DeleteObject(picture);
     Surfaces surfaces(visit);
     const CRect box(static_cast<int>(how.Number()), 5, width, height);

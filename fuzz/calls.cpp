@@ -27,6 +27,9 @@ COLORREF Color(Bytes& from) {
     return RGB(red, green, from.Next());
 }
 
+/// A number of any size goes round.
+int Times(int number, unsigned by) { return static_cast<int>(static_cast<unsigned>(number) * by); }
+
 void FillRegion(Desk& d) {
     constexpr std::size_t kMostCorners = 8;
     std::vector<POINT> corners(d.From().Next() % kMostCorners);
@@ -40,7 +43,7 @@ void FillRegion(Desk& d) {
 /// Bitmaps of a page's size take long: one of 2^27 pixels is for the tests.
 void SelectBitmap(Desk& d) {
     constexpr int kMostPixels = 1 << 20;
-    const int width = d.From().Number() * 4;
+    const int width = Times(d.From().Number(), 4);
     const int height = d.From().Number();
     if (width < 1 || height < 1 || height < kMostPixels / width)
         d.Use(CreateCompatibleBitmap(d.Top(), width, height));
@@ -50,7 +53,7 @@ void SelectFont(Desk& d) {
     constexpr const char* kFaces[] = {"DejaVu Sans", "MS Gothic", "", "Tahoma"};
     Bytes& from = d.From();
     const int height = from.Number();
-    const int escapement = from.Number() * 100;
+    const int escapement = Times(from.Number(), 100);
     const BYTE flags = from.Next();
     d.Use(CreateFontA(height, 0, escapement, 0, (flags & 1) != 0 ? FW_BOLD : 0, flags & 2U, flags & 4U, flags & 8U,
                       kCharsets[from.Next() % std::size(kCharsets)], 0, 0, 0, 0,

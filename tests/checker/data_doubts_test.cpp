@@ -1,3 +1,5 @@
+#include "doubt_places.h"
+
 #include <MelkarCommon/checker/doubts.h>
 #include <MelkarCommon/platform/tests/temp_workdir.h>
 #include <MelkarCommon/registry/catalogue.h>
@@ -14,15 +16,6 @@ namespace {
 
 using melkar::Doubt;
 using testing::HasSubstr;
-
-/// "3:2 number": line, column and rule of each.
-std::string PlacesOf(const std::vector<Doubt>& doubts) {
-    std::string places;
-    for (const Doubt& doubt : doubts)
-        places += (places.empty() ? "" : ", ") + std::to_string(doubt.line) + ":" + std::to_string(doubt.column) + " " +
-                  doubt.rule;
-    return places;
-}
 
 /// A file of a kind, drawn with its starting profile.
 struct Mistake {

@@ -1,3 +1,5 @@
+#include "doubt_places.h"
+
 #include <MelkarCommon/checker/doubts.h>
 #include <MelkarCommon/checker/placed_profile.h>
 #include <MelkarCommon/checker/spelling.h>
@@ -17,15 +19,6 @@ namespace {
 
 using melkar::Doubt;
 using testing::HasSubstr;
-
-/// The rules of the doubts, with their places: "3:10 color".
-std::string PlacesOf(const std::vector<Doubt>& doubts) {
-    std::string places;
-    for (const Doubt& doubt : doubts)
-        places += (places.empty() ? "" : ", ") + std::to_string(doubt.line) + ":" + std::to_string(doubt.column) + " " +
-                  doubt.rule;
-    return places;
-}
 
 std::string Replaced(std::string text, const std::string& what, const std::string& by) {
     const auto at = what.empty() ? text.size() : text.find(what);

@@ -1,8 +1,8 @@
+#include <MelkarCommon/checker/color_difference.h>
 #include <MelkarCommon/registry/catalogue.h>
 #include <MelkarCommon/registry/data_reference.h>
 #include <frame/host_fixture.h>
 
-#include <cmath>
 #include <fstream>
 #include <iterator>
 #include <regex>
@@ -12,18 +12,11 @@ namespace {
 constexpr int kWidth = 900;
 constexpr int kHeight = 500;
 
-double Linear(std::uint32_t channel) {
-    const double part = (channel & 0xFFU) / 255.0;
-    return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
-}
-
-/// Relative luminance of an sRGB pixel, and the contrast of two, by WCAG 2.
-double Luminance(std::uint32_t pixel) {
-    return 0.2126 * Linear(pixel >> 16) + 0.7152 * Linear(pixel >> 8) + 0.0722 * Linear(pixel);
-}
 double Contrast(std::uint32_t a, std::uint32_t b) {
-    const double one = Luminance(a), other = Luminance(b);
-    return (std::max(one, other) + 0.05) / (std::min(one, other) + 0.05);
+    const auto colorOf = [](std::uint32_t pixel) {
+        return RGB(pixel >> 16 & 0xFFU, pixel >> 8 & 0xFFU, pixel & 0xFFU);
+    };
+    return melkar::ContrastOf(colorOf(a), colorOf(b));
 }
 
 /// The dark application of the samples, its texts in any colour.

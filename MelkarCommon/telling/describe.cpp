@@ -137,6 +137,10 @@ void Description::AddItems() {
 void Description::AddSummary(const std::string& name, const std::vector<ToldFigure>& figures) {
     if (figures.empty())
         return;
+    if (figures.size() == 1 && !name.empty()) { // of one there is neither a highest nor a mean
+        m_paragraph.Add(m_words.Say(m_words.m_strMark, {{"name", name}, {"figures", figures.front().text}}));
+        return;
+    }
     const auto isLess = [](const ToldFigure& one, const ToldFigure& other) { return one.value < other.value; };
     const auto [lowest, last] = std::minmax_element(figures.begin(), figures.end(), isLess);
     const auto highest = std::max_element(figures.begin(), figures.end(), isLess); // the first of equal ones
@@ -163,7 +167,7 @@ void Description::AddReached() {
 void Description::AddNames(const CString& sentence, bool (*belongs)(const ShownItem& item)) {
     std::vector<std::string> names;
     for (const ShownItem& item : m_contents.items)
-        if (belongs(item))
+        if (belongs(item) && !OnOneLine(item.caption).empty())
             names.push_back(OnOneLine(item.caption));
     if (!names.empty())
         m_paragraph.Add(m_words.Say(sentence, {{"names", m_words.List(names)}}));
@@ -184,7 +188,7 @@ void Description::AddTexts() {
 }
 
 std::string NameOfMark(const ShownMark& mark, const DescriptionWords& words) {
-    const std::string label = OnOneLine(mark.label);
+    std::string label = OnOneLine(mark.label);
     if (!label.empty())
         return label;
     switch (mark.kind) {

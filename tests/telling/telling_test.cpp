@@ -191,4 +191,16 @@ TEST(Json, OddTextsAndNumbers) {
     EXPECT_THAT(json, HasSubstr("\"color\": \"#112233\"")) << "red is the low byte";
 }
 
+/// A share of a quadrant is drawn by a count of days: no mean may be made of that.
+TEST(Description, OneFigureOfASeriesHasNoMean) {
+    Contents contents = Days({Item("Active", {Figure(0, "48.2%", 13)}, 13), Item("", {Figure(1, "10", 10)}, 10),
+                              Item("", {Figure(1, "20", 20)}, 20), Item("", {}, 0, 1)});
+    contents.series = {{"Active", 0, AxisSide::Left}, {"steps", 0, AxisSide::Left}};
+    const std::string said = melkar::Describe(contents, kWords);
+    EXPECT_THAT(said, HasSubstr("Active: 48.2%."));
+    EXPECT_THAT(said, Not(HasSubstr("13")));
+    EXPECT_THAT(said, HasSubstr("mean 15"));
+    EXPECT_THAT(said, Not(HasSubstr("Excluded"))) << "nobody could say which";
+}
+
 } // namespace

@@ -289,7 +289,8 @@ def language_rules():
 
 
 def page(best, chapters, out):
-    style = (ROOT / "scripts/gallery.css").read_text(encoding="utf-8") + language_rules()
+    style = "".join((ROOT / f"scripts/{name}.css").read_text(encoding="utf-8") for name in ("colors", "gallery"))
+    style += language_rules()
     radios = "".join(f'<input type="radio" name="language" id="in-{code}" aria-label="{word(code, "language")}"'
                      f'{" checked" if code == "en" else ""}>' for code in languages())
     labels = "".join(f'<label for="in-{code}" lang="{code}">{word(code, "language")}</label>' for code in languages())

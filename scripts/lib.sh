@@ -19,11 +19,13 @@ BUILD_PACKAGES=(
 # What scripts/check needs on top.
 CHECK_PACKAGES=(git clang-format clang clang-tidy binutils libglib2.0-dev libjpeg-dev libncurses-dev libx11-dev
     unixodbc-dev doxygen)
+# What scripts/docs makes pages with.
+DOCS_PACKAGES=(doxygen python3-markdown python3-pygments)
 # What scripts/check-pages reads pages with.
 PAGE_PACKAGES=(librsvg2-bin imagemagick libxml2-utils qpdf)
 # What scripts/fuzz needs on top.
 FUZZ_PACKAGES=(clang libclang-rt-14-dev)
-export DRAW_PACKAGES BUILD_PACKAGES CHECK_PACKAGES PAGE_PACKAGES FUZZ_PACKAGES
+export DRAW_PACKAGES BUILD_PACKAGES CHECK_PACKAGES DOCS_PACKAGES PAGE_PACKAGES FUZZ_PACKAGES
 
 say() { printf '== %s\n' "$*"; }
 
@@ -103,4 +105,21 @@ build() {
     cd "$ROOT" || exit
     output=$(cmake --preset "$preset" "${options[@]}" 2>&1) || die "configuring failed"$'\n'"$output"
     cmake --build --preset "$preset" --target "$@"
+}
+
+public_headers() { grep -v '^#' "$ROOT/cmake/public_headers.txt"; }
+
+# interface_pages OUTPUT XML: doxygen's pages on the headers for hosts, in OUTPUT/api, and what scripts/docs makes of them.
+interface_pages() {
+    local output xml layout
+    mkdir -p "$1" "$2"
+    output=$(realpath "$1") xml=$(realpath "$2") layout=$xml/layout.xml
+    doxygen -l "$layout"
+    # The way back to the other pages.
+    sed -i 's|<tab type="mainpage".*|<tab type="user" url="../index.html" title="All pages"/>\n&|' "$layout"
+    cd "$ROOT" || return
+    {
+        cat docs/Doxyfile && public_headers | sed 's/^/INPUT += /'
+        printf '%s = %s\n' OUTPUT_DIRECTORY "$xml" XML_OUTPUT "$xml" HTML_OUTPUT "$output/api" LAYOUT_FILE "$layout"
+    } | doxygen -
 }

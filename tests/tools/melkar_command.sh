@@ -99,6 +99,8 @@ diff <("$melkar" keys) "$docs/profile-keys.md" || fail "the key reference" "docs
 
 diff <("$melkar" data) "$docs/data-files.md" || fail "the data reference" "docs/data-files.md isn't what melkar data prints"
 
+diff <("$melkar" kinds) "$docs/kinds.md" || fail "the kinds" "docs/kinds.md isn't what melkar kinds prints"
+
 diff <("$melkar" check --rules) "$docs/checker.md" || fail "the rules" "docs/checker.md isn't what melkar check --rules prints"
 
 # The help of each command ends with two examples, to be typed at the project's root, and these run without a complaint.

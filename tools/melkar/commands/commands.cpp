@@ -10,6 +10,7 @@ Run AddBatch(CLI::App& app);
 Run AddVerify(CLI::App& app);
 Run AddReport(CLI::App& app);
 Run AddNew(CLI::App& app);
+Run AddKinds(CLI::App& app);
 Run AddKeys(CLI::App& app);
 Run AddData(CLI::App& app);
 Run AddImport(CLI::App& app);
@@ -27,6 +28,7 @@ std::span<const Command> Commands() {
         {"verify", "Draw them again and tell which files differ", AddVerify},
         {"report", "Print a report of a month", AddReport},
         {"new", "Lay out an application's folder that draws at once", AddNew},
+        {"kinds", "Print the kinds of charts as a Markdown page", AddKinds},
         {"keys", "Print the keys of a profile as a Markdown page", AddKeys},
         {"data", "Print what the data file of a kind looks like, or an example", AddData},
         {"import", "Make a data file from what a person has: CSV, health records, epochs", AddImport},

@@ -174,7 +174,10 @@ void StrokeSlopedLine(const PixelBuffer& buffer, const RECT& clip, POINT from, P
                       Neighbour neighbour) {
     const Walk walk = PlanWalk(from, to);
     const Breadth breadth = BreadthOf(walk, WholeWidth(stroke.width), MiddleOfSlope(stroke));
-    const Steps steps = IsInside(walk, breadth, clip) ? Steps{0, walk.length} : StepsInClip(walk, breadth, clip);
+    const bool isInside = IsInside(walk, breadth, clip);
+    if (isInside && !HasPattern(stroke))
+        return DrawSteps(buffer, walk, breadth, stroke.color, neighbour);
+    const Steps steps = isInside ? Steps{0, walk.length} : StepsInClip(walk, breadth, clip);
     if (steps.begin >= steps.end)
         return;
     const Walker walker(buffer, clip, walk, breadth, steps.begin);

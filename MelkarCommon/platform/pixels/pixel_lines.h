@@ -1,5 +1,6 @@
 #pragma once
 
+#include <MelkarCommon/platform/pixels/pixel_walk.h>
 #include <MelkarCommon/platform/seam/pixel_buffer.h>
 #include <MelkarCommon/platform/seam/stroke.h>
 
@@ -9,11 +10,6 @@
 /// Internal. Lines of any width straight on the pixels.
 
 namespace melkar {
-
-/// Whether a sloped line lies against one of the same colour drawn just before, a pixel further in its shorter
-/// direction. Each of them shares pixels with the other, which then are covered whole: lines one beside the other make
-/// a thick one without a seam.
-enum class Neighbour { None, Before, Behind };
 
 /// Where the line drawn just before lies, seen from the one from `from` to `to`.
 Neighbour NeighbourOf(POINT formerFrom, POINT formerTo, POINT from, POINT to);

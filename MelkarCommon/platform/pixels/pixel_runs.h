@@ -11,6 +11,28 @@
 
 namespace melkar {
 
+/// A solid line within the clip step by step: no pixel looks where it is, and what the steps need can't be among the
+/// pixels that they write.
+inline void DrawSteps(const PixelBuffer& buffer, const Walk& walk, const Breadth& breadth, Color color,
+                      Neighbour neighbour = Neighbour::None) {
+    constexpr std::uint32_t kWhole = 256;
+    const auto weightOf = [](std::int64_t position) { return static_cast<std::uint32_t>(position >> 24) & 0xFFU; };
+    const std::int64_t slope = FixedRatio(walk.rise, walk.length);
+    const std::ptrdiff_t minor = walk.steep ? 1 : buffer.stride;
+    const std::ptrdiff_t major = (walk.steep ? buffer.stride : 1) * (walk.up ? 1 : -1);
+    std::uint32_t* pixel = buffer.pixels + walk.major * (walk.steep ? buffer.stride : 1) + walk.minor * minor;
+    std::int64_t position = kHalfWeight + breadth.start;
+    for (std::int64_t left = walk.length; left > 0; --left, position += slope, pixel += major) {
+        const std::int64_t end = position + breadth.width;
+        std::uint32_t* row = pixel + (position >> 32) * minor;
+        *row = MixColor256(*row, color, neighbour == Neighbour::Before ? kWhole : kWhole - weightOf(position));
+        for (std::int64_t more = (end >> 32) - (position >> 32); more > 1; --more)
+            *(row += minor) = color;
+        if (const std::uint32_t rest = weightOf(end); rest != 0)
+            row[minor] = MixColor256(row[minor], color, neighbour == Neighbour::Behind ? kWhole : rest);
+    }
+}
+
 template <int kLanes> class RunPainter {
 public:
     /// Solid lines of up to 4 pixels' width. `clip` lies within the buffer.
@@ -21,12 +43,15 @@ public:
     /// @return false, with nothing drawn, for any other line.
     bool Draw(POINT from, POINT to) const {
         const Walk walk = PlanWalk(from, to);
-        if (walk.rise == 0 || 4 * std::abs(walk.rise) >= walk.length)
+        if (walk.rise == 0)
             return false;
         const Breadth breadth = BreadthOf(walk, m_width, m_middle);
         if (!IsInside(walk, breadth, m_clip))
             return false;
-        DrawRuns(walk, breadth);
+        if (4 * std::abs(walk.rise) < walk.length)
+            DrawRuns(walk, breadth);
+        else
+            DrawSteps(m_buffer, walk, breadth, m_color);
         return true;
     }
 

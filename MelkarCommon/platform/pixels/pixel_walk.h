@@ -65,6 +65,11 @@ inline Breadth BreadthOf(const Walk& walk, int width, double middle) {
     return {ToFixed(middle + toMiddleOfStep - across / 2), ToFixed(across)};
 }
 
+/// Whether a sloped line lies against one of the same colour drawn just before, a pixel further in its shorter
+/// direction. Each of them shares pixels with the other, which then are covered whole: lines one beside the other make
+/// a thick one without a seam.
+enum class Neighbour { None, Before, Behind };
+
 /// True if nothing of the line lies beyond the clip, nor a pixel further to its sides: then no step has to look where
 /// it is.
 inline bool IsInside(const Walk& walk, const Breadth& breadth, const RECT& clip) {

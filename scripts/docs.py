@@ -21,6 +21,8 @@ import pygments.lexers
 import pygments.token
 import pygments.util
 
+import kind_pages
+
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 FRONT = "docs/README.md"  # its lists are the navigation
 FENCE = re.compile(r"^(`{3,})([\w+-]*) *(.*)\n((?:.*\n)*?)\1$", re.M)
@@ -107,7 +109,7 @@ def address_of(source):
         return "index.html"
     if source.endswith(".md"):
         return source.removeprefix("docs/").removesuffix(".md") + ".html"
-    if re.search(r"\.(png|svg|jpg)$", source):
+    if re.search(r"\.(png|svg|jpg|bmp)$", source):
         return source.removeprefix("docs/")
     return f"files/{source}.html"
 
@@ -134,9 +136,9 @@ class Page:
 class Converter(markdown.treeprocessors.Treeprocessor):
     """Leads links to the pages of files, tables into boxes that scroll, names of the interface to its pages."""
 
-    def __init__(self, page, interface):
+    def __init__(self, page, interface, out):
         super().__init__()
-        self.page, self.interface = page, interface
+        self.page, self.interface, self.out = page, interface, out
 
     def run(self, root):
         for parent in list(root.iter()):
@@ -151,6 +153,9 @@ class Converter(markdown.treeprocessors.Treeprocessor):
                 element.set("href", self.target_of(element.get("href")))
             elif element.tag == "img":
                 element.set("src", self.target_of(element.get("src")))
+                finer = re.sub(r"\.png$", "@2x.png", element.get("src"))
+                if (self.out / self.page.address).parent.joinpath(finer).exists() and finer != element.get("src"):
+                    element.set("srcset", f"{element.get('src')}, {finer} 2x")
 
     def link_names(self, element, inside_link):
         for at, child in enumerate(list(element)):
@@ -177,7 +182,7 @@ class Converter(markdown.treeprocessors.Treeprocessor):
         return self.page.root + address_of(source) + (f"#{anchor}" if anchor else "")
 
 
-def convert(page, interface):
+def convert(page, interface, out):
     """Fills in what is made of the text."""
     blocks = []
 
@@ -189,7 +194,7 @@ def convert(page, interface):
     text = FENCE.sub(keep, page.text)
     reader = markdown.Markdown(extensions=["tables", "sane_lists", "toc"],
                                extension_configs={"toc": {"slugify": slug, "permalink": False}})
-    reader.treeprocessors.register(Converter(page, interface), "melkar", 0)
+    reader.treeprocessors.register(Converter(page, interface, out), "melkar", 0)
     body = reader.convert(text)
 
     def flatten(entries):
@@ -221,7 +226,7 @@ def gather(made, interface, out):
         origin, source = waiting.pop()
         if source in pages:
             continue
-        if re.search(r"\.(png|svg|jpg)$", source):
+        if re.search(r"\.(png|svg|jpg|bmp)$", source):
             if (ROOT / source).exists():
                 (out / address_of(source)).parent.mkdir(parents=True, exist_ok=True)
                 shutil.copy(ROOT / source, out / address_of(source))
@@ -236,7 +241,7 @@ def gather(made, interface, out):
             tell(origin, f"a link to nothing: {source}")
             continue
         pages[source] = page
-        convert(page, interface)
+        convert(page, interface, out)
         waiting += [(source, target) for target, _ in page.links]
     return pages
 
@@ -365,18 +370,22 @@ def write(pages, groups, interface, out):
     style = "".join((ROOT / f"scripts/{name}.css").read_text(encoding="utf-8") for name in ("colors", "docs"))
     (out / "docs.css").write_text(style, encoding="utf-8")
     shutil.copy(ROOT / "scripts/docs.js", out)
+    for page in pages.values():
+        if page.source.startswith("docs/kinds/"):  # scripts/check-docs tries what it tells
+            (out / page.source.removeprefix("docs/")).write_text(page.text, encoding="utf-8")
     (out / "search-index.js").write_text(search_index(pages, groups, interface), encoding="utf-8")
 
 
 def main():
     if len(sys.argv) != 4:
         sys.exit(f"error: {__doc__.split(':')[0]}")
-    out, interface = pathlib.Path(sys.argv[3]), Interface(pathlib.Path(sys.argv[2]))
-    pages = gather({}, interface, out)
+    melkar, out, interface = sys.argv[1], pathlib.Path(sys.argv[3]), Interface(pathlib.Path(sys.argv[2]))
+    kinds, made = kind_pages.make(melkar, interface, out)
+    pages = gather(made, interface, out)
     check_anchors(pages)
     if problems:
         sys.exit("\n".join(f"error: {problem}" for problem in problems))
-    write(pages, navigation(pages[FRONT], []), interface, out)
+    write(pages, navigation(pages[FRONT], kinds), interface, out)
     print(f"== {len(pages)} pages", flush=True)
 
 

@@ -1,0 +1,293 @@
+"""A page for each kind of chart, as Markdown: what the command tells of it, a program, profile and data that draw its
+picture, what a class that derives finds, and its pictures in the gallery. scripts/docs.py makes pages for a browser of them.
+"""
+
+import concurrent.futures
+import dataclasses
+import os
+import pathlib
+import re
+import shlex
+import shutil
+import subprocess
+import tempfile
+
+import gallery
+
+ROOT = gallery.ROOT
+PROGRAMS = ROOT / "docs/kinds"  # graph.cpp.in for all kinds but those that have a file
+
+# What reads the file of kinds whose class is given its figures by the host.
+READERS = {"line": "melkar::LineFromFile", "day": "melkar::DayFromFile", "circle": "melkar::CircleFromFile",
+           "circle-separate": "melkar::SeparateCircleFromFile", "plot": "melkar::PlotFromFile", "pie": "melkar::PieFromFile",
+           "quadrant": "CQuadrantDays"}
+# What a program takes from the samples beside its own lines.
+SOURCES = {"quadrant": ["quadrant_days.h", "quadrant_days.cpp"]}
+# Of kinds that `melkar new` lays out no program for: section, size and data.
+OTHERS = {"week-print": ("WEEK_PRINT", (1190, 1684)), "image": ("", (384, 384)), "report": ("REPORT", (794, 1123))}
+PICTURES = {"image": ["medal.bmp", "medal-mask.bmp"]}
+
+
+@dataclasses.dataclass
+class Kind:
+    name: str
+    says: str
+    class_name: str
+    section: str = ""
+    size: tuple = (900, 500)
+    files: dict = dataclasses.field(default_factory=dict)  # a path in the page's folder, and the text
+    pictures: list = dataclasses.field(default_factory=list)  # files that are no texts, of samples/data
+
+    @property
+    def data(self):
+        """The file that it draws; empty if it takes none."""
+        return next((name for name in [*self.files, *self.pictures] if name.startswith(self.name + ".")),
+                    self.pictures[0] if self.pictures else "")
+
+    @property
+    def product(self):
+        """What its program writes."""
+        return f"{self.name}.pdf" if self.name in ("report", "week-print") else f"{self.name}.png"
+
+    def command(self, melkar, output, *options):
+        """Draws it in a folder of its files."""
+        section = self.section or "COMMON"
+        data = ["--data", self.data] if self.data else []
+        return [melkar, "draw", self.name, "--base", "bin", "--section", section, *data, "--size", "{}x{}".format(*self.size),
+                *options, "-o", output]
+
+
+def ask(melkar, *arguments):
+    return subprocess.run([melkar, *arguments], check=True, capture_output=True, text=True).stdout
+
+
+# What draws it
+
+
+def program(kind):
+    own = PROGRAMS / f"{kind.name}.cpp"
+    if own.exists():
+        return own.read_text(encoding="utf-8")
+    text = (PROGRAMS / "graph.cpp.in").read_text(encoding="utf-8")
+    values = {"KIND": kind.name, "SECTION": kind.section, "DATA": kind.data, "WIDTH": kind.size[0], "HEIGHT": kind.size[1],
+              "GRAPH": READERS.get(kind.name, kind.class_name)}
+    for name, value in values.items():
+        text = text.replace(f"@{name}@", str(value))
+    own_headers = "".join(f'#include "{name}"\n\n' for name in SOURCES.get(kind.name, []) if name.endswith(".h"))
+    return own_headers + text
+
+
+def lay_out(kind, melkar):
+    """Profile, data and program, by `melkar new` where it lays them out."""
+    if kind.name in OTHERS:
+        kind.section, kind.size = OTHERS[kind.name]
+        kind.pictures = PICTURES.get(kind.name, [])
+        if kind.section:
+            kind.files["conf/graph.cnf"] = ask(melkar, "keys", kind.name, "--profile", "--section", kind.section)
+            kind.files[f"{kind.name}.csv"] = ask(melkar, "data", kind.name, "--example")
+        if kind.name == "report":  # a chart stands on its pages
+            kind.files["conf/graph.cnf"] = ask(melkar, "keys", "report", "steps", "--profile")
+            kind.files["steps.csv"] = ask(melkar, "data", "steps", "--example")
+    else:
+        with tempfile.TemporaryDirectory() as folder:
+            application = pathlib.Path(folder) / "app"
+            ask(melkar, "new", str(application), kind.name)
+            row = re.search(r'\{"[^"]*", "(\w+)", "[^"]*", (\d+), (\d+)\}', (application / "charts.cpp").read_text())
+            kind.section, kind.size = row[1], (int(row[2]), int(row[3]))
+            dated = "YYYYMMDD" in ask(melkar, "data", kind.name)
+            kind.files["conf/graph.cnf"] = re.sub(r"^;.*\n" + ("" if dated else "|^GRAPH_DATE_FORMAT_TYPE=.*\n"), "",
+                                                  (application / "conf/graph.cnf").read_text(), flags=re.M)
+            if dated:
+                kind.files["conf/config.cnf"] = (application / "conf/config.cnf").read_text()
+            for path in sorted((application / "data").iterdir()):
+                kind.files[path.name] = path.read_text()
+    for name in SOURCES.get(kind.name, []):
+        kind.files[name] = (ROOT / "samples/hosts" / name).read_text(encoding="utf-8")
+    kind.files["main.cpp"] = program(kind)
+
+
+def draw(kind, melkar, folder):
+    """Its files and its picture, in a folder of its own."""
+    for name in ("bin", "conf", "log"):
+        (folder / name).mkdir(parents=True, exist_ok=True)
+    for name, text in kind.files.items():
+        (folder / name).write_text(text, encoding="utf-8")
+    for name in kind.pictures:
+        shutil.copy(ROOT / "samples/data" / name, folder)
+    if not kind.section:
+        (folder / "conf/graph.cnf").write_text("[COMMON]\nCANVASCOLOR_RGB=255,255,255\n")
+    if kind.name != "report":
+        for output, options in ((f"{kind.name}.png", ()), (f"{kind.name}@2x.png", ("--scale", "2"))):
+            subprocess.run(kind.command(melkar, output, *options), check=True, cwd=folder)
+
+
+# Its pictures in the gallery
+
+
+def draw_shown(picture, melkar, out):
+    """@return the file, relative to `out`"""
+    if picture.is_report:
+        gallery.draw_report(picture, melkar, out)
+        return f"{picture.file}-1.png"
+    name = f"{picture.file}.png" if picture.has_balloon else f"{picture.file}.svg"
+    gallery.run(picture.command(melkar, out / name) + ([] if picture.has_balloon else ["--svg-outlines"]))
+    return name
+
+
+def shown_of(kind, chapters):
+    """English pictures, in light colours."""
+    return [picture for chapter in chapters for pictures in chapter.figures.values() for picture in pictures
+            if picture.kind == kind.name and picture.language == "en" and not picture.palette]
+
+
+def more_pictures(kind, chapters, melkar, out):
+    pictures = shown_of(kind, chapters)
+    if not pictures:
+        return ""
+    folder = out / "kinds" / kind.name / "more"
+    folder.mkdir(parents=True, exist_ok=True)
+    text, commands = "## More pictures\n\n", []
+    for picture in pictures:
+        name = draw_shown(picture, melkar, folder)
+        text += f"{picture.caption}:\n\n![{picture.caption}]({kind.name}/more/{name})\n\n"
+        command = picture.command("melkar", f"{picture.file}.{'pdf' if picture.is_report else 'png'}")
+        commands.append(shlex.join(command))
+    section = pictures[0].section
+    return (f"{text}By the samples, whose profile `samples/app/conf/graph.cnf` has the looks (section `{section}` and COMMON), from "
+            "the folder of the project:\n\n```sh untried: needs the samples\n" + "\n".join(commands) + "\n```\n")
+
+
+# What a class that derives finds
+
+
+def words(element):
+    return re.sub(r"\s+", " ", "".join(element.itertext())).strip() if element is not None else ""
+
+
+def as_markdown(element):
+    """What doxygen has of a comment, without its examples."""
+    if element.tag in ("programlisting", "title"):
+        return ""
+    if element.tag == "computeroutput":
+        return f"`{words(element)}`"
+    inner = re.sub(r"([\[\]*_<|])", r"\\\1", element.text or "")
+    for child in element:
+        inner += as_markdown(child) + re.sub(r"([\[\]*_<|])", r"\\\1", child.tail or "")
+    before = {"simplesect": "Returns " if element.get("kind") == "return" else "", "para": " "}.get(element.tag, "")
+    behind = {"parameternamelist": ": ", "parameterdescription": ". "}.get(element.tag, "")
+    return before + inner + behind
+
+
+def said_of(member):
+    parts = (as_markdown(member.find(name)) for name in ("briefdescription", "detaileddescription"))
+    return re.sub(r"\s+", " ", " ".join(parts)).strip()
+
+
+def member_row(member):
+    arguments = re.sub(r" *(override|final|=0)", "", member.findtext("argsstring") or "")
+    declared = f"{words(member.find('type'))} {member.findtext('name')}{arguments}".strip()
+    declared = re.sub(r" *([*&]) *(?=\w)", r"\1 ", re.sub(r"^MELKAR_\w+ ", "", declared))
+    return f"| `{declared}` | {said_of(member)} |\n"
+
+
+def members_table(heading, members):
+    return f"| {heading} | What |\n|---|---|\n" + "".join(map(member_row, members)) + "\n" if members else ""
+
+
+def members_of(kind, interface, kinds):
+    compound = interface.compound(kind.class_name) if kind.class_name else None
+    if compound is None:
+        return ""
+    members = [member for member in compound.iter("memberdef") if member.get("prot") != "private"]
+    steps = [member for member in members if member.get("kind") == "function" and
+             (member.get("virt") != "non-virtual" or member.get("prot") == "protected") and "~" not in member.findtext("name")]
+    data = [member for member in members if member.get("kind") == "variable" and member.get("static") == "no"]
+    base = compound.findtext("basecompoundref") or ""
+    of_base = next((f" (kind [{other.name}]({other.name}.md#members-for-deriving))" for other in kinds if other.class_name == base), "")
+    behind = f" What it has from `{base}`{of_base} isn't repeated here." if base else ""
+    return (f"## Members for deriving\n\n`{kind.class_name}`: {said_of(compound)}{behind} How to derive stands in "
+            "[For hosts](../hosts.md#a-graph-of-your-own).\n\n" + members_table("Operation", steps) + members_table("Member", data))
+
+
+# The page
+
+
+def fence(name, text):
+    language = {".cnf": "ini", ".csv": "csv", ".sim": "csv", ".cpp": "cpp", ".h": "cpp"}[pathlib.Path(name).suffix]
+    return f"```{language} {name}\n{text.rstrip()}\n```\n\n"
+
+
+def below(reference, heading, level="##"):
+    """A page of the command as a section: its headings one lower, without the first."""
+    lines = reference.split("\n", 1)[1]
+    return f"{level} {heading}\n" + re.sub(r"^## ", "### ", lines, flags=re.M).rstrip() + "\n\n"
+
+
+def draws(kind):
+    if kind.name == "report":
+        return ""
+    return "```sh\nmkdir -p bin log\n" + shlex.join(kind.command("melkar", f"{kind.name}.png")) + "\n```\n\n"
+
+
+def builds(kind):
+    sources = " ".join(["main.cpp", *(name for name in SOURCES.get(kind.name, []) if name.endswith(".cpp"))])
+    return ("```sh\nmkdir -p bin log\n"
+            f"g++ -std=c++17 {sources} -o bin/{kind.name} $(pkg-config --cflags --libs MelkarCommon)\nbin/{kind.name}\n```\n\n")
+
+
+def purposes(kind, chapters):
+    return " ".join(chapter.purpose for chapter in chapters
+                    if any(pictures[0].kind == kind.name and not pictures[0].palette for pictures in chapter.figures.values())
+                    and chapter.title != "Messages")
+
+
+def page(kind, kinds, chapters, interface, melkar, out):
+    by_class = f" A program draws it by the class `{kind.class_name}`." if kind.class_name else ""
+    picture = f"{kind.name}/{kind.name}.png" if kind.name != "report" else "report/more/report-1.png"
+    text = (f"# {kind.name}\n\n{kind.says[0].upper()}{kind.says[1:]}. {purposes(kind, chapters)}{by_class}\n\n"
+            f"![{kind.says}]({picture})\n\n## Draw it\n\n")
+    quickly = "" if kind.name in OTHERS else f" `melkar new {kind.name} {kind.name}` lays out the same for several kinds."
+    text += f"These files, in one folder with the empty folders `bin` and `log`.{quickly}\n\n"
+    text += "".join(fence(name, content) for name, content in kind.files.items() if not name.endswith((".cpp", ".h")))
+    for name in kind.pictures:
+        text += f"And [{name}](../../samples/data/{name}).\n\n"
+    by_command = draws(kind)
+    text += (f"By the command:\n\n{by_command}" if by_command else "") + "By a program:\n\n"
+    text += "".join(fence(name, content) for name, content in kind.files.items() if name.endswith((".cpp", ".h")))
+    text += builds(kind)
+    if kind.name != "image":
+        text += below(ask(melkar, "keys", kind.name), "Keys")
+        text += below(ask(melkar, "data", kind.name), "Data file") if kind.data else ""
+    return text + members_of(kind, interface, kinds) + more_pictures(kind, chapters, melkar, out)
+
+
+def read_kinds(listed):
+    """What `melkar kinds` prints."""
+    rows = re.findall(r"^\| `([\w-]+)` \| (.*?) \| (?:`(\w+)`)? *\|", listed, re.M)
+    return [Kind(name, says, class_name) for name, says, class_name in rows]
+
+
+def with_cards(listed, kinds):
+    """The list of the kinds with a picture of each, which leads to its page."""
+    cards = "".join(f'<li><a href="kinds/{kind.name}.html"><img src="kinds/{kind.name}/'
+                    f'{kind.name + ".png" if kind.name != "report" else "more/report-1.png"}" alt="">'
+                    f"<span><b>{kind.name}</b> {kind.says}</span></a></li>\n" for kind in kinds)
+    listed = re.sub(r"^\| `([\w-]+)` \|", r"| [`\1`](kinds/\1.md) |", listed, flags=re.M)
+    return listed.replace("\n| Kind |", f'\n<ul class="cards">\n{cards}</ul>\n\n| Kind |')
+
+
+def make(melkar, interface, out):
+    """@return the names of the kinds, and their pages: Markdown by the path that it would have in the project"""
+    listed = ask(melkar, "kinds")
+    kinds = read_kinds(listed)
+    _, chapters = gallery.read_gallery()
+
+    def one(kind):
+        lay_out(kind, melkar)
+        draw(kind, melkar, out / "kinds" / kind.name)
+        return page(kind, kinds, chapters, interface, melkar, out)
+
+    with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
+        pages = {f"docs/kinds/{kind.name}.md": text for kind, text in zip(kinds, pool.map(one, kinds))}
+    pages["docs/kinds.md"] = with_cards(listed, kinds)
+    return [kind.name for kind in kinds], pages

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <MelkarCommon/platform/host_directory.h>
+#include <MelkarCommon/platform/host_surfaces.h>
 
 /// @file
-/// What only hosts call: where a program's own files are.
+/// What only hosts call: where a program's own files are, surfaces on what it has.

@@ -2,6 +2,7 @@
 #include <MelkarCommon/platform/drawing.h>
 #include <MelkarCommon/platform/files/profile_snapshot.h>
 #include <MelkarCommon/platform/geometry.h>
+#include <MelkarCommon/platform/host_surfaces.h>
 #include <MelkarCommon/platform/images/encoders.h>
 #include <MelkarCommon/platform/measures.h>
 #include <MelkarCommon/platform/pixels/pixel_discs.h>
@@ -49,6 +50,13 @@ HDC Wrap(void* pixels, DeviceSize size, double scale, int strideBytes, int dpi) 
     });
 }
 
+/// Of a document that has no page yet, if there is one; else null.
+HDC MakePage(std::unique_ptr<PageFile> page, DeviceSize size, int dpi) {
+    if (!page || !page->BeginPage())
+        return nullptr;
+    return new HDC__({PaperDevice(), dpi, size}, std::in_place_type<PageTarget>, PageTarget{std::move(page), size});
+}
+
 /// The pixels that a surface draws on, if any.
 PixelPicture* SeenPixels(HDC surface) {
     Picture* picture = IsSurface(surface) ? surface->Shown() : nullptr;
@@ -83,13 +91,13 @@ HDC CreateRecordingSurface(int width, int height, int dpi) {
 HDC CreatePageSurface(const char* path, PageFormat format, int width, int height, int dpi) {
     if (!path || !IsPictureSize(width, height) || dpi < 1)
         return nullptr;
-    return OrFailure([&]() -> HDC {
-        std::unique_ptr<PageFile> page = MakePageFile(path, format, width, height, dpi);
-        if (!page || !page->BeginPage())
-            return nullptr;
-        const DeviceSize size{width, height};
-        return new HDC__({PaperDevice(), dpi, size}, std::in_place_type<PageTarget>, PageTarget{std::move(page), size});
-    });
+    return OrFailure([&] { return MakePage(MakePageFile(path, format, width, height, dpi), {width, height}, dpi); });
+}
+
+HDC melkar::CreateContextSurface(cairo_t* context, int width, int height, int dpi) {
+    if (!context || !IsPictureSize(width, height) || dpi < 1)
+        return nullptr;
+    return OrFailure([&] { return MakePage(MakeContextPage(context, width, height, dpi), {width, height}, dpi); });
 }
 
 HDC CreateCompatibleDC(HDC surface) {

@@ -13,6 +13,19 @@ namespace melkar {
 
 namespace {
 
+/// As drawing expects a context, which can come back to what it was, and to here.
+void Prepare(cairo_t* cr) {
+    cairo_save(cr);
+    cairo_set_line_join(cr, CAIRO_LINE_JOIN_ROUND);
+    cairo_save(cr);
+}
+
+/// The clip is what it was at first: that may be a host's.
+void ResetClip(cairo_t* cr) {
+    cairo_restore(cr);
+    cairo_save(cr);
+}
+
 /// Of what a context draws on, in one of its units, where it is stretched most.
 double ScaleOf(cairo_t* cr) {
     cairo_matrix_t matrix;
@@ -48,20 +61,24 @@ void Trace(cairo_t* cr, const PaperLine& line) {
 }
 
 /// While it lives, a context counts in points. For strokes in any other unit cairo writes a matrix, and the colours
-/// anew behind it.
+/// anew behind it. A context that is turned, or stretched one way, goes on in its own units: points know no way.
 class Points {
 public:
     explicit Points(cairo_t* cr) : m_cr(cr) {
         cairo_get_matrix(cr, &m_outer);
+        if (m_outer.xy != 0 || m_outer.yx != 0 || m_outer.xx != m_outer.yy || m_outer.xx <= 0)
+            return;
+        m_scale = m_outer.xx;
         cairo_identity_matrix(cr);
     }
     Points(const Points&) = delete;
     Points& operator=(const Points&) = delete;
     ~Points() { cairo_set_matrix(m_cr, &m_outer); }
 
-    double Of(double units) const { return units * m_outer.xx; }
+    double Of(double units) const { return units * m_scale; }
 
 private:
+    double m_scale = 1;
     cairo_t* m_cr;
     cairo_matrix_t m_outer;
 };
@@ -118,7 +135,7 @@ CairoContext MakePicture(const RECT& room, double scale) {
     cairo_set_source_rgba(cr.get(), 1, 1, 1, 1.0 / 255);
     cairo_paint(cr.get());
     cairo_scale(cr.get(), scale, scale);
-    cairo_set_line_join(cr.get(), CAIRO_LINE_JOIN_ROUND);
+    Prepare(cr.get());
     return cr;
 }
 
@@ -126,7 +143,7 @@ CairoContext MakePicture(const RECT& room, double scale) {
 
 CairoPage::CairoPage(CairoContext cr, const RECT& room, int dpi, bool isWholeSheet)
     : m_cr(std::move(cr)), m_room(room), m_dpi(dpi), m_isWholeSheet(isWholeSheet), m_scale(ScaleOf(m_cr.get())) {
-    cairo_set_line_join(m_cr.get(), CAIRO_LINE_JOIN_ROUND);
+    Prepare(m_cr.get());
 }
 
 void CairoPage::OpenRoom() {
@@ -152,7 +169,7 @@ void CairoPage::Count() {
 }
 
 void CairoPage::BeginPicture() {
-    Report(("PDF page: what comes behind " + std::to_string(kMostOnPage) + " shapes and texts is a picture").c_str());
+    Report(("page: what comes behind " + std::to_string(kMostOnPage) + " shapes and texts is a picture").c_str());
     m_picture = MakePicture(m_room, PictureScale(m_room, m_dpi));
     ClipTo(m_clip);
 }
@@ -164,7 +181,7 @@ void CairoPage::EndPicture() {
     if (picture == nullptr)
         return;
     const double scale = PictureScale(m_room, m_dpi);
-    cairo_reset_clip(Cr());
+    ResetClip(Cr());
     cairo_save(Cr());
     cairo_scale(Cr(), 1 / scale, 1 / scale);
     cairo_set_source_surface(Cr(), cairo_get_target(picture.get()), 0, 0);
@@ -175,7 +192,7 @@ void CairoPage::EndPicture() {
 void CairoPage::SetClip(const RECT& clip) {
     FinishLines();
     m_clip = ClipBox(ToBox(clip), m_page);
-    cairo_reset_clip(Cr());
+    ResetClip(Cr());
     ClipTo(m_clip);
 }
 

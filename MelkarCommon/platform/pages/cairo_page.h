@@ -37,6 +37,11 @@ protected:
     void CloseRoom();
     /// The same without what waits.
     void LeaveRoom();
+    /// The context is as it was given, for good.
+    void GiveBack() {
+        cairo_restore(m_cr.get());
+        cairo_restore(m_cr.get());
+    }
     cairo_t* Context() { return m_cr.get(); }
 
 private:

@@ -1,8 +1,8 @@
 #pragma once
 
+#include <MelkarCommon/platform/host_surfaces.h>
 #include <MelkarCommon/platform/page_words.h>
 #include <MelkarCommon/platform/seam/backend.h>
-#include <MelkarCommon/platform/surface.h>
 
 #include <ctime>
 #include <memory>
@@ -57,5 +57,9 @@ std::unique_ptr<PageFile> MakePageFile(const char* path, PageFormat format, int 
 /// The same into a file that is open and empty.
 std::unique_ptr<PageFile> MakePageFile(std::unique_ptr<NewFile> file, PageFormat format, int width, int height, int dpi,
                                        const DocumentInfo& info = {});
+
+/// A page on a context of the host's, no document: its one page begins and ends, and there is no file. Null for one
+/// that has failed.
+std::unique_ptr<PageFile> MakeContextPage(cairo_t* context, int width, int height, int dpi);
 
 } // namespace melkar

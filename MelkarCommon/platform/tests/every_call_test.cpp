@@ -4,7 +4,9 @@
 #include <MelkarCommon/platform/tests/surface.h>
 #include <MelkarCommon/platform/tests/temp_workdir.h>
 
+#include <MelkarCommon/platform/cairo/handles.h>
 #include <MelkarCommon/platform/geometry.h>
+#include <MelkarCommon/platform/host_surfaces.h>
 #include <MelkarCommon/platform/printing.h>
 #include <MelkarCommon/platform/tests/framed.h>
 
@@ -251,6 +253,27 @@ TEST_F(EveryCall, LooksTheSameOnAPage) {
         ASSERT_EQ(std::system(render), 0);
         ExpectLikePixels("page.png", name);
     }
+}
+
+// A turned one, on which points know no way; turned back it is compared.
+TEST_F(EveryCall, LooksTheSameOnAContextOfTheHost) {
+    cairo_matrix_t turn{0, 1, -1, 0, kHeight, 0};
+    const melkar::CairoSurface turned(cairo_image_surface_create(CAIRO_FORMAT_RGB24, kHeight, kWidth));
+    const melkar::CairoContext cr(cairo_create(turned.get()));
+    cairo_set_source_rgb(cr.get(), 1, 1, 1);
+    cairo_paint(cr.get());
+    cairo_set_matrix(cr.get(), &turn);
+    const HDC context = melkar::CreateContextSurface(cr.get(), kWidth, kHeight);
+    DrawOn(context);
+    EXPECT_TRUE(DeleteDC(context));
+    const melkar::CairoSurface upright(cairo_image_surface_create(CAIRO_FORMAT_RGB24, kWidth, kHeight));
+    const melkar::CairoContext back(cairo_create(upright.get()));
+    cairo_matrix_invert(&turn);
+    cairo_set_matrix(back.get(), &turn);
+    cairo_set_source_surface(back.get(), turned.get(), 0, 0);
+    cairo_paint(back.get());
+    ASSERT_EQ(cairo_surface_write_to_png(upright.get(), "page.png"), CAIRO_STATUS_SUCCESS);
+    ExpectLikePixels("page.png", "a turned context");
 }
 
 TEST_F(EveryCall, LooksTheSameOnASecondSheet) {

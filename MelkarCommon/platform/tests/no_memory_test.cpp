@@ -6,6 +6,8 @@
 #include <MelkarCommon/platform/tests/temp_workdir.h>
 #include <MelkarCommon/platform/tests/told.h>
 
+#include <MelkarCommon/platform/cairo/handles.h>
+#include <MelkarCommon/platform/host_surfaces.h>
 #include <MelkarCommon/platform/printing.h>
 
 #include <gtest/gtest.h>
@@ -33,6 +35,8 @@ void operator delete(void* memory) noexcept { std::free(memory); }
 void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
 
 namespace {
+
+using namespace melkar;
 
 constexpr DOCINFOA kJob{sizeof kJob, "job", nullptr, nullptr, 0};
 
@@ -189,6 +193,8 @@ TEST_F(NoMemory, PrintsNothing) {
 TEST_F(NoMemory, MakesNothing) {
     ASSERT_EQ(WritePng(m_pixels, "picture.png"), 0);
     std::uint32_t pixel = 0;
+    const CairoSurface image(cairo_image_surface_create(CAIRO_FORMAT_RGB24, 9, 9));
+    const CairoContext host(cairo_create(image.get()));
     const POINT corners[] = {{0, 0}, {9, 0}, {0, 9}};
     const std::pair<const char*, std::function<HDC()>> surfaces[] = {
         {"pixels", [] { return CreateMemorySurface(9, 9); }},
@@ -196,10 +202,13 @@ TEST_F(NoMemory, MakesNothing) {
         {"a record", [] { return CreateRecordingSurface(9, 9); }},
         {"a compatible one", [&] { return CreateCompatibleDC(m_record); }},
         {"a page", [] { return CreatePageSurface("page", PageFormat::Svg, 9, 9, 96); }},
+        {"a context of the host's", [&] { return CreateContextSurface(host.get(), 9, 9); }},
         {"a printer", [] { return CreateDCA("WINSPOOL", "out.pdf", nullptr, nullptr); }},
     };
     for (const auto& [what, make] : surfaces)
         UntilDone(what, [&make = make](long room) { return DeleteDC(With(room, make)); });
+    cairo_restore(host.get());
+    EXPECT_EQ(cairo_status(host.get()), CAIRO_STATUS_INVALID_RESTORE) << "the host's context kept what was saved on it";
     m_work.Write("conf/neighbour", "");
     UntilDone("a page in a folder that is swept", [&](long room) {
         EXPECT_EQ(WritePng(m_pixels, "elsewhere.png"), 0);

@@ -49,22 +49,48 @@ can_be_root() { [[ $(id -u) -eq 0 ]] || { command -v sudo >/dev/null && sudo -n 
 
 apt_get() { as_root env DEBIAN_FRONTEND=noninteractive apt-get -y -o DPkg::Lock::Timeout=300 "$@" </dev/null; }
 
-# What apt-get is about to do, and a line for each package that is fetched or set up; on a terminal each line takes the
-# place of the one before.
+# read_line: the next line into `line`; while there is none, a word every 8 seconds, so that who waits sees that it goes on.
+read_line() {
+    local code part began=$SECONDS
+    line=
+    while true; do
+        code=0
+        IFS= read -r -t 8 part || code=$?
+        line+=$part
+        [[ $code -gt 128 ]] || return "$code"
+        show_step "still at it ($((SECONDS - began)) s)"
+    done
+}
+
+# A line that the next one takes the place of on a terminal.
+show_step() { if [[ -t 2 ]]; then printf '\r\e[K   %.70s' "$1" >&2; else printf '   %s\n' "$1" >&2; fi; }
+end_steps() { [[ ! -t 2 ]] || printf '\r\e[K' >&2; }
+
+# What apt-get is about to do, and a line for each package that is fetched or set up.
 show_progress() {
     local line all='?' ready=0
-    while read -r line; do
+    while read_line; do
         case $line in
         *" newly installed,"*) all=${line#*, } all=${all%% *} ;;
         "Need to get "* | "After this operation,"*) printf '   %s\n' "$line" >&2 ;;
         "Setting up "*) show_step "${line%% (*} ($((++ready)) of $all)" ;;
-        Get:* | Unpacking*) show_step "${line%% (*}" ;;
+        Get:* | Unpacking* | "Processing triggers"*) show_step "${line%% (*}" ;;
         esac
     done
-    [[ ! -t 2 ]] || printf '\r\e[K' >&2
+    end_steps
 }
 
-show_step() { if [[ -t 2 ]]; then printf '\r\e[K   %.70s' "$1" >&2; else printf '   %s\n' "$1" >&2; fi; }
+# What a build does, and what its compiler says.
+show_build() {
+    local line
+    while read_line; do
+        case $line in
+        "["*/*"]"* | "-- "*) show_step "$line" ;;
+        *) end_steps && printf '%s\n' "$line" ;;
+        esac
+    done
+    end_steps
+}
 
 # missing_packages NAME...: prints those that aren't installed.
 missing_packages() {
@@ -95,7 +121,7 @@ install_packages() {
 
 # build PRESET [TARGET...]: configures and builds; without a target everything.
 build() {
-    local preset=$1 output options=()
+    local preset=$1 options=()
     shift
     # A single target, such as the command, can be built where the packages of the tests are missing.
     [[ $# -eq 0 ]] || is_installed libgtest-dev || options+=(-DMELKAR_BUILD_TESTS=OFF)
@@ -103,8 +129,8 @@ build() {
     [[ $# -gt 0 ]] || set -- all
     say "building $* ($preset)"
     cd "$ROOT" || exit
-    output=$(cmake --preset "$preset" "${options[@]}" 2>&1) || die "configuring failed"$'\n'"$output"
-    cmake --build --preset "$preset" --target "$@"
+    cmake --preset "$preset" "${options[@]}" 2>&1 | show_build || die "configuring failed"
+    cmake --build --preset "$preset" --target "$@" 2>&1 | show_build || die "building failed"
 }
 
 public_headers() { grep -v '^#' "$ROOT/cmake/public_headers.txt"; }

@@ -86,6 +86,7 @@ show_build() {
     while read_line; do
         case $line in
         "["*/*"]"* | "-- "*) show_step "$line" ;;
+        "" | "Preset CMake variables:" | "  "[A-Z]*=\"*) ;;
         *) end_steps && printf '%s\n' "$line" ;;
         esac
     done

@@ -14,27 +14,37 @@ class ChainWalk {
 public:
     /// From corner `first` on; `step` is 1, or -1 to follow the polygon backwards.
     ChainWalk(std::span<const POINT> polygon, std::size_t first, int step)
-        : m_polygon(polygon), m_index(first), m_step(step), m_start(polygon[first]), m_end(m_start) {}
+        : m_polygon(polygon), m_index(first), m_isBackwards(step < 0), m_end(polygon[first]) {}
 
     /// Goes on to column `x`, which is not behind the last one and left of the polygon's right end.
     void GoTo(int x) {
         if (x < m_end.x)
             return;
-        while (m_end.x <= x) {
-            m_start = m_end;
-            m_index = (m_index + m_polygon.size() + static_cast<std::size_t>(m_step)) % m_polygon.size();
-            m_end = m_polygon[m_index];
+        POINT start = m_end;
+        for (; m_end.x <= x; m_end = m_polygon[m_index]) {
+            start = m_end;
+            GoOn();
         }
-        m_slope = (double{1} * m_end.y - m_start.y) / (double{1} * m_end.x - m_start.x);
+        m_x = start.x;
+        m_y = start.y;
+        m_slope = (m_end.y - m_y) / (m_end.x - m_x);
     }
-    double At(int x) const { return m_start.y + (double{1} * x - m_start.x) * m_slope; }
+    double At(int x) const { return m_y + (x - m_x) * m_slope; }
 
 private:
+    void GoOn() {
+        if (m_isBackwards)
+            m_index = (m_index == 0 ? m_polygon.size() : m_index) - 1;
+        else
+            m_index = m_index + 1 == m_polygon.size() ? 0 : m_index + 1;
+    }
+
     std::span<const POINT> m_polygon;
     std::size_t m_index;
-    int m_step;
-    POINT m_start;
+    bool m_isBackwards;
     POINT m_end;
+    double m_x = 0; ///< where the side begins that ends there
+    double m_y = 0;
     double m_slope = 0;
 };
 
@@ -62,6 +72,8 @@ std::optional<Extent> ExtentOf(std::span<const POINT> polygon) {
     return extent;
 }
 
+bool IsSame(const ChainEdge& one, const ChainEdge& other) { return one.high == other.high && one.low == other.low; }
+
 ChainEdge EdgeBetween(double one, double other) { return {std::min(one, other), std::max(one, other)}; }
 
 /// How much of the column lies between the edge and the row `y` below it, in pixels.
@@ -75,9 +87,6 @@ double AreaAbove(double y, const ChainEdge& edge) {
 
 /// How much of the pixel in row `y` lies below the edge, 0 to 1.
 double PartBelow(int y, const ChainEdge& edge) { return AreaAbove(y + 1.0, edge) - AreaAbove(y, edge); }
-
-/// How much of it lies below the edge (`side` 1) or above it (-1).
-double PartOf(int y, const ChainEdge& edge, int side) { return side > 0 ? PartBelow(y, edge) : 1 - PartBelow(y, edge); }
 
 std::uint32_t ToWeight(double part) { return static_cast<std::uint32_t>(static_cast<int>(part * 256 + 0.5)); }
 
@@ -100,18 +109,31 @@ Rows RowsOf(const ChainEdge& edge, const RECT& clip) {
 /// from row to row.
 struct PartRows {
     Rows rows;
+    std::uint32_t first; ///< weights of these; none of the last row if it is the first one
+    std::uint32_t last;
     Weight between; ///< from the second row on
 };
 
-/// Of what lies below an edge (`side` 1) or above it (-1).
+/// The weight of a row's part that lies below the edge (`side` 1) or above it (-1).
+std::uint32_t WeightOf(int y, const ChainEdge& edge, int side) {
+    const double part = side > 0 ? PartBelow(y, edge) : 1 - PartBelow(y, edge);
+    return ToWeight(part) << kWeightBits;
+}
+
 PartRows PartRowsOf(const ChainEdge& edge, const RECT& clip, int side) {
-    const Rows rows = RowsOf(edge, clip);
-    if (rows.bottom - rows.top <= 2)
-        return {rows, {0, 0}};
-    const double step = side * double{kWholeWeight} / (edge.low - edge.high);
-    constexpr double kHalf = 1 << (kWeightBits - 1);
-    const double second = (rows.top + 1.5 - edge.high) * step + (side > 0 ? 0 : kWholeWeight) + kHalf;
-    return {rows, {static_cast<std::int32_t>(second), static_cast<std::int32_t>(step)}};
+    PartRows part{RowsOf(edge, clip), 0, 0, {0, 0}};
+    const auto [top, bottom] = part.rows;
+    if (top < bottom)
+        part.first = WeightOf(top, edge, side);
+    if (top < bottom - 1)
+        part.last = WeightOf(bottom - 1, edge, side);
+    if (top < bottom - 2) {
+        const double step = side * double{kWholeWeight} / (edge.low - edge.high);
+        constexpr double kHalf = 1 << (kWeightBits - 1);
+        const double second = (top + 1.5 - edge.high) * step + (side > 0 ? 0 : kWholeWeight) + kHalf;
+        part.between = {static_cast<std::int32_t>(second), static_cast<std::int32_t>(step)};
+    }
+    return part;
 }
 
 /// Paints block after block of neighbouring columns, row by row, so that each line of the cache is written once.
@@ -142,14 +164,15 @@ private:
     using Edges = std::array<PartRows, kLanes>;
 
     void FillBlock(int x, const ChainColumn* columns) const {
-        Edges upper{};
-        Edges lower{};
+        Edges upper;
+        Edges lower;
         Rows reach{m_clip.bottom, m_clip.top};
         Rows common{m_clip.top, m_clip.bottom};
         for (int i = 0; i < kLanes; ++i) {
             const auto lane = static_cast<std::size_t>(i);
             upper[lane] = PartRowsOf(columns[i].upper, m_clip, 1);
-            lower[lane] = PartRowsOf(columns[i].lower, m_clip, -1);
+            const bool goesOn = i > 0 && IsSame(columns[i].lower, columns[i - 1].lower); // mostly it is a baseline
+            lower[lane] = goesOn ? lower[lane - 1] : PartRowsOf(columns[i].lower, m_clip, -1);
             reach = {std::min(reach.top, upper[lane].rows.top), std::max(reach.bottom, lower[lane].rows.bottom)};
             common = {std::max(common.top, upper[lane].rows.bottom), std::min(common.bottom, lower[lane].rows.top)};
         }
@@ -158,36 +181,35 @@ private:
                 FillColumn(x + i, columns[i]);
             return;
         }
-        for (int i = 0; i < kLanes; ++i) {
-            const auto lane = static_cast<std::size_t>(i);
-            BlendEnds(x + i, upper[lane].rows, columns[i].upper, 1);
-            BlendEnds(x + i, lower[lane].rows, columns[i].lower, -1);
-        }
         MixBand<1>(x, {reach.top, common.top}, upper);
         for (int y = common.top; y < common.bottom; ++y)
             std::fill_n(PixelAt(m_buffer, x, y), kLanes, m_color);
         MixBand<-1>(x, {common.bottom, reach.bottom}, lower);
     }
 
-    /// Rows with edges of one chain alone, but for the ends of these: the columns' parts, and what lies below them
-    /// (`kSide` 1) or above them (-1).
+    /// Rows with edges of one chain alone: the columns' parts, and what lies below them (`kSide` 1) or above them (-1).
     template <int kSide> void MixBand(int x, const Rows& band, const Edges& edges) const {
-        Numbers row{}; // counted from the first one between the ends
+        Numbers row{}; // counted from the first one of the edge
         Numbers last{};
+        Pixels first{};
+        Pixels end{};
         Pixels weight{}; // without a sign: beyond an edge, where nobody looks, they wrap
         Pixels step{};
         for (int lane = 0; lane < kLanes; ++lane) {
-            const auto& [rows, between] = edges[static_cast<std::size_t>(lane)];
-            row[lane] = band.top - rows.top - 1;
-            last[lane] = rows.bottom - rows.top - 2;
-            weight[lane] = static_cast<std::uint32_t>(between.start);
-            step[lane] = static_cast<std::uint32_t>(between.step);
+            const PartRows& part = edges[static_cast<std::size_t>(lane)];
+            row[lane] = band.top - part.rows.top;
+            last[lane] = part.rows.bottom - part.rows.top - 1;
+            first[lane] = part.first;
+            end[lane] = part.last;
+            weight[lane] = static_cast<std::uint32_t>(part.between.start);
+            step[lane] = static_cast<std::uint32_t>(part.between.step);
         }
-        weight += step * Pixels(row);
+        weight += step * Pixels(row - 1);
         for (int y = band.top; y < band.bottom; ++y, row += 1, weight += step) {
-            const Numbers isBetween = (row >= 0) & (row < last);
-            const Numbers isWhole = kSide > 0 ? row > last : row < -1;
-            m_mixer.MixRow(PixelAt(m_buffer, x, y), (weight & Pixels(isBetween)) | (kWholeWeight & Pixels(isWhole)));
+            const Numbers isBetween = (row > 0) & (row < last);
+            const Numbers isWhole = kSide > 0 ? row > last : row < 0;
+            m_mixer.MixRow(PixelAt(m_buffer, x, y), (weight & Pixels(isBetween)) | (kWholeWeight & Pixels(isWhole)) |
+                                                        (first & Pixels(row == 0)) | (end & Pixels(row == last)));
         }
     }
 
@@ -199,24 +221,20 @@ private:
                 Blend(x, y, ToWeight(PartBelow(y, column.upper) - PartBelow(y, column.lower)));
             return;
         }
-        BlendEnds(x, upper.rows, column.upper, 1);
-        BlendBetween(x, upper);
+        BlendPart(x, upper);
         for (int y = upper.rows.bottom; y < lower.rows.top; ++y)
             *PixelAt(m_buffer, x, y) = m_color;
-        BlendEnds(x, lower.rows, column.lower, -1);
-        BlendBetween(x, lower);
+        BlendPart(x, lower);
     }
 
-    void BlendEnds(int x, const Rows& rows, const ChainEdge& edge, int side) const {
-        if (rows.top < rows.bottom)
-            Blend(x, rows.top, ToWeight(PartOf(rows.top, edge, side)));
-        if (rows.top < rows.bottom - 1)
-            Blend(x, rows.bottom - 1, ToWeight(PartOf(rows.bottom - 1, edge, side)));
-    }
-
-    void BlendBetween(int x, const PartRows& edge) const {
-        for (int y = edge.rows.top + 1, i = 0; y < edge.rows.bottom - 1; ++y, ++i)
-            Blend(x, y, static_cast<std::uint32_t>(edge.between.At(i)) >> kWeightBits);
+    void BlendPart(int x, const PartRows& part) const {
+        const auto [top, bottom] = part.rows;
+        if (top < bottom)
+            Blend(x, top, part.first >> kWeightBits);
+        for (int y = top + 1, i = 0; y < bottom - 1; ++y, ++i)
+            Blend(x, y, static_cast<std::uint32_t>(part.between.At(i)) >> kWeightBits);
+        if (top < bottom - 1)
+            Blend(x, bottom - 1, part.last >> kWeightBits);
     }
 
     void Blend(int x, int y, std::uint32_t weight) const {

@@ -46,12 +46,17 @@ CString FormatFixed(double value, int decimals) {
     constexpr int kMostDecimals = 30;
     constexpr double kExactWhole = 1e15;
     char text[std::numeric_limits<double>::max_exponent10 + kMostDecimals + 8]; // sign, digits, point, decimals
-    // Most are whole: written as integers they take 2 to 3% fewer instructions of a month.
-    const bool isWhole = decimals <= 0 && value > 0 && value < kExactWhole && value == std::trunc(value);
-    const auto [end, error] = isWhole
-                                  ? std::to_chars(std::begin(text), std::end(text), static_cast<std::int64_t>(value))
-                                  : std::to_chars(std::begin(text), std::end(text), value, std::chars_format::fixed,
-                                                  std::clamp(decimals, 0, kMostDecimals));
+    const int places = std::clamp(decimals, 0, kMostDecimals);
+    // Most are whole: written as integers they take 4% fewer instructions of a month.
+    if (value > 0 && value < kExactWhole && value == std::trunc(value)) {
+        char* end = std::to_chars(std::begin(text), std::end(text), static_cast<std::int64_t>(value)).ptr;
+        if (places > 0) {
+            *end++ = '.';
+            end = std::fill_n(end, places, '0');
+        }
+        return CString(std::string_view(text, static_cast<std::size_t>(end - text)));
+    }
+    const auto [end, error] = std::to_chars(std::begin(text), std::end(text), value, std::chars_format::fixed, places);
     return error == std::errc() ? CString(std::string_view(text, static_cast<std::size_t>(end - text))) : CString();
 }
 

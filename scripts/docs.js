@@ -12,15 +12,22 @@ function element(name, properties = {}, ...children) {
 
 // Searching: each entry of the index is a section of a page, [page, heading, address, text].
 
+// How much a word is worth that stands in a text, by itself or in a longer one.
+function worth(word, text, alone, within) {
+    const at = text.indexOf(word);
+    if (at < 0) return 0;
+    const found = new RegExp(`(^|[^a-z0-9_])${word.replace(/[.*+?^${}()|[\]\\]/g, "\\$&")}($|[^a-z0-9_])`);
+    return found.test(text) ? alone : within;
+}
+
 // How well a section answers the words; 0 if it lacks one of them.
 function score([page, heading, , text], words) {
     const [ofPage, ofHeading, ofText] = [page, heading, text].map(part => part.toLowerCase());
     let sum = 0;
     for (const word of words) {
-        const worth = (ofHeading === word ? 40 : 0) + (ofHeading.includes(word) ? 12 : 0) + (ofPage.includes(word) ? 6 : 0) +
-            (ofText.includes(word) ? 2 : 0);
-        if (worth === 0) return 0;
-        sum += worth;
+        const value = (ofHeading === word ? 30 : 0) + worth(word, ofHeading, 14, 5) + worth(word, ofPage, 8, 3) + worth(word, ofText, 6, 1);
+        if (value === 0) return 0;
+        sum += value;
     }
     return sum;
 }
@@ -31,7 +38,7 @@ function excerpt(text, words) {
 }
 
 function found(words) {
-    return window.searchIndex.map(entry => [score(entry, words), entry]).filter(([worth]) => worth > 0)
+    return window.searchIndex.map(entry => [score(entry, words), entry]).filter(([value]) => value > 0)
         .sort(([one], [other]) => other - one).slice(0, 12).map(([, entry]) => entry);
 }
 

@@ -50,6 +50,8 @@ class Interface:
             else:
                 scope = compound.findtext("name")
                 self._keep(scope, f"api/{compound.get('refid')}.html")
+            if compound.get("kind") == "file":
+                self._keep(compound.findtext("name"), f"api/{compound.get('refid')}.html")
             for member in compound.iter("member"):
                 page, _, anchor = member.get("refid").rpartition("_1")
                 name = member.findtext("name")
@@ -60,6 +62,8 @@ class Interface:
 
     def page_of(self, code):
         """Of what stands as code in a text, if it is a name that hosts may use."""
+        if re.fullmatch(r"[\w/]+\.h", code):
+            return self.pages.get(code.rsplit("/", 1)[-1])
         name = code.removesuffix("()")
         return re.fullmatch(r"(\w+::)*[A-Z]\w{3,}", name) and (self.pages.get(name) or self.pages.get(f"melkar::{name}"))
 
@@ -339,18 +343,21 @@ def whole(page, groups):
 
 
 def plain(markup):
+    """Prose and tables: what stands in code would be found on twenty pages alike."""
+    markup = re.sub(r"<pre.*?</pre>", " ", markup, flags=re.S)
     return re.sub(r"\s+", " ", html.unescape(re.sub(r"<[^>]+>", " ", markup))).strip()
 
 
 def sections(page):
-    """[page, heading, address, text] of each section. The keys of kinds stand in those of their classes."""
-    parts = re.split(r'<h[234] id="([^"]+)">(.*?)<a class="to-here".*?</h[234]>', page.body)
+    """[page, heading, address, text] of each section. Keys and columns of a kind are found where those of all stand."""
+    parts = re.split(r'<h([234]) id="([^"]+)">(.*?)<a class="to-here".*?</h[234]>', page.body)
     yield [page.title, page.title, page.address, plain(parts[0])[:SEARCHED]]
-    is_kind = page.source.startswith("docs/kinds/")
-    for anchor, heading, body in zip(parts[1::3], parts[2::3], parts[3::3]):
-        if is_kind and anchor.startswith("keys"):
+    is_kind, part = page.source.startswith("docs/kinds/"), ""
+    for level, anchor, heading, body in zip(parts[1::4], parts[2::4], parts[3::4], parts[4::4]):
+        part = plain(heading) if level == "2" else part
+        if is_kind and part in ("Keys", "Data file"):
             continue
-        most = len(body) if "<table>" in body and not is_kind else SEARCHED
+        most = len(body) if "<table>" in body else SEARCHED
         yield [page.title, plain(heading), f"{page.address}#{anchor}", plain(body)[:most]]
 
 

@@ -24,7 +24,7 @@ READERS = {"line": "melkar::LineFromFile", "day": "melkar::DayFromFile", "circle
 # What a program takes from the samples beside its own lines.
 SOURCES = {"quadrant": ["quadrant_days.h", "quadrant_days.cpp"]}
 # Of kinds that `melkar new` lays out no program for: section, size and data.
-OTHERS = {"week-print": ("WEEK_PRINT", (1190, 1684)), "image": ("", (384, 384)), "report": ("REPORT", (794, 1123))}
+OTHERS = {"week-print": ("WEEK_PRINT", (1190, 1684)), "image": ("COMMON", (384, 384)), "report": ("REPORT", (794, 1123))}
 PICTURES = {"image": ["medal.bmp", "medal-mask.bmp"]}
 
 
@@ -51,9 +51,8 @@ class Kind:
 
     def command(self, melkar, output, *options):
         """Draws it in a folder of its files."""
-        section = self.section or "COMMON"
         data = ["--data", self.data] if self.data else []
-        return [melkar, "draw", self.name, "--base", "bin", "--section", section, *data, "--size", "{}x{}".format(*self.size),
+        return [melkar, "draw", self.name, "--base", "bin", "--section", self.section, *data, "--size", "{}x{}".format(*self.size),
                 *options, "-o", output]
 
 
@@ -82,7 +81,9 @@ def lay_out(kind, melkar):
     if kind.name in OTHERS:
         kind.section, kind.size = OTHERS[kind.name]
         kind.pictures = PICTURES.get(kind.name, [])
-        if kind.section:
+        if kind.name == "image":
+            kind.files["conf/graph.cnf"] = "[COMMON]\nCANVASCOLOR_RGB=255,255,255\n"
+        else:
             kind.files["conf/graph.cnf"] = ask(melkar, "keys", kind.name, "--profile", "--section", kind.section)
             kind.files[f"{kind.name}.csv"] = ask(melkar, "data", kind.name, "--example")
         if kind.name == "report":  # a chart stands on its pages
@@ -114,11 +115,9 @@ def draw(kind, melkar, folder):
         (folder / name).write_text(text, encoding="utf-8")
     for name in kind.pictures:
         shutil.copy(ROOT / "samples/data" / name, folder)
-    if not kind.section:
-        (folder / "conf/graph.cnf").write_text("[COMMON]\nCANVASCOLOR_RGB=255,255,255\n")
-    if kind.name != "report":
-        for output, options in ((f"{kind.name}.png", ()), (f"{kind.name}@2x.png", ("--scale", "2"))):
-            subprocess.run(kind.command(melkar, output, *options), check=True, cwd=folder)
+    outputs = {f"{kind.name}.png": (), f"{kind.name}@2x.png": ("--scale", "2"), kind.product: ()} if kind.name != "report" else {}
+    for output, options in outputs.items():
+        subprocess.run(kind.command(melkar, output, *options), check=True, cwd=folder, env=os.environ | {"SOURCE_DATE_EPOCH": "0"})
 
 
 # Its pictures in the gallery
@@ -150,11 +149,11 @@ def more_pictures(kind, chapters, melkar, out):
     for picture in pictures:
         name = draw_shown(picture, melkar, folder)
         text += f"{picture.caption}:\n\n![{picture.caption}]({kind.name}/more/{name})\n\n"
-        command = picture.command("melkar", f"{picture.file}.{'pdf' if picture.is_report else 'png'}")
+        command = picture.command("melkar", f"more/{picture.file}.{'pdf' if picture.is_report else 'png'}")
         commands.append(shlex.join(command))
     section = pictures[0].section
     return (f"{text}By the samples, whose profile `samples/app/conf/graph.cnf` has the looks (section `{section}` and COMMON), from "
-            "the folder of the project:\n\n```sh untried: needs the samples\n" + "\n".join(commands) + "\n```\n")
+            "the folder of the project:\n\n```sh\nmkdir -p more\n" + "\n".join(commands) + "\n```\n")
 
 
 # What a class that derives finds
@@ -192,6 +191,41 @@ def member_row(member):
 
 def members_table(heading, members):
     return f"| {heading} | What |\n|---|---|\n" + "".join(map(member_row, members)) + "\n" if members else ""
+
+
+def lineage(class_name, interface):
+    """The elements of a class and those that it derives from."""
+    compound = interface.compound(class_name) if class_name else None
+    while compound is not None:
+        yield compound
+        compound = interface.compound(compound.findtext("basecompoundref") or "")
+
+
+def cycles_of(class_name):
+    """The draw cycles that the sources of a class state: for each its steps, with what their results mean."""
+    for path in ROOT.glob("MelkarCommon/*/*.cpp"):
+        table = re.search(rf"^struct {class_name}::Cycle .*?^\}};", path.read_text(encoding="utf-8"), re.M | re.S)
+        if table:
+            return [re.findall(r"&G::(\w+)(?:, (\w+)\})?", steps) for steps in re.findall(r" Step \w+\[\] = \{(.*?)\n? *\};", table[0], re.S)]
+    return []
+
+
+MEANINGS = {"": "", "Needed": " If it fails, nothing more is painted.", "LastIfPainted": " If it painted something, it is the last."}
+
+
+def steps_of(kind, interface):
+    """The first cycle of the class, or of the first that it derives from and that has one."""
+    line = list(lineage(kind.class_name, interface))
+    owner = next((compound for compound in line if cycles_of(compound.findtext("compoundname"))), None)
+    if owner is None:
+        return ""
+    text = f"## Draw steps\n\nThe cycle of `{owner.findtext('compoundname')}`, in the order of painting. A class that derives overrides those that are virtual.\n\n"
+    for number, (step, meaning) in enumerate(cycles_of(owner.findtext("compoundname"))[0], 1):
+        found = next((member for compound in line for member in compound.iter("memberdef")
+                      if member.findtext("name") == step and said_of(member)), None)
+        says = re.sub(r"\.? ?(Returns .*)?$", "", said_of(found)) if found is not None else ""
+        text += f"{number}. `{step}`{': ' * bool(says)}{says}{'.' * bool(meaning)}{MEANINGS[meaning]}\n"
+    return text + "\n"
 
 
 def members_of(kind, interface, kinds):
@@ -232,7 +266,7 @@ def draws(kind):
 def builds(kind):
     sources = " ".join(["main.cpp", *(name for name in SOURCES.get(kind.name, []) if name.endswith(".cpp"))])
     return ("```sh\nmkdir -p bin log\n"
-            f"g++ -std=c++17 {sources} -o bin/{kind.name} $(pkg-config --cflags --libs MelkarCommon)\nbin/{kind.name}\n```\n\n")
+            f"g++ -std=c++17 {sources} -o bin/{kind.name} $(pkg-config --cflags --libs MelkarCommon)\nbin/{kind.name}\n" + ("pdfinfo report.pdf | grep '^Pages: *2$'\n" if kind.name == "report" else "") + "```\n\n")
 
 
 def purposes(kind, chapters):
@@ -258,7 +292,7 @@ def page(kind, kinds, chapters, interface, melkar, out):
     if kind.name != "image":
         text += below(ask(melkar, "keys", kind.name), "Keys")
         text += below(ask(melkar, "data", kind.name), "Data file") if kind.data else ""
-    return text + members_of(kind, interface, kinds) + more_pictures(kind, chapters, melkar, out)
+    return text + steps_of(kind, interface) + members_of(kind, interface, kinds) + more_pictures(kind, chapters, melkar, out)
 
 
 def read_kinds(listed):

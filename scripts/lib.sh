@@ -150,3 +150,6 @@ interface_pages() {
         printf '%s = %s\n' OUTPUT_DIRECTORY "$xml" XML_OUTPUT "$xml" HTML_OUTPUT "$output/api" LAYOUT_FILE "$layout"
     } | doxygen -
 }
+
+# block LANGUAGE NAME [FILE]: the file of that name as README.md has it; of another document the blocks without a name.
+block() { awk -v head="\`\`\`$1${2:+ $2}" '/^```/ { inside = $0 == head; next } inside' "${3:-$ROOT/README.md}"; }

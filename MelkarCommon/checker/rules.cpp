@@ -112,7 +112,7 @@ std::string DoubtReference() {
         "check` is 1 if there is a warning or an error; `--level` sets another level.\n\n"
         "A comment in the profile silences rules on the next line that is none, or, before or "
         "right behind the head of a section, in all of that:\n\n"
-        "```ini\n; melkar: allow unknown-key\nMY_OWN_KEY=1\n```\n\n"
+        "```ini allowed.cnf\n; melkar: allow unknown-key\nMY_OWN_KEY=1\n```\n\n"
         "What a section is drawn as is guessed from its keys, unless `--kind` says it. Boxes and scales are looked at "
         "in a "
         "picture of 900x500, or of `--size`. With `--data KIND` the files are data files of that kind, whose figures "

@@ -2,8 +2,12 @@
 
 #include <MelkarCommon/platform/surface.h>
 
+#include <functional>
+#include <string>
+#include <string_view>
+
 /// @file
-/// Surfaces on what a host has already: a context of cairo's, in its window or its print dialog.
+/// Surfaces on what a host has already: a context of cairo's in its window or its print dialog, memory for a page.
 
 /// As cairo.h has it, which hosts without cairo don't need.
 using cairo_t = struct _cairo;
@@ -29,5 +33,23 @@ namespace melkar {
 /// }
 /// @endcode
 MELKAR_API HDC CreateContextSurface(cairo_t* context, int width, int height, int dpi = 96);
+
+/// Takes a piece of a page. It may throw. @return whether to go on
+using PieceTaker = std::function<bool(std::string_view piece)>;
+
+/// A page as `CreatePageSurface` makes one, byte for byte, for whoever keeps none in files: in a database, an answer of
+/// a server. `take` gets it while `DeleteDC` runs, on its thread, in pieces of up to 64 KiB, and only if the page is
+/// whole; until then it is kept in memory. `DeleteDC` is FALSE, with a log line, if the page came to nothing, and if
+/// `take` returns false or throws, which is where its exception ends: then it gets no more.
+///
+/// @code{.cpp}
+/// const auto print = [](std::string_view piece) { return std::fwrite(piece.data(), piece.size(), 1, stdout) == 1; };
+/// HDC page = melkar::CreatePageFor(print, PageFormat::Svg, 900, 500, 96);
+/// @endcode
+MELKAR_API HDC CreatePageFor(PieceTaker take, PageFormat format, int width, int height, int dpi);
+
+/// The same into a string, which must live until `DeleteDC`. If that is TRUE it is the whole page; what stood there
+/// before goes when the first piece comes.
+MELKAR_API HDC CreatePageInMemory(std::string& bytes, PageFormat format, int width, int height, int dpi);
 
 } // namespace melkar

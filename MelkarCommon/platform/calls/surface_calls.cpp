@@ -1,5 +1,6 @@
 #include <MelkarCommon/platform/calls/failing.h>
 #include <MelkarCommon/platform/drawing.h>
+#include <MelkarCommon/platform/files/new_file.h>
 #include <MelkarCommon/platform/files/profile_snapshot.h>
 #include <MelkarCommon/platform/geometry.h>
 #include <MelkarCommon/platform/host_surfaces.h>
@@ -14,6 +15,7 @@
 #include <cstddef>
 #include <malloc.h>
 #include <new>
+#include <utility>
 
 using namespace melkar;
 
@@ -49,6 +51,8 @@ HDC Wrap(void* pixels, DeviceSize size, double scale, int strideBytes, int dpi) 
                            {ScreenDevice{scale}, dpi, size});
     });
 }
+
+bool IsPageSize(int width, int height, int dpi) { return IsPictureSize(width, height) && dpi > 0; }
 
 /// Of a document that has no page yet, if there is one; else null.
 HDC MakePage(std::unique_ptr<PageFile> page, DeviceSize size, int dpi) {
@@ -89,15 +93,36 @@ HDC CreateRecordingSurface(int width, int height, int dpi) {
 }
 
 HDC CreatePageSurface(const char* path, PageFormat format, int width, int height, int dpi) {
-    if (!path || !IsPictureSize(width, height) || dpi < 1)
+    if (!path || !IsPageSize(width, height, dpi))
         return nullptr;
     return OrFailure([&] { return MakePage(MakePageFile(path, format, width, height, dpi), {width, height}, dpi); });
 }
 
 HDC melkar::CreateContextSurface(cairo_t* context, int width, int height, int dpi) {
-    if (!context || !IsPictureSize(width, height) || dpi < 1)
+    if (!context || !IsPageSize(width, height, dpi))
         return nullptr;
     return OrFailure([&] { return MakePage(MakeContextPage(context, width, height, dpi), {width, height}, dpi); });
+}
+
+HDC melkar::CreatePageFor(PieceTaker take, PageFormat format, int width, int height, int dpi) {
+    if (!take || !IsPageSize(width, height, dpi))
+        return nullptr;
+    return OrFailure([&]() -> HDC {
+        std::unique_ptr<NewFile> file = NewFile::HandedTo(std::move(take));
+        if (!file)
+            return nullptr;
+        return MakePage(MakePageFile(std::move(file), format, width, height, dpi), {width, height}, dpi);
+    });
+}
+
+HDC melkar::CreatePageInMemory(std::string& bytes, PageFormat format, int width, int height, int dpi) {
+    const auto append = [&bytes, isFirst = true](std::string_view piece) mutable {
+        if (std::exchange(isFirst, false))
+            bytes.clear();
+        bytes.append(piece);
+        return true;
+    };
+    return OrFailure([&] { return CreatePageFor(append, format, width, height, dpi); });
 }
 
 HDC CreateCompatibleDC(HDC surface) {

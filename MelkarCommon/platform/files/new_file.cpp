@@ -13,8 +13,11 @@
 #include <dirent.h>
 #include <fcntl.h>
 #include <string_view>
+#include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <utility>
+#include <vector>
 
 namespace melkar {
 
@@ -174,6 +177,15 @@ bool MakeRoom(int file, off_t at, std::size_t count) {
     return end >= 0;
 }
 
+/// A taker is a stranger: what it throws ends here.
+bool IsTaken(const std::function<bool(std::string_view)>& take, std::string_view piece) {
+    try {
+        return take(piece);
+    } catch (...) {
+        return false;
+    }
+}
+
 } // namespace
 
 std::string FolderOf(const std::string& path) {
@@ -202,6 +214,14 @@ std::unique_ptr<NewFile> NewFile::Create(const std::string& path) {
 
 std::unique_ptr<NewFile> NewFile::WithoutName(int descriptor, std::string called) {
     return Open(descriptor, std::move(called), "", "");
+}
+
+std::unique_ptr<NewFile> NewFile::HandedTo(std::function<bool(std::string_view)> take) {
+    const int descriptor = memfd_create("page", MFD_CLOEXEC);
+    std::unique_ptr<NewFile> file = descriptor >= 0 ? Open(descriptor, "in memory", "", "") : nullptr;
+    if (file != nullptr)
+        file->m_take = std::move(take);
+    return file;
 }
 
 std::unique_ptr<NewFile> NewFile::Open(int descriptor, std::string path, std::string target, std::string temporary) {
@@ -269,10 +289,28 @@ bool NewFile::GiveName() {
 }
 
 /// What can fail before the file is closed.
+bool NewFile::Deliver() {
+    if (m_take != nullptr)
+        return HandOver();
+    return m_target.empty() || TakeName();
+}
+
+bool NewFile::HandOver() {
+    std::vector<char> piece(1 << 16);
+    for (off_t at = 0;;) {
+        const ssize_t count = pread(fileno(m_stream), piece.data(), piece.size(), at);
+        if (count <= 0)
+            return count == 0;
+        const bool isTaken = IsTaken(m_take, {piece.data(), static_cast<std::size_t>(count)});
+        errno = ECANCELED; // if it isn't, whatever the taker left there
+        if (!isTaken)
+            return false;
+        at += count;
+    }
+}
+
 bool NewFile::TakeName() {
     struct stat former;
-    if (m_target.empty())
-        return true;
     if (g_isDurable && fsync(fileno(m_stream)) != 0)
         return false;
     return MayReplace(m_target, former) && (!m_temporary.empty() || GiveName());
@@ -282,7 +320,7 @@ int NewFile::Commit() {
     if (m_stream == nullptr)
         return m_error;
     errno = 0;
-    if (std::fflush(m_stream) != 0 || (m_error == 0 && !TakeName()))
+    if (std::fflush(m_stream) != 0 || (m_error == 0 && !Deliver()))
         KeepError();
     errno = 0;
     if (std::fclose(m_stream) != 0)

@@ -2,6 +2,7 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -26,6 +27,10 @@ public:
     /// Writes to an open file that has no name and gets none. The descriptor is closed with it. @param called its name
     /// in messages
     static std::unique_ptr<NewFile> WithoutName(int descriptor, std::string called);
+    /// Has no name either, is in memory, and is handed to `take` piece by piece when it is complete, and to nobody if
+    /// it isn't. A taker that returns false or throws gets no more, and the file counts as cancelled. Null, with
+    /// `errno` set, without room for one.
+    static std::unique_ptr<NewFile> HandedTo(std::function<bool(std::string_view)> take);
     ~NewFile();
     NewFile(const NewFile&) = delete;
     NewFile& operator=(const NewFile&) = delete;
@@ -48,6 +53,8 @@ private:
     NewFile(std::string path, std::string target, std::string temporary, std::FILE* stream)
         : m_path(std::move(path)), m_target(std::move(target)), m_temporary(std::move(temporary)), m_stream(stream) {}
     void KeepError();
+    bool Deliver();
+    bool HandOver();
     bool TakeName();
     bool GiveName();
     void RemoveTemporary();
@@ -57,6 +64,7 @@ private:
     std::string m_temporary; ///< empty: none, or no longer
     std::FILE* m_stream;     ///< null once closed
     int m_error = 0;
+    std::function<bool(std::string_view)> m_take; ///< who gets it; empty: nobody
 };
 
 } // namespace melkar

@@ -6,12 +6,17 @@
 #include <MelkarCommon/platform/cairo/handles.h>
 #include <MelkarCommon/platform/drawing.h>
 #include <MelkarCommon/platform/host_surfaces.h>
+#include <MelkarCommon/platform/page_words.h>
 
 #include <cairo-pdf.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <cstdlib>
+#include <stdexcept>
+#include <string>
+#include <utility>
 #include <vector>
 
 namespace melkar {
@@ -112,6 +117,50 @@ TEST(ContextSurface, FailsWhereTheContextHas) {
     const HDC page = CreateContextSurface(cr.get(), 9, 9);
     cairo_set_source_surface(cr.get(), cairo_get_group_target(failed.get()), 0, 0); // fails
     EXPECT_FALSE(DeleteDC(page));
+}
+
+/// Some hundred kilobytes, with a title in front that is known last.
+void DrawMuch(HDC page) {
+    for (int i = 0; i < 9000; ++i)
+        Ellipse(page, i % 300, i / 30, i % 300 + 9, i / 30 + 7);
+    SetPageWords(page, {"Much", "", "", {}});
+}
+
+TEST(PageInMemory, HasTheBytesOfItsFile) {
+    const TempWorkdir work;
+    setenv("SOURCE_DATE_EPOCH", "1700000000", 1);
+    for (const PageFormat format : {PageFormat::Pdf, PageFormat::Svg}) {
+        std::string bytes = "former";
+        const HDC file = CreatePageSurface("page", format, 300, 300, 96);
+        const HDC kept = CreatePageInMemory(bytes, format, 300, 300, 96);
+        DrawMuch(file);
+        DrawMuch(kept);
+        EXPECT_EQ(bytes, "former");
+        EXPECT_TRUE(DeleteDC(file) && DeleteDC(kept));
+        EXPECT_TRUE(bytes == work.Read("bin/page")) << bytes.size();
+    }
+    unsetenv("SOURCE_DATE_EPOCH");
+}
+
+TEST(PageInMemory, EndsWhereItsTakerDoes) {
+    const std::pair<const char*, PieceTaker> cases[] = {
+        {"has enough", [](std::string_view) { return false; }},
+        {"throws", [](std::string_view) -> bool { throw std::runtime_error("full"); }},
+    };
+    for (const auto& [what, last] : cases) {
+        std::vector<std::size_t> pieces;
+        const HDC page = CreatePageFor(
+            [&, &last = last](std::string_view piece) {
+                pieces.push_back(piece.size());
+                return pieces.size() < 2 || last(piece);
+            },
+            PageFormat::Svg, 300, 300, 96);
+        DrawMuch(page);
+        EXPECT_FALSE(DeleteDC(page)) << what;
+        EXPECT_EQ(errno, ECANCELED) << what;
+        EXPECT_THAT(pieces, ElementsAre(65536, 65536)) << what;
+    }
+    EXPECT_EQ(CreatePageFor(nullptr, PageFormat::Svg, 300, 300, 96), nullptr);
 }
 
 } // namespace

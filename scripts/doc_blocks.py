@@ -10,8 +10,8 @@ The blocks of a document are steps in one empty directory, in their order:
     ```cpp                    without a name: compiled alone if it includes or declares something, else as lines of a
                               function to which `view`, `balloon` and `path` are known
 
-A block that names no language is no code. A picture that a document made by scripts/docs shows is to come out of its steps the
-same to the byte wherever they make a file of that name.
+A block that names no language is no code. A picture that a document shows is to come out of its steps the same to the byte
+wherever they make a file of that name; on the pages of kinds by command and by program.
 """
 
 import concurrent.futures
@@ -74,21 +74,37 @@ def read_documents(pages):
 # Steps
 
 
-def script_of(blocks, prefix, shown):
+def compared(name, picture, is_kind):
+    """Lines that hold a file that was made against the picture; that of a kind is to be made again."""
+    again = f"; echo {name} >>.made; rm {name}" if is_kind else ""
+    return f"if [[ -e {name} ]]; then cmp {name} {shlex.quote(str(picture))}{again}; fi\n"
+
+
+def script_of(blocks, prefix, shown, is_kind):
     """The steps as one script, so that what a command sets holds for the next. It says at which place it is."""
     parts = ["set -euo pipefail\n"]
     for block in blocks:
         parts.append(f"echo {shlex.quote(block.place)} >.place\n")
         if block.language == "sh" and not block.name:
             parts.append(block.text.replace("/opt/melkar", str(prefix)))
-            parts += [f"if [[ -e {name} ]]; then cmp {name} {shlex.quote(str(picture))}; echo {name} >>.made; rm {name}; fi\n"
-                      for name, picture in shown.items()]
+            parts += [compared(name, picture, is_kind) for name, picture in shown.items()]
         elif block.name:
             name = shlex.quote(block.name)
             parts.append(f"mkdir -p $(dirname {name})\ncat >{name} <<'END OF THE FILE'\n{block.text}END OF THE FILE\n")
         else:
             parts.append("echo 'a file without a name, or one that nobody reads'; false\n")
     return "".join(parts)
+
+
+def pictures_of(document, pages):
+    """What a document shows and its steps may make: {name: file}."""
+    if document.startswith("kinds/"):
+        kind = pathlib.Path(document).stem
+        files = [pages / "kinds" / kind / f"{kind}.{suffix}" for suffix in ("png", "pdf")]
+        return {path.name: path for path in files if path.exists()}
+    text = (ROOT / document).read_text(encoding="utf-8")
+    files = [ROOT / os.path.dirname(document) / name for name in re.findall(r"!\[[^\]]*\]\(([^)]+\.png)\)", text)]
+    return {path.name: path for path in files}
 
 
 def environment(prefix):
@@ -102,17 +118,15 @@ def try_steps(document, blocks, prefix, pages):
     steps = [block for block in blocks if block.is_step]
     if not steps:
         return ""
-    kind = pathlib.Path(document).stem
-    drawn = [pages / "kinds" / kind / f"{kind}.{suffix}" for suffix in ("png", "pdf")] if document.startswith("kinds/") else []
-    shown = {path.name: path for path in drawn if path.exists()}
+    is_kind, shown = document.startswith("kinds/"), pictures_of(document, pages)
     with tempfile.TemporaryDirectory() as folder:
         here = pathlib.Path(folder)
         if any("samples/" in block.text for block in steps):
             shutil.copytree(ROOT / "samples", here / "samples")
-        for picture in (pages / "kinds" / kind).glob("*.bmp") if shown else ():
+        for picture in (pages / document).with_suffix("").glob("*.bmp") if is_kind else ():
             shutil.copy(picture, here)
         script = here / ".steps"
-        script.write_text(script_of(steps, prefix, shown), encoding="utf-8")
+        script.write_text(script_of(steps, prefix, shown, is_kind), encoding="utf-8")
         try:
             done = subprocess.run(["bash", script], cwd=here, env=environment(prefix), stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
                                   stderr=subprocess.STDOUT, text=True, errors="replace", timeout=MOST_SECONDS)
@@ -121,7 +135,7 @@ def try_steps(document, blocks, prefix, pages):
         if done.returncode != 0:
             return f"{(here / '.place').read_text().strip()}: {''.join(done.stdout.splitlines(keepends=True)[-12:])}"
         made = (here / ".made").read_text().split() if (here / ".made").exists() else []
-        if shown and len(made) < 2:
+        if is_kind and shown and len(made) < 2:
             return f"{document}: the picture of the page isn't drawn by command and program, but by {len(made)} of them"
     return ""
 

@@ -1,6 +1,7 @@
 #include <MelkarCommon/support/polygons.h>
 
 #include <MelkarCommon/platform/drawing.h>
+#include <MelkarCommon/platform/path.h>
 
 namespace melkar {
 
@@ -14,8 +15,7 @@ void FillPolygon(HDC surface, std::span<const POINT> corners, COLORREF color) {
 
 void DrawPath(HDC surface, std::span<const POINT> points) {
     MoveToEx(surface, points.front().x, points.front().y, nullptr);
-    for (const POINT& point : points.subspan(1))
-        LineTo(surface, point.x, point.y);
+    LinesTo(surface, points.subspan(1));
 }
 
 } // namespace melkar

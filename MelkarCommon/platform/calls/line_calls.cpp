@@ -1,5 +1,6 @@
 #include <MelkarCommon/platform/calls/failing.h>
 #include <MelkarCommon/platform/drawing.h>
+#include <MelkarCommon/platform/path.h>
 #include <MelkarCommon/platform/surfaces/surface_state.h>
 
 #include <cstdint>
@@ -28,5 +29,14 @@ BOOL LineTo(HDC surface, int x, int y) {
     } catch (...) {
         TakeBack(surface->target, SIZE_MAX); // a record is as it was
         return FALSE;
+    }
+}
+
+void melkar::LinesTo(HDC surface, std::span<const POINT> points) {
+    while (!points.empty()) {
+        LineTo(surface, points[0].x, points[0].y);
+        points = points.subspan(1);
+        if (IsSurface(surface))
+            points = points.subspan(OrFailure([&] { return surface->AddMore(points); }));
     }
 }

@@ -31,7 +31,7 @@ inline void BlendPixel(std::uint32_t& pixel, Color color, std::uint32_t coverage
         pixel = MixColor255(pixel, color, coverage);
 }
 
-/// Each pixel as `MixColor255` does it.
+/// Each pixel as `MixColor255` does it; what is added to the half above green makes the unused byte 0xFF.
 template <int kLanes> void BlendLanes(std::uint32_t* pixel, Coverages<kLanes> coverages, Color color) {
     using Pixels = typename Lanes<kLanes>::Pixels;
     using Channels = typename Lanes<kLanes>::Channels;
@@ -44,9 +44,9 @@ template <int kLanes> void BlendLanes(std::uint32_t* pixel, Coverages<kLanes> co
     std::memcpy(&pixels, pixel, sizeof pixels);
     const Channels redBlue =
         Channels(Pixels{} + (color & kRedBlue)) * weight + Channels(pixels & kRedBlue) * rest + 0x80;
-    const Channels green =
-        Channels(Pixels{} + ((color >> 8U) & 0xFFU)) * weight + Channels((pixels >> 8) & 0xFF) * rest + 0x80;
-    pixels = Pixels((redBlue + (redBlue >> 8)) >> 8) | (Pixels(green + (green >> 8)) & 0xFF00U) | kOpaque;
+    const Channels green = Channels(Pixels{} + ((color >> 8U) & 0xFFU)) * weight +
+                           Channels((pixels >> 8) & 0xFF) * rest + Channels(Pixels{} + 0xFF000080U);
+    pixels = Pixels((redBlue + (redBlue >> 8)) >> 8) | (Pixels(green + (green >> 8)) & 0xFF00FF00U);
     std::memcpy(pixel, &pixels, sizeof pixels);
 }
 

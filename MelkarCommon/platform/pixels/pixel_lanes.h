@@ -67,15 +67,15 @@ template <> struct Lanes<8> {
     using Numbers = std::int32_t __attribute__((vector_size(32)));
     using Pairs = std::uint64_t __attribute__((vector_size(32)));
     using Channels = std::uint16_t __attribute__((vector_size(32)));
+    using Bytes = std::uint8_t __attribute__((vector_size(32)));
 
     static void DoubleUpper(Channels& halves) {
         halves = __builtin_shufflevector(halves, halves, 1, 1, 3, 3, 5, 5, 7, 7, 9, 9, 11, 11, 13, 13, 15, 15);
     }
     static void Spread(Pixels& lanes, std::uint64_t bytes) {
-        Lanes<4>::Pixels halves[2];
-        Lanes<4>::Spread(halves[0], static_cast<std::uint32_t>(bytes));
-        Lanes<4>::Spread(halves[1], static_cast<std::uint32_t>(bytes >> 32U));
-        Join(lanes, halves[0], halves[1]);
+        const Bytes all = Bytes(Pairs{} + bytes); // so that none has to cross from half to half
+        lanes = Pixels(__builtin_shufflevector(all, all, 0, 0, 0, 0, 1, 1, 1, 1, 2, 2, 2, 2, 3, 3, 3, 3, 20, 20, 20, 20,
+                                               21, 21, 21, 21, 22, 22, 22, 22, 23, 23, 23, 23));
     }
     static void Join(Pixels& whole, const Lanes<4>::Pixels& one, const Lanes<4>::Pixels& other) {
         whole = __builtin_shufflevector(one, other, 0, 1, 2, 3, 4, 5, 6, 7);

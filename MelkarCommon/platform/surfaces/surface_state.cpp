@@ -31,7 +31,7 @@ void HDC__::FlushLines() {
 }
 
 bool HDC__::AddLine(POINT from, POINT to) {
-    const LineLook look{pen->style, pen->width, pen->color, bkMode, bkColor};
+    const LineLook look = LineLookNow();
     if (!lines.GoOnAt(from, look)) {
         if (Drawing() == nullptr)
             return false;
@@ -43,6 +43,15 @@ bool HDC__::AddLine(POINT from, POINT to) {
     if (lines.AreExposed())
         lines.DrawAtOnce(*DrawingOn(target));
     return true;
+}
+
+std::size_t HDC__::AddMore(std::span<const POINT> points) {
+    if (pen->style == PS_NULL || !lines.GoOnAt(position, LineLookNow()))
+        return 0;
+    const std::size_t count = lines.AddSome(points);
+    if (count > 0)
+        position = points[count - 1];
+    return count;
 }
 
 std::shared_ptr<TextFace> HDC__::Face() const {

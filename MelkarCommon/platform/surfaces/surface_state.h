@@ -7,6 +7,7 @@
 #include <MelkarCommon/platform/types.h>
 
 #include <memory>
+#include <span>
 #include <vector>
 
 /// A drawing surface: the selected objects and modes, above what does the work. Internal.
@@ -29,7 +30,11 @@ struct HDC__ : melkar::HandleHead, melkar::InHandleMemory<melkar::ObjectKind::Su
     RECT Bounds() const;
     /// A line of the selected pen, which may wait. @return false without room to draw on
     bool AddLine(POINT from, POINT to);
+    /// Further points of the path that ends at the position: as many as can wait. @return how many; throws with none
+    /// added
+    std::size_t AddMore(std::span<const POINT> points);
     void FlushLines();
+    melkar::LineLook LineLookNow() const { return {pen->style, pen->width, pen->color, bkMode, bkColor}; }
     /// The face of the font; one without a height is as large as 12 pixels are at 96 dpi. Looked up each time and never
     /// kept: a face is its thread's, a surface may go to another.
     std::shared_ptr<melkar::TextFace> Face() const;

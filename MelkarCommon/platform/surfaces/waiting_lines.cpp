@@ -1,5 +1,7 @@
 #include <MelkarCommon/platform/surfaces/waiting_lines.h>
 
+#include <algorithm>
+
 namespace melkar {
 
 void WaitingLines::Begin(POINT from, const LineLook& look, const Stroke& stroke, bool isExposed) {
@@ -8,6 +10,16 @@ void WaitingLines::Begin(POINT from, const LineLook& look, const Stroke& stroke,
     m_stroke = stroke;
     m_stroke.phase = m_gone;
     m_areExposed = isExposed;
+}
+
+std::size_t WaitingLines::AddSome(std::span<const POINT> points) {
+    if (m_areExposed || AreMany())
+        return 0;
+    const std::size_t count = std::min(points.size(), kMost - m_points.size());
+    m_points.reserve(m_points.size() + count);
+    for (const POINT& point : points.first(count))
+        Add(point);
+    return count;
 }
 
 void WaitingLines::DrawAndGoOn(Backend& backend) {

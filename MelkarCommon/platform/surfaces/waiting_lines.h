@@ -2,6 +2,7 @@
 
 #include <MelkarCommon/platform/seam/backend.h>
 
+#include <span>
 #include <vector>
 
 namespace melkar {
@@ -36,12 +37,11 @@ public:
         m_before = m_gone;
         m_gone += Distance(from, to);
     }
+    /// As many of them as can wait, of a path that was begun. @return how many; throws with none added
+    std::size_t AddSome(std::span<const POINT> points);
     bool AreExposed() const { return m_areExposed; }
     /// Whether they should be drawn to make room: a path may have no end.
-    bool AreMany() const {
-        constexpr std::size_t kMost = 4096;
-        return m_points.size() >= kMost;
-    }
+    bool AreMany() const { return m_points.size() >= kMost; }
     /// Draws what isn't drawn yet, and keeps what a line needs that goes on there.
     void DrawAndGoOn(Backend& backend);
     /// The same, for pixels: of what is drawn no more is kept than the corners to come need, however long the path.
@@ -54,6 +54,8 @@ public:
     void RestartPattern() { m_gone = 0; }
 
 private:
+    static constexpr std::size_t kMost = 4096;
+
     std::vector<POINT> m_points; ///< empty: no path
     LineLook m_look{};
     Stroke m_stroke;

@@ -1,7 +1,9 @@
 // Lines on memory that was handed out are drawn as they come: what of them has to be kept for the corners.
 
+#include <MelkarCommon/platform/path.h>
 #include <MelkarCommon/platform/surfaces/waiting_lines.h>
 #include <MelkarCommon/platform/tests/canvas.h>
+#include <MelkarCommon/platform/tests/surface.h>
 
 #include <gtest/gtest.h>
 
@@ -72,6 +74,35 @@ TEST(WaitingLines, EachCostsTheSameHoweverManyWentBefore) {
         DrawAtOnce(backend, points, stroke);
         EXPECT_LE(backend.count, 5 * points.size());
     }
+}
+
+/// What two paths leave in the memory, which is handed out if `isExposed`: more points than wait at once, then some of
+/// another pen and of none.
+std::vector<std::uint32_t> TwoPaths(int style, bool isExposed, void (*draw)(HDC, std::span<const POINT>)) {
+    std::vector<POINT> points;
+    for (int i = 0; i < 5000; ++i)
+        points.push_back({i % 79, i % 61 + i / 1000});
+    std::vector<std::uint32_t> memory(kSide * kSide, kWhitePixel);
+    const Surface picture(isExposed ? WrapPixels(memory.data(), kSide, kSide, 4 * kSide)
+                                    : CreateMemorySurface(kSide, kSide));
+    for (const int next : {style, PS_SOLID, PS_NULL}) {
+        const ScopedPen pen(picture, next, 1, RGB(200, next, 0));
+        draw(picture, points);
+        draw(picture, std::span(points).first(9));
+    }
+    LineTo(picture, 70, 70);
+    const PixelView view = GetPixels(picture);
+    return {view.pixels, view.pixels + kSide * kSide};
+}
+
+TEST(WaitingLines, ManyInOneCallAreThoseOfACallForEach) {
+    const auto each = [](HDC surface, std::span<const POINT> points) {
+        for (const POINT& point : points)
+            LineTo(surface, point.x, point.y);
+    };
+    for (const int style : {PS_SOLID, PS_DASH})
+        for (const bool isExposed : {false, true})
+            EXPECT_EQ(TwoPaths(style, isExposed, LinesTo), TwoPaths(style, isExposed, each)) << style << isExposed;
 }
 
 } // namespace

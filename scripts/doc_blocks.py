@@ -7,8 +7,8 @@ The blocks of a document are steps in one empty directory, in their order:
     ```ini conf/graph.cnf     a file of that name (cpp, csv, cmake, ... likewise)
     ```sh                     commands; /opt/melkar stands for PREFIX, `samples` is there as in the project's folder
     ```sh untried: WHY        isn't run, but listed
-    ```cpp                    without a name: compiled alone if it includes or declares something, else as lines of a
-                              function to which `view`, `balloon` and `path` are known
+    ```cpp                    without a name: compiled, alone if it begins with an include, a class or a function, else as
+                              lines of a function that knows two surfaces, `view` and `balloon`, and the `path` of a file
 
 A block that names no language is no code. A picture that a document shows is to come out of its steps the same to the byte
 wherever they make a file of that name; on the pages of kinds by command and by program.
@@ -30,6 +30,7 @@ FENCE = re.compile(r"^(`{3,})([\w+-]*) *(.*)\n((?:.*\n)*?)\1$", re.M)
 LAST = "The project"  # the part of docs/README.md from which on documents aren't for users
 MOST_SECONDS = 300  # for the steps of a document
 USUAL = "#include <MelkarCommon/MelkarCommon.h>\n#include <cstdio>\n#include <memory>\n#include <string>\n#include <vector>\n"
+FUNCTION = "inline void Show([[maybe_unused]] HDC view, [[maybe_unused]] HDC balloon, [[maybe_unused]] char* path) {"
 
 
 @dataclasses.dataclass
@@ -113,11 +114,27 @@ def environment(prefix):
                          "PKG_CONFIG_PATH": f"{prefix}/lib/pkgconfig", "CMAKE_GENERATOR": "Ninja", "NO_COLOR": "1", "SOURCE_DATE_EPOCH": "0"}
 
 
+def run_steps(here, prefix):
+    """@return the place and the last lines of what failed, or nothing"""
+    try:
+        done = subprocess.run(["bash", here / ".steps"], cwd=here, env=environment(prefix), stdin=subprocess.DEVNULL,
+                              stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True, errors="replace", timeout=MOST_SECONDS)
+    except subprocess.TimeoutExpired:
+        said = f"takes more than {MOST_SECONDS} s"
+    else:
+        if done.returncode == 0:
+            return ""
+        said = "".join(done.stdout.splitlines(keepends=True)[-12:])
+    return f"{(here / '.place').read_text().strip()}: {said}"
+
+
+def times_drawn(here):
+    return len((here / ".made").read_text().split()) if (here / ".made").exists() else 0
+
+
 def try_steps(document, blocks, prefix, pages):
     """@return what went wrong, or nothing"""
     steps = [block for block in blocks if block.is_step]
-    if not steps:
-        return ""
     is_kind, shown = document.startswith("kinds/"), pictures_of(document, pages)
     with tempfile.TemporaryDirectory() as folder:
         here = pathlib.Path(folder)
@@ -125,19 +142,12 @@ def try_steps(document, blocks, prefix, pages):
             shutil.copytree(ROOT / "samples", here / "samples")
         for picture in (pages / document).with_suffix("").glob("*.bmp") if is_kind else ():
             shutil.copy(picture, here)
-        script = here / ".steps"
-        script.write_text(script_of(steps, prefix, shown, is_kind), encoding="utf-8")
-        try:
-            done = subprocess.run(["bash", script], cwd=here, env=environment(prefix), stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
-                                  stderr=subprocess.STDOUT, text=True, errors="replace", timeout=MOST_SECONDS)
-        except subprocess.TimeoutExpired:
-            return f"{(here / '.place').read_text().strip()}: takes more than {MOST_SECONDS} s"
-        if done.returncode != 0:
-            return f"{(here / '.place').read_text().strip()}: {''.join(done.stdout.splitlines(keepends=True)[-12:])}"
-        made = (here / ".made").read_text().split() if (here / ".made").exists() else []
-        if is_kind and shown and len(made) < 2:
-            return f"{document}: the picture of the page isn't drawn by command and program, but by {len(made)} of them"
-    return ""
+        (here / ".steps").write_text(script_of(steps, prefix, shown, is_kind), encoding="utf-8")
+        fault = run_steps(here, prefix)
+        if not fault and is_kind and shown and times_drawn(here) < 2:
+            fault = f"{document}: the picture of the page isn't drawn by command and by program"
+    print(f"   {document}", flush=True)
+    return fault
 
 
 # Pieces of programs
@@ -147,18 +157,17 @@ def unit_of(pieces):
     """Pieces without includes of their own as one unit."""
     parts = [USUAL]
     for number, piece in enumerate(pieces):
-        alone = re.match(r"(template|class|struct|inline|constexpr|long|bool|void|int) ?[\w<]", piece.text) and "{" in piece.text
-        inside = ("", "") if alone else ("inline void Show([[maybe_unused]] HDC view, [[maybe_unused]] HDC balloon, [[maybe_unused]] char* path) {", "}")
-        parts.append(f'namespace piece{number} {{\n{inside[0]}\n#line {piece.line} "{piece.document}"\n{piece.text}{inside[1]}\n}}\n')
+        alone = re.match(r"class|struct|inline|template", piece.text)
+        head, end = ("", "") if alone else (FUNCTION, "}")
+        parts.append(f'namespace piece{number} {{\n{head}\n#line {piece.line} "{piece.document}"\n{piece.text}{end}\n}}\n')
     return "".join(parts)
 
 
 def compile_piece(text, prefix):
     flags = subprocess.run(["pkg-config", "--cflags", "MelkarCommon"], env=environment(prefix), check=True, capture_output=True,
                            text=True).stdout.split()
-    done = subprocess.run(["g++", "-std=c++17", "-Wall", "-Wextra", "-Werror", "-Wno-unused-variable", "-fsyntax-only", *flags, "-x", "c++", "-"], input=text,
-                          capture_output=True, text=True)
-    return done.stderr
+    options = ["-std=c++17", "-Wall", "-Wextra", "-Werror", "-Wno-unused-variable", "-fsyntax-only", *flags]
+    return subprocess.run(["g++", *options, "-x", "c++", "-"], input=text, capture_output=True, text=True).stderr
 
 
 def try_pieces(pieces, prefix):

@@ -118,6 +118,8 @@ def draw(kind, melkar, folder):
     outputs = {f"{kind.name}.png": (), f"{kind.name}@2x.png": ("--scale", "2"), kind.product: ()} if kind.name != "report" else {}
     for output, options in outputs.items():
         subprocess.run(kind.command(melkar, output, *options), check=True, cwd=folder, env=os.environ | {"SOURCE_DATE_EPOCH": "0"})
+    for name in ("bin", "log"):  # the page has them made
+        shutil.rmtree(folder / name)
 
 
 # Its pictures in the gallery
@@ -319,7 +321,9 @@ def make(melkar, interface, out):
     def one(kind):
         lay_out(kind, melkar)
         draw(kind, melkar, out / "kinds" / kind.name)
-        return page(kind, kinds, chapters, interface, melkar, out)
+        text = page(kind, kinds, chapters, interface, melkar, out)
+        print(f"   {kind.name}", flush=True)
+        return text
 
     with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
         pages = {f"docs/kinds/{kind.name}.md": text for kind, text in zip(kinds, pool.map(one, kinds))}

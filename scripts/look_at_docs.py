@@ -62,8 +62,10 @@ def look_at_all(browser, pages, paths, shots):
     seen = 0
     for dark in (False, True):
         for width in WIDTHS:
-            for path in paths:
+            for number, path in enumerate(paths):
                 seen += look_at(browser, pages, path, dark, width, shots)
+                if number % 20 == 0:  # for who waits
+                    print(f"   {width} pixels, {'dark' if dark else 'light'}: {path.relative_to(pages)}", flush=True)
     return seen
 
 

@@ -149,20 +149,20 @@ TEST(ImportCsv, OptionsSayWhatTheFileDoesNot) {
 }
 
 // Weights of the file beside it are carried by nobody, the plan is; what the table of the kind doesn't name isn't
-// there.
+// there; a scale holds all of its figures, whichever was named first.
 TEST(ImportCsv, EachKindGetsItsColumns) {
-    const std::string text = "day,a,b,c\n2026-03-01,5,70,20\n2026-03-03,7,80,\n";
+    const std::string text = "day,a,b,c\n2026-03-01,5,70,20\n2026-03-03,7,1080,\n";
     const std::tuple<const char*, std::vector<std::string>, std::string> cases[] = {
-        {"bar", {"a", "b"}, "imported\nstatus,day,figure\n0,1/3,5,70\n4,2/3,,\n0,3/3,7,80\n"},
-        {"line", {"a", "b", "line=c"}, "imported\nstatus,day,figure,,line\n0,1/3,5,70,20\n4,2/3,,,\n0,3/3,7,80,\n"},
+        {"bar", {"a", "b"}, "imported\nstatus,day,figure\n0,1/3,5,70\n4,2/3,,\n0,3/3,7,1080\n"},
+        {"line", {"a", "b", "line=c"}, "imported\nstatus,day,figure,,line\n0,1/3,5,70,20\n4,2/3,,,\n0,3/3,7,1080,\n"},
         {"steps", {"a"}, "imported\n20260301,20260303,,,,,,1000,,6\n0,1/3,,,5\n4,2/3,,,\n0,3/3,,,7\n"},
-        {"expenditure", {"part=a", "b"}, "imported\n20260301,20260303,,,1000,0\n0,1/3,70,5\n4,2/3,,\n0,3/3,80,7\n"},
+        {"expenditure", {"part=a", "b"}, "imported\n20260301,20260303,,,2000,0\n0,1/3,70,5\n4,2/3,,\n0,3/3,1080,7\n"},
         {"activity",
          {"a", "target=c"},
          "imported\n20260301,20260303\n,,6\n0,20260301,20260301,,,,,,,20,,5\n4,20260302,20260302,,,,,,,20,,\n"
          "0,20260303,20260303,,,,,,,20,,7\n"},
         {"plot", {"a"}, "x,y,size,colour,connect\n0,5,12,#264668,0\n2,7,12,#264668,1\n"},
-        {"pie", {"a", "b"}, "12\n150\n"},
+        {"pie", {"a", "b"}, "12\n1150\n"},
         {"bmi", {"a"}, "figure\n7\n"},
     };
     for (const auto& [kind, figures, file] : cases) {

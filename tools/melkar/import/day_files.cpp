@@ -105,11 +105,23 @@ private:
         return ShowFigure(std::round(std::accumulate(values.begin(), values.end(), 0.0) / double(values.size())));
     }
 
+    /// Of all figures that stand on this scale, whoever was named first.
+    std::vector<double> FiguresOn(const char* scale) const {
+        std::vector<double> values;
+        for (const DataTable& file : m_files.plan->files)
+            for (const ColumnInfo& column : file.columns)
+                if (column.scale == std::string_view(scale) && column.head == kEachRow) {
+                    const std::vector<double> more = ValuesOf(m_files, m_book, column.name);
+                    values.insert(values.end(), more.begin(), more.end());
+                }
+        return values;
+    }
+
     /// Over the highest bar is room for its figure.
     std::string Top(const ColumnInfo& column) {
         constexpr double kRoom = 1.05;
         constexpr double kStep = 1000; // a line of the scale at each
-        const std::vector<double> values = FirstFigures();
+        const std::vector<double> values = FiguresOn(column.scale);
         const double highest = values.empty() ? 0 : *std::max_element(values.begin(), values.end());
         const double top = std::max(std::ceil(highest * kRoom / kStep), 1.0) * kStep;
         m_notes.Chosen("top of the scale " + ShowFigure(top) + " " + column.unit + ", over " + ShowFigure(highest));

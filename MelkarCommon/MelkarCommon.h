@@ -68,6 +68,7 @@
 #include <MelkarCommon/support/fields.h>
 #include <MelkarCommon/support/font.h>
 #include <MelkarCommon/support/ini_reader.h>
+#include <MelkarCommon/support/keep_locale.h>
 #include <MelkarCommon/support/marks.h>
 #include <MelkarCommon/support/numbers.h>
 #include <MelkarCommon/support/pictures.h>

@@ -2,6 +2,7 @@
 
 #include <MelkarCommon/platform/host_directory.h>
 #include <MelkarCommon/platform/host_surfaces.h>
+#include <MelkarCommon/support/keep_locale.h>
 
 /// @file
-/// What only hosts call: where a program's own files are, surfaces on what it has.
+/// What only hosts call: where a program's own files are, surfaces on what it has, its locale.

@@ -3,25 +3,33 @@
 #include <MelkarCommon/platform/datetime.h>
 #include <MelkarCommon/platform/profile.h>
 #include <MelkarCommon/platform/values/locales.h>
+#include <MelkarCommon/support/keep_locale.h>
 #include <MelkarCommon/support/numbers.h>
 #include <MelkarCommon/support/support.h>
 
+#include <atomic>
 #include <clocale>
 #include <cstring>
 
 namespace {
 
 constexpr int kDateLength = 8; // YYYYMMDD
+constinit std::atomic<int> g_keepers{0};
 
-/// Callers are promised a process in the "C" locale after a date in a named one. It is set only if it is anything
-/// else, so that threads that format dates at once don't write it.
+/// Callers are promised a process in the "C" locale after a date in a named one, unless they ask for their own. It is
+/// set only if it is anything else, so that threads that format dates at once don't write it.
 void PutProcessLocaleBack() {
+    if (g_keepers > 0)
+        return;
     const char* current = std::setlocale(LC_ALL, nullptr);
     if (!current || std::strcmp(current, "C") != 0)
         std::setlocale(LC_ALL, "C");
 }
 
 } // namespace
+
+melkar::KeepLocale::KeepLocale() { ++g_keepers; }
+melkar::KeepLocale::~KeepLocale() { --g_keepers; }
 
 CString FormatDate(CString date, CString format, CString locale) {
     if (date.GetLength() < kDateLength)

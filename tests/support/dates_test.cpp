@@ -3,6 +3,7 @@
 #include <MelkarCommon/platform/datetime.h>
 #include <MelkarCommon/platform/desktop.h>
 #include <MelkarCommon/platform/values/locales.h>
+#include <MelkarCommon/support/keep_locale.h>
 #include <MelkarCommon/support/support.h>
 
 #include <gtest/gtest.h>
@@ -66,6 +67,12 @@ TEST_F(Dates, ProcessLocaleIsCAfterwards) {
     EXPECT_EQ(ProcessLocale(), "de_DE.UTF-8"); // too short a date touches nothing
     EXPECT_EQ(FormatDate("20081231", "%a", ""), "Mi") << "without a name: as the process stands";
     EXPECT_EQ(ProcessLocale(), "de_DE.UTF-8");
+    {
+        const melkar::KeepLocale keep;
+        { const melkar::KeepLocale inner; }
+        EXPECT_EQ(FormatDate("20081231", "%a", "ja_JP"), "水");
+        EXPECT_EQ(ProcessLocale(), "de_DE.UTF-8") << "kept";
+    }
     FormatDate("20081231", "%Y", "ja_JP");
     EXPECT_EQ(ProcessLocale(), "C");
 }

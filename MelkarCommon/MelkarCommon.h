@@ -45,6 +45,7 @@
 #include <MelkarCommon/platform/geometry.h>
 #include <MelkarCommon/platform/host_directory.h>
 #include <MelkarCommon/platform/host_surfaces.h>
+#include <MelkarCommon/platform/last_failure.h>
 #include <MelkarCommon/platform/page_words.h>
 #include <MelkarCommon/platform/printing.h>
 #include <MelkarCommon/platform/profile.h>

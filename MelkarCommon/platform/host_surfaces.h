@@ -1,10 +1,12 @@
 #pragma once
 
+#include <MelkarCommon/platform/drawing.h>
 #include <MelkarCommon/platform/surface.h>
 
 #include <functional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 /// @file
 /// Surfaces on what a host has already: a context of cairo's in its window or its print dialog, memory for a page.
@@ -51,5 +53,30 @@ MELKAR_API HDC CreatePageFor(PieceTaker take, PageFormat format, int width, int 
 /// The same into a string, which must live until `DeleteDC`. If that is TRUE it is the whole page; what stood there
 /// before goes when the first piece comes.
 MELKAR_API HDC CreatePageInMemory(std::string& bytes, PageFormat format, int width, int height, int dpi);
+
+/// A surface that goes with its scope: whatever returns or throws before, it is freed. A page becomes its file then,
+/// and nobody hears whether it did: `Close` says it.
+///
+/// @code{.cpp}
+/// melkar::ScopedSurface page(CreatePageSurface("week.pdf", PageFormat::Pdf, 900, 500, 96));
+/// Ellipse(page, 10, 10, 90, 90);
+/// if (!page.Close())
+///     std::fprintf(stderr, "%s\n", melkar::LastFailure());
+/// @endcode
+class ScopedSurface {
+public:
+    /// Takes the surface over; null is none.
+    explicit ScopedSurface(HDC surface) : m_surface(surface) {}
+    ~ScopedSurface() { Close(); }
+    ScopedSurface(const ScopedSurface&) = delete;
+    ScopedSurface& operator=(const ScopedSurface&) = delete;
+
+    operator HDC() const { return m_surface; } ///< for drawing calls; null once it is closed
+    /// Frees it now. @return as `DeleteDC`; FALSE if it is closed already
+    BOOL Close() { return DeleteDC(std::exchange(m_surface, nullptr)); }
+
+private:
+    HDC m_surface;
+};
 
 } // namespace melkar

@@ -42,7 +42,12 @@ MELKAR_API HDC CreateMemorySurface(int width, int height, int dpi = 96);
 MELKAR_API HDC CreateScaledSurface(int width, int height, double scale);
 
 /// Draws on the host's memory: 0xFFRRGGBB, top row first, `strideBytes` from row to row (a multiple of 4, at
-/// least 4 x width). The memory stays the host's and must outlive the surface.
+/// least 4 x width). The memory stays the host's and must outlive the surface. All that was drawn stands there when a
+/// call returns, to be read without any other; nothing is written between calls. A toolkit that has a picture of its
+/// own on the same memory must hear of it on both sides: of cairo's, `cairo_surface_flush` before any call that may
+/// draw
+/// (`Draw`, `OnMouseMove`, a copy onto it), since it may still have to keep what was shown, and
+/// `cairo_surface_mark_dirty` behind; without the first cairo ends the process in the second.
 MELKAR_API HDC WrapPixels(void* pixels, int width, int height, int strideBytes, int dpi = 96);
 
 /// The same with `scale` pixels a unit: the memory has `std::lround(height * scale)` rows of `std::lround(width *

@@ -74,8 +74,12 @@ int StartDocA(HDC surface, const DOCINFOA* job) {
     PrinterTarget* printer = PrinterOf(surface);
     if (printer == nullptr || job == nullptr || printer->document)
         return SP_ERROR;
-    printer->document = OrFailure([&] { return Begin(*printer, *job); });
-    return printer->document ? NextJobNumber() : SP_ERROR;
+    return OrWords(
+        [&] {
+            printer->document = Begin(*printer, *job);
+            return printer->document ? NextJobNumber() : SP_ERROR;
+        },
+        SP_ERROR);
 }
 
 int StartPage(HDC surface) {
@@ -106,7 +110,7 @@ int EndDoc(HDC surface) {
         return SP_ERROR;
     AfterLines(surface, [] { return TRUE; });
     PrintedDocument document = Leave(surface);
-    const bool isDelivered = OrFailure([&] { return document.pages->Finish() && document.job->Deliver(); });
+    const bool isDelivered = OrWords([&] { return document.pages->Finish() && document.job->Deliver(); });
     return isDelivered ? 1 : SP_ERROR;
 }
 
@@ -119,6 +123,7 @@ int AbortDoc(HDC surface) {
     if (PageTarget* page = PageOf(surface)) {
         surface->lines.Forget();
         page->page->Abandon();
+        KeepFailure("the page was aborted");
         return 1;
     }
     if (DocumentOf(surface) == nullptr)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <MelkarCommon/platform/files/log_sink.h>
 #include <MelkarCommon/platform/surfaces/surface_state.h>
 
 #include <cstddef>
@@ -15,6 +16,20 @@ template <class Call> auto OrFailure(const Call& call, decltype(call()) failure 
     try {
         return call();
     } catch (...) {
+        return failure;
+    }
+}
+
+/// The same for what leaves words where it fails (`LastFailure`), which are gone where it succeeds. @return what `call`
+/// gives, `failure` if it throws
+template <class Call> auto OrWords(const Call& call, decltype(call()) failure = {}) noexcept -> decltype(call()) {
+    try {
+        const auto result = call();
+        if (result != failure)
+            ForgetFailure();
+        return result;
+    } catch (...) {
+        KeepFailure("no memory");
         return failure;
     }
 }

@@ -97,5 +97,5 @@ int DocumentPropertiesA(HWND, HANDLE printer, char* name, DEVMODEA* out, const D
 HDC CreateDCA(const char* driver, const char* printer, const char*, const DEVMODEA* settings) {
     if (driver == nullptr || strcasecmp(driver, "WINSPOOL") != 0 || printer == nullptr)
         return nullptr;
-    return OrFailure([&] { return MakePrinterSurface(printer, settings); });
+    return OrWords([&] { return MakePrinterSurface(printer, settings); });
 }

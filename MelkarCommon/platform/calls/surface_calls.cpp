@@ -52,7 +52,14 @@ HDC Wrap(void* pixels, DeviceSize size, double scale, int strideBytes, int dpi) 
     });
 }
 
-bool IsPageSize(int width, int height, int dpi) { return IsPictureSize(width, height) && dpi > 0; }
+bool IsPage(HDC surface) { return std::holds_alternative<PageTarget>(surface->target); }
+
+bool IsPageSize(int width, int height, int dpi) {
+    if (IsPictureSize(width, height) && dpi > 0)
+        return true;
+    KeepFailure("no page has such a size");
+    return false;
+}
 
 /// Of a document that has no page yet, if there is one; else null.
 HDC MakePage(std::unique_ptr<PageFile> page, DeviceSize size, int dpi) {
@@ -95,19 +102,19 @@ HDC CreateRecordingSurface(int width, int height, int dpi) {
 HDC CreatePageSurface(const char* path, PageFormat format, int width, int height, int dpi) {
     if (!path || !IsPageSize(width, height, dpi))
         return nullptr;
-    return OrFailure([&] { return MakePage(MakePageFile(path, format, width, height, dpi), {width, height}, dpi); });
+    return OrWords([&] { return MakePage(MakePageFile(path, format, width, height, dpi), {width, height}, dpi); });
 }
 
 HDC melkar::CreateContextSurface(cairo_t* context, int width, int height, int dpi) {
-    if (!context || !IsPageSize(width, height, dpi))
+    if (!IsPageSize(width, height, dpi))
         return nullptr;
-    return OrFailure([&] { return MakePage(MakeContextPage(context, width, height, dpi), {width, height}, dpi); });
+    return OrWords([&] { return MakePage(MakeContextPage(context, width, height, dpi), {width, height}, dpi); });
 }
 
 HDC melkar::CreatePageFor(PieceTaker take, PageFormat format, int width, int height, int dpi) {
     if (!take || !IsPageSize(width, height, dpi))
         return nullptr;
-    return OrFailure([&]() -> HDC {
+    return OrWords([&]() -> HDC {
         std::unique_ptr<NewFile> file = NewFile::HandedTo(std::move(take));
         if (!file)
             return nullptr;
@@ -152,10 +159,11 @@ void TrimMemory() {
 BOOL DeleteDC(HDC surface) {
     if (!IsSurface(surface))
         return FALSE;
-    const BOOL isWritten = OrFailure([&] {
+    const auto finish = [&] {
         surface->FlushLines();
         return Finish(surface->target) ? TRUE : FALSE;
-    });
+    };
+    const BOOL isWritten = IsPage(surface) ? OrWords(finish) : OrFailure(finish);
     delete surface;
     return isWritten;
 }
@@ -177,7 +185,7 @@ int WritePicture(HDC surface, const char* path, const char* format) {
         PixelPicture* picture = SeenPixels(surface);
         return WritePictureFile(picture ? picture->Shown() : PixelBuffer{}, path, format);
     };
-    return OrFailure(write, -1);
+    return OrWords(write, -1);
 }
 
 std::vector<PictureFormat> PictureFormats() {

@@ -20,4 +20,11 @@ LogSink SetLogSink(LogSink sink);
 /// Hands a line to the sink.
 void Report(const char* text);
 
+/// The same for why a picture file, a page or a document came to nothing: `LastFailure` of this thread tells it.
+void ReportFailure(const char* text);
+/// For a host that asks: what the caller did wrong is no line in the log.
+void KeepFailure(const char* text);
+/// Something of the kind succeeded.
+void ForgetFailure();
+
 } // namespace melkar

@@ -59,7 +59,8 @@ int WritePictureFile(const PixelBuffer& pixels, const char* path, const char* fo
     if (error == 0)
         return 0;
     const std::string kind = encoder != nullptr ? encoder->format.name : "picture";
-    Report((kind + " file [" + (path != nullptr ? path : "") + "] not written: " + std::strerror(error)).c_str());
+    ReportFailure(
+        (kind + " file [" + (path != nullptr ? path : "") + "] not written: " + std::strerror(error)).c_str());
     errno = error;
     return -1;
 }

@@ -47,7 +47,7 @@ public:
         CloseRoom();
         const cairo_status_t status = cairo_status(Context());
         if (status != CAIRO_STATUS_SUCCESS)
-            Report((std::string("not drawn on the host's context: ") + cairo_status_to_string(status)).c_str());
+            ReportFailure((std::string("not drawn on the host's context: ") + cairo_status_to_string(status)).c_str());
         errno = status != CAIRO_STATUS_SUCCESS ? EIO : errno;
         return status == CAIRO_STATUS_SUCCESS && !m_isAbandoned;
     }
@@ -64,9 +64,11 @@ private:
 } // namespace
 
 std::unique_ptr<PageFile> MakeContextPage(cairo_t* context, int width, int height, int dpi) {
-    CairoPath path(cairo_copy_path(context));
-    if (cairo_status(context) != CAIRO_STATUS_SUCCESS || path->status != CAIRO_STATUS_SUCCESS)
+    CairoPath path(context != nullptr ? cairo_copy_path(context) : nullptr);
+    if (path == nullptr || cairo_status(context) != CAIRO_STATUS_SUCCESS || path->status != CAIRO_STATUS_SUCCESS) {
+        KeepFailure("no context to draw on, or one that has failed");
         return nullptr;
+    }
     return std::make_unique<ContextPage>(context, std::move(path), RECT{0, 0, width, height}, dpi);
 }
 

@@ -11,7 +11,7 @@ namespace {
 
 void LogNotWritten(PageFormat format, const std::string& path, const char* reason) {
     const std::string name = format == PageFormat::Pdf ? "PDF" : "SVG";
-    Report((name + " file [" + path + "] not written: " + reason).c_str());
+    ReportFailure((name + " file [" + path + "] not written: " + reason).c_str());
 }
 
 } // namespace

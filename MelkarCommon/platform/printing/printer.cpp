@@ -9,7 +9,7 @@ std::unique_ptr<Printer> FindPrinter(const std::string& name) {
 }
 
 void LogPrinter(const std::string& printer, const std::string& what) {
-    Report(("printer [" + printer + "]: " + what).c_str());
+    ReportFailure(("printer [" + printer + "]: " + what).c_str());
 }
 
 } // namespace melkar

@@ -9,7 +9,7 @@ namespace {
 void Spoil(PageFile& pages) {
     pages.Abandon();
     try {
-        Report("no memory to draw on a page: it is given up");
+        ReportFailure("no memory to draw on a page: it is given up");
     } catch (...) {
         return; // nor for the line
     }

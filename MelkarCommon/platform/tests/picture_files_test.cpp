@@ -2,6 +2,7 @@
 
 #include <MelkarCommon/platform/cairo/handles.h>
 #include <MelkarCommon/platform/images/encoders.h>
+#include <MelkarCommon/platform/last_failure.h>
 #include <MelkarCommon/platform/surface.h>
 #include <MelkarCommon/platform/tests/surface.h>
 #include <MelkarCommon/platform/tests/temp_workdir.h>
@@ -11,6 +12,7 @@
 
 #include <cerrno>
 #include <fstream>
+#include <thread>
 #include <vector>
 #include <webp/decode.h>
 
@@ -89,7 +91,17 @@ TEST(PictureFiles, TellWhyTheyAreNot) {
         EXPECT_EQ(WritePicture(Surface(CreateMemorySurface(width, 1)), path, format), -1) << why;
         EXPECT_EQ(errno, error) << why;
         EXPECT_THAT(told.Lines(), testing::StartsWith(words)) << why;
+        EXPECT_EQ(melkar::LastFailure() + std::string("\n"), told.Lines()) << why;
     }
+    WritePng(Surface(CreateMemorySurface(9, 9)), (std::string(505 - 10, 'a') + "\u00e9.png").c_str()); // "PNG file ["
+    EXPECT_EQ(melkar::LastFailure(), "PNG file [" + std::string(495, 'a') + "\u00e9.png");
+    EXPECT_EQ(CreatePageSurface("nowhere/page", PageFormat::Pdf, 9, 9, 96), nullptr);
+    EXPECT_STREQ(melkar::LastFailure(), "PDF file [nowhere/page] not written: No such file or directory");
+    EXPECT_EQ(CreatePageSurface("page", PageFormat::Pdf, 0, 9, 96), nullptr);
+    EXPECT_STREQ(melkar::LastFailure(), "no page has such a size");
+    std::thread([] { EXPECT_STREQ(melkar::LastFailure(), "") << "of another thread"; }).join();
+    EXPECT_EQ(WritePng(Surface(CreateMemorySurface(9, 9)), "a.png"), 0);
+    EXPECT_STREQ(melkar::LastFailure(), "");
     EXPECT_EQ(work.Read("bin/former.webp"), "former");
 }
 

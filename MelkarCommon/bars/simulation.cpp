@@ -134,9 +134,12 @@ struct CSimulation::Cycle : melkar::Steps<CSimulation> {
 
 long CSimulation::Draw(CRect area, char* path) { return melkar::RunCycle(*this, Cycle::steps, area, path); }
 
-/// Beside the data file.
+/// Beside the data file. Where that has no name, a plan that isn't there is none that is missed.
 long CSimulation::ReadPlan(char* path) {
-    std::string plan = std::string(path ? path : "") + ".sim";
+    const bool isNamed = path && *path;
+    std::string plan = isNamed ? std::string(path) + ".sim" : ".sim";
+    if (!isNamed && !melkar::LineReader(plan.c_str()).IsOpen())
+        plan.clear();
     return ReadWeightDataFile(plan.data());
 }
 

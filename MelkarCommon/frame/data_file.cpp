@@ -5,7 +5,7 @@
 namespace melkar {
 
 DataFile::DataFile(const char* path) : m_lines(path) {
-    if (!IsOpen())
+    if (!IsOpen() && path && *path)
         LogText((std::string("can't open the data file ") + (path ? path : "")).c_str());
 }
 

@@ -16,7 +16,8 @@ namespace melkar {
 /// A data file of the host while it is read: its rows, one after the other, split into fields.
 class MELKAR_API DataFile {
 public:
-    /// A file that can't be opened leaves a line in the log that names it.
+    /// A file that can't be opened leaves a line in the log that names it; an empty or null path, of whoever draws what
+    /// is in memory, names none.
     explicit DataFile(const char* path);
 
     bool IsOpen() const { return m_lines.IsOpen(); } ///< whether there are rows to be asked for

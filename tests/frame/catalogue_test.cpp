@@ -306,6 +306,27 @@ TEST_F(Examples, LandInTheirMembersAndDraw) {
     }
 }
 
+/// What is in memory is drawn as if it had just been read, and no file is missed.
+TEST_F(Examples, DrawAgainWithoutTheirFile) {
+    const CRect area(0, 0, 600, 400);
+    char none[] = "";
+    for (const melkar::KindRow& kind : melkar::Catalogue()) {
+        const melkar::DataTables files = melkar::FilesReadBy(kind);
+        if (!kind.make || files.empty())
+            continue;
+        Prepare(kind, melkar::StarterProfile(kind.kind, "OWN"));
+        const auto graph = kind.make(nullptr, m_record, "OWN", nullptr, nullptr, nullptr);
+        const std::string read = Record(*graph, melkar::ExampleFile(files.front()), area);
+        std::filesystem::remove(m_files.Path("log/graph.log"));
+        DeleteDC(m_record);
+        m_record = CreateRecordingSurface(1200, 700);
+        graph->Initialize(nullptr, m_record, nullptr, nullptr, nullptr);
+        graph->Draw(area, none);
+        EXPECT_EQ(GetRecording(m_record), read) << kind.kind;
+        EXPECT_THAT(m_files.Read("log/graph.log"), AllOf(HasSubstr("::Read"), Not(HasSubstr("can't")))) << kind.kind;
+    }
+}
+
 /// What a host derives.
 class HostSteps : public CStepGraph {
 public:

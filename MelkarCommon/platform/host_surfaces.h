@@ -47,6 +47,7 @@ using PieceTaker = std::function<bool(std::string_view piece)>;
 /// @code{.cpp}
 /// const auto print = [](std::string_view piece) { return std::fwrite(piece.data(), piece.size(), 1, stdout) == 1; };
 /// HDC page = melkar::CreatePageFor(print, PageFormat::Svg, 900, 500, 96);
+/// DeleteDC(page); // prints it
 /// @endcode
 MELKAR_API HDC CreatePageFor(PieceTaker take, PageFormat format, int width, int height, int dpi);
 

@@ -152,7 +152,7 @@ def more_pictures(kind, chapters, melkar, out):
         name = draw_shown(picture, melkar, folder)
         text += f"{picture.caption}:\n\n![{picture.caption}]({kind.name}/more/{name})\n\n"
         command = picture.command("melkar", f"more/{picture.file}.{'pdf' if picture.is_report else 'png'}")
-        commands.append(shlex.join(command))
+        commands.append(shlex.join(word for word in command if word != "--strict"))
     section = pictures[0].section
     return (f"{text}By the samples, whose profile `samples/app/conf/graph.cnf` has the looks (section `{section}` and COMMON), from "
             "the folder of the project:\n\n```sh\nmkdir -p more\n" + "\n".join(commands) + "\n```\n")
@@ -268,7 +268,7 @@ def draws(kind):
 def builds(kind):
     sources = " ".join(["main.cpp", *(name for name in SOURCES.get(kind.name, []) if name.endswith(".cpp"))])
     return ("```sh\nmkdir -p bin log\n"
-            f"g++ -std=c++17 {sources} -o bin/{kind.name} $(pkg-config --cflags --libs MelkarCommon)\nbin/{kind.name}\n" + ("pdfinfo report.pdf | grep '^Pages: *2$'\n" if kind.name == "report" else "") + "```\n\n")
+            f"g++ -std=c++17 {sources} -o bin/{kind.name} $(pkg-config --cflags --libs MelkarCommon)\nbin/{kind.name}\n" + ("pdfinfo report.pdf | grep '^Pages: *2$'    # by Debian's poppler-utils\n" if kind.name == "report" else "") + "```\n\n")
 
 
 def purposes(kind, chapters):

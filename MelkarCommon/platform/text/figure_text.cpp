@@ -211,6 +211,10 @@ bool FigureSet::LearnSteps(std::string_view text, const GlyphRun& run) {
 
 namespace {
 
+bool IsFor(const std::shared_ptr<TextLayout>& layout, std::string_view text) {
+    return layout != nullptr && layout->lines[0].utf8 == text;
+}
+
 /// False if somebody else has it. If not, what others did with it, maybe on another thread, is over: taking a share of
 /// it and letting go again waits for that.
 bool IsAlone(const std::shared_ptr<TextLayout>& layout) {
@@ -223,8 +227,11 @@ bool IsAlone(const std::shared_ptr<TextLayout>& layout) {
 } // namespace
 
 std::shared_ptr<const TextLayout> FigureCache::Find(const TextFace& face, std::string_view text, int width) {
-    std::shared_ptr<TextLayout>& slot = m_slots[std::hash<std::string_view>{}(text) % kSlots];
-    if (slot && slot->lines[0].utf8 == text)
+    auto& [slot, other] = m_slots[std::hash<std::string_view>{}(text) % kSlots];
+    if (IsFor(slot, text))
+        return slot;
+    slot.swap(other);
+    if (IsFor(slot, text))
         return slot;
     const bool isFree = IsAlone(slot); // else there is none, or someone still looks at the former figure
     auto made = isFree ? std::move(slot) : std::make_shared<TextLayout>(StartLayout(face));

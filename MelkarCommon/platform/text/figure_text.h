@@ -52,8 +52,9 @@ private:
     std::array<Glyph, kCharacters.size()> m_glyphs;
 };
 
-/// The figures of one face that were asked for last. A figure takes the place, and the memory, of the former one in
-/// its slot: where all figures of a chart are new at each redraw, this allocates next to nothing.
+/// The figures of one face that were asked for last. A figure takes the place, and the memory, of the older one of two
+/// in its slot: where all figures of a chart are new at each redraw, this allocates next to nothing. With room for one
+/// in a slot new figures drive out those of the scale, which are made again: a month takes 3% more instructions.
 class FigureCache {
 public:
     explicit FigureCache(std::shared_ptr<const FigureSet> figures) : m_figures(std::move(figures)) {}
@@ -66,7 +67,7 @@ private:
     static constexpr std::size_t kSlots = 128;
 
     std::shared_ptr<const FigureSet> m_figures;
-    std::array<std::shared_ptr<TextLayout>, kSlots> m_slots;
+    std::array<std::array<std::shared_ptr<TextLayout>, 2>, kSlots> m_slots; ///< the younger one first
 };
 
 /// The face's figures; null if its digits depend on their neighbours or aren't worth it, and until enough were asked

@@ -40,25 +40,16 @@ void AddAround(std::vector<RECT>& parts, const RECT& rect, const RECT& hole) {
     add({rect.left, common.bottom, rect.right, rect.bottom});
 }
 
-/// What can be seen of a rectangle under some large ones.
-class Parts {
-public:
-    explicit Parts(const RECT& rect) : m_parts{rect} {}
-
-    void Cover(const RECT& hole) {
-        std::vector<RECT> left;
-        for (const RECT& part : m_parts)
-            if (Overlap(part, hole))
-                AddAround(left, part, hole);
-            else
-                left.push_back(part);
-        m_parts.swap(left);
-    }
-    const std::vector<RECT>& Get() const { return m_parts; }
-
-private:
-    std::vector<RECT> m_parts;
-};
+/// What a hole leaves of parts.
+std::vector<RECT> AllAround(const std::vector<RECT>& parts, const RECT& hole) {
+    std::vector<RECT> left;
+    for (const RECT& part : parts)
+        if (Overlap(part, hole))
+            AddAround(left, part, hole);
+        else
+            left.push_back(part);
+    return left;
+}
 
 } // namespace
 
@@ -72,13 +63,14 @@ void FillLayers(const PixelBuffer& buffer, std::vector<Fill> fills) {
         else
             fills[i].rect = {};
     }
+    std::vector<RECT> parts;
     for (std::size_t i = 0; i < fills.size(); ++i) {
         const auto& [rect, color] = fills[i];
-        Parts parts(rect);
+        parts.assign(1, rect);
         for (const std::size_t above : large)
             if (above > i && Overlap(rect, fills[above].rect))
-                parts.Cover(fills[above].rect);
-        for (const RECT& part : parts.Get())
+                parts = AllAround(parts, fills[above].rect);
+        for (const RECT& part : parts)
             FillRows(buffer, part, color);
     }
 }

@@ -45,6 +45,8 @@ RECT RoomOf(const RecordedOp& op) {
 /// What is left after the ground.
 class Rest {
 public:
+    explicit Rest(std::size_t most) { m_rooms.reserve(most); }
+
     void Add(const RecordedOp& op) {
         m_rooms.push_back(RoomOf(op));
         const auto* lines = std::get_if<StrokePolylineOp>(&op.verb);
@@ -70,7 +72,9 @@ private:
 
 GroundFirst SortGroundFirst(std::span<const RecordedOp> ops) {
     GroundFirst sorted;
-    Rest rest;
+    sorted.ground.reserve(ops.size());
+    sorted.rest.reserve(ops.size());
+    Rest rest(ops.size());
     for (const RecordedOp& op : ops) {
         if (std::holds_alternative<CopyMark>(op.verb))
             continue;

@@ -12,11 +12,16 @@ namespace {
 constexpr const char* kStarter = R"(CANVASCOLOR_RGB=255,255,255
 BASECOLOR_RGB=255,255,255
 PENCOLOR_RGB=198,206,216
+VALUESIZE=10
+TARGETSIZE=10
+VMEASURESIZE=10
+MEASURELABELSIZE=10
+DATESIZE=10
 TITLELABEL=" Blood pressure"
 TITLESIZE=15
 VAXSLABEL=mmHg
 BARSCOLOR_RGB=124,146,172
-BARSCOLOR2_RGB=204,98,82
+BARSCOLOR2_RGB=176,32,58
 CHARTMAX=180
 CHARTMIN=40
 CHARTINTERVAL=20)";
@@ -75,9 +80,9 @@ struct CPressureGraph::File : melkar::Columns<Measurement> {
 melkar::DataTables CPressureGraph::DataFiles() { return {melkar::TableOf<File>()}; }
 
 bool CPressureGraph::Register() {
-    return melkar::Register({"pressure", "CPressureGraph", "CBarGraph", "blood pressure, a bar a day", kStarter,
-                             ProfileKeys, DataFiles, melkar::MakeGraph<CPressureGraph>, "",
-                             melkar::ContentsOf<CPressureGraph>});
+    return melkar::Register({"pressure", "CPressureGraph", "CBarGraph",
+                             "blood pressure, a bar a day, by samples/hosts/pressure_graph.h", kStarter, ProfileKeys,
+                             DataFiles, melkar::MakeGraph<CPressureGraph>, "", melkar::ContentsOf<CPressureGraph>});
 }
 
 long CPressureGraph::ReadDataFile(char* path) {
@@ -116,7 +121,8 @@ long CPressureGraph::DrawBarChart() {
     return 0;
 }
 
-void CPressureGraph::DrawSecExs() {
+void CPressureGraph::DrawTargetAverage() {
+    CBarGraph::DrawTargetAverage();
     DrawBound(m_nHighSystolic);
     DrawBound(m_nHighDiastolic);
 }

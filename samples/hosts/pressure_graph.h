@@ -21,7 +21,7 @@ public:
     long ReadIniFile(char* path) override;
     long ReadDataFile(char* path) override; // 0; 101 with everything kept, 102 without days, 103 after an exception
     long DrawBarChart() override;           // high days once more, in the second colour of bars
-    void DrawSecExs() override;             // the bounds, over all that the base class has painted
+    void DrawTargetAverage() override;      // the bounds, over the bars and below their figures
 
     melkar::Contents Shown() const; // the bounds as marks, beside what the base class tells; `melkar::ShownBy` finds it
     static melkar::ClassKeys ProfileKeys();

@@ -41,6 +41,8 @@ const char* FaultOf(CPressureGraph& chart, HDC view) {
         return "it doesn't tell its days";
     if (shown.marks.size() != 2 || shown.marks[1].text != "95")
         return "it doesn't tell what it adds";
+    if (melkar::Describe(shown).find("142") == std::string::npos)
+        return "it isn't described by its own figures";
     return nullptr;
 }
 
@@ -61,6 +63,11 @@ const char* FaultOfKind(HDC view) {
         return "it isn't in the catalogue";
     if (melkar::CheckData(melkar::FilesReadBy(*kind).at(0), "pressure.csv", 1, 0).count != 0)
         return "its data file is doubted";
+    if (!melkar::Doubts("", "PRESSURE", "pressure").empty())
+        return "its profile is doubted";
+    const std::vector<melkar::Doubt> doubts = melkar::Doubts("doubted.cnf", "PRESSURE", "pressure");
+    if (doubts.size() != 1 || doubts[0].rule != std::string("unknown-key"))
+        return "a mistyped key of its own isn't found";
     char data[] = "pressure.csv";
     const auto chart = kind->make(nullptr, view, "PRESSURE", view, nullptr, nullptr);
     return chart->Draw(kView, data) == melkar::kOk && chart->m_saDates.GetSize() == 3 ? nullptr

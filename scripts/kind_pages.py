@@ -22,9 +22,11 @@ READERS = {"line": "melkar::LineFromFile", "day": "melkar::DayFromFile", "circle
            "circle-separate": "melkar::SeparateCircleFromFile", "plot": "melkar::PlotFromFile", "pie": "melkar::PieFromFile",
            "quadrant": "CQuadrantDays"}
 # What a program takes from the samples beside its own lines.
-SOURCES = {"quadrant": ["quadrant_days.h", "quadrant_days.cpp"]}
+SOURCES = {"quadrant": ["quadrant_days.h", "quadrant_days.cpp"], "pressure": ["pressure_graph.h", "pressure_graph.cpp"],
+           "two-scales": ["two_scales.h", "two_scales.cpp"]}
 # Of kinds that `melkar new` lays out no program for: section, size and data.
-OTHERS = {"week-print": ("WEEK_PRINT", (1190, 1684)), "image": ("COMMON", (384, 384)), "report": ("REPORT", (794, 1123))}
+OTHERS = {"week-print": ("WEEK_PRINT", (1190, 1684)), "image": ("COMMON", (384, 384)), "report": ("REPORT", (794, 1123)),
+          "pressure": ("PRESSURE", (900, 500)), "two-scales": ("TWO_SCALES", (900, 500))}
 PICTURES = {"image": ["medal.bmp", "medal-mask.bmp"]}
 
 

@@ -130,6 +130,7 @@ END {
     bars("bar-excluded.csv", "date-weekday", on("0803"), on("0809"))
     bar_year("bar-year.csv")
     bar_stacked("bar-stacked.csv", on("0406"), on("0419"))
+    pressure("pressure.csv", on("0316"), sunday)
     lines("line-week.csv", "date-weekday", monday, sunday)
     lines("line-month.csv", "date-short", march, april)
     steps_month("steps-month.csv", march, april)
@@ -195,6 +196,19 @@ function bar_stacked(name, from, to,    day) {
     for (day = from; day <= to; ++day)
         print status[day] ",{date-short " date_of(day) "}," told_or(day, between(day, 2, 3)) "," \
             told_or(day, between(day, 4, 6)) "," told_or(day, at_least(day, 7)) >file
+}
+
+# A measurement in the morning and one in the evening.
+function pressure(name, from, to,    day, time) {
+    file = captions "/" name
+    print "{blood-pressure}" >file
+    print "{status-column},{day-column},{systolic-column},{diastolic-column}" >file
+    for (day = from; day <= to; ++day)
+        for (time = 0; time < 2; ++time) {
+            stir(date_of(day) + 31 * time)
+            print status[day] ",{date-short " date_of(day) "}," told_or(day, round(118 + 26 * chance())) "," \
+                told_or(day, round(72 + 20 * chance())) >file
+        }
 }
 
 function lines(name, form, from, to,    day) {
@@ -319,7 +333,7 @@ function plot_head(name) {
     file = plain "/" name
     print "x,y,size,colour,connect" >file
 }
-function dot(x, y, mark, joined) { print x "," sprintf("%.1f", y) "," size[mark] "," colour[mark] "," joined >file }
+function dot(x, y, mark, joined) { print x "," sprintf("%.1f", y) "," size[mark] "," colour[mark] "," joined scale >file }
 
 function weigh_week(week,    day, sum, days) {
     for (day = week * 7 + 1; day <= week * 7 + 7; ++day) if (told(day)) { sum += weighs(day); ++days }
@@ -340,15 +354,19 @@ function plot_weight(name, weeks) {
     weights(weeks)
 }
 
-# Points go by the left scale, from 68 to 80 kg; the right one goes from 26 to 38 per cent.
+# A field more: the scale, 1 for the right one.
 function plot_scales(name, weeks,    week) {
-    plot_head(name)
+    file = plain "/" name
+    print "x,y,size,colour,connect,scale" >file
+    scale = ",0"
     goals(weeks)
     weights(weeks)
+    scale = ",1"
     for (week = 0; week <= weeks; ++week) {
         stir(week + 3)
-        dot(week, 31.6 - week * 0.19 + 0.5 * chance() + 42, "fat", week > 0)
+        dot(week, 31.6 - week * 0.19 + 0.5 * chance(), "fat", week > 0)
     }
+    scale = ""
 }
 
 function plot_heart(name, from, to,    day, ill) {

@@ -430,6 +430,12 @@ minutes=(--section CIRCLE --data data/circle.txt --record)
 expect "all levels are moderate"    0 '"100.0 %"' "${minutes[@]}" --from 1 --to 9
 expect "no minutes"                 1 '^melkar: 101: ' "${minutes[@]}" --data missing.txt
 
+kind=two-scales
+printf 'x,y,size,colour,connect,scale\n0,68,10,#0000FF,0,0\n12,32,10,#FF0000,1,1\n' >scales.csv # the bottom left, and half-way up at the right
+scales=(--section PANEL_SCALES --data scales.csv --record)
+expect "a point by the right scale" 0 '^ellipse 652,252 5x5 fill #FF0000' "${scales[@]}"
+expect "joined in its own colour"   0 '^line 104,416 652,252 #FF0000 w3' "${scales[@]}"
+
 # Every kind draws its example by its starter, and there are no doubts about it.
 for kind in $("$melkar" data --help | sed -n '/^Kinds:/,/^$/s/^  \([a-z-]*\) .*/\1/p'); do
     "$melkar" data "$kind" --example -o example.csv 2>no-rows.txt || continue # a picture, or no file at all

@@ -11,6 +11,9 @@
 #include <MelkarCommon/bars/step_graph.h>
 #include <MelkarCommon/registry/from_file.h>
 
+#include <pressure_graph.h>
+#include <two_scales.h>
+
 #include <string_view>
 
 namespace melkar::tool {
@@ -52,6 +55,17 @@ const Adapter* FindAdapter(std::string_view kind) {
 }
 
 } // namespace
+
+void RegisterSamples() {
+    CQuadrantDays::Register();
+    CPressureGraph::Register();
+    CTwoScales::Register();
+}
+
+bool IsOfSamples(const KindRow& kind) {
+    const std::string_view name = kind.kind;
+    return name == "pressure" || name == "two-scales";
+}
 
 bool IsDrawn(const KindRow& kind) { return *kind.kind && (FindAdapter(kind.kind) || kind.make); }
 

@@ -57,6 +57,11 @@ public:
     virtual std::vector<Contents> Shown() const { return {}; }
 };
 
+/// Makes the examples in samples/hosts kinds like those of the library.
+void RegisterSamples();
+bool IsOfSamples(
+    const KindRow& kind); ///< whether it is one of these, which another program knows only if it has it, too
+
 bool IsDrawn(const KindRow& kind); ///< whether the command has a chart for it
 /// What that chart shows, in a few words.
 const char* SaysOf(const KindRow& kind);

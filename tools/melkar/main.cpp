@@ -1,10 +1,9 @@
 // melkar: draws charts from a profile and a data file. Exit codes: 0 done, 1 failed, 2 wrong usage.
 
 #include "commands/command.h"
+#include "kinds.h"
 #include "messages.h"
 #include "output.h"
-
-#include <quadrant_days.h>
 
 #include <MelkarCommon/platform/surface.h>
 
@@ -46,7 +45,7 @@ void WarnOfFonts() {
 }
 
 int RunCommand(int argc, char** argv) {
-    CQuadrantDays::Register();
+    RegisterSamples();
     CLI::App app{"Draws health charts from a profile and a data file", "melkar"};
     app.require_subcommand(1);
     app.set_version_flag("--version", "melkar " MELKAR_VERSION);

@@ -70,7 +70,7 @@ NewChart ChartOf(const std::string& name) {
         throw UsageError{"unknown kind: " + name + " (melkar new --help lists them)"};
     NewChart chart{kind, StarterSectionOf(name), FilesReadBy(*kind)};
     const bool isOfText = chart.files.empty() || !chart.files.front().columns.empty();
-    if (StarterProfile(name, "").empty() || !isOfText || (!kind->make && !chart.IsWeek()))
+    if (StarterProfile(name, "").empty() || !isOfText || (!kind->make && !chart.IsWeek()) || IsOfSamples(*kind))
         throw UsageError{"no application is made of this kind; samples/hosts shows how to draw it: " + name};
     return chart;
 }

@@ -56,20 +56,28 @@ CRect GuessedPlace(const std::vector<ShownItem>& items, std::size_t at, const Pl
 }
 
 void AddParts(PageWords& page, const Contents& contents, const DescriptionWords& words) {
-    const std::optional<Places> places = IsRow(contents) ? PlacesOf(contents.items) : std::nullopt;
-    for (std::size_t at = 0; at < contents.items.size(); ++at) {
-        const ShownItem& item = contents.items[at];
-        CRect area = item.area;
-        if (!HasPlace(item) && places)
-            area = GuessedPlace(contents.items, at, *places);
-        if (area.right <= area.left)
-            continue;
-        area.DeflateRect(-kEdge, -kEdge);
-        page.parts.push_back({area, NameOf(contents, item, words)});
-    }
+    const std::vector<CRect> places = WalkedPlaces(contents);
+    for (std::size_t at = 0; at < places.size(); ++at)
+        if (places[at].right > places[at].left)
+            page.parts.push_back({places[at], NameOf(contents, contents.items[at], words)});
 }
 
 } // namespace
+
+std::vector<CRect> WalkedPlaces(const Contents& contents) {
+    const std::optional<Places> row = IsRow(contents) ? PlacesOf(contents.items) : std::nullopt;
+    std::vector<CRect> places;
+    for (std::size_t at = 0; at < contents.items.size(); ++at) {
+        const ShownItem& item = contents.items[at];
+        CRect place = item.area;
+        if (!HasPlace(item) && row)
+            place = GuessedPlace(contents.items, at, *row);
+        if (place.right > place.left)
+            place.DeflateRect(-kEdge, -kEdge);
+        places.push_back(place);
+    }
+    return places;
+}
 
 PageWords WordsFor(const std::vector<Contents>& pictures, const DescriptionWords& words) {
     PageWords page;

@@ -33,4 +33,8 @@ MELKAR_API PageWords WordsFor(const std::vector<Contents>& pictures,
 MELKAR_API PageWords WalkedWordsFor(const std::vector<Contents>& pictures,
                                     const DescriptionWords& words = DescriptionWords());
 
+/// Where somebody who walks from item to item is shown to be, an area for each: its own with some room around it, or
+/// the place that its neighbours leave it; empty where nobody can tell. In the units of the contents.
+MELKAR_API std::vector<CRect> WalkedPlaces(const Contents& contents);
+
 } // namespace melkar

@@ -25,10 +25,8 @@ public:
 
     long Click(CPoint point) override { return Bars() ? Bars()->OnClick(point) : -1; }
 
-    void Hover(CPoint point) override {
-        if (Bars())
-            Bars()->OnMouseMove(point);
-    }
+    bool HasBalloons() const override { return Bars() != nullptr; }
+    bool Hover(CPoint point) override { return Bars() && Bars()->OnMouseMove(point) >= 0; }
 
     std::string DateOf(long day) const override {
         return static_cast<const char*>(m_graph->m_saDates[static_cast<int>(day)]);

@@ -49,8 +49,9 @@ public:
 
     /// @return the index of the day at the point, -1 if there is none
     virtual long Click(CPoint) { return -1; }
-    /// Paints the balloon of the point, if it hits something, into the shared surface.
-    virtual void Hover(CPoint) {}
+    virtual bool HasBalloons() const { return false; }
+    /// Paints the balloon of the point, if it hits something, into the shared surface. @return whether it does
+    virtual bool Hover(CPoint) { return false; }
     /// The date text of a day as the data file gave it.
     virtual std::string DateOf(long) const { return {}; }
     /// What the picture shows that was painted last: one, or as many as it has sheets. None if nobody knows.

@@ -4,6 +4,7 @@ namespace melkar::tool {
 
 // Each stands in a file of its own, as `AddDraw` in draw_command.cpp.
 Run AddDraw(CLI::App& app);
+Run AddShow(CLI::App& app);
 Run AddDescribe(CLI::App& app);
 Run AddPage(CLI::App& app);
 Run AddBatch(CLI::App& app);
@@ -22,6 +23,7 @@ Run AddMan(CLI::App& app);
 std::span<const Command> Commands() {
     static constexpr Command kCommands[] = {
         {"draw", "Draw one chart into a picture", AddDraw},
+        {"show", "Show a chart in a window that follows its files", AddShow},
         {"describe", "Say what a chart shows, in words or for programs", AddDescribe},
         {"page", "Draw charts into one page for a browser", AddPage},
         {"batch", "Draw all pictures of a manifest that aren't finished", AddBatch},

@@ -102,22 +102,27 @@ void CheckOutput(const DrawOptions& options, const Request& request) {
 
 } // namespace
 
-Request RequestOf(const DrawOptions& options) {
+Request RequestOf(const ChartArguments& chart, const std::string& size) {
     Request request;
-    request.kind = &KindOf(options.chart);
-    request.size = SizeOf(options.size);
+    request.kind = &KindOf(chart);
+    request.size = SizeOf(size);
+    request.chart = chart.options;
+    request.base = fs::absolute(chart.base).string();
+    request.data = chart.data.empty() ? "" : fs::absolute(chart.data).string();
+    return request;
+}
+
+Request RequestOf(const DrawOptions& options) {
+    Request request = RequestOf(options.chart, options.size);
     request.output = OutputOf(options);
     request.hover = PointOf(options.hover, "--hover");
     request.click = PointOf(options.click, "--click");
     CheckOutput(options, request);
-    request.chart = options.chart.options;
     request.dpi = options.dpi;
     request.isStrict = options.strict;
     request.scale = options.scale;
     request.isWalked = options.svgInteractive;
     request.toStandardOutput = options.out == "-";
-    request.base = fs::absolute(options.chart.base).string();
-    request.data = options.chart.data.empty() ? "" : fs::absolute(options.chart.data).string();
     request.out = fs::absolute(options.out.empty() ? "." : options.out).string();
     return request;
 }

@@ -34,6 +34,9 @@ void AddDrawOptions(CLI::App& app, DrawOptions& options);
 /// isn't read, nor is the standard input.
 Request RequestOf(const DrawOptions& options);
 
+/// The same of a chart without an output.
+Request RequestOf(const ChartArguments& chart, const std::string& size);
+
 /// Draws and writes, with the profile of the base. Throws as `CheckBase` does. @return an exit code
 int DrawFromBase(Request request);
 

@@ -23,9 +23,12 @@ CHECK_PACKAGES=(git clang-format clang clang-tidy binutils libglib2.0-dev libjpe
 DOCS_PACKAGES=(doxygen python3-markdown python3-pygments)
 # What scripts/check-pages reads pages with.
 PAGE_PACKAGES=(librsvg2-bin imagemagick libxml2-utils qpdf)
+# What scripts/check-widgets builds and drives.
+WIDGET_PACKAGES=(libgtkmm-4.0-dev xvfb xauth xdotool xclip openbox imagemagick at-spi2-core python3-pyatspi
+    gir1.2-atspi-2.0 dbus adwaita-icon-theme)
 # What scripts/fuzz needs on top.
 FUZZ_PACKAGES=(clang libclang-rt-14-dev)
-export DRAW_PACKAGES BUILD_PACKAGES CHECK_PACKAGES DOCS_PACKAGES PAGE_PACKAGES FUZZ_PACKAGES
+export DRAW_PACKAGES BUILD_PACKAGES CHECK_PACKAGES DOCS_PACKAGES PAGE_PACKAGES WIDGET_PACKAGES FUZZ_PACKAGES
 
 say() { printf '== %s\n' "$*"; }
 

@@ -27,11 +27,12 @@ int main() {
     StepsReport report(printer, DMPAPER_A4, 0, section, nullptr, nullptr, nullptr, "steps.csv", "report.csv", "");
     report.CalcRects();
     if (report.DocStart() <= 0)
-        return std::fprintf(stderr, "%s: no page is begun; log/graph.log says why\n", printer), 1;
+        return std::fprintf(stderr, "%s: no page is begun: %s\n", printer, melkar::LastFailure()), 1;
     for (int page = 0; page < 2; ++page) {
         report.PageStart();
         report.Draw();
         report.PageEnd();
     }
-    return report.DocEnd() > 0 ? 0 : 1;
+    if (report.DocEnd() <= 0)
+        return std::fprintf(stderr, "%s\n", melkar::LastFailure()), 1;
 }

@@ -4,7 +4,7 @@
 
 int main() {
     const melkar::HostDirectory here("bin"); // the profile is conf/graph.cnf beside it, the log log/graph.log
-    HDC page = CreatePageSurface("week-print.pdf", PageFormat::Pdf, 1190, 1684, 96);
+    melkar::ScopedSurface page(CreatePageSurface("week-print.pdf", PageFormat::Pdf, 1190, 1684, 96));
     char data[] = "week-print.csv";
     long result = 0;
     {
@@ -12,8 +12,9 @@ int main() {
         for (CCircadianGraph& day : week.m_Day)
             day.SetDirectOutput(1); // no surface of its own and no copy: a page keeps shapes and texts
         result = week.DrawWeek(CRect(0, 0, 1190, 1684), data, 0);
-    }
-    DeleteDC(page); // writes the file
+    } // graphs go before their surfaces
     if (result != 0)
         return std::fprintf(stderr, "%s: no week is drawn: %ld\n", data, result), 1;
+    if (!page.Close()) // writes the file
+        return std::fprintf(stderr, "%s\n", melkar::LastFailure()), 1;
 }

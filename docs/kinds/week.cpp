@@ -4,11 +4,12 @@
 
 int main() {
     const melkar::HostDirectory here("bin"); // the profile is conf/graph.cnf beside it, the log log/graph.log
-    HDC view = CreateMemorySurface(900, 3200);
+    const melkar::ScopedSurface view(CreateMemorySurface(900, 3200));
     char data[] = "week.csv";
     CWeeklyCircadian week(nullptr, view, "WEEK", view, nullptr, nullptr); // a graph for each day, m_Day[0] is Monday
     const long result = week.Draw(CRect(0, 0, 900, 3200), data);
     if (result != melkar::kOk)
         return std::fprintf(stderr, "%s: %ld, %s\n", data, result, melkar::ResultText(result)), 1;
-    return WritePng(view, "week.png") == 0 ? 0 : 1; // what failed stands in the log
+    if (WritePng(view, "week.png") != 0)
+        return std::fprintf(stderr, "%s\n", melkar::LastFailure()), 1;
 }

@@ -24,7 +24,7 @@ DOCS_PACKAGES=(doxygen python3-markdown python3-pygments)
 # What scripts/check-pages reads pages with.
 PAGE_PACKAGES=(librsvg2-bin imagemagick libxml2-utils qpdf)
 # What scripts/check-widgets builds and drives.
-WIDGET_PACKAGES=(libgtkmm-4.0-dev xvfb xauth xdotool xclip openbox imagemagick at-spi2-core python3-pyatspi
+WIDGET_PACKAGES=(libgtkmm-4.0-dev qt6-base-dev libgl-dev xvfb xauth xdotool xclip openbox imagemagick at-spi2-core python3-pyatspi
     gir1.2-atspi-2.0 dbus adwaita-icon-theme)
 # What scripts/fuzz needs on top.
 FUZZ_PACKAGES=(clang libclang-rt-14-dev)

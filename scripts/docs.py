@@ -378,7 +378,7 @@ def write(pages, groups, interface, out):
     (out / "docs.css").write_text(style, encoding="utf-8")
     shutil.copy(ROOT / "scripts/docs.js", out)
     for page in pages.values():
-        if page.source.startswith("docs/kinds/"):  # scripts/check-docs tries what it tells
+        if page.source.startswith("docs/kinds/") and page.source != "docs/kinds/README.md":  # scripts/check-docs tries what it tells
             (out / page.source.removeprefix("docs/")).write_text(page.text, encoding="utf-8")
     (out / "search-index.js").write_text(search_index(pages, groups, interface), encoding="utf-8")
 

@@ -21,12 +21,8 @@ PROGRAMS = ROOT / "docs/kinds"  # graph.cpp.in for all kinds but those that have
 READERS = {"line": "melkar::LineFromFile", "day": "melkar::DayFromFile", "circle": "melkar::CircleFromFile",
            "circle-separate": "melkar::SeparateCircleFromFile", "plot": "melkar::PlotFromFile", "pie": "melkar::PieFromFile",
            "quadrant": "CQuadrantDays"}
-# What a program takes from the samples beside its own lines.
-SOURCES = {"quadrant": ["quadrant_days.h", "quadrant_days.cpp"], "pressure": ["pressure_graph.h", "pressure_graph.cpp"],
-           "two-scales": ["two_scales.h", "two_scales.cpp"]}
-# Of kinds that `melkar new` lays out no program for: section, size and data.
-OTHERS = {"week-print": ("WEEK_PRINT", (1190, 1684)), "image": ("COMMON", (384, 384)), "report": ("REPORT", (794, 1123)),
-          "pressure": ("PRESSURE", (900, 500)), "two-scales": ("TWO_SCALES", (900, 500))}
+# Of kinds that `melkar new` lays out no program for, but those of samples/hosts: section and size.
+OTHERS = {"week-print": ("WEEK_PRINT", (1190, 1684)), "image": ("COMMON", (384, 384)), "report": ("REPORT", (794, 1123))}
 PICTURES = {"image": ["medal.bmp", "medal-mask.bmp"]}
 
 
@@ -37,6 +33,7 @@ class Kind:
     class_name: str
     section: str = ""
     size: tuple = (900, 500)
+    is_new: bool = False  # `melkar new` lays it out
     files: dict = dataclasses.field(default_factory=dict)  # a path in the page's folder, and the text
     pictures: list = dataclasses.field(default_factory=list)  # files that are no texts, of samples/data
 
@@ -45,6 +42,12 @@ class Kind:
         """The file that it draws; empty if it takes none."""
         return next((name for name in [*self.files, *self.pictures] if name.startswith(self.name + ".")),
                     self.pictures[0] if self.pictures else "")
+
+    @property
+    def sources(self):
+        """What a program takes from the samples beside its own lines: the class of an example."""
+        example = re.search(r"\bby samples/hosts/(\w+)\.h", self.says)
+        return [f"{example[1]}.h", f"{example[1]}.cpp"] if example else []
 
     @property
     def product(self):
@@ -74,37 +77,48 @@ def program(kind):
               "GRAPH": READERS.get(kind.name, kind.class_name)}
     for name, value in values.items():
         text = text.replace(f"@{name}@", str(value))
-    own_headers = "".join(f'#include "{name}"\n\n' for name in SOURCES.get(kind.name, []) if name.endswith(".h"))
+    own_headers = "".join(f'#include "{name}"\n\n' for name in kind.sources if name.endswith(".h"))
     return own_headers + text
 
 
+def lay_out_new(kind, melkar, application):
+    """From what `melkar new` lays out."""
+    row = re.search(r'\{"[^"]*", "(\w+)", "[^"]*", (\d+), (\d+)\}', (application / "charts.cpp").read_text())
+    kind.section, kind.size = row[1], (int(row[2]), int(row[3]))
+    dated = "YYYYMMDD" in ask(melkar, "data", kind.name)
+    kind.files["conf/graph.cnf"] = re.sub(r"^;.*\n" + ("" if dated else "|^GRAPH_DATE_FORMAT_TYPE=.*\n"), "",
+                                          (application / "conf/graph.cnf").read_text(), flags=re.M)
+    if dated:
+        kind.files["conf/config.cnf"] = (application / "conf/config.cnf").read_text()
+    for path in sorted((application / "data").iterdir()):
+        kind.files[path.name] = path.read_text()
+
+
+def lay_out_other(kind, melkar):
+    """From its references alone."""
+    kind.section, kind.size = OTHERS.get(kind.name, (kind.name.upper().replace("-", "_"), kind.size))
+    kind.pictures = PICTURES.get(kind.name, [])
+    if kind.pictures:
+        kind.files["conf/graph.cnf"] = "[COMMON]\nCANVASCOLOR_RGB=255,255,255\n"
+        return
+    kind.files["conf/graph.cnf"] = ask(melkar, "keys", kind.name, "--profile", "--section", kind.section)
+    kind.files[f"{kind.name}.csv"] = ask(melkar, "data", kind.name, "--example")
+    if kind.name == "report":  # a chart stands on its pages
+        kind.files["conf/graph.cnf"] = ask(melkar, "keys", "report", "steps", "--profile")
+        kind.files["steps.csv"] = ask(melkar, "data", "steps", "--example")
+
+
 def lay_out(kind, melkar):
-    """Profile, data and program, by `melkar new` where it lays them out."""
-    if kind.name in OTHERS:
-        kind.section, kind.size = OTHERS[kind.name]
-        kind.pictures = PICTURES.get(kind.name, [])
-        if kind.name == "image":
-            kind.files["conf/graph.cnf"] = "[COMMON]\nCANVASCOLOR_RGB=255,255,255\n"
+    """Profile, data and program."""
+    with tempfile.TemporaryDirectory() as folder:
+        application = pathlib.Path(folder) / "app"
+        made = subprocess.run([melkar, "new", application, kind.name], capture_output=True)
+        kind.is_new = made.returncode == 0
+        if kind.is_new:
+            lay_out_new(kind, melkar, application)
         else:
-            kind.files["conf/graph.cnf"] = ask(melkar, "keys", kind.name, "--profile", "--section", kind.section)
-            kind.files[f"{kind.name}.csv"] = ask(melkar, "data", kind.name, "--example")
-        if kind.name == "report":  # a chart stands on its pages
-            kind.files["conf/graph.cnf"] = ask(melkar, "keys", "report", "steps", "--profile")
-            kind.files["steps.csv"] = ask(melkar, "data", "steps", "--example")
-    else:
-        with tempfile.TemporaryDirectory() as folder:
-            application = pathlib.Path(folder) / "app"
-            ask(melkar, "new", str(application), kind.name)
-            row = re.search(r'\{"[^"]*", "(\w+)", "[^"]*", (\d+), (\d+)\}', (application / "charts.cpp").read_text())
-            kind.section, kind.size = row[1], (int(row[2]), int(row[3]))
-            dated = "YYYYMMDD" in ask(melkar, "data", kind.name)
-            kind.files["conf/graph.cnf"] = re.sub(r"^;.*\n" + ("" if dated else "|^GRAPH_DATE_FORMAT_TYPE=.*\n"), "",
-                                                  (application / "conf/graph.cnf").read_text(), flags=re.M)
-            if dated:
-                kind.files["conf/config.cnf"] = (application / "conf/config.cnf").read_text()
-            for path in sorted((application / "data").iterdir()):
-                kind.files[path.name] = path.read_text()
-    for name in SOURCES.get(kind.name, []):
+            lay_out_other(kind, melkar)
+    for name in kind.sources:
         kind.files[name] = (ROOT / "samples/hosts" / name).read_text(encoding="utf-8")
     kind.files["main.cpp"] = program(kind)
 
@@ -268,7 +282,7 @@ def draws(kind):
 
 
 def builds(kind):
-    sources = " ".join(["main.cpp", *(name for name in SOURCES.get(kind.name, []) if name.endswith(".cpp"))])
+    sources = " ".join(["main.cpp", *(name for name in kind.sources if name.endswith(".cpp"))])
     return ("```sh\nmkdir -p bin log\n"
             f"g++ -std=c++17 {sources} -o bin/{kind.name} $(pkg-config --cflags --libs MelkarCommon)\nbin/{kind.name}\n" + ("pdfinfo report.pdf | grep '^Pages: *2$'    # by Debian's poppler-utils\n" if kind.name == "report" else "") + "```\n\n")
 
@@ -284,7 +298,7 @@ def page(kind, kinds, chapters, interface, melkar, out):
     picture = f"{kind.name}/{kind.name}.png" if kind.name != "report" else "report/more/report-1.png"
     text = (f"# {kind.name}\n\n{kind.says[0].upper()}{kind.says[1:]}. {purposes(kind, chapters)}{by_class}\n\n"
             f"![{kind.says}]({picture})\n\n## Draw it\n\n")
-    quickly = "" if kind.name in OTHERS else f" `melkar new {kind.name} {kind.name}` lays out the same for several kinds."
+    quickly = "" if not kind.is_new else f" `melkar new {kind.name} {kind.name}` lays out the same for several kinds."
     text += f"These files, in one folder with the empty folders `bin` and `log`.{quickly}\n\n"
     text += "".join(fence(name, content) for name, content in kind.files.items() if not name.endswith((".cpp", ".h")))
     for name in kind.pictures:

@@ -19,10 +19,11 @@ inline void DrawSteps(const PixelBuffer& buffer, const Walk& walk, const Breadth
     const auto weightOf = [](std::int64_t position) { return static_cast<std::uint32_t>(position >> 24) & 0xFFU; };
     const std::int64_t slope = FixedRatio(walk.rise, walk.length);
     const std::ptrdiff_t minor = walk.steep ? 1 : buffer.stride;
-    const std::ptrdiff_t major = (walk.steep ? buffer.stride : 1) * (walk.up ? 1 : -1);
-    std::uint32_t* pixel = buffer.pixels + walk.major * (walk.steep ? buffer.stride : 1) + walk.minor * minor;
+    const std::ptrdiff_t major = walk.steep ? buffer.stride : 1;
+    const std::ptrdiff_t next = walk.up ? major : -major;
+    std::uint32_t* pixel = buffer.pixels + walk.major * major + walk.minor * minor;
     std::int64_t position = kHalfWeight + breadth.start;
-    for (std::int64_t left = walk.length; left > 0; --left, position += slope, pixel += major) {
+    for (std::int64_t left = walk.length; left > 0; --left, position += slope, pixel += next) {
         const std::int64_t end = position + breadth.width;
         std::uint32_t* row = pixel + (position >> 32) * minor;
         *row = MixColor256(*row, color, neighbour == Neighbour::Before ? kWhole : kWhole - weightOf(position));

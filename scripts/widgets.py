@@ -109,6 +109,9 @@ class Window:
         if not waited(lambda: self.lines(line).count(line) >= count):
             tell(name, f"not heard: {line!r} but {self.text(self.said)!r}")
 
+    def count(self):
+        return len(run("xdotool", "search", "--onlyvisible", "--pid", self.process.pid).stdout.split())
+
     def xdotool(self, *words):
         return run("xdotool", *words)
 
@@ -181,9 +184,18 @@ def check_size_and_looks(window, folder):
     window.shows("the former size", folder / "plain.png")
 
 
-def check_menu(window, folder):
+def open_menu(window):
+    """By the pointer. A menu is a window that nobody manages."""
+    before = window.count()
     window.point(300, 200)
     window.xdotool("click", 3)
+    if not waited(lambda: window.count() > before):
+        tell("menu", "it doesn't open")
+    time.sleep(0.3)  # until it takes keys
+
+
+def check_copy(window, folder):
+    open_menu(window)
     keep_root("menu")
     window.keys(FIRST_OF_MENU, "Return")
     copied = folder / "copied.png"
@@ -194,19 +206,22 @@ def check_menu(window, folder):
 
     if not waited(is_copied) or difference(copied, folder / "plain.png") != 0:
         tell("copy", "another picture is on the clipboard")
-    window.point(300, 200)
-    window.xdotool("click", 3)
-    time.sleep(0.7)
+
+
+def check_save(window, folder):
+    open_menu(window)
     window.keys(FIRST_OF_MENU, "Down", "Return")
-    time.sleep(1.5)
+    if not waited(lambda: run("xdotool", "getactivewindow").stdout.strip() not in (b"", window.id.encode())):
+        tell("save", "no dialog opens")
+    time.sleep(1)  # until its entry has the focus
     keep_root("save")
     window.keys("ctrl+a")
     window.xdotool("type", "--delay", "30", str(window.path / "typed.png"))
-    time.sleep(0.5)
+    time.sleep(0.5)  # until it has looked for names that begin so
     window.keys("Return")
     if not waited((window.path / "typed.png").exists):
         tell("save", "no file where the dialog was told to write one")
-    elif difference(window.path / "typed.png", folder / "plain.png") != 0:
+    elif not waited(lambda: difference(window.path / "typed.png", folder / "plain.png") == 0):
         tell("save", "another picture is in the file")
     window.point(-1, -1)
     window.xdotool("windowfocus", "--sync", window.id)
@@ -288,7 +303,8 @@ def check_week(folder):
         check_spoken(window)
         check_size_and_looks(window, folder)
         check_files(window, folder)
-        check_menu(window, folder)
+        check_copy(window, folder)
+        check_save(window, folder)
 
 
 def check_scale(folder):

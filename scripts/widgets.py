@@ -92,7 +92,9 @@ class Window:
             self.process.kill()
             self.process.wait()
         for line in self.text(self.errors).splitlines():
-            if any(word in line for word in ("CRITICAL", "WARNING", "QAccessible")) and "theme" not in line.lower():
+            # GTK counts wrong in its own menus where a button is let go above one that opens.
+            is_known = "theme" in line.lower() or "Broken accounting" in line
+            if any(word in line for word in ("CRITICAL", "WARNING", "QAccessible")) and not is_known:
                 tell("errors", line)
         self.folder.cleanup()
 
@@ -238,9 +240,12 @@ def check_files(window, folder):
     window.shows("behind the files", folder / "plain.png")
     window.keys("p")
     window.hears("print", "printed")
-    for name in ("host.pdf", "printed.pdf") if IS_GTK else ("host.pdf",):  # Qt prints pixels
+    for name in ("host.pdf", "printed.pdf") if IS_GTK else ("host.pdf",):
         if "10904" not in run("pdftotext", window.path / name, "-").stdout.decode():
             tell(name, "the figure of the first day isn't there as text")
+    widths = [line.split()[3] for line in run("pdfimages", "-list", window.path / "printed.pdf").stdout.decode().splitlines()[2:]]
+    if widths != ([] if IS_GTK else ["7200"]):  # Qt prints pixels, eight a unit at most
+        tell("printed.pdf", f"pictures of a width of {widths}")
     window.shows("behind the print", folder / "plain.png")
 
 

@@ -17,7 +17,7 @@ void Save(melkar::qt6::Chart& chart) {
 }
 
 void PrintToFile(melkar::qt6::Chart& chart) {
-    QPrinter printer;
+    QPrinter printer(QPrinter::HighResolution);
     printer.setOutputFormat(QPrinter::PdfFormat);
     printer.setOutputFileName("printed.pdf");
     chart.PrintOn(printer);

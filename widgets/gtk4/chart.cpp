@@ -303,7 +303,10 @@ void Chart::Works::ListenToPointer() {
 
     const auto menu = Gtk::GestureClick::create();
     menu->set_button(GDK_BUTTON_SECONDARY);
-    menu->signal_pressed().connect([this](int, double x, double y) { OpenMenu(PointOf(x, y)); });
+    menu->signal_pressed().connect([this, watched = menu.get()](int, double x, double y) {
+        watched->set_state(Gtk::EventSequenceState::CLAIMED);
+        OpenMenu(PointOf(x, y));
+    });
     m_chart.add_controller(menu);
 
     const auto press = Gtk::GestureLongPress::create();

@@ -313,8 +313,9 @@ def check_week(folder):
 
 
 def check_scale(folder):
-    with Window(WEEK, "400x250", {"GDK_SCALE": "2", "QT_SCALE_FACTOR": "2"}) as window:
-        window.shows("two pixels a unit", drawn(folder / "scaled.png", WEEK, "400x250", "--scale", "2"))
+    for scale in ("2",) if IS_GTK else ("2", "1.25"):
+        with Window(WEEK, "400x240", {"GDK_SCALE": scale, "QT_SCALE_FACTOR": scale}) as window:
+            window.shows(f"{scale} pixels a unit", drawn(folder / "scaled.png", WEEK, "400x240", "--scale", scale))
 
 
 def check_missing(folder):

@@ -3,6 +3,7 @@
 #include <MelkarCommon/frame/results.h>
 #include <MelkarCommon/platform/geometry.h>
 #include <MelkarCommon/platform/host_directory.h>
+#include <MelkarCommon/platform/page_words.h>
 
 #include <cstddef>
 #include <cstdint>
@@ -119,11 +120,12 @@ template <class Work> long DrawGuarded(Work work) {
     }
 }
 
-/// A whole cycle: its steps, guarded, and the copy of the picture.
+/// A whole cycle: its steps, guarded, and the copy of the picture. On a printer's page it is a figure.
 /// @return 0, or the result of a needed step that failed; -999 after an exception
 template <class Graph, std::size_t Count>
 long RunCycle(Graph& graph, const Step<Graph> (&steps)[Count], const CRect& area, char* path) {
     return DrawGuarded([&] {
+        const ScopedPagePart figure(graph.ShownOn(), PageRole::Figure, area);
         const long result = RunSteps(graph, steps, {area, path});
         if (result == kOk)
             graph.BitBlt();

@@ -267,8 +267,7 @@ void CGraph::PaintMessage(const CString& message, COLORREF color) {
 void CGraph::BitBlt() {
     if (m_bDirectOutput)
         return;
-    ::BitBlt(m_nViewMode == 1 ? m_hGMemDCCir : m_hGMemDC, m_nOriginX, m_nOriginY, m_rcGraph.Width(), m_rcGraph.Height(),
-             m_hMemDC, 0, 0, SRCCOPY);
+    ::BitBlt(ShownOn(), m_nOriginX, m_nOriginY, m_rcGraph.Width(), m_rcGraph.Height(), m_hMemDC, 0, 0, SRCCOPY);
 }
 
 HDC CGraph::CreateCompatibleDC(HDC surface) const { return m_bDirectOutput ? surface : ::CreateCompatibleDC(surface); }

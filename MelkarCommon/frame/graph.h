@@ -103,6 +103,8 @@ public:
 
     /// Whether a drawing has begun since the graph was made, so that there is something to tell of.
     bool HasDrawn() const { return m_hMemDC != nullptr; }
+    /// The surface that gets the picture, the caller's.
+    HDC ShownOn() const { return m_bDirectOutput ? m_hDC : m_nViewMode == 1 ? m_hGMemDCCir : m_hGMemDC; }
     /// Where the picture's corner lies on the surface that shows it; (0, 0) under direct output, whose picture lies
     /// where it was drawn.
     CPoint PictureOrigin() const { return m_bDirectOutput ? CPoint(0, 0) : CPoint(m_nOriginX, m_nOriginY); }

@@ -42,16 +42,24 @@ PrintedDocument Leave(HDC surface) {
     return left;
 }
 
+/// The pages that a surface draws on; null for what has none.
+PageFile* PagesOf(HDC surface) {
+    if (PageTarget* page = PageOf(surface))
+        return page->page.get();
+    PrintedDocument* document = DocumentOf(surface);
+    return document != nullptr ? document->pages.get() : nullptr;
+}
+
 /// As printers and documents take it: one that isn't UTF-8, or is too long, would cost the whole document.
-std::string TitleOf(const DOCINFOA& info) {
+std::string LineOf(const char* text) {
     constexpr std::size_t kMostBytes = 255; // of the name of a job
-    return DecodeLine(info.lpszDocName != nullptr ? info.lpszDocName : "", DEFAULT_CHARSET, kMostBytes);
+    return DecodeLine(text != nullptr ? text : "", DEFAULT_CHARSET, kMostBytes);
 }
 
 /// None, if it can't be begun.
 std::optional<PrintedDocument> Begin(PrinterTarget& printer, const DOCINFOA& info) {
     JobTicket ticket = printer.ticket;
-    ticket.name = TitleOf(info);
+    ticket.name = LineOf(info.lpszDocName);
     auto job = info.lpszOutput != nullptr ? FindFileJob(info.lpszOutput) : printer.printer->Begin(ticket);
     auto file = job ? job->Document() : nullptr;
     if (!file)
@@ -115,8 +123,33 @@ int EndDoc(HDC surface) {
 }
 
 BOOL SetPageWords(HDC page, const PageWords& words) {
-    PageTarget* target = PageOf(page);
-    return target != nullptr && OrFailure([&] { return target->page->SetWords(words); }) ? TRUE : FALSE;
+    PageFile* pages = PagesOf(page);
+    if (pages == nullptr || !OrFailure([&] { return pages->SetWords(words); }))
+        return FALSE;
+    if (PageOf(page) != nullptr) // a picture is all of its document
+        OrFailure([&] { return pages->SetTitle(words.title); });
+    return TRUE;
+}
+
+BOOL BeginPagePart(HDC page, PageRole role, const RECT& area, const char* bookmark) {
+    PrintedDocument* document = DocumentOf(page);
+    if (document == nullptr || !document->hasPage)
+        return FALSE;
+    return AfterLines(page, [&] { return document->pages->BeginPart(role, area, LineOf(bookmark)) ? TRUE : FALSE; });
+}
+
+BOOL EndPagePart(HDC page) {
+    PrintedDocument* document = DocumentOf(page);
+    if (document == nullptr)
+        return FALSE;
+    return AfterLines(page, [&] { return document->pages->EndPart() ? TRUE : FALSE; });
+}
+
+BOOL SetDocumentTitle(HDC printer, const char* title) {
+    PrintedDocument* document = DocumentOf(printer);
+    if (document == nullptr)
+        return FALSE;
+    return OrFailure([&] { return document->pages->SetTitle(LineOf(title)) ? TRUE : FALSE; });
 }
 
 int AbortDoc(HDC surface) {

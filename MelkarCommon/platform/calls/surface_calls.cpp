@@ -65,6 +65,7 @@ bool IsPageSize(int width, int height, int dpi) {
 HDC MakePage(std::unique_ptr<PageFile> page, DeviceSize size, int dpi) {
     if (!page || !page->BeginPage())
         return nullptr;
+    page->BeginPart(PageRole::Figure, {0, 0, size.width, size.height}, ""); // all of it
     return new HDC__({PaperDevice(), dpi, size}, std::in_place_type<PageTarget>, PageTarget{std::move(page), size});
 }
 

@@ -141,8 +141,8 @@ CairoContext MakePicture(const RECT& room, double scale) {
 
 } // namespace
 
-CairoPage::CairoPage(CairoContext cr, const RECT& room, int dpi, bool isWholeSheet)
-    : m_cr(std::move(cr)), m_room(room), m_dpi(dpi), m_isWholeSheet(isWholeSheet), m_scale(ScaleOf(m_cr.get())) {
+CairoPage::CairoPage(CairoContext cr, const RECT& room, int dpi)
+    : m_cr(std::move(cr)), m_room(room), m_dpi(dpi), m_scale(ScaleOf(m_cr.get())) {
     Prepare(m_cr.get());
 }
 
@@ -162,6 +162,8 @@ void CairoPage::LeaveRoom() {
     m_page = {0, 0, 0, 0};
     SetClip(m_page);
 }
+
+void CairoPage::FinishLines() { m_pen.Lift(m_clip, Ink()); }
 
 void CairoPage::Count() {
     if (++m_count == kMostOnPage)
@@ -196,9 +198,9 @@ void CairoPage::SetClip(const RECT& clip) {
     ClipTo(m_clip);
 }
 
+/// Also to all of a sheet: without a clip cairo would take what fills that for its beginning, and forget the parts of a
+/// document that began before.
 void CairoPage::ClipTo(const RECT& clip) {
-    if (m_isWholeSheet && Covers(clip, m_room))
-        return;
     Rectangle(clip);
     cairo_clip(Cr());
 }

@@ -27,8 +27,8 @@ public:
     void Blit(const RECT& target, const PixelBuffer& pixels, const RECT& source, DWORD operation) override;
 
 protected:
-    /// @param cr counts in units of the room, and clips to what it may draw on @param isWholeSheet that is the room
-    CairoPage(CairoContext cr, const RECT& room, int dpi, bool isWholeSheet);
+    /// @param cr counts in units of the room, and clips to what it may draw on
+    CairoPage(CairoContext cr, const RECT& room, int dpi);
 
     bool HasRoom() const { return !IsEmptyRect(m_page); }
     /// All of the room is to be drawn on.
@@ -43,6 +43,8 @@ protected:
         cairo_restore(m_cr.get());
     }
     cairo_t* Context() { return m_cr.get(); }
+    /// What waits is drawn.
+    void FinishLines();
 
 private:
     cairo_t* Cr() { return m_picture != nullptr ? m_picture.get() : m_cr.get(); }
@@ -63,7 +65,6 @@ private:
             [this](const PolygonShape& polygon, Color color) { FillShapeOn(Cr(), m_clip, polygon, color); },
         };
     }
-    void FinishLines() { m_pen.Lift(m_clip, Ink()); }
     void StrokeLine(const PaperLine& line, const Stroke& stroke);
     void ClipTo(const RECT& clip);
     void Rectangle(const RECT& r);
@@ -74,8 +75,7 @@ private:
     RECT m_page{0, 0, 0, 0}; ///< the room while it is open, else empty
     RECT m_clip{0, 0, 0, 0};
     int m_dpi;
-    bool m_isWholeSheet; ///< the room leaves no margin
-    double m_scale;      ///< of what the context draws on, in a device unit
+    double m_scale; ///< of what the context draws on, in a device unit
     PaperPen m_pen;
     int m_count = 0;        ///< of shapes and texts on this page
     CairoContext m_picture; ///< draws what is too much for it; else null

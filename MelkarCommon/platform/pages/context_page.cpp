@@ -30,7 +30,7 @@ class ContextPage final : public CairoPage {
 public:
     /// @param path the context's own, which no saved state holds
     ContextPage(cairo_t* context, CairoPath path, const RECT& room, int dpi)
-        : CairoPage(Borrow(context), room, dpi, false), m_path(std::move(path)) {}
+        : CairoPage(Borrow(context), room, dpi), m_path(std::move(path)) {}
     ~ContextPage() override {
         GiveBack();
         cairo_restore(Context());

@@ -1,6 +1,8 @@
 #include <MelkarCommon/platform/cairo/streams.h>
+#include <MelkarCommon/platform/files/log_sink.h>
 #include <MelkarCommon/platform/pages/cairo_page.h>
 #include <MelkarCommon/platform/pages/page_formats.h>
+#include <MelkarCommon/platform/pages/pdf_structure.h>
 
 #include <cairo-pdf.h>
 
@@ -35,8 +37,29 @@ void SetInfo(cairo_surface_t* pdf, const DocumentInfo& info) {
         cairo_pdf_surface_set_metadata(pdf, CAIRO_PDF_METADATA_CREATE_DATE, text);
 }
 
-CairoSurface MakeSurface(NewFile* file, const Sheet& sheet, const DocumentInfo& info) {
-    CairoSurface pdf(cairo_pdf_surface_create_for_stream(WriteToFile, file, sheet.width, sheet.height));
+/// Where cairo writes: all goes to the file, what is written last can be looked at.
+struct Written {
+    std::unique_ptr<NewFile> file;
+    std::size_t count = 0; ///< bytes
+    bool isKept = false;   ///< from now on
+    std::string kept{};    ///< the last of them
+};
+
+/// For C: nothing is thrown.
+cairo_status_t WriteAndKeep(void* to, const unsigned char* bytes, unsigned int count) noexcept {
+    auto& written = *static_cast<Written*>(to);
+    try {
+        if (written.isKept)
+            written.kept.append(reinterpret_cast<const char*>(bytes), count);
+    } catch (...) {
+        return CAIRO_STATUS_NO_MEMORY;
+    }
+    written.count += count;
+    return WriteToFile(written.file.get(), bytes, count);
+}
+
+CairoSurface MakeSurface(Written& written, const Sheet& sheet, const DocumentInfo& info) {
+    CairoSurface pdf(cairo_pdf_surface_create_for_stream(WriteAndKeep, &written, sheet.width, sheet.height));
     SetInfo(pdf.get(), info);
     return pdf;
 }
@@ -52,11 +75,12 @@ CairoContext MakeContext(cairo_surface_t* pdf, const Sheet& sheet, int dpi) {
 
 class PdfBackend final : public CairoPage {
 public:
-    PdfBackend(std::unique_ptr<NewFile> file, CairoSurface surface, CairoContext cr, const RECT& room, int dpi,
-               bool isWholeSheet)
-        : CairoPage(std::move(cr), room, dpi, isWholeSheet), m_file(std::move(file)), m_surface(std::move(surface)) {}
+    PdfBackend(std::unique_ptr<Written> written, CairoSurface surface, CairoContext cr, const RECT& room, int dpi,
+               double sheetHeight)
+        : CairoPage(std::move(cr), room, dpi), m_written(std::move(written)), m_surface(std::move(surface)),
+          m_sheetHeight(sheetHeight) {}
     ~PdfBackend() override {
-        m_file->Abandon();
+        m_written->file->Abandon();
         cairo_surface_finish(m_surface.get()); // while there is a file to write to
     }
 
@@ -64,11 +88,20 @@ public:
     void EndPage() override;
     bool Finish() override;
     void Abandon() override;
+    bool SetWords(const PageWords& words) override { return !m_hasEnded && m_structure.Describe(words); }
+    bool BeginPart(PageRole role, const RECT& area, const std::string& name) override;
+    bool EndPart() override;
+    bool SetTitle(const std::string& title) override;
 
 private:
-    std::unique_ptr<NewFile> m_file;
+    Area PointsOf(const RECT& area);
+    void AddWords();
+
+    std::unique_ptr<Written> m_written;
     CairoSurface m_surface;
-    int m_pages = 0; ///< begun
+    PdfStructure m_structure;
+    double m_sheetHeight; ///< points
+    int m_pages = 0;      ///< begun
     bool m_hasEnded = false;
 };
 
@@ -85,13 +118,14 @@ void PdfBackend::EndPage() {
     if (!HasRoom())
         return;
     CloseRoom();
+    m_structure.End(Context());
     cairo_show_page(Context());
 }
 
 void PdfBackend::Abandon() {
     m_hasEnded = true;
     LeaveRoom();
-    m_file->Abandon();
+    m_written->file->Abandon();
 }
 
 bool PdfBackend::Finish() {
@@ -99,12 +133,53 @@ bool PdfBackend::Finish() {
         return false;
     m_hasEnded = true;
     EndPage();
+    m_structure.Finish(Context(), m_surface.get());
     const cairo_status_t drawn = cairo_status(Context());
+    m_written->isKept = !m_structure.IsEmpty();
     cairo_surface_finish(m_surface.get());
     const cairo_status_t written = cairo_surface_status(m_surface.get());
     const cairo_status_t status = drawn != CAIRO_STATUS_SUCCESS ? drawn : written;
+    if (status == CAIRO_STATUS_SUCCESS && !m_structure.IsEmpty())
+        AddWords();
     const char* error = status != CAIRO_STATUS_SUCCESS ? cairo_status_to_string(status) : nullptr;
-    return FinishPage(*m_file, PageFormat::Pdf, m_pages == 0 ? "no page" : error);
+    return FinishPage(*m_written->file, PageFormat::Pdf, m_pages == 0 ? "no page" : error);
+}
+
+void PdfBackend::AddWords() {
+    const std::size_t before = m_written->count - m_written->kept.size();
+    const std::string words = AdditionTo(m_written->kept, before, m_structure.Words(m_sheetHeight));
+    if (words.empty())
+        Report("PDF file: its figures go without a description, since this cairo writes them in a form unknown here");
+    m_written->file->Write(words.data(), words.size());
+}
+
+/// From the top left corner of the sheet.
+Area PdfBackend::PointsOf(const RECT& area) {
+    Area points;
+    for (PointD corner : {PointD{double{1} * area.left, double{1} * area.top},
+                          PointD{double{1} * area.right, double{1} * area.bottom}}) {
+        cairo_user_to_device(Context(), &corner.x, &corner.y);
+        points.Add(corner);
+    }
+    return points;
+}
+
+bool PdfBackend::BeginPart(PageRole role, const RECT& area, const std::string& name) {
+    if (!HasRoom())
+        return false;
+    FinishLines();
+    return m_structure.Begin(Context(), role, m_pages, PointsOf(area), name);
+}
+
+bool PdfBackend::EndPart() {
+    FinishLines();
+    return m_structure.End(Context());
+}
+
+bool PdfBackend::SetTitle(const std::string& title) {
+    if (!m_hasEnded)
+        cairo_pdf_surface_set_metadata(m_surface.get(), CAIRO_PDF_METADATA_TITLE, title.c_str());
+    return !m_hasEnded;
 }
 
 } // namespace
@@ -113,10 +188,11 @@ std::unique_ptr<PageFile> MakePdfPages(std::unique_ptr<NewFile> file, int width,
                                        const DocumentInfo& info) {
     const double inch = dpi;
     const Sheet sheet = info.sheet.value_or(Sheet{width / inch * kPointsPerInch, height / inch * kPointsPerInch, 0, 0});
-    CairoSurface surface = MakeSurface(file.get(), sheet, info);
+    auto written = std::make_unique<Written>(Written{std::move(file)});
+    CairoSurface surface = MakeSurface(*written, sheet, info);
     CairoContext cr = MakeContext(surface.get(), sheet, dpi);
-    return std::make_unique<PdfBackend>(std::move(file), std::move(surface), std::move(cr), RECT{0, 0, width, height},
-                                        dpi, !info.sheet);
+    return std::make_unique<PdfBackend>(std::move(written), std::move(surface), std::move(cr),
+                                        RECT{0, 0, width, height}, dpi, sheet.height);
 }
 
 } // namespace melkar

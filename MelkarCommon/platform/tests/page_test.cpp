@@ -362,7 +362,20 @@ TEST_F(ToldPage, PartsLieOnTop) {
     EXPECT_EQ(Between(svg, "fill=\"#0000ff\"/>\n", "<style>"), "</g>\n") << "what is drawn isn't read";
     EXPECT_THAT(svg, HasSubstr("tabindex=\"0\"><title>Mar 4: &quot;5&quot;</title><rect x=\"10\" y=\"20\" width=\"20\" "
                                "height=\"40\" fill=\"none\""));
-    EXPECT_FALSE(Make("page", PageFormat::Pdf)->SetWords({"T", "", "", {}})) << "it has no place for them";
+}
+
+/// What fills the sheet would be its beginning to cairo, and the figure's lost.
+TEST_F(Page, AFigureIsKeptBelowItsGround) {
+    const auto page = Make("page", PageFormat::Pdf);
+    EXPECT_FALSE(page->SetWords({"T", "", "", {}})) << "no figure";
+    page->BeginPart(PageRole::Figure, {0, 0, 400, 300}, "");
+    page->FillRect({0, 0, 400, 300}, kBlue);
+    page->PaintText(PageText("5", 96), 0, {20, 30}, 0, 0, {0, 0, 400, 300});
+    EXPECT_TRUE(page->SetWords({"", "Only \\ of it.", "", {}}));
+    EXPECT_TRUE(page->Finish());
+    ASSERT_EQ(std::system("pdfinfo -struct-text ../page > ../tree 2>&1"), 0);
+    EXPECT_EQ(work.Read("tree"), "Document\n  Figure:\n     /BBox [0 0 300 225]\n    \"5\"\n");
+    EXPECT_THAT(work.Read("page"), HasSubstr("/Alt (Only \\\\ of it.)"));
 }
 
 TEST_F(Page, MaskedCopiesStayOnePicture) {

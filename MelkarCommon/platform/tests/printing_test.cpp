@@ -1,3 +1,4 @@
+#include <MelkarCommon/platform/page_words.h>
 #include <MelkarCommon/platform/printing.h>
 #include <MelkarCommon/platform/printing/printer.h>
 #include <MelkarCommon/platform/tests/framed.h>
@@ -10,6 +11,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <cstring>
 
 using namespace melkar;
 using testing::HasSubstr;
@@ -78,6 +80,53 @@ TEST_F(Printing, FilesHaveTitlePaperAndColors) {
     EXPECT_THAT(m_files.Read("info"), HasSubstr("595.276 x 419.528"));
     const std::string page = m_files.Read("page-2.ppm");
     EXPECT_EQ(page.substr(page.find("255\n") + 4, 3), "\x4C\x4C\x4C") << "red is as light as 76 of 255";
+}
+
+/// Writes a word in a part of its own.
+void WritePart(HDC surface, PageRole role, const RECT& area, const char* word, const char* bookmark = nullptr) {
+    EXPECT_TRUE(BeginPagePart(surface, role, area, bookmark));
+    EXPECT_FALSE(BeginPagePart(surface, PageRole::Figure, area)) << "a part within another is none";
+    TextOutA(surface, area.left, area.top, word, static_cast<int>(std::strlen(word)));
+    EXPECT_TRUE(EndPagePart(surface));
+    EXPECT_FALSE(EndPagePart(surface));
+}
+
+TEST_F(Printing, PagesCanBeReadAloud) {
+    const std::string name = m_files.Path("out.pdf");
+    const Surface surface = Open(name);
+    EXPECT_FALSE(SetDocumentTitle(surface, "none")) << "no document";
+    StartDocA(surface, &kJob);
+    EXPECT_FALSE(BeginPagePart(surface, PageRole::Title, {0, 0, 9, 9})) << "no page";
+    EXPECT_TRUE(SetDocumentTitle(surface, "M\xC3\xA4rz"));
+    StartPage(surface);
+    EXPECT_FALSE(SetPageWords(surface, {"no figure", "", "", {}}));
+    WritePart(surface, PageRole::Title, {0, 0, 400, 40}, "one", "Report");
+    WritePart(surface, PageRole::Paragraph, {0, 40, 400, 80}, "two");
+    TextOutA(surface, 0, 80, "unread", 6);
+    EXPECT_TRUE(BeginPagePart(surface, PageRole::Figure, {96, 96, 192, 384}));
+    TextOutA(surface, 96, 96, "three", 5);
+    StartPage(surface); // ends the part, too
+    WritePart(surface, PageRole::Figure, {0, 0, 96, 96}, "four");
+    EXPECT_TRUE(SetPageWords(surface, {"former", "", "", {}}));
+    EXPECT_TRUE(SetPageWords(surface, {"(1)", "\xC4\x8D\xF0\x9F\x98\x80", "cs", {}})) << "of the last figure";
+    EXPECT_GT(EndDoc(surface), 0) << Log();
+
+    ASSERT_EQ(std::system("pdfinfo -struct-text ../out.pdf > ../tree 2>&1 && pdfinfo ../out.pdf > ../info 2>&1 && "
+                          "pdftohtml -q -i -xml ../out.pdf ../marks"),
+              0);
+    EXPECT_EQ(m_files.Read("tree"), "Document\n"
+                                    "  H1 (block)\n    \"one\"\n"
+                                    "  P (block)\n    \"two\"\n"
+                                    "  Figure:\n     /BBox [72 554 144 770]\n    \"three\"\n" // of 842 points
+                                    "  Figure:\n     /BBox [0 770 72 842]\n    \"four\"\n");
+    EXPECT_THAT(m_files.Read("info"), HasSubstr("Title:           März\n"));
+    EXPECT_THAT(m_files.Read("info"), HasSubstr("Tagged:          yes\n"));
+    EXPECT_THAT(m_files.Read("marks.xml"), HasSubstr("<outline>\n<item page=\"1\">Report</item>\n"
+                                                     "<outline>\n<item page=\"2\">(1)</item>\n</outline>\n</outline>"));
+    using namespace std::string_literals;
+    EXPECT_THAT(m_files.Read("out.pdf"), HasSubstr("/Alt (\xFE\xFF\0\\(\0001\0\\)\0\n\x01\\r\xD8\x3D\xDE\0)"s))
+        << "as UTF-16, with what ends a text and a line escaped";
+    EXPECT_THAT(m_files.Read("out.pdf"), HasSubstr("/Lang (cs)"));
 }
 
 TEST_F(Printing, CallsOutOfTurnDoNothing) {

@@ -22,7 +22,7 @@ CHECK_PACKAGES=(git clang-format clang clang-tidy binutils libglib2.0-dev libjpe
 # What scripts/docs makes pages with.
 DOCS_PACKAGES=(doxygen python3-markdown python3-pygments)
 # What scripts/check-pages reads pages with.
-PAGE_PACKAGES=(librsvg2-bin imagemagick libxml2-utils qpdf)
+PAGE_PACKAGES=(librsvg2-bin imagemagick libxml2-utils qpdf poppler-utils)
 # What scripts/check-widgets builds and drives.
 WIDGET_PACKAGES=(libgtkmm-4.0-dev qt6-base-dev libgl-dev xvfb xauth xdotool xclip openbox imagemagick at-spi2-core python3-pyatspi
     gir1.2-atspi-2.0 dbus adwaita-icon-theme)

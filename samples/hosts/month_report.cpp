@@ -8,10 +8,15 @@
 #include <MelkarCommon/platform/drawing.h>
 #include <MelkarCommon/platform/scoped.h>
 #include <MelkarCommon/platform/surface.h>
+#include <MelkarCommon/registry/shown_by.h>
+#include <MelkarCommon/telling/speech.h>
 
 #include <algorithm>
 #include <filesystem>
 #include <iterator>
+#include <optional>
+#include <string_view>
+#include <utility>
 
 namespace {
 
@@ -77,22 +82,26 @@ struct Paper {
     CString stepTarget;
 };
 
+// What was shown, for those who can't see it.
 template <class Graph>
-void ShowOn(const Paper& paper, const char* section, const CRect& area, const std::string& file) {
-    ChartOnPage<Graph>(paper.page, section, paper.letters).Show(area, file);
+melkar::Contents ShowOn(const Paper& paper, const char* section, const CRect& area, const std::string& file) {
+    ChartOnPage<Graph> chart(paper.page, section, paper.letters);
+    chart.Show(area, file);
+    return melkar::ShownBy(chart);
 }
 
-void ShowSteps(const Paper& paper, const char* section, const CRect& area, const std::string& file) {
+melkar::Contents ShowSteps(const Paper& paper, const char* section, const CRect& area, const std::string& file) {
     StepsOnPage steps(paper.page, section, paper.letters, paper.stepTarget);
     if (area.Width() < kLegendsWidth)
         steps.SetPrintAverage(0); // a line of the summary says it
     steps.Show(area, file);
+    return melkar::ShownBy(steps);
 }
 
 struct Chart {
     const char* section;
     const char* file;
-    void (*show)(const Paper& paper, const char* section, const CRect& area, const std::string& file);
+    melkar::Contents (*show)(const Paper& paper, const char* section, const CRect& area, const std::string& file);
 };
 constexpr Chart kCharts[] = {
     {"STEPS", "steps-month.csv", ShowSteps},
@@ -105,6 +114,13 @@ CString NumberOf(const char* figure) {
     const std::string text(figure);
     const auto from = std::min(text.find_first_not_of(' '), text.size());
     return text.substr(from, text.find(' ', from) - from).c_str();
+}
+
+// Without the blanks that the reader leaves at the ends of a text.
+CString WithoutEnds(const char* text) {
+    const std::string_view all(text);
+    const auto from = std::min(all.find_first_not_of(' '), all.size());
+    return std::string(all.substr(from, all.find_last_not_of(' ') + 1 - from)).c_str();
 }
 
 // "Steps, average: 7402 steps", with the unit of the profile.
@@ -129,7 +145,8 @@ CMonthReport::CMonthReport(char* printer, int paper, int orientation, char* sect
       m_letters(m_rcPage.right - 2 * kMargin, m_rcPage.bottom - 2 * kMargin), m_header(section, m_letters),
       m_sheets(std::make_unique<CPaperSheets>(m_hPrnDC, "WEEK", DataFile("week-print.csv"), m_letters)),
       m_pageLabel(m_Ini.ReadString("", section, "PAGE_LABEL", "")),
-      m_obesityLabel(m_Ini.ReadString("", section, "OBESITY_LABEL", "")) {
+      m_obesityLabel(m_Ini.ReadString("", section, "OBESITY_LABEL", "")),
+      m_title(m_Ini.ReadString("", section, "TITLE", "")) {
     CMonthReport::CalcRects();
     LayOutBoxes();
 }
@@ -157,6 +174,7 @@ void CMonthReport::LayOutBoxes() {
 int CMonthReport::Print() {
     if (DocStart() <= 0)
         return 0;
+    SetDocumentTitle(m_hPrnDC, Title().c_str());
     for (m_page = 0; m_page < m_pages; ++m_page) {
         PageStart();
         Draw();
@@ -165,8 +183,17 @@ int CMonthReport::Print() {
     return DocEnd() > 0 ? m_pages : 0;
 }
 
-// The date of printing is the base class's.
+// Whose month it is, and which.
+std::string CMonthReport::Title() const {
+    return m_words.Say(m_title + ", " + WithoutEnds(m_header.m_szName) + ", " + WithoutEnds(m_header.m_szDuring));
+}
+
+// The date of printing is the base class's. On later pages the block is there for the eye: nobody wants to hear it
+// again.
 int CMonthReport::DrawHeader() {
+    std::optional<melkar::ScopedPagePart> title;
+    if (m_page == 0)
+        title.emplace(m_hPrnDC, PageRole::Title, m_rcHeader, Title().c_str());
     m_header.CReportHeader::Draw(m_hPrnDC, m_rcHeader, m_strHeaderFile);
     m_header.Draw(m_hPrnDC, m_rcHeader, m_strHeaderFile);
     return 0;
@@ -186,10 +213,21 @@ int CMonthReport::DrawGraphs() {
 void CMonthReport::DrawBox(int box, const CRect& area) {
     if (box == kSummaryBox)
         return DrawSummary(area);
-    if (box >= kFirstSheet)
-        return m_sheets->DrawSheet(area, box - kFirstSheet);
+    if (box >= kFirstSheet) {
+        melkar::Contents sheet = m_sheets->DrawSheet(area, box - kFirstSheet);
+        return Tell(std::move(sheet), m_sheets->Date());
+    }
     const Chart& chart = kCharts[box - kFirstChart];
-    chart.show({m_hPrnDC, m_letters, NumberOf(m_header.m_szStepTarget)}, chart.section, area, DataFile(chart.file));
+    Tell(
+        chart.show({m_hPrnDC, m_letters, NumberOf(m_header.m_szStepTarget)}, chart.section, area, DataFile(chart.file)),
+        "");
+}
+
+// To those who can't see it, what was drawn last. The label is the title of what paints none.
+void CMonthReport::Tell(melkar::Contents shown, const CString& label) const {
+    if (shown.title.empty())
+        shown.title = m_words.Say(label);
+    SetPageWords(m_hPrnDC, melkar::WordsFor({shown}, m_words));
 }
 
 int CMonthReport::DrawFooter() {
@@ -205,12 +243,19 @@ void CMonthReport::DrawSummary(const CRect& area) {
     const int right = area.Width() >= kSideBySide ? area.right : area.left + width; // of the lower gauge
     const CRect bmi(area.left, area.top + kBmiTop, area.left + width, area.top + kBmiTop + kBmiHeight);
     DrawFigures(CRect(area.left, area.top, bmi.right, bmi.top - kLineHeight));
-    Write(CRect(bmi.left, bmi.top - kLineHeight, bmi.right, bmi.top), CString(m_header.m_szBmiLabel), DT_LEFT);
-    OnPage<CBMIGraph_Eng>(m_hPrnDC, "BMI").Show(bmi, DataFile("bmi.csv"));
+    DrawGauge<CBMIGraph_Eng>("BMI", CString(m_header.m_szBmiLabel), bmi, "bmi.csv");
 
     const CRect disc(right - width, area.bottom - kDiscHeight, right, area.bottom);
-    Write(CRect(disc.left, disc.top - kLineHeight, disc.right, disc.top), m_obesityLabel, DT_LEFT);
-    OnPage<CHimandGraph>(m_hPrnDC, "HIMAND").Show(disc, DataFile("himand.csv"));
+    DrawGauge<CHimandGraph>("HIMAND", m_obesityLabel, disc, "himand.csv");
+}
+
+// Below its label, which is its title to those who can't see it.
+template <class Gauge>
+void CMonthReport::DrawGauge(const char* section, const CString& label, const CRect& area, const char* file) {
+    WriteAs(PageRole::Heading, CRect(area.left, area.top - kLineHeight, area.right, area.top), label);
+    OnPage<Gauge> gauge(m_hPrnDC, section);
+    gauge.Show(area, DataFile(file));
+    Tell(melkar::ShownBy(gauge), label);
 }
 
 // What the heading block reads and leaves to the report.
@@ -223,9 +268,14 @@ void CMonthReport::DrawFigures(const CRect& area) {
     };
     CRect line(area.left, area.top, area.right, area.top + kFigureHeight);
     for (const CString& text : lines) {
-        Write(line, text, DT_LEFT);
+        WriteAs(PageRole::Paragraph, line, text);
         line.OffsetRect(0, kFigureHeight);
     }
+}
+
+void CMonthReport::WriteAs(PageRole role, const CRect& box, const CString& text) const {
+    const melkar::ScopedPagePart part(m_hPrnDC, role, box);
+    Write(box, text, DT_LEFT);
 }
 
 void CMonthReport::Write(CRect box, const CString& text, unsigned format) const {

@@ -4,8 +4,11 @@
 #include "page_flow.h"
 #include "paper_sheets.h"
 
+#include <MelkarCommon/frame/contents.h>
+#include <MelkarCommon/platform/page_words.h>
 #include <MelkarCommon/reports/graph_header.h>
 #include <MelkarCommon/reports/report.h>
+#include <MelkarCommon/telling/words.h>
 
 #include <memory>
 #include <string>
@@ -27,6 +30,9 @@ public:
 //   header   the heading block, on every page
 //   graphs   boxes that flow over the pages: the figures of the month with the gauges, the charts, the sheets of days
 //   footer   the number of the page
+//
+// Its PDF files can be read aloud: they have a title, headings, paragraphs and figures with descriptions, and
+// bookmarks.
 //
 // The data files lie in one directory, under the names that the .cpp lists. A file that isn't there is looked for in
 // the directory above, where files without words are for all languages.
@@ -50,13 +56,20 @@ private:
     void DrawBox(int box, const CRect& area);
     void DrawSummary(const CRect& area);
     void DrawFigures(const CRect& area);
+    template <class Gauge>
+    void DrawGauge(const char* section, const CString& label, const CRect& area, const char* file);
+    void WriteAs(PageRole role, const CRect& box, const CString& text) const;
     void Write(CRect box, const CString& text, unsigned format) const;
+    std::string Title() const;
+    void Tell(melkar::Contents shown, const CString& label) const;
 
     Letters m_letters;
     CMonthHeader m_header;
     std::unique_ptr<CPaperSheets> m_sheets;
     CString m_pageLabel;
     CString m_obesityLabel;
+    CString m_title;
+    melkar::DescriptionWords m_words;
     std::vector<FlowPlace> m_places; // of the boxes, in the graphs band
     int m_page = 0;                  // from 0
     int m_pages = 0;

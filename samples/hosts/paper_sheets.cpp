@@ -3,6 +3,8 @@
 #include "level_minutes.h"
 
 #include <MelkarCommon/platform/scoped.h>
+#include <MelkarCommon/registry/shown_by.h>
+#include <MelkarCommon/support/support.h>
 
 #include <algorithm>
 #include <utility>
@@ -43,6 +45,8 @@ void CPaperDay::WriteMessage() {
     if (hasRemark != 0)
         WriteRemark();
 }
+
+CString CPaperDay::Date() const { return FormatDateEx(m_strDate, m_strDateFormatType, m_strLocale); }
 
 void CPaperDay::WriteRemark() {
     const CRect band(m_rcLeft.left, m_rcGraph.top, m_rcLeft.right, m_rcLeft.top);
@@ -89,15 +93,16 @@ long CPaperSheets::SetDayData(int day, double from, double to, CString date, int
     return 0;
 }
 
-void CPaperSheets::DrawSheet(const CRect& area, int sheet) {
+melkar::Contents CPaperSheets::DrawSheet(const CRect& area, int sheet) {
     if (sheet < m_first || sheet >= m_first + static_cast<int>(m_days.size()))
         ReadFrom(sheet);
     if (m_days.empty())
-        return;
+        return {};
     Day& day = m_days[static_cast<std::size_t>(sheet - m_first)];
     m_sheet.Set(m_hWnd, m_hDC, area, "", "", day.from, day.to, &day.levels, day.date, 0, 0, &day.events,
                 day.intensity.data(), day.status, day.steps, day.actCal, day.totalCal, day.time, day.toroken,
                 day.exercise);
     char none[] = "";
     m_sheet.Draw(area, none);
+    return melkar::ShownBy(static_cast<const CGraph&>(m_sheet));
 }

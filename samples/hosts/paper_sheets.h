@@ -14,6 +14,7 @@ class CPaperDay : public CCircadianGraph {
 public:
     CPaperDay(HDC page, const char* section, const Letters& letters);
     void WriteMessage() override;
+    CString Date() const; // which a sheet without records doesn't paint
 
 private:
     void WriteRemark();
@@ -28,8 +29,9 @@ class CPaperSheets : public CWeeklyCircadian {
 public:
     CPaperSheets(HDC page, const char* section, std::string file, const Letters& letters);
 
-    int Count() const { return m_count; } // days in the file; 0 if it can't be read
-    void DrawSheet(const CRect& area, int sheet);
+    int Count() const { return m_count; }                     // days in the file; 0 if it can't be read
+    melkar::Contents DrawSheet(const CRect& area, int sheet); // what it shows; nothing if there is no such day
+    CString Date() const { return m_sheet.Date(); }           // of the sheet drawn last
 
     long SetDayData(int day, double from, double to, CString date, int status, int steps, int actCal, int totalCal,
                     double time, CStringArray* events, CStringArray* levels, double* intensity, int toroken,

@@ -30,6 +30,7 @@
 #include <MelkarCommon/frame/graph.h>
 #include <MelkarCommon/frame/key_table.h>
 #include <MelkarCommon/frame/legend_layout.h>
+#include <MelkarCommon/frame/report_contents.h>
 #include <MelkarCommon/frame/results.h>
 #include <MelkarCommon/frame/scale.h>
 #include <MelkarCommon/gauges/bmi_graph_base.h>

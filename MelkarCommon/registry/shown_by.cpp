@@ -2,6 +2,7 @@
 
 #include <MelkarCommon/circadian/weekly_circadian.h>
 #include <MelkarCommon/registry/catalogue.h>
+#include <MelkarCommon/reports/graph_header.h>
 
 namespace melkar {
 
@@ -36,5 +37,7 @@ std::vector<Contents> ShownBy(const CWeeklyCircadian& week) {
             sheets.push_back(ShownBy(static_cast<const CGraph&>(day)));
     return sheets;
 }
+
+Contents ShownBy(const CGraphHeader& block) { return block.Shown(); }
 
 } // namespace melkar

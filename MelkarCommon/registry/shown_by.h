@@ -6,6 +6,7 @@
 #include <vector>
 
 class CGraph;
+class CGraphHeader;
 class CWeeklyCircadian;
 
 /// @file
@@ -27,5 +28,8 @@ MELKAR_API Contents ShownBy(const CGraph& graph);
 
 /// The sheets of a week from Monday to Sunday, those that the last drawing has drawn.
 MELKAR_API std::vector<Contents> ShownBy(const CWeeklyCircadian& week);
+
+/// The block that opens a page of a report, for its `ShownPage`.
+MELKAR_API Contents ShownBy(const CGraphHeader& block);
 
 } // namespace melkar

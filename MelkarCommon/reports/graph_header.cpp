@@ -6,6 +6,9 @@
 #include <MelkarCommon/support/bounds.h>
 #include <MelkarCommon/support/support.h>
 #include <MelkarCommon/support/text_measure.h>
+#include <MelkarCommon/support/utf8.h>
+
+#include <utility>
 
 using namespace melkar; // NOLINT(google-build-using-namespace): cells by their names
 
@@ -45,20 +48,45 @@ int CGraphHeader::Draw(HDC, CRect block, CString) {
     return BelowHeader(m_rcCells[B6]);
 }
 
+/// A label and what stands beside it.
+struct CGraphHeader::Pair {
+    const TextSlot &label, &text;
+    HeaderCell labelCell, textCell;
+};
+
+std::array<CGraphHeader::Pair, 7> CGraphHeader::Pairs() const {
+    return {{
+        {m_szNameLabel, m_szName, A0, B0},
+        {m_szGroupLabel, m_szGroup, A1, B1},
+        {m_szDateLabel, m_szDate, G0, H0},
+        {m_szCommentLabel, m_szComment, A2, B2},
+        {m_szAgeLabel, m_szAge, A3, B3},
+        {m_szHeightLabel, m_szHeight, C3, D3},
+        {m_szWeightLabel, m_szWeight, E3, F3},
+    }};
+}
+
 /// Labels stand white in their cells; those of group and comment have no black one and so don't show.
 void CGraphHeader::DrawPairs() const {
-    const struct {
-        const TextSlot &label, &text;
-        HeaderCell labelCell, textCell;
-    } pairs[] = {
-        {m_szNameLabel, m_szName, A0, B0},     {m_szGroupLabel, m_szGroup, A1, B1},
-        {m_szDateLabel, m_szDate, G0, H0},     {m_szCommentLabel, m_szComment, A2, B2},
-        {m_szAgeLabel, m_szAge, A3, B3},       {m_szHeightLabel, m_szHeight, C3, D3},
-        {m_szWeightLabel, m_szWeight, E3, F3},
-    };
     SetBkMode(m_hDC, TRANSPARENT); // stays, for whoever paints on below the block
-    for (const auto& pair : pairs) {
+    for (const Pair& pair : Pairs()) {
         PaintIn(m_hDC, m_rcCells[pair.labelCell], pair.label, kWhite, DT_CENTER | DT_VCENTER | DT_SINGLELINE);
         PaintIn(m_hDC, m_rcCells[pair.textCell], pair.text, kBlack, DT_VCENTER | DT_SINGLELINE);
     }
+}
+
+melkar::Contents CGraphHeader::Shown() const {
+    Contents contents;
+    contents.kind = "report";
+    contents.area = {m_rcCells[A0].left, m_rcCells[A0].top, m_rcCells[B1].right, m_rcCells[A3].bottom};
+    for (const Pair& pair : Pairs()) {
+        ShownItem item;
+        item.caption = Utf8Of(CString(pair.label), m_nCharset);
+        item.text = Utf8Of(CString(pair.text), m_nCharset);
+        const CRect &label = m_rcCells[pair.labelCell], &text = m_rcCells[pair.textCell];
+        item.area = {label.left, label.top, text.right, text.bottom};
+        if (!item.text.empty())
+            contents.items.push_back(std::move(item));
+    }
+    return contents;
 }

@@ -1,7 +1,10 @@
 #pragma once
 
 #include <MelkarCommon/api.h>
+#include <MelkarCommon/frame/contents.h>
 #include <MelkarCommon/reports/report_header.h>
+
+#include <array>
 
 /// @file
 /// The block over graph pages.
@@ -22,6 +25,11 @@ public:
     /// `CalcRect`.
     int Draw(HDC surface, CRect block, CString dataFile) override;
 
+    /// What the last `Draw` has written: an item for each label with the text beside it. Ask `melkar::ShownBy`.
+    melkar::Contents Shown() const;
+
 private:
+    struct Pair;
+    MELKAR_LOCAL std::array<Pair, 7> Pairs() const;
     MELKAR_LOCAL void DrawPairs() const;
 };

@@ -46,6 +46,13 @@ public:
         m_paragraph.AddText(m_contents.title);
         return WriteDetails();
     }
+    std::string Write(const ShownPage& page) {
+        m_paragraph.AddText(page.name);
+        AddItems();
+        for (const std::string& text : page.texts)
+            m_paragraph.AddText(text);
+        return m_paragraph.Text();
+    }
     std::string WriteDetails() {
         for (const std::string& message : m_contents.messages)
             m_paragraph.AddText(message);
@@ -241,6 +248,10 @@ std::string FiguresIn(const Contents& contents, const ShownItem& item, const Des
 
 std::string Describe(const Contents& contents, const DescriptionWords& words) {
     return Description(contents, words).Write();
+}
+
+std::string Describe(const ShownPage& page, const DescriptionWords& words) {
+    return Description(page.heading, words).Write(page);
 }
 
 std::string Details(const Contents& contents, const DescriptionWords& words) {

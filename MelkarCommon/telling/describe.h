@@ -1,7 +1,7 @@
 #pragma once
 
 #include <MelkarCommon/api.h>
-#include <MelkarCommon/frame/contents.h>
+#include <MelkarCommon/frame/report_contents.h>
 #include <MelkarCommon/telling/words.h>
 
 #include <string>
@@ -26,6 +26,9 @@ MELKAR_API std::string Describe(const Contents& contents, const DescriptionWords
 
 /// The same without the title, for what stands below it.
 MELKAR_API std::string Details(const Contents& contents, const DescriptionWords& words = DescriptionWords());
+
+/// What stands on a page of a report beside its pictures: its name, its heading, its texts.
+MELKAR_API std::string Describe(const ShownPage& page, const DescriptionWords& words = DescriptionWords());
 
 /// A name for an item: "Mar 4: 9268 steps".
 MELKAR_API std::string NameOf(const Contents& contents, const ShownItem& item,

@@ -202,6 +202,16 @@ void Write(JsonText& json, const Contents& contents) {
     json.End('}');
 }
 
+void Write(JsonText& json, const ShownPage& page) {
+    json.Begin('{');
+    json.Member("name", page.name);
+    json.Member("heading");
+    Write(json, page.heading);
+    json.Listed("texts", page.texts, [&](const std::string& text) { json.Text(text); });
+    json.Listed("pictures", page.pictures, [&](const Contents& picture) { Write(json, picture); });
+    json.End('}');
+}
+
 } // namespace
 
 std::string JsonOf(const Contents& contents) {
@@ -215,6 +225,16 @@ std::string JsonOf(const std::string& kind, const std::vector<Contents>& parts) 
     json.Begin('{');
     json.Member("kind", kind);
     json.Listed("parts", parts, [&](const Contents& part) { Write(json, part); });
+    json.End('}');
+    return json.Take();
+}
+
+std::string JsonOf(const ShownReport& report) {
+    JsonText json;
+    json.Begin('{');
+    json.Member("kind", "report");
+    json.Member("title", report.title);
+    json.Listed("pages", report.pages, [&](const ShownPage& page) { Write(json, page); });
     json.End('}');
     return json.Take();
 }

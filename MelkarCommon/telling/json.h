@@ -1,7 +1,7 @@
 #pragma once
 
 #include <MelkarCommon/api.h>
-#include <MelkarCommon/frame/contents.h>
+#include <MelkarCommon/frame/report_contents.h>
 
 #include <string>
 #include <vector>
@@ -17,5 +17,8 @@ MELKAR_API std::string JsonOf(const Contents& contents);
 
 /// The same of a picture of several parts, such as the sheets of a week: an object with its kind and its parts.
 MELKAR_API std::string JsonOf(const std::string& kind, const std::vector<Contents>& parts);
+
+/// The same of a report: its title and its pages.
+MELKAR_API std::string JsonOf(const ShownReport& report);
 
 } // namespace melkar

@@ -171,11 +171,16 @@ void CMonthReport::LayOutBoxes() {
     m_pages = m_places.back().page + 1;
 }
 
-int CMonthReport::Print() {
+int CMonthReport::Print(melkar::ShownReport* shown) {
+    m_shown = shown;
     if (DocStart() <= 0)
         return 0;
     SetDocumentTitle(m_hPrnDC, Title().c_str());
+    if (m_shown)
+        m_shown->title = Title();
     for (m_page = 0; m_page < m_pages; ++m_page) {
+        if (m_shown)
+            m_shown->pages.emplace_back();
         PageStart();
         Draw();
         PageEnd();
@@ -196,6 +201,8 @@ int CMonthReport::DrawHeader() {
         title.emplace(m_hPrnDC, PageRole::Title, m_rcHeader, Title().c_str());
     m_header.CReportHeader::Draw(m_hPrnDC, m_rcHeader, m_strHeaderFile);
     m_header.Draw(m_hPrnDC, m_rcHeader, m_strHeaderFile);
+    if (melkar::ShownPage* page = PageShown())
+        page->heading = melkar::ShownBy(static_cast<const CGraphHeader&>(m_header));
     return 0;
 }
 
@@ -228,14 +235,22 @@ void CMonthReport::Tell(melkar::Contents shown, const CString& label) const {
     if (shown.title.empty())
         shown.title = m_words.Say(label);
     SetPageWords(m_hPrnDC, melkar::WordsFor({shown}, m_words));
+    if (melkar::ShownPage* page = PageShown())
+        page->pictures.push_back(std::move(shown));
 }
 
 int CMonthReport::DrawFooter() {
     CString number;
     number.Format("%d / %d", m_page + 1, m_pages);
-    Write(m_rcFooter, m_pageLabel + " " + number, DT_RIGHT);
+    const CString name = m_pageLabel + " " + number;
+    Write(m_rcFooter, name, DT_RIGHT);
+    if (melkar::ShownPage* page = PageShown())
+        page->name = m_words.Say(name);
     return 0;
 }
+
+// Null if nobody asks.
+melkar::ShownPage* CMonthReport::PageShown() const { return m_shown ? &m_shown->pages.back() : nullptr; }
 
 // Figures and body mass index at the left, the degree of obesity at the right or below them.
 void CMonthReport::DrawSummary(const CRect& area) {
@@ -276,6 +291,9 @@ void CMonthReport::DrawFigures(const CRect& area) {
 void CMonthReport::WriteAs(PageRole role, const CRect& box, const CString& text) const {
     const melkar::ScopedPagePart part(m_hPrnDC, role, box);
     Write(box, text, DT_LEFT);
+    melkar::ShownPage* page = PageShown();
+    if (page && role == PageRole::Paragraph) // headings are titles of pictures
+        page->texts.push_back(m_words.Say(WithoutEnds(text)));
 }
 
 void CMonthReport::Write(CRect box, const CString& text, unsigned format) const {

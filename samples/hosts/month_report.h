@@ -4,7 +4,7 @@
 #include "page_flow.h"
 #include "paper_sheets.h"
 
-#include <MelkarCommon/frame/contents.h>
+#include <MelkarCommon/frame/report_contents.h>
 #include <MelkarCommon/platform/page_words.h>
 #include <MelkarCommon/reports/graph_header.h>
 #include <MelkarCommon/reports/report.h>
@@ -41,8 +41,9 @@ public:
     CMonthReport(char* printer, int paper, int orientation, char* section, const char* dataDirectory,
                  const char* headerFile);
 
-    // Prints all pages. Returns how many; 0 if the printer didn't take them: then the log says why.
-    int Print();
+    // Prints all pages. Returns how many; 0 if the printer didn't take them: then the log says why. What stands on them
+    // is told to `shown`, if there is one.
+    int Print(melkar::ShownReport* shown = nullptr);
 
     // Other bands than the library's: an even margin, the rest for the boxes.
     int CalcRects() override;
@@ -62,6 +63,7 @@ private:
     void Write(CRect box, const CString& text, unsigned format) const;
     std::string Title() const;
     void Tell(melkar::Contents shown, const CString& label) const;
+    melkar::ShownPage* PageShown() const;
 
     Letters m_letters;
     CMonthHeader m_header;
@@ -71,6 +73,7 @@ private:
     CString m_title;
     melkar::DescriptionWords m_words;
     std::vector<FlowPlace> m_places; // of the boxes, in the graphs band
-    int m_page = 0;                  // from 0
+    melkar::ShownReport* m_shown = nullptr;
+    int m_page = 0; // from 0
     int m_pages = 0;
 };

@@ -191,6 +191,20 @@ TEST(Json, OddTextsAndNumbers) {
     EXPECT_THAT(json, HasSubstr("\"color\": \"#112233\"")) << "red is the low byte";
 }
 
+TEST(Describe, PagesOfAReport) {
+    melkar::ShownReport report{"March", {{"Page 1", {}, {"Days: 27", "Well walked!"}, {Days({})}}}};
+    report.pages[0].heading.items = {Item("Name", {}, 0), Item("Age", {}, 0)};
+    report.pages[0].heading.items[0].text = "Ann";
+    report.pages[0].heading.items[1].text = "46";
+    for (ShownItem& item : report.pages[0].heading.items)
+        item.isMissing = false;
+    EXPECT_EQ(melkar::Describe(report.pages[0], kWords), "Page 1. Name: Ann; Age: 46. Days: 27. Well walked!");
+    const std::string json = melkar::JsonOf(report);
+    for (const char* member : {R"("kind": "report")", R"("title": "March")", R"("name": "Page 1")", R"("Days: 27",)",
+                               R"("caption": "Age")", R"("title": " Steps")"})
+        EXPECT_THAT(json, HasSubstr(member));
+}
+
 /// A share of a quadrant is drawn by a count of days: no mean may be made of that.
 TEST(Description, OneFigureOfASeriesHasNoMean) {
     Contents contents = Days({Item("Active", {Figure(0, "48.2%", 13)}, 13), Item("", {Figure(1, "10", 10)}, 10),

@@ -2,59 +2,37 @@
 #include "files.h"
 #include "messages.h"
 #include "options.h"
+#include "paper_options.h"
 #include "progress.h"
 
 #include <month_report.h>
 
 #include <MelkarCommon/hosts.h>
-#include <MelkarCommon/platform/printing.h>
 
 #include <filesystem>
 #include <iostream>
 #include <optional>
-#include <strings.h>
 
 namespace melkar::tool {
 namespace {
 
 namespace fs = std::filesystem;
 
-constexpr int kPortrait = 0; // degrees
-constexpr int kLandscape = 90;
-
 struct ReportOptions {
     std::string printer;
-    std::string paper = "A4";
     std::string header;
     std::string data;
     std::string base = ".";
     std::string section = "REPORT";
-    bool landscape = false;
+    PaperOptions paper;
 };
-
-struct PaperName {
-    const char* name;
-    short code;
-};
-constexpr PaperName kPapers[] = {
-    {"A3", DMPAPER_A3}, {"A4", DMPAPER_A4},         {"A5", DMPAPER_A5},
-    {"B5", DMPAPER_B5}, {"Letter", DMPAPER_LETTER}, {"Legal", DMPAPER_LEGAL},
-};
-
-std::string PaperNames(const char* between) {
-    std::string names;
-    for (const PaperName& paper : kPapers)
-        names += (names.empty() ? "" : between) + std::string(paper.name);
-    return names;
-}
 
 void AddOptions(CLI::App& app, ReportOptions& options) {
     app.add_option("--printer", options.printer,
                    "A file NAME.pdf, an address ipp://HOST/..., or a queue of the print server; - prints a PDF")
         ->required()
         ->type_name("NAME");
-    app.add_option("--paper", options.paper, "Of the pages; A4 if none")->type_name(PaperNames("|"));
-    app.add_flag("--landscape", options.landscape, "Pages that are wider than high");
+    AddPaper(app, options.paper);
     app.add_option("--header", options.header, "Report header data file")->required()->type_name("FILE");
     app.add_option("--data", options.data, "Directory of the data files")->required()->type_name("DIR");
     app.add_option("--base", options.base, "Directory of the host, such as app/bin")->type_name("DIR");
@@ -65,14 +43,6 @@ void AddOptions(CLI::App& app, ReportOptions& options) {
         "melkar report --base samples/app/bin --header samples/data/report-header.csv --data samples/data"
         " --paper A5 --landscape --printer a5.pdf",
     }));
-}
-
-/// In any case.
-short PaperCode(const std::string& name) {
-    for (const PaperName& paper : kPapers)
-        if (strcasecmp(paper.name, name.c_str()) == 0)
-            return paper.code;
-    throw UsageError{"--paper takes one of " + PaperNames(", ") + ": " + name};
 }
 
 /// Names of files count from here, those of queues and addresses stay.
@@ -103,7 +73,7 @@ int RunReport(const ReportOptions& options) {
     CheckBase(options.base, section);
     const HostDirectory host(options.base.c_str());
 
-    CMonthReport report(printer.data(), paper, options.landscape ? kLandscape : kPortrait, section.data(), data.c_str(),
+    CMonthReport report(printer.data(), paper, Orientation(options.paper), section.data(), data.c_str(),
                         header.c_str());
     const int pages = Printed(report);
     if (pages == 0) {

@@ -13,6 +13,18 @@ using melkar::ShownItem;
 using melkar::ShownMark;
 using melkar::ShownSeries;
 
+namespace {
+
+/// The remark stands on the last line; units may break lines, too.
+std::vector<std::string> TextsOf(const std::string& summary, bool hasRemark) {
+    const std::size_t end = hasRemark ? summary.rfind('\n') : std::string::npos;
+    if (end == std::string::npos)
+        return {summary};
+    return {summary.substr(0, end), summary.substr(end + 1)};
+}
+
+} // namespace
+
 /// The frame judges days, of which a sheet has none: its messages are those of the day's own status.
 melkar::Contents CCircadianGraph::Shown() const {
     melkar::Contents contents = CGraph::Shown();
@@ -29,7 +41,7 @@ melkar::Contents CCircadianGraph::Shown() const {
     if (melkar::IsExcluded(status))
         contents.messages.push_back(ShownMessage(m_strExcludeMessage));
     contents.title = Utf8(DateCaption()); // a sheet paints no other
-    contents.texts = {Utf8(SummaryText())};
+    contents.texts = TextsOf(Utf8(SummaryText()), m_bToroken != 0);
     contents.series = {ClassShown(m_strLightLabel, m_crLight), ClassShown(m_strModerateLabel, m_crModerate),
                        ClassShown(m_strVigorousLabel, m_crVigorous)};
     if (m_nLang != melkar::kLangLeftOnly)

@@ -17,9 +17,13 @@ class Paragraph {
 public:
     explicit Paragraph(const DescriptionWords& words) : m_words(words) {}
 
+    /// A sentence may end with an abbreviation: "Scale: 0 to 160, mm Hg."
     void Add(const std::string& sentence) {
-        if (!sentence.empty())
-            m_text += (m_text.empty() ? "" : m_words.Say(m_words.m_strBetween)) + sentence;
+        if (sentence.empty())
+            return;
+        m_text += (m_text.empty() ? "" : m_words.Say(m_words.m_strBetween)) + sentence;
+        if (m_text.ends_with("..") && !m_text.ends_with("..."))
+            m_text.pop_back();
     }
     /// A text that may lack the end of a sentence.
     void AddText(const std::string& text) {
@@ -85,13 +89,13 @@ private:
 };
 
 void Description::AddRange() {
-    const auto& items = m_contents.items;
+    const std::vector<const ShownItem*> items = EntriesOf(m_contents);
     const bool isHidden = m_contents.axes.empty() && !m_contents.messages.empty(); // a message stands in their place
     if (items.empty() || (AreListed() && !isHidden))
         return;
     const std::string entries = m_words.SayCount(m_words.m_strEntries, static_cast<long>(items.size()));
-    const std::string first = OnOneLine(items.front().caption);
-    const std::string last = OnOneLine(items.back().caption);
+    const std::string first = CaptionOf(*items.front(), items);
+    const std::string last = CaptionOf(*items.back(), items);
     m_paragraph.Add(items.size() == 1
                         ? m_words.Say(m_words.m_strSingle, {{"entries", entries}, {"at", first}})
                         : m_words.Say(m_words.m_strRange, {{"entries", entries}, {"from", first}, {"to", last}}));
@@ -194,11 +198,8 @@ void Description::AddTexts() {
     m_paragraph.AddText(list);
 }
 
-std::string NameOfMark(const ShownMark& mark, const DescriptionWords& words) {
-    std::string label = OnOneLine(mark.label);
-    if (!label.empty())
-        return label;
-    switch (mark.kind) {
+std::string NameOfKind(MarkKind kind, const DescriptionWords& words) {
+    switch (kind) {
     case MarkKind::Target:
         return words.Say(words.m_strTarget);
     case MarkKind::Average:
@@ -211,14 +212,24 @@ std::string NameOfMark(const ShownMark& mark, const DescriptionWords& words) {
     return "";
 }
 
+/// By its label, unless that only says which axis it belongs to.
+std::string NameOfMark(const Contents& contents, const ShownMark& mark, const DescriptionWords& words) {
+    const std::string label = OnOneLine(mark.label);
+    if (label.empty())
+        return NameOfKind(mark.kind, words);
+    const bool isOfAxis = std::any_of(contents.axes.begin(), contents.axes.end(),
+                                      [&](const ShownAxis& axis) { return OnOneLine(axis.label) == label; });
+    return isOfAxis ? NameOfKind(mark.kind, words) + words.Say(words.m_strComma) + label : label;
+}
+
 /// Marks of one name that follow each other make one sentence, and those of one figure are one. Those without a figure
 /// are borders that the classes' names tell.
 void Description::AddMarks() {
     const auto& marks = m_contents.marks;
     for (std::size_t first = 0; first < marks.size();) {
-        const std::string name = NameOfMark(marks[first], m_words);
+        const std::string name = NameOfMark(m_contents, marks[first], m_words);
         std::vector<std::string> figures;
-        for (; first < marks.size() && NameOfMark(marks[first], m_words) == name; ++first)
+        for (; first < marks.size() && NameOfMark(m_contents, marks[first], m_words) == name; ++first)
             if (figures.empty() || figures.back() != marks[first].text)
                 figures.push_back(OnOneLine(marks[first].text));
         std::erase(figures, "");

@@ -24,26 +24,39 @@ double SumOf(const ShownItem& item) {
                            [](double sum, const ShownFigure& figure) { return sum + figure.value; });
 }
 
+/// Of a character of U+3000 to U+9FFF or of full width, by its first byte: kana, Han and their signs.
+bool BeginsWide(char byte) {
+    const auto lead = static_cast<unsigned char>(byte);
+    return (lead >= 0xE3 && lead <= 0xE9) || lead == 0xEF;
+}
+
+bool EndsWide(const std::string& utf8) {
+    constexpr std::size_t kBytes = 3;
+    return utf8.size() >= kBytes && BeginsWide(utf8[utf8.size() - kBytes]);
+}
+
 } // namespace
 
 /// A hyphen before a line feed is there for that.
 std::string OnOneLine(const std::string& text) {
     std::string line;
-    bool isBroken = false; // within a word
-    for (const char letter : text) {
-        const bool isBlank = letter == ' ' || letter == '\n' || letter == '\r' || letter == '\t';
-        if (letter == '\n' && line.ends_with('-')) {
+    bool isPending = false; // a blank, once more follows
+    bool isBroken = false;  // within a word
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        const char letter = text[at];
+        if (letter == '\n')
+            isBroken = isBroken || line.ends_with('-') || (EndsWide(line) && !isPending);
+        if (letter == '\n' && line.ends_with('-'))
             line.pop_back();
-            isBroken = true;
+        if (letter == ' ' || letter == '\n' || letter == '\r' || letter == '\t') {
+            isPending = true;
+            continue;
         }
-        if (!isBlank)
-            line += letter;
-        else if (!line.empty() && line.back() != ' ' && !isBroken)
+        if (isPending && !line.empty() && !(isBroken && (!EndsWide(line) || BeginsWide(letter))))
             line += ' ';
-        isBroken = isBroken && isBlank;
+        isPending = isBroken = false;
+        line += letter;
     }
-    while (!line.empty() && line.back() == ' ')
-        line.pop_back();
     return line;
 }
 
@@ -67,6 +80,28 @@ bool IsRow(const Contents& contents) {
     const auto isMeasuredThere = [](const ShownSeries& series) { return series.axis == AxisSide::Bottom; };
     return std::any_of(contents.axes.begin(), contents.axes.end(), isBelow) &&
            std::none_of(contents.series.begin(), contents.series.end(), isMeasuredThere);
+}
+
+std::vector<const ShownItem*> EntriesOf(const Contents& contents) {
+    std::vector<int> figures(contents.series.size());
+    for (const ShownItem& item : contents.items)
+        for (const ShownFigure& figure : item.figures)
+            ++figures[static_cast<std::size_t>(figure.series)];
+    const bool isRow = std::any_of(figures.begin(), figures.end(), [](int count) { return count > 1; });
+    std::vector<const ShownItem*> entries;
+    for (const ShownItem& item : contents.items) {
+        const bool isBeside =
+            isRow && item.figures.size() == 1 && figures[static_cast<std::size_t>(item.figures.front().series)] == 1;
+        if (!isBeside)
+            entries.push_back(&item);
+    }
+    return entries;
+}
+
+std::string CaptionOf(const ShownItem& item, const std::vector<const ShownItem*>& entries) {
+    const std::string caption = OnOneLine(item.caption);
+    return caption.empty() ? std::to_string(std::find(entries.begin(), entries.end(), &item) - entries.begin() + 1)
+                           : caption;
 }
 
 /// Of a stack an item's number is the sum of several figures.
@@ -113,18 +148,20 @@ std::string SumText(const ShownItem& item) {
 }
 
 std::vector<ToldFigure> FiguresOf(const Contents& contents, std::size_t series) {
+    const std::vector<const ShownItem*> entries = EntriesOf(contents);
     std::vector<ToldFigure> figures;
     for (const ShownItem& item : contents.items)
         if (const ShownFigure* figure = FigureOfSeries(item, series); figure && Counts(item))
-            figures.push_back({OnOneLine(figure->text), figure->value, OnOneLine(item.caption)});
+            figures.push_back({OnOneLine(figure->text), figure->value, CaptionOf(item, entries)});
     return figures;
 }
 
 std::vector<ToldFigure> SumsOf(const Contents& contents) {
+    const std::vector<const ShownItem*> entries = EntriesOf(contents);
     std::vector<ToldFigure> sums;
     for (const ShownItem& item : contents.items)
         if (Counts(item))
-            sums.push_back({SumText(item), item.value, OnOneLine(item.caption)});
+            sums.push_back({SumText(item), item.value, CaptionOf(item, entries)});
     return sums;
 }
 

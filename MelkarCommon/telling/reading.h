@@ -12,7 +12,8 @@
 
 namespace melkar {
 
-/// Without line feeds and blanks at its ends: labels break where the picture has no room.
+/// Without line feeds and blanks at its ends: labels break where the picture has no room. Scripts without blanks get
+/// none.
 std::string OnOneLine(const std::string& text);
 
 /// As painted, or a word in its place.
@@ -22,6 +23,10 @@ std::string NameOfSeries(const Contents& contents, std::size_t series, const Des
 
 /// Whether items stand along an axis, from a first to a last one.
 bool IsRow(const Contents& contents);
+/// The items of a row. Those whose series have no other figure stand beside it: shares of a quadrant among its days.
+std::vector<const ShownItem*> EntriesOf(const Contents& contents);
+/// Its caption, or else its place among the entries, from 1.
+std::string CaptionOf(const ShownItem& item, const std::vector<const ShownItem*>& entries);
 /// Whether the figures of an item are parts of one sum.
 bool IsStack(const Contents& contents);
 /// Whether a figure counts: that of an excluded day doesn't, nor one that isn't to be taken for data.
@@ -43,7 +48,7 @@ std::string SumText(const ShownItem& item);
 struct ToldFigure {
     std::string text;
     double value;
-    std::string at; ///< caption of its item
+    std::string at; ///< caption of its item, or else its place
 };
 
 /// Figures that count, in the order of the items.

@@ -123,9 +123,10 @@ CRect CQuadrantDays::MarkAt(const Day& day) const {
     return {place.x - half, place.y - half, place.x + half, place.y + half};
 }
 
-// Days that aren't plotted are there without figures.
+// The picture names no day: its place among them stands for it. Days that aren't plotted are there without figures.
 melkar::ShownItem CQuadrantDays::DayShown(int day, int firstSeries) const {
     melkar::ShownItem item;
+    item.caption = std::to_string(day + 1);
     item.status = static_cast<long>(m_dwaStatus[day]);
     item.isMissing = item.status != 0;
     if (item.isMissing)

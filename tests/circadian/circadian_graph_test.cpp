@@ -125,11 +125,13 @@ TEST_F(CircadianGraph, WholeDay) {
 /// Areas and texts are those of the record of the whole day.
 TEST_F(CircadianGraph, TellsWhatItShows) {
     CCircadianGraph graph = MakeDay(0);
-    SetDay(graph, {});
+    Day day;
+    day.toroken = 1;
+    SetDay(graph, day);
     DrawRecorded(graph);
     const melkar::Contents shown = melkar::ShownBy(graph);
     EXPECT_EQ(shown.kind + "|" + shown.title + "|" + shown.unit, "day|02.03.2026|min");
-    EXPECT_THAT(shown.texts, ElementsAre("8123 steps 321 kcal  act 1987 kcal sport 2.5Ex"));
+    EXPECT_THAT(shown.texts, ElementsAre("8123 steps 321 kcal  act 1987 kcal sport 2.5Ex", "flagged"));
     EXPECT_THAT(shown.messages, IsEmpty()) << "a sheet has no days that could lack records";
     ASSERT_THAT(shown.items, SizeIs(9));
     EXPECT_EQ(shown.items[0].caption + "|" + shown.items[0].text + "|" + Figures(shown.items[0]),

@@ -101,9 +101,10 @@ TEST(Describe, PartsAndOtherScales) {
     Contents stack = Days({Item("a", {Figure(0, "1.5", 1.5), Figure(1, "2", 2)}, 3.5),
                            Item("b", {Figure(0, "3", 3), Figure(1, "4", 4)}, 7)});
     stack.series.push_back({"", 0, AxisSide::Left});
-    EXPECT_THAT(melkar::Describe(stack, kWords),
-                HasSubstr(" Total: highest 7 (b), lowest 3.5 (a), mean 5.2. steps: highest 3 (b), lowest 1.5 (a), mean "
-                          "2.2. Series 2: highest 4 (b), lowest 2 (a), mean 3."));
+    stack.axes[0].label = "mm Hg.";
+    EXPECT_THAT(melkar::Describe(stack, kWords), HasSubstr("0 to 100, mm Hg. Total: highest 7 (b), lowest 3.5 (a), "
+                                                           "mean 5.2. steps: highest 3 (b), lowest 1.5 (a), mean "
+                                                           "2.2. Series 2: highest 4 (b), lowest 2 (a), mean 3."));
     stack.items[0].value = 1.5; // of the bar, beside which the other one stands
     EXPECT_THAT(melkar::Describe(stack, kWords), Not(HasSubstr("Total")));
 }
@@ -127,6 +128,7 @@ TEST(Describe, Names) {
         {"nothing there", Item("Mar 4", {}, 0), "Mar 4: no figure"},
         {"a caption alone", Day("Mar 4", "", 5), "Mar 4"},
         {"a label in three lines", Day(" a\n bc-\n d", "5", 5), "a bcd: 5 steps"},
+        {"of a script without blanks", Day("平均\n摂取量\nkcal", "5", 5), "平均摂取量 kcal: 5 steps"},
     };
     for (const auto& [why, item, name] : cases)
         EXPECT_EQ(melkar::NameOf(Days({item}), item, kWords), name) << why;
@@ -205,12 +207,16 @@ TEST(Describe, PagesOfAReport) {
         EXPECT_THAT(json, HasSubstr(member));
 }
 
-/// A share of a quadrant is drawn by a count of days: no mean may be made of that.
+/// A share of a quadrant is drawn by a count of days: no mean may be made of that, and it is no day.
 TEST(Description, OneFigureOfASeriesHasNoMean) {
     Contents contents = Days({Item("Active", {Figure(0, "48.2%", 13)}, 13), Item("", {Figure(1, "10", 10)}, 10),
                               Item("", {Figure(1, "20", 20)}, 20), Item("", {}, 0, 1)});
     contents.series = {{"Active", 0, AxisSide::Left}, {"steps", 0, AxisSide::Left}};
+    contents.marks = {{melkar::MarkKind::Target, "steps", "15", 15, {}}};
     const std::string said = melkar::Describe(contents, kWords);
+    EXPECT_THAT(said, HasSubstr("Steps. 3 entries, 1 to 3."));
+    EXPECT_THAT(said, HasSubstr("highest 20 (2), lowest 10 (1)")) << "their places";
+    EXPECT_THAT(said, HasSubstr("Target, steps: 15.")) << "a label that only names the axis";
     EXPECT_THAT(said, HasSubstr("Active: 48.2%."));
     EXPECT_THAT(said, Not(HasSubstr("13")));
     EXPECT_THAT(said, HasSubstr("mean 15"));

@@ -5,8 +5,10 @@ pages go to the directory SHOTS. scripts/check-told calls it.
 """
 
 import csv
+import html
 import json
 import pathlib
+import re
 import subprocess
 import sys
 import tempfile
@@ -14,6 +16,7 @@ import tempfile
 import jsonschema
 
 import gallery
+import held
 from browser import Browser
 
 ROOT = gallery.ROOT
@@ -28,7 +31,14 @@ def tell(name, text):
 
 
 def melkar(picture, command, *options):
-    words = [word for word in picture.command(sys.argv[1], "-")[1:-2] if word != "--strict"]  # of draw alone
+    """Without what `draw` or `report` alone take."""
+    words = [word for word in picture.command(sys.argv[1], "-")[1:-2] if word != "--strict"]
+    if picture.is_report:
+        words = ["", picture.kind, "--base", f"{picture.app}/bin", "--section", picture.section, "--data", picture.data_path,
+                 *picture.options]
+    if picture.has_balloon:
+        at = words.index("--hover")
+        del words[at:at + 2]
     done = subprocess.run([sys.argv[1], command, *words[1:], *options], cwd=ROOT, capture_output=True, text=True)
     if done.returncode != 0 or done.stderr:
         tell(picture.file, f"melkar {command}: exit code {done.returncode}: {done.stderr.strip()}")
@@ -36,15 +46,14 @@ def melkar(picture, command, *options):
 
 
 def pictures():
-    """Those that the command draws."""
     _, chapters = gallery.read_gallery()
     for chapter in chapters:
         for row in chapter.figures.values():
-            yield from (one for one in row if not one.is_report and not one.has_balloon)
+            yield from row
 
 
 def items_of(shown):
-    return [item for part in shown.get("parts", [shown]) for item in part["items"]]
+    return [item for part in held.parts_of(shown) for item in part["items"]]
 
 
 def check_texts(picture, validator):
@@ -61,6 +70,34 @@ def check_texts(picture, validator):
     if len({len(row) for row in table}) > 1:
         tell(picture.file, "rows of the table have different lengths")
     return shown
+
+
+def check_report(picture, shown, work):
+    """What the pages say stands on them, in the file that is printed; its bookmarks lead to each picture."""
+    command = picture.command(sys.argv[1], work / "report.pdf")
+    subprocess.run(command, cwd=ROOT, check=True, stdout=subprocess.DEVNULL)
+    subprocess.run(["pdftohtml", "-q", "-i", "-xml", work / "report.pdf", work / "report"], check=True)
+    marked = html.unescape((work / "report.xml").read_text(encoding="utf-8"))
+    marks = re.findall(r'<item page="(\d+)">(.*)</item>', marked)
+    titles = [("1", shown["title"])]
+    for number, page in enumerate(shown["pages"], 1):
+        titles += [(str(number), picture["title"].strip()) for picture in page["pictures"]]
+        text = subprocess.run(["pdftotext", "-f", str(number), "-l", str(number), work / "report.pdf", "-"],
+                              check=True, capture_output=True, text=True).stdout
+        for finding in held.hold_page(page, text):
+            tell(picture.file, f"page {number}: {finding}")
+    if marks != titles:
+        tell(picture.file, f"its bookmarks are {marks}, not {titles}")
+
+
+def check_truth(picture):
+    """What it says is what is drawn, and what the data file has."""
+    if picture.kind == "image":  # says nothing
+        return
+    shown = json.loads(melkar(picture, "describe", "--json", "--record"))
+    record = melkar(picture, "draw", "--record")
+    for finding in held.hold(picture.kind, shown, record, picture.data_path and ROOT / picture.data_path):
+        tell(picture.file, finding)
 
 
 def captions_of(shown):
@@ -181,6 +218,10 @@ def main():
         for picture in pictures():
             shown = check_texts(picture, validator)
             count += 1
+            if picture.is_report:
+                check_report(picture, shown, pathlib.Path(folder))
+                continue
+            check_truth(picture)
             if picture.name in PAGES:
                 check_svg(picture, browser, pathlib.Path(folder), shown)
                 check_page(picture, browser, pathlib.Path(folder), shown, shots)

@@ -13,6 +13,7 @@
 
 #include <cerrno>
 #include <iostream>
+#include <sstream>
 
 namespace melkar::tool {
 namespace {
@@ -70,8 +71,6 @@ int DrawPixels(Chart& chart, Request& request, const char* format) {
                                                                                              : 0;
 }
 
-int DrawAs(const NoOutput&, Chart& chart, Request& request) { return DrawPixels(chart, request, nullptr); }
-
 int DrawAs(const PixelOutput& pixels, Chart& chart, Request& request) {
     return DrawPixels(chart, request, pixels.format.c_str());
 }
@@ -104,12 +103,20 @@ int DrawAs(PageFormat format, Chart& chart, Request& request) {
     return DeleteDC(page.release()) ? 0 : FailToWrite(request.out);
 }
 
-int DrawAs(const RecordOutput&, Chart& chart, Request& request) {
+/// @param out gets the record
+int DrawRecord(Chart& chart, Request& request, std::ostream& out) {
     const Surface record(CreateRecordingSurface(request.size.width, request.size.height, request.dpi));
     if (const long code = DrawDirect(chart, request, record.get()); code != 0)
         return FailWith(code, request.data);
-    std::cout << GetRecording(record.get());
+    out << GetRecording(record.get());
     return 0;
+}
+
+int DrawAs(const RecordOutput&, Chart& chart, Request& request) { return DrawRecord(chart, request, std::cout); }
+
+int DrawAs(const NoOutput&, Chart& chart, Request& request) {
+    std::ostringstream nowhere;
+    return request.isRecorded ? DrawRecord(chart, request, nowhere) : DrawPixels(chart, request, nullptr);
 }
 
 int DrawOutput(Chart& chart, Request& request) {

@@ -27,6 +27,7 @@ struct Request {
     std::optional<CPoint> hover; ///< the balloon of this point goes into the picture; pixels only
     std::optional<CPoint> click; ///< the day at this point is printed
     bool isWalked = false;       ///< an SVG page has parts to walk through
+    bool isRecorded = false;     ///< without an output: it is laid out as on a record, the same on every machine
     std::function<void(const std::vector<Contents>& parts)> shown; ///< is told what the picture shows
 };
 

@@ -25,6 +25,7 @@ struct DescribeOptions {
     PaperOptions paper;
     bool json = false;
     bool csv = false;
+    bool record = false;
 };
 
 void AddOptions(CLI::App& app, DescribeOptions& options) {
@@ -36,6 +37,7 @@ void AddOptions(CLI::App& app, DescribeOptions& options) {
     AddPaper(app, options.paper);
     CLI::Option* json = app.add_flag("--json", options.json, "All that it shows, as an object for programs");
     app.add_flag("--csv", options.csv, "The table alone, as comma-separated values")->excludes(json);
+    app.add_flag("--record", options.record, "Areas as in the record of the chart, the same on every machine");
     app.footer(
         KindList() + "  report           pages of a month, by samples/hosts/month_report.h\n\n" +
         Examples({
@@ -113,6 +115,7 @@ int RunDescribe(const DescribeOptions& options) {
     Request request;
     request.kind = &KindOf(options.chart);
     request.size = SizeOf(options.size);
+    request.isRecorded = options.record;
     request.shown = [&](const std::vector<Contents>& parts) {
         std::cout << (options.json  ? AsJson(request.kind->kind, parts)
                       : options.csv ? CsvOf(TableOf(parts, DescriptionWords()))

@@ -166,11 +166,10 @@ def check_hover(name, browser, parts):
             tell(name, f"the balloon of {parts[at]!r} is cut")
 
 
-def check_looks(name, browser):
-    browser.run((ROOT / "scripts/check-gallery.js").read_text(encoding="utf-8") + ";0")
-    browser.run("lookAt({contentDocument: document, contentWindow: window, clientWidth: innerWidth}, 'page')")
-    for finding in browser.run("[...findings]"):
-        tell(name, finding)
+def check_looks(name, browser, dark):
+    browser.run((ROOT / "scripts/look.js").read_text(encoding="utf-8") + ";0")
+    for fault in browser.run(f"faultsOf(document, '{'dark' if dark else 'light'}').faults"):
+        tell(name, fault)
 
 
 def check_page(picture, browser, work, shown, shots):
@@ -180,7 +179,7 @@ def check_page(picture, browser, work, shown, shots):
         asked = browser.open(page, width, 900, dark)
         if asked:
             tell(picture.file, f"the page asks for {asked}")
-        check_looks(picture.file, browser)
+        check_looks(picture.file, browser, dark)
         parts = check_names(picture.file, browser, shown)
         if parts:
             check_hover(picture.file, browser, parts)

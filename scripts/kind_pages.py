@@ -220,30 +220,43 @@ def lineage(class_name, interface):
 
 
 def cycles_of(class_name):
-    """The draw cycles that the sources of a class state: for each its steps, with what their results mean."""
+    """The draw cycles that the sources of a class state: for each its name and its steps, with what their results mean."""
     for path in ROOT.glob("MelkarCommon/*/*.cpp"):
         table = re.search(rf"^struct {class_name}::Cycle .*?^\}};", path.read_text(encoding="utf-8"), re.M | re.S)
         if table:
-            return [re.findall(r"&G::(\w+)(?:, (\w+)\})?", steps) for steps in re.findall(r" Step \w+\[\] = \{(.*?)\n? *\};", table[0], re.S)]
+            lists = re.findall(r" Step (\w+)\[\] = \{(.*?)\n? *\};", table[0], re.S)
+            cycles = [(name, re.findall(r"&G::(\w+)>?(?:, (\w+)\})?", steps)) for name, steps in lists]
+            return cycles if cycles and all(steps for _, steps in cycles) else gallery.fail(f"{path}: no steps are found in the cycle of {class_name}")
     return []
 
 
 MEANINGS = {"": "", "Needed": " If it fails, nothing more is painted.", "LastIfPainted": " If it painted something, it is the last."}
 
 
-def steps_of(kind, interface):
-    """The first cycle of the class, or of the first that it derives from and that has one."""
+def step_text(step, meaning, line):
+    """What a step does, as its class or one that this derives from has it."""
+    found = next((member for compound in line for member in compound.iter("memberdef")
+                  if member.findtext("name") == step and said_of(member)), None)
+    says = re.sub(r"\.? ?(Returns .*)?$", "", said_of(found)) if found is not None else ""
+    return f"`{step}`{': ' * bool(says)}{says}{'.' * bool(meaning)}{MEANINGS[meaning]}"
+
+
+def steps_of(kind, interface, kinds):
+    """The cycles of the class, or of the first that it derives from and that has some."""
     line = list(lineage(kind.class_name, interface))
-    owner = next((compound for compound in line if cycles_of(compound.findtext("compoundname"))), None)
-    if owner is None:
+    owners = [name for name in (compound.findtext("compoundname") for compound in line) if cycles_of(name)]
+    if not owners:
         return ""
-    text = f"## Draw steps\n\nThe cycle of `{owner.findtext('compoundname')}`, in the order of painting. A class that derives overrides those that are virtual.\n\n"
-    for number, (step, meaning) in enumerate(cycles_of(owner.findtext("compoundname"))[0], 1):
-        found = next((member for compound in line for member in compound.iter("memberdef")
-                      if member.findtext("name") == step and said_of(member)), None)
-        says = re.sub(r"\.? ?(Returns .*)?$", "", said_of(found)) if found is not None else ""
-        text += f"{number}. `{step}`{': ' * bool(says)}{says}{'.' * bool(meaning)}{MEANINGS[meaning]}\n"
-    return text + "\n"
+    owner = owners[0]
+    text = (f"## Draw steps\n\nWhat `{owner}` does in a drawing, in this order. A class that derives overrides the steps that are "
+            "virtual.\n\n")
+    cycles = cycles_of(owner)
+    for name, steps in cycles:
+        text += f"List `{name}`:\n\n" if len(cycles) > 1 else ""
+        text += "".join(f"{number}. {step_text(step, meaning, line)}\n" for number, (step, meaning) in enumerate(steps, 1)) + "\n"
+    base = next((other for other in kinds if other.class_name in owners[1:2] and other.name != kind.name), None)
+    return text + (f"`{base.class_name}`, which it derives from, has a list of its own: [{base.name}]({base.name}.md#draw-steps).\n\n"
+                   if base and owner == kind.class_name else "")
 
 
 def members_of(kind, interface, kinds):
@@ -310,7 +323,7 @@ def page(kind, kinds, chapters, interface, melkar, out):
     if kind.name != "image":
         text += below(ask(melkar, "keys", kind.name), "Keys")
         text += below(ask(melkar, "data", kind.name), "Data file") if kind.data else ""
-    return text + steps_of(kind, interface) + members_of(kind, interface, kinds) + more_pictures(kind, chapters, melkar, out)
+    return text + steps_of(kind, interface, kinds) + members_of(kind, interface, kinds) + more_pictures(kind, chapters, melkar, out)
 
 
 def read_kinds(listed):

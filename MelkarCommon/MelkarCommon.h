@@ -50,6 +50,7 @@
 #include <MelkarCommon/platform/page_words.h>
 #include <MelkarCommon/platform/printing.h>
 #include <MelkarCommon/platform/profile.h>
+#include <MelkarCommon/platform/running_step.h>
 #include <MelkarCommon/platform/scoped.h>
 #include <MelkarCommon/platform/surface.h>
 #include <MelkarCommon/platform/types.h>

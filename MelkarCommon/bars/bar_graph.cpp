@@ -86,22 +86,22 @@ struct CBarGraph::File : melkar::Columns<CBarGraph> {
 
 struct CBarGraph::Cycle : melkar::Steps<CBarGraph> {
     static constexpr Step steps[] = {
-        &G::ReadDataFile,
-        &G::GetGraphMeasure,
-        {&G::BeginCycle, Needed},
-        {&G::DrawNoRecordsMessage, LastIfPainted},
-        &G::FillCanvas,
-        &G::DrawCanvasMeasure,
-        &G::DrawBarChart,
-        &G::DrawCanvas,
-        &G::DrawTargetAverage,
-        &G::DrawValueOnBar,
-        &G::DrawDate,
-        &G::DrawVAxsLabel,
-        &G::DrawHAxsLabel,
-        &G::DrawSecExs,
-        &G::DrawNoDataMessage,
-        &G::DrawExcludeMessage,
+        Do<&G::ReadDataFile>,
+        Do<&G::GetGraphMeasure>,
+        {Do<&G::BeginCycle>, Needed},
+        {Do<&G::DrawNoRecordsMessage>, LastIfPainted},
+        Do<&G::FillCanvas>,
+        Do<&G::DrawCanvasMeasure>,
+        Do<&G::DrawBarChart>,
+        Do<&G::DrawCanvas>,
+        Do<&G::DrawTargetAverage>,
+        Do<&G::DrawValueOnBar>,
+        Do<&G::DrawDate>,
+        Do<&G::DrawVAxsLabel>,
+        Do<&G::DrawHAxsLabel>,
+        Do<&G::DrawSecExs>,
+        Do<&G::DrawNoDataMessage>,
+        Do<&G::DrawExcludeMessage>,
     };
 };
 

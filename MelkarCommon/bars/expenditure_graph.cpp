@@ -108,11 +108,11 @@ long CExpenditureGraph::ReadDataFile(char* path) {
 
 struct CExpenditureGraph::Cycle : melkar::Steps<CExpenditureGraph> {
     static constexpr Step steps[] = {
-        &G::ReadDataFile,      {&G::BeginCycle, Needed}, &G::FillCanvas,
-        &G::DrawAverageIntake, &G::DrawCanvasMeasure,    &G::DrawBarChart,
-        &G::DrawCanvas,        &G::DrawTargetAverage,    &G::DrawValueOnBar,
-        &G::DrawDate,          &G::DrawVAxsLabel,        &G::DrawHAxsLabel,
-        &G::DrawSecExs,
+        Do<&G::ReadDataFile>,      {Do<&G::BeginCycle>, Needed}, Do<&G::FillCanvas>,
+        Do<&G::DrawAverageIntake>, Do<&G::DrawCanvasMeasure>,    Do<&G::DrawBarChart>,
+        Do<&G::DrawCanvas>,        Do<&G::DrawTargetAverage>,    Do<&G::DrawValueOnBar>,
+        Do<&G::DrawDate>,          Do<&G::DrawVAxsLabel>,        Do<&G::DrawHAxsLabel>,
+        Do<&G::DrawSecExs>,
     };
 };
 

@@ -126,9 +126,10 @@ melkar::ScalePixels CSimulation::WeightScale() const {
 /// The plan comes behind the data file, whose scale it follows.
 struct CSimulation::Cycle : melkar::Steps<CSimulation> {
     static constexpr Step steps[] = {
-        &G::ReadDataFile,  &G::ReadPlan,        {&G::BeginCycle, Needed}, &G::FillCanvas,     &G::DrawCanvasMeasure,
-        &G::DrawBarChart,  &G::DrawWeightValue, &G::DrawCanvas,           &G::DrawValueOnBar, &G::DrawDate,
-        &G::DrawVAxsLabel, &G::DrawHAxsLabel,   &G::DrawSecExs,
+        Do<&G::ReadDataFile>,      Do<&G::ReadPlan>,     {Do<&G::BeginCycle>, Needed}, Do<&G::FillCanvas>,
+        Do<&G::DrawCanvasMeasure>, Do<&G::DrawBarChart>, Do<&G::DrawWeightValue>,      Do<&G::DrawCanvas>,
+        Do<&G::DrawValueOnBar>,    Do<&G::DrawDate>,     Do<&G::DrawVAxsLabel>,        Do<&G::DrawHAxsLabel>,
+        Do<&G::DrawSecExs>,
     };
 };
 

@@ -131,10 +131,10 @@ void CCircadianGraph::CalcLongestDay() {
 /// A day is worth showing even if a step of the first half failed.
 struct CCircadianGraph::Cycle : melkar::Steps<CCircadianGraph> {
     static constexpr Step steps[] = {
-        &G::BeginCycle,        {&G::DrawNoRecordsMessage, LastIfPainted},
-        &G::SetLeftRect,       &G::SetRightRect,
-        &G::DrawLeftGraph,     &G::DrawRightGraph,
-        &G::DrawNoDataMessage, &G::DrawExcludeMessage,
+        Do<&G::BeginCycle>,        {Do<&G::DrawNoRecordsMessage>, LastIfPainted},
+        Do<&G::SetLeftRect>,       Do<&G::SetRightRect>,
+        Do<&G::DrawLeftGraph>,     Do<&G::DrawRightGraph>,
+        Do<&G::DrawNoDataMessage>, Do<&G::DrawExcludeMessage>,
     };
 };
 

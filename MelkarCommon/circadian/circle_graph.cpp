@@ -86,11 +86,12 @@ long CCircleGraph::SetData(CStringArray* values) {
 
 struct CCircleGraph::Cycle : melkar::Steps<CCircleGraph> {
     static constexpr Step below[] = {
-        {&G::BeginCycle, Needed}, &G::DrawTitle, &G::PutLegendBelow, &G::SetCanvasRect, &G::DrawCircle, &G::DrawSecExs,
+        {Do<&G::BeginCycle>, Needed}, Do<&G::DrawTitle>,  Do<&G::PutLegendBelow>,
+        Do<&G::SetCanvasRect>,        Do<&G::DrawCircle>, Do<&G::DrawSecExs>,
     };
     static constexpr Step beside[] = {
-        {&G::BeginCycle, Needed}, &G::DrawTitle,  &G::PutLegendBeside,
-        &G::SetCanvasRect,        &G::DrawCircle, &G::DrawLegendUnlessExcluded,
+        {Do<&G::BeginCycle>, Needed}, Do<&G::DrawTitle>,  Do<&G::PutLegendBeside>,
+        Do<&G::SetCanvasRect>,        Do<&G::DrawCircle>, Do<&G::DrawLegendUnlessExcluded>,
     };
 };
 

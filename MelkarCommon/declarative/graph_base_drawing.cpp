@@ -72,8 +72,9 @@ CRect CGraphBase::GetNoteRect(CRect panel) const {
 }
 
 struct CGraphBase::Cycle : melkar::Steps<CGraphBase> {
-    static constexpr Step steps[] = {&G::ReadDataFile, {&G::PrepareCycle, Needed}, &G::DrawPanel};
-    static constexpr Step panel[] = {&G::FillPanel, &G::DrawPanelTitle, &G::DrawGraphArea, &G::DrawNotes};
+    static constexpr Step steps[] = {Do<&G::ReadDataFile>, {Do<&G::PrepareCycle>, Needed}, Do<&G::DrawPanel>};
+    static constexpr Step panel[] = {Do<&G::FillPanel>, Do<&G::DrawPanelTitle>, Do<&G::DrawGraphArea>,
+                                     Do<&G::DrawNotes>};
 };
 
 long CGraphBase::Draw(CRect area, char* path) { return melkar::RunCycle(*this, Cycle::steps, area, path); }

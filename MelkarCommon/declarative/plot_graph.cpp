@@ -45,7 +45,7 @@ CPlot CPlotGraph::Plot(int index) const {
 
 /// Behind the panel's own cycle, which has copied the picture out.
 struct CPlotGraph::Cycle : melkar::Steps<CPlotGraph> {
-    static constexpr Step plots[] = {&G::DrawPlots, &G::DrawJoins, &G::DrawRest};
+    static constexpr Step plots[] = {Do<&G::DrawPlots>, Do<&G::DrawJoins>, Do<&G::DrawRest>};
 };
 
 long CPlotGraph::Draw(CRect area, char* dataFile, char* plotFile) {

@@ -4,6 +4,7 @@
 #include <MelkarCommon/platform/geometry.h>
 #include <MelkarCommon/platform/host_directory.h>
 #include <MelkarCommon/platform/page_words.h>
+#include <MelkarCommon/platform/running_step.h>
 
 #include <cstddef>
 #include <cstdint>
@@ -23,8 +24,8 @@
 /// private:
 ///     struct Cycle : melkar::Steps<CThermometer> {
 ///         static constexpr Step steps[] = {
-///             &G::ReadDataFile, {&G::BeginCycle, Needed}, {&G::DrawNoRecordsMessage, LastIfPainted},
-///             &G::FillCanvas,   &G::DrawColumn,           &G::DrawScale,
+///             Do<&G::ReadDataFile>, {Do<&G::BeginCycle>, Needed}, {Do<&G::DrawNoRecordsMessage>, LastIfPainted},
+///             Do<&G::FillCanvas>,   Do<&G::DrawColumn>,           Do<&G::DrawScale>,
 ///         };
 ///     };
 /// };
@@ -47,6 +48,11 @@ enum class StepResult : std::uint8_t {
     LastIfPainted, ///< a message stands in for the steps that follow
 };
 
+namespace detail {
+/// An operation that tells its name.
+template <auto Operation> struct Named {};
+} // namespace detail
+
 /// One step: an operation of the class that takes nothing, the rectangle or the path. Virtual ones run as the object's
 /// class overrides them.
 template <class Graph> class Step {
@@ -61,15 +67,22 @@ public:
     /// @name Operations
     /// @{
 
-    /// The step that calls it; implicit, for a table lists operations.
+    /// The step that calls it, without a name; implicit, for a table lists operations.
     constexpr Step(Result step, StepResult meaning = Ignored) : m_operation(step), m_meaning(meaning) {}    // NOLINT
     constexpr Step(IntResult step, StepResult meaning = Ignored) : m_operation(step), m_meaning(meaning) {} // NOLINT
     constexpr Step(NoResult step) : m_operation(step), m_meaning(Ignored) {}                                // NOLINT
     constexpr Step(OnArea step, StepResult meaning = Ignored) : m_operation(step), m_meaning(meaning) {}    // NOLINT
     constexpr Step(OfFile step, StepResult meaning = Ignored) : m_operation(step), m_meaning(meaning) {}    // NOLINT
+    /// The same with the name of the operation: `Do<&G::DrawScale>` of `Steps`.
+    template <auto Operation> constexpr Step(detail::Named<Operation>, StepResult meaning = Ignored) // NOLINT
+        : Step(Operation) {
+        m_meaning = meaning;
+        m_name = detail::NameOfOperation<Operation>();
+    }
     /// @}
 
     StepResult Meaning() const { return m_meaning; } ///< of its result
+    const StepName& Name() const { return m_name; }  ///< empty if the table has none
 
     /// Calls the operation. @return its result; 0 of one that has none
     long Run(Graph& graph, const CycleInput& input) const {
@@ -88,21 +101,25 @@ private:
 
     std::variant<Result, IntResult, NoResult, OnArea, OfFile> m_operation;
     StepResult m_meaning;
+    StepName m_name;
 };
 
 /// Names for the table of one class, which derives from it.
 template <class Graph> struct Steps {
-    using G = Graph;                                                       ///< the class, for `&G::Operation`
-    using Step = melkar::Step<Graph>;                                      ///< a row of the table
-    static constexpr StepResult Needed = StepResult::Needed;               ///< see `StepResult`
-    static constexpr StepResult LastIfPainted = StepResult::LastIfPainted; ///< likewise
+    using G = Graph;                                                          ///< the class, for `&G::Operation`
+    using Step = melkar::Step<Graph>;                                         ///< a row of the table
+    template <auto Operation> static constexpr detail::Named<Operation> Do{}; ///< a step that calls it, by name
+    static constexpr StepResult Needed = StepResult::Needed;                  ///< see `StepResult`
+    static constexpr StepResult LastIfPainted = StepResult::LastIfPainted;    ///< likewise
 };
 
 /// Runs a table of steps, one after the other. @return 0, or the result of a needed step that failed
 template <class Graph, std::size_t Count>
 long RunSteps(Graph& graph, const Step<Graph> (&steps)[Count], const CycleInput& input = {}) {
     const HostDirectory here(detail::HostOf(graph, 0));
+    StepScope scope;
     for (const Step<Graph>& step : steps) {
+        scope.Enter(&step.Name());
         const long result = step.Run(graph, input);
         if (result == kOk || step.Meaning() == StepResult::Ignored)
             continue;

@@ -108,10 +108,10 @@ long CGraph::ReadIniFile(char* path) {
 melkar::ClassKeys CGraph::ProfileKeys() { return {"CGraph", melkar::InfoOf(KeyRows::rows)}; }
 
 struct CGraph::Cycle : melkar::Steps<CGraph> {
-    static constexpr Step whole[] = {{&G::BeginCycle, Needed}};
+    static constexpr Step whole[] = {{Do<&G::BeginCycle>, Needed}};
     static constexpr Step firstHalf[] = {
-        &G::FillGraph,     &G::DrawSideBar,          &G::DrawTitle,         &G::SetCanvasRect,
-        &G::JudgeStatuses, &G::DrawNoRecordsMessage, &G::DrawNoDataMessage, &G::DrawExcludeMessage,
+        Do<&G::FillGraph>,     Do<&G::DrawSideBar>,          Do<&G::DrawTitle>,         Do<&G::SetCanvasRect>,
+        Do<&G::JudgeStatuses>, Do<&G::DrawNoRecordsMessage>, Do<&G::DrawNoDataMessage>, Do<&G::DrawExcludeMessage>,
     };
 };
 

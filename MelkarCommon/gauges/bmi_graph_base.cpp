@@ -69,7 +69,8 @@ long CBMIGraph_Base::ReadDataFile(char* path) {
 // On a working surface the rectangle of the graph stays at the surface's origin, where the frame has put it: the figure
 // shows wherever the picture lands. Under direct output it is the one given.
 struct CBMIGraph_Base::Cycle : melkar::Steps<CBMIGraph_Base> {
-    static constexpr Step steps[] = {&G::BeginCycle, &G::ReadDataFile, &G::DrawCanvas, &G::DrawValue, &G::DrawTitle};
+    static constexpr Step steps[] = {Do<&G::BeginCycle>, Do<&G::ReadDataFile>, Do<&G::DrawCanvas>, Do<&G::DrawValue>,
+                                     Do<&G::DrawTitle>};
 };
 
 long CBMIGraph_Base::Draw(CRect area, char* path) {

@@ -207,9 +207,12 @@ long CSquareGraph::ReadDataFile(char* path) {
 
 struct CSquareGraph::Cycle : melkar::Steps<CSquareGraph> {
     static constexpr Step steps[] = {
-        &G::ReadDataFile,  &G::GetGraphMeasure,   {&G::BeginCycle, Needed}, {&G::DrawNoRecordsMessage, LastIfPainted},
-        &G::DrawCanvas,    &G::DrawTargetAverage, &G::DrawPoints,           &G::DrawVAxsLabel,
-        &G::DrawHAxsLabel, &G::DrawSecExs,        &G::DrawNoDataMessage,    &G::DrawExcludeMessage,
+        Do<&G::ReadDataFile>,         Do<&G::GetGraphMeasure>,
+        {Do<&G::BeginCycle>, Needed}, {Do<&G::DrawNoRecordsMessage>, LastIfPainted},
+        Do<&G::DrawCanvas>,           Do<&G::DrawTargetAverage>,
+        Do<&G::DrawPoints>,           Do<&G::DrawVAxsLabel>,
+        Do<&G::DrawHAxsLabel>,        Do<&G::DrawSecExs>,
+        Do<&G::DrawNoDataMessage>,    Do<&G::DrawExcludeMessage>,
     };
 };
 

@@ -107,7 +107,7 @@ int CReport::CalcRects() {
 }
 
 struct CReport::Cycle : melkar::Steps<CReport> {
-    static constexpr Step steps[] = {&G::DrawHeader, &G::DrawGraphs, &G::DrawFooter};
+    static constexpr Step steps[] = {Do<&G::DrawHeader>, Do<&G::DrawGraphs>, Do<&G::DrawFooter>};
 };
 
 int CReport::Draw() {

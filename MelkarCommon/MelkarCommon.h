@@ -53,6 +53,7 @@
 #include <MelkarCommon/platform/running_step.h>
 #include <MelkarCommon/platform/scoped.h>
 #include <MelkarCommon/platform/surface.h>
+#include <MelkarCommon/platform/tracing.h>
 #include <MelkarCommon/platform/types.h>
 #include <MelkarCommon/quadrant/square_graph.h>
 #include <MelkarCommon/registry/catalogue.h>

@@ -1,5 +1,7 @@
 #include <MelkarCommon/bars/bar_graph.h>
 #include <MelkarCommon/bars/step_graph.h>
+#include <MelkarCommon/platform/tests/surface.h>
+#include <MelkarCommon/platform/tracing.h>
 #include <MelkarCommon/registry/catalogue.h>
 #include <MelkarCommon/registry/data_check.h>
 #include <MelkarCommon/registry/data_reference.h>
@@ -117,6 +119,36 @@ TEST_F(Examples, TakeTheColourOfTexts) {
         if (std::string(row.kind) == "bar") {
             EXPECT_EQ(RecordOf(row, with("OWN", "1,2,3"), TRANSPARENT), after) << "of one graph alone";
         }
+    }
+}
+
+/// Each operation of each kind is of a step, and the last one that draws on a pixel gave it the colour that it has in
+/// the picture, which is drawn on a working surface and copied.
+TEST_F(Examples, AreTracedToTheirSteps) {
+    constexpr int kWidth = 900;
+    constexpr int kHeight = 500;
+    for (const melkar::KindRow& row : melkar::Catalogue()) {
+        if (!row.make)
+            continue;
+        std::string data = Prepare(row, melkar::StarterProfile(row.kind, "OWN"));
+        const Surface trace(CreateTracingSurface(kWidth, kHeight));
+        const Surface pixels(CreateMemorySurface(kWidth, kHeight));
+        for (const HDC surface : {HDC(trace), HDC(pixels)}) {
+            const auto graph = row.make(nullptr, surface, "OWN", surface, nullptr, nullptr);
+            graph->SetDirectOutput(surface == trace ? 1 : 0);
+            EXPECT_EQ(graph->Draw({0, 0, kWidth, kHeight}, data.data()), 0) << row.kind;
+        }
+        EXPECT_FALSE(melkar::TraceOf(trace).empty()) << row.kind;
+        for (const auto& [text, step] : melkar::TraceOf(trace))
+            EXPECT_TRUE(step.owner.starts_with("C") && step.operation.size() > 3) << row.kind << ": " << text;
+        for (int y = 3; y < kHeight; y += 61)
+            for (int x = 3; x < kWidth; x += 89) {
+                const auto layers = melkar::LayersAt(trace, {x, y});
+                const COLORREF color = layers.empty() ? melkar::kWhite : layers.back().color;
+                const std::uint32_t pixel = pixels.At(x, y);
+                EXPECT_EQ(color, RGB(pixel >> 16U & 0xFFU, pixel >> 8U & 0xFFU, pixel & 0xFFU))
+                    << row.kind << " " << x << "," << y;
+            }
     }
 }
 

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <span>
 
 using namespace melkar;
 
@@ -68,6 +69,16 @@ BOOL CopyPixels(HDC to, Backend& backend, double scale, PixelPicture& from, Copy
     return TRUE;
 }
 
+/// Calls play(operation, backend) for each in the step that drew it.
+template <class Play>
+void PlayInSteps(const RecordPicture& from, RecordPicture& to, std::span<const RecordedOp> ops, const Play& play) {
+    StepScope scope;
+    for (std::size_t i = 0; i < ops.size(); ++i) {
+        scope.Enter(from.StepOf(i));
+        play(ops.subspan(i, 1), to.Drawing());
+    }
+}
+
 /// Plays what was recorded again on `to`, at the copy's place. Onto itself or to and fro between two, a record would
 /// double with each copy: in place it is left as it is, elsewhere the copy ends at `kMostOps`.
 BOOL CopyRecord(HDC to, Backend& backend, const RecordPicture& from, Copy copy) {
@@ -83,7 +94,13 @@ BOOL CopyRecord(HDC to, Backend& backend, const RecordPicture& from, Copy copy) 
     const std::vector<RecordedOp> ops = from.Ops(); // a copy: `to` may be the same surface
     if (record)
         record->Mark({copy.target, copy.source});
-    Replay(ops, backend, copy.source, {copy.target.left, copy.target.top}, to->Bounds());
+    const auto play = [&](std::span<const RecordedOp> some, Backend& on) {
+        Replay(some, on, copy.source, {copy.target.left, copy.target.top}, to->Bounds());
+    };
+    if (record && record->KeepsSteps() && from.KeepsSteps())
+        PlayInSteps(from, *record, ops, play);
+    else
+        play(ops, backend);
     return TRUE;
 }
 

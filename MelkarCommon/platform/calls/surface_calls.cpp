@@ -10,6 +10,7 @@
 #include <MelkarCommon/platform/seam/pixel_grid.h>
 #include <MelkarCommon/platform/surface.h>
 #include <MelkarCommon/platform/surfaces/surface_state.h>
+#include <MelkarCommon/platform/tracing.h>
 
 #include <algorithm>
 #include <cstddef>
@@ -69,6 +70,12 @@ HDC MakePage(std::unique_ptr<PageFile> page, DeviceSize size, int dpi) {
     return new HDC__({PaperDevice(), dpi, size}, std::in_place_type<PageTarget>, PageTarget{std::move(page), size});
 }
 
+HDC MakeRecordSurface(const Device& device, Steps steps) {
+    if (!IsPictureSize(device.size.width, device.size.height) || device.dpi < 1)
+        return nullptr;
+    return OrFailure([&] { return MakeSurface(MakeRecordBitmap(device.size, kWhite, Owner::Surface, steps), device); });
+}
+
 /// The pixels that a surface draws on, if any.
 PixelPicture* SeenPixels(HDC surface) {
     Picture* picture = IsSurface(surface) ? surface->Shown() : nullptr;
@@ -92,12 +99,11 @@ HDC WrapScaledPixels(void* pixels, int width, int height, int strideBytes, doubl
 }
 
 HDC CreateRecordingSurface(int width, int height, int dpi) {
-    if (!IsPictureSize(width, height) || dpi < 1)
-        return nullptr;
-    return OrFailure([&] {
-        const Device device{RecordDevice(), dpi, {width, height}};
-        return MakeSurface(MakeRecordBitmap(device.size, kWhite, Owner::Surface), device);
-    });
+    return MakeRecordSurface({RecordDevice(), dpi, {width, height}}, Steps::Drop);
+}
+
+HDC CreateTracingSurface(int width, int height, int dpi) {
+    return MakeRecordSurface({TraceDevice(), dpi, {width, height}}, Steps::Keep);
 }
 
 HDC CreatePageSurface(const char* path, PageFormat format, int width, int height, int dpi) {

@@ -53,15 +53,21 @@ struct RecordedOp {
 
 /// What becomes of the masks of texts: kept, they bind a record to the thread that draws it.
 enum class Masks : std::uint8_t { Drop, Keep };
+/// What becomes of operations of which nothing shows any longer, since a fill covers all of the surface.
+enum class Covered : std::uint8_t { Drop, Keep };
 
 /// Keeps the verbs in `ops`, which someone else owns and which outlives the backend.
 std::unique_ptr<Backend> MakeRecordingBackend(std::vector<RecordedOp>& ops, int width, int height,
-                                              Masks masks = Masks::Drop);
+                                              Masks masks = Masks::Drop, Covered covered = Covered::Drop);
 /// Lets the masks go: from now on any thread may play it.
 void DropMasks(std::vector<RecordedOp>& ops);
 
 /// The record as text, one operation a line, one segment a line of a polyline.
 std::string FormatRecording(const std::vector<RecordedOp>& ops);
+/// Those of one operation.
+std::vector<std::string> LinesOf(const RecordedOp& op);
+/// What the lines of an operation stand for: the segments of a polyline that show, else itself.
+std::vector<RecordedOp> PartsOf(const RecordedOp& op);
 
 /// Plays the part of a record that lies in `source` onto `to`, so that `source`'s corner lands on `at`; clipped to that
 /// part. The clip of `to` is `whole` afterwards.

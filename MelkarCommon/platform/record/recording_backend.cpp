@@ -21,8 +21,8 @@ bool SameSize(const RECT& a, const RECT& b) {
 
 class RecordingBackend final : public Backend {
 public:
-    RecordingBackend(std::vector<RecordedOp>& ops, int width, int height, Masks masks)
-        : m_ops(ops), m_whole{0, 0, width, height}, m_clip(m_whole), m_masks(masks) {}
+    RecordingBackend(std::vector<RecordedOp>& ops, int width, int height, Masks masks, Covered covered)
+        : m_ops(ops), m_whole{0, 0, width, height}, m_clip(m_whole), m_masks(masks), m_covered(covered) {}
 
     void SetClip(const RECT& clip) override {
         m_clip = ClipBox(ToBox(clip), m_whole);
@@ -33,7 +33,7 @@ public:
         const RECT cut = m_narrow ? ClipBox(ToBox(rect), m_clip) : rect;
         if (IsEmptyRect(cut))
             return;
-        if (Covers(cut, m_whole))
+        if (Covers(cut, m_whole) && m_covered == Covered::Drop)
             DropCovered();
         m_ops.push_back({Fill{cut, color}});
     }
@@ -68,6 +68,7 @@ private:
     RECT m_whole;
     RECT m_clip;
     Masks m_masks;
+    Covered m_covered;
     bool m_narrow = false; ///< part of the surface lies outside of the clip
 };
 
@@ -209,8 +210,9 @@ template <class Play> void PlayAt(Backend& to, const RECT& source, POINT at, con
 
 } // namespace
 
-std::unique_ptr<Backend> MakeRecordingBackend(std::vector<RecordedOp>& ops, int width, int height, Masks masks) {
-    return std::make_unique<RecordingBackend>(ops, width, height, masks);
+std::unique_ptr<Backend> MakeRecordingBackend(std::vector<RecordedOp>& ops, int width, int height, Masks masks,
+                                              Covered covered) {
+    return std::make_unique<RecordingBackend>(ops, width, height, masks, covered);
 }
 
 void DropMasks(std::vector<RecordedOp>& ops) {

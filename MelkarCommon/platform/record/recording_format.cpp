@@ -4,6 +4,7 @@
 #include <MelkarCommon/platform/values/number_text.h>
 
 #include <numbers>
+#include <sstream>
 #include <string_view>
 
 /// @file
@@ -170,13 +171,19 @@ void EndLine(Words& words, const RecordedOp& op) {
     words.Break();
 }
 
-/// Each segment as if it had been drawn alone; those beside the clip are left out.
-void FormatPolyline(Words& words, const StrokePolylineOp& lines, const RECT& clip) {
+/// Calls take(segment) for each, as if it had been drawn alone; those beside the clip are left out.
+template <class Take> void ForEachShown(const StrokePolylineOp& lines, const RECT& clip, const Take& take) {
     ForEachSegment(lines.points, lines.stroke, [&](POINT from, POINT to, const Stroke& stroke) {
         const RecordedOp alone{StrokePolylineOp{{from, to}, stroke}, clip};
-        if (!IsEmptyRect(clip) && IsEmptyRect(ClipBox(BoxOf(alone), clip)))
-            return;
-        FormatSegment(words, from, to, stroke);
+        if (IsEmptyRect(clip) || !IsEmptyRect(ClipBox(BoxOf(alone), clip)))
+            take(alone);
+    });
+}
+
+void FormatPolyline(Words& words, const StrokePolylineOp& lines, const RECT& clip) {
+    ForEachShown(lines, clip, [&](const RecordedOp& alone) {
+        const auto& [points, stroke] = std::get<StrokePolylineOp>(alone.verb);
+        FormatSegment(words, points.front(), points.back(), stroke);
         EndLine(words, alone);
     });
 }
@@ -210,6 +217,23 @@ std::string FormatRecording(const std::vector<RecordedOp>& ops) {
     for (const RecordedOp& op : ops)
         FormatOp(words, op);
     return text;
+}
+
+std::vector<std::string> LinesOf(const RecordedOp& op) {
+    std::istringstream text(FormatRecording({op}));
+    std::vector<std::string> lines;
+    for (std::string line; std::getline(text, line);)
+        lines.push_back(line);
+    return lines;
+}
+
+std::vector<RecordedOp> PartsOf(const RecordedOp& op) {
+    const auto* lines = std::get_if<StrokePolylineOp>(&op.verb);
+    if (lines == nullptr)
+        return {op};
+    std::vector<RecordedOp> parts;
+    ForEachShown(*lines, op.clip, [&](const RecordedOp& alone) { parts.push_back(alone); });
+    return parts;
 }
 
 } // namespace melkar

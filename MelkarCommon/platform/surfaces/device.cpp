@@ -16,6 +16,7 @@ TextMedium TextsOf(const Device& device) {
                           [](const ScreenDevice&) { return TextMedium::Pixels; },
                           [](const PaperDevice&) { return TextMedium::Page; },
                           [](const RecordDevice&) { return TextMedium::Fixed; },
+                          [](const TraceDevice&) { return TextMedium::Pixels; },
                       },
                       device.kind);
 }
@@ -26,6 +27,7 @@ int LeastPenWidth(const Device& device) {
                           [](const ScreenDevice&) { return 1; },
                           [&](const PaperDevice&) { return halfPoint; },
                           [](const RecordDevice&) { return 1; },
+                          [](const TraceDevice&) { return 1; },
                       },
                       device.kind);
 }

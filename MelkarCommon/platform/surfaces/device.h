@@ -25,11 +25,13 @@ struct ScreenDevice {
 struct PaperDevice {};
 /// A list of operations, the same on every machine.
 struct RecordDevice {};
+/// A list of the operations that a screen would get, with the steps that drew them.
+struct TraceDevice {};
 
 /// What a surface is or, of a memory surface, what it suits; compatible surfaces and bitmaps take it over. What a
 /// memory surface draws on may be of another kind: a screen's draws on a bitmap that suits a page, if that is selected.
 struct Device {
-    std::variant<ScreenDevice, PaperDevice, RecordDevice> kind;
+    std::variant<ScreenDevice, PaperDevice, RecordDevice, TraceDevice> kind;
     int dpi = kScreenDpi;
     DeviceSize size{0, 0};
 };
@@ -37,5 +39,6 @@ struct Device {
 TextMedium TextsOf(const Device& device);
 /// In device units.
 int LeastPenWidth(const Device& device);
+inline bool IsTraced(const Device& device) { return std::holds_alternative<TraceDevice>(device.kind); }
 
 } // namespace melkar

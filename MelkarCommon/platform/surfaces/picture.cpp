@@ -165,7 +165,12 @@ BITMAP PixelPicture::Description() const {
 
 Backend& RecordPicture::Drawing() {
     if (m_backend == nullptr)
-        m_backend = MakeRecordingBackend(m_ops, m_size.width, m_size.height);
+        m_backend = MakeRecordingBackend(m_ops, m_size.width, m_size.height, Masks::Drop,
+                                         KeepsSteps() ? Covered::Keep : Covered::Drop);
+    if (KeepsSteps()) {
+        m_stepOf.resize(m_ops.size(), m_drawing);
+        m_drawing = RunningStep();
+    }
     return *m_backend;
 }
 
@@ -173,6 +178,8 @@ void RecordPicture::Recover(std::size_t count) {
     m_backend.reset();
     if (count < m_ops.size())
         m_ops.erase(m_ops.begin() + static_cast<std::ptrdiff_t>(count), m_ops.end());
+    if (count < m_stepOf.size())
+        m_stepOf.resize(count);
 }
 
 OwnPixels PixelsFor(DeviceSize size, double scale) {
@@ -194,8 +201,8 @@ std::unique_ptr<Bitmap> MakePixelBitmap(DeviceSize size, double scale, COLORREF 
     return std::make_unique<Bitmap>(owner, std::in_place_type<PixelPicture>, std::move(pixels), ToColor(color));
 }
 
-std::unique_ptr<Bitmap> MakeRecordBitmap(DeviceSize size, COLORREF ground, Owner owner) {
-    return std::make_unique<Bitmap>(owner, std::in_place_type<RecordPicture>, size, ToColor(ground));
+std::unique_ptr<Bitmap> MakeRecordBitmap(DeviceSize size, COLORREF ground, Owner owner, Steps steps) {
+    return std::make_unique<Bitmap>(owner, std::in_place_type<RecordPicture>, size, ToColor(ground), steps);
 }
 
 namespace {
@@ -211,15 +218,17 @@ std::unique_ptr<Bitmap> MakeDraftBitmap(DeviceSize size) {
 } // namespace
 
 std::unique_ptr<Bitmap> MakeSuitingBitmap(const Device& device, DeviceSize size) {
-    return std::visit(Overloaded{
-                          [&](const ScreenDevice& screen) {
-                              return screen.scale == 1 ? MakeDraftBitmap(size)
-                                                       : MakePixelBitmap(size, screen.scale, kBlack, Owner::Caller);
-                          },
-                          [&](const PaperDevice&) { return MakeRecordBitmap(size, kBlack, Owner::Caller); },
-                          [&](const RecordDevice&) { return MakeRecordBitmap(size, kBlack, Owner::Caller); },
-                      },
-                      device.kind);
+    return std::visit(
+        Overloaded{
+            [&](const ScreenDevice& screen) {
+                return screen.scale == 1 ? MakeDraftBitmap(size)
+                                         : MakePixelBitmap(size, screen.scale, kBlack, Owner::Caller);
+            },
+            [&](const PaperDevice&) { return MakeRecordBitmap(size, kBlack, Owner::Caller); },
+            [&](const RecordDevice&) { return MakeRecordBitmap(size, kBlack, Owner::Caller); },
+            [&](const TraceDevice&) { return MakeRecordBitmap(size, kBlack, Owner::Caller, Steps::Keep); },
+        },
+        device.kind);
 }
 
 DeviceSize SizeOf(const Picture& picture) {

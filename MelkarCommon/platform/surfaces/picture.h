@@ -3,6 +3,7 @@
 #include <MelkarCommon/platform/pixels/pending_fill.h>
 #include <MelkarCommon/platform/pixels/pixel_memory.h>
 #include <MelkarCommon/platform/record/record.h>
+#include <MelkarCommon/platform/running_step.h>
 #include <MelkarCommon/platform/surfaces/device.h>
 #include <MelkarCommon/platform/surfaces/draft.h>
 #include <MelkarCommon/platform/surfaces/objects.h>
@@ -87,18 +88,25 @@ private:
     std::unique_ptr<Backend> m_backend; ///< made when something is drawn
 };
 
+/// Whether the operations of a record know the steps of the cycle that drew them.
+enum class Steps : std::uint8_t { Drop, Keep };
+
 /// The operations drawn on it, to be played where it is copied: a page or a record stays vector.
 class RecordPicture {
 public:
     /// @param ground what it is where nothing is drawn, if it has to become pixels
-    RecordPicture(DeviceSize size, Color ground) : m_size(size), m_ground(ground) {}
+    RecordPicture(DeviceSize size, Color ground, Steps steps) : m_size(size), m_ground(ground), m_steps(steps) {}
     RecordPicture(const RecordPicture&) = delete;
     RecordPicture& operator=(const RecordPicture&) = delete;
 
     DeviceSize Size() const { return m_size; }
     Color Ground() const { return m_ground; }
+    /// For a call that draws, in the step that it is in.
     Backend& Drawing();
     const std::vector<RecordedOp>& Ops() const { return m_ops; }
+    bool KeepsSteps() const { return m_steps == Steps::Keep; }
+    /// Which drew the operation; null outside of all steps.
+    const StepName* StepOf(std::size_t op) const { return op < m_stepOf.size() ? m_stepOf[op] : m_drawing; }
     void Mark(const CopyMark& mark) { m_ops.push_back({mark}); }
     /// Drawing failed in the middle: the operations behind the first `count` go, the backend is made anew.
     void Recover(std::size_t count);
@@ -106,8 +114,11 @@ public:
 private:
     DeviceSize m_size;
     Color m_ground;
+    Steps m_steps;
     std::vector<RecordedOp> m_ops;
-    std::unique_ptr<Backend> m_backend; ///< made when something is drawn
+    std::vector<const StepName*> m_stepOf; ///< the operations, but for those of the last call
+    const StepName* m_drawing = nullptr;   ///< in the last call
+    std::unique_ptr<Backend> m_backend;    ///< made when something is drawn
 };
 
 using Picture = std::variant<NoPicture, PixelPicture, RecordPicture>;
@@ -131,7 +142,7 @@ OwnPixels PixelsFor(DeviceSize size, double scale);
 std::unique_ptr<Bitmap> MakeSuitingBitmap(const Device& device, DeviceSize size);
 /// Of one colour, with `scale` pixels a unit. Null without memory for them, or if they are too many.
 std::unique_ptr<Bitmap> MakePixelBitmap(DeviceSize size, double scale, COLORREF color, Owner owner);
-std::unique_ptr<Bitmap> MakeRecordBitmap(DeviceSize size, COLORREF ground, Owner owner);
+std::unique_ptr<Bitmap> MakeRecordBitmap(DeviceSize size, COLORREF ground, Owner owner, Steps steps = Steps::Drop);
 
 DeviceSize SizeOf(const Picture& picture);
 /// Null without room.

@@ -25,9 +25,21 @@ RECT HDC__::Bounds() const {
 
 void HDC__::FlushLines() {
     if (lines.AreWaiting())
+        DrawLines();
+    lines.Forget();
+}
+
+/// Of what is traced they are of the step that began them: they may have waited until another one.
+void HDC__::DrawLines() {
+    const auto draw = [this] {
         if (Backend* backend = DrawingOn(target))
             lines.Draw(*backend);
-    lines.Forget();
+    };
+    if (!IsTraced(device))
+        return draw();
+    StepScope scope;
+    scope.Enter(linesStep);
+    draw();
 }
 
 bool HDC__::AddLine(POINT from, POINT to) {
@@ -35,6 +47,8 @@ bool HDC__::AddLine(POINT from, POINT to) {
     if (!lines.GoOnAt(from, look)) {
         if (Drawing() == nullptr)
             return false;
+        if (IsTraced(device))
+            linesStep = RunningStep();
         lines.Begin(from, look, StrokeOf(*this, *pen), IsExposed(target));
     } else if (lines.AreMany()) {
         lines.DrawAndGoOn(*DrawingOn(target));

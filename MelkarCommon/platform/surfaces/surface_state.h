@@ -35,6 +35,7 @@ struct HDC__ : melkar::HandleHead, melkar::InHandleMemory<melkar::ObjectKind::Su
     std::size_t AddMore(std::span<const POINT> points);
     void FlushLines();
     melkar::LineLook LineLookNow() const { return {pen->style, pen->width, pen->color, bkMode, bkColor}; }
+    void DrawLines();
     /// The face of the font; one without a height is as large as 12 pixels are at 96 dpi. Looked up each time and never
     /// kept: a face is its thread's, a surface may go to another.
     std::shared_ptr<melkar::TextFace> Face() const;
@@ -50,6 +51,7 @@ struct HDC__ : melkar::HandleHead, melkar::InHandleMemory<melkar::ObjectKind::Su
     int bkMode = OPAQUE;
 
     melkar::WaitingLines lines;
+    const melkar::StepName* linesStep = nullptr; ///< that began them, if the surface is traced
     POINT position{0, 0};
 };
 

@@ -9,6 +9,7 @@
 #include <MelkarCommon/platform/host_surfaces.h>
 #include <MelkarCommon/platform/printing.h>
 #include <MelkarCommon/platform/tests/framed.h>
+#include <MelkarCommon/platform/tracing.h>
 
 #include <gtest/gtest.h>
 
@@ -219,6 +220,20 @@ line 250,200 265,222 #C85014 w6
 line 265,222 280,200 #C85014 w6
 line 280,200 295,222 #C85014 w6
 )");
+}
+
+/// What drew on a pixel last has given it the colour that it has in the picture, edges and glyphs included.
+TEST_F(EveryCall, IsTracedToEachPixel) {
+    constexpr int kApart = 5;
+    const Surface trace(CreateTracingSurface(kWidth, kHeight));
+    DrawOn(trace);
+    for (int y = 0; y < kHeight; y += kApart)
+        for (int x = 0; x < kWidth; x += kApart) {
+            const std::vector<melkar::PixelLayer> layers = melkar::LayersAt(trace, {x, y});
+            const COLORREF color = layers.empty() ? melkar::kWhite : layers.back().color;
+            const std::uint32_t pixel = m_pixels.At(x, y);
+            ASSERT_EQ(color, RGB(pixel >> 16U & 0xFFU, pixel >> 8U & 0xFFU, pixel & 0xFFU)) << x << "," << y;
+        }
 }
 
 TEST_F(EveryCall, FitsMemoryOfTheHost) {

@@ -13,6 +13,7 @@
 #include <MelkarCommon/bars/step_graph.h>
 #include <MelkarCommon/checker/doubt.h>
 #include <MelkarCommon/checker/doubts.h>
+#include <MelkarCommon/checker/effective_keys.h>
 #include <MelkarCommon/circadian/circadian_graph.h>
 #include <MelkarCommon/circadian/circle_graph.h>
 #include <MelkarCommon/circadian/weekly_circadian.h>

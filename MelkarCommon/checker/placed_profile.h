@@ -45,6 +45,7 @@ public:
     bool IsRead() const { return m_isRead; }
     bool HasZeros() const { return m_text.find('\0') != std::string::npos; }
     const std::string& Path() const { return m_path; }
+    const std::string& Text() const { return m_text; }
     /// In the order of the file, with that before the first one.
     const std::vector<ProfileSection>& Sections() const { return m_sections; }
     /// The first of that name, which counts; null if there is none.

@@ -3,6 +3,7 @@
 #include "files.h"
 #include "image_chart.h"
 #include "messages.h"
+#include "surface_handle.h"
 #include "warnings.h"
 
 #include <MelkarCommon/frame/results.h>
@@ -17,11 +18,6 @@
 
 namespace melkar::tool {
 namespace {
-
-struct DeleteSurface {
-    void operator()(HDC surface) const { DeleteDC(surface); }
-};
-using Surface = std::unique_ptr<HDC__, DeleteSurface>;
 
 int FailWith(long code, const std::string& what) {
     Complain(std::to_string(code) + ": " + melkar::ResultText(code) + ": " + what);

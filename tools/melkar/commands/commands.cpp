@@ -6,6 +6,7 @@ namespace melkar::tool {
 Run AddDraw(CLI::App& app);
 Run AddShow(CLI::App& app);
 Run AddDescribe(CLI::App& app);
+Run AddExplain(CLI::App& app);
 Run AddPage(CLI::App& app);
 Run AddBatch(CLI::App& app);
 Run AddVerify(CLI::App& app);
@@ -25,6 +26,7 @@ std::span<const Command> Commands() {
         {"draw", "Draw one chart into a picture", AddDraw},
         {"show", "Show a chart in a window that follows its files", AddShow},
         {"describe", "Say what a chart shows, in words or for programs", AddDescribe},
+        {"explain", "Say what a pixel of a chart comes from", AddExplain},
         {"page", "Draw charts into one page for a browser", AddPage},
         {"batch", "Draw all pictures of a manifest that aren't finished", AddBatch},
         {"verify", "Draw them again and tell which files differ", AddVerify},

@@ -314,6 +314,40 @@ told "one of both"                  2 '--json excludes --csv' --json --csv
 says "a sheet a part"               0 '"kind": "week",' describe week --base app/bin --section WEEK --data data/circadian-week.csv --json
 says "no data file to tell of"      1 '101: ' describe bar --base app/bin --section BAR_WEEK --data missing.csv
 
+# explained WHY PATTERN...: what is said of a pixel has a line of each pattern. The bar of Wed 25, 5752 steps of 14000:
+# other colours have each channel 96 nearer to the other end, other figures are a quarter less.
+explained() {
+    local why=$1 pattern
+    shift
+    for pattern; do grep -qE -- "$pattern" explained.txt || fail "$why" "no '$pattern' in: $(cat explained.txt)"; done
+}
+of_week=(bar --base app/bin --section BAR_WEEK --data data/bar-week.csv)
+"$melkar" explain "${of_week[@]}" --at 373,420 >explained.txt || fail "a pixel explained" "exit code $?"
+explained "what is there" '^pixel 373,420: #7C92AC$' '^shows: Wed 25: 5752 steps$' \
+    '^operation [0-9]+, CBarGraph::DrawBarChart: fill [0-9]+,[0-9]+ [0-9]+x[0-9]+ #7C92AC$' \
+    '^  on operation 3, CGraph::FillCanvas: fill .* #FFFFFF$' '^  on operation 1, CGraph::FillGraph: fill 0,0 900x500 #FFFFFF$'
+explained "its keys, the colour first" '^  graph.cnf:261: \[BAR_WEEK\] BARSCOLOR_RGB=124,146,172 .*; with 220,50,76: #DC324C$' \
+    '^  graph.cnf:270: \[BAR_WEEK\] CHARTMAX=14000 .*; with 17500: fill '
+[[ $(sed -n '/^keys:/{n;p}' explained.txt) == *BARSCOLOR_RGB* ]] || fail "the colour first" "$(cat explained.txt)"
+[[ $(sed '1,/^cells:/d' explained.txt) == '  bar-week.csv:5:3: figure=5752 '*'; with 4314: fill '* ]] ||
+    fail "its cell, and no other" "$(cat explained.txt)"
+number=$(sed -n 's/^operation \([0-9]*\),.*/\1/p' explained.txt)
+says "all operations, by number"    0 "^$number CBarGraph::DrawBarChart fill .* #7C92AC$" explain "${of_week[@]}" --operations
+says "the canvas behind less steps" 0 'bar-week.csv:5:3: figure=5752 .*; with 4314: #FFFFFF, by CGraph::FillCanvas fill' explain "${of_week[@]}" --at 359,300
+says "no pixel"                     2 '900,3 is no pixel' explain "${of_week[@]}" --at 900,3
+says "no data file to explain"      1 '^melkar: 101: ' explain bar --base app/bin --section BAR_WEEK --data missing.csv --at 1,1
+
+sed '/^\[BAR_WEEK\]/,/^\[/{s/^BARSCOLOR_RGB=.*/BARSCOLOR_RGB=1,2,3/;/^CHARTMIN=0/d}' app/conf/graph.cnf >b.cnf
+sed 's/^FONT=/; a comment\n&/' app/conf/graph.cnf >c.cnf
+differ() { says "${@:1:3}" diff app/conf/graph.cnf "${@:4}" bar --section BAR_WEEK --data data/bar-week.csv; }
+differ "a colour changes the bars"  1 '^\[BAR_WEEK\] BARSCOLOR_RGB: 124,146,172 \(graph.cnf:261\) \| 1,2,3 \(b.cnf:261\)' -o d.png b.cnf
+[[ $(head -c 24 d.png | tail -c 8 | od -An -tu1 | xargs) == '0 0 10 140 0 0 1 244' ]] || fail "side by side" "not 2700 x 500"
+[[ $("$melkar" diff app/conf/graph.cnf b.cnf "${of_week[@]}" | grep -c '^\[') -eq 1 ]] || fail "a default is no difference" "more"
+differ "a comment changes nothing"  0 '^no key differs' c.cnf
+differ "no such profile"            2 'has no key of this kind' missing.cnf
+differ "no picture of pixels"       2 '-o needs a picture of pixels' -o d.svg b.cnf
+says "no data file to compare"      2 '^melkar: 101: ' diff b.cnf c.cnf bar --section BAR_WEEK --data missing.csv
+
 expect "an SVG says what it is"     0 '<title>Steps this week</title>' --data data/bar-week.csv -o - --format svg
 expect "an SVG to walk through"     0 '<title>Tue 24: 6462 steps</title>' --data data/bar-week.csv -o - --format svg --svg-interactive
 expect "pixels aren't walked"       2 '--svg-interactive needs' --data data/bar-week.csv --svg-interactive -o a.png

@@ -7,6 +7,7 @@ Run AddDraw(CLI::App& app);
 Run AddShow(CLI::App& app);
 Run AddDescribe(CLI::App& app);
 Run AddExplain(CLI::App& app);
+Run AddDiff(CLI::App& app);
 Run AddPage(CLI::App& app);
 Run AddBatch(CLI::App& app);
 Run AddVerify(CLI::App& app);
@@ -27,6 +28,7 @@ std::span<const Command> Commands() {
         {"show", "Show a chart in a window that follows its files", AddShow},
         {"describe", "Say what a chart shows, in words or for programs", AddDescribe},
         {"explain", "Say what a pixel of a chart comes from", AddExplain},
+        {"diff", "Say what two profiles make of a chart, and show it", AddDiff},
         {"page", "Draw charts into one page for a browser", AddPage},
         {"batch", "Draw all pictures of a manifest that aren't finished", AddBatch},
         {"verify", "Draw them again and tell which files differ", AddVerify},

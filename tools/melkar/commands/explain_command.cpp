@@ -111,7 +111,8 @@ int Explain(const Request& request, CPoint at) {
     PrintCauses("keys", search.Keys(), story);
     PrintCauses("cells", search.Cells(), story);
     if (!search.IsWhole())
-        std::cout << "not everything was tried: " << kMostTrials << " pictures were drawn\n";
+        std::cout << "not everything was tried: at most " << kMostTrials << " pictures are drawn, of " << kMostCells
+                  << " cells\n";
     return kDone;
 }
 

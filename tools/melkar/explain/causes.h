@@ -40,7 +40,7 @@ public:
     /// The same of cells. They are tried together first, and apart where that changes something: of two that undo
     /// each other neither is found.
     std::vector<Cause> Cells();
-    bool IsWhole() const { return m_left > 0; } ///< whether everything has been tried
+    bool IsWhole() const { return m_left > 0 && m_cells.AreAll(); } ///< whether everything has been tried
 
 private:
     PixelStory Draw(const Request& request);

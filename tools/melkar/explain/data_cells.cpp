@@ -57,6 +57,10 @@ void DataCells::AddCells(const DataTable& table, int series) {
     for (std::size_t line = 0; line < lines.size(); ++line) {
         if (lines[line].size() >= (line < heads ? table.form.headLimit : table.form.rowLimit))
             continue;
+        if (m_cells.size() >= kMostCells) {
+            m_areAll = false;
+            return;
+        }
         std::set<int> taken;
         for (const ColumnInfo& info : columns)
             for (int column = info.index; column < info.index + info.count; ++column) {

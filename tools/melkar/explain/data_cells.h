@@ -27,6 +27,9 @@ struct OtherCell {
     std::string value;
 };
 
+/// As many cells as are looked at: weeks of days.
+constexpr std::size_t kMostCells = 20000;
+
 class DataCells {
 public:
     /// Reads the files of the kind. @param path of the data file @param series figures per day, 0 for the kind's own
@@ -34,6 +37,7 @@ public:
 
     /// In the order of the files. None of a line that is longer than its reader takes at a time.
     const std::vector<DataCell>& All() const { return m_cells; }
+    bool AreAll() const { return m_areAll; } ///< whether there are no more than are looked at
     std::size_t Files() const { return m_files.size(); }
     const std::string& PathOf(std::size_t file) const { return m_files[file].path; }
     std::string SuffixOf(std::size_t file) const { return m_files[file].suffix; }
@@ -50,6 +54,7 @@ private:
 
     std::vector<File> m_files;
     std::vector<DataCell> m_cells;
+    bool m_areAll = true;
 };
 
 } // namespace melkar::tool

@@ -9,7 +9,7 @@ work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 
 # The cases run in a copy, so that the ring log grows there.
-cp -r "$samples/"{app,data,import,pictures.txt} "$work"
+cp -r "$samples/"{app,app-dark,data,import,pictures.txt} "$work"
 cd "$work"
 printf 'head\nhead\n' >no-days.csv
 echo former >kept.svg

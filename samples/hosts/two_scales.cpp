@@ -145,19 +145,19 @@ void CTwoScales::DrawCircle(const CPoint& at, int size, COLORREF color) const {
     Ellipse(m_hMemDC, circle.left, circle.top, circle.right, circle.bottom);
 }
 
-// `CPlotGraph` tells of each point as if it stood by the left scale.
+// `CPlotGraph` tells of each point as if it stood by the left scale, where it would paint it itself.
 melkar::Contents CTwoScales::Shown() const {
     melkar::Contents contents = CPlotGraph::Shown();
     const CRect graph = GetGraphRect(m_rcGraph);
     for (int point = 0; point < PlotSize(); ++point) {
-        if (!IsOnRight(point))
-            continue;
         const CPlot plot = Plot(point);
         const auto isOff = [](float value, float low, float high) { return !(value >= low && value <= high); };
         melkar::ShownItem& item = contents.items[static_cast<std::size_t>(point)];
         melkar::ShownFigure& figure = item.figures.front();
         // Rates are asked for by operations that aren't const and change nothing.
         item.area = figure.area = CircleAt(const_cast<CTwoScales*>(this)->PlaceOf(graph, point), plot.Size());
+        if (!IsOnRight(point))
+            continue;
         figure.isClipped = isOff(plot.PlotX(), m_vsMinR.x, m_vsMaxR.x) || isOff(plot.PlotY(), m_vsMinR.y, m_vsMaxR.y);
         contents.series[static_cast<std::size_t>(figure.series)].axis = melkar::AxisSide::Right;
     }

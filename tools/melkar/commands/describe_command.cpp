@@ -38,13 +38,11 @@ void AddOptions(CLI::App& app, DescribeOptions& options) {
     CLI::Option* json = app.add_flag("--json", options.json, "All that it shows, as an object for programs");
     app.add_flag("--csv", options.csv, "The table alone, as comma-separated values")->excludes(json);
     app.add_flag("--record", options.record, "Areas as in the record of the chart, the same on every machine");
-    app.footer(
-        KindList() + "  report           pages of a month, by samples/hosts/month_report.h\n\n" +
-        Examples({
-            "melkar describe bar --base samples/app/bin --section BAR_WEEK --data samples/data/bar-week.csv",
-            "melkar describe bar --base samples/app/bin --section BAR_WEEK --data samples/data/bar-week.csv --json",
-            "melkar describe report --base samples/app/bin --section REPORT --data samples/data",
-        }));
+    app.footer(KindList() + "  report           pages of a month, by samples/hosts/month_report.h\n\n" +
+               Examples({
+                   "melkar describe bar --base samples/app/bin --section BAR_WEEK --data samples/data/bar-week.csv",
+                   "melkar describe report --base samples/app/bin --section REPORT --data samples/data --json",
+               }));
 }
 
 /// A paragraph and a table for each part, in the words of the profile.

@@ -122,7 +122,9 @@ protected:
 /// What a class's contents say that its painters don't, or elsewhere, once one of them was changed without the other.
 TEST_F(ShownExamples, AreThoseOfTheRecord) {
     for (const melkar::KindRow& kind : melkar::Catalogue()) {
-        if (!kind.make || *kind.starter == '\0')
+        const bool isOfAnotherTest =
+            std::string_view(kind.kind) == "host"; // registered for as long as the process runs
+        if (!kind.make || *kind.starter == '\0' || isOfAnotherTest)
             continue;
         SCOPED_TRACE(kind.kind);
         const auto& [shown, record, rows] = Draw(kind);

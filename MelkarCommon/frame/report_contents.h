@@ -21,8 +21,8 @@ struct ShownPage {
 
 /// A report.
 struct ShownReport {
-    std::string title; ///< of its document
-    std::vector<ShownPage> pages;
+    std::string title;            ///< of its document
+    std::vector<ShownPage> pages; ///< in their order
 };
 
 } // namespace melkar

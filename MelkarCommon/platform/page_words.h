@@ -39,10 +39,10 @@ enum class PageRole : std::uint8_t {
     Figure,    ///< a chart or a picture, which `SetPageWords` describes
 };
 
-/// Begins a part of a printer's page, which goes up to `EndPagePart` or the end of the page. What stands in no part,
-/// such as a page number, isn't read. Graphs are figures by themselves. @param area where it stands, device units
-/// @param bookmark that leads there, UTF-8; null or empty: none @return FALSE, with nothing begun, on other surfaces,
-/// between pages, within another part, and without memory
+/// Begins a part of a printer's page, up to `EndPagePart` or the end of the page. What stands in no part isn't read, as
+/// a page number. Graphs are figures by themselves. @param page the printer's @param role what stands there @param area
+/// where, device units @param bookmark that leads there, UTF-8; null or empty: none @return FALSE, with nothing begun,
+/// on other surfaces, between pages, within another part, and without memory
 MELKAR_API BOOL BeginPagePart(HDC page, PageRole role, const RECT& area, const char* bookmark = nullptr);
 /// @return FALSE if no part has begun
 MELKAR_API BOOL EndPagePart(HDC page);

@@ -70,7 +70,7 @@ HDC MakePage(std::unique_ptr<PageFile> page, DeviceSize size, int dpi) {
     return new HDC__({PaperDevice(), dpi, size}, std::in_place_type<PageTarget>, PageTarget{std::move(page), size});
 }
 
-HDC MakeRecordSurface(const Device& device, Steps steps) {
+HDC MakeRecordSurface(const Device& device, StepNames steps) {
     if (!IsPictureSize(device.size.width, device.size.height) || device.dpi < 1)
         return nullptr;
     return OrFailure([&] { return MakeSurface(MakeRecordBitmap(device.size, kWhite, Owner::Surface, steps), device); });
@@ -99,11 +99,11 @@ HDC WrapScaledPixels(void* pixels, int width, int height, int strideBytes, doubl
 }
 
 HDC CreateRecordingSurface(int width, int height, int dpi) {
-    return MakeRecordSurface({RecordDevice(), dpi, {width, height}}, Steps::Drop);
+    return MakeRecordSurface({RecordDevice(), dpi, {width, height}}, StepNames::Drop);
 }
 
 HDC CreateTracingSurface(int width, int height, int dpi) {
-    return MakeRecordSurface({TraceDevice(), dpi, {width, height}}, Steps::Keep);
+    return MakeRecordSurface({TraceDevice(), dpi, {width, height}}, StepNames::Keep);
 }
 
 HDC CreatePageSurface(const char* path, PageFormat format, int width, int height, int dpi) {

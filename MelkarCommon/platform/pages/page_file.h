@@ -45,7 +45,7 @@ public:
     virtual bool Finish() = 0;
     /// @return false, with nothing changed, if its format has no place for them, or it has ended.
     virtual bool SetWords(const PageWords&) { return false; }
-    /// A part of the open page begins, unless one has. @param name of a bookmark, UTF-8; empty: none @return false,
+    /// A part of the open page begins, unless one has; the text is its bookmark's, UTF-8; empty: none @return false,
     /// with nothing begun, if its format knows of none.
     virtual bool BeginPart(PageRole, const RECT&, const std::string& /*name*/) { return false; }
     /// @return false if none has begun.

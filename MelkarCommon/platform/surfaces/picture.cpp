@@ -201,7 +201,7 @@ std::unique_ptr<Bitmap> MakePixelBitmap(DeviceSize size, double scale, COLORREF 
     return std::make_unique<Bitmap>(owner, std::in_place_type<PixelPicture>, std::move(pixels), ToColor(color));
 }
 
-std::unique_ptr<Bitmap> MakeRecordBitmap(DeviceSize size, COLORREF ground, Owner owner, Steps steps) {
+std::unique_ptr<Bitmap> MakeRecordBitmap(DeviceSize size, COLORREF ground, Owner owner, StepNames steps) {
     return std::make_unique<Bitmap>(owner, std::in_place_type<RecordPicture>, size, ToColor(ground), steps);
 }
 
@@ -226,7 +226,7 @@ std::unique_ptr<Bitmap> MakeSuitingBitmap(const Device& device, DeviceSize size)
             },
             [&](const PaperDevice&) { return MakeRecordBitmap(size, kBlack, Owner::Caller); },
             [&](const RecordDevice&) { return MakeRecordBitmap(size, kBlack, Owner::Caller); },
-            [&](const TraceDevice&) { return MakeRecordBitmap(size, kBlack, Owner::Caller, Steps::Keep); },
+            [&](const TraceDevice&) { return MakeRecordBitmap(size, kBlack, Owner::Caller, StepNames::Keep); },
         },
         device.kind);
 }

@@ -89,13 +89,13 @@ private:
 };
 
 /// Whether the operations of a record know the steps of the cycle that drew them.
-enum class Steps : std::uint8_t { Drop, Keep };
+enum class StepNames : std::uint8_t { Drop, Keep };
 
 /// The operations drawn on it, to be played where it is copied: a page or a record stays vector.
 class RecordPicture {
 public:
     /// @param ground what it is where nothing is drawn, if it has to become pixels
-    RecordPicture(DeviceSize size, Color ground, Steps steps) : m_size(size), m_ground(ground), m_steps(steps) {}
+    RecordPicture(DeviceSize size, Color ground, StepNames steps) : m_size(size), m_ground(ground), m_steps(steps) {}
     RecordPicture(const RecordPicture&) = delete;
     RecordPicture& operator=(const RecordPicture&) = delete;
 
@@ -104,7 +104,7 @@ public:
     /// For a call that draws, in the step that it is in.
     Backend& Drawing();
     const std::vector<RecordedOp>& Ops() const { return m_ops; }
-    bool KeepsSteps() const { return m_steps == Steps::Keep; }
+    bool KeepsSteps() const { return m_steps == StepNames::Keep; }
     /// Which drew the operation; null outside of all steps.
     const StepName* StepOf(std::size_t op) const { return op < m_stepOf.size() ? m_stepOf[op] : m_drawing; }
     void Mark(const CopyMark& mark) { m_ops.push_back({mark}); }
@@ -114,7 +114,7 @@ public:
 private:
     DeviceSize m_size;
     Color m_ground;
-    Steps m_steps;
+    StepNames m_steps;
     std::vector<RecordedOp> m_ops;
     std::vector<const StepName*> m_stepOf; ///< the operations, but for those of the last call
     const StepName* m_drawing = nullptr;   ///< in the last call
@@ -142,7 +142,8 @@ OwnPixels PixelsFor(DeviceSize size, double scale);
 std::unique_ptr<Bitmap> MakeSuitingBitmap(const Device& device, DeviceSize size);
 /// Of one colour, with `scale` pixels a unit. Null without memory for them, or if they are too many.
 std::unique_ptr<Bitmap> MakePixelBitmap(DeviceSize size, double scale, COLORREF color, Owner owner);
-std::unique_ptr<Bitmap> MakeRecordBitmap(DeviceSize size, COLORREF ground, Owner owner, Steps steps = Steps::Drop);
+std::unique_ptr<Bitmap> MakeRecordBitmap(DeviceSize size, COLORREF ground, Owner owner,
+                                         StepNames steps = StepNames::Drop);
 
 DeviceSize SizeOf(const Picture& picture);
 /// Null without room.

@@ -76,9 +76,12 @@ def read_documents(pages):
 
 
 def compared(name, picture, is_kind):
-    """Lines that hold a file that was made against the picture; that of a kind is to be made again."""
+    """Lines that hold a file that was made against the picture; that of a kind is to be made again. Of a page it is what one
+    sees: the command describes its charts as well."""
     again = f"; echo {name} >>.made; rm {name}" if is_kind else ""
-    return f"if [[ -e {name} ]]; then cmp {name} {shlex.quote(str(picture))}{again}; fi\n"
+    seen = "<(pdftoppm -r 96 {})" if name.endswith(".pdf") else "{}"
+    same = f"cmp {seen.format(name)} {seen.format(shlex.quote(str(picture)))}"
+    return f"if [[ -e {name} ]]; then {same}{again}; fi\n"
 
 
 def script_of(blocks, prefix, shown, is_kind):

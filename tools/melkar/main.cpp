@@ -66,18 +66,9 @@ int RunCommand(int argc, char** argv) {
 } // namespace
 
 int main(int argc, char** argv) {
-    try {
+    return ExitCodeOf([&] {
         const int exitCode = RunCommand(argc, argv);
         WarnOfFonts();
         return exitCode != kDone ? exitCode : FlushStandardOutput();
-    } catch (const CLI::ParseError& error) {
-        Complain(error.what());
-        return kUsage;
-    } catch (const UsageError& error) {
-        Complain(error.sentence);
-        return kUsage;
-    } catch (const std::exception& error) {
-        Complain(error.what());
-        return kFailed;
-    }
+    });
 }

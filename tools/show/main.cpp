@@ -3,7 +3,6 @@
 #include "commands/command.h"
 #include "commands/show_options.h"
 #include "kinds.h"
-#include "messages.h"
 #include "show_window.h"
 
 namespace {
@@ -37,17 +36,8 @@ int Show(const Request& request) {
 } // namespace
 
 int main(int argc, char** argv) {
-    try {
+    return ExitCodeOf([&] {
         RegisterSamples();
         return Show(RequestFrom(argc, argv));
-    } catch (const CLI::ParseError& error) {
-        Complain(error.what());
-        return kUsage;
-    } catch (const UsageError& error) {
-        Complain(error.sentence);
-        return kUsage;
-    } catch (const std::exception& error) {
-        Complain(error.what());
-        return kFailed;
-    }
+    });
 }

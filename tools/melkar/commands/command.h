@@ -30,6 +30,9 @@ struct Command {
 
 std::span<const Command> Commands();
 
+/// For main(): what `run` returns. What it throws is said on the error stream. @return then kUsage or kFailed
+int ExitCodeOf(const Run& run);
+
 /// For a command with options of a type of its own: adds them, and keeps them for its run.
 template <class Options>
 Run WithOptions(CLI::App& app, void (*add)(CLI::App& app, Options& options), int (*run)(const Options& options)) {

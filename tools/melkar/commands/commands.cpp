@@ -1,5 +1,7 @@
 #include "command.h"
 
+#include "messages.h"
+
 namespace melkar::tool {
 
 // Each stands in a file of its own, as `AddDraw` in draw_command.cpp.
@@ -44,6 +46,21 @@ std::span<const Command> Commands() {
         {"man", "Print the manual page", AddMan},
     };
     return kCommands;
+}
+
+int ExitCodeOf(const Run& run) {
+    try {
+        return run();
+    } catch (const CLI::ParseError& error) {
+        Complain(error.what());
+        return kUsage;
+    } catch (const UsageError& error) {
+        Complain(error.sentence);
+        return kUsage;
+    } catch (const std::exception& error) {
+        Complain(error.what());
+        return kFailed;
+    }
 }
 
 } // namespace melkar::tool

@@ -1,5 +1,7 @@
 #include "trial.h"
 
+#include <MelkarCommon/platform/host_surfaces.h>
+
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
@@ -66,17 +68,10 @@ long Draw(const melkar::KindRow& kind, HDC surface, bool isDirect) {
     return graph->Draw(CRect(0, 0, kWidth, kHeight), data.data());
 }
 
-namespace {
-struct DeleteSurface {
-    void operator()(HDC surface) const { DeleteDC(surface); }
-};
-using Surface = std::unique_ptr<HDC__, DeleteSurface>;
-} // namespace
-
 std::string PixelsOf(const melkar::KindRow& kind) {
-    const Surface surface(CreateMemorySurface(kWidth, kHeight));
-    Draw(kind, surface.get(), false);
-    const PixelView view = GetPixels(surface.get());
+    const melkar::ScopedSurface surface(CreateMemorySurface(kWidth, kHeight));
+    Draw(kind, surface, false);
+    const PixelView view = GetPixels(surface);
     std::string bytes;
     for (int row = 0; row < view.height; ++row)
         bytes.append(reinterpret_cast<const char*>(view.pixels + std::size_t{1} * row * view.stride),
@@ -85,15 +80,15 @@ std::string PixelsOf(const melkar::KindRow& kind) {
 }
 
 std::string RecordOf(const melkar::KindRow& kind) {
-    const Surface surface(CreateRecordingSurface(kWidth, kHeight));
-    Draw(kind, surface.get(), true);
-    return GetRecording(surface.get());
+    const melkar::ScopedSurface surface(CreateRecordingSurface(kWidth, kHeight));
+    Draw(kind, surface, true);
+    return GetRecording(surface);
 }
 
 std::string PageOf(const melkar::KindRow& kind, PageFormat format, const std::string& path) {
-    Surface surface(CreatePageSurface(path.c_str(), format, kWidth, kHeight, 96));
-    Draw(kind, surface.get(), true);
-    return DeleteDC(surface.release()) ? ReadFile(path) : "";
+    melkar::ScopedSurface surface(CreatePageSurface(path.c_str(), format, kWidth, kHeight, 96));
+    Draw(kind, surface, true);
+    return surface.Close() ? ReadFile(path) : "";
 }
 
 int Print(const melkar::KindRow& kind, const std::string& path) {

@@ -3,11 +3,11 @@
 #include "files.h"
 #include "image_chart.h"
 #include "messages.h"
-#include "surface_handle.h"
 #include "warnings.h"
 
 #include <MelkarCommon/frame/results.h>
 #include <MelkarCommon/platform/drawing.h>
+#include <MelkarCommon/platform/host_surfaces.h>
 #include <MelkarCommon/platform/printing.h>
 #include <MelkarCommon/platform/surface.h>
 #include <MelkarCommon/telling/speech.h>
@@ -42,29 +42,28 @@ long DrawWhole(Chart& chart, Request& request) {
     return result;
 }
 
-Surface MakePicture(const Request& request) {
+ScopedSurface MakePicture(const Request& request) {
     const auto [width, height] = request.size;
-    return Surface(request.scale == 1 ? CreateMemorySurface(width, height, request.dpi)
-                                      : CreateScaledSurface(width, height, request.scale));
+    return ScopedSurface(request.scale == 1 ? CreateMemorySurface(width, height, request.dpi)
+                                            : CreateScaledSurface(width, height, request.scale));
 }
 
 /// As a host with a window does it: the picture lands on the shared surface, a clean copy lies on the balloon surface.
 /// @param format of the file; null: none is written
 int DrawPixels(Chart& chart, Request& request, const char* format) {
     const auto [width, height] = request.size;
-    const Surface shared = MakePicture(request);
-    const Surface second = MakePicture(request);
-    const Surface balloon = MakePicture(request);
-    chart.Bind({shared.get(), shared.get(), second.get(), balloon.get(), false});
+    const ScopedSurface shared = MakePicture(request);
+    const ScopedSurface second = MakePicture(request);
+    const ScopedSurface balloon = MakePicture(request);
+    chart.Bind({shared, shared, second, balloon, false});
     if (const long code = DrawWhole(chart, request); code != 0)
         return FailWith(code, request.data);
     if (request.hover) {
-        BitBlt(balloon.get(), 0, 0, width, height, shared.get(), 0, 0, SRCCOPY);
+        BitBlt(balloon, 0, 0, width, height, shared, 0, 0, SRCCOPY);
         chart.Hover(*request.hover);
     }
     errno = 0;
-    return format != nullptr && WritePicture(shared.get(), request.out.c_str(), format) != 0 ? FailToWrite(request.out)
-                                                                                             : 0;
+    return format != nullptr && WritePicture(shared, request.out.c_str(), format) != 0 ? FailToWrite(request.out) : 0;
 }
 
 int DrawAs(const PixelOutput& pixels, Chart& chart, Request& request) {
@@ -87,24 +86,25 @@ void SayWords(HDC page, const Chart& chart, const Request& request) {
 /// A page becomes a file whatever came of its drawing, unless it is given up.
 int DrawAs(PageFormat format, Chart& chart, Request& request) {
     errno = 0;
-    Surface page(CreatePageSurface(request.out.c_str(), format, request.size.width, request.size.height, request.dpi));
+    ScopedSurface page(
+        CreatePageSurface(request.out.c_str(), format, request.size.width, request.size.height, request.dpi));
     if (page == nullptr)
         return FailToWrite(request.out);
-    if (const long code = DrawDirect(chart, request, page.get()); code != 0) {
-        AbortDoc(page.get());
+    if (const long code = DrawDirect(chart, request, page); code != 0) {
+        AbortDoc(page);
         return FailWith(code, request.data);
     }
-    SayWords(page.get(), chart, request);
+    SayWords(page, chart, request);
     errno = 0;
-    return DeleteDC(page.release()) ? 0 : FailToWrite(request.out);
+    return page.Close() ? 0 : FailToWrite(request.out);
 }
 
 /// @param out gets the record
 int DrawRecord(Chart& chart, Request& request, std::ostream& out) {
-    const Surface record(CreateRecordingSurface(request.size.width, request.size.height, request.dpi));
-    if (const long code = DrawDirect(chart, request, record.get()); code != 0)
+    const ScopedSurface record(CreateRecordingSurface(request.size.width, request.size.height, request.dpi));
+    if (const long code = DrawDirect(chart, request, record); code != 0)
         return FailWith(code, request.data);
-    out << GetRecording(record.get());
+    out << GetRecording(record);
     return 0;
 }
 

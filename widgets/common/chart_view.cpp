@@ -14,11 +14,6 @@ constexpr int kWeek = 7;
 constexpr int kPageDpi = 96; // of units
 constexpr int kReach = 4;    // around dots and other small areas, so that a pointer finds them
 
-struct DeleteSurface {
-    void operator()(HDC surface) const { DeleteDC(surface); }
-};
-using Surface = std::unique_ptr<HDC__, DeleteSurface>;
-
 /// What every picture of a file has, days or not.
 bool IsReadable(long result) { return result == kOk || result == kNoDays; }
 
@@ -78,16 +73,16 @@ struct ChartView::Surfaces {
     bool Suits(int unitsAcross, int unitsDown, double pixels) const {
         return width == unitsAcross && height == unitsDown && scale == pixels;
     }
-    LentSurfaces Lend() const { return {shared.get(), balloon.get(), false}; }
-    void Copy(const Surface& to, const Surface& from) const {
-        BitBlt(to.get(), 0, 0, width, height, from.get(), 0, 0, SRCCOPY);
+    LentSurfaces Lend() const { return {shared, balloon, false}; }
+    void Copy(const ScopedSurface& to, const ScopedSurface& from) const {
+        BitBlt(to, 0, 0, width, height, from, 0, 0, SRCCOPY);
     }
 
     int width;
     int height;
     double scale;
-    Surface shared;
-    Surface balloon;
+    ScopedSurface shared;
+    ScopedSurface balloon;
     bool isClean = false; ///< whether `balloon` holds the picture
 };
 
@@ -205,7 +200,7 @@ void ChartView::TakeOver(std::shared_ptr<Surfaces> surfaces, const ChartPicture&
 ShownPixels ChartView::Pixels() const {
     if (!m_surfaces)
         return {};
-    return {m_surfaces, GetPixels(m_surfaces->shared.get())};
+    return {m_surfaces, GetPixels(m_surfaces->shared)};
 }
 
 const Told& ChartView::Tell() const {
@@ -243,7 +238,7 @@ bool ChartView::EndHover() {
 
 /// The smallest that holds the point. Slices share their boxes: there the colour at the point decides.
 std::optional<std::size_t> ChartView::ItemAt(CPoint point) const {
-    const auto color = ColorAt(m_surfaces->shared.get(), point, m_surfaces->scale);
+    const auto color = ColorAt(m_surfaces->shared, point, m_surfaces->scale);
     std::optional<std::size_t> found;
     CRect smallest;
     std::size_t at = 0;
@@ -326,18 +321,18 @@ ShownPixels ChartView::DrawScaled(double scale) {
     const auto sheet = std::make_shared<Surfaces>(m_width, m_height, std::clamp(scale, kLeastScale, kMostScale));
     if (!DrawElsewhere(sheet->Lend()))
         return {};
-    return {sheet, GetPixels(sheet->shared.get())};
+    return {sheet, GetPixels(sheet->shared)};
 }
 
 std::string ChartView::SavePage(const std::string& path, PageFormat format) {
-    Surface page(CreatePageSurface(path.c_str(), format, m_width, m_height, kPageDpi));
+    ScopedSurface page(CreatePageSurface(path.c_str(), format, m_width, m_height, kPageDpi));
     if (!page)
         return LastFailure();
-    if (!DrawOnPage(page.get())) {
-        AbortDoc(page.get());
+    if (!DrawOnPage(page)) {
+        AbortDoc(page);
         return ResultText(kDrawFailed);
     }
-    return DeleteDC(page.release()) ? "" : LastFailure();
+    return page.Close() ? "" : LastFailure();
 }
 
 std::string ChartView::Save(const std::string& path) {
@@ -349,7 +344,7 @@ std::string ChartView::Save(const std::string& path) {
         return SavePage(path, PageFormat::Pdf);
     if (suffix == ".svg")
         return SavePage(path, PageFormat::Svg);
-    return WritePicture(m_surfaces->shared.get(), path.c_str()) == 0 ? "" : LastFailure();
+    return WritePicture(m_surfaces->shared, path.c_str()) == 0 ? "" : LastFailure();
 }
 
 } // namespace melkar::widgets

@@ -9,7 +9,7 @@
 #include <MelkarCommon/checker/effective_keys.h>
 #include <MelkarCommon/frame/results.h>
 #include <MelkarCommon/platform/host_directory.h>
-#include <MelkarCommon/platform/surface.h>
+#include <MelkarCommon/platform/host_surfaces.h>
 
 #include <algorithm>
 #include <filesystem>
@@ -60,23 +60,21 @@ std::vector<EffectiveKey> KeysOf(const std::string& profile, const Request& requ
     return keys;
 }
 
-/// As `Draw` does it.
-Surface PictureOf(const std::string& profile, const TrialHost& trial, Request request) {
+/// As `Draw` does it. @param shared gets the picture
+void DrawPicture(HDC shared, const std::string& profile, const TrialHost& trial, Request request) {
     trial.WriteProfile(BytesOf(profile));
     const HostDirectory host(trial.Base().c_str());
     const auto [width, height] = request.size;
-    Surface shared(CreateMemorySurface(width, height));
-    const Surface second(CreateMemorySurface(width, height));
-    const Surface balloon(CreateMemorySurface(width, height));
+    const ScopedSurface second(CreateMemorySurface(width, height));
+    const ScopedSurface balloon(CreateMemorySurface(width, height));
     const auto chart = MakeChart(*request.kind, request.chart);
     long code = chart->Read(request.data.data());
     if (code == kOk || code == kNoDays) {
-        chart->Bind({shared.get(), shared.get(), second.get(), balloon.get(), false});
+        chart->Bind({shared, shared, second, balloon, false});
         code = chart->Paint(CRect(0, 0, width, height), request.data.data());
     }
     if (code != kOk)
         throw std::runtime_error(std::to_string(code) + ": " + ResultText(code) + ": " + request.data);
-    return shared;
 }
 
 std::string ValueIn(const std::string& profile, const EffectiveKey& key) {
@@ -135,11 +133,13 @@ int Compare(const DiffOptions& options, const Request& request, const std::strin
     if (PrintKeys(options, request))
         std::cout << "no key differs\n";
     const TrialHost trial(options.chart.base);
-    const Surface one = PictureOf(options.profiles[0], trial, request);
-    const Surface other = PictureOf(options.profiles[1], trial, request);
-    const PictureDifference difference = DifferenceOf(one.get(), other.get());
+    const ScopedSurface one(CreateMemorySurface(request.size.width, request.size.height));
+    const ScopedSurface other(CreateMemorySurface(request.size.width, request.size.height));
+    DrawPicture(one, options.profiles[0], trial, request);
+    DrawPicture(other, options.profiles[1], trial, request);
+    const PictureDifference difference = DifferenceOf(one, other);
     PrintPixels(difference);
-    if (!options.out.empty() && !WriteSideBySide(one.get(), other.get(), options.out, format)) {
+    if (!options.out.empty() && !WriteSideBySide(one, other, options.out, format)) {
         FailToWrite(options.out);
         return kTrouble;
     }

@@ -1,9 +1,10 @@
 #include "differences.h"
 
-#include <MelkarCommon/platform/surface.h>
+#include <MelkarCommon/platform/host_surfaces.h>
 
 #include <algorithm>
 #include <cerrno>
+#include <cstddef>
 #include <cstdint>
 #include <vector>
 
@@ -53,11 +54,11 @@ bool WriteSideBySide(HDC one, HDC other, const std::string& path, const std::str
         std::uint32_t* at = memory.data() + row * static_cast<std::size_t>(y) + x;
         at[0] = a;
         at[width] = b;
-        at[2 * width] = a == b ? Pale(a) : kChanged;
+        at[std::ptrdiff_t{2} * width] = a == b ? Pale(a) : kChanged;
     });
     errno = EFBIG;
-    const Surface all(WrapPixels(memory.data(), 3 * width, height, 4 * 3 * width));
-    return all != nullptr && WritePicture(all.get(), path.c_str(), format.c_str()) == 0;
+    const ScopedSurface all(WrapPixels(memory.data(), 3 * width, height, 4 * 3 * width));
+    return all != nullptr && WritePicture(all, path.c_str(), format.c_str()) == 0;
 }
 
 } // namespace melkar::tool

@@ -1,7 +1,5 @@
 #pragma once
 
-#include "../surface_handle.h"
-
 #include <MelkarCommon/platform/geometry.h>
 
 #include <string>

@@ -1,8 +1,7 @@
 #include "pixel_story.h"
 
-#include "../surface_handle.h"
-
 #include <MelkarCommon/frame/results.h>
+#include <MelkarCommon/platform/host_surfaces.h>
 #include <MelkarCommon/platform/tracing.h>
 
 #include <cstdio>
@@ -15,16 +14,16 @@ namespace {
 /// Calls look(chart, surface) once it is drawn. @return the result of reading and drawing
 template <class Look> long Trace(Request request, const Look& look) {
     const auto [width, height] = request.size;
-    const Surface trace(CreateTracingSurface(width, height));
+    const ScopedSurface trace(CreateTracingSurface(width, height));
     if (trace == nullptr)
         throw std::runtime_error("no memory for the picture");
     const auto chart = MakeChart(*request.kind, request.chart);
     if (const long code = chart->Read(request.data.data()); code != kOk && code != kNoDays)
         return code;
-    chart->Bind({trace.get(), trace.get(), nullptr, nullptr, true});
+    chart->Bind({trace, trace, nullptr, nullptr, true});
     const long result = chart->Paint(CRect(0, 0, width, height), request.data.data());
     if (result == kOk)
-        look(*chart, trace.get());
+        look(*chart, trace);
     return result;
 }
 

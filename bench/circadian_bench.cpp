@@ -1,4 +1,4 @@
-// The sheet of a day redrawn with another day at each turn.
+// The sheet and the circle of a day redrawn with another day at each turn.
 
 #include "bench_support.h"
 
@@ -58,5 +58,25 @@ void DaySheet(benchmark::State& state) {
         [&] { floor.Run(); });
 }
 BENCHMARK(DaySheet)->UseManualTime()->Unit(benchmark::kMicrosecond);
+
+void Circle(benchmark::State& state) {
+    BenchDirectory::Instance();
+    Host host;
+    CCircleGraph graph(nullptr, host.shared, "CIRCLE", host.shared, host.second, host.balloon);
+    std::vector<CStringArray> days(kDays);
+    for (int day = 0; day < kDays; ++day)
+        for (int level = 0; level < 9; ++level)
+            days[static_cast<std::size_t>(day)].Add(std::to_string((level * 37 + day * 11) % 70 + 1).c_str());
+    std::size_t next = 0;
+    Floor floor;
+    MeasureAgainst(
+        state,
+        [&] {
+            graph.SetData(&days[next++ % days.size()]);
+            graph.Draw(CRect(0, 0, kWidth, kHeight), nullptr);
+        },
+        [&] { floor.Run(); });
+}
+BENCHMARK(Circle)->UseManualTime()->Unit(benchmark::kMicrosecond);
 
 } // namespace

@@ -212,12 +212,10 @@ std::string EndMark() { return RecordOf(std::string(kPiece - 1, '=')); }
 /// Makes a file that was cut, or has a head and too few records, a row of whole records up to `next`: what is missing
 /// counts as empty ones, so that readers find each where its number says. What is behind `next` is whole, too.
 void Mend(int file, int last, int next) {
-    struct stat status {};
-    if (fstat(file, &status) != 0)
+    const off_t end = lseek(file, 0, SEEK_END); // takes less than half of the time of its state
+    if (end < 0 || (end < kHead && !WriteHead(file, last)))
         return;
-    if (status.st_size < kHead && !WriteHead(file, last))
-        return;
-    const off_t size = std::max<off_t>(status.st_size, kHead);
+    const off_t size = std::max(end, kHead);
     const auto cut = static_cast<std::size_t>((size - kHead) % kRecord);
     if (cut == 0 && size >= OffsetOf(next))
         return;

@@ -9,7 +9,7 @@
 
 /// @file
 /// Text files, read line by line and written whole. A path with backslashes is used as it stands if there is such a
-/// file, else with slashes.
+/// file, else with slashes; one that leads to the directory above, as "..\name" does, always with slashes.
 
 namespace melkar {
 

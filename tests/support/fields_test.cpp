@@ -111,4 +111,17 @@ TEST(Lines, OnlyRegularFilesOpen) {
     }
 }
 
+TEST(Lines, BackslashesOfANameOrOfAPath) {
+    const TempWorkdir work;
+    for (const char* name : {R"(bin/a\b)", R"(bin/..\b)"})
+        work.Write(name, "");
+    const std::pair<const char*, const char*> cases[] = {
+        {R"(a\b)", R"(a\b)"}, // there is such a file
+        {R"(a\c)", "a/c"},
+        {R"(..\b)", "../b"}, // leads out of the directory, whatever there is
+    };
+    for (const auto& [path, resolved] : cases)
+        EXPECT_EQ(melkar::ResolvePath(path), resolved);
+}
+
 } // namespace

@@ -48,13 +48,17 @@ std::size_t ReadUpTo(int file, char* to, std::size_t size) {
     return done;
 }
 
+/// Whether its backslashes may belong to the name of a file. Those of profiles and of the log lead out of the directory
+/// first: asking for such a file would cost each line of the log a system call.
+bool MayBeName(std::string_view path) { return path.find('\\') != std::string_view::npos && !path.starts_with("..\\"); }
+
 } // namespace
 
 std::string ResolvePath(const char* path, const std::string& directory) {
     const std::string name = path ? path : "";
     const bool isFromThere = !directory.empty() && !name.empty() && name.front() != '/' && name.front() != '\\';
     std::string resolved = isFromThere ? directory + '/' + name : name;
-    if (name.find('\\') != std::string::npos && access(resolved.c_str(), F_OK) != 0)
+    if (!MayBeName(name) || access(resolved.c_str(), F_OK) != 0)
         std::replace(resolved.end() - static_cast<std::ptrdiff_t>(name.size()), resolved.end(), '\\', '/');
     return resolved;
 }

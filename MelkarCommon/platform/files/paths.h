@@ -8,7 +8,8 @@
 namespace melkar {
 
 /// The path itself if it has no backslash or if such a file exists as it stands, else the path with
-/// slashes in place of the backslashes. A relative one counts from `directory`, unless that is empty.
+/// slashes in place of the backslashes, as always for one that leads to the directory above ("..\name"). A relative one
+/// counts from `directory`, unless that is empty.
 std::string ResolvePath(const char* path, const std::string& directory = "");
 
 /// The same of a profile or a log, which this thread may find from a directory of its own (host_directory.h).

@@ -18,8 +18,8 @@ BenchDirectory::BenchDirectory() {
     m_root = root;
     for (const char* folder : {"bin", "conf", "log"})
         fs::create_directory(fs::path(m_root) / folder);
-    for (const char* profile : {"graph.cnf", "config.cnf"})
-        fs::copy_file(fs::path(MELKAR_SAMPLES) / "app" / "conf" / profile, fs::path(m_root) / "conf" / profile);
+    for (const char* profile : {"graph.cnf", "config.cnf"}) // links: files of a moment ago are read anew each time
+        fs::create_symlink(fs::path(MELKAR_SAMPLES) / "app" / "conf" / profile, fs::path(m_root) / "conf" / profile);
     fs::current_path(fs::path(m_root) / "bin");
 }
 

@@ -1,7 +1,7 @@
 #include <MelkarCommon/support/dates.h>
 
 #include <MelkarCommon/platform/datetime.h>
-#include <MelkarCommon/platform/profile.h>
+#include <MelkarCommon/platform/files/profile_snapshot.h>
 #include <MelkarCommon/platform/values/locales.h>
 #include <MelkarCommon/support/keep_locale.h>
 #include <MelkarCommon/support/numbers.h>
@@ -43,9 +43,10 @@ CString FormatDate(CString date, CString format, CString locale) {
 }
 
 CString melkar::DateFormat(const char* key) {
-    char format[100];
-    GetPrivateProfileStringA("SYSTEM", key, "%m/%d/%Y", format, sizeof format, kSystemProfile);
-    return format;
+    constexpr std::size_t kLongestFormat = 99; // bytes
+    const auto profile = ReadProfile(kSystemProfile, "SYSTEM", ReadingFor::Dates);
+    const std::string* format = profile->FindOwn(key);
+    return format ? format->substr(0, kLongestFormat).c_str() : "%m/%d/%Y";
 }
 
 CString FormatDateEx(CString date, CString key, CString locale) {

@@ -40,6 +40,19 @@ TEST_F(Dates, LongFormats) {
     EXPECT_EQ(FormatDate("20081231", "%65537d", ""), "");
 }
 
+TEST_F(Dates, FormatsOfTheProfile) {
+    const TempWorkdir work;
+    EXPECT_EQ(FormatDateEx("20081231", "D", ""), "12/31/2008") << "no file";
+    for (const auto& [format, text] : {std::pair{"%d", "31"}, {"%m", "12"}}) { // each as it stands now
+        work.Write("conf/config.cnf", std::string("[SYSTEM]\nD=") + format + "\n");
+        EXPECT_EQ(FormatDateEx("20081231", "d", ""), text);
+    }
+    const std::string longest(99, '-');
+    work.Write("conf/config.cnf", "[SYSTEM]\nD=" + longest + "%d\n");
+    EXPECT_EQ(FormatDateEx("20081231", "D", ""), longest.c_str());
+    EXPECT_EQ(FormatDateEx("20081231", "None", ""), "12/31/2008") << "no key";
+}
+
 TEST_F(Dates, InALocale) {
     for (const char* name : {"ja_JP.UTF-8", "ja_JP"})
         EXPECT_EQ(FormatDate("20081231", "%b%d(%a)", name), "12月31(水)") << name;

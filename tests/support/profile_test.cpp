@@ -49,6 +49,9 @@ TEST(Profile, IsReadAgainOnlyIfItMayHaveChanged) {
     EXPECT_NE(other, first) << "another section";
     { const CGraph next(nullptr, nullptr, "A", nullptr, nullptr, nullptr); }
     EXPECT_NE(melkar::ReadProfile(kOldFile, "B"), other) << "another object";
+    const auto formats = melkar::ReadProfile(kOldFile, "B", melkar::ReadingFor::Dates);
+    { const CGraph next(nullptr, nullptr, "A", nullptr, nullptr, nullptr); }
+    EXPECT_EQ(melkar::ReadProfile(kOldFile, "B", melkar::ReadingFor::Dates), formats) << "another use";
 
     const TempWorkdir work;
     for (const char* value : {"1", "2", "3"}) { // of the same size, perhaps within one tick of the file system's clock

@@ -156,7 +156,8 @@ std::size_t LiveObjectCount() { return CountOfAlive(); }
 std::size_t MissingFontCount() { return CountOfMissingFonts(); }
 
 void TrimMemory() {
-    ForgetProfile();
+    ForgetProfile(ReadingFor::Graphs);
+    ForgetProfile(ReadingFor::Dates);
     TrimTexts();
     TrimDiscs();
     TrimPixels();

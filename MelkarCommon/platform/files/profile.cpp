@@ -7,6 +7,7 @@
 #include <MelkarCommon/platform/values/ascii.h>
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 #include <ctime>
 #include <optional>
@@ -117,7 +118,11 @@ struct LastReading {
     std::optional<FileState> state; ///< from before it was read
     std::shared_ptr<const ProfileSnapshot> snapshot;
 };
-thread_local LastReading g_last;
+
+LastReading& LastOf(ReadingFor use) {
+    thread_local std::array<LastReading, 2> last;
+    return last[static_cast<std::size_t>(use)];
+}
 
 } // namespace
 
@@ -155,16 +160,17 @@ const std::string* ProfileSnapshot::Section::Find(std::string_view key) const {
     return nullptr;
 }
 
-std::shared_ptr<const ProfileSnapshot> ReadProfile(const char* path, std::string_view ownSection) {
+std::shared_ptr<const ProfileSnapshot> ReadProfile(const char* path, std::string_view ownSection, ReadingFor use) {
+    LastReading& last = LastOf(use);
     const std::optional<FileState> state = SettledStateOf(path);
-    if (state && g_last.state == state && g_last.snapshot->IsOf(ownSection) && g_last.snapshot->Path() == path)
-        return g_last.snapshot;
+    if (state && last.state == state && last.snapshot->IsOf(ownSection) && last.snapshot->Path() == path)
+        return last.snapshot;
     auto snapshot = std::make_shared<const ProfileSnapshot>(ProfileFile(path), ownSection);
-    g_last = state && snapshot->Size() <= kMostKept ? LastReading{state, snapshot} : LastReading();
+    last = state && snapshot->Size() <= kMostKept ? LastReading{state, snapshot} : LastReading();
     return snapshot;
 }
 
-void ForgetProfile() { g_last = {}; }
+void ForgetProfile(ReadingFor use) { LastOf(use) = {}; }
 
 int ProfileInt(const std::string* value, int fallback) {
     return value && !value->empty() ? ParseInt(*value) : fallback;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -59,12 +60,17 @@ private:
     Section m_common;
 };
 
-/// Reads a profile, unless this thread's last such reading was of the same section and the file is as it was: the
-/// classes of one object read it once while the object is made.
-std::shared_ptr<const ProfileSnapshot> ReadProfile(const char* path, std::string_view ownSection);
+/// Which of a thread's readings is kept until the next of its kind: none pushes out the other.
+enum class ReadingFor : std::uint8_t { Graphs, Dates };
 
-/// The next reading of this thread goes to the file.
-void ForgetProfile();
+/// Reads a profile, unless this thread's last reading for that use was of the same section and the file is as it was:
+/// the classes of one object read it once while the object is made, and draws read their format of dates when it
+/// changes.
+std::shared_ptr<const ProfileSnapshot> ReadProfile(const char* path, std::string_view ownSection,
+                                                   ReadingFor use = ReadingFor::Graphs);
+
+/// The next reading of this thread for that use goes to the file.
+void ForgetProfile(ReadingFor use = ReadingFor::Graphs);
 
 /// The integer that a profile value stands for: leading blanks, a sign, decimal digits; what follows
 /// is ignored, a value without digits is 0, one beyond 32 bits becomes the nearest bound. An empty

@@ -33,7 +33,7 @@ RECT RoomOf(const RecordedOp& op) {
     if (std::holds_alternative<TextOp>(op.verb))
         return op.clip;
     const auto* lines = std::get_if<StrokePolylineOp>(&op.verb);
-    if (lines == nullptr || lines->points.empty())
+    if (lines == nullptr || lines->points.size() == 0)
         return ToRect(BoxOf(op));
     RECT room{INT_MAX, INT_MAX, INT_MIN, INT_MIN};
     for (const POINT& point : lines->points)

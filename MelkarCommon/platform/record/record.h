@@ -1,5 +1,6 @@
 #pragma once
 
+#include <MelkarCommon/platform/record/line_points.h>
 #include <MelkarCommon/platform/seam/backend.h>
 
 #include <cstdint>
@@ -24,9 +25,10 @@ struct StrokeShapeOp {
     Stroke stroke;
 };
 struct StrokePolylineOp {
-    std::vector<POINT> points;
+    LinePoints points;
     Stroke stroke;
 };
+static_assert(sizeof(StrokePolylineOp) <= sizeof(StrokeShapeOp), "few points make no operation larger");
 struct TextOp {
     std::shared_ptr<const TextLayout> layout;
     std::size_t line;

@@ -40,7 +40,7 @@ public:
     void FillShape(const Shape& shape, Color color) override { Keep({FillShapeOp{shape, color}}); }
     void StrokeShape(const Shape& shape, const Stroke& stroke) override { Keep({StrokeShapeOp{shape, stroke}}); }
     void StrokePolyline(std::span<const POINT> points, const Stroke& stroke) override {
-        Keep({StrokePolylineOp{{points.begin(), points.end()}, stroke}});
+        Keep({StrokePolylineOp{LinePoints(points), stroke}});
     }
     void PaintText(const std::shared_ptr<const TextLayout>& layout, std::size_t line, POINT at, int escapement,
                    Color color, const RECT& clip) override;
@@ -132,7 +132,7 @@ public:
                 },
                 [&](const StrokeShapeOp& outline) { m_to.StrokeShape(Moved(outline.shape), outline.stroke); },
                 [&](const StrokePolylineOp& lines) {
-                    m_isMoved ? m_to.StrokePolyline(Moved(lines.points), lines.stroke)
+                    m_isMoved ? m_to.StrokePolyline(MovedAll(lines.points), lines.stroke)
                               : m_to.StrokePolyline(lines.points, lines.stroke);
                 },
                 [&](const TextOp& text) {
@@ -150,7 +150,7 @@ private:
         const RECT moved = Moved(RECT{p.x, p.y, p.x, p.y});
         return {moved.left, moved.top};
     }
-    std::vector<POINT> Moved(std::vector<POINT> points) const {
+    template <class Points> Points MovedAll(Points points) const {
         for (POINT& point : points)
             point = Moved(point);
         return points;
@@ -159,7 +159,7 @@ private:
     Shape Moved(const Shape& shape) const {
         return std::visit(Overloaded{
                               [&](const PolygonShape& polygon) -> Shape {
-                                  return PolygonShape{Moved(polygon.points), polygon.winding};
+                                  return PolygonShape{MovedAll(polygon.points), polygon.winding};
                               },
                               [&](const EllipseShape& ellipse) -> Shape {
                                   return EllipseShape{Moved(ellipse.center), ellipse.radius};

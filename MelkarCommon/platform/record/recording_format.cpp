@@ -3,6 +3,7 @@
 #include <MelkarCommon/platform/text/text_engine.h>
 #include <MelkarCommon/platform/values/number_text.h>
 
+#include <array>
 #include <numbers>
 #include <sstream>
 #include <string_view>
@@ -174,7 +175,7 @@ void EndLine(Words& words, const RecordedOp& op) {
 /// Calls take(segment) for each, as if it had been drawn alone; those beside the clip are left out.
 template <class Take> void ForEachShown(const StrokePolylineOp& lines, const RECT& clip, const Take& take) {
     ForEachSegment(lines.points, lines.stroke, [&](POINT from, POINT to, const Stroke& stroke) {
-        const RecordedOp alone{StrokePolylineOp{{from, to}, stroke}, clip};
+        const RecordedOp alone{StrokePolylineOp{LinePoints(std::array{from, to}), stroke}, clip};
         if (IsEmptyRect(clip) || !IsEmptyRect(ClipBox(BoxOf(alone), clip)))
             take(alone);
     });
@@ -183,7 +184,7 @@ template <class Take> void ForEachShown(const StrokePolylineOp& lines, const REC
 void FormatPolyline(Words& words, const StrokePolylineOp& lines, const RECT& clip) {
     ForEachShown(lines, clip, [&](const RecordedOp& alone) {
         const auto& [points, stroke] = std::get<StrokePolylineOp>(alone.verb);
-        FormatSegment(words, points.front(), points.back(), stroke);
+        FormatSegment(words, points[0], points[1], stroke);
         EndLine(words, alone);
     });
 }

@@ -1,4 +1,5 @@
 #include <MelkarCommon/platform/files/new_file.h>
+#include <MelkarCommon/platform/images/deflate.h>
 #include <MelkarCommon/platform/images/encoders.h>
 #include <MelkarCommon/platform/seam/color.h>
 
@@ -7,7 +8,6 @@
 #include <cerrno>
 #include <cstring>
 #include <libdeflate.h>
-#include <memory>
 #include <new>
 #include <string_view>
 
@@ -22,15 +22,6 @@ namespace {
 
 constexpr std::string_view kSignature{"\x89PNG\r\n\x1A\n", 8};
 constexpr std::uint8_t kDifferenceFromAbove = 2;
-constexpr int kEffort = 6; ///< of 12: beyond it time grows faster than size falls
-
-template <class T> using Memory = std::unique_ptr<T[]>; // made by nothrow: a picture may ask for too much
-template <class T> Memory<T> Allocate(std::size_t count) { return Memory<T>(new (std::nothrow) T[count]); }
-
-struct Bytes {
-    Memory<std::uint8_t> memory;
-    std::size_t count = 0;
-};
 
 /// The bytes of a number, the highest first.
 constexpr std::uint32_t HighFirst(std::uint32_t number) {
@@ -105,19 +96,6 @@ template <int kChannels> Bytes Filtered(const PixelBuffer& pixels) {
     return filtered;
 }
 
-Bytes Compressed(const Bytes& bytes) {
-    const auto release = [](libdeflate_compressor* compressor) { libdeflate_free_compressor(compressor); };
-    const std::unique_ptr<libdeflate_compressor, decltype(release)> compressor(libdeflate_alloc_compressor(kEffort));
-    if (bytes.memory == nullptr || compressor == nullptr)
-        return {};
-    const std::size_t bound = libdeflate_zlib_compress_bound(compressor.get(), bytes.count);
-    Bytes compressed{Allocate<std::uint8_t>(bound), 0};
-    if (compressed.memory != nullptr)
-        compressed.count =
-            libdeflate_zlib_compress(compressor.get(), bytes.memory.get(), bytes.count, compressed.memory.get(), bound);
-    return compressed;
-}
-
 /// Gives the parts of a chunk to `write(bytes, count)`, as long as that returns true.
 template <class Write> bool WriteChunk(const char* name, const void* bytes, std::size_t count, const Write& write) {
     constexpr std::size_t kName = 4;
@@ -144,7 +122,7 @@ template <class Write> int WriteFile(const PixelBuffer& pixels, bool hasAlpha, c
                  0,
                  0};
     constexpr std::size_t kHead = 13;
-    const Bytes rows = Compressed(hasAlpha ? Filtered<4>(pixels) : Filtered<3>(pixels));
+    const Bytes rows = Deflated((hasAlpha ? Filtered<4>(pixels) : Filtered<3>(pixels)).View());
     if (rows.count == 0)
         return ENOMEM;
     if (rows.count > INT32_MAX)

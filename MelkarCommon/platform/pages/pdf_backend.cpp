@@ -37,29 +37,31 @@ void SetInfo(cairo_surface_t* pdf, const DocumentInfo& info) {
         cairo_pdf_surface_set_metadata(pdf, CAIRO_PDF_METADATA_CREATE_DATE, text);
 }
 
-/// Where cairo writes: all goes to the file, what is written last can be looked at.
+/// Where cairo writes.
 struct Written {
     std::unique_ptr<NewFile> file;
-    std::size_t count = 0; ///< bytes
-    bool isKept = false;   ///< from now on
-    std::string kept{};    ///< the last of them
+    std::size_t count = 0; ///< bytes that went there
+    bool isEnding = false; ///< the rest is kept
+    std::string end{};
 };
 
 /// For C: nothing is thrown.
-cairo_status_t WriteAndKeep(void* to, const unsigned char* bytes, unsigned int count) noexcept {
+cairo_status_t WriteOrKeep(void* to, const unsigned char* bytes, unsigned int count) noexcept {
     auto& written = *static_cast<Written*>(to);
+    if (!written.isEnding) {
+        written.count += count;
+        return WriteToFile(written.file.get(), bytes, count);
+    }
     try {
-        if (written.isKept)
-            written.kept.append(reinterpret_cast<const char*>(bytes), count);
+        written.end.append(reinterpret_cast<const char*>(bytes), count);
+        return CAIRO_STATUS_SUCCESS;
     } catch (...) {
         return CAIRO_STATUS_NO_MEMORY;
     }
-    written.count += count;
-    return WriteToFile(written.file.get(), bytes, count);
 }
 
 CairoSurface MakeSurface(Written& written, const Sheet& sheet, const DocumentInfo& info) {
-    CairoSurface pdf(cairo_pdf_surface_create_for_stream(WriteAndKeep, &written, sheet.width, sheet.height));
+    CairoSurface pdf(cairo_pdf_surface_create_for_stream(WriteOrKeep, &written, sheet.width, sheet.height));
     SetInfo(pdf.get(), info);
     return pdf;
 }
@@ -95,7 +97,7 @@ public:
 
 private:
     Area PointsOf(const RECT& area);
-    void AddWords();
+    void WriteEnd();
 
     std::unique_ptr<Written> m_written;
     CairoSurface m_surface;
@@ -135,22 +137,22 @@ bool PdfBackend::Finish() {
     EndPage();
     m_structure.Finish(Context(), m_surface.get());
     const cairo_status_t drawn = cairo_status(Context());
-    m_written->isKept = !m_structure.IsEmpty();
+    m_written->isEnding = true;
     cairo_surface_finish(m_surface.get());
     const cairo_status_t written = cairo_surface_status(m_surface.get());
     const cairo_status_t status = drawn != CAIRO_STATUS_SUCCESS ? drawn : written;
-    if (status == CAIRO_STATUS_SUCCESS && !m_structure.IsEmpty())
-        AddWords();
+    if (status == CAIRO_STATUS_SUCCESS)
+        WriteEnd();
     const char* error = status != CAIRO_STATUS_SUCCESS ? cairo_status_to_string(status) : nullptr;
     return FinishPage(*m_written->file, PageFormat::Pdf, m_pages == 0 ? "no page" : error);
 }
 
-void PdfBackend::AddWords() {
-    const std::size_t before = m_written->count - m_written->kept.size();
-    const std::string words = AdditionTo(m_written->kept, before, m_structure.Words(m_sheetHeight));
-    if (words.empty())
+void PdfBackend::WriteEnd() {
+    const std::string packed = EndWith(m_structure.Words(m_sheetHeight), m_written->end, m_written->count);
+    if (packed.empty() && !m_structure.IsEmpty())
         Report("PDF file: its figures go without a description, since this cairo writes them in a form unknown here");
-    m_written->file->Write(words.data(), words.size());
+    const std::string& end = packed.empty() ? m_written->end : packed;
+    m_written->file->Write(end.data(), end.size());
 }
 
 /// From the top left corner of the sheet.

@@ -1,58 +1,15 @@
-#include <MelkarCommon/platform/pages/pdf_addition.h>
+#include <MelkarCommon/platform/images/deflate.h>
+#include <MelkarCommon/platform/pages/pdf_end.h>
+#include <MelkarCommon/platform/pages/pdf_objects.h>
+#include <MelkarCommon/platform/pages/pdf_text.h>
 
-#include <MelkarCommon/platform/text/text_decode.h>
-
-#include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <new>
 
 namespace melkar {
 
 namespace {
-
-constexpr std::string_view kTable = "startxref\n"; // before the place of the table of objects
-constexpr std::string_view kTrailer = "trailer\n<<";
-
-/// The character at the start of valid UTF-8 of that length.
-std::uint32_t CodePoint(std::string_view character) {
-    const auto lead = static_cast<unsigned char>(character.front());
-    std::uint32_t code = character.size() == 1 ? lead : lead & (0x7FU >> character.size());
-    for (const char byte : character.substr(1))
-        code = code << 6U | (static_cast<unsigned char>(byte) & 0x3FU);
-    return code;
-}
-
-std::string Utf16(std::string_view utf8) {
-    std::string units = "\xFE\xFF"; // which says what they are
-    const auto add = [&](std::uint32_t unit) {
-        units.append({static_cast<char>(unit >> 8U), static_cast<char>(unit)});
-    };
-    for (std::size_t at = 0; at < utf8.size();) {
-        const std::size_t length = LengthAt(utf8, at);
-        const std::uint32_t code = CodePoint(utf8.substr(at, length));
-        if (code < 0x10000) {
-            add(code);
-        } else {
-            add(0xD800 + ((code - 0x10000) >> 10U));
-            add(0xDC00 + ((code - 0x10000) & 0x3FFU));
-        }
-        at += length;
-    }
-    return units;
-}
-
-/// A text as an object of the file.
-std::string TextObject(const std::string& utf8) {
-    const bool isPlain =
-        std::all_of(utf8.begin(), utf8.end(), [](char byte) { return byte == '\n' || (byte >= ' ' && byte <= '~'); });
-    std::string object = "(";
-    for (const char byte : isPlain ? utf8 : Utf16(utf8)) {
-        if (byte == '(' || byte == ')' || byte == '\\')
-            object += '\\';
-        object += byte == '\r' ? "\\r" : std::string(1, byte); // a bare one would be read as a line feed
-    }
-    return object + ")";
-}
 
 std::string BoxObject(const Area& area) {
     const auto whole = [](double edge) { return std::to_string(std::lround(edge)); };
@@ -60,73 +17,130 @@ std::string BoxObject(const Area& area) {
 }
 
 std::string EntriesOf(const FigureWords& figure) {
-    return (figure.text.empty() ? "" : "   /Alt " + TextObject(figure.text) + "\n") + "   /A << /O /Layout /BBox " +
+    return (figure.text.empty() ? "" : "   /Alt " + PdfText(figure.text) + "\n") + "   /A << /O /Layout /BBox " +
            BoxObject(figure.area) + " >>\n";
 }
 
 std::string EntriesOf(const DocumentWords& words) {
-    return (words.language.empty() ? "" : "   /Lang " + TextObject(words.language) + "\n") +
+    return (words.language.empty() ? "" : "   /Lang " + PdfText(words.language) + "\n") +
            "   /ViewerPreferences << /DisplayDocTitle true >>\n";
 }
 
-/// Later versions of objects, and the rows of a table of them.
-class Addition {
+/// Gives objects what a document says.
+class Words {
 public:
-    Addition(std::string_view end, std::size_t at) : m_end(end), m_begin(at + end.size()) {}
+    explicit Words(const DocumentWords& words) : m_words(words) {}
 
-    /// Says the objects that hold `head` anew, with entries behind it. @return how many
-    template <class Entries> std::size_t Change(std::string_view head, const Entries& entries) {
-        std::size_t count = 0;
-        for (std::size_t at = m_end.find(head); at != std::string_view::npos; at = m_end.find(head, at + head.size()))
-            Add(at + head.size(), entries(count++));
-        return count;
+    std::string Into(std::string_view object) {
+        constexpr std::string_view kFigure = "<< /Type /StructElem\n   /S /Figure\n";
+        constexpr std::string_view kCatalog = "<< /Type /Catalog\n";
+        if (object.starts_with(kFigure) && m_figures++ < m_words.figures.size())
+            return Behind(kFigure, EntriesOf(m_words.figures[m_figures - 1]), object);
+        if (object.starts_with(kCatalog) && m_catalogs++ == 0)
+            return Behind(kCatalog, EntriesOf(m_words), object);
+        return std::string(object);
     }
-    /// @param trailer that of the file @param table where its table begins
-    std::string Finish(std::string_view trailer, std::string_view table) {
-        const std::string begin = std::to_string(m_begin + m_objects.size());
-        return m_objects + "xref\n" + m_rows + std::string(kTrailer) + " /Prev " + std::string(table) +
-               std::string(trailer.substr(kTrailer.size())) + std::string(kTable) + begin + "\n%%EOF\n";
+    /// Whether all of it has found its place.
+    bool AreIn() const { return m_figures == m_words.figures.size() && m_catalogs == 1; }
+
+private:
+    static std::string Behind(std::string_view head, const std::string& entries, std::string_view object) {
+        return std::string(head) + entries + std::string(object.substr(head.size()));
+    }
+
+    const DocumentWords& m_words;
+    std::size_t m_figures = 0; ///< met
+    std::size_t m_catalogs = 0;
+};
+
+/// An object of compressed bytes. @param entries what it is
+std::string Stream(const std::string& entries, const std::string& bytes) {
+    const Bytes deflated = Deflated({reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()});
+    if (deflated.memory == nullptr)
+        throw std::bad_alloc();
+    return "<< " + entries + " /Filter /FlateDecode /Length " + std::to_string(deflated.count) + " >>\nstream\n" +
+           std::string(reinterpret_cast<const char*>(deflated.memory.get()), deflated.count) + "\nendstream\n";
+}
+
+/// Dictionaries and lists in one compressed stream, and a compressed table of all objects. Streams stay as they are,
+/// and so do numbers: those are lengths of streams, which a reader wants to know before it unpacks any.
+class PackedEnd {
+public:
+    /// @param places of all objects, by their numbers
+    PackedEnd(std::size_t at, const std::vector<std::size_t>& places) : m_at(at), m_packedNumber(places.size()) {
+        for (const std::size_t place : places)
+            m_rows.push_back(place == 0 ? Row{} : Row{kPlain, place, 0});
+        m_rows.resize(m_packedNumber + 2);
+    }
+
+    void Add(std::size_t number, const std::string& object) {
+        const bool isStream = object.ends_with("endstream\n");
+        if (isStream || !(object.starts_with('<') || object.starts_with('[')))
+            return AddPlain(number, object);
+        m_rows[number] = {kPacked, m_packedNumber, m_packedCount++};
+        m_packedPlaces += std::to_string(number) + " " + std::to_string(m_packed.size()) + "\n";
+        m_packed += object;
+    }
+    /// @param trailer entries of it
+    std::string Finish(std::string_view trailer) {
+        AddPlain(m_packedNumber, Stream("/Type /ObjStm /N " + std::to_string(m_packedCount) + " /First " +
+                                            std::to_string(m_packedPlaces.size()),
+                                        m_packedPlaces + m_packed));
+        const std::size_t place = m_at + m_plain.size();
+        m_rows.back() = {kPlain, place, 0}; // it lists itself
+        AddPlain(m_packedNumber + 1,
+                 Stream("/Type /XRef /Size " + std::to_string(m_rows.size()) + " /W [ 1 5 4 ]\n" + std::string(trailer),
+                        Table()));
+        return m_plain + "startxref\n" + std::to_string(place) + "\n%%EOF\n";
     }
 
 private:
-    /// @param inside a place in the object
-    void Add(std::size_t inside, const std::string& entries) {
-        constexpr std::string_view kHead = " 0 obj\n";
-        constexpr std::string_view kTail = "endobj\n";
-        const std::size_t head = m_end.rfind(kHead, inside);
-        const std::size_t tail = m_end.find(kTail, inside);
-        if (head == std::string_view::npos || tail == std::string_view::npos)
-            return;
-        const std::size_t begin = m_end.rfind('\n', head) + 1;
-        const std::string offset = std::to_string(m_begin + m_objects.size());
-        m_rows += std::string(m_end.substr(begin, head - begin)) + " 1\n" + std::string(10 - offset.size(), '0') +
-                  offset + " 00000 n \n";
-        m_objects += std::string(m_end.substr(begin, inside - begin)) + entries +
-                     std::string(m_end.substr(inside, tail + kTail.size() - inside));
+    enum Kind : std::uint8_t { kNone, kPlain, kPacked };
+    struct Row {
+        Kind kind = kNone;
+        std::size_t place = 0; ///< bytes before it; the number of the stream that it is packed in
+        std::size_t index = 0; ///< there
+    };
+
+    void AddPlain(std::size_t number, const std::string& object) {
+        m_rows[number] = {kPlain, m_at + m_plain.size(), 0};
+        m_plain += std::to_string(number) + " 0 obj\n" + object + "endobj\n";
+    }
+    /// The highest bytes of numbers come first.
+    std::string Table() const {
+        std::string table;
+        const auto add = [&](std::size_t number, unsigned int bytes) {
+            while (bytes-- > 0)
+                table += static_cast<char>(number >> 8 * bytes);
+        };
+        for (const Row& row : m_rows) {
+            add(row.kind, 1);
+            add(row.place, 5);
+            add(row.index, 4);
+        }
+        return table;
     }
 
-    std::string_view m_end;
-    std::size_t m_begin; ///< in the file
-    std::string m_objects;
-    std::string m_rows;
+    std::size_t m_at;
+    std::vector<Row> m_rows; ///< by number
+    std::size_t m_packedNumber;
+    std::size_t m_packedCount = 0;
+    std::string m_packedPlaces;
+    std::string m_packed;
+    std::string m_plain;
 };
 
 } // namespace
 
-std::string AdditionTo(std::string_view end, std::size_t at, const DocumentWords& words) {
-    const std::size_t trailer = end.rfind(kTrailer);
-    const std::size_t table = end.rfind(kTable);
-    if (trailer == std::string_view::npos || table == std::string_view::npos || table < trailer)
+std::string EndWith(const DocumentWords& words, std::string_view end, std::size_t at) {
+    const auto read = ReadPdfEnd(end, at);
+    if (!read)
         return "";
-    Addition addition(end, at);
-    const std::size_t figures = addition.Change("/Type /StructElem\n   /S /Figure\n", [&](std::size_t index) {
-        return index < words.figures.size() ? EntriesOf(words.figures[index]) : "";
-    });
-    if (figures != words.figures.size() ||
-        addition.Change("<< /Type /Catalog\n", [&](std::size_t) { return EntriesOf(words); }) != 1)
-        return "";
-    const std::size_t number = table + kTable.size();
-    return addition.Finish(end.substr(trailer, table - trailer), end.substr(number, end.find('\n', number) - number));
+    PackedEnd packed(at, read->places);
+    Words told(words);
+    for (const PdfObject& object : read->objects)
+        packed.Add(object.number, told.Into(object.text));
+    return told.AreIn() ? packed.Finish(read->trailer) : "";
 }
 
 } // namespace melkar

@@ -8,8 +8,8 @@
 #include <vector>
 
 /// @file
-/// Internal. What cairo has no call for, put behind the PDF file that it wrote: a reader takes the last version of an
-/// object, which is how the format itself wants files to be changed.
+/// Internal. The end of a PDF file, in place of the one that cairo wrote: with what cairo has no call for, and small.
+/// cairo takes 4 kB there for each page of a report, and they are much alike.
 
 namespace melkar {
 
@@ -25,8 +25,9 @@ struct DocumentWords {
     std::vector<FigureWords> figures; ///< in the order in which they were begun
 };
 
-/// @param end the last bytes of the file, with all objects that say what is drawn @param at how many bytes stand before
-/// them @return what is to be written behind; empty, if the file isn't of the form that is understood
-std::string AdditionTo(std::string_view end, std::size_t at, const DocumentWords& words);
+/// @param end the last bytes of the file, from the start of an object, with all objects that say what is drawn @param
+/// at how many bytes stand before them @return what is to stand there instead; empty, if the file isn't of the form
+/// that is understood
+std::string EndWith(const DocumentWords& words, std::string_view end, std::size_t at);
 
 } // namespace melkar

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <MelkarCommon/platform/page_words.h>
-#include <MelkarCommon/platform/pages/pdf_addition.h>
+#include <MelkarCommon/platform/pages/pdf_end.h>
 
 #include <cairo.h>
 

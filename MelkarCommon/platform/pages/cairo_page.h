@@ -31,6 +31,8 @@ protected:
     CairoPage(CairoContext cr, const RECT& room, int dpi);
 
     bool HasRoom() const { return !IsEmptyRect(m_page); }
+    /// Nothing was drawn on this page.
+    bool IsBlank() const { return m_count == 0; }
     /// All of the room is to be drawn on.
     void OpenRoom();
     /// Nothing of it, once everything is drawn.

@@ -119,6 +119,11 @@ bool PdfBackend::BeginPage() {
 void PdfBackend::EndPage() {
     if (!HasRoom())
         return;
+    FinishLines();
+    if (IsBlank()) { // of such a page cairo would forget the parts, and which words belong to which of the others
+        OpenRoom();
+        FillRect({0, 0, 1, 1}, kWhitePixel);
+    }
     CloseRoom();
     m_structure.End(Context());
     cairo_show_page(Context());

@@ -379,6 +379,19 @@ TEST_F(Page, AFigureIsKeptBelowItsGround) {
     EXPECT_THAT(Inflated(work.Read("page"), "/ObjStm"), HasSubstr("/Alt (Only \\\\ of it.)"));
 }
 
+TEST_F(Page, AFigureIsKeptOnABlankPage) {
+    const auto pages = Make("page", PageFormat::Pdf);
+    pages->BeginPart(PageRole::Figure, {0, 0, 400, 300}, "");
+    pages->SetClip({0, 0, 0, 0});
+    pages->BeginPage();
+    pages->BeginPart(PageRole::Figure, {0, 0, 200, 100}, "");
+    pages->PaintText(PageText("5", 96), 0, {20, 30}, 0, 0, {0, 0, 400, 300});
+    EXPECT_TRUE(pages->Finish());
+    ASSERT_EQ(std::system("pdfinfo -struct-text ../page > ../tree 2>&1"), 0);
+    EXPECT_EQ(work.Read("tree"), "Document\n  Figure:\n     /BBox [0 0 300 225]\n    \"\"\n" // shapes, no texts
+                                 "  Figure:\n     /BBox [0 150 150 225]\n    \"5\"\n");
+}
+
 TEST_F(Page, MaskedCopiesStayOnePicture) {
     std::vector<std::uint32_t> pixels{0xFFFFFFFFU, 0xFF000000U, 0xFFFF0000U, 0xFF804020U};
     const auto elements = Elements([&](Backend& b) {

@@ -2,9 +2,9 @@
 
 #include <MelkarCommon/platform/datetime.h>
 #include <MelkarCommon/platform/files/profile_snapshot.h>
+#include <MelkarCommon/platform/values/ascii.h>
 #include <MelkarCommon/platform/values/locales.h>
 #include <MelkarCommon/support/keep_locale.h>
-#include <MelkarCommon/support/numbers.h>
 #include <MelkarCommon/support/support.h>
 
 #include <atomic>
@@ -35,7 +35,10 @@ CString FormatDate(CString date, CString format, CString locale) {
     if (date.GetLength() < kDateLength)
         return date;
     COleDateTime day;
-    day.SetDateTime(melkar::ToInt(date.Left(4)), melkar::ToInt(date.Mid(4, 2)), melkar::ToInt(date.Mid(6, 2)), 0, 0, 0);
+    const auto number = [&](std::size_t from, std::size_t count) {
+        return melkar::ParseInt(date.View().substr(from, count));
+    };
+    day.SetDateTime(number(0, 4), number(4, 2), number(6, 2), 0, 0, 0);
     const melkar::ScopedFormatLocale language(locale);
     if (!locale.IsEmpty())
         PutProcessLocaleBack();

@@ -3,8 +3,11 @@
 #include <MelkarCommon/platform/values/locales.h>
 
 #include <algorithm>
+#include <array>
 #include <chrono>
 #include <ctime>
+#include <optional>
+#include <span>
 #include <utility>
 #include <vector>
 
@@ -67,7 +70,7 @@ bool IsTime(int hour, int minute, int second) {
     return hour >= 0 && hour < 24 && minute >= 0 && minute < 60 && second >= 0 && second < 60;
 }
 
-std::size_t FormatIn(locale_t locale, std::string& text, const std::string& pattern, const std::tm& moment) {
+std::size_t FormatIn(locale_t locale, std::span<char> text, const std::string& pattern, const std::tm& moment) {
     return locale ? strftime_l(text.data(), text.size(), pattern.c_str(), &moment, locale)
                   : std::strftime(text.data(), text.size(), pattern.c_str(), &moment);
 }
@@ -75,15 +78,15 @@ std::size_t FormatIn(locale_t locale, std::string& text, const std::string& patt
 /// "" for a result that doesn't fit. The mark at the end tells an empty result from one that is too long.
 CString FormatMoment(const char* pattern, const std::tm& moment) {
     const std::string marked = std::string(pattern) + '.';
-    constexpr std::size_t kMost = kLongestFormatted + 2; // with the mark and the NUL
-    for (std::size_t room = std::min(256 + marked.size(), kMost);; room = std::min(room * 4, kMost)) {
-        std::string text(room, '\0');
-        const std::size_t length = FormatIn(Locales().current, text, marked, moment);
-        if (length > 0)
-            return CString(std::string_view(text.data(), length - 1));
-        if (room == kMost)
-            return CString();
-    }
+    const auto formatted = [&](std::span<char> room) -> std::optional<CString> {
+        const std::size_t length = FormatIn(Locales().current, room, marked, moment);
+        return length > 0 ? std::optional<CString>(std::string_view(room.data(), length - 1)) : std::nullopt;
+    };
+    std::array<char, 256> usual;
+    if (const auto text = formatted(usual))
+        return *text;
+    std::string all(kLongestFormatted + 2, '\0'); // with the mark and the NUL
+    return formatted(all).value_or(CString());
 }
 
 } // namespace

@@ -1,16 +1,14 @@
 #include <MelkarCommon/platform/drawing.h>
+#include <MelkarCommon/platform/framed_box.h>
 #include <MelkarCommon/platform/scoped.h>
 #include <MelkarCommon/support/support.h>
 
-using melkar::ScopedBrush;
 using melkar::ScopedPen;
 
 int DrawRectangle(HDC surface, RECT rect, unsigned long fill, unsigned long line, int lineWidth) {
     if (rect.right < 0 || rect.top < 0 || rect.left == rect.right || rect.top == rect.bottom)
         return -1;
-    const ScopedPen pen(surface, PS_INSIDEFRAME, lineWidth, static_cast<COLORREF>(line));
-    const ScopedBrush brush(surface, static_cast<COLORREF>(fill));
-    Rectangle(surface, rect.left, rect.top, rect.right, rect.bottom);
+    melkar::DrawFramedBox(surface, rect, static_cast<COLORREF>(fill), static_cast<COLORREF>(line), lineWidth);
     return 0;
 }
 

@@ -1,5 +1,6 @@
 #include <MelkarCommon/platform/calls/failing.h>
 #include <MelkarCommon/platform/drawing.h>
+#include <MelkarCommon/platform/framed_box.h>
 #include <MelkarCommon/platform/seam/box.h>
 #include <MelkarCommon/platform/surfaces/strokes.h>
 #include <MelkarCommon/platform/surfaces/surface_state.h>
@@ -28,9 +29,7 @@ void StrokeFrame(Backend& backend, const RECT& r, const Stroke& stroke) {
     backend.StrokePolyline(corners, stroke);
 }
 
-void DrawRectangle(HDC surface, Backend& backend, const RECT& box) {
-    const Pen& pen = *surface->pen;
-    const Brush& brush = *surface->brush;
+void DrawRectangle(HDC surface, Backend& backend, const RECT& box, const Pen& pen, const Brush& brush) {
     if (pen.style == PS_NULL || IsPatterned(pen)) {
         if (!brush.hollow)
             Fill(backend, box, brush.color);
@@ -100,7 +99,17 @@ BOOL Rectangle(HDC surface, int left, int top, int right, int bottom) {
     const RECT box = Ordered(left, top, right, bottom);
     if (!IsSurface(surface) || IsEmptyRect(box))
         return FALSE;
-    return DrawIfRoom(surface, [&](Backend& backend) { DrawRectangle(surface, backend, box); });
+    return DrawIfRoom(surface,
+                      [&](Backend& backend) { DrawRectangle(surface, backend, box, *surface->pen, *surface->brush); });
+}
+
+BOOL melkar::DrawFramedBox(HDC surface, const RECT& rect, COLORREF fill, COLORREF line, int lineWidth) {
+    const RECT box = Ordered(rect.left, rect.top, rect.right, rect.bottom);
+    if (!IsSurface(surface) || IsEmptyRect(box))
+        return FALSE;
+    const Pen pen(PS_INSIDEFRAME, lineWidth, line, Owner::Stock);
+    const Brush brush(fill, false, Owner::Stock);
+    return DrawIfRoom(surface, [&](Backend& backend) { DrawRectangle(surface, backend, box, pen, brush); });
 }
 
 BOOL Ellipse(HDC surface, int left, int top, int right, int bottom) {

@@ -98,6 +98,27 @@ public:
         std::memcpy(pixel, &pixels, sizeof pixels);
     }
 
+    /// At each place two pixels side by side: what a position, in 32.32 fixed point, leaves of the first one, and the
+    /// rest of the second. Places may be the same if their positions are.
+    void MixPairs(const std::array<std::uint32_t*, kLanes / 2>& places,
+                  const std::array<std::uint64_t, kLanes / 2>& positions) const {
+        constexpr std::uint64_t kRest = 0xFF0000; // of 256ths, cut off
+        Pairs pairs{};
+        Pairs rests{};
+        for (int i = 0; i < kLanes / 2; ++i) {
+            std::uint64_t pair = 0;
+            std::memcpy(&pair, places[static_cast<std::size_t>(i)], sizeof pair);
+            pairs[i] = pair;
+            rests[i] = positions[static_cast<std::size_t>(i)];
+        }
+        rests = rests >> 8 & kRest;
+        Pixels pixels = Pixels(pairs);
+        Mix(pixels, Pixels(kWholeWeight - rests + (rests << 32)));
+        for (std::size_t i = 0; i < kLanes / 2; ++i)
+            std::memcpy(places[i], reinterpret_cast<const char*>(&pixels) + i * sizeof(std::uint64_t),
+                        sizeof(std::uint64_t));
+    }
+
     /// `count` steps, each `stride` behind the last; at each `kWidth` pixels side by side with a weight of their own,
     /// which stays within 0 and 2^24.
     template <std::size_t kWidth> void MixSteps(std::uint32_t* pixel, std::ptrdiff_t stride, int count,

@@ -6,8 +6,8 @@
 #include <MelkarCommon/platform/seam/stroke.h>
 
 /// @file
-/// Internal. The sloped lines that curves are made of, run by run: all within the clip, and so close to an axis that
-/// several steps touch the same rows (of a steep line: columns).
+/// Internal. The lines that curves are made of, all within the clip: along an axis; thin and steep, some steps at once;
+/// or so close to an axis that several steps touch the same rows (of a steep line: columns), run by run.
 
 namespace melkar {
 
@@ -43,9 +43,11 @@ public:
 
     /// @return false, with nothing drawn, for any other line.
     bool Draw(POINT from, POINT to) const {
+        if (m_width == 1 && DrawThin(from, to))
+            return true;
         const Walk walk = PlanWalk(from, to);
         if (walk.rise == 0)
-            return false;
+            return DrawAlongAxis(walk);
         const Breadth breadth = BreadthOf(walk, m_width, m_middle);
         if (!IsInside(walk, breadth, m_clip))
             return false;
@@ -57,6 +59,35 @@ public:
     }
 
 private:
+    /// A steep line, or one of a single step, of two pixels a step and with as many steps at once as there are lanes
+    /// for. The last step comes again until no other one's turn is left: a curve through each column's value is made of
+    /// lines of a few steps, and to guess wrong which way each of them goes, and where it ends, takes longer than to
+    /// draw it.
+    bool DrawThin(POINT from, POINT to) const {
+        const int dx = to.x - from.x;
+        const int height = std::abs(to.y - from.y);
+        const int length = std::max(height, 1);
+        const bool isThin = (height > std::abs(dx)) | ((std::abs(dx) == 1) & (height == 1));
+        if (!(isThin & IsWithin(from) & IsWithin(to)))
+            return false;
+        constexpr int kSteps = kLanes / 2;
+        const std::int64_t slope = FixedRatio(dx, length);
+        const std::ptrdiff_t next = to.y > from.y ? m_buffer.stride : -std::ptrdiff_t{m_buffer.stride};
+        std::uint32_t* const first = PixelAt(m_buffer, from.x, from.y);
+        for (int i = 0; i < length; i += kSteps) {
+            std::array<std::uint32_t*, kSteps> pairs;
+            std::array<std::uint64_t, kSteps> positions;
+            for (int k = 0; k < kSteps; ++k) {
+                const std::int64_t step = std::min(i + k, length - 1);
+                const std::int64_t position = kHalfWeight + step * slope;
+                pairs[static_cast<std::size_t>(k)] = first + step * next + (position >> 32);
+                positions[static_cast<std::size_t>(k)] = static_cast<std::uint64_t>(position);
+            }
+            m_mixer.MixPairs(pairs, positions);
+        }
+        return true;
+    }
+
     /// Steps that touch the same rows: the first and the last of these in part, those between them whole.
     struct Run {
         std::uint32_t* pixel; ///< of the first step, in the first row
@@ -142,6 +173,24 @@ private:
         for (int i = 1; i < run.rows; ++i)
             std::fill_n(row += m_buffer.stride, run.count, m_color);
         m_mixer.MixSpan(row + m_buffer.stride, run.count, fromLeft(run.last));
+    }
+
+    /// With room for a pixel at either side.
+    bool IsWithin(POINT p) const {
+        return (p.x > m_clip.left) & (p.x < m_clip.right - 1) & (p.y >= m_clip.top) & (p.y < m_clip.bottom);
+    }
+
+    /// @return false, with nothing drawn, if it lies not all within the clip.
+    bool DrawAlongAxis(const Walk& walk) const {
+        const std::int64_t start = walk.up ? walk.major : walk.major - walk.length + 1;
+        const std::int64_t side = walk.minor - m_width / 2;
+        const Box box = walk.steep ? Box{side, start, side + m_width, start + walk.length}
+                                   : Box{start, side, start + walk.length, side + m_width};
+        if (box.left < m_clip.left || box.right > m_clip.right || box.top < m_clip.top || box.bottom > m_clip.bottom)
+            return false;
+        for (std::int64_t y = box.top; y < box.bottom; ++y)
+            std::fill_n(m_buffer.pixels + y * m_buffer.stride + box.left, box.right - box.left, m_color);
+        return true;
     }
 
     PixelBuffer m_buffer;

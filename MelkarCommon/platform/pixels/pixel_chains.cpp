@@ -9,44 +9,29 @@ namespace melkar {
 
 namespace {
 
-/// Walks one chain from left to right and tells where it is at the sides of each column.
-class ChainWalk {
-public:
-    /// From corner `first` on; `step` is 1, or -1 to follow the polygon backwards.
-    ChainWalk(std::span<const POINT> polygon, std::size_t first, int step)
-        : m_polygon(polygon), m_index(first), m_isBackwards(step < 0), m_end(polygon[first]) {}
-
-    /// Goes on to column `x`, which is not behind the last one and left of the polygon's right end.
-    void GoTo(int x) {
-        if (x < m_end.x)
-            return;
-        POINT start = m_end;
-        for (; m_end.x <= x; m_end = m_polygon[m_index]) {
-            start = m_end;
-            GoOn();
+/// Tells where a chain is at the left and at the right side of each column left..right-1, which it reaches.
+/// @param first a leftmost corner
+/// @param step 1, or -1 to follow the polygon backwards
+/// @param put called with the column, and both y
+template <class Put>
+void WalkChain(std::span<const POINT> polygon, std::size_t first, int step, int left, int right, const Put& put) {
+    const std::size_t last = polygon.size() - 1;
+    const auto next = [&](std::size_t i) { return step > 0 ? (i == last ? 0 : i + 1) : (i == 0 ? last : i - 1); };
+    POINT start = polygon[first];
+    for (int x = left; x < right;) {
+        first = next(first);
+        const POINT end = polygon[first];
+        if (end.x > x) {
+            const double startX = start.x;
+            const double startY = start.y;
+            const double slope = (end.y - startY) / (end.x - startX);
+            const auto yAt = [&](int at) { return startY + (at - startX) * slope; };
+            for (const int stop = std::min(end.x, right); x < stop; ++x)
+                put(x, yAt(x), yAt(x + 1));
         }
-        m_x = start.x;
-        m_y = start.y;
-        m_slope = (m_end.y - m_y) / (m_end.x - m_x);
+        start = end;
     }
-    double At(int x) const { return m_y + (x - m_x) * m_slope; }
-
-private:
-    void GoOn() {
-        if (m_isBackwards)
-            m_index = (m_index == 0 ? m_polygon.size() : m_index) - 1;
-        else
-            m_index = m_index + 1 == m_polygon.size() ? 0 : m_index + 1;
-    }
-
-    std::span<const POINT> m_polygon;
-    std::size_t m_index;
-    bool m_isBackwards;
-    POINT m_end;
-    double m_x = 0; ///< where the side begins that ends there
-    double m_y = 0;
-    double m_slope = 0;
-};
+}
 
 /// Where a polygon begins and how wide it is.
 struct Extent {
@@ -72,21 +57,45 @@ std::optional<Extent> ExtentOf(std::span<const POINT> polygon) {
     return extent;
 }
 
-bool IsSame(const ChainEdge& one, const ChainEdge& other) { return one.high == other.high && one.low == other.low; }
+/// Puts the upper one of two chains, each with its y at the left and at the right side of the column, into its place.
+/// @return false if they cross
+bool SortChains(ChainColumn& column) {
+    auto& [upper, lower] = column;
+    const bool isSorted = upper.high <= lower.high && upper.low <= lower.low;
+    if (!isSorted && (upper.high < lower.high || upper.low < lower.low))
+        return false;
+    if (!isSorted)
+        std::swap(upper, lower);
+    upper = {std::min(upper.high, upper.low), std::max(upper.high, upper.low)};
+    lower = {std::min(lower.high, lower.low), std::max(lower.high, lower.low)};
+    return true;
+}
 
-ChainEdge EdgeBetween(double one, double other) { return {std::min(one, other), std::max(one, other)}; }
+using Doubles = double __attribute__((vector_size(32))); ///< of four columns
+using Numbers4 = Lanes<4>::Numbers;
 
-/// How much of the column lies between the edge and the row `y` below it, in pixels.
-double AreaAbove(double y, const ChainEdge& edge) {
-    if (y <= edge.high)
-        return 0;
-    if (y >= edge.low)
-        return y - (edge.high + edge.low) / 2;
-    return (y - edge.high) * (y - edge.high) / (2 * (edge.low - edge.high));
+constexpr int kFour = 4;
+
+/// How much of a column lies between its edge and the row `y` below it, in pixels. `Number` is a double, or some.
+template <class Number> void SetAreaAbove(Number& area, const Number& y, const Number& high, const Number& low) {
+    const Number height = low > high ? low - high : Number{} + 1;
+    const Number part = (y - high) * (y - high) / (2 * height);
+    area = y <= high ? Number{} : (y >= low ? y - (high + low) / 2 : part);
 }
 
 /// How much of the pixel in row `y` lies below the edge, 0 to 1.
-double PartBelow(int y, const ChainEdge& edge) { return AreaAbove(y + 1.0, edge) - AreaAbove(y, edge); }
+template <class Number> void SetPartBelow(Number& part, const Number& y, const Number& high, const Number& low) {
+    Number above{};
+    SetAreaAbove<Number>(part, y + 1, high, low);
+    SetAreaAbove<Number>(above, y, high, low);
+    part -= above;
+}
+
+double PartBelow(int y, const ChainEdge& edge) {
+    double part = 0;
+    SetPartBelow<double>(part, y, edge.high, edge.low);
+    return part;
+}
 
 std::uint32_t ToWeight(double part) { return static_cast<std::uint32_t>(static_cast<int>(part * 256 + 0.5)); }
 
@@ -96,45 +105,82 @@ struct Rows {
     int bottom;
 };
 
-/// The rows that an edge covers in part, cut to those of `clip`.
-Rows RowsOf(const ChainEdge& edge, const RECT& clip) {
-    const double low = std::clamp<double>(edge.high, clip.top, clip.bottom);
-    const double high = std::clamp<double>(edge.low, clip.top, clip.bottom);
-    const int top = static_cast<int>(low);
-    const int bottom = static_cast<int>(high);
-    return {top, bottom < high ? bottom + 1 : bottom};
-}
+/// The edges of one chain in as many columns as there are lanes. Of each column, the rows that the edge covers in part:
+/// between the first and the last one it covers evenly more from row to row.
+template <int kLanes> struct PartRows {
+    using Numbers = typename Lanes<kLanes>::Numbers;
 
-/// An edge within one column: the rows that it covers in part. Between the first and the last one it covers evenly more
-/// from row to row.
-struct PartRows {
-    Rows rows;
-    std::uint32_t first; ///< weights of these; none of the last row if it is the first one
-    std::uint32_t last;
-    Weight between; ///< from the second row on
+    Numbers top;
+    Numbers bottom;
+    Numbers first; ///< weights of these rows; none of the last row if it is the first one
+    Numbers last;
+    Numbers second; ///< of the second row, and what it grows by from row to row
+    Numbers step;
 };
 
-/// The weight of a row's part that lies below the edge (`side` 1) or above it (-1).
-std::uint32_t WeightOf(int y, const ChainEdge& edge, int side) {
-    const double part = side > 0 ? PartBelow(y, edge) : 1 - PartBelow(y, edge);
-    return ToWeight(part) << kWeightBits;
-}
-
-PartRows PartRowsOf(const ChainEdge& edge, const RECT& clip, int side) {
-    PartRows part{RowsOf(edge, clip), 0, 0, {0, 0}};
-    const auto [top, bottom] = part.rows;
-    if (top < bottom)
-        part.first = WeightOf(top, edge, side);
-    if (top < bottom - 1)
-        part.last = WeightOf(bottom - 1, edge, side);
-    if (top < bottom - 2) {
-        const double step = side * double{kWholeWeight} / (edge.low - edge.high);
-        constexpr double kHalf = 1 << (kWeightBits - 1);
-        const double second = (top + 1.5 - edge.high) * step + (side > 0 ? 0 : kWholeWeight) + kHalf;
-        part.between = {static_cast<std::int32_t>(second), static_cast<std::int32_t>(step)};
+/// The same of four edges, without asking of each what kind it is: for most of them these guesses would be wrong.
+class FourEdges {
+public:
+    /// @param next from an edge to that of the column beside it
+    FourEdges(const ChainEdge* edges, std::ptrdiff_t next, const RECT& clip) {
+        for (int i = 0; i < kFour; ++i, edges += next) {
+            m_high[i] = edges->high;
+            m_low[i] = edges->low;
+        }
+        Doubles end = m_low;
+        Clamp(end, clip);
+        m_top = m_high;
+        Clamp(m_top, clip);
+        Cut(m_top);
+        m_bottom = end;
+        Cut(m_bottom);
+        m_bottom = m_bottom < end ? m_bottom + 1 : m_bottom;
     }
-    return part;
-}
+
+    /// @param side 1 for the part of a row that lies below the edge, -1 for what is above
+    void Put(PartRows<kFour>& rows, int side) const {
+        constexpr double kHalf = 1 << (kWeightBits - 1);
+        const Doubles count = m_bottom - m_top;
+        SetNumbers(rows.top, m_top);
+        SetNumbers(rows.bottom, m_bottom);
+        PutWeight(rows.first, m_top, count, 1, side);
+        PutWeight(rows.last, m_bottom - 1, count, 2, side);
+        const Doubles height = count >= 3 ? m_low - m_high : Doubles{} + 1;
+        const Doubles step = count >= 3 ? side * double{kWholeWeight} / height : Doubles{};
+        SetNumbers(rows.step, step);
+        SetNumbers(rows.second, (m_top + 1.5 - m_high) * step + (side > 0 ? 0.0 : kWholeWeight) + kHalf);
+    }
+
+private:
+    static void SetNumbers(Numbers4& numbers, const Doubles& values) {
+        numbers = __builtin_convertvector(values, Numbers4);
+    }
+    static void Cut(Doubles& values) {
+        Numbers4 whole;
+        SetNumbers(whole, values);
+        values = __builtin_convertvector(whole, Doubles);
+    }
+    static void Clamp(Doubles& y, const RECT& clip) {
+        const Doubles top = Doubles{} + clip.top;
+        const Doubles bottom = Doubles{} + clip.bottom;
+        y = y < top ? top : y;
+        y = y > bottom ? bottom : y;
+    }
+
+    /// Of the rows `y`, where the edge covers `least` of them or more.
+    void PutWeight(Numbers4& weight, const Doubles& y, const Doubles& count, double least, int side) const {
+        Doubles part{};
+        SetPartBelow(part, y, m_high, m_low);
+        part = (side > 0 ? part : 1 - part) * 256 + 0.5;
+        SetNumbers(weight, count >= least ? part : Doubles{});
+        weight <<= kWeightBits;
+    }
+
+    Doubles m_high{};
+    Doubles m_low{};
+    Doubles m_top;
+    Doubles m_bottom;
+};
 
 /// Paints block after block of neighbouring columns, row by row, so that each line of the cache is written once.
 ///
@@ -151,9 +197,16 @@ public:
     void Fill(const ChainColumns& chains) const {
         const int count = static_cast<int>(chains.columns.size());
         const ChainColumn* const columns = chains.columns.data();
+        Edges lower{};
+        const ChainEdge* all = nullptr; // what each edge of these is: mostly they are a baseline
         int i = 0;
-        for (; i + kLanes <= count; i += kLanes)
-            FillBlock(chains.left + i, columns + i);
+        for (; i + kLanes <= count; i += kLanes) {
+            if (all == nullptr || !HasLower(columns + i, *all)) {
+                SetEdges(lower, &columns[i].lower, -1);
+                all = HasLower(columns + i, columns[i].lower) ? &columns[i].lower : nullptr;
+            }
+            FillBlock(chains.left + i, columns + i, lower);
+        }
         for (; i < count; ++i)
             FillColumn(chains.left + i, columns[i]);
     }
@@ -161,20 +214,41 @@ public:
 private:
     using Numbers = typename Lanes<kLanes>::Numbers;
     using Pixels = typename Lanes<kLanes>::Pixels;
-    using Edges = std::array<PartRows, kLanes>;
+    using Edges = PartRows<kLanes>;
 
-    void FillBlock(int x, const ChainColumn* columns) const {
+    static bool HasLower(const ChainColumn* columns, const ChainEdge& edge) {
+        return std::all_of(columns, columns + kLanes, [&](const ChainColumn& column) {
+            return column.lower.high == edge.high && column.lower.low == edge.low;
+        });
+    }
+
+    /// Those of one chain in columns side by side.
+    void SetEdges(Edges& edges, const ChainEdge* first, int side) const {
+        constexpr std::ptrdiff_t kNext = sizeof(ChainColumn) / sizeof(ChainEdge);
+        if constexpr (kLanes == kFour) {
+            FourEdges(first, kNext, m_clip).Put(edges, side);
+        } else {
+            PartRows<kFour> one;
+            PartRows<kFour> other;
+            FourEdges(first, kNext, m_clip).Put(one, side);
+            FourEdges(first + kFour * kNext, kNext, m_clip).Put(other, side);
+            Lanes<kLanes>::Join(edges.top, one.top, other.top);
+            Lanes<kLanes>::Join(edges.bottom, one.bottom, other.bottom);
+            Lanes<kLanes>::Join(edges.first, one.first, other.first);
+            Lanes<kLanes>::Join(edges.last, one.last, other.last);
+            Lanes<kLanes>::Join(edges.second, one.second, other.second);
+            Lanes<kLanes>::Join(edges.step, one.step, other.step);
+        }
+    }
+
+    void FillBlock(int x, const ChainColumn* columns, const Edges& lower) const {
         Edges upper;
-        Edges lower;
+        SetEdges(upper, &columns->upper, 1);
         Rows reach{m_clip.bottom, m_clip.top};
         Rows common{m_clip.top, m_clip.bottom};
-        for (int i = 0; i < kLanes; ++i) {
-            const auto lane = static_cast<std::size_t>(i);
-            upper[lane] = PartRowsOf(columns[i].upper, m_clip, 1);
-            const bool goesOn = i > 0 && IsSame(columns[i].lower, columns[i - 1].lower); // mostly it is a baseline
-            lower[lane] = goesOn ? lower[lane - 1] : PartRowsOf(columns[i].lower, m_clip, -1);
-            reach = {std::min(reach.top, upper[lane].rows.top), std::max(reach.bottom, lower[lane].rows.bottom)};
-            common = {std::max(common.top, upper[lane].rows.bottom), std::min(common.bottom, lower[lane].rows.top)};
+        for (int lane = 0; lane < kLanes; ++lane) {
+            reach = {std::min(reach.top, upper.top[lane]), std::max(reach.bottom, lower.bottom[lane])};
+            common = {std::max(common.top, upper.bottom[lane]), std::min(common.bottom, lower.top[lane])};
         }
         if (common.top > common.bottom) {
             for (int i = 0; i < kLanes; ++i)
@@ -189,52 +263,45 @@ private:
 
     /// Rows with edges of one chain alone: the columns' parts, and what lies below them (`kSide` 1) or above them (-1).
     template <int kSide> void MixBand(int x, const Rows& band, const Edges& edges) const {
-        Numbers row{}; // counted from the first one of the edge
-        Numbers last{};
-        Pixels first{};
-        Pixels end{};
-        Pixels weight{}; // without a sign: beyond an edge, where nobody looks, they wrap
-        Pixels step{};
-        for (int lane = 0; lane < kLanes; ++lane) {
-            const PartRows& part = edges[static_cast<std::size_t>(lane)];
-            row[lane] = band.top - part.rows.top;
-            last[lane] = part.rows.bottom - part.rows.top - 1;
-            first[lane] = part.first;
-            end[lane] = part.last;
-            weight[lane] = static_cast<std::uint32_t>(part.between.start);
-            step[lane] = static_cast<std::uint32_t>(part.between.step);
-        }
-        weight += step * Pixels(row - 1);
+        Numbers row = band.top - edges.top; // counted from the first one of the edge
+        const Numbers last = edges.bottom - edges.top - 1;
+        const Pixels step = Pixels(edges.step); // without a sign: beyond an edge, where nobody looks, they wrap
+        Pixels weight = Pixels(edges.second) + step * Pixels(row - 1);
         for (int y = band.top; y < band.bottom; ++y, row += 1, weight += step) {
             const Numbers isBetween = (row > 0) & (row < last);
             const Numbers isWhole = kSide > 0 ? row > last : row < 0;
-            m_mixer.MixRow(PixelAt(m_buffer, x, y), (weight & Pixels(isBetween)) | (kWholeWeight & Pixels(isWhole)) |
-                                                        (first & Pixels(row == 0)) | (end & Pixels(row == last)));
+            m_mixer.MixRow(PixelAt(m_buffer, x, y),
+                           (weight & Pixels(isBetween)) | (kWholeWeight & Pixels(isWhole)) |
+                               Pixels((edges.first & (row == 0)) | (edges.last & (row == last))));
         }
     }
 
     void FillColumn(int x, const ChainColumn& column) const {
-        const PartRows upper = PartRowsOf(column.upper, m_clip, 1);
-        const PartRows lower = PartRowsOf(column.lower, m_clip, -1);
-        if (upper.rows.bottom > lower.rows.top) {
-            for (int y = upper.rows.top; y < std::max(upper.rows.bottom, lower.rows.bottom); ++y)
+        PartRows<kFour> upper; // four times the same
+        PartRows<kFour> lower;
+        FourEdges(&column.upper, 0, m_clip).Put(upper, 1);
+        FourEdges(&column.lower, 0, m_clip).Put(lower, -1);
+        if (upper.bottom[0] > lower.top[0]) {
+            for (int y = upper.top[0]; y < std::max(upper.bottom[0], lower.bottom[0]); ++y)
                 Blend(x, y, ToWeight(PartBelow(y, column.upper) - PartBelow(y, column.lower)));
             return;
         }
         BlendPart(x, upper);
-        for (int y = upper.rows.bottom; y < lower.rows.top; ++y)
+        for (int y = upper.bottom[0]; y < lower.top[0]; ++y)
             *PixelAt(m_buffer, x, y) = m_color;
         BlendPart(x, lower);
     }
 
-    void BlendPart(int x, const PartRows& part) const {
-        const auto [top, bottom] = part.rows;
+    void BlendPart(int x, const PartRows<kFour>& part) const {
+        const int top = part.top[0];
+        const int bottom = part.bottom[0];
+        const Weight between{part.second[0], part.step[0]};
         if (top < bottom)
-            Blend(x, top, part.first >> kWeightBits);
+            Blend(x, top, static_cast<std::uint32_t>(part.first[0]) >> kWeightBits);
         for (int y = top + 1, i = 0; y < bottom - 1; ++y, ++i)
-            Blend(x, y, static_cast<std::uint32_t>(part.between.At(i)) >> kWeightBits);
+            Blend(x, y, static_cast<std::uint32_t>(between.At(i)) >> kWeightBits);
         if (top < bottom - 1)
-            Blend(x, bottom - 1, part.last >> kWeightBits);
+            Blend(x, bottom - 1, static_cast<std::uint32_t>(part.last[0]) >> kWeightBits);
     }
 
     void Blend(int x, int y, std::uint32_t weight) const {
@@ -256,21 +323,19 @@ std::optional<ChainColumns> FindChains(std::span<const POINT> polygon, const REC
         return std::nullopt;
     ChainColumns chains{std::max(extent->left, clip.left), {}};
     const int right = std::min(extent->right, clip.right);
-    ChainWalk one(polygon, extent->first, 1);
-    ChainWalk other(polygon, extent->first, -1);
-    chains.columns.reserve(static_cast<std::size_t>(std::max(right - chains.left, 0)));
-    for (int x = chains.left; x < right; ++x) {
-        one.GoTo(x);
-        other.GoTo(x);
-        const double ones[] = {one.At(x), one.At(x + 1)};
-        const double others[] = {other.At(x), other.At(x + 1)};
-        const bool oneIsUpper = ones[0] <= others[0] && ones[1] <= others[1];
-        if (!oneIsUpper && (ones[0] < others[0] || ones[1] < others[1]))
+    if (chains.left >= right)
+        return chains;
+    chains.columns.resize(static_cast<std::size_t>(right - chains.left));
+    ChainColumn* const columns = chains.columns.data();
+    WalkChain(polygon, extent->first, 1, chains.left, right, [&](int x, double one, double other) {
+        columns[x - chains.left].upper = {one, other};
+    });
+    WalkChain(polygon, extent->first, -1, chains.left, right, [&](int x, double one, double other) {
+        columns[x - chains.left].lower = {one, other};
+    });
+    for (ChainColumn& column : chains.columns)
+        if (!SortChains(column))
             return std::nullopt;
-        const ChainEdge first = EdgeBetween(ones[0], ones[1]);
-        const ChainEdge second = EdgeBetween(others[0], others[1]);
-        chains.columns.push_back(oneIsUpper ? ChainColumn{first, second} : ChainColumn{second, first});
-    }
     return chains;
 }
 

@@ -77,7 +77,7 @@ template <> struct Lanes<8> {
         lanes = Pixels(__builtin_shufflevector(all, all, 0, 0, 0, 0, 1, 1, 1, 1, 2, 2, 2, 2, 3, 3, 3, 3, 20, 20, 20, 20,
                                                21, 21, 21, 21, 22, 22, 22, 22, 23, 23, 23, 23));
     }
-    static void Join(Pixels& whole, const Lanes<4>::Pixels& one, const Lanes<4>::Pixels& other) {
+    template <class Whole, class Half> static void Join(Whole& whole, const Half& one, const Half& other) {
         whole = __builtin_shufflevector(one, other, 0, 1, 2, 3, 4, 5, 6, 7);
     }
 };

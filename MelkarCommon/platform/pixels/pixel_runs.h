@@ -68,7 +68,9 @@ private:
         const int height = std::abs(to.y - from.y);
         const int length = std::max(height, 1);
         const bool isThin = (height > std::abs(dx)) | ((std::abs(dx) == 1) & (height == 1));
-        if (!(isThin & IsWithin(from) & IsWithin(to)))
+        const bool comes = IsWithin(from); // no branches: they, too, would be guessed
+        const bool goes = IsWithin(to);
+        if (!(isThin & comes & goes))
             return false;
         constexpr int kSteps = kLanes / 2;
         const std::int64_t slope = FixedRatio(dx, length);

@@ -14,7 +14,7 @@
 
 namespace melkar {
 
-/// Coverages in one read: most of a text's mask is blank, most of a disc's is whole.
+/// Coverages in one read.
 template <int kLanes> using Coverages = std::conditional_t<kLanes == 8, std::uint64_t, std::uint32_t>;
 template <int kLanes> constexpr Coverages<kLanes> kAllWhole = static_cast<Coverages<kLanes>>(-1);
 
@@ -50,14 +50,8 @@ template <int kLanes> void BlendLanes(std::uint32_t* pixel, Coverages<kLanes> co
     std::memcpy(pixel, &pixels, sizeof pixels);
 }
 
-template <int kLanes> void BlendSome(std::uint32_t* pixels, Coverages<kLanes> coverages, Color color) {
-    if (coverages == kAllWhole<kLanes>)
-        std::fill_n(pixels, kLanes, color);
-    else if (coverages != 0)
-        BlendLanes<kLanes>(pixels, coverages, color);
-}
-
-/// What is left at the end goes once more through the pixels before it, which coverages of 0 leave as they are.
+/// Blank parts are blended, too: where they begin and end is guessed wrong too often. What is left at the end goes once
+/// more through the pixels before it, which coverages of 0 leave as they are.
 template <int kLanes>
 void BlendRow(std::uint32_t* pixels, const std::uint8_t* coverage, std::size_t count, Color color) {
     if (count < kLanes) {
@@ -69,12 +63,12 @@ void BlendRow(std::uint32_t* pixels, const std::uint8_t* coverage, std::size_t c
     }
     std::size_t i = 0;
     for (; i + kLanes <= count; i += kLanes)
-        BlendSome<kLanes>(pixels + i, ReadCoverages<kLanes>(coverage + i), color);
+        BlendLanes<kLanes>(pixels + i, ReadCoverages<kLanes>(coverage + i), color);
     if (i == count)
         return;
     const std::size_t last = count - kLanes;
-    BlendSome<kLanes>(pixels + last, ReadCoverages<kLanes>(coverage + last) & kAllWhole<kLanes> << 8 * (i - last),
-                      color);
+    BlendLanes<kLanes>(pixels + last, ReadCoverages<kLanes>(coverage + last) & kAllWhole<kLanes> << 8 * (i - last),
+                       color);
 }
 
 } // namespace melkar

@@ -64,10 +64,10 @@ private:
     /// lines of a few steps, and to guess wrong which way each of them goes, and where it ends, takes longer than to
     /// draw it.
     bool DrawThin(POINT from, POINT to) const {
-        const int dx = to.x - from.x;
-        const int height = std::abs(to.y - from.y);
-        const int length = std::max(height, 1);
-        const bool isThin = (height > std::abs(dx)) | ((std::abs(dx) == 1) & (height == 1));
+        const std::int64_t dx = std::int64_t{to.x} - from.x;
+        const std::int64_t height = std::abs(std::int64_t{to.y} - from.y);
+        const std::int64_t length = std::max<std::int64_t>(height, 1);
+        const bool isThin = (height > std::abs(dx)) | (std::abs(dx) == 1);
         const bool comes = IsWithin(from); // no branches: they, too, would be guessed
         const bool goes = IsWithin(to);
         if (!(isThin & comes & goes))
@@ -76,7 +76,7 @@ private:
         const std::int64_t slope = FixedRatio(dx, length);
         const std::ptrdiff_t next = to.y > from.y ? m_buffer.stride : -std::ptrdiff_t{m_buffer.stride};
         std::uint32_t* const first = PixelAt(m_buffer, from.x, from.y);
-        for (int i = 0; i < length; i += kSteps) {
+        for (std::int64_t i = 0; i < length; i += kSteps) {
             std::array<std::uint32_t*, kSteps> pairs;
             std::array<std::uint64_t, kSteps> positions;
             for (int k = 0; k < kSteps; ++k) {

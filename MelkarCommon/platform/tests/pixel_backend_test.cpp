@@ -85,6 +85,13 @@ TEST(PixelLines, SlopedPositionIsExact) {
     ExpectCutAt({10, 3, 25, 7}, draw);
 }
 
+/// Those of a curve are drawn some steps at once, those at a clip's edge step by step.
+TEST(PixelLines, ShortOnesAreTheSameAtAnEdge) {
+    for (int dx = -3; dx <= 3; ++dx)
+        for (int dy = -9; dy <= 9; ++dy)
+            ExpectCutAt({std::min(dx, 0) + 10, 2, std::max(dx, 0) + 11, 18}, Line({10, 10}, {10 + dx, 10 + dy}));
+}
+
 TEST(PixelLines, SlopedPatternCountsTheDistance) {
     Canvas canvas(20, 20);
     StrokeLine(*canvas.backend, {0, 0}, {20, 20}, Dashes(4, 4, 0, true)); // 4 pixels are 2.83 diagonal steps

@@ -55,9 +55,10 @@ bool MayBeName(std::string_view path) { return path.find('\\') != std::string_vi
 } // namespace
 
 std::string ResolvePath(const char* path, const std::string& directory) {
-    const std::string name = path ? path : "";
+    const std::string_view name = path ? path : "";
     const bool isFromThere = !directory.empty() && !name.empty() && name.front() != '/' && name.front() != '\\';
-    std::string resolved = isFromThere ? directory + '/' + name : name;
+    std::string resolved = isFromThere ? directory + '/' : "";
+    resolved += name;
     if (!MayBeName(name) || access(resolved.c_str(), F_OK) != 0)
         std::replace(resolved.end() - static_cast<std::ptrdiff_t>(name.size()), resolved.end(), '\\', '/');
     return resolved;

@@ -16,6 +16,7 @@
 #include <cstring>
 #include <fcntl.h>
 #include <mutex>
+#include <span>
 #include <string>
 #include <string_view>
 #include <sys/file.h>
@@ -31,7 +32,6 @@ constexpr off_t kRecord = 122; // a piece and CR LF
 constexpr off_t kHead = 10;    // the counter and CR LF
 constexpr std::size_t kCounterDigits = 8;
 constexpr int kLastRecord = 100000;
-constexpr std::string_view kLineEnd = "\r\n";
 constexpr auto kLongestWait = std::chrono::milliseconds(200); // for one who holds the lock and writes nothing
 constexpr int kMostWaits = 10;                                // for others, who write line upon line
 constexpr auto kTimeWithoutWait = std::chrono::seconds(10);   // after a wait that was in vain
@@ -51,11 +51,17 @@ bool WriteAt(int file, off_t offset, std::string_view bytes) {
     return true;
 }
 
+/// The last digits of a number in the place of as many characters.
+void PutDigits(std::span<char> place, unsigned number) {
+    for (auto digit = place.rbegin(); digit != place.rend(); ++digit, number /= 10)
+        *digit = static_cast<char>('0' + number % 10);
+}
+
 /// The head of a file whose last record is `counter`.
 bool WriteHead(int file, int counter) {
-    char head[kHead + 1];
-    std::snprintf(head, sizeof head, "%08u\r\n", static_cast<unsigned>(counter) % 100'000'000U);
-    return WriteAt(file, 0, std::string_view(head, kHead));
+    std::string head = "00000000\r\n";
+    PutDigits(std::span(head).first(kCounterDigits), static_cast<unsigned>(counter));
+    return WriteAt(file, 0, head);
 }
 
 /// Makes the log with a counter of 0. The file gets its name only once its head is there: after a kill, and beside
@@ -200,14 +206,25 @@ int LastRecord(int file, const std::string& path) {
 
 constexpr off_t OffsetOf(int record) { return kHead + kRecord * (record - 1); }
 
-/// A record as it stands in the file.
-std::string RecordOf(std::string_view text) {
-    std::string bytes(text.substr(0, kPiece));
-    bytes.resize(kPiece);
-    return bytes.append(kLineEnd);
+using Record = std::array<char, kRecord>;
+
+std::string_view BytesOf(const Record& record) { return {record.data(), record.size()}; }
+
+/// As it stands in the file.
+constexpr Record RecordOf(std::string_view text) {
+    Record record{};
+    std::copy_n(text.begin(), std::min(text.size(), kPiece), record.begin());
+    record[kPiece] = '\r';
+    record[kPiece + 1] = '\n';
+    return record;
 }
 
-std::string EndMark() { return RecordOf(std::string(kPiece - 1, '=')); }
+constexpr Record kEmpty = RecordOf("");
+constexpr Record kEndMark = [] {
+    std::array<char, kPiece - 1> line{};
+    line.fill('=');
+    return RecordOf({line.data(), line.size()});
+}();
 
 /// Makes a file that was cut, or has a head and too few records, a row of whole records up to `next`: what is missing
 /// counts as empty ones, so that readers find each where its number says. What is behind `next` is whole, too.
@@ -219,9 +236,9 @@ void Mend(int file, int last, int next) {
     const auto cut = static_cast<std::size_t>((size - kHead) % kRecord);
     if (cut == 0 && size >= OffsetOf(next))
         return;
-    std::string missing = cut != 0 ? RecordOf("").substr(cut) : "";
+    std::string missing(cut != 0 ? BytesOf(kEmpty).substr(cut) : "");
     while (size + static_cast<off_t>(missing.size()) < OffsetOf(next))
-        missing += RecordOf("");
+        missing += BytesOf(kEmpty);
     WriteAt(file, size, missing);
 }
 
@@ -236,27 +253,32 @@ bool WritePiece(const std::string& path, std::string_view text) {
     const int next = last < kLastRecord ? last + 1 : 1;
     Mend(log.File(), last, next);
     // The head comes last: whoever is killed in between leaves a record that doesn't count yet.
-    if (WriteAt(log.File(), OffsetOf(next), RecordOf(text) + EndMark()))
+    const std::array both{RecordOf(text), kEndMark};
+    if (WriteAt(log.File(), OffsetOf(next), {both.front().data(), sizeof both}))
         WriteHead(log.File(), next);
     else // a full disk: at least the place behind the last record has room for the end mark that stood there
-        WriteAt(log.File(), OffsetOf(next), EndMark());
+        WriteAt(log.File(), OffsetOf(next), BytesOf(kEndMark));
     return true;
 }
 
-/// "[2026/01/31 23:59:59]  "
 std::string TimeStamp() {
     SYSTEMTIME now{};
     GetLocalTime(&now);
-    char stamp[64];
-    std::snprintf(stamp, sizeof stamp, "[%04u/%02u/%02u %02u:%02u:%02u]  ", now.wYear, now.wMonth, now.wDay, now.wHour,
-                  now.wMinute, now.wSecond);
+    std::string stamp = "[2026/01/31 23:59:59]  ";
+    const std::span place(stamp);
+    PutDigits(place.subspan(1, 4), now.wYear);
+    PutDigits(place.subspan(6, 2), now.wMonth);
+    PutDigits(place.subspan(9, 2), now.wDay);
+    PutDigits(place.subspan(12, 2), now.wHour);
+    PutDigits(place.subspan(15, 2), now.wMinute);
+    PutDigits(place.subspan(18, 2), now.wSecond);
     return stamp;
 }
 
-/// A line whose length is a multiple of 120 ends in an empty piece.
-int WriteLine(const char* file, const char* text) {
+/// The text is cut to its room. A line whose length is a multiple of 120 ends in an empty piece.
+int WriteLine(const char* file, std::string_view text) {
     const std::string path = melkar::HostPath(file);
-    const std::string line = TimeStamp() + text;
+    const std::string line = TimeStamp().append(text.substr(0, kTextRoom - 1));
     for (std::size_t offset = 0; offset <= line.size(); offset += kPiece)
         if (!WritePiece(path, std::string_view(line).substr(offset)))
             return 1;
@@ -301,7 +323,7 @@ public:
         if (!m_isThere)
             return;
         const std::lock_guard lock(m_mutex);
-        if (m_isThere && writeLog(kLogFile, "%s", m_text.data()) == 0)
+        if (m_isThere && WriteLine(kLogFile, m_text.data()) == 0)
             m_isThere = false;
     }
 
@@ -327,7 +349,7 @@ void LogText(const char* text) {
     const int reason = errno; // of what is told, for the caller who asks next
     g_leftOver.Write();
     errno = 0;
-    if (writeLog(kLogFile, "%s", text ? text : "") != 0 && (errno == EMFILE || errno == ENFILE))
+    if (WriteLine(kLogFile, text ? text : "") != 0 && (errno == EMFILE || errno == ENFILE))
         g_leftOver.Keep(text ? text : "");
     errno = reason;
 }

@@ -105,6 +105,6 @@ ShownMark CCircadianGraph::BorderShown(const std::string& label, double level, i
 void CCircadianGraph::AddEventsTo(melkar::Contents& contents) const {
     for (int event = 0; event < EventCount(); ++event)
         if (const auto box = EventBox(event))
-            contents.marks.push_back(
-                {MarkKind::Event, "", Utf8(m_saEvents[event]), double(*melkar::EventMinute(m_saEvents[event])), *box});
+            contents.marks.push_back({MarkKind::Event, "", Utf8(melkar::EventTime(m_saEvents[event]).c_str()),
+                                      double(*melkar::EventMinute(m_saEvents[event])), *box});
 }

@@ -93,6 +93,14 @@ std::optional<int> EventMinute(const char* event) {
     return hours * 60 + (value - hours * 100);
 }
 
+std::string EventTime(const char* event) {
+    const int minute = EventMinute(event).value_or(-1);
+    if (minute < 0 || minute > kDayMinutes)
+        return event != nullptr ? event : "";
+    const auto digit = [](int number) { return static_cast<char>('0' + number % 10); };
+    return {digit(minute / 600), digit(minute / 60), ':', digit(minute % 60 / 10), digit(minute % 60)};
+}
+
 CRect EventBoxOf(const CRect& graph, const CRect& panel, int minute, int size) {
     const int left = SubtractEdge(AddEdge(panel.left, Share(panel.Width(), minute, kDayMinutes)), size / 2);
     CRect box(left, panel.bottom + size, AddEdge(left, size), panel.bottom + 2 * size);

@@ -8,6 +8,7 @@
 #include <array>
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <vector>
 
 /// @file
@@ -101,6 +102,9 @@ Tick HourTickOf(const CRect& panel, const CRect& figure);
 
 /// The minute of the day of an event (hours x 100 + minutes), none for "" and "0".
 std::optional<int> EventMinute(const char* event);
+/// "06:32" for those to whom an event is told: the sheet marks its place and writes no time. Off the day it is as it
+/// stands.
+std::string EventTime(const char* event);
 /// The box of an event's triangle, `size` wide and high, at its size below the panel but within the graph's bottom.
 CRect EventBoxOf(const CRect& graph, const CRect& panel, int minute, int size);
 

@@ -77,8 +77,8 @@ enum class MarkKind : std::uint8_t {
 struct ShownMark {
     MarkKind kind = MarkKind::Target; ///< what it stands for
     std::string label;                ///< of its legend; empty if it has none
-    std::string text;                 ///< its figure, as the picture or else the data file writes it
-    double value = 0;                 ///< the number that it is drawn by
+    std::string text;                 ///< its figure, as the picture or else the data file writes it; a time as 06:32
+    double value = 0;                 ///< the number that it is drawn by; of a time minutes
     CRect area;                       ///< a line across is as high as it is thick
 };
 

@@ -147,7 +147,7 @@ TEST_F(CircadianGraph, TellsWhatItShows) {
     ASSERT_THAT(shown.marks, SizeIs(3));
     EXPECT_EQ(Text(shown.marks[0]), "mod||100,208 140,209") << "in the strip alone: each level has a line";
     EXPECT_EQ(Text(shown.marks[1]), "vig||100,148 140,149");
-    EXPECT_EQ(Text(shown.marks[2]), "|1230|504,293 519,308");
+    EXPECT_EQ(Text(shown.marks[2]), "|12:30|504,293 519,308");
     EXPECT_EQ(shown.marks[2].value, 750);
     ASSERT_THAT(shown.axes, SizeIs(3));
     EXPECT_EQ(shown.axes[0].label + "|" + shown.axes[1].label, "level|min");

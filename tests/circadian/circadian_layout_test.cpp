@@ -48,15 +48,21 @@ TEST(CircadianLayout, HoursStandHalfALineBelowThePanel) {
 }
 
 TEST(CircadianLayout, Events) {
-    const std::tuple<const char*, const char*, int> cases[] = {{"hours x 100 + minutes", "1230", 750},
-                                                               {"end of the day", "2400", 1440},
-                                                               {"empty", "", -1},
-                                                               {"nothing", "0", -1},
-                                                               {"null", nullptr, -1},
-                                                               {"just after midnight", "5", 5},
-                                                               {"no hour has 99 minutes", "1299", 819}};
-    for (const auto& [why, event, minute] : cases)
+    const std::tuple<const char*, const char*, int, const char*> cases[] = {
+        {"hours x 100 + minutes", "1230", 750, "12:30"},
+        {"end of the day", "2400", 1440, "24:00"},
+        {"behind it: told as it stands", "2401", 1441, "2401"},
+        {"before it", "-5", -5, "-5"},
+        {"empty", "", -1, ""},
+        {"nothing", "0", -1, "0"},
+        {"null", nullptr, -1, ""},
+        {"just after midnight", "5", 5, "00:05"},
+        {"no hour has 99 minutes", "1299", 819, "13:39"},
+    };
+    for (const auto& [why, event, minute, time] : cases) {
         EXPECT_EQ(EventMinute(event).value_or(-1), minute) << why;
+        EXPECT_EQ(EventTime(event), time) << why;
+    }
 
     EXPECT_EQ(EventBoxOf(kGraph, kLeft, 1440, 15), CRect(843, 178, 858, 193)) << "centred on the right edge";
     EXPECT_EQ(EventBoxOf(kGraph, kLeft, 0, 15).left, 135) << "overhangs the left edge by half of it";

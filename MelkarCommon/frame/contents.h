@@ -38,7 +38,7 @@ struct ShownAxis {
 
 /// Figures of one kind, over all items: bars of a colour, a line, a part of a stack.
 struct ShownSeries {
-    std::string name;               ///< of its legend or axis; empty where the picture gives it none
+    std::string name;               ///< of its legend or axis, or one that only its profile says; empty: none
     COLORREF color = 0;             ///< what it is painted in; of several colours the usual one
     AxisSide axis = AxisSide::Left; ///< that it is measured at
 };

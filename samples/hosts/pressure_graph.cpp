@@ -35,6 +35,8 @@ struct CPressureGraph::KeyRows : melkar::Keys<CPressureGraph> {
         Number<&G::m_nHighSystolic>(Own, "HIGH_SYSTOLIC", 140, "systolic figure from which a day is high, mmHg"),
         Number<&G::m_nHighDiastolic>(Own, "HIGH_DIASTOLIC", 90, "the same of the diastolic figure"),
         Color<&G::m_crBound>(Own, "BOUND_RGB", "lines at both").Else<&G::m_crBar2>("BARSCOLOR2_RGB"),
+        Text<&G::m_strSystolic>(Own, "SYSTOLIC_LABEL", "systolic figures in descriptions").Else("Systolic"),
+        Text<&G::m_strDiastolic>(Own, "DIASTOLIC_LABEL", "diastolic figures in descriptions").Else("Diastolic"),
     };
 };
 
@@ -144,9 +146,13 @@ void CPressureGraph::DrawBound(int figure) const {
     DrawLine(m_hMemDC, CPoint(m_rcCanvas.left, *y), CPoint(m_rcCanvas.right, *y), nullptr);
 }
 
-// Without axes a message stands in for the chart.
+// Nothing has series before it is drawn. Without axes a message stands in for the chart.
 melkar::Contents CPressureGraph::Shown() const {
     melkar::Contents contents = CBarGraph::Shown();
+    if (!contents.series.empty()) {
+        contents.series[Systolic].name = Utf8(m_strSystolic);
+        contents.series[Diastolic].name = Utf8(m_strDiastolic);
+    }
     if (contents.axes.empty())
         return contents;
     AddBoundTo(contents, m_nHighSystolic);

@@ -23,7 +23,8 @@ public:
     long DrawBarChart() override;           // high days once more, in the second colour of bars
     void DrawTargetAverage() override;      // the bounds, over the bars and below their figures
 
-    melkar::Contents Shown() const; // the bounds as marks, beside what the base class tells; `melkar::ShownBy` finds it
+    // The figures by their names and the bounds as marks, beside what the base class tells; `melkar::ShownBy` finds it.
+    melkar::Contents Shown() const;
     static melkar::ClassKeys ProfileKeys();
     static melkar::DataTables DataFiles();
     static bool Register(); // adds the kind "pressure" to the library's; once, before threads draw
@@ -44,6 +45,8 @@ private:
     int m_nHighSystolic = 0;
     int m_nHighDiastolic = 0;
     COLORREF m_crBound = 0;
+    CString m_strSystolic;
+    CString m_strDiastolic;
 };
 
 // Where a day stands, between its two figures and at least a pixel high, so that it can be seen and hit.

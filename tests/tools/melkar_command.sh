@@ -312,6 +312,7 @@ told "for programs"                 0 '"caption": "Mon 23"' --json
 told "the table alone"              0 $'^Mon 23,10904\r$' --csv
 told "one of both"                  2 '--json excludes --csv' --json --csv
 says "a sheet a part"               0 '"kind": "week",' describe week --base app/bin --section WEEK --data data/circadian-week.csv --json
+says "a host's series by their names" 0 'Systolic: highest 144 .* Diastolic: highest 85' describe pressure --base app/bin --section PRESSURE --data data/pressure.csv
 says "no data file to tell of"      1 '101: ' describe bar --base app/bin --section BAR_WEEK --data missing.csv
 
 # explained WHY PATTERN...: what is said of a pixel has a line of each pattern. The bar of Wed 25, 5752 steps of 14000:

@@ -110,9 +110,12 @@ std::shared_ptr<const DiscMask> DrawDisc(const DiscSize& size) {
     if (cairo_status(canvas.get()) != CAIRO_STATUS_SUCCESS || cairo_surface_status(surface) != CAIRO_STATUS_SUCCESS)
         return nullptr;
     const std::uint8_t* row = cairo_image_surface_get_data(surface);
-    for (int y = 0; y < mask->height; ++y, row += cairo_image_surface_get_stride(surface))
+    for (int y = 0; y < mask->height; ++y, row += cairo_image_surface_get_stride(surface)) {
+        mask->rows.push_back({mask->spans.size(), mask->rims.size()});
         for (int x = 0; x < mask->width; x += 4)
             AddFour(*mask, x, y, row + x);
+    }
+    mask->rows.push_back({mask->spans.size(), mask->rims.size()});
     return mask;
 }
 

@@ -30,6 +30,12 @@ struct DiscRim {
     std::array<std::uint8_t, 4> coverage;
 };
 
+/// The first parts of a row, by their numbers.
+struct DiscRow {
+    std::size_t span;
+    std::size_t rim;
+};
+
 /// Where the colour of a disc goes; `left` and `top` are those of its box, from the pixel that its centre lies in.
 struct DiscMask {
     int left = 0;
@@ -38,6 +44,7 @@ struct DiscMask {
     int height = 0;
     std::vector<DiscSpan> spans;
     std::vector<DiscRim> rims;
+    std::vector<DiscRow> rows; ///< and one behind the last, which has none
 };
 
 /// A mask and where its top-left pixel falls.

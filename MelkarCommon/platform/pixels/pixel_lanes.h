@@ -246,6 +246,28 @@ private:
     Channels m_green;
 };
 
+/// `width` pixels, no fewer than there are lanes. Both ends are written twice rather than looked at, and between them
+/// no store crosses from one line of the cache into the next, which takes twice the time.
+template <int kLanes> void FillRow(std::uint32_t* row, std::size_t width, const typename Lanes<kLanes>::Pixels& color) {
+    constexpr std::size_t kBytes = sizeof color;
+    std::uint32_t* const last = row + width - kLanes;
+    std::memcpy(row, &color, kBytes);
+    row += (kBytes - reinterpret_cast<std::uintptr_t>(row) % kBytes) / sizeof(std::uint32_t);
+    for (; row < last; row += kLanes)
+        std::memcpy(row, &color, kBytes);
+    std::memcpy(last, &color, kBytes);
+}
+
+/// However few pixels.
+template <int kLanes> void FillSpan(std::uint32_t* row, std::size_t width, Color color) {
+    if (width >= kLanes)
+        return FillRow<kLanes>(row, width, typename Lanes<kLanes>::Pixels{} + color);
+    if constexpr (kLanes > 4)
+        return FillSpan<4>(row, width, color);
+    for (std::size_t i = 0; i < width; ++i)
+        row[i] = color;
+}
+
 template <int kLanes> using LaneCount = std::integral_constant<int, kLanes>;
 
 template <class Work> [[gnu::flatten]] void RunInFours(const Work& work) { work(LaneCount<4>()); }

@@ -43,6 +43,10 @@ public:
         AddEdges(slice);
     }
 
+    /// Rows from the first one of which something may be covered to behind the last one.
+    int FirstRow() const { return m_firstRow; }
+    int EndRow() const { return m_endRow; }
+
     /// What is covered of row y, from left to right; until the next row.
     std::span<const Part> Row(int y) {
         m_parts = m_passages = 0;
@@ -53,8 +57,8 @@ public:
         AddUp();
         return {m_part.data(), static_cast<std::size_t>(m_parts)};
     }
-    /// Of a pixel of a part that isn't whole.
-    std::uint32_t CoverageAt(int x) const { return m_coverage[static_cast<std::size_t>(x)]; }
+    /// Of the pixels of parts that aren't whole.
+    const std::uint8_t* Coverage() const { return m_coverage.data(); }
 
 private:
     static constexpr int kMostEdges = 12;
@@ -84,12 +88,13 @@ private:
         const PointD end{lower.x - m_origin.x, lower.y - m_origin.y};
         if (start.y == end.y || start.y >= m_height || end.y <= 0 || std::min(start.x, end.x) >= m_width)
             return;
-        m_edge[static_cast<std::size_t>(m_edges++)] = {start,
-                                                       end.y,
-                                                       (end.x - start.x) / (end.y - start.y),
-                                                       from.y < to.y ? 1 : -1,
-                                                       std::max(0, static_cast<int>(start.y)),
-                                                       static_cast<int>(std::min(std::ceil(end.y), 1.0 * m_height))};
+        const int firstRow = std::max(0, static_cast<int>(start.y));
+        const int endRow = static_cast<int>(std::min(std::ceil(end.y), 1.0 * m_height));
+        const double slope = (end.x - start.x) / (end.y - start.y);
+        const int winding = from.y < to.y ? 1 : -1;
+        m_edge[static_cast<std::size_t>(m_edges++)] = {start, end.y, slope, winding, firstRow, endRow};
+        m_firstRow = std::min(m_firstRow, firstRow);
+        m_endRow = std::max(m_endRow, endRow);
     }
 
     /// Leaves in a row what an edge adds there.
@@ -167,6 +172,8 @@ private:
     PointD m_origin;
     int m_width;
     int m_height;
+    int m_firstRow = kMostColumns;
+    int m_endRow = 0;
     int m_edges = 0;
     int m_passages = 0;
     int m_parts = 0;
@@ -178,55 +185,70 @@ private:
     std::array<std::uint8_t, kMostColumns> m_coverage;
 };
 
-/// The rest of `parts` that lies from row y on.
-template <class DiscPart> std::span<const DiscPart> From(std::span<const DiscPart> parts, int y) {
-    return parts.subspan(static_cast<std::size_t>(
-        std::find_if(parts.begin(), parts.end(), [y](const DiscPart& part) { return part.y >= y; }) - parts.begin()));
-}
+/// Paints columns left..right-1 of one row of a disc.
+template <int kLanes> class RowPainter {
+public:
+    /// @param pixels the one below the mask's first column
+    RowPainter(const DiscMask& mask, int y, std::uint32_t* pixels, int left, int right, Color color)
+        : m_pixels(pixels), m_left(left), m_right(right), m_color(color) {
+        const DiscRow* const row = &mask.rows[static_cast<std::size_t>(y)];
+        m_spans = std::span(mask.spans).subspan(row[0].span, row[1].span - row[0].span);
+        m_rims = std::span(mask.rims).subspan(row[0].rim, row[1].rim - row[0].rim);
+    }
 
-/// Takes the parts of row y off their front.
-template <class DiscPart> std::span<const DiscPart> TakeRow(std::span<const DiscPart>& parts, int y) {
-    const std::span<const DiscPart> here = parts;
-    parts = From(parts, y + 1);
-    return here.first(here.size() - parts.size());
-}
-
-/// A row of a disc.
-struct DiscRow {
-    std::span<const DiscSpan> spans;
-    std::span<const DiscRim> rims;
-    std::uint32_t* pixels; ///< that below the mask's first column
-
-    void Fill(int from, int to, Color color) const {
-        for (const DiscSpan& span : spans) {
-            const int first = std::max<int>(from, span.x);
-            const int last = std::min<int>(to, span.x + span.count);
-            if (first < last)
-                std::fill(pixels + first, pixels + last, color);
+    void Fill(const Part& part) const {
+        for (const DiscSpan& span : m_spans) {
+            const auto [from, to] = Common(part, span.x, span.count);
+            if (from < to)
+                FillSpan<kLanes>(m_pixels + from, static_cast<std::size_t>(to - from), m_color);
         }
-        for (const DiscRim& rim : rims) {
-            if (rim.x >= from && rim.x + 4 <= to)
-                BlendLanes<4>(pixels + rim.x, ReadCoverages<4>(rim.coverage.data()), color);
+        for (const DiscRim& rim : m_rims) {
+            const auto [from, to] = Common(part, rim.x, kRim);
+            if (to - from == kRim)
+                BlendLanes<kRim>(m_pixels + rim.x, ReadCoverages<kRim>(rim.coverage.data()), m_color);
             else
-                BlendRim(rim, from, to, color, [](int) { return 255U; });
+                BlendRim(rim, from, to, [](int) { return 255U; });
         }
     }
 
-    /// Through a coverage of its own for each pixel.
-    template <class CoverageAt> void Blend(int from, int to, Color color, const CoverageAt& coverageAt) const {
-        for (const DiscSpan& span : spans)
-            for (int x = std::max<int>(from, span.x); x < std::min<int>(to, span.x + span.count); ++x)
-                BlendPixel(pixels[x], color, coverageAt(x));
-        for (const DiscRim& rim : rims)
-            BlendRim(rim, from, to, color, coverageAt);
+    /// Through a coverage of its own for each column.
+    void Blend(const Part& part, const std::uint8_t* coverage) const {
+        for (const DiscSpan& span : m_spans) {
+            const auto [from, to] = Common(part, span.x, span.count);
+            if (from < to)
+                BlendRow<kLanes>(m_pixels + from, coverage + from, static_cast<std::size_t>(to - from), m_color);
+        }
+        for (const DiscRim& rim : m_rims) {
+            const auto [from, to] = Common(part, rim.x, kRim);
+            BlendRim(rim, from, to, [coverage](int x) -> std::uint32_t { return coverage[x]; });
+        }
+    }
+
+private:
+    static constexpr int kRim = 4;
+
+    struct Columns {
+        int from;
+        int to;
+    };
+
+    Columns Common(const Part& part, int x, int count) const {
+        return {std::max(std::max(part.from, m_left), x), std::min(std::min(part.to, m_right), x + count)};
     }
 
     template <class CoverageAt>
-    void BlendRim(const DiscRim& rim, int from, int to, Color color, const CoverageAt& coverageAt) const {
-        for (int x = std::max<int>(from, rim.x); x < std::min<int>(to, rim.x + 4); ++x)
-            BlendPixel(pixels[x], color,
+    void BlendRim(const DiscRim& rim, int from, int to, const CoverageAt& coverageAt) const {
+        for (int x = from; x < to; ++x)
+            BlendPixel(m_pixels[x], m_color,
                        (coverageAt(x) * rim.coverage[static_cast<std::size_t>(x - rim.x)] + 127U) / 255U);
     }
+
+    std::span<const DiscSpan> m_spans;
+    std::span<const DiscRim> m_rims;
+    std::uint32_t* m_pixels;
+    int m_left;
+    int m_right;
+    Color m_color;
 };
 
 } // namespace
@@ -246,20 +268,16 @@ void PaintSlice(const PixelBuffer& buffer, const RECT& clip, const PlacedDisc& d
     const auto left = static_cast<int>(disc.x); // a disc that shows is near
     const auto top = static_cast<int>(disc.y);
     Wedge wedge(slice, {double{1} * left, double{1} * top}, *disc.mask);
-    std::span<const DiscSpan> spans = From(std::span(disc.mask->spans), visible.top - top);
-    std::span<const DiscRim> rims = From(std::span(disc.mask->rims), visible.top - top);
-    for (int y = visible.top - top; y < visible.bottom - top; ++y) {
-        const DiscRow row{TakeRow(spans, y), TakeRow(rims, y),
-                          buffer.pixels + std::ptrdiff_t{top + y} * buffer.stride + left};
-        for (const Part& part : wedge.Row(y)) {
-            const int from = std::max(part.from, visible.left - left);
-            const int to = std::min(part.to, visible.right - left);
-            if (part.isWhole)
-                row.Fill(from, to, color);
-            else
-                row.Blend(from, to, color, [&](int x) { return wedge.CoverageAt(x); });
+    const int first = std::max(visible.top, top + wedge.FirstRow());
+    const int end = std::min(visible.bottom, top + wedge.EndRow());
+    RunInLanes([&](auto lanes) {
+        for (int y = first; y < end; ++y) {
+            const RowPainter<lanes> row(*disc.mask, y - top, PixelAt(buffer, 0, y) + left, visible.left - left,
+                                        visible.right - left, color);
+            for (const Part& part : wedge.Row(y - top))
+                part.isWhole ? row.Fill(part) : row.Blend(part, wedge.Coverage());
         }
-    }
+    });
 }
 
 } // namespace melkar

@@ -5,18 +5,6 @@ namespace melkar {
 
 namespace {
 
-/// `width` pixels, no fewer than there are lanes. Both ends are written twice rather than looked at, and between them
-/// no store crosses from one line of the cache into the next, which takes twice the time.
-template <int kLanes> void FillRow(std::uint32_t* row, std::size_t width, const typename Lanes<kLanes>::Pixels& color) {
-    constexpr std::size_t kBytes = sizeof color;
-    std::uint32_t* const last = row + width - kLanes;
-    std::memcpy(row, &color, kBytes);
-    row += (kBytes - reinterpret_cast<std::uintptr_t>(row) % kBytes) / sizeof(std::uint32_t);
-    for (; row < last; row += kLanes)
-        std::memcpy(row, &color, kBytes);
-    std::memcpy(last, &color, kBytes);
-}
-
 template <int kLanes>
 void FillWide(std::uint32_t* row, int stride, std::size_t width, std::size_t height, Color color) {
     const typename Lanes<kLanes>::Pixels lanes = typename Lanes<kLanes>::Pixels{} + color;

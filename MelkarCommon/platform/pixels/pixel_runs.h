@@ -65,9 +65,10 @@ private:
     /// draw it.
     bool DrawThin(POINT from, POINT to) const {
         const std::int64_t dx = std::int64_t{to.x} - from.x;
+        const std::int64_t width = std::abs(dx);
         const std::int64_t height = std::abs(std::int64_t{to.y} - from.y);
         const std::int64_t length = std::max<std::int64_t>(height, 1);
-        const bool isThin = (height > std::abs(dx)) | (std::abs(dx) == 1);
+        const bool isThin = (height > width) | (width == 1);
         const bool comes = IsWithin(from); // no branches: they, too, would be guessed
         const bool goes = IsWithin(to);
         if (!(isThin & comes & goes))

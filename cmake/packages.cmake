@@ -82,7 +82,7 @@ set(CPACK_DEBIAN_DEV_PACKAGE_SECTION libdevel)
 set(CPACK_DEBIAN_DEV_PACKAGE_DEPENDS "${library} (= ${version})")
 # Who links the static library links these as well.
 set(CPACK_DEBIAN_DEV_PACKAGE_RECOMMENDS
-  "libcairo2-dev, libpango1.0-dev, libfontconfig-dev, libfreetype-dev, libharfbuzz-dev, pkg-config")
+  "libcairo2-dev, libpango1.0-dev, libfontconfig-dev, libfreetype-dev, libharfbuzz-dev, libdeflate-dev, pkg-config")
 set(CPACK_DEBIAN_DEV_PACKAGE_SUGGESTS libmelkarcommon-doc)
 set(CPACK_DEBIAN_DOC_PACKAGE_SECTION doc)
 set(CPACK_DEBIAN_DOC_PACKAGE_ARCHITECTURE all)

@@ -8,11 +8,12 @@ export ROOT
 DRAW_PACKAGES=(
     g++ cmake ninja-build pkg-config
     libcairo2-dev libpango1.0-dev libfontconfig-dev libfreetype-dev libharfbuzz-dev libgdk-pixbuf-2.0-dev libcups2-dev
-    libwebp-dev libcli11-dev libsimdjson-dev fonts-inter fonts-dejavu fonts-ipafont-gothic poppler-utils python3
+    libdeflate-dev libwebp-dev libcli11-dev libsimdjson-dev fonts-inter fonts-dejavu fonts-ipafont-gothic poppler-utils
+    python3
 )
 # What building everything and testing it need.
 BUILD_PACKAGES=(
-    "${DRAW_PACKAGES[@]}" ccache libgtest-dev libgmock-dev libbenchmark-dev zlib1g-dev
+    "${DRAW_PACKAGES[@]}" ccache libgtest-dev libgmock-dev libbenchmark-dev
     locales-all librsvg2-bin cups-daemon cups-client cups-filters
 )
 # What scripts/check needs on top.

@@ -4,14 +4,12 @@
 #include <MelkarCommon/platform/seam/color.h>
 
 #include <algorithm>
-#include <array>
 #include <bit>
 #include <cerrno>
 #include <cstring>
+#include <libdeflate.h>
 #include <new>
 #include <string_view>
-#include <utility>
-#include <vector>
 
 /// @file
 /// A PNG file is a signature and chunks: length, name, bytes and their checksum, numbers with the highest byte first.
@@ -24,7 +22,6 @@ namespace {
 
 constexpr std::string_view kSignature{"\x89PNG\r\n\x1A\n", 8};
 constexpr std::uint8_t kDifferenceFromAbove = 2;
-constexpr std::size_t kFullChunk = 65536; ///< of rows
 
 /// The bytes of a number, the highest first.
 constexpr std::uint32_t HighFirst(std::uint32_t number) {
@@ -53,9 +50,9 @@ template <int kChannels> void WriteChannels(std::uint32_t color, std::uint8_t* t
         to[i] = static_cast<std::uint8_t>(color >> kShifts[i]);
 }
 
-/// Writes the row as differences from the one above it.
+/// Writes the row as differences from the one above it. @return behind it
 template <int kChannels>
-void WriteRow(const std::uint32_t* row, const std::uint32_t* above, int width, std::uint8_t* to) {
+std::uint8_t* WriteRow(const std::uint32_t* row, const std::uint32_t* above, int width, std::uint8_t* to) {
     constexpr int kStretch = 16; // pixels: in most of a chart's stretches nothing changes from row to row
     *to++ = kDifferenceFromAbove;
     int x = 0;
@@ -72,59 +69,43 @@ void WriteRow(const std::uint32_t* row, const std::uint32_t* above, int width, s
         }
     }
     writeUntil(width);
+    return to;
 }
 
-/// Goes on from that of the bytes before; 0 for none.
-std::uint32_t Checksum(std::uint32_t sum, std::string_view bytes) {
-    static constexpr auto kSums = [] {
-        std::array<std::uint32_t, 256> sums{};
-        for (std::uint32_t byte = 0; byte < sums.size(); ++byte) {
-            sums[byte] = byte;
-            for (int bit = 0; bit < 8; ++bit)
-                sums[byte] = sums[byte] >> 1U ^ (sums[byte] & 1U) * 0xEDB88320U;
-        }
-        return sums;
-    }();
-    sum = ~sum;
-    for (const char byte : bytes)
-        sum = sum >> 8U ^ kSums[(sum ^ static_cast<std::uint8_t>(byte)) & 0xFFU];
-    return ~sum;
-}
-
-/// Gives the parts of a chunk to `write(bytes)`, as long as that returns true.
-template <class Write> bool WriteChunk(std::string_view name, std::string_view bytes, const Write& write) {
-    const auto number = [&](std::size_t value) {
-        const std::uint32_t parts = HighFirst(static_cast<std::uint32_t>(value));
-        return write({reinterpret_cast<const char*>(&parts), sizeof parts});
-    };
-    return number(bytes.size()) && write(name) && write(bytes) && number(Checksum(Checksum(0, name), bytes));
-}
-
-template <int kChannels, class Write> bool WriteRows(const PixelBuffer& pixels, const Write& write) {
+/// All rows as they are compressed; without memory if there is none.
+template <int kChannels> Bytes Filtered(const PixelBuffer& pixels) {
     const auto width = static_cast<std::size_t>(pixels.width);
-    Deflate rows;
-    std::vector<std::uint8_t> filtered(1 + width * kChannels);
-    std::vector<std::uint32_t> lines(2 * width); // above the first; the last two of others
-    const std::uint32_t* above = lines.data();
+    const std::size_t count = (1 + width * kChannels) * static_cast<std::size_t>(pixels.height);
+    Bytes filtered{Allocate<std::uint8_t>(count), count};
+    const Memory<std::uint32_t> lines = Allocate<std::uint32_t>(2 * width); // above the first; the last two of others
+    if (filtered.memory == nullptr || lines == nullptr)
+        return {};
+    std::uint8_t* to = filtered.memory.get();
+    std::memset(lines.get(), 0, 2 * width * sizeof lines[0]);
+    const std::uint32_t* above = lines.get();
     for (int y = 0; y < pixels.height; ++y) {
         const std::uint32_t* row = PixelAt(pixels, 0, y);
         if constexpr (kChannels == 4) {
-            std::uint32_t* const whole = lines.data() + (above == lines.data() ? width : 0);
+            std::uint32_t* const whole = lines.get() + (above == lines.get() ? width : 0);
             std::transform(row, row + width, whole, WithoutAlpha);
             row = whole;
         }
-        WriteRow<kChannels>(row, above, pixels.width, filtered.data());
+        to = WriteRow<kChannels>(row, above, pixels.width, to);
         above = row;
-        rows.Add(filtered);
-        if (rows.Ready().size() >= kFullChunk && !WriteChunk("IDAT", std::exchange(rows.Ready(), {}), write))
-            return false;
     }
-    rows.Finish();
-    return WriteChunk("IDAT", rows.Ready(), write);
+    return filtered;
 }
 
-/// The whole file, as long as `write` returns true.
-template <class Write> void WriteFile(const PixelBuffer& pixels, bool hasAlpha, const Write& write) {
+/// Gives the parts of a chunk to `write(bytes, count)`, as long as that returns true.
+template <class Write> bool WriteChunk(const char* name, const void* bytes, std::size_t count, const Write& write) {
+    constexpr std::size_t kName = 4;
+    const std::uint32_t length = HighFirst(static_cast<std::uint32_t>(count));
+    const std::uint32_t sum = HighFirst(libdeflate_crc32(libdeflate_crc32(0, name, kName), bytes, count));
+    return write(&length, sizeof length) && write(name, kName) && write(bytes, count) && write(&sum, sizeof sum);
+}
+
+/// The whole file. @return 0, or the number of an error; what `write` says isn't one
+template <class Write> int WriteFile(const PixelBuffer& pixels, bool hasAlpha, const Write& write) {
     struct {
         std::uint32_t width;
         std::uint32_t height;
@@ -141,25 +122,30 @@ template <class Write> void WriteFile(const PixelBuffer& pixels, bool hasAlpha, 
                  0,
                  0};
     constexpr std::size_t kHead = 13;
-    write(kSignature) && WriteChunk("IHDR", {reinterpret_cast<const char*>(&head), kHead}, write) &&
-        (hasAlpha ? WriteRows<4>(pixels, write) : WriteRows<3>(pixels, write)) && WriteChunk("IEND", "", write);
+    const Bytes rows = Deflated((hasAlpha ? Filtered<4>(pixels) : Filtered<3>(pixels)).View());
+    if (rows.count == 0)
+        return ENOMEM;
+    if (rows.count > INT32_MAX)
+        return EFBIG;
+    write(kSignature.data(), kSignature.size()) && WriteChunk("IHDR", &head, kHead, write) &&
+        WriteChunk("IDAT", rows.memory.get(), rows.count, write) && WriteChunk("IEND", "", 0, write);
+    return 0;
 }
 
 } // namespace
 
-int WriteAsPng(const PixelBuffer& pixels, NewFile& file) try {
-    WriteFile(pixels, false, [&](std::string_view bytes) { return file.Write(bytes.data(), bytes.size()); });
-    return 0;
-} catch (const std::bad_alloc&) {
-    return ENOMEM;
+int WriteAsPng(const PixelBuffer& pixels, NewFile& file) {
+    return WriteFile(pixels, false, [&](const void* bytes, std::size_t count) { return file.Write(bytes, count); });
 }
 
 std::string EncodePng(const PixelBuffer& pixels, bool hasAlpha) {
     std::string png;
-    WriteFile(pixels, hasAlpha, [&](std::string_view bytes) {
-        png += bytes;
+    const int error = WriteFile(pixels, hasAlpha, [&](const void* bytes, std::size_t count) {
+        png.append(static_cast<const char*>(bytes), count);
         return true;
     });
+    if (error != 0)
+        throw std::bad_alloc();
     return png;
 }
 

@@ -5,6 +5,7 @@
 
 #include <cmath>
 #include <cstdint>
+#include <new>
 
 namespace melkar {
 
@@ -54,9 +55,11 @@ private:
 
 /// An object of compressed bytes. @param entries what it is
 std::string Stream(const std::string& entries, const std::string& bytes) {
-    const std::string deflated = Deflated(bytes);
-    return "<< " + entries + " /Filter /FlateDecode /Length " + std::to_string(deflated.size()) + " >>\nstream\n" +
-           deflated + "\nendstream\n";
+    const Bytes deflated = Deflated({reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()});
+    if (deflated.memory == nullptr)
+        throw std::bad_alloc();
+    return "<< " + entries + " /Filter /FlateDecode /Length " + std::to_string(deflated.count) + " >>\nstream\n" +
+           std::string(reinterpret_cast<const char*>(deflated.memory.get()), deflated.count) + "\nendstream\n";
 }
 
 /// Dictionaries and lists in one compressed stream, and a compressed table of all objects. Streams stay as they are,

@@ -12,7 +12,6 @@
 
 #include <cerrno>
 #include <fstream>
-#include <random>
 #include <thread>
 #include <vector>
 #include <webp/decode.h>
@@ -67,16 +66,6 @@ TEST(PictureFiles, HoldThePixelsOpaque) {
     EXPECT_EQ(work.Read("conf/b.PNG"), work.Read("conf/a.png"));
     EXPECT_EQ(WritePicture(surface, work.Path("conf/c.png").c_str(), "WebP"), 0);
     EXPECT_EQ(work.Read("conf/c.png"), work.Read("conf/a.webp")) << "the format named counts";
-}
-
-TEST(PictureFiles, HoldWhatFillsManyChunks) {
-    const TempWorkdir work;
-    std::mt19937 random(5);
-    Pixels noise(std::size_t{300} * 300);
-    for (std::uint32_t& pixel : noise)
-        pixel = static_cast<std::uint32_t>(random()) | 0xFF000000U;
-    EXPECT_EQ(WritePng(Surface(WrapPixels(noise.data(), 300, 300, 4 * 300)), work.Path("conf/a.png").c_str()), 0);
-    EXPECT_EQ(DecodePng(work.Path("conf/a.png")), noise);
 }
 
 TEST(PictureFiles, OfAPageKeepTheirAlpha) {

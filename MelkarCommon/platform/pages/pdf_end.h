@@ -25,9 +25,9 @@ struct DocumentWords {
     std::vector<FigureWords> figures; ///< in the order in which they were begun
 };
 
-/// @param end the last bytes of the file, from the start of an object, with all objects that say what is drawn @param
-/// at how many bytes stand before them @return what is to stand there instead; empty, if the file isn't of the form
-/// that is understood
+/// @param end the last bytes of the file, from the start of an object, with all objects that say what is drawn
+/// @param at how many bytes stand before them
+/// @return what is to stand there instead; empty if the file isn't of the form that is understood
 std::string EndWith(const DocumentWords& words, std::string_view end, std::size_t at);
 
 } // namespace melkar

@@ -21,8 +21,9 @@ struct PdfEnd {
     std::string_view trailer;        ///< what it says of the document, lines
 };
 
-/// @param end the last bytes of a file, from the start of an object @param at how many stand before them @return
-/// nothing, if the form isn't this one
+/// @param end the last bytes of a file, from the start of an object
+/// @param at how many stand before them
+/// @return nothing if the form isn't this one
 std::optional<PdfEnd> ReadPdfEnd(std::string_view end, std::size_t at);
 
 } // namespace melkar

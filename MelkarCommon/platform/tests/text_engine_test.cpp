@@ -262,6 +262,8 @@ TEST(LineMask, QuarterTurnsKeepEveryPixel) {
         return std::accumulate(mask->coverage.begin(), mask->coverage.end(), 0);
     };
     EXPECT_EQ(ink(900), ink(0)) << "turned, not drawn anew";
+    const auto held = LineMask(*layout, 0, 0);
+    EXPECT_NE(LineMask(*layout, 0, 900), held) << "not in the memory of one that is looked at";
 }
 
 TEST(LineMask, StaysWithinItsMemoryAfterTextsWereMeasuredFirst) {
@@ -331,6 +333,16 @@ TEST(Figures, AreExactlyAsIfShaped) {
                         EXPECT_EQ(DumpMask(*figure, escapement), DumpMask(shaped, escapement)) << text;
                 }
             }
+}
+
+TEST(Figures, TakeThePlacesOfFormerOnes) {
+    const auto face = FaceOfFigures("DejaVu Sans", -12, 400);
+    for (int i = 1000; i < 2000; ++i) { // more than there are places
+        const std::string text = std::to_string(i);
+        EXPECT_EQ(DumpMask(*LayOutText(face, text, true, kNoWrap), 0),
+                  DumpMask(LayOutAnew(*face, text, true, kNoWrap), 0))
+            << text;
+    }
 }
 
 } // namespace

@@ -118,7 +118,7 @@ int FigureSet::Width(std::string_view text) const {
 void FigureSet::SetLine(TextLine& line, std::string_view text, int width) const {
     line.utf8 = text;
     line.width = width;
-    line.kept.mask.reset();
+    line.kept.isOfFormer = true;
     line.runs.resize(1);
     GlyphRun& run = line.runs[0];
     run.font = m_font;
@@ -132,7 +132,7 @@ void FigureSet::SetLine(TextLine& line, std::string_view text, int width) const 
     }
 }
 
-CoverageMask FigureSet::Mask(std::string_view text) const {
+CoverageMask FigureSet::Mask(std::string_view text, std::vector<std::uint8_t> memory) const {
     int left = INT_MAX;
     int top = INT_MAX;
     int right = INT_MIN;
@@ -150,9 +150,9 @@ CoverageMask FigureSet::Mask(std::string_view text) const {
     }
     if (left >= right)
         return {};
-    CoverageMask mask{0, left, top, right - left, bottom - top, right - left, {}};
+    CoverageMask mask{0, left, top, right - left, bottom - top, right - left, std::move(memory)};
     const std::size_t bytes = static_cast<std::size_t>(mask.stride) * static_cast<std::size_t>(mask.height);
-    mask.coverage.resize(bytes + kGlyphRow); // with room for what a glyph's row has behind the glyph
+    mask.coverage.assign(bytes + kGlyphRow, 0); // with room for what a glyph's row has behind the glyph
     x = 0;
     int inkedTo = INT_MIN;
     for (std::size_t i = 0; i < text.size(); ++i) {

@@ -29,7 +29,7 @@ public:
     int Width(std::string_view text) const;
     /// Makes `line` that of the text, in the memory that it has.
     void SetLine(TextLine& line, std::string_view text, int width) const;
-    CoverageMask Mask(std::string_view text) const;
+    CoverageMask Mask(std::string_view text, std::vector<std::uint8_t> memory) const;
 
 private:
     friend FigureCache* FiguresOf(TextFace& face);

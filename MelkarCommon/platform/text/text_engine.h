@@ -69,7 +69,8 @@ struct KeptMask {
     }
     KeptMask& operator=(KeptMask&&) = default;
 
-    std::shared_ptr<const CoverageMask> mask;
+    std::shared_ptr<CoverageMask> mask;
+    bool isOfFormer = false; ///< of what stood there before: nothing but memory to use again
 };
 
 struct TextLine {

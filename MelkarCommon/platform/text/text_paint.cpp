@@ -199,11 +199,12 @@ CoverageMask TurnQuarter(const CoverageMask& mask) {
     return turned;
 }
 
-/// Quarter turns are turned pixels, so that they are as crisp as the upright text.
-CoverageMask MakeMask(const TextLayout& layout, const TextLine& line, int turn) {
+/// Quarter turns are turned pixels, so that they are as crisp as the upright text. A figure takes the memory.
+CoverageMask MakeMask(const TextLayout& layout, const TextLine& line, int turn, std::vector<std::uint8_t> memory) {
     if (turn % kQuarterTurn != 0)
         return DrawMask(layout, line, turn);
-    CoverageMask mask = layout.figures != nullptr ? layout.figures->Mask(line.utf8) : DrawMask(layout, line, 0);
+    CoverageMask mask =
+        layout.figures != nullptr ? layout.figures->Mask(line.utf8, std::move(memory)) : DrawMask(layout, line, 0);
     for (int quarter = 0; quarter < turn / kQuarterTurn; ++quarter)
         mask = TurnQuarter(mask);
     return mask;
@@ -211,7 +212,7 @@ CoverageMask MakeMask(const TextLayout& layout, const TextLine& line, int turn) 
 
 CoverageMask MakeEnlargedMask(const TextLayout& layout, const TextLine& line, int turn, double scale) {
     const TextLayout enlarged = EnlargeLine(layout, line, scale);
-    return MakeMask(enlarged, enlarged.lines[0], turn);
+    return MakeMask(enlarged, enlarged.lines[0], turn, {});
 }
 
 int NormalTurn(int escapement) { return (escapement % kFullTurn + kFullTurn) % kFullTurn; }
@@ -226,15 +227,39 @@ const MaskCount& ThreadMasks() {
 
 /// A mask that counts while it lives. With a surface that is handed on it may die on another thread.
 struct CountedMask : CoverageMask {
-    explicit CountedMask(CoverageMask&& mask) : CoverageMask(std::move(mask)), count(ThreadMasks()) {
-        count->fetch_add(static_cast<std::ptrdiff_t>(coverage.size()), std::memory_order_relaxed);
-    }
+    CountedMask() : m_count(ThreadMasks()) {}
     CountedMask(const CountedMask&) = delete;
     CountedMask& operator=(const CountedMask&) = delete;
-    ~CountedMask() { count->fetch_sub(static_cast<std::ptrdiff_t>(coverage.size()), std::memory_order_relaxed); }
+    ~CountedMask() { Become({}); }
 
-    const MaskCount count;
+    void Become(CoverageMask&& mask) {
+        CoverageMask::operator=(std::move(mask));
+        const auto bytes = static_cast<std::ptrdiff_t>(coverage.size());
+        m_count->fetch_add(bytes - std::exchange(m_counted, bytes), std::memory_order_relaxed);
+    }
+
+private:
+    const MaskCount m_count;
+    std::ptrdiff_t m_counted = 0; ///< bytes
 };
+
+bool IsFor(const KeptMask& kept, int turn, double scale) {
+    return kept.mask != nullptr && !kept.isOfFormer && kept.mask->escapement == turn && kept.mask->scale == scale;
+}
+
+/// In the memory of the former one, unless somebody still looks at that.
+void MakeAnew(KeptMask& kept, const TextLayout& layout, const TextLine& line, int turn, double scale) {
+    kept.isOfFormer = true; // also if there is no memory for this one
+    if (kept.mask.use_count() != 1)
+        kept.mask = std::make_shared<CountedMask>();
+    auto& mask = static_cast<CountedMask&>(*kept.mask);
+    CoverageMask drawn = scale == 1 ? MakeMask(layout, line, turn, std::move(mask.coverage))
+                                    : MakeEnlargedMask(layout, line, turn, scale);
+    drawn.escapement = turn;
+    drawn.scale = scale;
+    mask.Become(std::move(drawn));
+    kept.isOfFormer = false;
+}
 
 } // namespace
 
@@ -272,16 +297,11 @@ std::shared_ptr<const CoverageMask> LineMask(const TextLayout& layout, std::size
         return nullptr;
     const TextLine& text = layout.lines[line];
     const int turn = NormalTurn(escapement);
-    std::shared_ptr<const CoverageMask> mask = layout.keepsMasks ? text.kept.mask : nullptr;
-    if (mask == nullptr || mask->escapement != turn || mask->scale != scale) {
-        CoverageMask drawn = scale == 1 ? MakeMask(layout, text, turn) : MakeEnlargedMask(layout, text, turn, scale);
-        drawn.escapement = turn;
-        drawn.scale = scale;
-        mask = std::make_shared<CountedMask>(std::move(drawn));
-        if (layout.keepsMasks)
-            text.kept.mask = mask;
-    }
-    return mask->width > 0 ? mask : nullptr;
+    KeptMask none;
+    KeptMask& kept = layout.keepsMasks ? text.kept : none;
+    if (!IsFor(kept, turn, scale))
+        MakeAnew(kept, layout, text, turn, scale);
+    return kept.mask->width > 0 ? kept.mask : nullptr;
 }
 
 Area LineInk(const TextLayout& layout, std::size_t line, double x, double y, int escapement) {

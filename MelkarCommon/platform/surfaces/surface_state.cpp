@@ -68,7 +68,7 @@ std::size_t HDC__::AddMore(std::span<const POINT> points) {
     return count;
 }
 
-std::shared_ptr<TextFace> HDC__::Face() const {
+const std::shared_ptr<TextFace>& HDC__::Face() const {
     LOGFONTA description = font->description;
     if (description.lfHeight == 0)
         description.lfHeight = -std::max(1, MulDiv(kDefaultEm, device.dpi, kScreenDpi));

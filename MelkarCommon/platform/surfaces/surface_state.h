@@ -38,7 +38,7 @@ struct HDC__ : melkar::HandleHead, melkar::InHandleMemory<melkar::ObjectKind::Su
     void DrawLines();
     /// The face of the font; one without a height is as large as 12 pixels are at 96 dpi. Looked up each time and never
     /// kept: a face is its thread's, a surface may go to another.
-    std::shared_ptr<melkar::TextFace> Face() const;
+    const std::shared_ptr<melkar::TextFace>& Face() const;
 
     const melkar::Device device;
     melkar::Target target;

@@ -35,8 +35,8 @@ class TextFace;
 class FigureSet;
 
 /// The face of a description on this thread; made at the first call, kept until the thread ends or the bounded
-/// cache lets it go. Never null: what can't be made falls back to the default face.
-std::shared_ptr<TextFace> FindFace(const LOGFONTA& description, TextMedium medium, int dpi = kScreenDpi);
+/// cache lets it go. Never null: what can't be made falls back to the default face. Valid until the next call.
+const std::shared_ptr<TextFace>& FindFace(const LOGFONTA& description, TextMedium medium, int dpi = kScreenDpi);
 
 /// Faces that came without a font of the machine, though their texts should be seen.
 std::size_t CountOfMissingFonts();

@@ -342,7 +342,7 @@ void TextFace::MeasureOnScreen(const LOGFONTA& description, int dpi) {
     size.ascent = MulDiv(measure->face->size.ascent, dpi, kScreenDpi);
 }
 
-std::shared_ptr<TextFace> FindFace(const LOGFONTA& description, TextMedium medium, int dpi) {
+const std::shared_ptr<TextFace>& FindFace(const LOGFONTA& description, TextMedium medium, int dpi) {
     FaceCache& faces = ThreadFaces();
     const FaceKey key = MakeKey(description, medium, dpi);
     if (const FaceEntry* entry = faces.Find(key))

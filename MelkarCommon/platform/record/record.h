@@ -7,6 +7,7 @@
 #include <memory>
 #include <span>
 #include <string>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -49,8 +50,11 @@ struct CopyMark {
 };
 
 struct RecordedOp {
+    template <class Verb> RecordedOp(Verb drawn, const RECT& within = {0, 0, 0, 0})
+        : verb(std::move(drawn)), clip(within) {} // NOLINT
+
     std::variant<Fill, FillShapeOp, StrokeShapeOp, StrokePolylineOp, TextOp, BlitOp, CopyMark> verb;
-    RECT clip{0, 0, 0, 0}; ///< nothing beyond it is drawn; empty: no clip
+    RECT clip; ///< nothing beyond it is drawn; empty: no clip
 };
 
 /// What becomes of the masks of texts: kept, they bind a record to the thread that draws it.

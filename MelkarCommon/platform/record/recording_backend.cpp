@@ -35,12 +35,12 @@ public:
             return;
         if (Covers(cut, m_whole) && m_covered == Covered::Drop)
             DropCovered();
-        m_ops.push_back({Fill{cut, color}});
+        m_ops.emplace_back(Fill{cut, color});
     }
-    void FillShape(const Shape& shape, Color color) override { Keep({FillShapeOp{shape, color}}); }
-    void StrokeShape(const Shape& shape, const Stroke& stroke) override { Keep({StrokeShapeOp{shape, stroke}}); }
+    void FillShape(const Shape& shape, Color color) override { Keep(FillShapeOp{shape, color}); }
+    void StrokeShape(const Shape& shape, const Stroke& stroke) override { Keep(StrokeShapeOp{shape, stroke}); }
     void StrokePolyline(std::span<const POINT> points, const Stroke& stroke) override {
-        Keep({StrokePolylineOp{LinePoints(points), stroke}});
+        Keep(StrokePolylineOp{LinePoints(points), stroke});
     }
     void PaintText(const std::shared_ptr<const TextLayout>& layout, std::size_t line, POINT at, int escapement,
                    Color color, const RECT& clip) override;
@@ -52,16 +52,20 @@ private:
         const bool isCopy = !m_ops.empty() && std::holds_alternative<CopyMark>(m_ops.back().verb);
         m_ops.erase(m_ops.begin(), m_ops.end() - (isCopy ? 1 : 0));
     }
-    /// Keeps an operation that is drawn whole, under the clip if that cuts it.
-    void Keep(RecordedOp op) {
-        if (m_narrow) {
-            if (IsEmptyRect(ClipBox(BoxOf(op), m_clip)))
-                return;
-            op.clip = m_clip;
-            if (!IsCut(op))
-                op.clip = {};
-        }
-        m_ops.push_back(std::move(op));
+    /// Keeps an operation that is drawn whole, under the clip if that cuts it. It is made in its place: moved there, a
+    /// chart of two hundred takes 1% longer.
+    template <class Verb> void Keep(Verb verb) {
+        m_ops.emplace_back(std::move(verb));
+        if (m_narrow)
+            CutLast();
+    }
+    void CutLast() {
+        RecordedOp& op = m_ops.back();
+        if (IsEmptyRect(ClipBox(BoxOf(op), m_clip)))
+            return m_ops.pop_back();
+        op.clip = m_clip;
+        if (!IsCut(op))
+            op.clip = {};
     }
 
     std::vector<RecordedOp>& m_ops;
@@ -77,11 +81,13 @@ void RecordingBackend::PaintText(const std::shared_ptr<const TextLayout>& layout
     if (layout == nullptr || line >= layout->lines.size())
         return;
     // The clip stays even if it doesn't cut: ink may reach beyond the box.
-    RecordedOp op{TextOp{m_masks == Masks::Keep ? layout : WithoutMasks(layout), line, at, escapement, color},
-                  m_narrow ? ClipBox(ToBox(clip), m_clip) : clip};
-    const bool outside = m_narrow && IsEmptyRect(ClipBox(BoxOf(op), m_clip));
-    if (!outside && !IsEmptyRect(op.clip))
-        m_ops.push_back(std::move(op));
+    const RECT cut = m_narrow ? ClipBox(ToBox(clip), m_clip) : clip;
+    if (IsEmptyRect(cut))
+        return;
+    m_ops.emplace_back(TextOp{m_masks == Masks::Keep ? layout : WithoutMasks(layout), line, at, escapement, color},
+                       cut);
+    if (m_narrow && IsEmptyRect(ClipBox(BoxOf(m_ops.back()), m_clip)))
+        m_ops.pop_back();
 }
 
 /// The pixels of a rectangle, row by row.
@@ -106,7 +112,7 @@ void RecordingBackend::Blit(const RECT& target, const PixelBuffer& pixels, const
         blit.source.bottom -= target.bottom - blit.target.bottom;
     }
     blit.pixels = std::make_shared<const std::vector<std::uint32_t>>(CopyOf(pixels, blit.source));
-    Keep({std::move(blit)});
+    Keep(std::move(blit));
 }
 
 /// Plays operations somewhere else. What lands beyond an int ends at its edge, far off any surface.

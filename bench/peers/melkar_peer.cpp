@@ -4,41 +4,48 @@
 
 #include <MelkarCommon/MelkarCommon.h>
 
+#include <cstdio>
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
+#include <ftw.h>
 #include <memory>
-
-namespace fs = std::filesystem;
+#include <sys/stat.h>
+#include <unistd.h>
+#include <vector>
 
 namespace {
 
-/// A directory with the profile of the samples, the current one while it lives.
+/// A directory with the profile of the samples, the current one while it lives. It is made by calls of the system:
+/// the paths and streams of the C++ library are half a MiB of code, which peers that need no file don't load either.
 class Directory {
 public:
     Directory() {
-        std::string root = (fs::temp_directory_path() / "melkar-peer-XXXXXX").string();
-        if (!mkdtemp(root.data()))
-            std::abort();
-        m_root = root;
-        for (const char* folder : {"bin", "conf", "log"})
-            fs::create_directory(m_root / folder);
-        for (const char* profile : {"graph.cnf", "config.cnf"})
-            fs::copy_file(fs::path(MELKAR_SAMPLES) / "app" / "conf" / profile, m_root / "conf" / profile);
-        m_start = fs::current_path();
-        fs::current_path(m_root / "bin");
+        Must(mkdtemp(m_root.data()) != nullptr);
+        for (const char* folder : {"/bin", "/conf", "/log"})
+            Must(mkdir((m_root + folder).c_str(), 0700) == 0);
+        for (const std::string profile : {"/conf/graph.cnf", "/conf/config.cnf"})
+            Must(symlink((MELKAR_SAMPLES "/app" + profile).c_str(), (m_root + profile).c_str()) == 0);
+        const std::unique_ptr<char, decltype(&std::free)> start(get_current_dir_name(), std::free);
+        m_start = start.get();
+        Must(chdir((m_root + "/bin").c_str()) == 0);
     }
     ~Directory() {
-        fs::current_path(m_start);
-        std::error_code ignored;
-        fs::remove_all(m_root, ignored);
+        Must(chdir(m_start.c_str()) == 0);
+        const auto remove = [](const char* path, const struct stat*, int, FTW*) { return std::remove(path); };
+        Must(nftw(m_root.c_str(), remove, 8, FTW_DEPTH | FTW_PHYS) == 0);
     }
-    std::string Path(const char* name) const { return (m_root / "bin" / name).string(); }
-    fs::path FromStart(const char* path) const { return m_start / path; }
+    Directory(const Directory&) = delete;
+    Directory& operator=(const Directory&) = delete;
+    std::string Path(const std::string& name) const { return m_root + "/bin/" + name; }
+    std::string FromStart(const char* path) const { return *path == '/' ? path : m_start + "/" + path; }
 
 private:
-    fs::path m_root;
-    fs::path m_start;
+    static void Must(bool succeed) {
+        if (!succeed)
+            std::abort();
+    }
+
+    std::string m_root = "/tmp/melkar-peer-XXXXXX";
+    std::string m_start;
 };
 
 class Melkar : public Peer {
@@ -86,11 +93,13 @@ private:
     std::string FileOf(const MonthData& month) {
         const auto turn = static_cast<std::size_t>(m_next++ % kTurns);
         if (turn >= m_files.size()) {
-            m_files.push_back(m_directory.Path(("month" + std::to_string(turn) + ".csv").c_str()));
-            std::ofstream file(m_files.back());
-            file << "head\nhead\n";
+            m_files.push_back(m_directory.Path("month" + std::to_string(turn) + ".csv"));
+            const std::unique_ptr<std::FILE, decltype(&std::fclose)> file(std::fopen(m_files.back().c_str(), "w"),
+                                                                          std::fclose);
+            std::fputs("head\nhead\n", file.get());
             for (int day = 0; day < kDays; ++day)
-                file << "0," << MonthData::Date(day) << "," << month.steps[static_cast<std::size_t>(day)] << "\n";
+                std::fprintf(file.get(), "0,%s,%d\n", MonthData::Date(day).c_str(),
+                             month.steps[static_cast<std::size_t>(day)]);
         }
         return m_files[turn];
     }

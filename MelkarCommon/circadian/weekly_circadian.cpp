@@ -6,6 +6,7 @@
 #include <MelkarCommon/frame/day_status.h>
 #include <MelkarCommon/frame/key_table.h>
 #include <MelkarCommon/frame/results.h>
+#include <MelkarCommon/support/dates.h>
 #include <MelkarCommon/support/ring_log.h>
 #include <MelkarCommon/support/support.h>
 
@@ -180,6 +181,8 @@ long CWeeklyCircadian::ReadPrintDays(DataFile& file, int page) {
 }
 
 long CWeeklyCircadian::Draw(CRect area, char* file) {
+    const melkar::HostDirectory here(m_Day[0].Host());
+    const melkar::SharedDateFormats formatsOfAll;
     ReadDataFile(file);
     m_nRows = std::max(m_nRows, 1);
     char none[] = "";
@@ -192,6 +195,8 @@ long CWeeklyCircadian::Draw(CRect area, char* file) {
 }
 
 long CWeeklyCircadian::DrawWeek(CRect area, char* file, int page) {
+    const melkar::HostDirectory here(m_Day[0].Host());
+    const melkar::SharedDateFormats formatsOfAll;
     const long count = ReadWeekDataFile(file, page);
     if (count == melkar::kNothingToDraw)
         return melkar::kNothingToDraw;

@@ -10,11 +10,17 @@
 #include <atomic>
 #include <clocale>
 #include <cstring>
+#include <utility>
 
 namespace {
 
 constexpr int kDateLength = 8; // YYYYMMDD
 constinit std::atomic<int> g_keepers{0};
+constinit thread_local melkar::SharedDateFormats* g_shared = nullptr;
+
+std::shared_ptr<const melkar::ProfileSnapshot> ReadDateProfile() {
+    return melkar::ReadProfile(melkar::kSystemProfile, "SYSTEM", melkar::ReadingFor::Dates);
+}
 
 /// Callers are promised a process in the "C" locale after a date in a named one, unless they ask for their own. It is
 /// set only if it is anything else, so that threads that format dates at once don't write it.
@@ -45,9 +51,19 @@ CString FormatDate(CString date, CString format, CString locale) {
     return day.IsValid() ? day.Format(format) : date;
 }
 
+melkar::SharedDateFormats::SharedDateFormats() : m_outer(std::exchange(g_shared, this)) {}
+melkar::SharedDateFormats::~SharedDateFormats() { g_shared = m_outer; }
+
+std::shared_ptr<const melkar::ProfileSnapshot> melkar::SharedDateFormats::Read() {
+    if (!m_profile)
+        m_profile = ReadDateProfile();
+    return m_profile;
+}
+
 CString melkar::DateFormat(const char* key) {
     constexpr std::size_t kLongestFormat = 99; // bytes
-    const auto profile = ReadProfile(kSystemProfile, "SYSTEM", ReadingFor::Dates);
+    const bool isShared = g_shared && g_shared->m_host == HostPlace();
+    const auto profile = isShared ? g_shared->Read() : ReadDateProfile();
     const std::string* format = profile->FindOwn(key);
     return format ? format->substr(0, kLongestFormat).c_str() : "%m/%d/%Y";
 }

@@ -3,6 +3,7 @@
 #include <MelkarCommon/platform/datetime.h>
 #include <MelkarCommon/platform/desktop.h>
 #include <MelkarCommon/platform/values/locales.h>
+#include <MelkarCommon/support/dates.h>
 #include <MelkarCommon/support/keep_locale.h>
 #include <MelkarCommon/support/support.h>
 
@@ -47,6 +48,15 @@ TEST_F(Dates, FormatsOfTheProfile) {
         work.Write("conf/config.cnf", std::string("[SYSTEM]\nD=") + format + "\n");
         EXPECT_EQ(FormatDateEx("20081231", "d", ""), text);
     }
+    {
+        const melkar::SharedDateFormats sheet;
+        EXPECT_EQ(FormatDateEx("20081231", "D", ""), "12");
+        work.Write("conf/config.cnf", "[SYSTEM]\nD=%Y\n");
+        EXPECT_EQ(FormatDateEx("20081231", "D", ""), "12") << "one state of the file";
+        const melkar::HostDirectory elsewhere("/");
+        EXPECT_EQ(FormatDateEx("20081231", "D", ""), "12/31/2008") << "another host's";
+    }
+    EXPECT_EQ(FormatDateEx("20081231", "D", ""), "2008") << "the next sheet";
     const std::string longest(99, '-');
     work.Write("conf/config.cnf", "[SYSTEM]\nD=" + longest + "%d\n");
     EXPECT_EQ(FormatDateEx("20081231", "D", ""), longest.c_str());

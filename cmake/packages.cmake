@@ -77,6 +77,9 @@ file(WRITE ${control}/triggers "activate-noawait ldconfig\n")
 file(WRITE ${control}/shlibs
   "libMelkarCommon ${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR} ${library} (>= ${version})\n")
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA ${control}/triggers ${control}/shlibs)
+if(MELKAR_PACKS_RELOCATIONS) # which dpkg-shlibdeps doesn't see
+  set(CPACK_DEBIAN_RUNTIME_PACKAGE_DEPENDS "libc6 (>= 2.36)")
+endif()
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_RECOMMENDS "libcups2, libgdk-pixbuf-2.0-0, libwebp7")
 set(CPACK_DEBIAN_DEV_PACKAGE_SECTION libdevel)
 set(CPACK_DEBIAN_DEV_PACKAGE_DEPENDS "${library} (= ${version})")

@@ -3,7 +3,7 @@
 namespace melkar {
 
 bool Draft::IsTooLarge(const RECT& source) {
-    constexpr std::int64_t kMostPixels = 64 * 64;
+    constexpr std::int64_t kMostPixels = std::int64_t{64} * 64;
     return (std::int64_t{source.right} - source.left) * (std::int64_t{source.bottom} - source.top) > kMostPixels;
 }
 
@@ -38,7 +38,7 @@ bool Draft::StandsStill(const PictureState& picture, POINT at) const {
 void Draft::PlayOn(const PictureState& picture, Backend& to, POINT at, const RECT& bounds) {
     const bool goesOn = StandsStill(picture, at);
     if (m_played.count != m_ops.size())
-        m_ops.push_back({CopyMark{Whole(), Whole()}});
+        m_ops.emplace_back(CopyMark{Whole(), Whole()});
     if (goesOn) {
         Adopt();
         Replay(std::span(m_ops).subspan(m_played.count), to, Whole(), at, bounds);

@@ -23,7 +23,7 @@ class Draft {
 public:
     Draft(DeviceSize size, Color ground) : m_size(size) {
         m_ops.reserve(kUsualOps);
-        m_ops.push_back({Fill{Whole(), ground}});
+        m_ops.emplace_back(Fill{Whole(), ground});
     }
     Draft(const Draft&) = delete;
     Draft& operator=(const Draft&) = delete;

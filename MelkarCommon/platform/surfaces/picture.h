@@ -107,7 +107,7 @@ public:
     bool KeepsSteps() const { return m_steps == StepNames::Keep; }
     /// Which drew the operation; null outside of all steps.
     const StepName* StepOf(std::size_t op) const { return op < m_stepOf.size() ? m_stepOf[op] : m_drawing; }
-    void Mark(const CopyMark& mark) { m_ops.push_back({mark}); }
+    void Mark(const CopyMark& mark) { m_ops.emplace_back(mark); }
     /// Drawing failed in the middle: the operations behind the first `count` go, the backend is made anew.
     void Recover(std::size_t count);
 

@@ -220,7 +220,7 @@ bool IsFor(const std::shared_ptr<TextLayout>& layout, std::string_view text) {
 bool IsAlone(const std::shared_ptr<TextLayout>& layout) {
     if (layout.use_count() > 1)
         return false;
-    const std::shared_ptr<TextLayout> share = layout;
+    const std::shared_ptr<TextLayout> share = layout; // NOLINT: taken for the wait
     return share != nullptr;
 }
 

@@ -226,13 +226,15 @@ void StrokeLines(const PixelBuffer& buffer, const RECT& clip, std::span<const PO
     const auto strokeLine = [&](POINT from, POINT to, const Stroke& own) {
         StrokeLine(buffer, clip, from, to, own, std::exchange(neighbour, Neighbour::None));
     };
-    if (HasPattern(stroke) || neighbour != Neighbour::None)
+    if (HasPattern(stroke))
         return ForEachSegment(points, stroke, strokeLine);
     RunInLanes([&](auto lanes) {
         const RunPainter<lanes> runs(buffer, clip, stroke);
         for (std::size_t i = stroke.drawn + 1; i < points.size(); ++i)
-            if (!runs.Draw(points[i - 1], points[i]))
+            if (!runs.Draw(points[i - 1], points[i], neighbour))
                 strokeLine(points[i - 1], points[i], stroke);
+            else
+                neighbour = Neighbour::None;
     });
 }
 

@@ -42,8 +42,8 @@ public:
           m_color(stroke.color), m_mixer(stroke.color) {}
 
     /// @return false, with nothing drawn, for any other line.
-    bool Draw(POINT from, POINT to) const {
-        if (m_width == 1 && DrawThin(from, to))
+    bool Draw(POINT from, POINT to, Neighbour neighbour) const {
+        if (m_width == 1 && neighbour == Neighbour::None && DrawThin(from, to))
             return true;
         const Walk walk = PlanWalk(from, to);
         if (walk.rise == 0)
@@ -51,10 +51,10 @@ public:
         const Breadth breadth = BreadthOf(walk, m_width, m_middle);
         if (!IsInside(walk, breadth, m_clip))
             return false;
-        if (4 * std::abs(walk.rise) < walk.length)
-            DrawRuns(walk, breadth);
+        if (4 * std::abs(walk.rise) < walk.length && neighbour != Neighbour::Behind)
+            DrawRuns(walk, breadth, neighbour);
         else
-            DrawSteps(m_buffer, walk, breadth, m_color);
+            DrawSteps(m_buffer, walk, breadth, m_color, neighbour);
         return true;
     }
 
@@ -101,7 +101,7 @@ private:
         Weight last;
     };
 
-    void DrawRuns(const Walk& walk, const Breadth& breadth) const {
+    void DrawRuns(const Walk& walk, const Breadth& breadth, Neighbour neighbour) const {
         const std::int64_t slope = FixedRatio(walk.rise, walk.length);
         const std::ptrdiff_t minorStride = walk.steep ? 1 : m_buffer.stride;
         const std::ptrdiff_t majorStride = walk.steep ? m_buffer.stride : 1;
@@ -116,7 +116,7 @@ private:
                           direction,
                           count,
                           static_cast<int>((end >> 32) - (position >> 32)),
-                          RestOf({FineWeight(position), step}),
+                          neighbour == Neighbour::Before ? kAll : RestOf({FineWeight(position), step}),
                           {FineWeight(end), step}};
             walk.steep ? DrawSteep(run) : DrawLevel(run);
             left -= count;
@@ -125,6 +125,7 @@ private:
         }
     }
 
+    static constexpr Weight kAll{kWholeWeight, 0};
     static constexpr int kFineBits = 24 - kWeightBits;
     /// Beyond that many steps a weight of 16 more bits might no longer be that of the position.
     static constexpr std::int64_t kLongestRun = 64;
@@ -150,7 +151,6 @@ private:
     /// line of width 2; a wider one takes four from both its sides.
     void DrawSteep(const Run& run) const {
         constexpr Weight kNone{0, 0};
-        constexpr Weight kAll{kWholeWeight, 0};
         if (run.rows == 1)
             return MixColumns(run, 0, std::array{run.first, run.last});
         if (run.rows == 2)
@@ -172,9 +172,13 @@ private:
             return run.direction > 0 ? weight : Weight{weight.At(back), -weight.step};
         };
         std::uint32_t* row = run.pixel - back;
-        m_mixer.MixSpan(row, run.count, fromLeft(run.first));
+        const auto count = static_cast<std::size_t>(run.count);
+        if (run.first.start == kAll.start && run.first.step == 0)
+            FillSpan<kLanes>(row, count, m_color);
+        else
+            m_mixer.MixSpan(row, run.count, fromLeft(run.first));
         for (int i = 1; i < run.rows; ++i)
-            std::fill_n(row += m_buffer.stride, run.count, m_color);
+            FillSpan<kLanes>(row += m_buffer.stride, count, m_color);
         m_mixer.MixSpan(row + m_buffer.stride, run.count, fromLeft(run.last));
     }
 

@@ -42,7 +42,8 @@ TEST(PixelLines, WidthCoversWholeRows) {
 }
 
 TEST(PixelLines, SlopedLinesSideBySideHaveNoSeam) {
-    // Three lines one pixel apart, in either order, shallow and steep: whatever isn't an edge is the whole colour.
+    // Three lines one pixel apart, in either order, shallow and steep, with a few steps or many in each row: whatever
+    // isn't an edge is the whole colour.
     const std::pair<const char*, std::function<void(Backend&, POINT, POINT)>> ways[] = {
         {"line by line", [](Backend& b, POINT from, POINT to) { StrokeLine(b, from, to, {}); }},
         {"each point twice",
@@ -58,12 +59,15 @@ TEST(PixelLines, SlopedLinesSideBySideHaveNoSeam) {
          }},
     };
     for (const auto& [way, draw] : ways)
-        for (const auto& [isSteep, direction] : {std::pair{false, 1}, {false, -1}, {true, 1}, {true, -1}}) {
+        for (int i = 0; i < 8; ++i) {
+            const bool isSteep = (i & 1) != 0;
+            const int direction = (i & 2) != 0 ? 1 : -1;
+            const int rise = (i & 4) != 0 ? 17 : 7;
             Canvas canvas(60, 60);
-            for (int i = 0; i < 3; ++i) {
-                const int shift = 20 + (direction > 0 ? i : 2 - i);
+            for (int line = 0; line < 3; ++line) {
+                const int shift = 20 + (direction > 0 ? line : 2 - line);
                 const POINT from{isSteep ? shift : 5, isSteep ? 5 : shift};
-                const POINT to{isSteep ? shift + 17 : 55, isSteep ? 55 : shift + 17};
+                const POINT to{isSteep ? shift + rise : 55, isSteep ? 55 : shift + rise};
                 draw(*canvas.backend, from, to);
             }
             for (int step = 6; step < 54; ++step) {

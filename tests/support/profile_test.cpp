@@ -9,6 +9,8 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/resource.h>
+
 namespace {
 
 using melkar::ProfileFile;
@@ -52,6 +54,14 @@ TEST(Profile, IsReadAgainOnlyIfItMayHaveChanged) {
     const auto formats = melkar::ReadProfile(kOldFile, "B", melkar::ReadingFor::Dates);
     { const CGraph next(nullptr, nullptr, "A", nullptr, nullptr, nullptr); }
     EXPECT_EQ(melkar::ReadProfile(kOldFile, "B", melkar::ReadingFor::Dates), formats) << "another use";
+
+    rlimit descriptors{};
+    getrlimit(RLIMIT_NOFILE, &descriptors);
+    const rlimit none{0, descriptors.rlim_max};
+    setrlimit(RLIMIT_NOFILE, &none);
+    EXPECT_FALSE(melkar::ReadProfile(kOldFile, "C")->IsRead());
+    setrlimit(RLIMIT_NOFILE, &descriptors);
+    EXPECT_TRUE(melkar::ReadProfile(kOldFile, "C")->IsRead()) << "a failure is none to keep";
 
     const TempWorkdir work;
     for (const char* value : {"1", "2", "3"}) { // of the same size, perhaps within one tick of the file system's clock

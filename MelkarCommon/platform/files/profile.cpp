@@ -114,6 +114,7 @@ std::optional<FileState> SettledStateOf(const char* path) {
 
 constexpr std::size_t kMostKept = std::size_t{64} * 1024; ///< bytes of a reading
 
+/// Of a whole file: one that couldn't be read, as for want of a descriptor, is tried again.
 struct LastReading {
     std::optional<FileState> state; ///< from before it was read
     std::shared_ptr<const ProfileSnapshot> snapshot;
@@ -165,8 +166,10 @@ std::shared_ptr<const ProfileSnapshot> ReadProfile(const char* path, std::string
     const std::optional<FileState> state = SettledStateOf(path);
     if (state && last.state == state && last.snapshot->IsOf(ownSection) && last.snapshot->Path() == path)
         return last.snapshot;
-    auto snapshot = std::make_shared<const ProfileSnapshot>(ProfileFile(path), ownSection);
-    last = state && snapshot->Size() <= kMostKept ? LastReading{state, snapshot} : LastReading();
+    const ProfileFile file(path);
+    auto snapshot = std::make_shared<const ProfileSnapshot>(file, ownSection);
+    const bool isWhole = file.isRead && state && static_cast<off_t>(file.bytes.size()) == state->size;
+    last = isWhole && snapshot->Size() <= kMostKept ? LastReading{state, snapshot} : LastReading();
     return snapshot;
 }
 

@@ -98,25 +98,20 @@ public:
         std::memcpy(pixel, &pixels, sizeof pixels);
     }
 
-    /// At each place two pixels side by side: what a position, in 32.32 fixed point, leaves of the first one, and the
-    /// rest of the second. Places may be the same if their positions are.
-    void MixPairs(const std::array<std::uint32_t*, kLanes / 2>& places,
-                  const std::array<std::uint64_t, kLanes / 2>& positions) const {
-        constexpr std::uint64_t kRest = 0xFF0000; // of 256ths, cut off
-        Pairs pairs{};
-        Pairs rests{};
-        for (int i = 0; i < kLanes / 2; ++i) {
-            std::uint64_t pair = 0;
-            std::memcpy(&pair, places[static_cast<std::size_t>(i)], sizeof pair);
-            pairs[i] = pair;
-            rests[i] = positions[static_cast<std::size_t>(i)];
+    /// One step or more of two pixels, each `stride` behind the last, without a branch for what is left at the end: the
+    /// last one is taken in place of those that would follow.
+    void MixFew(std::uint32_t* pixel, std::ptrdiff_t stride, int count, const std::array<Weight, 2>& weights) const {
+        constexpr int kSteps = kLanes / 2;
+        Pixels taken{};
+        Pixels growth{};
+        SpreadWeights(taken, growth, weights);
+        for (; count > 0; count -= kSteps, pixel += kSteps * stride, taken += growth) {
+            std::array<std::uint32_t*, kSteps> places{pixel};
+            for (int i = 1; i < kSteps; ++i)
+                places[static_cast<std::size_t>(i)] =
+                    places[static_cast<std::size_t>(i) - 1] + (i < count ? stride : 0);
+            MixPairs(places, taken);
         }
-        rests = rests >> 8 & kRest;
-        Pixels pixels = Pixels(pairs);
-        Mix(pixels, Pixels(kWholeWeight - rests + (rests << 32)));
-        for (std::size_t i = 0; i < kLanes / 2; ++i)
-            std::memcpy(places[i], reinterpret_cast<const char*>(&pixels) + i * sizeof(std::uint64_t),
-                        sizeof(std::uint64_t));
     }
 
     /// `count` steps, each `stride` behind the last; at each `kWidth` pixels side by side with a weight of their own,
@@ -157,6 +152,21 @@ private:
         Gather<kWidth>(pixels, pixel, stride);
         Mix(pixels, taken);
         Scatter<kWidth>(pixels, pixel, stride);
+    }
+
+    /// Of places that are the same, the first one's weights count.
+    void MixPairs(const std::array<std::uint32_t*, kLanes / 2>& places, const Pixels& taken) const {
+        Pairs pairs{};
+        for (int i = 0; i < kLanes / 2; ++i) {
+            std::uint64_t pair = 0;
+            std::memcpy(&pair, places[static_cast<std::size_t>(i)], sizeof pair);
+            pairs[i] = pair;
+        }
+        Pixels pixels = Pixels(pairs);
+        Mix(pixels, taken);
+        for (std::size_t i = kLanes / 2; i-- > 0;)
+            std::memcpy(places[i], reinterpret_cast<const char*>(&pixels) + i * sizeof(std::uint64_t),
+                        sizeof(std::uint64_t));
     }
 
     /// The steps from `first` on, fewer than there are lanes for. No loop: compilers make more of it than it is.

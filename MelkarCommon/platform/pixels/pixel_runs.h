@@ -6,7 +6,7 @@
 #include <MelkarCommon/platform/seam/stroke.h>
 
 /// @file
-/// Internal. The lines that curves are made of, all within the clip: along an axis; thin and steep, some steps at once;
+/// Internal. The lines that curves are made of, all within the clip: along an axis; from column to column, at once;
 /// or so close to an axis that several steps touch the same rows (of a steep line: columns), run by run.
 
 namespace melkar {
@@ -43,7 +43,7 @@ public:
 
     /// @return false, with nothing drawn, for any other line.
     bool Draw(POINT from, POINT to, Neighbour neighbour) const {
-        if (m_width == 1 && neighbour == Neighbour::None && DrawThin(from, to))
+        if (m_width == 1 && neighbour == Neighbour::None && DrawToNextColumn(from, to))
             return true;
         const Walk walk = PlanWalk(from, to);
         if (walk.rise == 0)
@@ -59,35 +59,20 @@ public:
     }
 
 private:
-    /// A steep line, or one of a single step, of two pixels a step and with as many steps at once as there are lanes
-    /// for. The last step comes again until no other one's turn is left: a curve through each column's value is made of
-    /// lines of a few steps, and to guess wrong which way each of them goes, and where it ends, takes longer than to
-    /// draw it.
-    bool DrawThin(POINT from, POINT to) const {
-        const std::int64_t dx = std::int64_t{to.x} - from.x;
-        const std::int64_t width = std::abs(dx);
+    /// A line of some steps from one column to the next, in two pixels a step and as many steps at once as there are
+    /// lanes for. A curve through each column's value is made of these, and to guess wrong which way each of them goes,
+    /// and where it ends, takes longer than to draw it.
+    bool DrawToNextColumn(POINT from, POINT to) const {
         const std::int64_t height = std::abs(std::int64_t{to.y} - from.y);
-        const std::int64_t length = std::max<std::int64_t>(height, 1);
-        const bool isThin = (height > width) | (width == 1);
+        const std::int64_t count = std::max<std::int64_t>(height, 1);
         const bool comes = IsWithin(from); // no branches: they, too, would be guessed
         const bool goes = IsWithin(to);
-        if (!(isThin & comes & goes))
+        const bool isNext = std::int64_t{to.x} - from.x == 1;
+        if (!(isNext & (count <= kLongestRun) & comes & goes))
             return false;
-        constexpr int kSteps = kLanes / 2;
-        const std::int64_t slope = FixedRatio(dx, length);
         const std::ptrdiff_t next = to.y > from.y ? m_buffer.stride : -std::ptrdiff_t{m_buffer.stride};
-        std::uint32_t* const first = PixelAt(m_buffer, from.x, from.y);
-        for (std::int64_t i = 0; i < length; i += kSteps) {
-            std::array<std::uint32_t*, kSteps> pairs;
-            std::array<std::uint64_t, kSteps> positions;
-            for (int k = 0; k < kSteps; ++k) {
-                const std::int64_t step = std::min(i + k, length - 1);
-                const std::int64_t position = kHalfWeight + step * slope;
-                pairs[static_cast<std::size_t>(k)] = first + step * next + (position >> 32);
-                positions[static_cast<std::size_t>(k)] = static_cast<std::uint64_t>(position);
-            }
-            m_mixer.MixPairs(pairs, positions);
-        }
+        const Weight weight{FineWeight(kHalfWeight), static_cast<std::int32_t>(FixedRatio(1, count) >> kFineBits)};
+        m_mixer.MixFew(PixelAt(m_buffer, from.x, from.y), next, static_cast<int>(count), {RestOf(weight), weight});
         return true;
     }
 

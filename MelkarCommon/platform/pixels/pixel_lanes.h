@@ -98,7 +98,7 @@ public:
         std::memcpy(pixel, &pixels, sizeof pixels);
     }
 
-    /// One step or more of two pixels, each `stride` behind the last, without a branch for what is left at the end: the
+    /// Steps of two pixels, each `stride` behind the last, without a branch for what is left at the end: the
     /// last one is taken in place of those that would follow.
     void MixFew(std::uint32_t* pixel, std::ptrdiff_t stride, int count, const std::array<Weight, 2>& weights) const {
         constexpr int kSteps = kLanes / 2;

@@ -6,8 +6,8 @@
 #include <MelkarCommon/platform/seam/stroke.h>
 
 /// @file
-/// Internal. The lines that curves are made of, all within the clip: along an axis; from column to column, at once;
-/// or so close to an axis that several steps touch the same rows (of a steep line: columns), run by run.
+/// Internal. The lines that curves are made of, all within the clip: along an axis; in a column or to the next, at
+/// once; or so close to an axis that several steps touch the same rows (of a steep line: columns), run by run.
 
 namespace melkar {
 
@@ -59,19 +59,21 @@ public:
     }
 
 private:
-    /// A line of some steps from one column to the next, in two pixels a step and as many steps at once as there are
+    /// A line of some steps within a column or to the next, in two pixels a step and as many steps at once as there are
     /// lanes for. A curve through each column's value is made of these, and to guess wrong which way each of them goes,
     /// and where it ends, takes longer than to draw it.
     bool DrawToNextColumn(POINT from, POINT to) const {
-        const std::int64_t height = std::abs(std::int64_t{to.y} - from.y);
-        const std::int64_t count = std::max<std::int64_t>(height, 1);
+        const std::int64_t width = std::int64_t{to.x} - from.x;
+        const std::int64_t count = std::max(std::abs(std::int64_t{to.y} - from.y), width);
         const bool comes = IsWithin(from); // no branches: they, too, would be guessed
         const bool goes = IsWithin(to);
-        const bool isNext = std::int64_t{to.x} - from.x == 1;
-        if (!(isNext & (count <= kLongestRun) & comes & goes))
+        const bool isNear = (width == 0) | (width == 1);
+        if (!(isNear & (count <= kLongestRun) & comes & goes))
             return false;
         const std::ptrdiff_t next = to.y > from.y ? m_buffer.stride : -std::ptrdiff_t{m_buffer.stride};
-        const Weight weight{FineWeight(kHalfWeight), static_cast<std::int32_t>(FixedRatio(1, count) >> kFineBits)};
+        const Weight weight{
+            FineWeight(kHalfWeight),
+            static_cast<std::int32_t>(FixedRatio(width, std::max<std::int64_t>(count, 1)) >> kFineBits)};
         m_mixer.MixFew(PixelAt(m_buffer, from.x, from.y), next, static_cast<int>(count), {RestOf(weight), weight});
         return true;
     }

@@ -152,10 +152,7 @@ public:
 
 private:
     RECT Moved(const RECT& r) const { return ToRect({r.left + m_dx, r.top + m_dy, r.right + m_dx, r.bottom + m_dy}); }
-    POINT Moved(POINT p) const {
-        const RECT moved = Moved(RECT{p.x, p.y, p.x, p.y});
-        return {moved.left, moved.top};
-    }
+    POINT Moved(POINT p) const { return {NearestInt(p.x + m_dx), NearestInt(p.y + m_dy)}; }
     template <class Points> Points MovedAll(Points points) const {
         for (POINT& point : points)
             point = Moved(point);

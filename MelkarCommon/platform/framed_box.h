@@ -3,7 +3,7 @@
 #include <MelkarCommon/platform/types.h>
 
 /// @file
-/// Internal.
+/// Internal. Rectangles as charts draw most of them.
 
 namespace melkar {
 

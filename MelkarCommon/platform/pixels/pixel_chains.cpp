@@ -114,8 +114,8 @@ template <int kLanes> struct PartRows {
     Numbers bottom;
     Numbers first; ///< weights of these rows; none of the last row if it is the first one
     Numbers last;
-    Numbers second; ///< of the second row, and what it grows by from row to row
-    Numbers step;
+    Numbers second; ///< that of the second row
+    Numbers step;   ///< what it grows by from row to row
 };
 
 /// The same of four edges, without asking of each what kind it is: for most of them these guesses would be wrong.
